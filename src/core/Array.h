@@ -1,0 +1,140 @@
+// The sequence of the system, 1-based with a live slot 0.
+//
+// An array of dimension n owns n + 1 constructed elements 0..n. Elements 1..n are
+// the content; slot 0 is valid scratch storage that no text form and no arithmetic
+// touches. The bodies stand here since the set of element types is open.
+#pragma once
+
+#include <algorithm>
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+#include "core/Failure.h"
+#include "core/Index.h"
+
+namespace starsift {
+
+/// Elements an array reserves beyond its dimension when it is told to grow one
+/// by one.
+constexpr Index growthMargin = 100;
+
+template <class T>
+class Array {
+ public:
+  Array() = default;
+  explicit Array(Index dimension) { Array::resize(dimension, false); }
+  /// The copy has no spare capacity.
+  Array(const Array& other) { copyFrom(other); }
+  Array(Array&& other) noexcept { exchange(other); }
+  Array& operator=(const Array& other) {
+    if (this != &other) copyFrom(other);
+    return *this;
+  }
+  /// Leaves `other` with this array's former content.
+  Array& operator=(Array&& other) noexcept {
+    exchange(other);
+    return *this;
+  }
+  virtual ~Array() = default;
+
+  /// resize(0): keeps the storage.
+  virtual void clear() { resize(0, false); }
+
+  /// Back to the fresh state without storage.
+  virtual void destroy() {
+    data_.reset();
+    dimension_ = 0;
+    capacity_ = 0;
+  }
+
+  /// Sets the dimension. Storage grows when the capacity doesn't suffice, by
+  /// growthMargin beyond need with `reserve`. Never clears elements: shrinking
+  /// and growing again shows the old ones. A negative dimension is fatal.
+  virtual void resize(Index dimension, bool reserve) {
+    if (dimension < 0) fail("array: dimension < 0");
+    if (dimension > capacity_) grow(dimension, reserve);
+    dimension_ = dimension;
+  }
+
+  /// True when there is content.
+  virtual bool isSet() const { return dimension_ > 0; }
+
+  Index dimension() const { return dimension_; }
+  Index capacity() const { return capacity_; }
+  /// Slot 0 of the storage; null before the first growth.
+  T* data() { return data_.get(); }
+  const T* data() const { return data_.get(); }
+
+  /// Unchecked access for inner loops, 0 <= index <= dimension().
+  T& operator[](Index index) { return data_[static_cast<std::size_t>(index)]; }
+  const T& operator[](Index index) const { return data_[static_cast<std::size_t>(index)]; }
+
+  /// Checked access; an index outside 0..dimension() is fatal, and so is slot 0
+  /// of an array that never had storage.
+  T& element(Index index) {
+    checkIndex(index);
+    return (*this)[index];
+  }
+  const T& element(Index index) const {
+    checkIndex(index);
+    return (*this)[index];
+  }
+
+  /// Exchanges two elements; an index outside 0..dimension() is fatal.
+  void swap(Index a, Index b) {
+    if (a < 0 || a > dimension_ || b < 0 || b > dimension_)
+      fail("Array: swap index out of range");
+    using std::swap;
+    if (a != b) swap((*this)[a], (*this)[b]);
+  }
+
+  /// Exchanges the contents of two arrays; no element is touched.
+  void exchange(Array& other) noexcept {
+    std::swap(data_, other.data_);
+    std::swap(dimension_, other.dimension_);
+    std::swap(capacity_, other.capacity_);
+  }
+
+  /// The content, 1..dimension().
+  T* begin() { return data_.get() + (data_ ? 1 : 0); }
+  T* end() { return begin() + dimension_; }
+  const T* begin() const { return data_.get() + (data_ ? 1 : 0); }
+  const T* end() const { return begin() + dimension_; }
+
+ private:
+  void checkIndex(Index index) const {
+    if (index < 0 || index > dimension_ || !data_) fail("Array: index out of range");
+  }
+
+  void grow(Index dimension, bool reserve) {
+    const Index capacity = dimension + (reserve ? growthMargin : 0);
+    auto data = std::make_unique_for_overwrite<T[]>(static_cast<std::size_t>(capacity) + 1);
+    if (data_) {
+      std::move(data_.get(), data_.get() + dimension_ + 1, data.get());
+    } else if constexpr (std::is_arithmetic_v<T>) {
+      data[0] = T();
+    }
+    data_ = std::move(data);
+    capacity_ = capacity;
+  }
+
+  void copyFrom(const Array& other) {
+    if (!other.data_) {
+      dimension_ = 0;
+      return;
+    }
+    if (other.dimension_ > capacity_ || !data_) {
+      data_ = std::make_unique_for_overwrite<T[]>(static_cast<std::size_t>(other.dimension_) + 1);
+      capacity_ = other.dimension_;
+    }
+    std::copy(other.data(), other.data() + other.dimension_ + 1, data_.get());
+    dimension_ = other.dimension_;
+  }
+
+  std::unique_ptr<T[]> data_;
+  Index dimension_ = 0;
+  Index capacity_ = 0;
+};
+
+}  // namespace starsift

@@ -1,0 +1,106 @@
+// Numeric matrices: arrays of rows, 1-based with a live row 0 and column 0.
+// Bodies: Matrix.inl, instantiated here for the built-in number types and on the
+// floor of each further number type.
+#pragma once
+
+#include "core/Vector.h"
+
+namespace starsift {
+
+/// A matrix over T. A mismatch is a programming error or bad input: every check
+/// is fatal with a text of its own.
+template <class T>
+class Matrix : public ConversionArray<Vector<T>>, public Serializable {
+ public:
+  Matrix() : Serializable(",", false, false) {}
+  /// All entries zero.
+  Matrix(Index rows, Index columns) : Matrix() { resize(rows, columns, false); }
+  Matrix(std::initializer_list<std::initializer_list<T>> rows);
+  Matrix(const Matrix&) = default;
+  Matrix(Matrix&& other) noexcept : Matrix() { exchange(other); }
+  Matrix& operator=(const Matrix&) = default;
+  /// Leaves `other` with this matrix's former content.
+  Matrix& operator=(Matrix&& other) noexcept {
+    exchange(other);
+    return *this;
+  }
+  ~Matrix() override = default;
+  static Matrix identity(Index order);
+
+  Index rowCount() const { return this->dimension(); }
+  Index columnCount() const { return columnCount_; }
+
+  /// Also forgets the column count.
+  void destroy() override;
+  /// Keeps the columns.
+  void resize(Index rows, bool reserve) override;
+  /// New entries are zero; rows and columns beyond the new size stay in storage.
+  /// A negative count is fatal, "Matrix: invalid size".
+  void resize(Index rows, Index columns, bool reserve);
+  /// True with rows and columns.
+  bool isSet() const override;
+
+  /// Exchanges the contents of two matrices; no entry is touched.
+  void exchange(Matrix& other) noexcept {
+    ConversionArray<Vector<T>>::exchange(other);
+    std::swap(columnCount_, other.columnCount_);
+  }
+
+  /// Exchanges two rows without touching entries; 0 <= i, j <= rowCount().
+  void swapRows(Index i, Index j);
+  /// Moves row i to the end and cuts it off. An index at or beyond rowCount()
+  /// removes the last row; a negative one is fatal, "Invalid row index!".
+  void removeRow(Index i);
+
+  /// "Matrix: dimension mismatch3".
+  Matrix& operator*=(const Matrix& other);
+
+  /// Product of the pivots of the elimination, 0 below full rank. A matrix that
+  /// isn't square is fatal. Zero pivots are those of the tolerance of T.
+  T determinant() const;
+
+  /// Takes shape and every entry, converted; with `check` a result that doesn't
+  /// convert back to the source throws PrecisionException. Unchanged after an
+  /// exception.
+  template <class U>
+  void convertFrom(const Matrix<U>& source, bool check);
+
+  /// "[" and a line feed, one line a row, "]".
+  std::ostream& write(std::ostream& stream) const override;
+  /// See readMatrix. A stream in fail or bad state is fatal, "Matrix: bad stream".
+  std::istream& read(std::istream& stream) override;
+
+ private:
+  Index columnCount_ = 0;
+};
+
+/// "Matrix: mat-vec multiplication dimension mismatch".
+template <class T>
+Vector<T> operator*(const Matrix<T>& matrix, const Vector<T>& vector);
+/// "vector-matrix dimension mismatch".
+template <class T>
+Vector<T> operator*(const Vector<T>& vector, const Matrix<T>& matrix);
+/// "Matrix: dimension mismatch6".
+template <class T>
+Matrix<T> operator*(const Matrix<T>& a, const Matrix<T>& b);
+
+/// Reads "[ [ 1 2 ] [ 3 4 ] ]": rows in vector form, white space and comments
+/// between them. Leaves the matrix empty where the source doesn't stand at "[".
+/// The first row with components gives the column count; shorter rows are padded
+/// with zeros, a longer one is fatal ("Matrix row dimension mismatch"), and so is
+/// anything but "[" or "]" where a row is due ("Matrix: bad input"). Rows of
+/// nothing do not count: without a column the matrix stays empty.
+template <class T, class Source>
+void readMatrix(Source& source, Matrix<T>& matrix);
+
+template <class T>
+template <class U>
+void Matrix<T>::convertFrom(const Matrix<U>& source, bool check) {
+  Matrix result(source.rowCount(), source.columnCount());
+  for (Index i = 1; i <= source.rowCount(); ++i) result[i].convertFrom(source[i], check);
+  exchange(result);
+}
+
+extern template class Matrix<long double>;
+
+}  // namespace starsift

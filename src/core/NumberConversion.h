@@ -1,0 +1,17 @@
+// The one road from a number type to another. What may be lost on it is said
+// where a pair of types is specialised; a type converts to itself by copying.
+#pragma once
+
+namespace starsift {
+
+/// Specialisations give `static Target convert(const Source&)` and throw a
+/// PrecisionException where the target can't hold the value.
+template <class Target, class Source>
+struct NumberConversion;
+
+template <class T>
+struct NumberConversion<T, T> {
+  static const T& convert(const T& value) { return value; }
+};
+
+}  // namespace starsift

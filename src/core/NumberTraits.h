@@ -1,0 +1,110 @@
+// What an algorithm may ask of its number type. The primary template is only
+// declared: the built-in types are specialised here, QQ and mpfr::mpreal on
+// their own floor. No algorithm asks which type T is.
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <string>
+
+#include "core/Index.h"
+#include "core/TextCursor.h"
+
+namespace starsift {
+
+/// Specialisations offer, all static:
+///
+///   T infinity()                      +infinity
+///   bool isInfinite(const T&)         +-infinity; false for nan
+///   T absolute(const T&)
+///   const T& tolerance()              1 / 10^9: values this close count as equal
+///   bool isZero(const T&)             |v| <= tolerance; false for nan
+///   bool equal(const T&, const T&)    equal, or |a - b| <= tolerance; nan equals nothing
+///   void addProduct(T& sum, a, b)     sum += a * b without a temporary where T has a heap
+///   void subtractProduct(T& sum, a, b)
+///   T remainder(a, b)                 truncating: the sign of a
+///   bool overflows(const T&)          true above 10^9 (the caller throws its own
+///                                     PrecisionException); above 10^18 throws
+///                                     FatalPrecisionException. Exact types: never.
+///   bool read(Source&, T&)            one number token of a vector; false: no number
+///   void append(std::string&, const T&, int digits)
+///                                     the text of a stream with precision `digits`
+///   bool toInteger(const T&, std::int64_t&)
+///                                     true when the value is an integer, |v| < 2^62
+///   std::size_t hash(const T&)        equal values have equal hashes
+///   bool exact                        arithmetic never rounds
+template <class T>
+struct NumberTraits;
+
+/// Precision of a stream nobody set up, in significant decimal digits.
+constexpr int defaultDigits = 6;
+
+/// Precision of the components of a star in a file.
+constexpr int fileDigits = 17;
+
+/// Tolerance of equality: half of the 18 decimal digits of long double.
+constexpr long double eps = 1e-9L;
+
+/// Up to here a value passes the overflow test.
+constexpr long double safeBound = 1e9L;
+
+/// Above this magnitude an overflow can't be corrected.
+constexpr long double fatalBound = 1e18L;
+
+template <>
+struct NumberTraits<long double> {
+  static long double infinity() { return std::numeric_limits<long double>::infinity(); }
+  static bool isInfinite(long double v) { return std::isinf(v); }
+  static long double absolute(long double v) { return std::fabs(v); }
+  static const long double& tolerance() { return eps; }
+  static bool isZero(long double v) { return std::fabs(v) <= eps; }
+  static bool equal(long double a, long double b) { return a == b || std::fabs(a - b) <= eps; }
+  static void addProduct(long double& sum, long double a, long double b) { sum += a * b; }
+  static void subtractProduct(long double& sum, long double a, long double b) { sum -= a * b; }
+  static long double remainder(long double a, long double b) { return std::fmod(a, b); }
+  static bool overflows(long double v);
+  template <class Source>
+  static bool read(Source& source, long double& value);
+  static void append(std::string& out, long double value, int digits);
+  static bool toInteger(long double value, std::int64_t& integer) {
+    if (!(std::fabs(value) < 0x1p62L)) return false;
+    integer = static_cast<std::int64_t>(value);
+    return static_cast<long double>(integer) == value;
+  }
+  static std::size_t hash(long double value) {
+    std::int64_t integer = 0;
+    return toInteger(value, integer) ? std::hash<std::int64_t>()(integer)
+                                     : std::hash<long double>()(value);
+  }
+  static constexpr bool exact = false;
+};
+
+/// Machine integers: exact, without infinity; tolerance 0.
+template <class I>
+struct IntegerTraits {
+  static I infinity() { return std::numeric_limits<I>::max(); }
+  static bool isInfinite(I) { return false; }
+  static I absolute(I v) { return static_cast<I>(v < 0 ? -v : v); }
+  static const I& tolerance() {
+    static constexpr I zero = 0;
+    return zero;
+  }
+  static bool isZero(I v) { return v == 0; }
+  static bool equal(I a, I b) { return a == b; }
+  static void addProduct(I& sum, I a, I b) { sum = static_cast<I>(sum + a * b); }
+  static void subtractProduct(I& sum, I a, I b) { sum = static_cast<I>(sum - a * b); }
+  static I remainder(I a, I b) { return static_cast<I>(a % b); }
+  static bool overflows(I) { return false; }
+  template <class Source>
+  static bool read(Source& source, I& value);
+  static void append(std::string& out, I value, int /*digits*/) { out += std::to_string(value); }
+};
+
+template <>
+struct NumberTraits<long> : IntegerTraits<long> {};
+template <>
+struct NumberTraits<short> : IntegerTraits<short> {};
+
+}  // namespace starsift

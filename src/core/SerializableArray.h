@@ -1,0 +1,118 @@
+// The general list form "[ a,b,c ]": any element that streams, separated by the
+// characters of the delimiter setting and escaped by a backslash.
+#pragma once
+
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/ConversionArray.h"
+#include "core/Serializable.h"
+#include "core/Text.h"
+#include "core/TextCursor.h"
+
+namespace starsift {
+
+namespace listform {
+
+/// The characters that an item's text escapes: the separators from the second on
+/// and the terminating zero behind the last. The first separator, the one that is
+/// written, is not among them: files hold such texts, so an item with it in its
+/// text reads back as two.
+inline std::string escapedCharacters(const std::string& separators) {
+  return separators.substr(1) + '\0';
+}
+
+inline std::string escaped(std::string item, const std::string& separators) {
+  for (const char c : escapedCharacters(separators))
+    item = replaceAll(item, std::string(1, c), std::string{'\\', c});
+  return item;
+}
+
+inline std::string unescaped(std::string item, const std::string& separators) {
+  for (const char c : escapedCharacters(separators))
+    item = replaceAll(item, std::string{'\\', c}, std::string(1, c));
+  return item;
+}
+
+/// Reads the texts of the items of one list. `merge`: separators are skipped in
+/// runs, with comments, and end no item: its characters run together up to "]".
+template <class Source>
+std::vector<std::string> readItems(Source& source, const std::string& separators, bool merge) {
+  skipOnly(source, whiteSpace);
+  if (source.peek() != '[') fail("SerializableArray: no start found");
+  source.take();
+  std::vector<std::string> items;
+  std::string item;
+  bool first = true;
+  bool afterBackslash = false;
+  const auto finish = [&] {
+    if (!first || !item.empty()) items.push_back(unescaped(item, separators));
+    first = false;
+    item.clear();
+  };
+  while (true) {
+    if (!afterBackslash) {
+      bool separated = false;
+      if (merge) {
+        skipWithComments(source, separators);
+      } else if (source.peek() != endOfText &&
+                 separators.find(static_cast<char>(source.peek())) != std::string::npos) {
+        source.take();
+        separated = true;
+      }
+      if (source.peek() == ']' && item.empty()) break;
+      if (source.peek() == ']' || separated) {
+        finish();
+        continue;
+      }
+    }
+    if (source.peek() == endOfText) fail("SerializableArray: no end found");
+    afterBackslash = source.peek() == '\\';
+    item += static_cast<char>(source.peek());
+    source.take();
+  }
+  source.take();
+  return items;
+}
+
+}  // namespace listform
+
+/// An array with a text form.
+template <class T>
+class SerializableArray : public ConversionArray<T>, public Serializable {
+ public:
+  SerializableArray() : SerializableArray(",", false, false) {}
+  SerializableArray(std::string separators, bool mergeSeparators, bool secondFlag)
+      : Serializable(std::move(separators), mergeSeparators, secondFlag) {}
+
+  /// "[ a,b,c ]"; the frame is a line feed where that is a separator.
+  std::ostream& write(std::ostream& stream) const override {
+    const char frame = separators().find('\n') == std::string::npos ? ' ' : '\n';
+    stream << '[' << frame;
+    for (Index i = 1; i <= this->dimension(); ++i) {
+      std::ostringstream text;
+      text << (*this)[i];
+      stream << listform::escaped(text.str(), separators());
+      if (i < this->dimension()) stream << separators().front();
+    }
+    if (this->dimension() != 0) stream << frame;
+    return stream << ']';
+  }
+
+  /// Reads what write() wrote; text that doesn't start with "[" is fatal.
+  std::istream& read(std::istream& stream) override {
+    StreamCursor source(stream);
+    const auto items = listform::readItems(source, separators(), mergeSeparators());
+    this->resize(0, false);
+    this->resize(static_cast<Index>(items.size()), false);
+    for (Index i = 1; i <= this->dimension(); ++i) {
+      std::istringstream text(items[static_cast<std::size_t>(i - 1)]);
+      text >> (*this)[i];
+    }
+    return stream;
+  }
+};
+
+}  // namespace starsift

@@ -1,0 +1,58 @@
+// The stored solution of a problem.
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "core/TimeVector.h"
+
+namespace starsift {
+
+/// A star: the solution x (the vector itself), what its check computed, and what
+/// is known of the run that found it.
+template <class T>
+class Star : public TimeVector<T> {
+ public:
+  using TimeVector<T>::TimeVector;
+
+  const Vector<T>& x() const { return *this; }
+
+  /// Converts every number; PrecisionException "Precision lost during conversion"
+  /// or the conversion's own where T can't hold one. Unchanged after an exception.
+  template <class U>
+  void convertFrom(const Star<U>& source, bool check) {
+    Star result;
+    result.TimeVector<T>::convertFrom(source, check);
+    result.targetValues.convertFrom(source.targetValues, check);
+    result.targetNorm = convertNumber(source.targetNorm, check);
+    result.slackNorm = convertNumber(source.slackNorm, check);
+    result.paramsText = source.paramsText;
+    result.versionText = source.versionText;
+    result.fresh = source.fresh;
+    *this = std::move(result);
+  }
+
+  /// One value per target row, empty in a problem without targets.
+  Vector<T> targetValues;
+  /// Sum over the targets, maximised ones counted negatively: smaller is better.
+  T targetNorm = T();
+  /// Sum of the distances to the finite goals.
+  T slackNorm = T();
+  /// One-line text of the parameters of the run that found the star; opaque.
+  std::string paramsText;
+  /// Dotted version number of the solver; opaque but for the order of stars.
+  std::string versionText;
+  /// Found by this run, not read from a file.
+  bool fresh = false;
+
+ private:
+  template <class U>
+  static T convertNumber(const U& value, bool check) {
+    T result = NumberConversion<T, U>::convert(value);
+    if (check && !(NumberConversion<U, T>::convert(result) == value))
+      throw PrecisionException(conversionLossText);
+    return result;
+  }
+};
+
+}  // namespace starsift
