@@ -1,0 +1,151 @@
+#include "numbers/Conversion.h"
+
+#include <mpfr.h>
+
+#include <array>
+#include <cfloat>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+
+#include "core/ConversionArray.h"
+#include "core/Exceptions.h"
+#include "numbers/QQDecimal.h"
+#include "numbers/QQStorage.h"
+
+namespace starsift {
+
+namespace {
+
+/// 10^18: the integer parts of more than 18 digits begin here.
+constexpr std::int64_t integerBound = powersOfTen[dblDigits];
+
+/// Correctly rounded also among the subnormal numbers; infinite beyond LDBL_MAX.
+dbl_t nearestOfBig(mpq_srcptr value) {
+  const mpfr_exp_t leastExponent = mpfr_get_emin();
+  const mpfr_exp_t greatestExponent = mpfr_get_emax();
+  mpfr_set_emin(LDBL_MIN_EXP - LDBL_MANT_DIG + 1);
+  mpfr_set_emax(LDBL_MAX_EXP);
+  mpfr_t rounded;
+  mpfr_init2(rounded, LDBL_MANT_DIG);
+  const int inexact = mpfr_set_q(rounded, value, MPFR_RNDN);
+  mpfr_subnormalize(rounded, inexact, MPFR_RNDN);
+  mpfr_set_emin(leastExponent);
+  mpfr_set_emax(greatestExponent);
+  const dbl_t result = mpfr_get_ld(rounded, MPFR_RNDN);
+  mpfr_clear(rounded);
+  return result;
+}
+
+dbl_t nearest(const QQ& value) {
+  std::int64_t numerator = 0;
+  std::uint32_t denominator = 0;
+  // Both operands are exact, so the one rounding of the division is the right one.
+  if (value.toSmall(numerator, denominator))
+    return static_cast<dbl_t>(numerator) / static_cast<dbl_t>(denominator);
+  return nearestOfBig(QQView(value).get());
+}
+
+/// |numerator| / denominator, in lowest terms, is a decimal of at most 18 digits.
+bool isShortDecimal(std::int64_t numerator, std::uint32_t denominator) {
+  // Scaling by the missing twos and fives makes the denominator a power of ten;
+  // the numerator then has the digits that are written.
+  UInt128 digits = static_cast<UInt128>(std::abs(numerator));
+  std::uint32_t rest = denominator;
+  int twos = 0;
+  int fives = 0;
+  for (; rest % 2 == 0; ++twos) rest /= 2;
+  for (; rest % 5 == 0; ++fives) rest /= 5;
+  if (rest != 1) return false;
+  for (int i = twos; i < fives && digits < integerBound; ++i) digits *= 2;
+  for (int i = fives; i < twos && digits < integerBound; ++i) digits *= 5;
+  return digits < integerBound;
+}
+
+bool hasLongInteger(const QQ& value) {
+  std::int64_t numerator = 0;
+  std::uint32_t denominator = 0;
+  if (value.toSmall(numerator, denominator))
+    return std::abs(numerator) / static_cast<std::int64_t>(denominator) >= integerBound;
+  static const QQ bound(integerBound);
+  return abs(value) >= bound;
+}
+
+/// A decimal of few places that x is the nearest dbl_t of. With at most 18 digits
+/// it is the one that the text of x would show.
+bool fewPlaces(dbl_t x, QQ& value) {
+  constexpr int most = 17;
+  for (int places = 1; places <= most; ++places) {
+    const auto power = static_cast<dbl_t>(powersOfTen[static_cast<std::size_t>(places)]);
+    const dbl_t digits = x * power;
+    if (std::fabs(digits) >= static_cast<dbl_t>(integerBound)) return false;
+    if (digits == std::rint(digits) && digits / power == x) {
+      value = decimal(static_cast<std::int64_t>(digits), places);
+      return true;
+    }
+  }
+  return false;
+}
+
+QQ fromText(dbl_t x) {
+  std::array<char, 32> text{};
+  std::snprintf(text.data(), text.size(), "%.*Le", dblDigits - 1, x);
+  std::int64_t digits = 0;
+  const char* position = text.data();
+  const bool negative = *position == '-';
+  for (; *position != 'e'; ++position)
+    if (*position >= '0' && *position <= '9') digits = 10 * digits + (*position - '0');
+  long places = dblDigits - 1 - std::strtol(position + 1, nullptr, 10);
+  if (negative) digits = -digits;
+  if (places >= 0) return decimal(ZZ(digits), static_cast<unsigned long>(places));
+  return QQ(ZZ(digits) * pow(ZZ::ten(), ZZ(-places)));
+}
+
+}  // namespace
+
+dbl_t toDblGeneral(const QQ& value, bool strict, bool lenient) {
+  if (value.isInf()) return value.sign() ? HUGE_VALL : -HUGE_VALL;
+  if (strict && hasLongInteger(value))
+    throw PreCommaPrecisionException("The QQ integer-part is not exactly representable as dbl_t");
+  if (strict && !lenient && !isExact(value))
+    throw PostCommaPrecisionException("QQ is not representable as dbl_t");
+  return nearest(value);
+}
+
+QQ fromDbl(dbl_t x) {
+  if (std::isnan(x)) throw PrecisionException(conversionLossText);
+  QQ value;
+  if (std::isinf(x)) {
+    value.setInf(x > 0);
+    return value;
+  }
+  if (std::fabs(x) < static_cast<dbl_t>(integerBound)) {
+    const auto integer = static_cast<std::int64_t>(x);
+    if (static_cast<dbl_t>(integer) == x) return QQ(integer);
+    if (fewPlaces(x, value)) return value;
+  }
+  return fromText(x);
+}
+
+QQ::QQ(long double value) : QQ(fromDbl(value)) {}
+
+bool isExact(const QQ& value) {
+  if (value.isInf()) return true;
+  if (hasLongInteger(value)) return false;
+  std::int64_t numerator = 0;
+  std::uint32_t denominator = 0;
+  if (value.toSmall(numerator, denominator)) return isShortDecimal(numerator, denominator);
+  return fromDbl(nearest(value)) == value;
+}
+
+bool representable(const QQ& value) {
+  if (value.isInf()) return true;
+  const QQ back = fromDbl(nearest(value));
+  if (back.isInf()) return false;
+  const auto unit = static_cast<long>(digits(value.ganze())) - dblDigits + 1;
+  const QQ lastDigit = unit > 0 ? QQ(pow(ZZ::ten(), ZZ(unit)))
+                                : decimal(ZZ(1), static_cast<unsigned long>(-unit));
+  return abs(value - back) <= max(lastDigit, NumberTraits<QQ>::tolerance());
+}
+
+}  // namespace starsift

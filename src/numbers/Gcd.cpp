@@ -1,0 +1,34 @@
+#include "numbers/Gcd.h"
+
+#include <cmath>
+#include <numeric>
+
+#include "core/Failure.h"
+
+namespace starsift {
+
+QQ gcdQQ(const QQ& a, const QQ& b) {
+  if (a.isInf() || b.isInf()) fail("INF - INF is not defined");
+  std::int64_t first = 0;
+  std::int64_t second = 0;
+  if (a.toInt64(first) && b.toInt64(second)) return QQ(std::gcd(first, second));
+  // In lowest terms the common divisor of a/c and b/d is gcd(a, b) / lcm(c, d).
+  return QQ(gcd(a.numerator(), b.numerator()), lcm(a.nenner(), b.nenner()));
+}
+
+long double gcdQQ(long double a, long double b) {
+  a = std::fabs(a);
+  b = std::fabs(b);
+  while (b != 0) {
+    const long double rest = std::fmod(a, b);
+    a = b;
+    b = rest;
+  }
+  return a;
+}
+
+QQ lcmQQ(const QQ& a, const QQ& b) { return a * b / gcdQQ(a, b); }
+
+long double lcmQQ(long double a, long double b) { return a * b / gcdQQ(a, b); }
+
+}  // namespace starsift

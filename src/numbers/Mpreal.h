@@ -1,0 +1,48 @@
+// Floats of arbitrary precision, mpfr::mpreal: what the containers ask of them,
+// and vectors and matrices over them. A default-constructed one has the default
+// precision of its library at that moment.
+#pragma once
+
+#include <mpreal.h>
+
+#include "core/Elimination.h"
+#include "core/Matrix.h"
+#include "core/VectorText.h"
+
+namespace starsift {
+
+/// As for long double, but without overflow: the range has no bound that matters.
+template <>
+struct NumberTraits<mpfr::mpreal> {
+  static mpfr::mpreal infinity() { return mpfr::const_infinity(); }
+  static bool isInfinite(const mpfr::mpreal& v) { return mpfr::isinf(v); }
+  static mpfr::mpreal absolute(const mpfr::mpreal& v) { return mpfr::abs(v); }
+  static const mpfr::mpreal& tolerance();
+  static bool isZero(const mpfr::mpreal& v) { return mpfr::abs(v) <= tolerance(); }
+  static bool equal(const mpfr::mpreal& a, const mpfr::mpreal& b) {
+    return a == b || mpfr::abs(a - b) <= tolerance();
+  }
+  static void addProduct(mpfr::mpreal& sum, const mpfr::mpreal& a, const mpfr::mpreal& b) {
+    sum += a * b;
+  }
+  static void subtractProduct(mpfr::mpreal& sum, const mpfr::mpreal& a, const mpfr::mpreal& b) {
+    sum -= a * b;
+  }
+  static mpfr::mpreal remainder(const mpfr::mpreal& a, const mpfr::mpreal& b) {
+    return mpfr::fmod(a, b);
+  }
+  static bool overflows(const mpfr::mpreal&) { return false; }
+  /// A decimal with optional sign, point and exponent, rounded to the default precision.
+  template <class Source>
+  static bool read(Source& source, mpfr::mpreal& value);
+  static void append(std::string& out, const mpfr::mpreal& value, int digits);
+  static bool toInteger(const mpfr::mpreal& value, std::int64_t& integer);
+  static constexpr bool exact = false;
+};
+
+extern template class Vector<mpfr::mpreal>;
+extern template class Matrix<mpfr::mpreal>;
+
+extern template Index eliminate(Matrix<mpfr::mpreal>&, Matrix<mpfr::mpreal>&, bool);
+
+}  // namespace starsift

@@ -1,0 +1,214 @@
+#include "numbers/QQFunctions.h"
+
+#include <mpfr.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "core/Failure.h"
+#include "numbers/QQDecimal.h"
+#include "numbers/QQStorage.h"
+
+namespace starsift {
+
+namespace {
+
+constexpr const char* complexRootText = "QQ: complex roots are not implemented";
+constexpr const char* outOfRangeText = "QQ: exponent out of range";
+
+/// Results with more bits than this, in numerator or denominator, are refused.
+constexpr unsigned long resultBits = 1UL << 31;
+
+/// Binary digits that approximations are worked out in, beyond those in front of
+/// the point: 10^-30 are 100 of them, the rest covers the rounding on the way.
+constexpr mpfr_prec_t workingBits = 192;
+
+/// One MPFR number of fixed precision.
+class Float {
+ public:
+  explicit Float(mpfr_prec_t bits) noexcept { mpfr_init2(value_, bits); }
+  Float(const Float&) = delete;
+  Float& operator=(const Float&) = delete;
+  ~Float() { mpfr_clear(value_); }
+  mpfr_ptr get() noexcept { return value_; }
+
+ private:
+  mpfr_t value_;
+};
+
+QQ toQQ(Float& value) {
+  QQ result;
+  const mpq_ptr work = QQStorage::workplace(result);
+  mpfr_get_q(work, value.get());
+  QQStorage::finish(result, work);
+  return result;
+}
+
+void setQQ(Float& target, const QQ& value) {
+  mpfr_set_q(target.get(), QQView(value).get(), MPFR_RNDN);
+}
+
+bool isOdd(const ZZ& value) { return mpz_odd_p(value.get()) != 0; }
+
+/// Sets `result` to the natural logarithm, value > 0 and finite, with a relative
+/// error of few units in the last place. Near 1 rounding the argument would leave
+/// nothing of the logarithm, so there the exact difference to 1 is rounded.
+void naturalLogarithm(Float& result, const QQ& value) {
+  if (value > QQ(1, 2) && value < QQ(2)) {
+    setQQ(result, value - QQ(1));
+    mpfr_log1p(result.get(), result.get(), MPFR_RNDN);
+  } else {
+    setQQ(result, value);
+    mpfr_log(result.get(), result.get(), MPFR_RNDN);
+  }
+}
+
+/// result = exponent * log(base).
+void scaledLogarithm(Float& result, const QQ& base, const QQ& exponent) {
+  naturalLogarithm(result, base);
+  mpfr_mul_q(result.get(), result.get(), QQView(exponent).get(), MPFR_RNDN);
+}
+
+/// base ^ exponent within 10^-30 relative; base > 0, both finite.
+QQ approximatePower(const QQ& base, const QQ& exponent) {
+  constexpr mpfr_prec_t firstLook = 64;
+  Float estimate(firstLook);
+  scaledLogarithm(estimate, base, exponent);
+  mpfr_prec_t bits = workingBits;
+  if (mpfr_zero_p(estimate.get()) == 0) {
+    const mpfr_exp_t size = mpfr_get_exp(estimate.get());
+    // |log| < 2^size, and one bit of the result is 0.69 of it.
+    if (size > 30) fail(outOfRangeText);
+    bits += std::max<mpfr_exp_t>(size, 0);
+  }
+  Float logarithm(bits);
+  scaledLogarithm(logarithm, base, exponent);
+  Float power(workingBits);
+  mpfr_exp(power.get(), logarithm.get(), MPFR_RNDN);
+  return toQQ(power);
+}
+
+/// base ^ exponent for 10, where the exponent is small, and for +-1 and 0 at any
+/// size: the roads that need no limit.
+bool easyPower(const QQ& base, const ZZ& exponent, QQ& result) {
+  std::int64_t small = 0;
+  if (!base.toInt64(small)) return false;
+  if (small == 10 && exponent < ZZ(static_cast<long>(powersOfTen.size()))) {
+    result = QQ(powersOfTen[mpz_get_ui(exponent.get())]);
+    return true;
+  }
+  if (small < -1 || small > 1) return false;
+  result = small == -1 && !isOdd(exponent) ? QQ(1) : base;
+  return true;
+}
+
+/// base ^ exponent, base finite, exponent > 0.
+QQ integerPower(const QQ& base, const ZZ& exponent) {
+  QQ result;
+  if (easyPower(base, exponent, result)) return result;
+  const QQView view(base);
+  const unsigned long size =
+      std::max(mpz_sizeinbase(view.numerator(), 2), mpz_sizeinbase(view.denominator(), 2));
+  if (exponent > ZZ(resultBits / size)) fail(outOfRangeText);
+  const unsigned long power = mpz_get_ui(exponent.get());
+  const mpq_ptr work = QQStorage::workplace(result);
+  mpz_pow_ui(mpq_numref(work), view.numerator(), power);
+  mpz_pow_ui(mpq_denref(work), view.denominator(), power);
+  QQStorage::finish(result, work);
+  return result;
+}
+
+/// Sets `result` to the n-th root where it is an integer; value >= 0, n > 0.
+bool perfectRoot(ZZ& result, mpz_srcptr value, const ZZ& n) {
+  if (mpz_cmp_ui(value, 1) <= 0) {
+    mpz_set(result.get(), value);
+    return true;
+  }
+  // A root of at least 2 needs more than n bits.
+  if (n >= ZZ(mpz_sizeinbase(value, 2))) return false;
+  return mpz_root(result.get(), value, mpz_get_ui(n.get())) != 0;
+}
+
+/// base ^ (p / q) with the sign of a real q-th root; base finite, p > 0, q > 0, in
+/// lowest terms.
+QQ fractionalPower(const QQ& base, const ZZ& p, const ZZ& q) {
+  if (!base.sign() && !isOdd(q)) fail(complexRootText);
+  const QQ size = abs(base);
+  const QQView view(size);
+  ZZ numerator;
+  ZZ denominator;
+  QQ result;
+  if (perfectRoot(numerator, view.numerator(), q) && perfectRoot(denominator, view.denominator(), q))
+    result = integerPower(QQ(numerator, denominator), p);
+  else
+    result = approximatePower(size, QQ(p, q));
+  if (!base.sign() && isOdd(p)) result.negate();
+  return result;
+}
+
+/// base ^ (p / q) for an infinite base, p > 0, q > 0.
+QQ infinitePower(const QQ& base, const ZZ& p, const ZZ& q) {
+  if (!base.sign() && !isOdd(q)) fail(complexRootText);
+  QQ result;
+  result.setInf(base.sign() || !isOdd(p));
+  return result;
+}
+
+/// base ^ +infinity: the limit for a base >= 0.
+QQ powerToInfinity(const QQ& base) {
+  if (!base.sign()) fail(complexRootText);
+  if (base == QQ(1)) return base;
+  return base < QQ(1) ? QQ() : QQ::infinity();
+}
+
+/// The domain of log2() and log(); false for +infinity.
+bool checkLogarithm(const QQ& value, const char* ofMinusInfinity) {
+  if (value.isInf() && !value.sign()) fail(ofMinusInfinity);
+  if (value <= QQ()) fail("log2(x), x <= 0 is not implemented / defined");
+  return !value.isInf();
+}
+
+}  // namespace
+
+QQ pow(const QQ& base, const QQ& exponent) {
+  if (exponent.isZero()) return QQ(1);
+  if (!exponent.sign()) return QQ(1) / pow(base, -exponent);
+  if (exponent.isInf()) return powerToInfinity(base);
+  const ZZ p = exponent.numerator();
+  if (base.isInf()) return infinitePower(base, p, exponent.nenner());
+  if (exponent.isInteger()) return integerPower(base, p);
+  return fractionalPower(base, p, exponent.nenner());
+}
+
+QQ root(const QQ& value, const ZZ& n) {
+  if (n.isZero()) fail("QQ: zero-th roots are not defined");
+  if (!n.sign()) {
+    if (value.isZero()) fail("QQ: division by zero");
+    return QQ(1) / root(value, -n);
+  }
+  return value.isInf() ? infinitePower(value, ZZ::one(), n) : fractionalPower(value, ZZ::one(), n);
+}
+
+QQ log2(const QQ& value) {
+  if (!checkLogarithm(value, "log2(-inf) is not implemented / defined")) return value;
+  Float result(workingBits);
+  if (value > QQ(1, 2) && value < QQ(2)) {
+    Float logarithmOf2(workingBits);
+    mpfr_const_log2(logarithmOf2.get(), MPFR_RNDN);
+    naturalLogarithm(result, value);
+    mpfr_div(result.get(), result.get(), logarithmOf2.get(), MPFR_RNDN);
+  } else {
+    setQQ(result, value);
+    mpfr_log2(result.get(), result.get(), MPFR_RNDN);
+  }
+  return toQQ(result);
+}
+
+QQ log(const QQ& value) {
+  if (!checkLogarithm(value, "log(-inf) is not implemented / defined")) return value;
+  Float result(workingBits);
+  naturalLogarithm(result, value);
+  return toQQ(result);
+}
+
+}  // namespace starsift

@@ -1,0 +1,218 @@
+// The general grammar of QQ. A token may be megabytes long, with as many levels of
+// separators or exponents as it has characters, so nothing here is recursive and
+// every character is looked at a bounded number of times.
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+#include "core/Failure.h"
+#include "numbers/QQDecimal.h"
+#include "numbers/QQFunctions.h"
+#include "numbers/QQText.h"
+
+namespace starsift {
+
+namespace {
+
+/// Greatest magnitude of an exponent.
+constexpr long exponentBound = 100000;
+
+/// As isspace() in the C locale.
+constexpr std::string_view allWhiteSpace = " \t\n\v\f\r";
+
+std::string_view skipSpace(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(allWhiteSpace), text.size()));
+  return text;
+}
+
+/// The C string that the view begins with.
+std::string_view uptoZero(std::string_view text) { return text.substr(0, text.find('\0')); }
+
+/// Steps over one sign; true when it is a minus.
+bool takeSign(std::string_view& text) {
+  const bool negative = text.starts_with('-');
+  if (negative || text.starts_with('+')) text.remove_prefix(1);
+  return negative;
+}
+
+/// Steps over zeros; their count.
+unsigned long takeZeros(std::string_view& text) {
+  const std::size_t zeros = std::min(text.find_first_not_of('0'), text.size());
+  text.remove_prefix(zeros);
+  return zeros;
+}
+
+/// The mixed number or decimal that a text without exponent spells.
+///
+/// In "a.b.c" or "a:b:c" what stands behind a separator is a number again. The
+/// text is walked through level by level, so that an error of an outer level comes
+/// first, and then the levels are checked from the innermost one outwards, as each
+/// needs the number behind it. Of the numbers themselves only three survive: an
+/// outer level looks at the integer part behind a "." and takes the fraction
+/// behind a ":", whose integer part must be 0.
+class LevelParser {
+ public:
+  QQ parse(std::string_view text) {
+    while (takeLevel(text)) {
+    }
+    checkLevels();
+    return levels_.empty() ? last_ : value();
+  }
+
+ private:
+  /// A level that ends in a separator other than "/".
+  struct Level {
+    bool mixed;           // ":", otherwise "." or ","
+    bool negative;        // sign in front
+    bool zeros;           // zeros right behind the separator
+    signed char integer;  // sign of the integer part
+  };
+
+  /// Takes the text up to and with the next separator; false at the last level.
+  bool takeLevel(std::string_view& text) {
+    text = skipSpace(text);
+    const bool negative = takeSign(text);
+    if (text.empty()) fail("QQ: parse error1");
+    const std::size_t length = text.find_first_of(",./:");
+    if (length == std::string_view::npos) {
+      last_ = plainNumber(negative, text);
+    } else if (text[length] == '/') {
+      last_ = fraction(negative, text.substr(0, length), text.substr(length + 1));
+    } else {
+      takeInteger(negative, text, length);
+      return true;
+    }
+    if (tailIsNext()) tail_ = last_.ganze();
+    return false;
+  }
+
+  void takeInteger(bool negative, std::string_view& text, std::size_t length) {
+    ZZ integer = toInteger(text.substr(0, length));
+    const bool mixed = text[length] == ':';
+    text.remove_prefix(length + 1);
+    const unsigned long zeros = takeZeros(text);
+    if (tailIsNext()) tail_ = integer;
+    if (!mixed && !firstPoint_) {
+      firstPoint_ = levels_.size();
+      pointZeros_ = zeros;
+    }
+    levels_.push_back(
+        {mixed, negative, zeros > 0, static_cast<signed char>(mpz_sgn(integer.get()))});
+    if (levels_.size() == 1) integer_.swap(integer);
+  }
+
+  /// True right behind the first point, where the digits of the decimal stand.
+  bool tailIsNext() const { return firstPoint_ && *firstPoint_ + 1 == levels_.size(); }
+
+  QQ plainNumber(bool negative, std::string_view text) {
+    if (!text.starts_with('i'))
+      return QQ::canonicalise(!negative, toInteger(text), ZZ::zero(), ZZ::one());
+    if (text.size() < 2 || text[1] != 'n') fail("QQ: parse error2");
+    if (text.size() < 3 || text[2] != 'f') fail("QQ: parse error3");
+    QQ infinite;
+    infinite.setInf(!negative);
+    return infinite;
+  }
+
+  QQ fraction(bool negative, std::string_view zaehlerText, std::string_view nennerText) {
+    const ZZ nenner = toInteger(nennerText);
+    if (nenner.isZero()) fail("QQ: division by zero1");
+    const QQ value(toInteger(zaehlerText), nenner);
+    return negative ? -value : value;
+  }
+
+  ZZ toInteger(std::string_view text) {
+    buffer_.assign(text);
+    return {buffer_, 0};
+  }
+
+  /// Raises what is wrong with a level, innermost level first.
+  void checkLevels() const {
+    // Of the number behind the level at hand:
+    bool negative = !last_.sign();
+    bool hasInteger = !last_.ganze().isZero();
+    bool hasFraction = !last_.zaehler().isZero();
+    for (auto level = levels_.rbegin(); level != levels_.rend(); ++level) {
+      if (level->mixed) {
+        if (level->zeros || negative) fail("QQ: malformed number1");
+        if (hasInteger) fail("QQ: malformed number2");
+      } else {
+        hasFraction = hasInteger;
+      }
+      if (level->integer < 0) QQ::canonicalise(true, ZZ(-1), ZZ::zero(), ZZ::one());
+      hasInteger = level->integer != 0;
+      negative = level->negative && (hasInteger || hasFraction);
+    }
+  }
+
+  /// The number of the outermost level; there is more than one.
+  QQ value() const {
+    QQ result = firstPoint_ ? tailAsDecimal() : last_;
+    result += QQ(integer_);
+    if (levels_.front().negative) result.negate();
+    return result;
+  }
+
+  QQ tailAsDecimal() const {
+    const ZZ stripped = withoutTrailingZeros(tail_);
+    return decimal(stripped, digits(stripped) + pointZeros_);
+  }
+
+  std::vector<Level> levels_;
+  ZZ integer_;                             // integer part of the first level
+  std::optional<std::size_t> firstPoint_;  // level that ends in the first "."
+  unsigned long pointZeros_ = 0;           // zeros right behind that point
+  ZZ tail_;                                // integer part of the level behind it
+  QQ last_;                                // number of the last level
+  std::string buffer_;                     // zero-terminated digits for GMP
+};
+
+/// mantissa * 10^exponent.
+QQ scaled(const QQ& mantissa, const QQ& exponent) {
+  if (abs(exponent) > QQ(exponentBound)) fail("QQ: exponent out of range");
+  return mantissa * pow(QQ::ten(), exponent);
+}
+
+/// The number of a text with or without exponent. The exponent is a number with
+/// or without exponent itself: all mantissas are read from left to right, then
+/// the values are formed from the innermost exponent outwards.
+QQ parseWithExponents(std::string_view text) {
+  struct Power {
+    QQ mantissa;
+    bool negative;  // sign in front of the exponent
+  };
+  std::vector<Power> powers;
+  QQ value;
+  for (;;) {
+    const std::size_t length = text.find_first_of("eE");
+    QQ mantissa = LevelParser().parse(text.substr(0, length));
+    if (length == std::string_view::npos) {
+      value = std::move(mantissa);
+      break;
+    }
+    text.remove_prefix(length + 1);
+    const bool negative = takeSign(text);
+    takeZeros(text);
+    powers.push_back({std::move(mantissa), negative});
+    if (text.empty()) break;
+  }
+  for (; !powers.empty(); powers.pop_back()) {
+    if (powers.back().negative) value.negate();
+    value = scaled(powers.back().mantissa, value);
+  }
+  return value;
+}
+
+}  // namespace
+
+QQ qqtext::parseGeneral(std::string_view text) { return parseWithExponents(uptoZero(text)); }
+
+std::string expandExponent(std::string_view text) {
+  text = skipSpace(uptoZero(text));
+  if (text.find_first_of("eE") == std::string_view::npos) return std::string(text);
+  std::string expanded;
+  append(expanded, parseWithExponents(text));
+  return expanded;
+}
+
+}  // namespace starsift

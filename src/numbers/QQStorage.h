@@ -1,0 +1,53 @@
+// Inside of QQ, for its own .cpp files: any finite number seen as a GMP rational,
+// and results of GMP or of 128-bit arithmetic brought back into shape.
+#pragma once
+
+#include "numbers/QQ.h"
+
+namespace starsift {
+
+__extension__ using Int128 = __int128;
+__extension__ using UInt128 = unsigned __int128;
+
+/// A finite number as a read-only GMP rational, without heap traffic. The number
+/// must stay unchanged as long as the view of a small one is in use.
+class QQView {
+ public:
+  explicit QQView(const QQ& value) noexcept;
+  QQView(const QQView&) = delete;
+  QQView& operator=(const QQView&) = delete;
+  ~QQView() = default;
+
+  mpq_srcptr get() const noexcept { return rational_; }
+  mpz_srcptr numerator() const noexcept { return mpq_numref(rational_); }
+  mpz_srcptr denominator() const noexcept { return mpq_denref(rational_); }
+
+ private:
+  mp_limb_t numeratorLimb_ = 0;
+  mp_limb_t denominatorLimb_ = 0;
+  mpq_t small_;
+  mpq_srcptr rational_;
+};
+
+/// Access to the shapes of a number.
+class QQStorage {
+ public:
+  static bool isSmall(const QQ& value) noexcept { return value.tag_ - 1 < QQ::infiniteTag - 1; }
+  static bool isBig(const QQ& value) noexcept { return value.isBig(); }
+  /// Of a small number.
+  static std::int64_t numerator(const QQ& value) noexcept { return value.word_; }
+  static std::uint64_t denominator(const QQ& value) noexcept { return value.tag_; }
+
+  /// A GMP rational to work the new value of `target` out in: its own when it is
+  /// big, a scratch object otherwise. Only one is in use at a time.
+  static mpq_ptr workplace(QQ& target) noexcept;
+  /// Stores what stands in the workplace of `target`, in lowest terms.
+  static void finish(QQ& target, mpq_ptr result);
+
+  /// Stores numerator / denominator, in lowest terms, denominator > 0.
+  static void set(QQ& target, Int128 numerator, UInt128 denominator);
+  /// As set() for any numerator and denominator > 0.
+  static void setReduced(QQ& target, Int128 numerator, std::uint64_t denominator);
+};
+
+}  // namespace starsift

@@ -1,0 +1,227 @@
+// Printing, tokens and the reading of plain numbers. Everything that the general
+// grammar knows is in QQParse.cpp.
+#include "numbers/QQText.h"
+
+#include <array>
+#include <charconv>
+#include <istream>
+#include <ostream>
+
+#include "core/Failure.h"
+#include "numbers/QQDecimal.h"
+#include "numbers/QQStorage.h"
+
+namespace starsift {
+
+namespace {
+
+constexpr int plainDigits = 18;
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+/// A run of decimal digits in the text.
+struct Digits {
+  std::int64_t value = 0;
+  int count = 0;
+};
+
+/// Takes up to `most` digits, most <= 18. A further digit stays for the caller to
+/// stumble over.
+Digits takeDigits(const char*& position, const char* end, int most) {
+  Digits digits;
+  for (; position != end && isDigit(*position) && digits.count < most; ++position, ++digits.count)
+    digits.value = 10 * digits.value + (*position - '0');
+  return digits;
+}
+
+/// A number without leading zeros, not 0, or a count of 0.
+Digits takePositive(const char*& position, const char* end) {
+  if (position == end || *position == '0') return {};
+  return takeDigits(position, end, plainDigits);
+}
+
+/// The tail of a decimal behind its point; null when it has only zeros or is long.
+const char* scanDecimalTail(const char* position, const char* end, Digits whole, QQ& value) {
+  const char* const start = position;
+  const Digits tail = takeDigits(position, end, plainDigits - whole.count);
+  if (tail.value == 0) return nullptr;
+  const auto places = static_cast<int>(position - start);
+  value = decimal(whole.value * powersOfTen[static_cast<std::size_t>(places)] + tail.value, places);
+  return position;
+}
+
+/// zaehler / nenner behind a ":", a proper fraction.
+const char* scanMixedTail(const char* position, const char* end, Digits whole, QQ& value) {
+  const Digits zaehler = takePositive(position, end);
+  if (zaehler.count == 0 || position == end || *position != '/') return nullptr;
+  const Digits nenner = takePositive(++position, end);
+  if (nenner.count == 0 || zaehler.value >= nenner.value) return nullptr;
+  QQStorage::setReduced(value, static_cast<Int128>(whole.value) * nenner.value + zaehler.value,
+                        static_cast<std::uint64_t>(nenner.value));
+  return position;
+}
+
+const char* scanNenner(const char* position, const char* end, Digits zaehler, QQ& value) {
+  const Digits nenner = takePositive(position, end);
+  if (nenner.count == 0) return nullptr;
+  QQStorage::setReduced(value, zaehler.value, static_cast<std::uint64_t>(nenner.value));
+  return position;
+}
+
+/// What stands behind the first digits; `position` is at a separator.
+const char* scanTail(const char* position, const char* end, Digits whole, QQ& value) {
+  switch (*position) {
+    case '.':
+    case ',':
+      return scanDecimalTail(position + 1, end, whole, value);
+    case ':':
+      return scanMixedTail(position + 1, end, whole, value);
+    default:
+      return scanNenner(position + 1, end, whole, value);
+  }
+}
+
+bool isSeparator(char c) { return c == '.' || c == ',' || c == ':' || c == '/'; }
+
+bool opensComment(const char* position, const char* end) {
+  return *position == '/' && end - position > 1 && (position[1] == '/' || position[1] == '*');
+}
+
+bool isTokenCharacter(int c, TokenKind kind) {
+  if (c >= '+' && c <= ':') return true;  // + , - . / 0..9 :
+  return kind == TokenKind::record && (c == 'e' || c == 'E');
+}
+
+/// True when a number token can't go on with what the source stands at.
+bool tokenEnds(const TextCursor& source, TokenKind kind) {
+  const int c = source.peek();
+  return c != 'i' && (!isTokenCharacter(c, kind) || atComment(source));
+}
+
+template <class Source>
+std::string gatherToken(Source& source, TokenKind kind) {
+  std::string token;
+  int c = source.peek();
+  for (; isTokenCharacter(c, kind) && !atComment(source); c = source.peek()) {
+    token += static_cast<char>(c);
+    source.take();
+  }
+  if (c != 'i') return token;
+  source.take();
+  if (source.peek() != 'n') return token;
+  source.take();
+  if (source.peek() != 'f') return token;
+  source.take();
+  return token += "inf";
+}
+
+/// Takes a plain number that ends the token; false leaves the source as it is.
+bool readPlain(TextCursor& source, QQ& value, TokenKind kind) {
+  const std::string_view rest = source.rest();
+  const char* const begin = rest.data();
+  const char* const behind = qqtext::scanPlain(begin, begin + rest.size(), value);
+  if (behind == nullptr) return false;
+  TextCursor ahead = source;
+  ahead.advance(static_cast<std::size_t>(behind - begin));
+  if (!tokenEnds(ahead, kind)) return false;
+  source = ahead;
+  return true;
+}
+
+/// A stream shows no text ahead; the gathered token takes the plain roads.
+bool readPlain(StreamCursor& /*source*/, QQ& /*value*/, TokenKind /*kind*/) { return false; }
+
+void appendInteger(std::string& out, std::int64_t value) {
+  std::array<char, 24> text;
+  out.append(text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr);
+}
+
+void appendSmall(std::string& out, std::int64_t numerator, std::int64_t denominator) {
+  if (denominator == 1) return appendInteger(out, numerator);
+  const std::int64_t ganze = numerator / denominator;
+  std::int64_t zaehler = numerator % denominator;
+  if (ganze != 0) {
+    appendInteger(out, ganze);
+    out += ':';
+    if (zaehler < 0) zaehler = -zaehler;
+  }
+  appendInteger(out, zaehler);
+  out += '/';
+  appendInteger(out, denominator);
+}
+
+void appendBig(std::string& out, const QQ& value) {
+  if (!value.sign()) out += '-';
+  const ZZ ganze = value.ganze();
+  const ZZ zaehler = value.zaehler();
+  if (!ganze.isZero()) out += ganze.toString();
+  if (zaehler.isZero()) return;
+  if (!ganze.isZero()) out += ':';
+  out += zaehler.toString();
+  out += '/';
+  out += value.nenner().toString();
+}
+
+}  // namespace
+
+const char* qqtext::scanPlain(const char* begin, const char* end, QQ& value) {
+  const char* position = begin;
+  const bool negative = position != end && *position == '-';
+  if (position != end && (*position == '-' || *position == '+')) ++position;
+  const char* const start = position;
+  const Digits whole = takeDigits(position, end, plainDigits);
+  // A leading zero means another base than ten.
+  if (whole.count == 0 || (*start == '0' && whole.count > 1)) return nullptr;
+  if (position != end && isSeparator(*position) && !opensComment(position, end)) {
+    position = scanTail(position, end, whole, value);
+    if (position == nullptr) return nullptr;
+    if (negative) value.negate();
+  } else {
+    value = QQ(negative ? -whole.value : whole.value);
+  }
+  return position;
+}
+
+QQ QQ::parse(std::string_view text) {
+  QQ value;
+  const char* const end = text.data() + text.size();
+  if (qqtext::scanPlain(text.data(), end, value) == end && !text.empty()) return value;
+  return qqtext::parseGeneral(text);
+}
+
+template <class Source>
+bool readToken(Source& source, QQ& value, TokenKind kind) {
+  // A vector's reader has skipped already.
+  if (readPlain(source, value, kind)) return true;
+  skipWithComments(source);
+  if (!readPlain(source, value, kind)) value = QQ::parse(gatherToken(source, kind));
+  return true;
+}
+
+template bool readToken(TextCursor&, QQ&, TokenKind);
+template bool readToken(StreamCursor&, QQ&, TokenKind);
+
+void append(std::string& out, const QQ& value) {
+  std::int64_t numerator = 0;
+  std::uint32_t denominator = 0;
+  if (value.toSmall(numerator, denominator))
+    appendSmall(out, numerator, denominator);
+  else if (value.isInf())
+    out += value.sign() ? "inf" : "-inf";
+  else
+    appendBig(out, value);
+}
+
+std::ostream& operator<<(std::ostream& stream, const QQ& value) {
+  std::string text;
+  append(text, value);
+  return stream << text;
+}
+
+std::istream& operator>>(std::istream& stream, QQ& value) {
+  StreamCursor source(stream);
+  readToken(source, value, TokenKind::problem);
+  return stream;
+}
+
+}  // namespace starsift
