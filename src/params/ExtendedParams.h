@@ -1,0 +1,42 @@
+// The parameters of a lattice over T: the common ones and the two over T, wired to
+// the reactions of their owner.
+#pragma once
+
+#include <functional>
+
+#include "params/ParamReactions.h"
+#include "params/Params.h"
+
+namespace starsift {
+
+/// T is long double or QQ.
+template <LatticeNumber T>
+class ExtendedParams : public Params {
+ public:
+  /// The owner hears of changes; it must live as long as the set. Without one only
+  /// the global switch for extended output follows (on while verb is exactly 2).
+  explicit ExtendedParams(ParamReactions* owner = nullptr);
+  /// The copy has no owner.
+  ExtendedParams(const ExtendedParams& other);
+  /// Copies texts and typed values, as Params does.
+  ExtendedParams& operator=(const ExtendedParams& other);
+  ~ExtendedParams() override = default;
+
+  /// As assignment, from a set over the other number type. The two parameters over
+  /// T are converted strictly: PrecisionException where T can't hold one, and this
+  /// set is unchanged then.
+  template <LatticeNumber U>
+  void convertFrom(const ExtendedParams<U>& source);
+
+  Param<T> snorm{"snorm", registry()};
+  Param<T> tnorm{"tnorm", registry()};
+
+ private:
+  /// Lets `reaction` follow every change of the parameter's text.
+  static void react(ParamInfo& parameter, const std::function<void()>& reaction);
+};
+
+extern template class ExtendedParams<long double>;
+extern template class ExtendedParams<QQ>;
+
+}  // namespace starsift

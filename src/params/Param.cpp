@@ -1,0 +1,139 @@
+#include "params/Param.h"
+
+#include <cassert>
+#include <limits>
+#include <sstream>
+#include <type_traits>
+#include <utility>
+
+#include "numbers/Conversion.h"
+
+namespace starsift {
+
+namespace {
+
+template <class T>
+constexpr ParamKind paramKindOf = ParamKind::number;
+template <>
+constexpr ParamKind paramKindOf<bool> = ParamKind::boolean;
+template <>
+constexpr ParamKind paramKindOf<long> = ParamKind::integer;
+template <>
+constexpr ParamKind paramKindOf<unsigned long> = ParamKind::natural;
+template <>
+constexpr ParamKind paramKindOf<float> = ParamKind::real;
+template <>
+constexpr ParamKind paramKindOf<MutexType<long>> = ParamKind::guardedInteger;
+
+template <class T>
+T infinityOf(bool negative) {
+  if constexpr (std::numeric_limits<T>::has_infinity) {
+    const T infinity = std::numeric_limits<T>::infinity();
+    return negative ? -infinity : infinity;
+  } else if constexpr (std::is_integral_v<T>) {
+    // Converting an infinity to bool gives true, to an integer nothing defined.
+    constexpr bool isSwitch = std::is_same_v<T, bool>;
+    return negative && !isSwitch ? std::numeric_limits<T>::lowest() : std::numeric_limits<T>::max();
+  } else {
+    T infinity = NumberTraits<T>::infinity();
+    return negative ? -infinity : infinity;
+  }
+}
+
+template <class T>
+void extract(const std::string& text, T& value) {
+  std::istringstream(text) >> value;
+}
+
+void extract(const std::string& text, QQ& value) {
+  value = QQ::parse(text);
+}
+
+}  // namespace
+
+template <class T>
+void ParamText<T>::parse(const std::string& text, T& value) {
+  if (text == "inf" || text == "-inf") {
+    value = infinityOf<T>(text.front() == '-');
+  } else {
+    extract(text, value);
+  }
+}
+
+template <class T>
+std::string ParamText<T>::print(const T& value) {
+  std::ostringstream stream;
+  stream << value;
+  return stream.str();
+}
+
+/// Over a plain value, since the parameter is constructed by it and no lock is to
+/// be made for that.
+template <>
+void ParamText<MutexType<long>>::parse(const std::string& text, MutexType<long>& value) {
+  long plain = value.copied();
+  ParamText<long>::parse(text, plain);
+  value.assign(plain);
+}
+
+template <class T>
+Param<T>::Param(std::string_view name, ParamRegistry& registry) : ParamInfo(paramRow(name)) {
+  assert(paramRow(name).kind == paramKindOf<T>);
+  ParamText<T>::parse(defaultText(), value_);
+  registry.add(*this);
+}
+
+template <class T>
+bool Param<T>::isBool() const {
+  return std::is_same_v<T, bool>;
+}
+
+template <class T>
+void Param<T>::update() {
+  ParamText<T>::parse(text(), value_);
+}
+
+template <class T>
+void Param<T>::setCallback(Callback& callback) {
+  std::swap(onChange_, callback);
+  if (!onChange_) onChange_ = ignoreChange;
+}
+
+template <class T>
+void Param<T>::copyValue(const ParamInfo& source) {
+  ParamInfo::copyValue(source);
+  value_ = static_cast<const Param&>(source).value_;
+}
+
+template <class T>
+void Param<T>::takeConverted(const T& value) requires LatticeNumber<T> {
+  std::string text;
+  NumberTraits<T>::append(text, value, std::numeric_limits<long double>::digits10);
+  copyText(std::move(text));
+  value_ = value;
+}
+
+template <class T>
+void Param<T>::setText(const std::string& text) {
+  const std::string oldText = this->text();
+  setTextSilently(text);
+  onChange_(oldText);
+}
+
+template struct ParamText<bool>;
+template struct ParamText<long>;
+template struct ParamText<unsigned long>;
+template struct ParamText<float>;
+template struct ParamText<long double>;
+template struct ParamText<QQ>;
+template struct ParamText<MutexType<long>>;
+
+template class Param<bool>;
+template class Param<long>;
+template class Param<unsigned long>;
+template class Param<float>;
+template class Param<long double>;
+template class Param<QQ>;
+template class Param<MutexType<long>>;
+
+}  // namespace starsift

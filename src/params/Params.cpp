@@ -1,0 +1,67 @@
+#include "params/Params.h"
+
+#include <cctype>
+#include <sstream>
+
+#include "core/Failure.h"
+#include "core/Text.h"
+#include "core/TextCursor.h"
+
+namespace starsift {
+
+namespace {
+
+/// Parameters that this class registers ahead of those of derived classes.
+constexpr Index commonCount = 23;
+
+/// White space inside the line of a parameter text: its line feed ends it. A
+/// carriage return in front of that does not belong to an item.
+constexpr std::string_view lineSpace = " \t";
+constexpr std::string_view itemSpace = " \t\r";
+
+}  // namespace
+
+Params::Params(const Params& other) : Params() {
+  *this = other;
+}
+
+Params& Params::operator=(const Params& other) {
+  if (this == &other) return *this;
+  Serializable::operator=(other);
+  for (Index i = 1; i <= commonCount; ++i)
+    registry_.added()[i]->copyValue(*other.registry_.added()[i]);
+  registry_.fillLike(other.registry_);
+  return *this;
+}
+
+std::ostream& Params::write(std::ostream& stream) const {
+  std::string text;
+  for (const auto& entry : table()) {
+    if (entry.right->name().empty()) continue;
+    std::ostringstream item;
+    item << *entry.right;
+    if (!item.view().empty()) text += item.str() + ' ';
+  }
+  return stream << trimRight(text);
+}
+
+std::istream& Params::read(std::istream& stream) {
+  StreamCursor source(stream);
+  skipWithComments(source, lineSpace);
+  // White space can only be the end of the line here.
+  if (source.peek() == endOfText || std::isspace(source.peek()) != 0) {
+    registry_.empty();
+    return stream;
+  }
+  ParamInfo item;
+  do {
+    stream >> item;
+    ParamInfo* const parameter = registry_.find(item.name());
+    if (parameter == nullptr) fail("Malformed parameter: " + item.name() + "=" + item.text());
+    parameter->setTextSilently(item.text());
+    skipWithComments(source, itemSpace);
+  } while (source.peek() != endOfText && source.peek() != '\n');
+  return stream;
+}
+
+}  // namespace starsift
