@@ -1,0 +1,54 @@
+// A finite point in the forms in which exact row products want it.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "core/Vector.h"
+#include "numbers/QQ.h"
+#include "numbers/ZZ.h"
+
+namespace starsift {
+
+/// Integer components that all lie within +-magnitude.
+struct SmallPoint {
+  std::vector<std::int64_t> components;
+  std::int64_t magnitude = 0;
+};
+
+/// numerators[j - 1] / denominator is component j; the denominator is positive.
+struct ScaledPoint {
+  std::vector<ZZ> numerators;
+  ZZ denominator;
+};
+
+/// Holds one point at a time and keeps its storage from one to the next.
+class ExactPoint {
+ public:
+  /// Takes the components of `x` exactly. False, and the point can't be used, when
+  /// one is infinite or nan.
+  template <class T>
+  bool assign(const Vector<T>& x);
+
+  /// All components are integers below 2^62.
+  bool isSmall() const { return isSmall_; }
+  /// Only where isSmall().
+  const SmallPoint& small() const { return small_; }
+  /// Always; worked out on first use.
+  const ScaledPoint& scaled() const;
+
+ private:
+  template <class T>
+  bool assignSmall(const Vector<T>& x);
+  void scale(const Vector<QQ>& x);
+
+  SmallPoint small_;
+  bool isSmall_ = false;
+  mutable ScaledPoint scaled_;
+  mutable bool scaledIsValid_ = false;
+};
+
+extern template bool ExactPoint::assign(const Vector<long double>&);
+extern template bool ExactPoint::assign(const Vector<QQ>&);
+
+}  // namespace starsift

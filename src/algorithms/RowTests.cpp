@@ -1,0 +1,88 @@
+#include "algorithms/RowTests.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace starsift {
+
+namespace {
+
+/// Magnitude that the small products of ScaledRow stay below.
+constexpr std::int64_t productLimit = std::int64_t{1} << 62;
+
+/// `value` cut to +-productLimit.
+std::int64_t cut(const ZZ& value) {
+  if (mpz_fits_slong_p(value.get()) == 0) return value.sign() ? productLimit : -productLimit;
+  return std::clamp(static_cast<std::int64_t>(mpz_get_si(value.get())), -productLimit,
+                    productLimit);
+}
+
+ZZ scaledUp(const QQ& value, const ZZ& scale) {
+  return value.numerator() * exactQuotient(scale, value.nenner());
+}
+
+ZZ denominators(const QQ& a, const QQ& b) { return lcm(a.nenner(), b.nenner()); }
+
+}  // namespace
+
+IntervalTest::Bound::Bound(const QQ& bound, const ZZ& scale)
+    : isInfinite(bound.isInf()),
+      numerator(bound.numerator() * scale),
+      denominator(bound.nenner()) {}
+
+int IntervalTest::Bound::compare(const ZZ& product, const ZZ& pointDenominator) const {
+  return cmp(product * denominator, numerator * pointDenominator);
+}
+
+IntervalTest::IntervalTest(const Vector<QQ>& row, const QQ& lower, const QQ& upper)
+    : row_(row, ZZ::one()), lower_(lower, row_.scale()), upper_(upper, row_.scale()) {
+  ZZ bound;
+  mpz_cdiv_q(bound.get(), lower_.numerator.get(), lower_.denominator.get());
+  smallLower_ = lower.isInf() ? (lower.sign() ? productLimit : -productLimit) : cut(bound);
+  mpz_fdiv_q(bound.get(), upper_.numerator.get(), upper_.denominator.get());
+  smallUpper_ = upper.isInf() ? (upper.sign() ? productLimit : -productLimit) : cut(bound);
+  // An infinity on the wrong side is above or below every product.
+  lowerIsReachable_ = !(lower.isInf() && lower.sign());
+  upperIsReachable_ = !(upper.isInf() && !upper.sign());
+}
+
+bool IntervalTest::admits(const ExactPoint& point) const {
+  if (!lowerIsReachable_ || !upperIsReachable_) return false;
+  if (point.isSmall()) {
+    const std::optional<std::int64_t> product = row_.times(point.small());
+    if (product) return smallLower_ <= *product && *product <= smallUpper_;
+  }
+  const ScaledPoint& scaled = point.scaled();
+  ZZ product;
+  row_.times(scaled, product);
+  return (lower_.isInfinite || lower_.compare(product, scaled.denominator) >= 0) &&
+         (upper_.isInfinite || upper_.compare(product, scaled.denominator) <= 0);
+}
+
+CongruenceTest::CongruenceTest(const Vector<QQ>& row, const QQ& value, const QQ& modulus,
+                               const QQ& tolerance)
+    : row_(row, denominators(value, modulus)),
+      value_(scaledUp(value, row_.scale())),
+      modulus_(scaledUp(abs(modulus), row_.scale())),
+      tolerance_(tolerance * QQ(row_.scale(), ZZ::one())),
+      isSmall_(cmp(abs(value_), ZZ(productLimit)) < 0 && cmp(modulus_, ZZ(productLimit)) < 0) {
+  if (!isSmall_) return;
+  smallValue_ = cut(value_);
+  smallModulus_ = cut(modulus_);
+  smallTolerance_ = cut(floor(tolerance_).numerator());
+}
+
+bool CongruenceTest::admits(const ExactPoint& point) const {
+  if (isSmall_ && point.isSmall()) {
+    const std::optional<std::int64_t> product = row_.times(point.small());
+    if (product) return std::abs((*product - smallValue_) % smallModulus_) <= smallTolerance_;
+  }
+  const ScaledPoint& scaled = point.scaled();
+  ZZ difference;
+  row_.times(scaled, difference);
+  difference -= value_ * scaled.denominator;
+  mpz_tdiv_r(difference.get(), difference.get(), ZZ(modulus_ * scaled.denominator).get());
+  return QQ(abs(difference), scaled.denominator) <= tolerance_;
+}
+
+}  // namespace starsift

@@ -1,0 +1,24 @@
+// The .opt file: the positional text of a problem.
+//
+//   dt [= kt]  At  Ag bg qg  Au lu ru  dx lx rx
+//
+// vectors and matrices in their text form, white space and comments between any
+// two tokens. What the items must satisfy is checked as they are read; the checks
+// and their texts are in OptChecks.h.
+#pragma once
+
+#include "core/TextCursor.h"
+#include "numbers/QQ.h"
+#include "problem/Vanu.h"
+
+namespace starsift {
+
+/// Reads problem.optFile. Keeps the paths and replaces everything else. Every
+/// failure is fatal; a file that can't be read gives "Could not read opt file: "
+/// and its path.
+void readOpt(Vanu<QQ>& problem);
+
+/// Reads the items from `source`; the problem must be clear.
+void parseOpt(TextCursor& source, Vanu<QQ>& problem);
+
+}  // namespace starsift
