@@ -1,0 +1,49 @@
+// What the console shows of solutions: texts only, the caller prints them.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "core/Star.h"
+
+namespace starsift {
+
+/// Seconds in the largest unit that they reach, with a suffix that names the
+/// fields shown: "1:05 min(s):sec(s)".
+std::string timeText(std::uint64_t seconds);
+
+/// One star with its target values, each followed by its goal in `goals` (one per
+/// target row): an arrow up or down, or an arrow and the wanted value. A star
+/// with the slack norm -1 shows only its vector.
+template <class T>
+std::string starReport(const Star<T>& star, const Vector<T>& goals);
+
+/// A line feed, then all stars, "---" between two of them.
+template <class T>
+std::string solutionsText(const Array<Star<T>>& stars, const Vector<T>& goals);
+
+/// What statusText shows of a running search.
+template <class T>
+struct SearchStatus {
+  /// The aggregated target takes part in the search.
+  bool hasTarget = false;
+  /// Best target vector: +inf while there is none.
+  T bestTargetNorm = NumberTraits<T>::infinity();
+  T bestSlackNorm = T();
+  std::int64_t bestTime = 0;
+  /// A benchmark run doesn't count its solutions.
+  bool benchmark = false;
+  /// Discovery times in seconds, in the order of discovery.
+  Array<std::int64_t> solutionTimes;
+};
+
+/// The best target and the first three solutions of a search.
+template <class T>
+std::string statusText(const SearchStatus<T>& status);
+
+extern template std::string starReport(const Star<long double>&, const Vector<long double>&);
+extern template std::string solutionsText(const Array<Star<long double>>&,
+                                          const Vector<long double>&);
+extern template std::string statusText(const SearchStatus<long double>&);
+
+}  // namespace starsift

@@ -1,0 +1,175 @@
+#include "files/ResultFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <utility>
+
+#include "core/Failure.h"
+
+namespace starsift {
+
+namespace {
+
+/// Bytes gathered before they go to the file.
+constexpr std::size_t bufferSize = std::size_t{1} << 18U;
+
+/// Symbolic links followed before a path counts as a loop.
+constexpr int linkLimit = 40;
+
+std::string directoryOf(const std::string& path) {
+  const std::size_t slash = path.rfind('/');
+  return slash == std::string::npos ? "" : path.substr(0, slash + 1);
+}
+
+/// The path behind all symbolic links of the last component; it need not exist.
+std::string linkTarget(std::string path) {
+  std::array<char, PATH_MAX> link{};
+  for (int i = 0; i < linkLimit; ++i) {
+    const ssize_t length = readlink(path.c_str(), link.data(), link.size());
+    if (length < 0) break;
+    const std::string next(link.data(), static_cast<std::size_t>(length));
+    path = next.starts_with('/') ? next : directoryOf(path) + next;
+  }
+  return path;
+}
+
+bool writeAll(int descriptor, std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t count = ::write(descriptor, text.data(), text.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return false;
+    text.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return true;
+}
+
+/// Errors of creating a file that say: not here, not by you.
+bool isRefusal(int error) {
+  return error == EACCES || error == EPERM || error == EROFS || error == ENOENT ||
+         error == ENOTDIR || error == ENAMETOOLONG || error == ELOOP;
+}
+
+void syncDirectory(const std::string& path) {
+  const std::string directory = directoryOf(path);
+  const int descriptor =
+      open(directory.empty() ? "." : directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  // The new name is in place already; a file system that can't sync a directory
+  // keeps it as safe as it can.
+  fsync(descriptor);
+  close(descriptor);
+}
+
+}  // namespace
+
+ResultFile::ResultFile(std::string path) : path_(std::move(path)), target_(linkTarget(path_)) {
+  struct stat status {};
+  const bool exists = stat(target_.c_str(), &status) == 0;
+  if (exists && !S_ISREG(status.st_mode)) return;
+  if (exists && access(target_.c_str(), W_OK) != 0) return;
+  if (openBeside())
+    mode_ = Mode::beside;
+  else if (!isRefusal(errno))
+    failToWrite();
+  else if (exists)
+    mode_ = Mode::inPlace;
+}
+
+ResultFile::~ResultFile() { discard(); }
+
+bool ResultFile::openBeside() {
+  std::string name = directoryOf(target_) + ".starsift.XXXXXX";
+  descriptor_ = mkostemp(name.data(), O_CLOEXEC);
+  if (descriptor_ < 0) return false;
+  temporary_ = std::move(name);
+  return true;
+}
+
+void ResultFile::write(std::string_view text) {
+  if (!isOpen()) return;
+  buffer_ += text;
+  written_ = written_ || !text.empty();
+  if (mode_ == Mode::beside && buffer_.size() >= bufferSize) flush();
+}
+
+void ResultFile::flush() {
+  if (!writeAll(descriptor_, buffer_)) failToWrite();
+  buffer_.clear();
+}
+
+void ResultFile::commit() {
+  if (!isOpen()) return;
+  if (!written_)
+    remove();
+  else if (mode_ == Mode::beside)
+    replace();
+  else
+    rewriteInPlace();
+  mode_ = Mode::closed;
+}
+
+void ResultFile::replace() {
+  flush();
+  struct stat status {};
+  if (stat(target_.c_str(), &status) == 0) {
+    // Only root may give a file away; for anybody else owner and group are their
+    // own, or the file stays theirs.
+    if (fchown(descriptor_, status.st_uid, status.st_gid) != 0) errno = 0;
+    if (fchmod(descriptor_, status.st_mode & 07777U) != 0) failToWrite();
+  } else {
+    const mode_t mask = umask(0);
+    umask(mask);
+    if (fchmod(descriptor_, 0666U & ~mask) != 0) failToWrite();
+  }
+  const int synced = fsync(descriptor_);
+  const int closed = close(std::exchange(descriptor_, -1));
+  if (synced != 0 || closed != 0 || rename(temporary_.c_str(), target_.c_str()) != 0)
+    failToWrite();
+  temporary_.clear();
+  syncDirectory(target_);
+}
+
+void ResultFile::rewriteInPlace() {
+  descriptor_ = open(target_.c_str(), O_WRONLY | O_CLOEXEC);
+  if (descriptor_ < 0) failToWrite();
+  reserveInPlace();
+  const bool whole = writeAll(descriptor_, buffer_) &&
+                     ftruncate(descriptor_, static_cast<off_t>(buffer_.size())) == 0 &&
+                     fsync(descriptor_) == 0;
+  if (close(std::exchange(descriptor_, -1)) != 0 || !whole) failToWrite();
+}
+
+void ResultFile::reserveInPlace() {
+  struct stat status {};
+  if (fstat(descriptor_, &status) != 0) failToWrite();
+  const off_t growth = static_cast<off_t>(buffer_.size()) - status.st_size;
+  if (growth <= 0 || posix_fallocate(descriptor_, status.st_size, growth) == 0) return;
+  // What was reserved behind the old text goes; should even that fail, the old
+  // text is still whole.
+  if (ftruncate(descriptor_, status.st_size) != 0) errno = 0;
+  failToWrite();
+}
+
+void ResultFile::remove() {
+  // Where the name can't go, an empty file is the nearest to none.
+  if (unlink(path_.c_str()) != 0 && errno != ENOENT && mode_ == Mode::inPlace) rewriteInPlace();
+}
+
+void ResultFile::discard() {
+  if (descriptor_ >= 0) close(std::exchange(descriptor_, -1));
+  if (!temporary_.empty()) unlink(temporary_.c_str());
+  temporary_.clear();
+}
+
+void ResultFile::failToWrite() {
+  discard();
+  fail("Could not write file: " + path_);
+}
+
+}  // namespace starsift

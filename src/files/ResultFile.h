@@ -1,0 +1,61 @@
+// Writing a result file so that there is never less than there was: the whole new
+// text goes to a new file beside the old one, is flushed to disk and then takes
+// the old one's name.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace starsift {
+
+/// The new content of one file, written piece by piece and put in place at the
+/// end. Paths are followed through symbolic links; mode and owner stay. A path
+/// that can't be opened for writing, or is no regular file, is left alone without
+/// a word. Any failure to write the text whole is fatal, "Could not write file: "
+/// and the path: the old file stays, the new one is removed.
+///
+/// Where no file can be created beside the old one, the old one is rewritten in
+/// place at commit(), from the text kept in memory.
+class ResultFile {
+ public:
+  explicit ResultFile(std::string path);
+  ResultFile(const ResultFile&) = delete;
+  ResultFile& operator=(const ResultFile&) = delete;
+  /// Without commit() the old file stays.
+  ~ResultFile();
+
+  /// False: everything that is written disappears.
+  bool isOpen() const { return mode_ != Mode::closed; }
+
+  void write(std::string_view text);
+
+  /// Puts the text in place of the old file. An empty text removes the file, and
+  /// behind a symbolic link the link.
+  void commit();
+
+ private:
+  enum class Mode { closed, beside, inPlace };
+
+  bool openBeside();
+  void flush();
+  void replace();
+  void rewriteInPlace();
+  /// Makes room for a longer text before the first byte of the old one goes.
+  void reserveInPlace();
+  void remove();
+  void discard();
+  [[noreturn]] void failToWrite();
+
+  /// As the user named it.
+  std::string path_;
+  /// Where the symbolic links end.
+  std::string target_;
+  /// The new file beside the target, empty while there is none.
+  std::string temporary_;
+  std::string buffer_;
+  int descriptor_ = -1;
+  Mode mode_ = Mode::closed;
+  bool written_ = false;
+};
+
+}  // namespace starsift

@@ -1,0 +1,200 @@
+#include "files/SolReader.h"
+
+#include <charconv>
+#include <deque>
+#include <optional>
+#include <vector>
+
+#include "core/InputText.h"
+#include "core/Text.h"
+#include "core/VectorText.h"
+#include "files/StarCheck.h"
+#include "numbers/QQText.h"
+
+namespace starsift {
+
+namespace {
+
+/// The number token of a record: as in a problem, but with exponents, since the
+/// writer of a long double star uses them.
+bool readRecordNumber(TextCursor& source, QQ& value) {
+  return readToken(source, value, TokenKind::record);
+}
+
+bool readRecordNumber(TextCursor& source, long double& value) {
+  return NumberTraits<long double>::read(source, value);
+}
+
+/// Reads the fields of records; keeps its scratch storage from one to the next.
+template <class T>
+class RecordReader {
+ public:
+  /// See readStar.
+  bool read(Star<T>& star, TextCursor& source) {
+    try {
+      return readFields(star, source);
+    } catch (const GeneralException&) {
+      // A record that can't be read is no star; the rest of its line goes with it.
+      star.clear();
+      takeLine(source);
+      return true;
+    }
+  }
+
+ private:
+  bool readFields(Star<T>& star, TextCursor& source) {
+    skipWithComments(source);
+    readNumbers(star, source);
+    if (!takeBar(source)) return false;
+    star.targetNorm = readNumber(source);
+    takeBar(source);
+    readNumbers(star.targetValues, source);
+    takeBar(source);
+    star.slackNorm = readNumber(source);
+    takeBar(source);
+    star.time = readTime(source);
+    takeBarBehindComments(source);
+    readTexts(star, source);
+    return true;
+  }
+
+  void readNumbers(Vector<T>& numbers, TextCursor& source) {
+    readComponents(source, components_, [](TextCursor& from, T& value) {
+      return readRecordNumber(from, value);
+    });
+    numbers.resize(static_cast<Index>(components_.size()), false);
+    std::move(components_.begin(), components_.end(), numbers.begin());
+  }
+
+  static T readNumber(TextCursor& source) {
+    skipWithComments(source);
+    T value = T();
+    if (!readRecordNumber(source, value)) throw ReadException("Star: bad number");
+    return value;
+  }
+
+  /// Consumes a bar behind white space, or nothing.
+  static bool takeBar(TextCursor& source) {
+    TextCursor ahead = source;
+    skipOnly(ahead, whiteSpace);
+    return takeBarAt(ahead, source);
+  }
+
+  static bool takeBarBehindComments(TextCursor& source) {
+    TextCursor ahead = source;
+    skipWithComments(ahead);
+    return takeBarAt(ahead, source);
+  }
+
+  static bool takeBarAt(TextCursor& ahead, TextCursor& source) {
+    if (ahead.peek() != '|') return false;
+    ahead.take();
+    source = ahead;
+    return true;
+  }
+
+  /// One token up to white space or a bar.
+  static std::int64_t readTime(TextCursor& source) {
+    skipWithComments(source);
+    const std::string_view rest = source.rest();
+    const std::string_view token = rest.substr(0, rest.find_first_of(" \t\r\n|"));
+    source.advance(token.size());
+    const bool plus = token.starts_with('+') && !token.starts_with("+-");
+    std::int64_t time = 0;
+    const char* const end = token.data() + token.size();
+    const auto result = std::from_chars(token.data() + (plus ? 1 : 0), end, time);
+    if (result.ec != std::errc() || result.ptr != end) throw ReadException("Star: bad time");
+    return std::max(time, unknownTime);
+  }
+
+  /// Fields 6 and 7: what is left of the line, cut at its bars.
+  static void readTexts(Star<T>& star, TextCursor& source) {
+    const Array<std::string> parts = split(std::string(withoutComments(takeLine(source))), '|');
+    if (parts.isSet()) star.paramsText = trim(parts[1]);
+    if (parts.dimension() == 2) star.versionText = trim(parts[2]);
+  }
+
+  /// The rest of the line; the source goes behind its line feed.
+  static std::string_view takeLine(TextCursor& source) {
+    const std::string_view line = source.rest().substr(0, source.rest().find('\n'));
+    source.advance(std::min(line.size() + 1, source.rest().size()));
+    return line;
+  }
+
+  /// Cuts blanks and comments at the head of a line. A comment that doesn't end
+  /// on the line is text.
+  static std::string_view withoutComments(std::string_view line) {
+    while (true) {
+      line.remove_prefix(std::min(line.find_first_not_of(" \t\r"), line.size()));
+      if (line.starts_with("//")) return {};
+      const std::size_t end = line.starts_with("/*") ? line.find("*/", 2) : std::string_view::npos;
+      if (end == std::string_view::npos) return line;
+      line.remove_prefix(end + 2);
+    }
+  }
+
+  std::vector<T> components_;
+};
+
+/// Completes bare records; the problem is prepared for checks when the first one
+/// comes.
+template <class T>
+class BareRecords {
+ public:
+  explicit BareRecords(const Vanu<T>& problem) : problem_(problem) {}
+
+  void complete(Star<T>& star) {
+    if (!checker_) checker_.emplace(problem_);
+    // A star that fails stays as it is: the check of all stars drops it later.
+    static_cast<void>(checker_->check(star));
+  }
+
+ private:
+  const Vanu<T>& problem_;
+  std::optional<StarChecker<T>> checker_;
+};
+
+template <class T>
+void append(Array<Star<T>>& stars, std::deque<Star<T>>& found) {
+  Index last = stars.dimension();
+  Array<Star<T>> all(last + static_cast<Index>(found.size()));
+  std::move(stars.begin(), stars.end(), all.begin());
+  for (; !found.empty(); found.pop_front()) all[++last] = std::move(found.front());
+  stars.exchange(all);
+}
+
+}  // namespace
+
+template <class T>
+bool readStar(Star<T>& star, TextCursor& source) {
+  return RecordReader<T>().read(star, source);
+}
+
+template <class T>
+bool readStars(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& stars, bool peek) {
+  const std::optional<InputText> text = readFileText(path);
+  if (!text) return false;
+  TextCursor source(text->view());
+  RecordReader<T> reader;
+  BareRecords<T> bareRecords(problem);
+  // Grows without moving the stars that are there.
+  std::deque<Star<T>> found;
+  for (skipWithComments(source); !source.atEnd(); skipWithComments(source)) {
+    Star<T> star;
+    if (!reader.read(star, source)) bareRecords.complete(star);
+    if (star.dimension() == 0) continue;
+    if (peek) return true;
+    found.push_back(std::move(star));
+  }
+  const bool any = !found.empty();
+  append(stars, found);
+  return any;
+}
+
+template bool readStar(Star<long double>&, TextCursor&);
+template bool readStar(Star<QQ>&, TextCursor&);
+template bool readStars(const std::string&, const Vanu<long double>&, Array<Star<long double>>&,
+                        bool);
+template bool readStars(const std::string&, const Vanu<QQ>&, Array<Star<QQ>>&, bool);
+
+}  // namespace starsift

@@ -1,0 +1,82 @@
+#include "files/SolWriter.h"
+
+#include "core/VectorText.h"
+#include "files/DeferredSignals.h"
+#include "files/ResultFile.h"
+#include "numbers/Conversion.h"
+#include "numbers/QQ.h"
+
+namespace starsift {
+
+namespace {
+
+constexpr std::string_view fieldSeparator = " | ";
+
+template <class T>
+void appendRecord(std::string& out, const Star<T>& star) {
+  appendText(out, star.x(), fileDigits);
+  out += fieldSeparator;
+  NumberTraits<T>::append(out, star.targetNorm, defaultDigits);
+  out += fieldSeparator;
+  appendText(out, star.targetValues, defaultDigits);
+  out += fieldSeparator;
+  NumberTraits<T>::append(out, star.slackNorm, defaultDigits);
+  out += fieldSeparator;
+  out += std::to_string(star.time);
+  out += fieldSeparator;
+  out += star.paramsText;
+  if (star.versionText.empty()) return;
+  out += fieldSeparator;
+  out += star.versionText;
+}
+
+/// True when the text of `value` with fileDigits reads back as `value`.
+template <class T>
+bool textKeeps(const T& value) {
+  // Integers below 10^fileDigits are written with all their digits.
+  constexpr std::int64_t wholeBound = 100'000'000'000'000'000;
+  std::int64_t integer = 0;
+  if (NumberTraits<T>::toInteger(value, integer) && std::abs(integer) < wholeBound) return true;
+  std::string text;
+  NumberTraits<T>::append(text, value, fileDigits);
+  return QQ::parse(text) == NumberConversion<QQ, T>::convert(value);
+}
+
+template <class T>
+void checkTexts(const Array<Star<T>>& stars) {
+  if constexpr (NumberTraits<T>::exact) return;
+  for (const Star<T>& star : stars)
+    for (const T& component : star.x())
+      if (!textKeeps(component)) throw PrecisionException("Precision lost during write");
+}
+
+}  // namespace
+
+template <class T>
+std::string starText(const Star<T>& star) {
+  std::string text;
+  appendRecord(text, star);
+  return text;
+}
+
+template <class T>
+void writeStars(const std::string& path, const Array<Star<T>>& stars) {
+  checkTexts(stars);
+  const DeferredSignals deferred;
+  ResultFile file(path);
+  std::string line;
+  for (const Star<T>& star : stars) {
+    line.clear();
+    appendRecord(line, star);
+    line += '\n';
+    file.write(line);
+  }
+  file.commit();
+}
+
+template std::string starText(const Star<long double>&);
+template std::string starText(const Star<QQ>&);
+template void writeStars(const std::string&, const Array<Star<long double>>&);
+template void writeStars(const std::string&, const Array<Star<QQ>>&);
+
+}  // namespace starsift

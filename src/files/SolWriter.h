@@ -1,0 +1,27 @@
+// The .sol file, written: one star a line, the fields joined by " | ".
+#pragma once
+
+#include <string>
+
+#include "core/Star.h"
+
+namespace starsift {
+
+/// One record without its line end: x with fileDigits, target norm, target values
+/// and slack norm with defaultDigits, time, parameters and, unless it is empty,
+/// the version.
+template <class T>
+std::string starText(const Star<T>& star);
+
+/// Writes the stars to `path`, or removes the file when there are none. SIGINT
+/// and SIGTERM wait until the file is complete. Throws PrecisionException
+/// "Precision lost during write" before the file is touched when the text of a
+/// component of some x wouldn't read back as the same value. A file that can't be
+/// opened is left alone; a write that fails is fatal, see ResultFile.h.
+template <class T>
+void writeStars(const std::string& path, const Array<Star<T>>& stars);
+
+extern template std::string starText(const Star<long double>&);
+extern template void writeStars(const std::string&, const Array<Star<long double>>&);
+
+}  // namespace starsift

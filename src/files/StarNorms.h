@@ -1,0 +1,45 @@
+// The norms of a star: how good are its target values.
+#pragma once
+
+#include "core/Vector.h"
+#include "problem/Vanu.h"
+
+namespace starsift {
+
+/// Sum over the goals (smaller is better) and distance to the finite goals.
+template <class T>
+struct Norms {
+  T target = T();
+  T slack = T();
+};
+
+/// What a check says of a star.
+template <class T>
+struct StarVerdict {
+  bool isSolution = false;
+  /// Of a solution, where the problem has targets.
+  Vector<T> targetValues;
+  Norms<T> norms;
+};
+
+/// The norms of target values against their goals, in the arithmetic of T. A
+/// minimised target (-inf) counts as it is, a maximised one (+inf) negatively, a
+/// finite goal by the distance to it, which is also slack.
+template <class T>
+Norms<T> goalNorms(const Vector<T>& goals, const Vector<T>& values);
+
+/// The norms of a point `x` with the given target values, worked out exactly. In
+/// a lifted problem a finite goal is fatal, "preparation inconsistency": there the
+/// slack of a goal is the residual of its lifted equation at `x`, in absolute value
+/// and without the slack and deviation columns. Throws PrecisionException where T
+/// can't hold a result.
+template <class T>
+Norms<T> computeNorms(const Vanu<T>& problem, const Vector<T>& targetValues, const Vector<T>& x);
+
+extern template Norms<long double> goalNorms(const Vector<long double>&,
+                                             const Vector<long double>&);
+extern template Norms<long double> computeNorms(const Vanu<long double>&,
+                                                const Vector<long double>&,
+                                                const Vector<long double>&);
+
+}  // namespace starsift
