@@ -1,0 +1,74 @@
+// The command: re-validates the stars of a solution file against its problem and
+// rewrites the file in canonical form.
+#include <cstdlib>
+#include <exception>
+#include <iostream>
+#include <string>
+
+#include "core/Console.h"
+#include "core/Semaphore.h"
+#include "core/Text.h"
+#include "lattice/YLattice.h"
+
+namespace starsift {
+namespace {
+
+std::string programName(const std::string& path) { return path.substr(path.rfind('/') + 1); }
+
+void printUsage(const std::string& path) {
+  std::cout << "Usage: " << programName(path) << " *.sol" << endLine();
+  stampOutputTime();
+}
+
+/// Names the exception that nobody caught before the process aborts.
+[[noreturn]] void reportUncaught() {
+  unlinkAllSemaphores();
+  std::string name = "unknown exception";
+  try {
+    if (const std::exception_ptr current = std::current_exception())
+      std::rethrow_exception(current);
+  } catch (const std::exception& exception) {
+    name = exception.what();
+  } catch (...) {
+    // It has no name.
+  }
+  std::cerr << "terminate: " << name << std::endl;
+  std::abort();
+}
+
+void sift(const std::string& solFile) {
+  YLattice<long double> lattice;
+  lattice.setFileNames(solFile);
+  // The numbers of both files are rationals, so they are read exactly.
+  lattice.useExtendedPrecision();
+  lattice.readOpt();
+  lattice.tryStandardPrecision();
+  lattice.useExtendedPrecision();
+  lattice.readStarsFromSolFile(false);
+  lattice.tryStandardPrecision();
+  lattice.checkStars();
+  lattice.sortStars();
+  lattice.removeDuplicates(true);
+  lattice.setOutputSwitch(true);
+  lattice.writeSolFile();
+  // The file keeps stars that differ in their parameters; the console doesn't.
+  lattice.sortStars();
+  lattice.removeDuplicates(false);
+  std::cout << lattice.solutionsText() << endLine();
+  stampOutputTime();
+}
+
+}  // namespace
+}  // namespace starsift
+
+/// Usage: starsift file.sol. Of two arguments the last one counts.
+int main(int count, char** arguments) {
+  std::set_terminate(starsift::reportUncaught);
+  const std::string solFile = count > 1 ? arguments[count - 1] : "";
+  if (count < 2 || count > 3 || !starsift::endsWith(solFile, ".sol")) {
+    starsift::printUsage(count > 0 ? arguments[0] : "");
+    return EXIT_FAILURE;
+  }
+  starsift::sift(solFile);
+  return EXIT_SUCCESS;
+}

@@ -1,0 +1,210 @@
+// The central object: a problem, the lattice made from it, and its solutions.
+//
+// Lattice<T,R> is one record with many operations, T the element type of problem
+// and basis, R that of Gram-Schmidt data and scores. This file declares; bodies
+// stand in the topic files named below, which LatticeStandard.cpp (T = long
+// double) and LatticeExact.cpp (T = QQ) instantiate. What can be said on matrices,
+// vectors or stars alone is a free function on a lower floor.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "core/Guarded.h"
+#include "core/Set.h"
+#include "core/Star.h"
+#include "lattice/CoordinateFactors.h"
+#include "lattice/VectorScore.h"
+#include "params/ExtendedParams.h"
+#include "problem/Vanu.h"
+
+namespace starsift {
+
+/// What the lattice stands for.
+enum class LatticeKind : std::uint8_t {
+  /// No check vectors yet.
+  none = 0,
+  /// The equation lattice of the Aardal reduction.
+  equations = 1,
+  /// The full lattice.
+  full = 2,
+};
+
+/// A problem (the base: its working copy in normal form) with its lattice state.
+template <class T, class R>
+class Lattice : public Vanu<T>, private ParamReactions {
+ public:
+  // Record and lifecycle: LatticeRecord.inl
+
+  /// `basis`, where there is one, becomes the generated basis.
+  explicit Lattice(const Matrix<T>* basis = nullptr);
+  Lattice(const Lattice&) = delete;
+  Lattice& operator=(const Lattice&) = delete;
+  ~Lattice() override = default;
+
+  /// Back to a lattice without solutions and check vectors over `basis`, or over
+  /// none. Problem, parameters and stars stay. With `clearFileName` the path of
+  /// the lattice file is emptied.
+  void reset(const Matrix<T>* basis, bool clearFileName);
+
+  /// Sizes everything that has an entry per basis vector (newN) or coordinate
+  /// (newM; 0 keeps m); new entries are 0. With `discardVectors` best vector, best
+  /// target and solutions go, else all stored vectors take the new length. A
+  /// negative size does nothing.
+  void resize(Index newN, Index newM, bool discardVectors);
+
+  /// Takes the whole state of `other`, every number converted strictly; the
+  /// parameters too unless `keepParams`. Nothing for the lattice itself. Throws
+  /// PrecisionException where T can't hold a number; the state is partly assigned
+  /// then.
+  template <class U>
+  void assignFrom(const Lattice<U, R>& other, bool keepParams);
+
+  // Coordinate transformation: LatticeMapping.inl
+
+  /// The vector of m coordinates in working space; `inverse`: from there back.
+  Vector<T> forwardMap(const Vector<T>& vector, bool inverse) const;
+  /// forwardMap of every row.
+  Matrix<T> forwardMapAll(const Matrix<T>& rows) const;
+  /// Inverse forwardMap of every row.
+  Matrix<T> backMapAll(const Matrix<T>& rows) const;
+
+  // Files and stars: LatticeFiles.inl
+
+  /// Derives the paths of problem, solution and lattice file from that of the
+  /// solution file.
+  void setFileNames(const std::string& path);
+  /// Appends the stars of solFile; with `peek` only tells whether there is one.
+  bool readStarsFromSolFile(bool peek);
+  /// Drops the stars that violate the problem as read; true when none did.
+  bool checkStars();
+  /// Writes the stars to solFile; does nothing while the output switch is off.
+  void writeSolFile();
+
+  // Console reports: LatticeReports.inl
+
+  /// All stars, for the console.
+  std::string solutionsText() const;
+  /// One star, 1 <= i <= stars.dimension().
+  std::string starReport(Index i) const;
+  /// Best target and first solutions of the search.
+  std::string statusText() const;
+
+  // Data
+
+  /// homValue times the scale of the last coordinate; reset.
+  T homScaled = T(1);
+  /// Number of basis vectors; resize.
+  Index n = 0;
+  /// Number of coordinates; resize.
+  Index m = 0;
+  /// Path of the lattice file; emptied by reset when told to.
+  std::string latFile;
+  /// Writing of result files is on.
+  bool outputSwitch = false;
+  /// The end of a search may end the process.
+  bool terminationSwitch = false;
+  /// Settings of the run; never reset.
+  ExtendedParams<T> params;
+  /// Solutions of the problem as read, from files and searches; never reset.
+  Array<Star<T>> stars;
+  /// Best lattice vector so far, empty while there is none; reset.
+  TimeVector<T> bestVector;
+  /// Its score; reset.
+  VectorScore<R> bestRecord;
+  /// Best target vector so far, empty while there is none; reset.
+  TargetVector<T> bestTarget;
+  /// Solutions found, as raw lattice vectors; reset.
+  Array<Star<T>> solutions;
+  /// Stack of transformations, the last one is current; one identity after reset.
+  Array<Matrix<T>> TT;
+  /// The generated basis in raw coordinates, n x m; reset.
+  Matrix<T> B_save;
+  /// The working basis: scaled, translated and reduced, n x m; reset.
+  Matrix<T> B;
+  /// Orthogonal factor; emptied by reset.
+  Matrix<R> Q;
+  /// Gram-Schmidt coefficients, n x n; resize.
+  Matrix<R> mu;
+  /// Squared lengths of the rows of B, n entries; reset.
+  Vector<R> bSq;
+  /// Squared lengths of the orthogonalised rows, n entries; reset.
+  Vector<R> cLen;
+  /// Texts that the parts of a run share; reset zeroes the counters.
+  MainMutexVars runVariables;
+  /// The problem as it was read: what stars are checked against; never reset.
+  Vanu<T> optOriginal;
+  /// Common multiple of the bound ranges, 0 before generation; reset.
+  T rangeMultiple = T();
+  /// Scale factor per coordinate, m entries; reset.
+  Vector<T> c;
+  /// Bounds of the coordinates, the check vectors, m entries; reset.
+  Vector<T> l;
+  Vector<T> r;
+  /// The bounds as generated, m entries; reset.
+  Vector<T> lSave;
+  Vector<T> rSave;
+  /// 3 times the larger squared length of l and r; reset.
+  R supLimit = R();
+  /// l and r are equal; generation.
+  bool lEqualsR = false;
+  /// Exchanges that a pass may make, and the least it may be set to; resize.
+  Index swapBudgetFloor = 0;
+  Index swapBudget = 0;
+  /// Stage of the generation; reset.
+  LatticeKind latticeKind = LatticeKind::none;
+  /// The equation columns are gone from the lattice; reset.
+  bool equationsRemoved = true;
+  /// The columns of the congruences are in the lattice; reset.
+  bool modsInLattice = false;
+  /// Factors of B_save and of the untransformed B; reset.
+  CoordinateFactors<T> savedFactors;
+  CoordinateFactors<T> workingFactors;
+  /// Status bits per basis vector, n entries; reset.
+  Array<std::uint16_t> vecStatus;
+  /// Tracking was turned on by the lattice itself; reset.
+  bool consistencyForced = false;
+  /// Dependent vectors keep their status; reset.
+  bool keepDependent = false;
+  /// Work rows of the reduced factorisation, one matrix a step; reset.
+  Array<Matrix<R>> lqCache;
+  /// Squared lengths of the reduced factorisation; reset.
+  Vector<R> _d;
+  /// Triangular factors of the reduced and the full factorisation; reset.
+  Matrix<R> Lr;
+  Matrix<R> L;
+  /// Products of the reflectors of the full factorisation; reset.
+  Array<Matrix<R>> Ps;
+  /// Amount and mark that travel with each basis vector, n and n entries; reset.
+  Vector<R> vectorAmounts;
+  Array<Index> vectorMarks;
+  /// Heuristic collections: good vectors, and those chosen from them; reset.
+  SortedSet<HeuristicVector<T, R>> collected;
+  SortedSet<HeuristicVector<T, R>> chosen;
+  /// Coordinate transformation, m entries: ones and zeros after reset.
+  Vector<T> scale;
+  Vector<T> translation;
+
+ private:
+  // Reactions to parameters: LatticeRecord.inl
+
+  /// Turned on: tracking starts from the untransformed basis.
+  void consistencyChanged(bool on) override;
+  /// The basis is mapped anew with unit scale.
+  void scaleChanged() override;
+  /// The basis is mapped anew without translation.
+  void translateChanged() override;
+
+  // Parts of the lifecycle: LatticeRecord.inl
+
+  /// Empties best vector, best target and solutions.
+  void discardVectors();
+  /// All stored vectors get m coordinates, new ones 0.
+  void fitStoredVectors();
+  /// Empties all factor matrices.
+  void clearFactors();
+  /// Takes `rows` as the working basis and forgets what was known of the former.
+  void replaceBasis(Matrix<T> rows);
+};
+
+}  // namespace starsift

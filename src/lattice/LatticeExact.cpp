@@ -1,0 +1,11 @@
+#include "lattice/LatticeImpl.h"
+#include "numbers/Conversion.h"
+#include "numbers/QQ.h"
+
+namespace starsift {
+
+template class Lattice<QQ, long double>;
+template void Lattice<QQ, long double>::assignFrom(const Lattice<QQ, long double>&, bool);
+template void Lattice<QQ, long double>::assignFrom(const Lattice<long double, long double>&, bool);
+
+}  // namespace starsift

@@ -1,0 +1,7 @@
+// All bodies of Lattice, for the files that instantiate it.
+#pragma once
+
+#include "lattice/LatticeFiles.inl"
+#include "lattice/LatticeMapping.inl"
+#include "lattice/LatticeRecord.inl"
+#include "lattice/LatticeReports.inl"

@@ -1,0 +1,32 @@
+// Lattice: what the console shows of the solutions.
+#pragma once
+
+#include "files/Report.h"
+#include "lattice/Lattice.h"
+
+namespace starsift {
+
+template <class T, class R>
+std::string Lattice<T, R>::solutionsText() const {
+  return starsift::solutionsText(stars, optOriginal.dt);
+}
+
+template <class T, class R>
+std::string Lattice<T, R>::starReport(Index i) const {
+  return starsift::starReport(stars.element(i), optOriginal.dt);
+}
+
+template <class T, class R>
+std::string Lattice<T, R>::statusText() const {
+  SearchStatus<T> status;
+  status.hasTarget = this->atuValid;
+  status.bestTargetNorm = bestTarget.targetNorm;
+  status.bestSlackNorm = bestTarget.slackNorm;
+  status.bestTime = bestTarget.time;
+  status.benchmark = params.bench != 0;
+  status.solutionTimes.resize(solutions.dimension(), false);
+  for (Index i = 1; i <= solutions.dimension(); ++i) status.solutionTimes[i] = solutions[i].time;
+  return starsift::statusText(status);
+}
+
+}  // namespace starsift

@@ -1,0 +1,12 @@
+#include "lattice/LatticeImpl.h"
+#include "numbers/Conversion.h"
+#include "numbers/QQ.h"
+
+namespace starsift {
+
+template class Lattice<long double, long double>;
+template void Lattice<long double, long double>::assignFrom(
+    const Lattice<long double, long double>&, bool);
+template void Lattice<long double, long double>::assignFrom(const Lattice<QQ, long double>&, bool);
+
+}  // namespace starsift

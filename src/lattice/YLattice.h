@@ -1,0 +1,126 @@
+// A lattice in two precisions. The code above sees one lattice: a step runs in
+// long double as long as that works and is repeated in exact rationals when it
+// throws PrecisionException.
+#pragma once
+
+#include <concepts>
+#include <string>
+#include <type_traits>
+
+#include "core/Console.h"
+#include "core/Exceptions.h"
+#include "lattice/Lattice.h"
+#include "numbers/QQ.h"
+
+namespace starsift {
+
+/// What a step leaves of the lattice when it throws.
+enum class OnFailure {
+  /// Anything: the wrapper takes a snapshot before the step and restores it.
+  restore,
+  /// The state from before the step: a snapshot would only cost time and memory.
+  unchanged,
+};
+
+/// R is the fast number type.
+template <class R>
+class YLattice {
+ public:
+  using Standard = Lattice<R, R>;
+  using Exact = Lattice<QQ, R>;
+
+  YLattice() = default;
+  YLattice(const YLattice&) = delete;
+  YLattice& operator=(const YLattice&) = delete;
+  virtual ~YLattice() = default;
+
+  /// Makes the exact lattice the live one. Nothing when it is already.
+  void useExtendedPrecision();
+
+  /// Makes the standard lattice the live one. Throws PrecisionException where it
+  /// can't hold a number; the exact lattice stays live then. Nothing when it is
+  /// live already.
+  void useStandardPrecision();
+
+  /// The same, staying in the exact lattice without a word where it has to.
+  void tryStandardPrecision();
+
+  /// Runs `step(lattice)`, a generic callable, on the live lattice and returns its
+  /// result. After a run on the exact lattice tries to come back.
+  ///
+  /// A PrecisionException of the standard lattice repeats the step in the exact
+  /// one on the restored state; what the first run printed stays printed. A
+  /// DecimalPrecisionException is no such case: it leaves as a plain
+  /// PrecisionException with the same message, the lattice as the step left it.
+  /// All other exceptions, and those of the exact lattice, pass through.
+  template <class Step>
+  auto runStep(Step step, OnFailure onFailure = OnFailure::restore);
+
+  /// Runs `use(lattice)` on the live lattice; no failover.
+  template <class Use>
+  auto withLive(Use use) {
+    return useExact_ ? use(exact_) : use(standard_);
+  }
+
+  // Steps of Lattice.
+  bool readStarsFromSolFile(bool peek);
+  bool checkStars();
+  void writeSolFile();
+  std::string solutionsText();
+
+  // On the live lattice: what can't lose precision.
+
+  /// Derives the file names on the standard lattice, which must be live.
+  void setFileNames(const std::string& path);
+  /// Reads the problem into the exact lattice, which must be live: the numbers of
+  /// a file are rationals. Fatal where it can't be read.
+  void readOpt();
+  void sortStars();
+  void removeDuplicates(bool compareParams);
+  /// Gates all writing of result files.
+  void setOutputSwitch(bool on);
+
+  bool usesExact() const { return useExact_; }
+  Standard& standard() { return standard_; }
+  Exact& exact() { return exact_; }
+
+ private:
+  void failOver(Index consoleDepth);
+
+  /// Live while useExact_ is false.
+  Standard standard_;
+  /// Snapshot of standard_ from before a step.
+  Standard backup_;
+  /// Live while useExact_ is true.
+  Exact exact_;
+  bool useExact_ = false;
+};
+
+template <class R>
+template <class Step>
+auto YLattice<R>::runStep(Step step, OnFailure onFailure) {
+  if (!useExact_) {
+    const Index depth = consoleDepth();
+    if (onFailure == OnFailure::restore) backup_.assignFrom(standard_, false);
+    try {
+      return step(standard_);
+    } catch (const DecimalPrecisionException& exception) {
+      throw PrecisionException(exception.message());
+    } catch (const PrecisionException&) {
+      if (onFailure == OnFailure::restore) standard_.assignFrom(backup_, false);
+      failOver(depth);
+    }
+  }
+  if constexpr (std::is_void_v<std::invoke_result_t<Step, Exact&>>) {
+    step(exact_);
+    tryStandardPrecision();
+  } else {
+    auto result = step(exact_);
+    tryStandardPrecision();
+    return result;
+  }
+}
+
+extern template class YLattice<long double>;
+
+}  // namespace starsift
