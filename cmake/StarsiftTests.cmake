@@ -1,0 +1,79 @@
+# Tests: one program per floor of tests/unit/, one for the properties, the cases,
+# and the checks of the tools. What is dropped into a folder is picked up.
+
+find_package(GTest REQUIRED)
+find_package(rapidcheck CONFIG REQUIRED)
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+
+# Instrumented programs run several times slower.
+set(STARSIFT_TEST_TIMEOUT 60)
+set(STARSIFT_SUITE_TIMEOUT 600)
+if(STARSIFT_SANITIZE OR STARSIFT_COVERAGE)
+  set(STARSIFT_TEST_TIMEOUT 300)
+  set(STARSIFT_SUITE_TIMEOUT 1800)
+endif()
+
+# Generators, oracles and macros for all test programs. It names no floor to
+# link: each test program adds its own, and members for higher floors stay out.
+file(GLOB support_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/support/*.cpp")
+if(support_sources)
+  set(support_scope PUBLIC)
+  add_library(starsift_test_support STATIC ${support_sources})
+else()
+  set(support_scope INTERFACE)
+  add_library(starsift_test_support INTERFACE)
+endif()
+target_include_directories(starsift_test_support ${support_scope}
+  "${PROJECT_SOURCE_DIR}/src" "${PROJECT_SOURCE_DIR}/tests")
+target_link_libraries(starsift_test_support ${support_scope}
+  rapidcheck_gtest GTest::gmock GTest::gtest)
+
+# starsift_add_gtest(<name> <folder> <floor library>)
+function(starsift_add_gtest name folder library)
+  file(GLOB sources CONFIGURE_DEPENDS "${folder}/*.cpp")
+  if(NOT sources OR NOT TARGET ${library})
+    return()
+  endif()
+  add_executable(${name} ${sources})
+  target_link_libraries(${name} PRIVATE starsift_test_support ${library} GTest::gmock_main)
+  # A fixed seed: the same tree gives the same verdict. Run the program by hand
+  # for a new seed each time.
+  gtest_discover_tests(${name}
+    DISCOVERY_MODE PRE_TEST
+    DISCOVERY_TIMEOUT 60
+    TEST_PREFIX "${name}."
+    PROPERTIES TIMEOUT ${STARSIFT_TEST_TIMEOUT} LABELS ${name}
+               ENVIRONMENT "RC_PARAMS=seed=1")
+endfunction()
+
+include(GoogleTest)
+foreach(floor IN LISTS STARSIFT_FLOORS ITEMS app)
+  starsift_add_gtest(unit_${floor} "${PROJECT_SOURCE_DIR}/tests/unit/${floor}" starsift_${floor})
+endforeach()
+if(STARSIFT_FLOORS)
+  list(GET STARSIFT_FLOORS -1 top)
+  starsift_add_gtest(property "${PROJECT_SOURCE_DIR}/tests/property" starsift_${top})
+endif()
+
+# starsift_add_script_test(<name> <command>...): runs in the source tree.
+function(starsift_add_script_test name)
+  add_test(NAME ${name} COMMAND ${ARGN} WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}")
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${STARSIFT_SUITE_TIMEOUT} LABELS tools)
+endfunction()
+
+set(python "${Python3_EXECUTABLE}" -B)
+set(program $<TARGET_FILE:starsift_program>)
+set(memory_limit)
+if(STARSIFT_SANITIZE)
+  set(memory_limit --no-memory-limit)  # the shadow memory alone is larger
+endif()
+
+if(TARGET starsift_program)
+  starsift_add_script_test(cases ${python} tests/run-cases ${program} --jobs 2 ${memory_limit})
+  set_tests_properties(cases PROPERTIES PROCESSORS 2)
+  starsift_add_script_test(examples ${python} tools/check-examples ${program})
+  starsift_add_script_test(readme ${python} tools/check-readme ${program})
+endif()
+starsift_add_script_test(layers ${python} tools/check-layers)
+starsift_add_script_test(lattice-map ${python} tools/check-lattice-map)
+starsift_add_script_test(tools ${python} -m unittest discover -s tests/tools -p "test_*.py")

@@ -1,0 +1,73 @@
+"""check-layers must say no to each thing it forbids."""
+
+import pathlib
+import tempfile
+import unittest
+
+from tool import load
+
+layers = load("tools/check-layers")
+
+HEADER = "#pragma once\n"
+
+
+class CheckLayers(unittest.TestCase):
+    def problems(self, files):
+        with tempfile.TemporaryDirectory() as scratch:
+            source = pathlib.Path(scratch)
+            for name, text in files.items():
+                (source / name).parent.mkdir(exist_ok=True)
+                (source / name).write_text(text)
+            return layers.check(source)
+
+    def assert_one(self, hint, files):
+        problems = self.problems(files)
+        self.assertEqual(len(problems), 1, problems)
+        self.assertIn(hint, problems[0])
+
+    def test_downward_includes_are_fine(self):
+        files = {
+            "core/Index.h": HEADER,
+            "numbers/QQ.h": HEADER + '#include <gmp.h>\n#include "core/Index.h"\n',
+            "numbers/QQ.cpp": '#include "numbers/QQ.h"\n',
+        }
+        self.assertEqual(self.problems(files), [])
+
+    def test_upward_include_is_refused(self):
+        files = {"core/Index.h": HEADER + '#include "numbers/QQ.h"\n', "numbers/QQ.h": HEADER}
+        self.assert_one("core must not include numbers/QQ.h", files)
+
+    def test_app_sees_no_number_type(self):
+        files = {"app/Run.h": HEADER + '#include "numbers/QQ.h"\n', "numbers/QQ.h": HEADER}
+        self.assert_one("app must not include numbers/QQ.h", files)
+
+    def test_included_cpp_is_refused(self):
+        files = {"core/A.cpp": '#include "core/B.cpp"\n', "core/B.cpp": ""}
+        self.assert_one("never included", files)
+
+    def test_angle_brackets_do_not_hide_an_include(self):
+        files = {"core/A.h": HEADER + "#include <numbers/QQ.h>\n"}
+        self.assert_one("with quotes", files)
+
+    def test_include_without_floor_is_refused(self):
+        self.assert_one("write floor/File.h", {"core/A.cpp": '#include "B.h"\n'})
+
+    def test_include_of_nothing_is_refused(self):
+        self.assert_one("does not exist", {"core/A.cpp": '#include "core/B.h"\n'})
+
+    def test_missing_pragma_once_is_refused(self):
+        self.assert_one("#pragma once", {"core/A.inl": "int a;\n"})
+
+    def test_long_file_is_refused(self):
+        self.assertEqual(self.problems({"core/A.cpp": "\n" * 500}), [])
+        self.assert_one("501 lines", {"core/A.cpp": "\n" * 501})
+
+    def test_unknown_floor_is_refused(self):
+        self.assert_one("not in a folder", {"util/A.cpp": ""})
+
+    def test_empty_folder_is_refused(self):
+        self.assert_one("no source files", {})
+
+
+if __name__ == "__main__":
+    unittest.main()

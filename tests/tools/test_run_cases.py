@@ -1,0 +1,102 @@
+"""The case runner must notice each kind of difference."""
+
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+from tool import ROOT
+
+# Stands in for the command: prints its argument, rewrites the file.
+PROGRAM = """#!/bin/sh
+echo "read $1"
+echo changed > "$1"
+"""
+
+RIGHT = {
+    "about": "the program rewrites its file",
+    "in/p.sol": "old\n",
+    "stdout": "read p.sol\n",
+    "out/p.sol": "changed\n",
+    "no-star-check": "the program is a stand-in",
+}
+
+
+class RunCases(unittest.TestCase):
+    def run_case(self, changes=None, program=PROGRAM):
+        with tempfile.TemporaryDirectory() as scratch:
+            binary = pathlib.Path(scratch) / "program"
+            binary.write_text(program)
+            binary.chmod(0o755)
+            case = pathlib.Path(scratch) / "case"
+            for name, text in {**RIGHT, **(changes or {})}.items():
+                if text is not None:
+                    (case / name).parent.mkdir(parents=True, exist_ok=True)
+                    (case / name).write_text(text)
+            command = [sys.executable, "-B", ROOT / "tests" / "run-cases", binary, case]
+            return subprocess.run(command, capture_output=True, text=True, check=False)
+
+    def assert_fails(self, hint, changes=None, program=PROGRAM):
+        result = self.run_case(changes, program)
+        self.assertEqual(result.returncode, 1, result.stdout)
+        self.assertIn(hint, result.stdout)
+        self.assertTrue(result.stdout.endswith("0 passed, 1 failed\n"), result.stdout)
+
+    def test_right_case_passes(self):
+        result = self.run_case()
+        self.assertEqual(result.returncode, 0, result.stdout)
+        self.assertEqual(result.stdout, "1 passed, 0 failed\n")
+
+    def test_no_cases_is_a_failure(self):
+        command = [sys.executable, "-B", ROOT / "tests" / "run-cases", "/bin/true"]
+        result = subprocess.run(
+            command + ["--only", "no such case"], capture_output=True, text=True, check=False
+        )
+        self.assertEqual(result.returncode, 1)
+        self.assertEqual(result.stdout, "0 passed, 0 failed\n")
+
+    def test_other_output_is_noticed(self):
+        self.assert_fails("-read q.sol", {"stdout": "read q.sol\n"})
+
+    def test_missing_line_feed_is_noticed(self):
+        self.assert_fails("no line feed", {"stdout": "read p.sol"})
+
+    def test_output_on_the_error_stream_is_noticed(self):
+        self.assert_fails("+oops", program=PROGRAM + "echo oops >&2\n")
+
+    def test_other_status_is_noticed(self):
+        self.assert_fails("status 3, not 0", program=PROGRAM + "exit 3\n")
+
+    def test_signal_goes_by_its_name(self):
+        self.assert_fails("status SIGABRT, not 0", program=PROGRAM + "kill -ABRT $$\n")
+        result = self.run_case({"status": "SIGABRT\n"}, PROGRAM + "kill -ABRT $$\n")
+        self.assertEqual(result.returncode, 0, result.stdout)
+
+    def test_other_file_content_is_noticed(self):
+        self.assert_fails("+changed", {"out/p.sol": "unchanged\n"})
+
+    def test_surplus_file_is_noticed(self):
+        self.assert_fails("q.tmp should not be there", program=PROGRAM + "touch q.tmp\n")
+
+    def test_missing_file_is_noticed(self):
+        self.assert_fails("p.sol is missing", program=PROGRAM + "rm p.sol\n")
+
+    def test_without_out_nothing_may_change(self):
+        self.assert_fails("+changed", {"out/p.sol": None})
+
+    def test_failing_check_is_noticed(self):
+        self.assert_fails("check ended with status 1", {"check": "exit 1\n"})
+
+    def test_failing_setup_is_noticed(self):
+        self.assert_fails("setup ended with status 1", {"setup": "false\n"})
+
+    def test_case_must_say_what_it_pins(self):
+        self.assert_fails("about is missing", {"about": None})
+
+    def test_time_limit_ends_the_program(self):
+        self.assert_fails("still running", {"timeout": "0.2"}, "#!/bin/sh\nexec sleep 5\n")
+
+
+if __name__ == "__main__":
+    unittest.main()
