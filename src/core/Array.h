@@ -83,8 +83,7 @@ class Array {
 
   /// Exchanges two elements; an index outside 0..dimension() is fatal.
   void swap(Index a, Index b) {
-    if (a < 0 || a > dimension_ || b < 0 || b > dimension_)
-      fail("Array: swap index out of range");
+    if (a < 0 || a > dimension_ || b < 0 || b > dimension_) fail("Array: swap index out of range");
     using std::swap;
     if (a != b) swap((*this)[a], (*this)[b]);
   }

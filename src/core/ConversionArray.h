@@ -12,6 +12,16 @@ namespace starsift {
 /// The text of a conversion whose result doesn't convert back to the source.
 constexpr const char* conversionLossText = "Precision lost during conversion";
 
+/// The value in another type (strictly: see NumberConversion). With `check` it is
+/// converted back; a difference throws PrecisionException.
+template <class T, class U>
+T convertNumber(const U& value, bool check) {
+  T result = NumberConversion<T, U>::convert(value);
+  if (check && !(NumberConversion<U, T>::convert(result) == value))
+    throw PrecisionException(conversionLossText);
+  return result;
+}
+
 /// An array that can be filled from one over another element type. New elements
 /// of an arithmetic type are zero.
 template <class T>
@@ -24,24 +34,17 @@ class ConversionArray : public Array<T> {
     const Index before = this->dimension();
     Array<T>::resize(dimension, reserve);
     if constexpr (std::is_arithmetic_v<T>) {
-      if (dimension > before) std::fill(this->data() + before + 1, this->data() + dimension + 1, T());
+      if (dimension > before)
+        std::fill(this->data() + before + 1, this->data() + dimension + 1, T());
     }
   }
 
-  /// Takes the dimension of `source` and converts every element (strictly: see
-  /// NumberConversion). With `check` the result is converted back and compared
-  /// with the source exactly; a difference throws PrecisionException. This array
-  /// is unchanged after an exception.
+  /// Takes the dimension of `source` and every element as convertNumber() gives
+  /// it: with `check` nothing may be lost. Unchanged after an exception.
   template <class U>
   void convertFrom(const ConversionArray<U>& source, bool check) {
     ConversionArray result(source.dimension());
-    for (Index i = 1; i <= source.dimension(); ++i)
-      result[i] = NumberConversion<T, U>::convert(source[i]);
-    if (check) {
-      for (Index i = 1; i <= source.dimension(); ++i)
-        if (!(NumberConversion<U, T>::convert(result[i]) == source[i]))
-          throw PrecisionException(conversionLossText);
-    }
+    for (Index i = 1; i <= source.dimension(); ++i) result[i] = convertNumber<T>(source[i], check);
     this->exchange(result);
   }
 };

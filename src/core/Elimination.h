@@ -14,7 +14,7 @@ namespace starsift {
 /// when the number of row exchanges was odd. Throws PrecisionException "q overflow"
 /// or "q2 overflow" where a factor leaves the safe range of T, and
 /// FatalPrecisionException beyond that; both matrices are half done then.
-/// O(rows^2 * columns).
+/// O(rows^2 * (rows + columns)).
 template <class T>
 Index eliminate(Matrix<T>& a, Matrix<T>& transform, bool reduce);
 

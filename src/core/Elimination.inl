@@ -111,7 +111,7 @@ T eliminationDeterminant(const Matrix<T>& matrix) {
   Matrix<T> echelon(matrix);
   Matrix<T> transform;
   const Index rank = eliminate(echelon, transform, false);
-  if (std::abs(rank) < matrix.rowCount()) return T(0);
+  if (rank == 0) return T(0);
   T determinant = T(rank < 0 ? -1 : 1);
   for (Index i = 1; i <= echelon.rowCount(); ++i) determinant *= echelon[i][i];
   return determinant;

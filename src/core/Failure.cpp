@@ -17,7 +17,8 @@ void fail(std::string_view message) {
 }
 
 void failErrno(std::string_view message) {
-  std::cerr << "ERRNO = " << std::strerror(errno) << endLine();
+  const char* const reason = std::strerror(errno);  // writing may change errno
+  std::cerr << "ERRNO = " << reason << endLine();
   stampFailureTime();
   fail(message);
 }

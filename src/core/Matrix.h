@@ -34,8 +34,9 @@ class Matrix : public ConversionArray<Vector<T>>, public Serializable {
   void destroy() override;
   /// Keeps the columns.
   void resize(Index rows, bool reserve) override;
-  /// New entries are zero; rows and columns beyond the new size stay in storage.
-  /// A negative count is fatal, "Matrix: invalid size".
+  /// New columns are zero, and so are rows that never were; rows beyond the new
+  /// size stay in storage and come back as they were. A negative count is fatal,
+  /// "Matrix: invalid size".
   void resize(Index rows, Index columns, bool reserve);
   /// True with rows and columns.
   bool isSet() const override;
@@ -55,8 +56,9 @@ class Matrix : public ConversionArray<Vector<T>>, public Serializable {
   /// "Matrix: dimension mismatch3".
   Matrix& operator*=(const Matrix& other);
 
-  /// Product of the pivots of the elimination, 0 below full rank. A matrix that
-  /// isn't square is fatal. Zero pivots are those of the tolerance of T.
+  /// Product of the diagonal after elimination; 0 for rank 0, so also without rows.
+  /// Below full rank the last factor is what the tolerance took for zero. A matrix
+  /// that isn't square is fatal. Throws what eliminate() throws.
   T determinant() const;
 
   /// Takes shape and every entry, converted; with `check` a result that doesn't

@@ -11,7 +11,9 @@ namespace starsift {
 
 namespace {
 
-bool isDigit(int c) { return c >= '0' && c <= '9'; }
+bool isDigit(int c) {
+  return c >= '0' && c <= '9';
+}
 
 template <class Source>
 void takeDigits(Source& source, std::string& token) {
@@ -82,15 +84,24 @@ void NumberTraits<long double>::append(std::string& out, long double value, int 
   std::array<char, 64> text;
   char* const begin = text.data();
   char* const end = begin + text.size();
-  if (digits <= 18 && std::fabs(value) < powersOfTen[static_cast<std::size_t>(digits)]) {
+  if (digits >= 0 && digits <= 18 &&
+      std::fabs(value) < powersOfTen[static_cast<std::size_t>(digits)]) {
     const auto integer = static_cast<std::int64_t>(value);
     if (static_cast<long double>(integer) == value && (integer != 0 || !std::signbit(value))) {
       out.append(begin, std::to_chars(begin, end, integer).ptr);
       return;
     }
   }
-  const int length = std::snprintf(begin, text.size(), "%.*Lg", digits, value);
-  out.append(begin, static_cast<std::size_t>(length));
+  const auto length =
+      static_cast<std::size_t>(std::snprintf(begin, text.size(), "%.*Lg", digits, value));
+  if (length < text.size()) {
+    out.append(begin, length);
+    return;
+  }
+  const std::size_t before = out.size();
+  out.resize(before + length + 1);  // and the terminating zero
+  std::snprintf(out.data() + before, length + 1, "%.*Lg", digits, value);
+  out.resize(before + length);
 }
 
 template <class I>
@@ -108,5 +119,7 @@ bool IntegerTraits<I>::read(Source& source, I& value) {
 
 template bool IntegerTraits<long>::read(TextCursor&, long&);
 template bool IntegerTraits<long>::read(StreamCursor&, long&);
+template bool IntegerTraits<short>::read(TextCursor&, short&);
+template bool IntegerTraits<short>::read(StreamCursor&, short&);
 
 }  // namespace starsift

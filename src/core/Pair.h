@@ -16,9 +16,9 @@ class Pair {
   Pair() = default;
   Pair(A leftValue, B rightValue) : left(std::move(leftValue)), right(std::move(rightValue)) {}
   Pair(const Pair&) = default;
-  Pair(Pair&&) = default;
+  Pair(Pair&&) noexcept = default;
   Pair& operator=(const Pair&) = default;
-  Pair& operator=(Pair&&) = default;
+  Pair& operator=(Pair&&) noexcept = default;
   virtual ~Pair() = default;
 
   /// Converts both values (strictly: see NumberConversion). With `check` the result

@@ -42,8 +42,11 @@ std::string SemaphoreNames::next(std::time_t now) {
     lastSecond_ = now;
     counter_ = 1;
   }
-  return "/" + std::to_string(process_) + "_" + std::to_string(now) + "_" +
-         std::to_string(counter_++);
+  std::string name = "/";
+  for (const Index number : {Index{process_}, Index{now}, counter_++})
+    (name += std::to_string(number)) += '_';
+  name.pop_back();
+  return name;
 }
 
 std::string nextSemaphoreName() {

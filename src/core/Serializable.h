@@ -4,6 +4,7 @@
 #include <istream>
 #include <ostream>
 #include <string>
+#include <utility>
 
 namespace starsift {
 
@@ -28,9 +29,17 @@ class Serializable {
 
  protected:
   Serializable(const Serializable&) = default;
-  Serializable(Serializable&&) = default;
+  /// A copy: an object whose content was moved away still has its text form.
+  Serializable(Serializable&& other) noexcept
+      : Serializable(static_cast<const Serializable&>(other)) {}
   Serializable& operator=(const Serializable&) = default;
-  Serializable& operator=(Serializable&&) = default;
+  /// Leaves `other` with this object's former setting.
+  Serializable& operator=(Serializable&& other) noexcept {
+    std::swap(separators_, other.separators_);
+    std::swap(mergeSeparators_, other.mergeSeparators_);
+    std::swap(secondFlag_, other.secondFlag_);
+    return *this;
+  }
 
  private:
   std::string separators_;

@@ -77,6 +77,20 @@ std::vector<std::string> readItems(Source& source, const std::string& separators
   return items;
 }
 
+/// An item from its text; a fresh one where the text can't be read, never what an
+/// earlier list left in storage.
+template <class T>
+void parseItem(const std::string& text, T& item) {
+  item = T();
+  std::istringstream stream(text);
+  stream >> item;
+}
+
+/// A text is itself: extraction would stop at the first blank in it.
+inline void parseItem(const std::string& text, std::string& item) {
+  item = text;
+}
+
 }  // namespace listform
 
 /// An array with a text form.
@@ -86,6 +100,13 @@ class SerializableArray : public ConversionArray<T>, public Serializable {
   SerializableArray() : SerializableArray(",", false, false) {}
   SerializableArray(std::string separators, bool mergeSeparators, bool secondFlag)
       : Serializable(std::move(separators), mergeSeparators, secondFlag) {}
+
+  /// As ConversionArray; takes the delimiter setting too.
+  template <class U>
+  void convertFrom(const SerializableArray<U>& source, bool check) {
+    ConversionArray<T>::convertFrom(source, check);
+    Serializable::operator=(source);
+  }
 
   /// "[ a,b,c ]"; the frame is a line feed where that is a separator.
   std::ostream& write(std::ostream& stream) const override {
@@ -107,10 +128,8 @@ class SerializableArray : public ConversionArray<T>, public Serializable {
     const auto items = listform::readItems(source, separators(), mergeSeparators());
     this->resize(0, false);
     this->resize(static_cast<Index>(items.size()), false);
-    for (Index i = 1; i <= this->dimension(); ++i) {
-      std::istringstream text(items[static_cast<std::size_t>(i - 1)]);
-      text >> (*this)[i];
-    }
+    for (Index i = 1; i <= this->dimension(); ++i)
+      listform::parseItem(items[static_cast<std::size_t>(i - 1)], (*this)[i]);
     return stream;
   }
 };

@@ -24,8 +24,8 @@ class Star : public TimeVector<T> {
     Star result;
     result.TimeVector<T>::convertFrom(source, check);
     result.targetValues.convertFrom(source.targetValues, check);
-    result.targetNorm = convertNumber(source.targetNorm, check);
-    result.slackNorm = convertNumber(source.slackNorm, check);
+    result.targetNorm = convertNumber<T>(source.targetNorm, check);
+    result.slackNorm = convertNumber<T>(source.slackNorm, check);
     result.paramsText = source.paramsText;
     result.versionText = source.versionText;
     result.fresh = source.fresh;
@@ -44,15 +44,6 @@ class Star : public TimeVector<T> {
   std::string versionText;
   /// Found by this run, not read from a file.
   bool fresh = false;
-
- private:
-  template <class U>
-  static T convertNumber(const U& value, bool check) {
-    T result = NumberConversion<T, U>::convert(value);
-    if (check && !(NumberConversion<U, T>::convert(result) == value))
-      throw PrecisionException(conversionLossText);
-    return result;
-  }
 };
 
 }  // namespace starsift

@@ -22,9 +22,7 @@ class TextCursor {
       : position_(text.data()), end_(text.data() + text.size()) {}
 
   /// The next character as unsigned char value, or endOfText.
-  int peek() const {
-    return position_ < end_ ? static_cast<unsigned char>(*position_) : endOfText;
-  }
+  int peek() const { return position_ < end_ ? static_cast<unsigned char>(*position_) : endOfText; }
   /// The character behind the next one, or endOfText.
   int peekNext() const {
     return end_ - position_ > 1 ? static_cast<unsigned char>(position_[1]) : endOfText;
@@ -34,9 +32,7 @@ class TextCursor {
 
   bool atEnd() const { return position_ == end_; }
   /// The text not read yet.
-  std::string_view rest() const {
-    return {position_, static_cast<std::size_t>(end_ - position_)};
-  }
+  std::string_view rest() const { return {position_, static_cast<std::size_t>(end_ - position_)}; }
   /// Steps over `count` characters, 0 <= count <= rest().size().
   void advance(std::size_t count) { position_ += count; }
 
@@ -46,17 +42,27 @@ class TextCursor {
 };
 
 /// A stream as a source of characters. Takes no more than what the reader takes;
-/// reaching the end sets the stream's end-of-file state.
+/// reaching the end sets the stream's end-of-file state. A stream in fail or bad
+/// state has no text.
 class StreamCursor {
  public:
   explicit StreamCursor(std::istream& stream) : stream_(stream) {}
+  StreamCursor(const StreamCursor&) = delete;
+  StreamCursor& operator=(const StreamCursor&) = delete;
+  /// Sets the stream's bad state where a character would be lost: see held_.
+  ~StreamCursor();
 
   int peek() const;
   int peekNext() const;
   void take();
 
  private:
+  int streamPeek() const;
+
   std::istream& stream_;
+  /// The next character where peekNext() had to take it from a stream that does
+  /// not take characters back (a pipe between two buffers), else endOfText.
+  mutable int held_ = endOfText;
 };
 
 /// The white space of every text form of the system.

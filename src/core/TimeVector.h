@@ -37,12 +37,15 @@ class TargetVector : public TimeVector<T> {
  public:
   using TimeVector<T>::TimeVector;
 
+  /// Every number; see Star. Unchanged after an exception.
   template <class U>
   void convertFrom(const TargetVector<U>& source, bool check) {
-    TimeVector<T>::convertFrom(source, check);
-    targetValues.convertFrom(source.targetValues, check);
-    targetNorm = NumberConversion<T, U>::convert(source.targetNorm);
-    slackNorm = NumberConversion<T, U>::convert(source.slackNorm);
+    TargetVector result;
+    result.TimeVector<T>::convertFrom(source, check);
+    result.targetValues.convertFrom(source.targetValues, check);
+    result.targetNorm = convertNumber<T>(source.targetNorm, check);
+    result.slackNorm = convertNumber<T>(source.slackNorm, check);
+    *this = std::move(result);
   }
 
   /// One value per target row of the problem as it was read.

@@ -71,5 +71,6 @@ void removeElement(Array<T>& array, Index index);
 
 extern template class Vector<long double>;
 extern template class Vector<long>;
+extern template class Vector<short>;
 
 }  // namespace starsift

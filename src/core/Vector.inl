@@ -25,8 +25,7 @@ template <class T>
 void Vector<T>::resize(Index dimension, bool reserve) {
   const Index before = this->dimension();
   Array<T>::resize(dimension, reserve);
-  if (dimension > before)
-    std::fill(this->data() + before + 1, this->data() + dimension + 1, T());
+  if (dimension > before) std::fill(this->data() + before + 1, this->data() + dimension + 1, T());
 }
 
 template <class T>

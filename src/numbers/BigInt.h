@@ -8,10 +8,10 @@ namespace starsift {
 
 class BigInt {
  public:
-  BigInt() noexcept { mpz_init(value_); }
-  explicit BigInt(long value) { mpz_init_set_si(value_, value); }
-  explicit BigInt(unsigned long value) { mpz_init_set_ui(value_, value); }
-  BigInt(const BigInt& other) { mpz_init_set(value_, other.value_); }
+  BigInt() noexcept : value_() { mpz_init(value_); }
+  explicit BigInt(long value) : value_() { mpz_init_set_si(value_, value); }
+  explicit BigInt(unsigned long value) : value_() { mpz_init_set_ui(value_, value); }
+  BigInt(const BigInt& other) : value_() { mpz_init_set(value_, other.value_); }
   /// Leaves `other` 0.
   BigInt(BigInt&& other) noexcept : BigInt() { swap(other); }
   // GMP copes with source and target being one object.

@@ -50,7 +50,7 @@ dbl_t nearest(const QQ& value) {
 bool isShortDecimal(std::int64_t numerator, std::uint32_t denominator) {
   // Scaling by the missing twos and fives makes the denominator a power of ten;
   // the numerator then has the digits that are written.
-  UInt128 digits = static_cast<UInt128>(std::abs(numerator));
+  auto digits = static_cast<UInt128>(std::abs(numerator));
   std::uint32_t rest = denominator;
   int twos = 0;
   int fives = 0;
@@ -143,8 +143,8 @@ bool representable(const QQ& value) {
   const QQ back = fromDbl(nearest(value));
   if (back.isInf()) return false;
   const auto unit = static_cast<long>(digits(value.ganze())) - dblDigits + 1;
-  const QQ lastDigit = unit > 0 ? QQ(pow(ZZ::ten(), ZZ(unit)))
-                                : decimal(ZZ(1), static_cast<unsigned long>(-unit));
+  const QQ lastDigit =
+      unit > 0 ? QQ(pow(ZZ::ten(), ZZ(unit))) : decimal(ZZ(1), static_cast<unsigned long>(-unit));
   return abs(value - back) <= max(lastDigit, NumberTraits<QQ>::tolerance());
 }
 

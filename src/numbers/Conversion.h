@@ -14,7 +14,8 @@ namespace starsift {
 
 using dbl_t = long double;
 
-static_assert(std::numeric_limits<dbl_t>::digits == 64 && std::numeric_limits<dbl_t>::digits10 == 18,
+static_assert(std::numeric_limits<dbl_t>::digits == 64 &&
+                  std::numeric_limits<dbl_t>::digits10 == 18,
               "dbl_t must be the 80-bit extended format");
 
 /// Decimal digits that dbl_t carries.

@@ -1,6 +1,7 @@
 #include "numbers/Gcd.h"
 
 #include <cmath>
+#include <limits>
 #include <numeric>
 
 #include "core/Failure.h"
@@ -17,6 +18,7 @@ QQ gcdQQ(const QQ& a, const QQ& b) {
 }
 
 long double gcdQQ(long double a, long double b) {
+  if (!std::isfinite(a) || !std::isfinite(b)) return std::numeric_limits<long double>::quiet_NaN();
   a = std::fabs(a);
   b = std::fabs(b);
   while (b != 0) {
@@ -27,8 +29,12 @@ long double gcdQQ(long double a, long double b) {
   return a;
 }
 
-QQ lcmQQ(const QQ& a, const QQ& b) { return a * b / gcdQQ(a, b); }
+QQ lcmQQ(const QQ& a, const QQ& b) {
+  return a * b / gcdQQ(a, b);
+}
 
-long double lcmQQ(long double a, long double b) { return a * b / gcdQQ(a, b); }
+long double lcmQQ(long double a, long double b) {
+  return a * b / gcdQQ(a, b);
+}
 
 }  // namespace starsift

@@ -22,7 +22,7 @@ mpq_ptr newRational() {
 /// Where results are worked out whose target is small. It keeps its limbs.
 class Scratch {
  public:
-  Scratch() noexcept { mpq_init(rational_); }
+  Scratch() noexcept : rational_() { mpq_init(rational_); }
   Scratch(const Scratch&) = delete;
   Scratch& operator=(const Scratch&) = delete;
   ~Scratch() { mpq_clear(rational_); }
@@ -73,7 +73,7 @@ void QQStorage::finish(QQ& target, mpq_ptr result) {
     target.word_ = numerator;
     target.tag_ = denominator;
   } else if (!target.isBig()) {
-    const mpq_ptr fresh = newRational();
+    auto* const fresh = newRational();
     mpq_swap(fresh, result);
     target.word_ = std::bit_cast<std::int64_t>(fresh);
     target.tag_ = QQ::bigTag;
@@ -88,7 +88,7 @@ void QQStorage::set(QQ& target, Int128 numerator, UInt128 denominator) {
     target.tag_ = static_cast<std::uint64_t>(denominator);
     return;
   }
-  const mpq_ptr result = workplace(target);
+  auto* const result = workplace(target);
   assign(mpq_numref(result), size);
   if (numerator < 0) mpq_neg(result, result);
   assign(mpq_denref(result), denominator);
@@ -106,14 +106,14 @@ void QQStorage::setReduced(QQ& target, Int128 numerator, std::uint64_t denominat
 }
 
 QQ::QQ(const ZZ& value) {
-  const mpq_ptr result = QQStorage::workplace(*this);
+  auto* const result = QQStorage::workplace(*this);
   mpq_set_z(result, value.get());
   QQStorage::finish(*this, result);
 }
 
 QQ::QQ(const ZZ& numerator, const ZZ& denominator) {
   if (denominator.isZero()) fail("QQ: division by zero");
-  const mpq_ptr result = QQStorage::workplace(*this);
+  auto* const result = QQStorage::workplace(*this);
   mpz_set(mpq_numref(result), numerator.get());
   mpz_set(mpq_denref(result), denominator.get());
   mpq_canonicalize(result);
@@ -195,14 +195,14 @@ QQ QQ::denominator() const {
 }
 
 void QQ::makeBig(long value) {
-  const mpq_ptr fresh = newRational();
+  auto* const fresh = newRational();
   mpq_set_si(fresh, value, 1);
   word_ = std::bit_cast<std::int64_t>(fresh);
   tag_ = bigTag;
 }
 
 void QQ::copyBig(const QQ& other) {
-  const mpq_ptr fresh = newRational();
+  auto* const fresh = newRational();
   mpq_set(fresh, other.big());
   word_ = std::bit_cast<std::int64_t>(fresh);
 }
@@ -212,7 +212,9 @@ void QQ::freeBig() noexcept {
   mpq_clear(owner.get());
 }
 
-bool QQ::bigIsInteger() const noexcept { return mpz_cmp_ui(mpq_denref(big()), 1) == 0; }
+bool QQ::bigIsInteger() const noexcept {
+  return mpz_cmp_ui(mpq_denref(big()), 1) == 0;
+}
 
 void QQ::assignGeneral(const QQ& other) {
   if (isBig() && other.isBig()) {

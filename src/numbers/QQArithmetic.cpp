@@ -14,12 +14,14 @@ using GmpOperation = void (*)(mpq_ptr, mpq_srcptr, mpq_srcptr);
 
 /// a = operation(a, b), both finite; they may be one object.
 void applyBig(QQ& a, const QQ& b, GmpOperation operation) {
-  const mpq_ptr result = QQStorage::workplace(a);
+  auto* const result = QQStorage::workplace(a);
   operation(result, QQView(a).get(), QQView(b).get());
   QQStorage::finish(a, result);
 }
 
-bool bothSmall(const QQ& a, const QQ& b) { return QQStorage::isSmall(a) && QQStorage::isSmall(b); }
+bool bothSmall(const QQ& a, const QQ& b) {
+  return QQStorage::isSmall(a) && QQStorage::isSmall(b);
+}
 
 /// a += b, or a -= b with a negative `sign`; both small.
 void addSmall(QQ& a, const QQ& b, int sign) {
@@ -61,12 +63,13 @@ void addInfinity(QQ& a, bool bIsInf, bool bSign) {
     fail("INF - INF is not defined");
 }
 
-int sense(bool positive) { return positive ? 1 : -1; }
+int sense(bool positive) {
+  return positive ? 1 : -1;
+}
 
 /// Finite values with the same sign, at least one of them big.
 int compareBig(const QQ& a, const QQ& b) {
-  if (a.isInteger() && b.isInteger())
-    return mpz_cmp(QQView(a).numerator(), QQView(b).numerator());
+  if (a.isInteger() && b.isInteger()) return mpz_cmp(QQView(a).numerator(), QQView(b).numerator());
   int order = cmp(a.ganze(), b.ganze());
   if (order == 0) {
     ZZ aScaled;
@@ -134,7 +137,7 @@ QQ& QQ::operator/=(const QQ& other) {
 
 void QQ::addProductGeneral(QQ& sum, const QQ& a, const QQ& b) {
   if (sum.isInteger() && a.isInteger() && b.isInteger()) {
-    const mpq_ptr result = QQStorage::workplace(sum);
+    auto* const result = QQStorage::workplace(sum);
     if (!sum.isBig()) mpq_set_si(result, sum.word_, 1);
     mpz_addmul(mpq_numref(result), QQView(a).numerator(), QQView(b).numerator());
     QQStorage::finish(sum, result);
@@ -145,7 +148,7 @@ void QQ::addProductGeneral(QQ& sum, const QQ& a, const QQ& b) {
 
 void QQ::subtractProductGeneral(QQ& sum, const QQ& a, const QQ& b) {
   if (sum.isInteger() && a.isInteger() && b.isInteger()) {
-    const mpq_ptr result = QQStorage::workplace(sum);
+    auto* const result = QQStorage::workplace(sum);
     if (!sum.isBig()) mpq_set_si(result, sum.word_, 1);
     mpz_submul(mpq_numref(result), QQView(a).numerator(), QQView(b).numerator());
     QQStorage::finish(sum, result);
@@ -166,7 +169,9 @@ int QQ::compareGeneral(const QQ& a, const QQ& b) {
   return static_cast<int>(left > right) - static_cast<int>(left < right);
 }
 
-bool QQ::bigEqual(const QQ& a, const QQ& b) { return mpq_equal(a.big(), b.big()) != 0; }
+bool QQ::bigEqual(const QQ& a, const QQ& b) {
+  return mpq_equal(a.big(), b.big()) != 0;
+}
 
 QQ trunc(const QQ& value) {
   if (value.isInteger() || value.isInf()) return value;

@@ -24,9 +24,9 @@ QQ decimal(std::int64_t digits, int places) {
 QQ decimal(const ZZ& digits, unsigned long places) {
   if (places == 0 || digits.isZero()) return QQ(digits);
   QQ result;
-  const mpq_ptr work = QQStorage::workplace(result);
-  const mpz_ptr numerator = mpq_numref(work);
-  const mpz_ptr denominator = mpq_denref(work);
+  auto* const work = QQStorage::workplace(result);
+  auto* const numerator = mpq_numref(work);
+  auto* const denominator = mpq_denref(work);
 
   const ZZ five(5);
   const unsigned long fives = mpz_remove(numerator, digits.get(), five.get());

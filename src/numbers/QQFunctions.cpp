@@ -26,7 +26,7 @@ constexpr mpfr_prec_t workingBits = 192;
 /// One MPFR number of fixed precision.
 class Float {
  public:
-  explicit Float(mpfr_prec_t bits) noexcept { mpfr_init2(value_, bits); }
+  explicit Float(mpfr_prec_t bits) noexcept : value_() { mpfr_init2(value_, bits); }
   Float(const Float&) = delete;
   Float& operator=(const Float&) = delete;
   ~Float() { mpfr_clear(value_); }
@@ -38,7 +38,7 @@ class Float {
 
 QQ toQQ(Float& value) {
   QQ result;
-  const mpq_ptr work = QQStorage::workplace(result);
+  auto* const work = QQStorage::workplace(result);
   mpfr_get_q(work, value.get());
   QQStorage::finish(result, work);
   return result;
@@ -48,7 +48,9 @@ void setQQ(Float& target, const QQ& value) {
   mpfr_set_q(target.get(), QQView(value).get(), MPFR_RNDN);
 }
 
-bool isOdd(const ZZ& value) { return mpz_odd_p(value.get()) != 0; }
+bool isOdd(const ZZ& value) {
+  return mpz_odd_p(value.get()) != 0;
+}
 
 /// Sets `result` to the natural logarithm, value > 0 and finite, with a relative
 /// error of few units in the last place. Near 1 rounding the argument would leave
@@ -111,7 +113,7 @@ QQ integerPower(const QQ& base, const ZZ& exponent) {
       std::max(mpz_sizeinbase(view.numerator(), 2), mpz_sizeinbase(view.denominator(), 2));
   if (exponent > ZZ(resultBits / size)) fail(outOfRangeText);
   const unsigned long power = mpz_get_ui(exponent.get());
-  const mpq_ptr work = QQStorage::workplace(result);
+  auto* const work = QQStorage::workplace(result);
   mpz_pow_ui(mpq_numref(work), view.numerator(), power);
   mpz_pow_ui(mpq_denref(work), view.denominator(), power);
   QQStorage::finish(result, work);
@@ -138,7 +140,8 @@ QQ fractionalPower(const QQ& base, const ZZ& p, const ZZ& q) {
   ZZ numerator;
   ZZ denominator;
   QQ result;
-  if (perfectRoot(numerator, view.numerator(), q) && perfectRoot(denominator, view.denominator(), q))
+  if (perfectRoot(numerator, view.numerator(), q) &&
+      perfectRoot(denominator, view.denominator(), q))
     result = integerPower(QQ(numerator, denominator), p);
   else
     result = approximatePower(size, QQ(p, q));

@@ -26,7 +26,9 @@ std::string_view skipSpace(std::string_view text) {
 }
 
 /// The C string that the view begins with.
-std::string_view uptoZero(std::string_view text) { return text.substr(0, text.find('\0')); }
+std::string_view uptoZero(std::string_view text) {
+  return text.substr(0, text.find('\0'));
+}
 
 /// Steps over one sign; true when it is a minus.
 bool takeSign(std::string_view& text) {
@@ -132,16 +134,17 @@ class LevelParser {
     bool negative = !last_.sign();
     bool hasInteger = !last_.ganze().isZero();
     bool hasFraction = !last_.zaehler().isZero();
-    for (auto level = levels_.rbegin(); level != levels_.rend(); ++level) {
-      if (level->mixed) {
-        if (level->zeros || negative) fail("QQ: malformed number1");
+    for (std::size_t i = levels_.size(); i > 0; --i) {
+      const Level& level = levels_[i - 1];
+      if (level.mixed) {
+        if (level.zeros || negative) fail("QQ: malformed number1");
         if (hasInteger) fail("QQ: malformed number2");
       } else {
         hasFraction = hasInteger;
       }
-      if (level->integer < 0) QQ::canonicalise(true, ZZ(-1), ZZ::zero(), ZZ::one());
-      hasInteger = level->integer != 0;
-      negative = level->negative && (hasInteger || hasFraction);
+      if (level.integer < 0) QQ::canonicalise(true, ZZ(-1), ZZ::zero(), ZZ::one());
+      hasInteger = level.integer != 0;
+      negative = level.negative && (hasInteger || hasFraction);
     }
   }
 
@@ -205,7 +208,9 @@ QQ parseWithExponents(std::string_view text) {
 
 }  // namespace
 
-QQ qqtext::parseGeneral(std::string_view text) { return parseWithExponents(uptoZero(text)); }
+QQ qqtext::parseGeneral(std::string_view text) {
+  return parseWithExponents(uptoZero(text));
+}
 
 std::string expandExponent(std::string_view text) {
   text = skipSpace(uptoZero(text));

@@ -17,7 +17,9 @@ namespace {
 
 constexpr int plainDigits = 18;
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 
 /// A run of decimal digits in the text.
 struct Digits {
@@ -81,7 +83,9 @@ const char* scanTail(const char* position, const char* end, Digits whole, QQ& va
   }
 }
 
-bool isSeparator(char c) { return c == '.' || c == ',' || c == ':' || c == '/'; }
+bool isSeparator(char c) {
+  return c == '.' || c == ',' || c == ':' || c == '/';
+}
 
 bool opensComment(const char* position, const char* end) {
   return *position == '/' && end - position > 1 && (position[1] == '/' || position[1] == '*');
@@ -129,10 +133,12 @@ bool readPlain(TextCursor& source, QQ& value, TokenKind kind) {
 }
 
 /// A stream shows no text ahead; the gathered token takes the plain roads.
-bool readPlain(StreamCursor& /*source*/, QQ& /*value*/, TokenKind /*kind*/) { return false; }
+bool readPlain(StreamCursor& /*source*/, QQ& /*value*/, TokenKind /*kind*/) {
+  return false;
+}
 
 void appendInteger(std::string& out, std::int64_t value) {
-  std::array<char, 24> text;
+  std::array<char, 24> text{};
   out.append(text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr);
 }
 

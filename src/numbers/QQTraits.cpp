@@ -9,7 +9,9 @@ const QQ& NumberTraits<QQ>::tolerance() {
   return value;
 }
 
-bool NumberTraits<QQ>::fractionIsZero(const QQ& v) { return abs(v) <= tolerance(); }
+bool NumberTraits<QQ>::fractionIsZero(const QQ& v) {
+  return abs(v) <= tolerance();
+}
 
 bool NumberTraits<QQ>::fractionsEqual(const QQ& a, const QQ& b) {
   // Different integers are at least 1 apart.

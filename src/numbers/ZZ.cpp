@@ -103,6 +103,8 @@ ZZ withoutTrailingZeros(const ZZ& z) {
   return result;
 }
 
-std::ostream& operator<<(std::ostream& stream, const ZZ& z) { return stream << z.toString(); }
+std::ostream& operator<<(std::ostream& stream, const ZZ& z) {
+  return stream << z.toString();
+}
 
 }  // namespace starsift

@@ -14,9 +14,9 @@ namespace starsift {
 class ZZ {
  public:
   ZZ() noexcept = default;
-  ZZ(int value) : value_(static_cast<long>(value)) {}
-  ZZ(long value) : value_(value) {}
-  ZZ(unsigned long value) : value_(value) {}
+  explicit ZZ(int value) : value_(static_cast<long>(value)) {}
+  explicit ZZ(long value) : value_(value) {}
+  explicit ZZ(unsigned long value) : value_(value) {}
 
   /// The integer that `text` spells in `base`, 2 <= base <= 62, or 0 to take the
   /// base from the text: 0x hexadecimal, 0b binary, another leading 0 octal. White
@@ -60,10 +60,16 @@ class ZZ {
   BigInt value_;
 };
 
-inline void swap(ZZ& a, ZZ& b) noexcept { a.swap(b); }
+inline void swap(ZZ& a, ZZ& b) noexcept {
+  a.swap(b);
+}
 
-inline ZZ operator+(ZZ a, const ZZ& b) { return std::move(a += b); }
-inline ZZ operator-(ZZ a, const ZZ& b) { return std::move(a -= b); }
+inline ZZ operator+(ZZ a, const ZZ& b) {
+  return std::move(a += b);
+}
+inline ZZ operator-(ZZ a, const ZZ& b) {
+  return std::move(a -= b);
+}
 inline ZZ operator*(const ZZ& a, const ZZ& b) {
   ZZ product;
   mpz_mul(product.get(), a.get(), b.get());
@@ -71,9 +77,15 @@ inline ZZ operator*(const ZZ& a, const ZZ& b) {
 }
 
 /// Negative, 0 or positive as a is below, equal to or above b.
-inline int cmp(const ZZ& a, const ZZ& b) { return mpz_cmp(a.get(), b.get()); }
-inline bool operator==(const ZZ& a, const ZZ& b) { return cmp(a, b) == 0; }
-inline std::strong_ordering operator<=>(const ZZ& a, const ZZ& b) { return cmp(a, b) <=> 0; }
+inline int cmp(const ZZ& a, const ZZ& b) {
+  return mpz_cmp(a.get(), b.get());
+}
+inline bool operator==(const ZZ& a, const ZZ& b) {
+  return cmp(a, b) == 0;
+}
+inline std::strong_ordering operator<=>(const ZZ& a, const ZZ& b) {
+  return cmp(a, b) <=> 0;
+}
 
 ZZ abs(const ZZ& a);
 

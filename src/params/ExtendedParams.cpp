@@ -5,6 +5,17 @@
 
 namespace starsift {
 
+namespace {
+
+template <LatticeNumber T>
+std::string wholeText(const T& value) {
+  std::string text;
+  NumberTraits<T>::append(text, value, dblDigits);
+  return text;
+}
+
+}  // namespace
+
 template <LatticeNumber T>
 ExtendedParams<T>::ExtendedParams(ParamReactions* owner) {
   react(verb, [this] { setExtendedOutput(verb == 2); });
@@ -34,8 +45,8 @@ void ExtendedParams<T>::convertFrom(const ExtendedParams<U>& source) {
   const T slackNorm = NumberConversion<T, U>::convert(source.snorm);
   const T targetNorm = NumberConversion<T, U>::convert(source.tnorm);
   Params::operator=(source);
-  snorm.takeConverted(slackNorm);
-  tnorm.takeConverted(targetNorm);
+  snorm.takeConverted(slackNorm, wholeText(slackNorm));
+  tnorm.takeConverted(targetNorm, wholeText(targetNorm));
 }
 
 template <LatticeNumber T>

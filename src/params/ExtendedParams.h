@@ -2,6 +2,7 @@
 // the reactions of their owner.
 #pragma once
 
+#include <concepts>
 #include <functional>
 
 #include "params/ParamReactions.h"
@@ -9,7 +10,10 @@
 
 namespace starsift {
 
-/// T is long double or QQ.
+/// The number types of the two lattices.
+template <class T>
+concept LatticeNumber = std::same_as<T, long double> || std::same_as<T, QQ>;
+
 template <LatticeNumber T>
 class ExtendedParams : public Params {
  public:

@@ -79,7 +79,7 @@ void ParamText<MutexType<long>>::parse(const std::string& text, MutexType<long>&
 template <class T>
 Param<T>::Param(std::string_view name, ParamRegistry& registry) : ParamInfo(paramRow(name)) {
   assert(paramRow(name).kind == paramKindOf<T>);
-  ParamText<T>::parse(defaultText(), value_);
+  ParamText<T>::parse(std::string(defaultText()), value_);
   registry.add(*this);
 }
 
@@ -106,10 +106,8 @@ void Param<T>::copyValue(const ParamInfo& source) {
 }
 
 template <class T>
-void Param<T>::takeConverted(const T& value) requires LatticeNumber<T> {
-  std::string text;
-  NumberTraits<T>::append(text, value, std::numeric_limits<long double>::digits10);
-  copyText(std::move(text));
+void Param<T>::takeConverted(const T& value, const std::string& text) {
+  copyText(text);
   value_ = value;
 }
 

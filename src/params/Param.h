@@ -10,9 +10,8 @@
 
 namespace starsift {
 
-/// The number types of the two lattices.
-template <class T>
-concept LatticeNumber = std::same_as<T, long double> || std::same_as<T, QQ>;
+template <class Text>
+concept TextLike = std::convertible_to<const Text&, std::string_view>;
 
 /// The two directions between the text and the typed value of a parameter.
 template <class T>
@@ -43,13 +42,14 @@ class Param : public ParamInfo {
     return *this;
   }
   /// Sets from a text. A template so that a literal is never taken for a bool.
-  template <class Text>
-  requires std::convertible_to<const Text&, std::string_view> Param& operator=(const Text& text) {
+  template <TextLike Text>
+  Param& operator=(const Text& text) {
     setText(std::string(std::string_view(text)));
     return *this;
   }
 
   const T& get() const { return value_; }
+  // NOLINTNEXTLINE(google-explicit-constructor): a setting reads like its value.
   operator const T&() const { return value_; }
 
   bool isBool() const override;
@@ -57,9 +57,9 @@ class Param : public ParamInfo {
   void setCallback(Callback& callback) override;
   void copyValue(const ParamInfo& source) override;
 
-  /// Takes a value that was converted from another number type, without callback.
-  /// The text shows all of its digits.
-  void takeConverted(const T& value) requires LatticeNumber<T>;
+  /// Takes a value and a text that shows all of it, without callback: what a
+  /// conversion from another number type made.
+  void takeConverted(const T& value, const std::string& text);
 
  protected:
   /// Stores and parses the text, then calls the callback with the old one.
@@ -85,6 +85,7 @@ class MutexParam : public Param<MutexType<T>> {
   }
 
   T get() const { return Param<MutexType<T>>::get().get(); }
+  // NOLINTNEXTLINE(google-explicit-constructor): as above.
   operator T() const { return get(); }
 };
 

@@ -26,7 +26,7 @@ ParamInfo::ParamInfo(const ParamRow& row)
       name_(row.name),
       help_(row.help),
       defaultText_(row.defaultText),
-      text_(defaultText_) {}
+      text_(std::string(row.defaultText)) {}
 
 std::ostream& ParamInfo::write(std::ostream& stream) const {
   const std::string value = text();

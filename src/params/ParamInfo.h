@@ -29,9 +29,9 @@ class ParamInfo : public Serializable {
 
   /// Without the dashes; empty in a parameter that no set has registered.
   const std::string& name() const { return name_; }
-  const std::string& help() const { return help_; }
+  std::string_view help() const { return help_; }
   /// The value's text at registration.
-  const std::string& defaultText() const { return defaultText_; }
+  std::string_view defaultText() const { return defaultText_; }
   std::string text() const { return text_.get(); }
 
   /// "--name=value"; nothing when the value's text is empty.
@@ -61,8 +61,9 @@ class ParamInfo : public Serializable {
 
  private:
   std::string name_;
-  std::string help_;
-  std::string defaultText_;
+  // These two point into the parameter table.
+  std::string_view help_;
+  std::string_view defaultText_;
   MutexType<std::string> text_;
 };
 

@@ -1,0 +1,67 @@
+#include "core/Failure.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <iostream>
+
+#include "core/Console.h"
+#include "core/Exceptions.h"
+#include "support/ExpectFails.h"
+
+namespace starsift {
+namespace {
+
+TEST(Failure, StartsOnAFreshLineAndEndsTheProcessWithStatusOne) {
+  EXPECT_EXIT(
+      {
+        std::cerr << "half a line";
+        fail("Array: index out of range");
+      },
+      testing::ExitedWithCode(1), "^half a line\n\\*\\*\\* FAIL: Array: index out of range\n$");
+}
+
+TEST(Failure, KeepsAnEmptyMessage) {
+  EXPECT_FAILS_WITH(fail(""), "");
+}
+
+TEST(Failure, OfASystemCallNamesTheReasonFirst) {
+  EXPECT_FAILS_WITH_REASON(
+      {
+        errno = ENOENT;
+        failErrno("SEM could not be unlinked");
+      },
+      "No such file or directory", "SEM could not be unlinked");
+}
+
+/// Ends the process with status 0 when the failure marked the console as told.
+void checkMarksAtExit() {
+  const ConsoleState& state = consoleState();
+  const bool marked = state.lastFailureTime > 0 && state.lineOpen[1] && !state.lineStarted[1];
+  std::_Exit(marked ? 0 : 2);
+}
+
+TEST(Failure, RemembersItsTimeAndEndsTheLineOfTheCurrentLevel) {
+  EXPECT_EXIT(
+      {
+        consoleState() = {};
+        openStamp(false);
+        std::atexit(checkMarksAtExit);
+        fail("x");
+      },
+      testing::ExitedWithCode(0), "FAIL: x");
+}
+
+TEST(Failure, IsNoException) {
+  EXPECT_FAILS_WITH(
+      {
+        try {
+          fail("x");
+        } catch (...) {
+          std::exit(3);
+        }
+      },
+      "x");
+}
+
+}  // namespace
+}  // namespace starsift
