@@ -9,7 +9,9 @@ namespace starsift {
 namespace {
 
 /// The components as rationals; over QQ they are there already.
-const Vector<QQ>& rationals(const Vector<QQ>& x, Vector<QQ>& /*storage*/) { return x; }
+const Vector<QQ>& rationals(const Vector<QQ>& x, Vector<QQ>& /*storage*/) {
+  return x;
+}
 
 template <class T>
 const Vector<QQ>& rationals(const Vector<T>& x, Vector<QQ>& storage) {

@@ -21,7 +21,9 @@ ZZ scaledUp(const QQ& value, const ZZ& scale) {
   return value.numerator() * exactQuotient(scale, value.nenner());
 }
 
-ZZ denominators(const QQ& a, const QQ& b) { return lcm(a.nenner(), b.nenner()); }
+ZZ denominators(const QQ& a, const QQ& b) {
+  return lcm(a.nenner(), b.nenner());
+}
 
 }  // namespace
 

@@ -9,16 +9,23 @@ namespace {
 /// Partial sums stay below this magnitude.
 constexpr std::int64_t sumLimit = std::int64_t{1} << 62;
 
-bool fitsMachine(const ZZ& value) { return mpz_fits_slong_p(value.get()) != 0; }
+bool fitsMachine(const ZZ& value) {
+  return mpz_fits_slong_p(value.get()) != 0;
+}
 
 }  // namespace
 
 ScaledRow::ScaledRow(const Vector<QQ>& row, const ZZ& multiple) : scale_(multiple) {
-  for (const QQ& entry : row) scale_ = lcm(scale_, entry.nenner());
+  for (const QQ& entry : row)
+    if (!entry.isInteger()) scale_ = lcm(scale_, entry.nenner());
   for (Index j = 1; j <= row.dimension(); ++j) {
     if (row[j].isZero()) continue;
     columns_.push_back(static_cast<std::size_t>(j - 1));
-    entries_.push_back(row[j].numerator() * exactQuotient(scale_, row[j].nenner()));
+    ZZ& entry = entries_.emplace_back(row[j].numerator());
+    if (row[j].isInteger())
+      entry *= scale_;
+    else
+      entry *= exactQuotient(scale_, row[j].nenner());
   }
   keepSmall();
 }

@@ -13,7 +13,9 @@
 namespace starsift {
 namespace {
 
-std::string programName(const std::string& path) { return path.substr(path.rfind('/') + 1); }
+std::string programName(const std::string& path) {
+  return path.substr(path.rfind('/') + 1);
+}
 
 void printUsage(const std::string& path) {
   std::cout << "Usage: " << programName(path) << " *.sol" << endLine();

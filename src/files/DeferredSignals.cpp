@@ -8,7 +8,9 @@ namespace {
 
 volatile std::sig_atomic_t signalCame = 0;
 
-extern "C" void rememberSignal(int /*number*/) { signalCame = 1; }
+extern "C" void rememberSignal(int /*number*/) {
+  signalCame = 1;
+}
 
 }  // namespace
 

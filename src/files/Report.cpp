@@ -73,8 +73,7 @@ std::string timeText(std::uint64_t seconds) {
     return std::to_string(seconds / day) + ':' + inDay + ':' + minutes + ':' + secs +
            " day(s):hour(s):min(s):sec(s)";
   if (seconds >= hour) return hours + ':' + minutes + ':' + secs + " hour(s):min(s):sec(s)";
-  if (seconds >= minute)
-    return std::to_string(seconds / minute) + ':' + secs + " min(s):sec(s)";
+  if (seconds >= minute) return std::to_string(seconds / minute) + ':' + secs + " min(s):sec(s)";
   return std::to_string(seconds) + " sec(s)";
 }
 

@@ -7,7 +7,9 @@
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <cstdlib>
+#include <optional>
 #include <utility>
 
 #include "core/Failure.h"
@@ -28,16 +30,35 @@ std::string directoryOf(const std::string& path) {
 }
 
 /// The path behind all symbolic links of the last component; it need not exist.
-std::string linkTarget(std::string path) {
+/// Nothing where they run in a circle.
+std::optional<std::string> linkTarget(std::string path) {
   std::array<char, PATH_MAX> link{};
   for (int i = 0; i < linkLimit; ++i) {
     const ssize_t length = readlink(path.c_str(), link.data(), link.size());
-    if (length < 0) break;
+    if (length < 0) return path;
     const std::string next(link.data(), static_cast<std::size_t>(length));
     path = next.starts_with('/') ? next : directoryOf(path) + next;
   }
-  return path;
+  return std::nullopt;
 }
+
+/// While it lives a write beyond the limit of file sizes fails like one without
+/// space, instead of ending the process with half a file behind it.
+class SizeSignalIgnored {
+ public:
+  SizeSignalIgnored() {
+    struct sigaction action {};
+    action.sa_handler = SIG_IGN;
+    sigemptyset(&action.sa_mask);
+    sigaction(SIGXFSZ, &action, &previous_);
+  }
+  SizeSignalIgnored(const SizeSignalIgnored&) = delete;
+  SizeSignalIgnored& operator=(const SizeSignalIgnored&) = delete;
+  ~SizeSignalIgnored() { sigaction(SIGXFSZ, &previous_, nullptr); }
+
+ private:
+  struct sigaction previous_ {};
+};
 
 bool writeAll(int descriptor, std::string_view text) {
   while (!text.empty()) {
@@ -68,20 +89,33 @@ void syncDirectory(const std::string& path) {
 
 }  // namespace
 
-ResultFile::ResultFile(std::string path) : path_(std::move(path)), target_(linkTarget(path_)) {
+ResultFile::ResultFile(std::string path) : path_(std::move(path)) {
+  std::optional<std::string> target = linkTarget(path_);
+  if (!target) return;
+  target_ = std::move(*target);
   struct stat status {};
   const bool exists = stat(target_.c_str(), &status) == 0;
   if (exists && !S_ISREG(status.st_mode)) return;
   if (exists && access(target_.c_str(), W_OK) != 0) return;
-  if (openBeside())
+  if (!openBeside()) {
+    if (!isRefusal(errno)) failToWrite();
+    if (exists) mode_ = Mode::inPlace;
+  } else if (!exists) {
+    takeDefaultMode();
     mode_ = Mode::beside;
-  else if (!isRefusal(errno))
-    failToWrite();
-  else if (exists)
+  } else if (takeOwnerAndMode(status)) {
+    mode_ = Mode::beside;
+  } else {
+    // Somebody else's file, which only its owner or root could replace by one
+    // that is still theirs.
+    discard();
     mode_ = Mode::inPlace;
+  }
 }
 
-ResultFile::~ResultFile() { discard(); }
+ResultFile::~ResultFile() {
+  discard();
+}
 
 bool ResultFile::openBeside() {
   std::string name = directoryOf(target_) + ".starsift.XXXXXX";
@@ -89,6 +123,19 @@ bool ResultFile::openBeside() {
   if (descriptor_ < 0) return false;
   temporary_ = std::move(name);
   return true;
+}
+
+bool ResultFile::takeOwnerAndMode(const struct stat& status) {
+  // The owner first: a change of owner takes bits off the mode.
+  return fchown(descriptor_, status.st_uid, status.st_gid) == 0 &&
+         fchmod(descriptor_, status.st_mode & 07777U) == 0;
+}
+
+void ResultFile::takeDefaultMode() {
+  const mode_t mask = umask(0);
+  umask(mask);
+  // A file system without modes refuses; its files have the mode they have.
+  fchmod(descriptor_, 0666U & ~mask);
 }
 
 void ResultFile::write(std::string_view text) {
@@ -99,6 +146,7 @@ void ResultFile::write(std::string_view text) {
 }
 
 void ResultFile::flush() {
+  const SizeSignalIgnored ignored;
   if (!writeAll(descriptor_, buffer_)) failToWrite();
   buffer_.clear();
 }
@@ -116,26 +164,15 @@ void ResultFile::commit() {
 
 void ResultFile::replace() {
   flush();
-  struct stat status {};
-  if (stat(target_.c_str(), &status) == 0) {
-    // Only root may give a file away; for anybody else owner and group are their
-    // own, or the file stays theirs.
-    if (fchown(descriptor_, status.st_uid, status.st_gid) != 0) errno = 0;
-    if (fchmod(descriptor_, status.st_mode & 07777U) != 0) failToWrite();
-  } else {
-    const mode_t mask = umask(0);
-    umask(mask);
-    if (fchmod(descriptor_, 0666U & ~mask) != 0) failToWrite();
-  }
   const int synced = fsync(descriptor_);
   const int closed = close(std::exchange(descriptor_, -1));
-  if (synced != 0 || closed != 0 || rename(temporary_.c_str(), target_.c_str()) != 0)
-    failToWrite();
+  if (synced != 0 || closed != 0 || rename(temporary_.c_str(), target_.c_str()) != 0) failToWrite();
   temporary_.clear();
   syncDirectory(target_);
 }
 
 void ResultFile::rewriteInPlace() {
+  const SizeSignalIgnored ignored;
   descriptor_ = open(target_.c_str(), O_WRONLY | O_CLOEXEC);
   if (descriptor_ < 0) failToWrite();
   reserveInPlace();
@@ -157,8 +194,12 @@ void ResultFile::reserveInPlace() {
 }
 
 void ResultFile::remove() {
+  if (unlink(path_.c_str()) == 0 || errno == ENOENT) return;
   // Where the name can't go, an empty file is the nearest to none.
-  if (unlink(path_.c_str()) != 0 && errno != ENOENT && mode_ == Mode::inPlace) rewriteInPlace();
+  if (mode_ == Mode::beside)
+    replace();
+  else
+    rewriteInPlace();
 }
 
 void ResultFile::discard() {

@@ -3,6 +3,8 @@
 // the old one's name.
 #pragma once
 
+#include <sys/stat.h>
+
 #include <string>
 #include <string_view>
 
@@ -14,8 +16,9 @@ namespace starsift {
 /// a word. Any failure to write the text whole is fatal, "Could not write file: "
 /// and the path: the old file stays, the new one is removed.
 ///
-/// Where no file can be created beside the old one, the old one is rewritten in
-/// place at commit(), from the text kept in memory.
+/// Where no file can be created beside the old one, or none with its owner and
+/// mode, the old one is rewritten in place at commit(), from the text kept in
+/// memory.
 class ResultFile {
  public:
   explicit ResultFile(std::string path);
@@ -37,6 +40,10 @@ class ResultFile {
   enum class Mode { closed, beside, inPlace };
 
   bool openBeside();
+  /// Makes the new file like the old one; false where that isn't allowed.
+  bool takeOwnerAndMode(const struct stat& status);
+  /// The mode of a file that is created as usual.
+  void takeDefaultMode();
   void flush();
   void replace();
   void rewriteInPlace();

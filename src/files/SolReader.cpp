@@ -1,5 +1,6 @@
 #include "files/SolReader.h"
 
+#include <algorithm>
 #include <charconv>
 #include <deque>
 #include <optional>
@@ -23,6 +24,13 @@ bool readRecordNumber(TextCursor& source, QQ& value) {
 
 bool readRecordNumber(TextCursor& source, long double& value) {
   return NumberTraits<long double>::read(source, value);
+}
+
+/// The rest of the line; the source goes behind its line feed.
+std::string_view takeLine(TextCursor& source) {
+  const std::string_view line = source.rest().substr(0, source.rest().find('\n'));
+  source.advance(std::min(line.size() + 1, source.rest().size()));
+  return line;
 }
 
 /// Reads the fields of records; keeps its scratch storage from one to the next.
@@ -59,9 +67,8 @@ class RecordReader {
   }
 
   void readNumbers(Vector<T>& numbers, TextCursor& source) {
-    readComponents(source, components_, [](TextCursor& from, T& value) {
-      return readRecordNumber(from, value);
-    });
+    readComponents(source, components_,
+                   [](TextCursor& from, T& value) { return readRecordNumber(from, value); });
     numbers.resize(static_cast<Index>(components_.size()), false);
     std::move(components_.begin(), components_.end(), numbers.begin());
   }
@@ -112,13 +119,6 @@ class RecordReader {
     const Array<std::string> parts = split(std::string(withoutComments(takeLine(source))), '|');
     if (parts.isSet()) star.paramsText = trim(parts[1]);
     if (parts.dimension() == 2) star.versionText = trim(parts[2]);
-  }
-
-  /// The rest of the line; the source goes behind its line feed.
-  static std::string_view takeLine(TextCursor& source) {
-    const std::string_view line = source.rest().substr(0, source.rest().find('\n'));
-    source.advance(std::min(line.size() + 1, source.rest().size()));
-    return line;
   }
 
   /// Cuts blanks and comments at the head of a line. A comment that doesn't end
@@ -181,7 +181,10 @@ bool readStars(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& 
   std::deque<Star<T>> found;
   for (skipWithComments(source); !source.atEnd(); skipWithComments(source)) {
     Star<T> star;
+    const std::size_t before = source.rest().size();
     if (!reader.read(star, source)) bareRecords.complete(star);
+    // Text that is no record and that a check let pass would be met again.
+    if (source.rest().size() == before) takeLine(source);
     if (star.dimension() == 0) continue;
     if (peek) return true;
     found.push_back(std::move(star));

@@ -40,8 +40,7 @@ StarChecker<T>::StarChecker(const Vanu<T>& problem)
     : problem_(problem), goals_(exactly(problem.dt)) {
   prepareEquations();
   for (Index i = 1; i <= problem.Au.rowCount(); ++i)
-    intervals_.emplace_back(exactly(problem.Au[i]), exactly(problem.lu[i]),
-                            exactly(problem.ru[i]));
+    intervals_.emplace_back(exactly(problem.Au[i]), exactly(problem.lu[i]), exactly(problem.ru[i]));
   for (const Vector<T>& row : problem.At) targets_.emplace_back(exactly(row), ZZ::one());
 }
 
@@ -69,6 +68,7 @@ template <class T>
 StarVerdict<T> StarChecker<T>::judge(const Star<T>& star) {
   const Vector<T>& x = star.x();
   if (!withinBounds(x)) return {};
+  checkColumns(x.dimension());
   if (!point_.assign(x)) return judgeByDefinition(problem_, x);
   StarVerdict<T> verdict;
   verdict.isSolution = rowsAdmit();
@@ -90,6 +90,13 @@ bool StarChecker<T>::withinBounds(const Vector<T>& x) const {
 }
 
 template <class T>
+void StarChecker<T>::checkColumns(Index n) const {
+  for (const Matrix<T>* rows : {&problem_.Ag, &problem_.Au, &problem_.At})
+    if (rows->rowCount() > 0 && rows->columnCount() != n)
+      fail("Matrix: mat-vec multiplication dimension mismatch");
+}
+
+template <class T>
 bool StarChecker<T>::rowsAdmit() const {
   const auto admits = [this](const auto& test) { return test.admits(point_); };
   return std::all_of(intervals_.begin(), intervals_.end(), admits) &&
@@ -107,7 +114,7 @@ void StarChecker<T>::computeTargets(StarVerdict<T>& verdict) const {
     verdict.targetValues.convertFrom(values, false);
     verdict.norms = {Number::convert(norms.target), Number::convert(norms.slack)};
   } catch (const PrecisionException&) {
-    throw PrecisionException("Precision lost during check");
+    throw PrecisionException(checkLossText);
   }
 }
 

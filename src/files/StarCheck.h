@@ -23,7 +23,8 @@ class StarChecker {
   /// True when star.x() is a solution: within the bounds exactly, equations
   /// within the tolerance, congruences too, ranged rows exactly. Sets target
   /// values and norms then, if there are targets; else the star stays untouched.
-  /// A star of another length is fatal, "Vector: dimension mismatch10". Throws
+  /// A star of another length is fatal, "Vector: dimension mismatch10", and so are
+  /// rows of another length, "Matrix: mat-vec multiplication dimension mismatch". Throws
   /// PrecisionException "Precision lost during check" where T can't hold a result.
   bool check(Star<T>& star);
 
@@ -36,6 +37,8 @@ class StarChecker {
  private:
   void prepareEquations();
   bool withinBounds(const Vector<T>& x) const;
+  /// All rows have `n` entries.
+  void checkColumns(Index n) const;
   bool rowsAdmit() const;
   void computeTargets(StarVerdict<T>& verdict) const;
 

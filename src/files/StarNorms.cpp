@@ -25,8 +25,8 @@ template <class T>
 QQ liftedSlack(const Vanu<T>& problem, const Vector<T>& x) {
   const Index goals = problem.deviationCount / 2;
   const Index firstRow = problem.Ag.rowCount() - goals;
-  const Index columns = std::min(
-      x.dimension(), problem.rx.dimension() - problem.slackCount - problem.deviationCount);
+  const Index columns =
+      std::min(x.dimension(), problem.rx.dimension() - problem.slackCount - problem.deviationCount);
   QQ slack;
   for (Index k = 1; k <= goals; ++k)
     slack += residual(problem.Ag[firstRow + k], x, problem.bg[firstRow + k], columns);
@@ -65,7 +65,11 @@ Norms<T> computeNorms(const Vanu<T>& problem, const Vector<T>& targetValues, con
   Norms<QQ> norms = goalNorms(goals, values);
   if (problem.lifted) norms.slack += liftedSlack(problem, x);
   using Number = NumberConversion<T, QQ>;
-  return {Number::convert(norms.target), Number::convert(norms.slack)};
+  try {
+    return {Number::convert(norms.target), Number::convert(norms.slack)};
+  } catch (const PrecisionException&) {
+    throw PrecisionException(checkLossText);
+  }
 }
 
 template Norms<long double> goalNorms(const Vector<long double>&, const Vector<long double>&);

@@ -6,6 +6,9 @@
 
 namespace starsift {
 
+/// The text of a check whose result the number type can't hold.
+constexpr const char* checkLossText = "Precision lost during check";
+
 /// Sum over the goals (smaller is better) and distance to the finite goals.
 template <class T>
 struct Norms {
@@ -31,8 +34,8 @@ Norms<T> goalNorms(const Vector<T>& goals, const Vector<T>& values);
 /// The norms of a point `x` with the given target values, worked out exactly. In
 /// a lifted problem a finite goal is fatal, "preparation inconsistency": there the
 /// slack of a goal is the residual of its lifted equation at `x`, in absolute value
-/// and without the slack and deviation columns. Throws PrecisionException where T
-/// can't hold a result.
+/// and without the slack and deviation columns. Throws PrecisionException
+/// "Precision lost during check" where T can't hold a result.
 template <class T>
 Norms<T> computeNorms(const Vanu<T>& problem, const Vector<T>& targetValues, const Vector<T>& x);
 

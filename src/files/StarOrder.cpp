@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "numbers/Conversion.h"
 #include "numbers/QQ.h"
 
 namespace starsift {
@@ -30,17 +31,17 @@ std::strong_ordering compareBytes(std::string_view a, std::string_view b) {
   return a.compare(b) <=> 0;
 }
 
-/// Compares the texts of two vectors with fileDigits, byte-wise, without writing
+/// Compares the texts of two vectors with `digits`, byte-wise, without writing
 /// them out: only the first components that differ decide.
 template <class T>
-std::strong_ordering compareVectorTexts(const Vector<T>& a, const Vector<T>& b) {
+std::strong_ordering compareTexts(const Vector<T>& a, const Vector<T>& b, int digits) {
   const Index common = std::min(a.dimension(), b.dimension());
   for (Index i = 1; i <= common; ++i) {
     if (a[i] == b[i]) continue;
     std::string left;
     std::string right;
-    NumberTraits<T>::append(left, a[i], fileDigits);
-    NumberTraits<T>::append(right, b[i], fileDigits);
+    NumberTraits<T>::append(left, a[i], digits);
+    NumberTraits<T>::append(right, b[i], digits);
     const auto order = compareBytes(left += ' ', right += ' ');
     if (order != 0) return order;
   }
@@ -49,9 +50,18 @@ std::strong_ordering compareVectorTexts(const Vector<T>& a, const Vector<T>& b) 
   // of a number but "i".
   std::string next;
   const bool aLonger = a.dimension() > common;
-  NumberTraits<T>::append(next, (aLonger ? a : b)[common + 1], fileDigits);
+  NumberTraits<T>::append(next, (aLonger ? a : b)[common + 1], digits);
   const auto order = compareBytes(next, "]");
   return aLonger ? order : 0 <=> order;
+}
+
+/// The order of the texts that the file shows. Long double carries one digit more:
+/// where that makes the difference the file is written from the exact lattice, and
+/// without it the order would depend on the one before.
+template <class T>
+std::strong_ordering compareVectorTexts(const Vector<T>& a, const Vector<T>& b) {
+  const auto order = compareTexts(a, b, fileDigits);
+  return order != 0 ? order : compareTexts(a, b, dblDigits);
 }
 
 /// What the order asks of one star, worked out once.
@@ -66,17 +76,32 @@ struct StarKey {
   std::size_t version;
 };
 
+/// Up to the time: negative, 0 or positive as a is before, beside or behind b.
 template <class T>
-bool keyLess(const StarKey<T>& a, const StarKey<T>& b) {
-  if (!(a.targetNorm == b.targetNorm)) return a.targetNorm < b.targetNorm;
-  if (!(a.slackNorm == b.slackNorm)) return a.slackNorm < b.slackNorm;
-  if (a.time != b.time) return a.time < b.time;
-  if (a.version > b.version) return true;
-  if (a.version == b.version) {
-    const auto order = compareVectorTexts(a.star->x(), b.star->x());
-    if (order != 0) return order < 0;
-  }
-  return a.star->paramsText < b.star->paramsText;
+std::weak_ordering compareValues(const StarKey<T>& a, const StarKey<T>& b) {
+  if (!(a.targetNorm == b.targetNorm))
+    return a.targetNorm < b.targetNorm ? std::weak_ordering::less : std::weak_ordering::greater;
+  if (!(a.slackNorm == b.slackNorm))
+    return a.slackNorm < b.slackNorm ? std::weak_ordering::less : std::weak_ordering::greater;
+  return a.time <=> b.time;
+}
+
+/// Of two stars with equal values and versions.
+template <class T>
+std::weak_ordering compareRest(const Star<T>& a, const Star<T>& b) {
+  const auto order = compareVectorTexts(a.x(), b.x());
+  return order != 0 ? order : compareBytes(a.paramsText, b.paramsText);
+}
+
+/// The order that sorts: starLess, but where two stars are less than each other
+/// the higher version comes first. So the result doesn't depend on the order
+/// before, and sorting a sorted file changes nothing.
+template <class T>
+bool comesBefore(const StarKey<T>& a, const StarKey<T>& b) {
+  const auto values = compareValues(a, b);
+  if (values != 0) return values < 0;
+  if (a.version != b.version) return a.version > b.version;
+  return compareRest(*a.star, *b.star) < 0;
 }
 
 template <class T>
@@ -108,8 +133,8 @@ template <class T>
 void siftDown(std::vector<StarKey<T>>& heap, std::size_t top, std::size_t size) {
   while (2 * top + 1 < size) {
     std::size_t child = 2 * top + 1;
-    if (child + 1 < size && keyLess(heap[child], heap[child + 1])) ++child;
-    if (!keyLess(heap[top], heap[child])) return;
+    if (child + 1 < size && comesBefore(heap[child], heap[child + 1])) ++child;
+    if (!comesBefore(heap[top], heap[child])) return;
     std::swap(heap[top], heap[child]);
     top = child;
   }
@@ -169,7 +194,10 @@ template <class T>
 bool starLess(const Star<T>& a, const Star<T>& b) {
   const auto left = versionNumbers(a.versionText);
   const auto right = versionNumbers(b.versionText);
-  return keyLess(keyOf(a, left > right ? 1 : 0), keyOf(b, right > left ? 1 : 0));
+  const auto values = compareValues(keyOf(a, 0), keyOf(b, 0));
+  if (values != 0) return values < 0;
+  if (left > right) return true;
+  return left == right ? compareRest(a, b) < 0 : a.paramsText < b.paramsText;
 }
 
 template <class T>

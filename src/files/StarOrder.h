@@ -14,8 +14,9 @@ namespace starsift {
 template <class T>
 bool starLess(const Star<T>& a, const Star<T>& b);
 
-/// Heap sort by starLess: not stable, and well defined in the corner where the
-/// order isn't strict. O(k log k) comparisons of k stars; every star moves once.
+/// Heap sort by starLess; of two stars that are less than each other the one with
+/// the higher version comes first, so that the result is the same whatever the
+/// order before. O(k log k) comparisons of k stars; every star moves once.
 template <class T>
 void sortStars(Array<Star<T>>& stars);
 

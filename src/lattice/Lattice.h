@@ -138,18 +138,21 @@ class Lattice : public Vanu<T>, private ParamReactions {
   T rangeMultiple = T();
   /// Scale factor per coordinate, m entries; reset.
   Vector<T> c;
-  /// Bounds of the coordinates, the check vectors, m entries; reset.
+  /// Lower bounds of the coordinates, with r the check vectors, m entries; reset.
   Vector<T> l;
+  /// Upper bounds of the coordinates, m entries; reset.
   Vector<T> r;
-  /// The bounds as generated, m entries; reset.
+  /// l as generated, m entries; reset.
   Vector<T> lSave;
+  /// r as generated, m entries; reset.
   Vector<T> rSave;
   /// 3 times the larger squared length of l and r; reset.
   R supLimit = R();
   /// l and r are equal; generation.
   bool lEqualsR = false;
-  /// Exchanges that a pass may make, and the least it may be set to; resize.
+  /// The least that swapBudget may be set to; resize.
   Index swapBudgetFloor = 0;
+  /// Exchanges that a pass may make; resize.
   Index swapBudget = 0;
   /// Stage of the generation; reset.
   LatticeKind latticeKind = LatticeKind::none;
@@ -157,8 +160,9 @@ class Lattice : public Vanu<T>, private ParamReactions {
   bool equationsRemoved = true;
   /// The columns of the congruences are in the lattice; reset.
   bool modsInLattice = false;
-  /// Factors of B_save and of the untransformed B; reset.
+  /// Factors of B_save; reset.
   CoordinateFactors<T> savedFactors;
+  /// Factors of the untransformed B; reset.
   CoordinateFactors<T> workingFactors;
   /// Status bits per basis vector, n entries; reset.
   Array<std::uint16_t> vecStatus;
@@ -170,22 +174,32 @@ class Lattice : public Vanu<T>, private ParamReactions {
   Array<Matrix<R>> lqCache;
   /// Squared lengths of the reduced factorisation; reset.
   Vector<R> _d;
-  /// Triangular factors of the reduced and the full factorisation; reset.
+  /// Triangular factor of the reduced factorisation; reset.
   Matrix<R> Lr;
+  /// Triangular factor of the full factorisation; reset.
   Matrix<R> L;
   /// Products of the reflectors of the full factorisation; reset.
   Array<Matrix<R>> Ps;
-  /// Amount and mark that travel with each basis vector, n and n entries; reset.
+  /// Amount that travels with each basis vector, n entries; reset.
   Vector<R> vectorAmounts;
+  /// Mark that travels with each basis vector, n entries; reset.
   Array<Index> vectorMarks;
-  /// Heuristic collections: good vectors, and those chosen from them; reset.
+  /// Heuristic collection of good vectors; reset.
   SortedSet<HeuristicVector<T, R>> collected;
+  /// Vectors chosen from the collected ones; reset.
   SortedSet<HeuristicVector<T, R>> chosen;
-  /// Coordinate transformation, m entries: ones and zeros after reset.
+  /// Factor per coordinate from raw to working space, m entries; ones after reset.
   Vector<T> scale;
+  /// Taken off the scaled coordinates of an inhomogeneous vector while the parameter
+  /// translate is on, else zero; m entries; reset.
   Vector<T> translation;
 
  private:
+  // Parts of the coordinate transformation: LatticeMapping.inl
+
+  /// forwardMap with or without translation, whatever the parameter says.
+  Vector<T> mapped(const Vector<T>& vector, bool inverse, bool translated) const;
+
   // Reactions to parameters: LatticeRecord.inl
 
   /// Turned on: tracking starts from the untransformed basis.

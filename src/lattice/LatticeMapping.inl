@@ -8,35 +8,41 @@ namespace starsift {
 
 template <class T, class R>
 Vector<T> Lattice<T, R>::forwardMap(const Vector<T>& vector, bool inverse) const {
-  Vector<T> mapped(vector);
-  const bool translated = params.translate && m > 0 && !(vector[m] == T());
+  return mapped(vector, inverse, params.translate);
+}
+
+template <class T, class R>
+Vector<T> Lattice<T, R>::mapped(const Vector<T>& vector, bool inverse, bool translated) const {
+  Vector<T> result(vector);
+  const bool moves = translated && m > 0 && !(vector.element(m) == T());
   if (inverse) {
-    if (translated) {
+    if (moves) {
       const T t = vector[m] / homScaled;
-      for (Index i = 1; i <= m; ++i) NumberTraits<T>::addProduct(mapped[i], t, translation[i]);
+      for (Index i = 1; i <= m; ++i) NumberTraits<T>::addProduct(result[i], t, translation[i]);
     }
-    return mapped /= scale;
+    result /= scale;
+    return result;
   }
-  mapped *= scale;
-  if (translated) {
+  result *= scale;
+  if (moves) {
     const T t = vector[m] / this->homValue;
-    for (Index i = 1; i <= m; ++i) NumberTraits<T>::subtractProduct(mapped[i], t, translation[i]);
+    for (Index i = 1; i <= m; ++i) NumberTraits<T>::subtractProduct(result[i], t, translation[i]);
   }
-  return mapped;
+  return result;
 }
 
 template <class T, class R>
 Matrix<T> Lattice<T, R>::forwardMapAll(const Matrix<T>& rows) const {
-  Matrix<T> mapped(rows);
-  for (Vector<T>& row : mapped) row = forwardMap(row, false);
-  return mapped;
+  Matrix<T> result(rows);
+  for (Vector<T>& row : result) row = forwardMap(row, false);
+  return result;
 }
 
 template <class T, class R>
 Matrix<T> Lattice<T, R>::backMapAll(const Matrix<T>& rows) const {
-  Matrix<T> mapped(rows);
-  for (Vector<T>& row : mapped) row = forwardMap(row, true);
-  return mapped;
+  Matrix<T> result(rows);
+  for (Vector<T>& row : result) row = forwardMap(row, true);
+  return result;
 }
 
 }  // namespace starsift

@@ -20,6 +20,21 @@ Vector<T> constant(Index dimension, const T& value) {
   return vector;
 }
 
+/// Sets the size; new entries are 0, also where the storage still holds old ones.
+template <class T>
+void resizeFilled(Array<T>& entries, Index dimension) {
+  const Index before = entries.dimension();
+  entries.resize(dimension, false);
+  for (Index i = before + 1; i <= dimension; ++i) entries[i] = T();
+}
+
+template <class T>
+void resizeFilled(Matrix<T>& matrix, Index rows, Index columns) {
+  const Index before = matrix.rowCount();
+  matrix.resize(rows, columns, false);
+  for (Index i = before + 1; i <= rows; ++i) std::fill(matrix[i].begin(), matrix[i].end(), T());
+}
+
 template <class T, class U>
 void convertAll(Array<T>& target, const Array<U>& source) {
   target.resize(source.dimension(), false);
@@ -62,8 +77,7 @@ void Lattice<T, R>::reset(const Matrix<T>* basis, bool clearFileName) {
     runVariables[counter].set("0");
   rangeMultiple = T();
   supLimit = R();
-  for (Vector<T>* vector : {&c, &l, &r, &lSave, &rSave})
-    *vector = Vector<T>(m);
+  for (Vector<T>* vector : {&c, &l, &r, &lSave, &rSave}) *vector = Vector<T>(m);
   for (Vector<R>* vector : {&cLen, &bSq, &vectorAmounts}) *vector = Vector<R>(n);
   std::fill(vectorMarks.begin(), vectorMarks.end(), Index());
   std::fill(vecStatus.begin(), vecStatus.end(), std::uint16_t());
@@ -83,13 +97,13 @@ template <class T, class R>
 void Lattice<T, R>::resize(Index newN, Index newM, bool discard) {
   if (newN < 0 || newM < 0) return;
   const Index columns = newM > 0 ? newM : m;
-  B.resize(newN, columns, false);
-  B_save.resize(newN, columns, false);
-  mu.resize(newN, newN, false);
+  latticerecord::resizeFilled(B, newN, columns);
+  latticerecord::resizeFilled(B_save, newN, columns);
+  latticerecord::resizeFilled(mu, newN, newN);
   for (Matrix<T>& transformation : TT)
-    if (transformation.rowCount() < newN) transformation.resize(newN, newN, false);
-  vecStatus.resize(newN, false);
-  vectorMarks.resize(newN, false);
+    if (transformation.rowCount() < newN) latticerecord::resizeFilled(transformation, newN, newN);
+  latticerecord::resizeFilled(vecStatus, newN);
+  latticerecord::resizeFilled(vectorMarks, newN);
   for (Vector<R>* vector : {&cLen, &bSq, &vectorAmounts}) vector->resize(newN, false);
   const Index known = scale.dimension();
   for (Vector<T>* vector : {&c, &l, &r, &lSave, &rSave, &scale, &translation})
@@ -212,7 +226,10 @@ void Lattice<T, R>::scaleChanged() {
 template <class T, class R>
 void Lattice<T, R>::translateChanged() {
   if (this->reactionsOff) return;
-  Matrix<T> raw = backMapAll(B);
+  Matrix<T> raw(B);
+  // The parameter has its new value already. The translation is zero unless it was
+  // on, so taking it out is right both ways.
+  for (Vector<T>& row : raw) row = mapped(row, true, true);
   translation = Vector<T>(m);
   replaceBasis(forwardMapAll(raw));
 }

@@ -71,8 +71,7 @@ void YLattice<R>::writeSolFile() {
 
 template <class R>
 std::string YLattice<R>::solutionsText() {
-  return runStep([](const auto& lattice) { return lattice.solutionsText(); },
-                 OnFailure::unchanged);
+  return runStep([](const auto& lattice) { return lattice.solutionsText(); }, OnFailure::unchanged);
 }
 
 template <class R>
@@ -92,9 +91,8 @@ void YLattice<R>::sortStars() {
 
 template <class R>
 void YLattice<R>::removeDuplicates(bool compareParams) {
-  withLive([compareParams](auto& lattice) {
-    starsift::removeDuplicates(lattice.stars, compareParams);
-  });
+  withLive(
+      [compareParams](auto& lattice) { starsift::removeDuplicates(lattice.stars, compareParams); });
 }
 
 template <class R>

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "numbers/QQ.h"
 #include "numbers/Conversion.h"
+#include "numbers/QQ.h"
 
 namespace starsift {
 

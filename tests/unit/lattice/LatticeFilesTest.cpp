@@ -1,0 +1,130 @@
+#include <gtest/gtest.h>
+
+#include "core/Console.h"
+#include "files/StarCheck.h"
+#include "lattice/Lattice.h"
+#include "support/Problem.h"
+#include "support/ScratchDir.h"
+
+namespace starsift {
+namespace {
+
+using test::problemFrom;
+using test::ScratchDir;
+
+template <class T>
+class LatticeFilesOver : public testing::Test {
+ protected:
+  LatticeFilesOver() {
+    lattice.setFileNames(scratch.file("p.sol"));
+    lattice.optOriginal.dt = problem.dt;
+    const std::string optFile = lattice.optOriginal.optFile;
+    const std::string solFile = lattice.optOriginal.solFile;
+    lattice.optOriginal = problem;
+    lattice.optOriginal.optFile = optFile;
+    lattice.optOriginal.solFile = solFile;
+  }
+
+  ScratchDir scratch;
+  Vanu<T> problem =
+      problemFrom<T>("[ inf ] [ [ 1 2 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");
+  Lattice<T, long double> lattice;
+};
+
+using LatticeNumbers = testing::Types<long double, QQ>;
+TYPED_TEST_SUITE(LatticeFilesOver, LatticeNumbers);
+
+TYPED_TEST(LatticeFilesOver, NamesStandInTheBaseAndInTheProblemAsRead) {
+  EXPECT_EQ(this->lattice.optFile, this->scratch.file("p.opt"));
+  EXPECT_EQ(this->lattice.solFile, this->scratch.file("p.sol"));
+  EXPECT_EQ(this->lattice.latFile, this->scratch.file("p.lat"));
+  EXPECT_EQ(this->lattice.optOriginal.optFile, this->lattice.optFile);
+  EXPECT_EQ(this->lattice.optOriginal.solFile, this->lattice.solFile);
+}
+
+TYPED_TEST(LatticeFilesOver, StarsAreReadAgainstTheProblemAsRead) {
+  this->scratch.write("p.sol", "[ 1 2 ]\n");
+  EXPECT_TRUE(this->lattice.readStarsFromSolFile(false));
+  ASSERT_EQ(this->lattice.stars.dimension(), 1);
+  EXPECT_EQ(this->lattice.stars[1].targetNorm, TypeParam(-5));
+}
+
+TYPED_TEST(LatticeFilesOver, PeekStoresNothing) {
+  this->scratch.write("p.sol", "[ 1 2 ]\n");
+  EXPECT_TRUE(this->lattice.readStarsFromSolFile(true));
+  EXPECT_EQ(this->lattice.stars.dimension(), 0);
+}
+
+TYPED_TEST(LatticeFilesOver, StarsAreCheckedAgainstTheProblemAsRead) {
+  this->scratch.write("p.sol", "[ 1 2 ]\n[ 1 9 ]\n");
+  this->lattice.readStarsFromSolFile(false);
+  EXPECT_FALSE(this->lattice.checkStars());
+  EXPECT_EQ(this->lattice.stars.dimension(), 1);
+  EXPECT_TRUE(this->lattice.checkStars());
+}
+
+TYPED_TEST(LatticeFilesOver, FileIsWrittenWhileTheSwitchIsOn) {
+  this->lattice.stars.resize(1, false);
+  this->lattice.stars[1] = Star<TypeParam>{TypeParam(1), TypeParam(2)};
+  this->lattice.outputSwitch = true;
+  this->lattice.writeSolFile();
+  EXPECT_EQ(this->scratch.read("p.sol"), "[ 1 2 ] | 0 | [ ] | 0 | -1 | \n");
+}
+
+TYPED_TEST(LatticeFilesOver, FileStaysWhileTheSwitchIsOff) {
+  this->scratch.write("p.sol", "old\n");
+  this->lattice.writeSolFile();
+  EXPECT_EQ(this->scratch.read("p.sol"), "old\n");
+}
+
+TYPED_TEST(LatticeFilesOver, MissingNameIsReportedAndTheRunGoesOn) {
+  consoleState() = {};
+  this->lattice.solFile = "";
+  this->lattice.outputSwitch = true;
+  testing::internal::CaptureStderr();
+  this->lattice.writeSolFile();
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "\n*** solFile is not set - solution write not possible\n");
+  EXPECT_NE(lastOutputTime(), 0);
+}
+
+TYPED_TEST(LatticeFilesOver, MissingNameDoesNotMatterWhileTheSwitchIsOff) {
+  this->lattice.solFile = "";
+  testing::internal::CaptureStderr();
+  this->lattice.writeSolFile();
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TYPED_TEST(LatticeFilesOver, ReportsShowTheGoalsOfTheProblemAsRead) {
+  this->lattice.stars.resize(2, false);
+  for (Star<TypeParam>& star : this->lattice.stars) {
+    star = Star<TypeParam>{TypeParam(1), TypeParam(2)};
+    star.targetValues = Vector<TypeParam>{TypeParam(5)};
+  }
+  const std::string one = "x = [ 1 2 ]\n\nTarget values: [ 5↑ ]\nTarget Norm: 0\nSlack Norm: 0\n";
+  EXPECT_EQ(this->lattice.starReport(2), one);
+  EXPECT_EQ(this->lattice.solutionsText(), "\n" + one + "\n---\n\n" + one);
+}
+
+TYPED_TEST(LatticeFilesOver, StatusShowsTheSearch) {
+  this->lattice.atuValid = true;
+  this->lattice.bestTarget.targetNorm = TypeParam(-6);
+  this->lattice.bestTarget.slackNorm = TypeParam(1);
+  this->lattice.bestTarget.time = 60;
+  this->lattice.solutions.resize(1, false);
+  this->lattice.solutions[1].time = 7;
+  EXPECT_EQ(this->lattice.statusText(),
+            "\nT(bestTarget) = -6, S(bestTarget) = 1 -- { 1:00 min(s):sec(s) }\n"
+            "\nSolutions found: 1\n\n{ The first solution/s was/were found after: 7 sec(s) }\n");
+}
+
+TYPED_TEST(LatticeFilesOver, StatusOfABenchmarkDoesNotCountSolutions) {
+  this->lattice.params.bench = 2.0F;
+  this->lattice.solutions.resize(1, false);
+  this->lattice.solutions[1].time = 7;
+  EXPECT_EQ(this->lattice.statusText(),
+            "\n{ The first solution/s was/were found after: 7 sec(s) }\n");
+}
+
+}  // namespace
+}  // namespace starsift
