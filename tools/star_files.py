@@ -6,9 +6,11 @@ Unusable here.
 
 import math
 import re
+import sys
 from dataclasses import dataclass, field
 from fractions import Fraction
 
+sys.set_int_max_str_digits(0)  # stars may have numbers of any length
 INF = math.inf
 BLANKS = " \t\r\n"
 TRIMMED = " \t\n\r\f\v"
@@ -78,11 +80,12 @@ def number(token):
 
 
 class Reader:
-    """Walks over a text; number_letters are the characters that a number token may hold."""
+    """Walks over a text; number_letters are those that a number may hold, no letters of inf."""
 
-    def __init__(self, text, number_letters):
+    def __init__(self, text, number_letters=""):
         self.text, self.at = text, 0
-        self.number_letters = number_letters
+        # A stroke belongs to the number unless it opens a comment.
+        self.token = re.compile(rf"(?:(?!//|/\*)[0-9+,./:\-{number_letters}])*")
 
     def sees(self, text):
         return self.text.startswith(text, self.at)
@@ -112,12 +115,8 @@ class Reader:
     def number(self):
         """(token, value)"""
         self.skip()
-        start = self.at
-        while self.at < len(self.text) and self.text[self.at] in self.number_letters:
-            if self.sees(("//", "/*")):
-                break
-            self.at += 1
-        token = self.text[start : self.at]
+        token = self.token.match(self.text, self.at)[0]
+        self.at += len(token)
         if self.take("inf"):
             token += "inf"
         elif self.take("i"):
@@ -171,7 +170,7 @@ class Reader:
 
 class Problem:
     def __init__(self, text):
-        reader = Reader(text, "0123456789+,-./:")
+        reader = Reader(text)
         self.goals = reader.values()
         reader.skip()
         if reader.take("="):
@@ -240,7 +239,7 @@ def read_star(reader):
 
 
 def read_stars(text):
-    reader = Reader(text, "0123456789+,-./:eE")
+    reader = Reader(text, "eE")
     stars = []
     reader.skip()
     while reader.at < len(text):

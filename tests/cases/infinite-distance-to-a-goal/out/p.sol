@@ -1,0 +1,1 @@
+[ inf 1 ] | inf | [ inf ] | inf | 7 | 
