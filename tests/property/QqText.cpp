@@ -82,22 +82,26 @@ rc::Gen<std::string> usualText() {
   });
 }
 
-void assertSameOutcome(const std::string& text) {
+/// False behind a report, which costs a process.
+bool assertSameOutcome(const std::string& text) {
   const NumberOutcome expected = referenceParse(text);
-  if (expected.refusal == "fraction") return;
+  if (expected.refusal == "fraction") return true;
   const bool fatal = !expected.refusal.empty() && expected.refusal != "mpz_set_str";
   const NumberOutcome outcome = parseOutcome(text, fatal);
   RC_ASSERT(outcome.refusal == expected.refusal);
   RC_ASSERT(outcome.infinity == expected.infinity);
   RC_ASSERT(outcome.value.get_str() == expected.value.get_str());
+  return !fatal;
 }
 
 RC_GTEST_PROP(QqText, ParserKeepsToTheGrammar, ()) {
-  for (int i = 0; i < 20; ++i) assertSameOutcome(*numberLikeText());
+  for (int i = 0; i < 20 && assertSameOutcome(*numberLikeText()); ++i) {
+  }
 }
 
 RC_GTEST_PROP(QqText, ParserKeepsToTheGrammarOnUsualText, ()) {
-  for (int i = 0; i < 20; ++i) assertSameOutcome(*usualText());
+  for (int i = 0; i < 20 && assertSameOutcome(*usualText()); ++i) {
+  }
 }
 
 RC_GTEST_PROP(QqText, RoadsForPlainTextAgreeWithTheGeneralOne, ()) {

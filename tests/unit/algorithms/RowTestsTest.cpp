@@ -141,6 +141,13 @@ TEST(CongruenceTest, AnythingBeyondTheToleranceDoesNot) {
   EXPECT_FALSE(congruent(QQ(-5) - tolerance - q("1e-40"), 0, 5));
 }
 
+TEST(CongruenceTest, ToleranceHoldsForIntegersBesideAFractionalValue) {
+  EXPECT_TRUE(congruent(7, QQ(2) - tolerance, 5));
+  EXPECT_FALSE(congruent(7, QQ(2) - tolerance * QQ(2), 5));
+  EXPECT_TRUE(congruent(-3, QQ(2) + tolerance, 5));
+  EXPECT_FALSE(congruent(-3, QQ(2) + tolerance * QQ(2), 5));
+}
+
 TEST(CongruenceTest, RemainderIsTruncatedSoThatLittleLessThanAMultipleIsFar) {
   EXPECT_FALSE(congruent(QQ(5) - tolerance, 0, 5));
   EXPECT_FALSE(congruent(QQ(-5) + tolerance, 0, 5));
