@@ -37,15 +37,16 @@ int IntervalTest::Bound::compare(const ZZ& product, const ZZ& pointDenominator) 
 }
 
 IntervalTest::IntervalTest(const Vector<QQ>& row, const QQ& lower, const QQ& upper)
-    : row_(row, ZZ::one()), lower_(lower, row_.scale()), upper_(upper, row_.scale()) {
+    : row_(row, ZZ::one()),
+      lower_(lower, row_.scale()),
+      upper_(upper, row_.scale()),
+      lowerIsReachable_(!(lower.isInf() && lower.sign())),
+      upperIsReachable_(!(upper.isInf() && !upper.sign())) {
   ZZ bound;
   mpz_cdiv_q(bound.get(), lower_.numerator.get(), lower_.denominator.get());
   smallLower_ = lower.isInf() ? (lower.sign() ? productLimit : -productLimit) : cut(bound);
   mpz_fdiv_q(bound.get(), upper_.numerator.get(), upper_.denominator.get());
   smallUpper_ = upper.isInf() ? (upper.sign() ? productLimit : -productLimit) : cut(bound);
-  // An infinity on the wrong side is above or below every product.
-  lowerIsReachable_ = !(lower.isInf() && lower.sign());
-  upperIsReachable_ = !(upper.isInf() && !upper.sign());
 }
 
 bool IntervalTest::admits(const ExactPoint& point) const {

@@ -1,6 +1,7 @@
 #include "algorithms/ScaledRow.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace starsift {
 
@@ -15,7 +16,7 @@ bool fitsMachine(const ZZ& value) {
 
 }  // namespace
 
-ScaledRow::ScaledRow(const Vector<QQ>& row, const ZZ& multiple) : scale_(multiple) {
+ScaledRow::ScaledRow(const Vector<QQ>& row, ZZ multiple) : scale_(std::move(multiple)) {
   for (const QQ& entry : row)
     if (!entry.isInteger()) scale_ = lcm(scale_, entry.nenner());
   for (Index j = 1; j <= row.dimension(); ++j) {

@@ -17,7 +17,7 @@ class ScaledRow {
  public:
   /// `row` must be finite. The scale is the least common multiple of `multiple`,
   /// which is positive, and the denominators of the row.
-  ScaledRow(const Vector<QQ>& row, const ZZ& multiple);
+  ScaledRow(const Vector<QQ>& row, ZZ multiple);
 
   const ZZ& scale() const { return scale_; }
 

@@ -19,7 +19,9 @@ GeneralException::GeneralException(std::string message) : message_(std::move(mes
 GeneralException::GeneralException(std::string message, const char* emptyText)
     : message_(message.empty() ? std::string(emptyText) : std::move(message)) {}
 
-const char* GeneralException::what() const noexcept { return message_.c_str(); }
+const char* GeneralException::what() const noexcept {
+  return message_.c_str();
+}
 
 PrecisionException::PrecisionException(std::string message)
     : GeneralException(std::move(message), "Precision exception") {}

@@ -30,7 +30,7 @@ class Serializable {
  protected:
   Serializable(const Serializable&) = default;
   /// A copy: an object whose content was moved away still has its text form.
-  Serializable(Serializable&& other) noexcept
+  Serializable(Serializable&& other) noexcept  // NOLINTNEXTLINE(performance-move-constructor-init)
       : Serializable(static_cast<const Serializable&>(other)) {}
   Serializable& operator=(const Serializable&) = default;
   /// Leaves `other` with this object's former setting.

@@ -24,7 +24,8 @@ Vector<T>::Vector(std::initializer_list<T> components) : Vector() {
 template <class T>
 void Vector<T>::resize(Index dimension, bool reserve) {
   const Index before = this->dimension();
-  Array<T>::resize(dimension, reserve);
+  // That of ConversionArray would fill with zeros too.
+  Array<T>::resize(dimension, reserve);  // NOLINT(bugprone-parent-virtual-call)
   if (dimension > before) std::fill(this->data() + before + 1, this->data() + dimension + 1, T());
 }
 
@@ -60,10 +61,10 @@ template <class T>
 Vector<T>& Vector<T>::insertComponent(Index index, const T& value) {
   const Index last = this->dimension() + 1;
   if (index < 0 || index > last) fail("insertComponent: invalid index");
-  const T copy = value;
+  T inserted = value;
   resize(last, false);
   std::move_backward(this->data() + index, this->data() + last, this->data() + last + 1);
-  (*this)[index] = copy;
+  (*this)[index] = std::move(inserted);
   return *this;
 }
 

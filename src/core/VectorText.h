@@ -49,9 +49,8 @@ bool readComponents(Source& source, std::vector<T>& components, ReadNumber readN
 template <class T, class Source>
 void readVector(Source& source, Vector<T>& vector) {
   std::vector<T> components;
-  readComponents(source, components, [](Source& from, T& value) {
-    return NumberTraits<T>::read(from, value);
-  });
+  readComponents(source, components,
+                 [](Source& from, T& value) { return NumberTraits<T>::read(from, value); });
   vector.resize(0, false);
   vector.resize(static_cast<Index>(components.size()), false);
   std::move(components.begin(), components.end(), vector.begin());

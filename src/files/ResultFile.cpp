@@ -36,8 +36,9 @@ std::optional<std::string> linkTarget(std::string path) {
   for (int i = 0; i < linkLimit; ++i) {
     const ssize_t length = readlink(path.c_str(), link.data(), link.size());
     if (length < 0) return path;
-    const std::string next(link.data(), static_cast<std::size_t>(length));
-    path = next.starts_with('/') ? next : directoryOf(path) + next;
+    const std::string_view next(link.data(), static_cast<std::size_t>(length));
+    path = next.starts_with('/') ? "" : directoryOf(path);
+    path += next;
   }
   return std::nullopt;
 }
@@ -125,13 +126,13 @@ bool ResultFile::openBeside() {
   return true;
 }
 
-bool ResultFile::takeOwnerAndMode(const struct stat& status) {
+bool ResultFile::takeOwnerAndMode(const struct stat& status) const {
   // The owner first: a change of owner takes bits off the mode.
   return fchown(descriptor_, status.st_uid, status.st_gid) == 0 &&
          fchmod(descriptor_, status.st_mode & 07777U) == 0;
 }
 
-void ResultFile::takeDefaultMode() {
+void ResultFile::takeDefaultMode() const {
   const mode_t mask = umask(0);
   umask(mask);
   // A file system without modes refuses; its files have the mode they have.

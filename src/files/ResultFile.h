@@ -41,9 +41,9 @@ class ResultFile {
 
   bool openBeside();
   /// Makes the new file like the old one; false where that isn't allowed.
-  bool takeOwnerAndMode(const struct stat& status);
+  bool takeOwnerAndMode(const struct stat& status) const;
   /// The mode of a file that is created as usual.
-  void takeDefaultMode();
+  void takeDefaultMode() const;
   void flush();
   void replace();
   void rewriteInPlace();

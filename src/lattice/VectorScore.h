@@ -24,6 +24,7 @@ template <class R>
 struct VectorScore {
   /// Every coordinate lies within its range.
   bool isSolution = false;
+  ScoreStatus status = ScoreStatus::empty;
   /// Target norm of the point that a solution stands for; smaller is better.
   R targetValue = R();
   /// Coordinates outside their range with the amount, largest amount first.
@@ -33,7 +34,6 @@ struct VectorScore {
   Index deviationIndex = 0;
   R deviationSum = R();
   R squaredNorm = R();
-  ScoreStatus status = ScoreStatus::empty;
 };
 
 /// True when `a` is the better of the two; amounts differ when they do by more
