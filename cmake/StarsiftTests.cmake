@@ -53,10 +53,7 @@ include(GoogleTest)
 foreach(floor IN LISTS STARSIFT_FLOORS ITEMS app)
   starsift_add_gtest(unit_${floor} "${PROJECT_SOURCE_DIR}/tests/unit/${floor}" starsift_${floor})
 endforeach()
-if(STARSIFT_FLOORS)
-  list(GET STARSIFT_FLOORS -1 top)
-  starsift_add_gtest(property "${PROJECT_SOURCE_DIR}/tests/property" starsift_${top})
-endif()
+starsift_add_gtest(property "${PROJECT_SOURCE_DIR}/tests/property" starsift_app)
 
 # starsift_add_script_test(<name> <command>...): runs in the source tree.
 function(starsift_add_script_test name)

@@ -5,10 +5,10 @@
 #include <iostream>
 #include <string>
 
+#include "app/Sift.h"
 #include "core/Console.h"
 #include "core/Semaphore.h"
 #include "core/Text.h"
-#include "lattice/YLattice.h"
 
 namespace starsift {
 namespace {
@@ -38,28 +38,6 @@ void printUsage(const std::string& path) {
   std::abort();
 }
 
-void sift(const std::string& solFile) {
-  YLattice<long double> lattice;
-  lattice.setFileNames(solFile);
-  // The numbers of both files are rationals, so they are read exactly.
-  lattice.useExtendedPrecision();
-  lattice.readOpt();
-  lattice.tryStandardPrecision();
-  lattice.useExtendedPrecision();
-  lattice.readStarsFromSolFile(false);
-  lattice.tryStandardPrecision();
-  lattice.checkStars();
-  lattice.sortStars();
-  lattice.removeDuplicates(true);
-  lattice.setOutputSwitch(true);
-  lattice.writeSolFile();
-  // The file keeps stars that differ in their parameters; the console doesn't.
-  lattice.sortStars();
-  lattice.removeDuplicates(false);
-  std::cout << lattice.solutionsText() << endLine();
-  stampOutputTime();
-}
-
 }  // namespace
 }  // namespace starsift
 
@@ -71,6 +49,8 @@ int main(int count, char** arguments) {
     starsift::printUsage(count > 0 ? arguments[0] : "");
     return EXIT_FAILURE;
   }
-  starsift::sift(solFile);
+  starsift::siftStars(solFile, std::cout);
+  std::cout << starsift::endLine();
+  starsift::stampOutputTime();
   return EXIT_SUCCESS;
 }

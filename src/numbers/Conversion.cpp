@@ -71,15 +71,15 @@ bool hasLongInteger(const QQ& value) {
   return abs(value) >= bound;
 }
 
-/// A decimal of few places that x is the nearest dbl_t of. With at most 18 digits
-/// it is the one that the text of x would show.
+/// Takes the text of x for one with few decimal places where it is. The product
+/// below is off by at most 2^-64 of itself, far less than half a unit in the last
+/// of 18 digits: where it is an integer, those are the digits that text would show.
 bool fewPlaces(dbl_t x, QQ& value) {
   constexpr int most = 17;
   for (int places = 1; places <= most; ++places) {
-    const auto power = static_cast<dbl_t>(powersOfTen[static_cast<std::size_t>(places)]);
-    const dbl_t digits = x * power;
+    const dbl_t digits = x * static_cast<dbl_t>(powersOfTen[static_cast<std::size_t>(places)]);
     if (std::fabs(digits) >= static_cast<dbl_t>(integerBound)) return false;
-    if (digits == std::rint(digits) && digits / power == x) {
+    if (digits == std::rint(digits)) {
       value = decimal(static_cast<std::int64_t>(digits), places);
       return true;
     }

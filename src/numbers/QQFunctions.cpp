@@ -19,8 +19,12 @@ constexpr const char* outOfRangeText = "QQ: exponent out of range";
 /// Results with more bits than this, in numerator or denominator, are refused.
 constexpr unsigned long resultBits = 1UL << 31;
 
-/// Binary digits that approximations are worked out in, beyond those in front of
-/// the point: 10^-30 are 100 of them, the rest covers the rounding on the way.
+/// A power whose logarithm is 2^logarithmBits or more is refused.
+constexpr mpfr_exp_t logarithmBits = 30;
+
+/// Binary digits that approximations are worked out in. 10^-30 are 100 of them. The
+/// logarithm of a power loses the logarithmBits in front of its point; the rest
+/// covers the rounding on the way.
 constexpr mpfr_prec_t workingBits = 192;
 
 /// One MPFR number of fixed precision.
@@ -65,28 +69,14 @@ void naturalLogarithm(Float& result, const QQ& value) {
   }
 }
 
-/// result = exponent * log(base).
-void scaledLogarithm(Float& result, const QQ& base, const QQ& exponent) {
-  naturalLogarithm(result, base);
-  mpfr_mul_q(result.get(), result.get(), QQView(exponent).get(), MPFR_RNDN);
-}
-
 /// base ^ exponent within 10^-30 relative; base > 0, both finite.
 QQ approximatePower(const QQ& base, const QQ& exponent) {
-  constexpr mpfr_prec_t firstLook = 64;
-  Float estimate(firstLook);
-  scaledLogarithm(estimate, base, exponent);
-  mpfr_prec_t bits = workingBits;
-  if (mpfr_zero_p(estimate.get()) == 0) {
-    const mpfr_exp_t size = mpfr_get_exp(estimate.get());
-    // |log| < 2^size, and one bit of the result is 0.69 of it.
-    if (size > 30) fail(outOfRangeText);
-    bits += std::max<mpfr_exp_t>(size, 0);
-  }
-  Float logarithm(bits);
-  scaledLogarithm(logarithm, base, exponent);
   Float power(workingBits);
-  mpfr_exp(power.get(), logarithm.get(), MPFR_RNDN);
+  naturalLogarithm(power, base);
+  mpfr_mul_q(power.get(), power.get(), QQView(exponent).get(), MPFR_RNDN);
+  if (mpfr_zero_p(power.get()) == 0 && mpfr_get_exp(power.get()) > logarithmBits)
+    fail(outOfRangeText);
+  mpfr_exp(power.get(), power.get(), MPFR_RNDN);
   return toQQ(power);
 }
 

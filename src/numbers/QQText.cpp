@@ -17,10 +17,6 @@ namespace {
 
 constexpr int plainDigits = 18;
 
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
 /// A run of decimal digits in the text.
 struct Digits {
   std::int64_t value = 0;
@@ -30,10 +26,15 @@ struct Digits {
 /// Takes up to `most` digits, most <= 18. A further digit stays for the caller to
 /// stumble over.
 Digits takeDigits(const char*& position, const char* end, int most) {
-  Digits digits;
-  for (; position != end && isDigit(*position) && digits.count < most; ++position, ++digits.count)
-    digits.value = 10 * digits.value + (*position - '0');
-  return digits;
+  const char* const begin = position;
+  const char* const stop = end - begin > most ? begin + most : end;
+  std::int64_t value = 0;
+  for (; position != stop; ++position) {
+    const unsigned digit = static_cast<unsigned char>(*position) - static_cast<unsigned>('0');
+    if (digit > 9) break;
+    value = 10 * value + digit;
+  }
+  return {value, static_cast<int>(position - begin)};
 }
 
 /// A number without leading zeros, not 0, or a count of 0.

@@ -91,7 +91,7 @@ bool isShownFor(const mpq_class& shown, const mpq_class& value) {
 RC_GTEST_PROP(StarRun, KeepsTheRightStarsAndNoOthers, ()) {
   const Scenario scenario = *arbitraryScenario();
   const Files files(scenario);
-  test::siftStars(files.solFile());
+  test::siftedReport(files.solFile());
   const auto right = rightStars(scenario);
   RC_ASSERT(identities(files.records()) == right);
   RC_ASSERT(files.isThere() == !right.empty());
@@ -100,7 +100,7 @@ RC_GTEST_PROP(StarRun, KeepsTheRightStarsAndNoOthers, ()) {
 RC_GTEST_PROP(StarRun, WritesTheValuesOfExactArithmetic, ()) {
   const Scenario scenario = *arbitraryScenario();
   const Files files(scenario);
-  test::siftStars(files.solFile());
+  test::siftedReport(files.solFile());
   for (const Record& record : files.records()) {
     const Record exact = withExactNorms(scenario, record);
     RC_ASSERT(isShownFor(record.targetNorm, exact.targetNorm));
@@ -114,7 +114,7 @@ RC_GTEST_PROP(StarRun, WritesTheValuesOfExactArithmetic, ()) {
 RC_GTEST_PROP(StarRun, OrdersStarsAsExactArithmeticDoes, ()) {
   const Scenario scenario = *arbitraryScenario();
   const Files files(scenario);
-  test::siftStars(files.solFile());
+  test::siftedReport(files.solFile());
   const std::vector<Record> records = files.records();
   for (std::size_t i = 1; i < records.size(); ++i)
     RC_ASSERT(oracle::inOrder(withExactNorms(scenario, records[i - 1]),
@@ -124,19 +124,19 @@ RC_GTEST_PROP(StarRun, OrdersStarsAsExactArithmeticDoes, ()) {
 RC_GTEST_PROP(StarRun, ChangesNothingTheSecondTime, ()) {
   const Scenario scenario = *arbitraryScenario();
   const Files files(scenario);
-  test::siftStars(files.solFile());
+  test::siftedReport(files.solFile());
   RC_PRE(files.isThere());
   const std::string text = files.text();
-  const std::string again = test::siftStars(files.solFile());
+  const std::string again = test::siftedReport(files.solFile());
   RC_ASSERT(files.text() == text);
-  RC_ASSERT(test::siftStars(files.solFile()) == again);
+  RC_ASSERT(test::siftedReport(files.solFile()) == again);
 }
 
 RC_GTEST_PROP(StarRun, KeepsTheSameStarsOverRationals, ()) {
   const Scenario scenario = *arbitraryScenario();
   const Files files(scenario);
   const Files exactFiles(scenario);
-  test::siftStars(files.solFile());
+  test::siftedReport(files.solFile());
   test::siftStarsExactly(exactFiles.solFile());
   RC_ASSERT(identities(files.records()) == identities(exactFiles.records()));
 }
@@ -144,7 +144,7 @@ RC_GTEST_PROP(StarRun, KeepsTheSameStarsOverRationals, ()) {
 RC_GTEST_PROP(StarRun, ShowsEachPointOnce, ()) {
   const Scenario scenario = *arbitraryScenario();
   const Files files(scenario);
-  const std::string console = test::siftStars(files.solFile());
+  const std::string console = test::siftedReport(files.solFile());
   std::set<Point> points;
   for (const Record& record : files.records()) points.insert(record.x);
   std::size_t shown = 0;
@@ -161,7 +161,7 @@ RC_GTEST_PROP(StarRun, ReadsBareRecordsLikeCompleteOnes, ()) {
   for (const Record& record : scenario.records) bare += oracle::pointText(record.x) + "\n";
   const ScratchDir scratch;
   scratch.write("p.opt", oracle::problemText(scenario.problem));
-  test::siftStars(scratch.write("p.sol", bare));
+  test::siftedReport(scratch.write("p.sol", bare));
   std::set<Point> expected;
   for (const Record& record : scenario.records)
     if (oracle::judge(scenario.problem, record.x)) expected.insert(record.x);

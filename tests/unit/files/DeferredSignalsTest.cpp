@@ -1,6 +1,7 @@
 #include "files/DeferredSignals.h"
 
 #include <gtest/gtest.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -130,8 +131,9 @@ Array<Star<QQ>> manyStars(long component) {
   return stars;
 }
 
-/// Writes the two texts in turn, for ever.
+/// Writes the two texts in turn until the process or its parent ends.
 [[noreturn]] void writeInTurn(const std::string& path) {
+  prctl(PR_SET_PDEATHSIG, SIGKILL);
   const Array<Star<QQ>> zeros = manyStars(0);
   const Array<Star<QQ>> ones = manyStars(1);
   while (true) {

@@ -65,6 +65,16 @@ TEST(ToDbl, DecimalsWithinEighteenDigitsAreExact) {
   EXPECT_EQ(toDbl(QQ(123'456'789'012'345'678) / tenTo(30), true), 123456789012345678e-30L);
 }
 
+TEST(ToDbl, EighteenDigitsCountFromTheFirstToTheLastDecimal) {
+  using Loss = PostCommaPrecisionException;
+  // Without the point 999999999990234375 and 1000000000009765625.
+  EXPECT_EQ(loss<Loss>(QQ(102'399'999'999, 1024)), "converted");
+  EXPECT_EQ(loss<Loss>(QQ(102'400'000'001, 1024)), notCarried);
+  // Without the point 999999999999991808 and 1000000000000008192.
+  EXPECT_EQ(loss<Loss>(QQ(122'070'312'499'999, 1'220'703'125)), "converted");
+  EXPECT_EQ(loss<Loss>(QQ(122'070'312'500'001, 1'220'703'125)), notCarried);
+}
+
 TEST(ToDbl, FractionThatIsNotCarriedThrowsUnderStrict) {
   using Loss = PostCommaPrecisionException;
   EXPECT_EQ(loss<Loss>(QQ(1, 3)), notCarried);

@@ -121,6 +121,7 @@ TEST(QQParse, MixedTailMustBeAProperFraction) {
   EXPECT_FAILS_WITH(QQ::parse("3:-1/4"), malformed1);
   EXPECT_FAILS_WITH(QQ::parse("3:04/7"), malformed1);
   EXPECT_FAILS_WITH(QQ::parse("3:5/4"), malformed2);
+  EXPECT_FAILS_WITH(QQ::parse("3:4/4"), malformed2);
   EXPECT_FAILS_WITH(QQ::parse("3:4"), malformed2);
   EXPECT_FAILS_WITH(QQ::parse("3:inf"), malformed2);
   EXPECT_FAILS_WITH(QQ::parse("3:-inf"), malformed1);

@@ -1,0 +1,30 @@
+#include "app/Sift.h"
+
+#include <ostream>
+
+#include "lattice/YLattice.h"
+
+namespace starsift {
+
+void siftStars(const std::string& solFile, std::ostream& report) {
+  YLattice<long double> lattice;
+  lattice.setFileNames(solFile);
+  // The numbers of both files are rationals, so they are read exactly.
+  lattice.useExtendedPrecision();
+  lattice.readOpt();
+  lattice.tryStandardPrecision();
+  lattice.useExtendedPrecision();
+  lattice.readStarsFromSolFile(false);
+  lattice.tryStandardPrecision();
+  lattice.checkStars();
+  lattice.sortStars();
+  lattice.removeDuplicates(true);
+  lattice.setOutputSwitch(true);
+  lattice.writeSolFile();
+  // The file keeps stars that differ in their parameters; the report doesn't.
+  lattice.sortStars();
+  lattice.removeDuplicates(false);
+  report << lattice.solutionsText();
+}
+
+}  // namespace starsift
