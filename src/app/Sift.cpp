@@ -13,9 +13,7 @@ void siftStars(const std::string& solFile, std::ostream& report) {
   lattice.useExtendedPrecision();
   lattice.readOpt();
   lattice.tryStandardPrecision();
-  lattice.useExtendedPrecision();
-  lattice.readStarsFromSolFile(false);
-  lattice.tryStandardPrecision();
+  lattice.readStarsExactly(false);
   lattice.checkStars();
   lattice.sortStars();
   lattice.removeDuplicates(true);

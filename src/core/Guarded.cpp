@@ -5,7 +5,7 @@
 namespace starsift {
 
 template <class T>
-MutexType<T>::MutexType(T value) : Serializable(",", false, false), value_(std::move(value)) {}
+MutexType<T>::MutexType(T value) : Serializable(commaStyle()), value_(std::move(value)) {}
 
 template <class T>
 MutexType<T>::MutexType(const MutexType& other) : Serializable(other), value_(other.copied()) {}

@@ -12,7 +12,7 @@ namespace starsift {
 template <class T>
 class Matrix : public ConversionArray<Vector<T>>, public Serializable {
  public:
-  Matrix() : Serializable(",", false, false) {}
+  Matrix() : Serializable(commaStyle()) {}
   /// All entries zero.
   Matrix(Index rows, Index columns) : Matrix() { resize(rows, columns, false); }
   Matrix(std::initializer_list<std::initializer_list<T>> rows);

@@ -35,7 +35,7 @@ void takeSign(Source& source, std::string& token) {
 template <class Source>
 std::string decimalToken(Source& source) {
   std::string token;
-  skipOnly(source, whiteSpace);
+  skipWhiteSpace(source);
   takeSign(source, token);
   takeDigits(source, token);
   if (source.peek() == '.') {
@@ -108,7 +108,7 @@ template <class I>
 template <class Source>
 bool IntegerTraits<I>::read(Source& source, I& value) {
   std::string token;
-  skipOnly(source, whiteSpace);
+  skipWhiteSpace(source);
   takeSign(source, token);
   takeDigits(source, token);
   const char* const begin = token.data() + (token.starts_with('+') ? 1 : 0);

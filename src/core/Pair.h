@@ -43,9 +43,9 @@ class Pair {
 template <class A, class B>
 class SerializablePair : public Pair<A, B>, public Serializable {
  public:
-  SerializablePair() : Serializable(",", false, false) {}
+  SerializablePair() : Serializable(commaStyle()) {}
   SerializablePair(A leftValue, B rightValue)
-      : Pair<A, B>(std::move(leftValue), std::move(rightValue)), Serializable(",", false, false) {}
+      : Pair<A, B>(std::move(leftValue), std::move(rightValue)), Serializable(commaStyle()) {}
 
   std::ostream& write(std::ostream& stream) const override {
     return stream << '(' << this->left << ", " << this->right << ')';

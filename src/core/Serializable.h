@@ -8,43 +8,59 @@
 
 namespace starsift {
 
+/// How the general list form separates its items. All objects with one setting
+/// share one style, so that an object carries a pointer and copies it for nothing.
+struct ListStyle {
+  /// Characters between items, the first one is written.
+  std::string separators;
+  /// Runs of separators and comments count as one.
+  bool mergeSeparators;
+  /// Kept and copied, no text form asks for it.
+  bool secondFlag;
+};
+
+/// The style with this setting; lives as long as the program. A blank is appended
+/// to the separators unless there is one, so that every text form tolerates blanks.
+const ListStyle& listStyle(std::string separators, bool mergeSeparators, bool secondFlag);
+
+/// That of most objects: commas.
+inline const ListStyle& commaStyle() {
+  static const ListStyle& style = listStyle(",", false, false);
+  return style;
+}
+
+/// That of vectors: blanks, in runs.
+inline const ListStyle& blankStyle() {
+  static const ListStyle& style = listStyle(" ", true, true);
+  return style;
+}
+
 /// Writes itself to a stream and reads itself back. The state is the delimiter
 /// setting of the general list form (SerializableArray.h).
 class Serializable {
  public:
-  /// separators       characters between items, the first one is written; a blank
-  ///                  is appended unless there is one, so that every text form
-  ///                  tolerates blanks
-  /// mergeSeparators  runs of separators and comments count as one
-  /// secondFlag       kept and copied, no text form asks for it
-  Serializable(std::string separators, bool mergeSeparators, bool secondFlag);
+  explicit Serializable(const ListStyle& style) : style_(&style) {}
   virtual ~Serializable() = default;
 
   virtual std::ostream& write(std::ostream& stream) const = 0;
   virtual std::istream& read(std::istream& stream) = 0;
 
-  const std::string& separators() const { return separators_; }
-  bool mergeSeparators() const { return mergeSeparators_; }
-  bool secondFlag() const { return secondFlag_; }
+  const std::string& separators() const { return style_->separators; }
+  bool mergeSeparators() const { return style_->mergeSeparators; }
+  bool secondFlag() const { return style_->secondFlag; }
 
  protected:
   Serializable(const Serializable&) = default;
-  /// A copy: an object whose content was moved away still has its text form.
-  Serializable(Serializable&& other) noexcept  // NOLINTNEXTLINE(performance-move-constructor-init)
-      : Serializable(static_cast<const Serializable&>(other)) {}
+  Serializable(Serializable&&) noexcept = default;
   Serializable& operator=(const Serializable&) = default;
   /// Leaves `other` with this object's former setting.
   Serializable& operator=(Serializable&& other) noexcept {
-    std::swap(separators_, other.separators_);
-    std::swap(mergeSeparators_, other.mergeSeparators_);
-    std::swap(secondFlag_, other.secondFlag_);
+    std::swap(style_, other.style_);
     return *this;
   }
 
  private:
-  std::string separators_;
-  bool mergeSeparators_;
-  bool secondFlag_;
+  const ListStyle* style_;
 };
 
 inline std::ostream& operator<<(std::ostream& stream, const Serializable& object) {

@@ -40,7 +40,7 @@ inline std::string unescaped(std::string item, const std::string& separators) {
 /// runs, with comments, and end no item: its characters run together up to "]".
 template <class Source>
 std::vector<std::string> readItems(Source& source, const std::string& separators, bool merge) {
-  skipOnly(source, whiteSpace);
+  skipWhiteSpace(source);
   if (source.peek() != '[') fail("SerializableArray: no start found");
   source.take();
   std::vector<std::string> items;
@@ -97,9 +97,10 @@ inline void parseItem(const std::string& text, std::string& item) {
 template <class T>
 class SerializableArray : public ConversionArray<T>, public Serializable {
  public:
-  SerializableArray() : SerializableArray(",", false, false) {}
+  SerializableArray() : SerializableArray(commaStyle()) {}
+  explicit SerializableArray(const ListStyle& style) : Serializable(style) {}
   SerializableArray(std::string separators, bool mergeSeparators, bool secondFlag)
-      : Serializable(std::move(separators), mergeSeparators, secondFlag) {}
+      : Serializable(listStyle(std::move(separators), mergeSeparators, secondFlag)) {}
 
   /// As ConversionArray; takes the delimiter setting too.
   template <class U>

@@ -66,7 +66,15 @@ class StreamCursor {
 };
 
 /// The white space of every text form of the system.
-constexpr std::string_view whiteSpace = " \t\r\n";
+constexpr bool isWhiteSpace(int c) {
+  return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
+/// Steps over white space, no comments.
+template <class Source>
+void skipWhiteSpace(Source& source) {
+  while (isWhiteSpace(source.peek())) source.take();
+}
 
 /// Steps over the `characters` (ASCII), no comments.
 template <class Source>
@@ -104,9 +112,19 @@ void skipComment(Source& source) {
   source.take();
 }
 
-/// Steps over `characters` and comments in any number and order.
+/// Steps over white space and comments in any number and order.
 template <class Source>
-void skipWithComments(Source& source, std::string_view characters = whiteSpace) {
+void skipWithComments(Source& source) {
+  skipWhiteSpace(source);
+  while (atComment(source)) {
+    skipComment(source);
+    skipWhiteSpace(source);
+  }
+}
+
+/// The same with other `characters` than white space.
+template <class Source>
+void skipWithComments(Source& source, std::string_view characters) {
   skipOnly(source, characters);
   while (atComment(source)) {
     skipComment(source);

@@ -13,7 +13,7 @@ namespace starsift {
 template <class T>
 class Vector : public SerializableArray<T> {
  public:
-  Vector() : SerializableArray<T>(" ", true, true) {}
+  Vector() : SerializableArray<T>(blankStyle()) {}
   /// `dimension` components, all zero.
   explicit Vector(Index dimension) : Vector() { Vector::resize(dimension, false); }
   Vector(std::initializer_list<T> components);

@@ -4,12 +4,15 @@
 #include <charconv>
 #include <deque>
 #include <optional>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "core/InputText.h"
 #include "core/Text.h"
 #include "core/VectorText.h"
 #include "files/StarCheck.h"
+#include "numbers/Conversion.h"
 #include "numbers/QQText.h"
 
 namespace starsift {
@@ -33,14 +36,17 @@ std::string_view takeLine(TextCursor& source) {
   return line;
 }
 
-/// Reads the fields of records; keeps its scratch storage from one to the next.
-template <class T>
+/// Reads the fields of records, their numbers as tokens of Number, each of which T
+/// must hold. Keeps its scratch storage from one record to the next.
+template <class T, class Number>
 class RecordReader {
  public:
   /// See readStar.
   bool read(Star<T>& star, TextCursor& source) {
     try {
       return readFields(star, source);
+    } catch (const PrecisionException&) {
+      throw;  // The record is well formed as far as it was read.
     } catch (const GeneralException&) {
       // A record that can't be read is no star; the rest of its line goes with it.
       star.clear();
@@ -68,22 +74,30 @@ class RecordReader {
 
   void readNumbers(Vector<T>& numbers, TextCursor& source) {
     readComponents(source, components_,
-                   [](TextCursor& from, T& value) { return readRecordNumber(from, value); });
+                   [](TextCursor& from, Number& value) { return readRecordNumber(from, value); });
     numbers.resize(static_cast<Index>(components_.size()), false);
-    std::move(components_.begin(), components_.end(), numbers.begin());
+    std::transform(components_.begin(), components_.end(), numbers.begin(), converted);
   }
 
   static T readNumber(TextCursor& source) {
     skipWithComments(source);
-    T value = T();
+    Number value = Number();
     if (!readRecordNumber(source, value)) throw ReadException("Star: bad number");
-    return value;
+    return converted(value);
+  }
+
+  /// The value, moved where the types agree.
+  static T converted(Number& value) {
+    if constexpr (std::is_same_v<T, Number>)
+      return std::move(value);
+    else
+      return NumberConversion<T, Number>::convert(value);
   }
 
   /// Consumes a bar behind white space, or nothing.
   static bool takeBar(TextCursor& source) {
     TextCursor ahead = source;
-    skipOnly(ahead, whiteSpace);
+    skipWhiteSpace(ahead);
     return takeBarAt(ahead, source);
   }
 
@@ -133,17 +147,21 @@ class RecordReader {
     }
   }
 
-  std::vector<T> components_;
+  std::vector<Number> components_;
 };
 
 /// Completes bare records; the problem is prepared for checks when the first one
-/// comes.
-template <class T>
+/// comes. Number as in RecordReader: what the arithmetic of Number alone can
+/// decide, infinite components, throws PrecisionException where T is another type.
+template <class T, class Number>
 class BareRecords {
  public:
   explicit BareRecords(const Vanu<T>& problem) : problem_(problem) {}
 
   void complete(Star<T>& star) {
+    if (!std::is_same_v<T, Number> &&
+        std::any_of(star.begin(), star.end(), NumberTraits<T>::isInfinite))
+      throw PrecisionException(checkLossText);
     if (!checker_) checker_.emplace(problem_);
     // A star that fails stays as it is: the check of all stars drops it later.
     static_cast<void>(checker_->check(star));
@@ -163,20 +181,14 @@ void append(Array<Star<T>>& stars, std::deque<Star<T>>& found) {
   stars.exchange(all);
 }
 
-}  // namespace
-
-template <class T>
-bool readStar(Star<T>& star, TextCursor& source) {
-  return RecordReader<T>().read(star, source);
-}
-
-template <class T>
-bool readStars(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& stars, bool peek) {
+/// See readStars and readStarsExactly.
+template <class T, class Number>
+bool readAll(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& stars, bool peek) {
   const std::optional<InputText> text = readFileText(path);
   if (!text) return false;
   TextCursor source(text->view());
-  RecordReader<T> reader;
-  BareRecords<T> bareRecords(problem);
+  RecordReader<T, Number> reader;
+  BareRecords<T, Number> bareRecords(problem);
   // Grows without moving the stars that are there.
   std::deque<Star<T>> found;
   for (skipWithComments(source); !source.atEnd(); skipWithComments(source)) {
@@ -194,10 +206,31 @@ bool readStars(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& 
   return any;
 }
 
+}  // namespace
+
+template <class T>
+bool readStar(Star<T>& star, TextCursor& source) {
+  return RecordReader<T, T>().read(star, source);
+}
+
+template <class T>
+bool readStars(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& stars, bool peek) {
+  return readAll<T, T>(path, problem, stars, peek);
+}
+
+template <class T>
+bool readStarsExactly(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& stars,
+                      bool peek) {
+  return readAll<T, QQ>(path, problem, stars, peek);
+}
+
 template bool readStar(Star<long double>&, TextCursor&);
 template bool readStar(Star<QQ>&, TextCursor&);
 template bool readStars(const std::string&, const Vanu<long double>&, Array<Star<long double>>&,
                         bool);
 template bool readStars(const std::string&, const Vanu<QQ>&, Array<Star<QQ>>&, bool);
+template bool readStarsExactly(const std::string&, const Vanu<long double>&,
+                               Array<Star<long double>>&, bool);
+template bool readStarsExactly(const std::string&, const Vanu<QQ>&, Array<Star<QQ>>&, bool);
 
 }  // namespace starsift

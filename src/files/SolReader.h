@@ -30,8 +30,16 @@ bool readStar(Star<T>& star, TextCursor& source);
 template <class T>
 bool readStars(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& stars, bool peek);
 
+/// The same, each number read as a rational: PrecisionException where T can't hold
+/// one, or where only exact arithmetic can complete a bare record.
+template <class T>
+bool readStarsExactly(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& stars,
+                      bool peek);
+
 extern template bool readStar(Star<long double>&, TextCursor&);
 extern template bool readStars(const std::string&, const Vanu<long double>&,
                                Array<Star<long double>>&, bool);
+extern template bool readStarsExactly(const std::string&, const Vanu<long double>&,
+                                      Array<Star<long double>>&, bool);
 
 }  // namespace starsift

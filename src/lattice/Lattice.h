@@ -76,6 +76,9 @@ class Lattice : public Vanu<T>, private ParamReactions {
   void setFileNames(const std::string& path);
   /// Appends the stars of solFile; with `peek` only tells whether there is one.
   bool readStarsFromSolFile(bool peek);
+  /// The same, each number read as a rational; PrecisionException where T can't hold
+  /// one. The stars are unchanged then.
+  bool readStarsExactly(bool peek);
   /// Drops the stars that violate the problem as read; true when none did.
   bool checkStars();
   /// Writes the stars to solFile; does nothing while the output switch is off.

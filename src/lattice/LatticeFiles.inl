@@ -28,6 +28,11 @@ bool Lattice<T, R>::readStarsFromSolFile(bool peek) {
 }
 
 template <class T, class R>
+bool Lattice<T, R>::readStarsExactly(bool peek) {
+  return starsift::readStarsExactly(this->solFile, optOriginal, stars, peek);
+}
+
+template <class T, class R>
 bool Lattice<T, R>::checkStars() {
   return starsift::checkStars(optOriginal, stars);
 }

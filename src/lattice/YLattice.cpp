@@ -60,6 +60,12 @@ bool YLattice<R>::readStarsFromSolFile(bool peek) {
 }
 
 template <class R>
+bool YLattice<R>::readStarsExactly(bool peek) {
+  return runStep([peek](auto& lattice) { return lattice.readStarsExactly(peek); },
+                 OnFailure::unchanged);
+}
+
+template <class R>
 bool YLattice<R>::checkStars() {
   return runStep([](auto& lattice) { return lattice.checkStars(); }, OnFailure::unchanged);
 }

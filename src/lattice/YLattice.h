@@ -64,6 +64,7 @@ class YLattice {
 
   // Steps of Lattice.
   bool readStarsFromSolFile(bool peek);
+  bool readStarsExactly(bool peek);
   bool checkStars();
   void writeSolFile();
   std::string solutionsText();

@@ -25,7 +25,7 @@ const mpfr::mpreal& NumberTraits<mpfr::mpreal>::tolerance() {
 template <class Source>
 bool NumberTraits<mpfr::mpreal>::read(Source& source, mpfr::mpreal& value) {
   std::string token;
-  skipOnly(source, whiteSpace);
+  skipWhiteSpace(source);
   for (int c = source.peek(); isDecimalCharacter(c); c = source.peek()) {
     token += static_cast<char>(c);
     source.take();

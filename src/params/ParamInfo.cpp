@@ -22,7 +22,7 @@ std::string takeToken(StreamCursor& source) {
 }  // namespace
 
 ParamInfo::ParamInfo(const ParamRow& row)
-    : Serializable(",", false, false),
+    : Serializable(commaStyle()),
       name_(row.name),
       help_(row.help),
       defaultText_(row.defaultText),

@@ -22,7 +22,7 @@ class ParamInfo : public Serializable {
   using Callback = std::function<void(const std::string& oldText)>;
 
   /// Without name, help and value.
-  ParamInfo() : Serializable(",", false, false) {}
+  ParamInfo() : Serializable(commaStyle()) {}
   ParamInfo(const ParamInfo&) = delete;
   ParamInfo& operator=(const ParamInfo&) = delete;
   ~ParamInfo() override = default;

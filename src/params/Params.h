@@ -15,7 +15,7 @@ class Params : public Serializable {
 
  public:
   /// All parameters at their defaults.
-  Params() : Serializable(",", false, false) {}
+  Params() : Serializable(commaStyle()) {}
   /// The copy has parameters of its own; callbacks stay behind.
   Params(const Params& other);
   /// Copies texts and typed values. No callback is called; each set keeps its own.

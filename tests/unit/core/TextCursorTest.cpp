@@ -154,7 +154,7 @@ TYPED_TEST(CursorOver, SkipsOnlyTheCharactersItIsTold) {
 
 TYPED_TEST(CursorOver, LeavesCommentsWhereOnlyCharactersAreSkipped) {
   TypeParam source("  // a");
-  skipOnly(source.cursor, whiteSpace);
+  skipWhiteSpace(source.cursor);
   EXPECT_EQ(takeAll(source.cursor), "// a");
 }
 

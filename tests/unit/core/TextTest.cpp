@@ -104,7 +104,7 @@ TEST(RegexReplace, CutsTheExtensionOfTheLastPathComponent) {
 class Written : public Serializable {
  public:
   explicit Written(std::string text, long double number = 0)
-      : Serializable(",", false, false), text_(std::move(text)), number_(number) {}
+      : Serializable(commaStyle()), text_(std::move(text)), number_(number) {}
   std::ostream& write(std::ostream& stream) const override {
     return number_ == 0 ? stream << text_ : stream << text_ << number_;
   }
