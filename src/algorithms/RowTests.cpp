@@ -1,21 +1,12 @@
 #include "algorithms/RowTests.h"
 
-#include <algorithm>
 #include <cstdlib>
+
+#include "algorithms/ProductLimit.h"
 
 namespace starsift {
 
 namespace {
-
-/// Magnitude that the small products of ScaledRow stay below.
-constexpr std::int64_t productLimit = std::int64_t{1} << 62;
-
-/// `value` cut to +-productLimit.
-std::int64_t cut(const ZZ& value) {
-  if (mpz_fits_slong_p(value.get()) == 0) return value.sign() ? productLimit : -productLimit;
-  return std::clamp(static_cast<std::int64_t>(mpz_get_si(value.get())), -productLimit,
-                    productLimit);
-}
 
 ZZ scaledUp(const QQ& value, const ZZ& scale) {
   return value.numerator() * exactQuotient(scale, value.nenner());
@@ -36,18 +27,18 @@ int IntervalTest::Bound::compare(const ZZ& product, const ZZ& pointDenominator) 
   return cmp(product * denominator, numerator * pointDenominator);
 }
 
-IntervalTest::IntervalTest(const Vector<QQ>& row, const QQ& lower, const QQ& upper)
+template <class T>
+IntervalTest::IntervalTest(const Vector<T>& row, const QQ& lower, const QQ& upper)
     : row_(row, ZZ::one()),
       lower_(lower, row_.scale()),
       upper_(upper, row_.scale()),
       lowerIsReachable_(!(lower.isInf() && lower.sign())),
-      upperIsReachable_(!(upper.isInf() && !upper.sign())) {
-  ZZ bound;
-  mpz_cdiv_q(bound.get(), lower_.numerator.get(), lower_.denominator.get());
-  smallLower_ = lower.isInf() ? (lower.sign() ? productLimit : -productLimit) : cut(bound);
-  mpz_fdiv_q(bound.get(), upper_.numerator.get(), upper_.denominator.get());
-  smallUpper_ = upper.isInf() ? (upper.sign() ? productLimit : -productLimit) : cut(bound);
-}
+      upperIsReachable_(!(upper.isInf() && !upper.sign())),
+      smallLower_(cutUp(lower * QQ(row_.scale()))),
+      smallUpper_(cutDown(upper * QQ(row_.scale()))) {}
+
+template IntervalTest::IntervalTest(const Vector<long double>&, const QQ&, const QQ&);
+template IntervalTest::IntervalTest(const Vector<QQ>&, const QQ&, const QQ&);
 
 bool IntervalTest::admits(const ExactPoint& point) const {
   if (!lowerIsReachable_ || !upperIsReachable_) return false;
@@ -62,7 +53,8 @@ bool IntervalTest::admits(const ExactPoint& point) const {
          (upper_.isInfinite || upper_.compare(product, scaled.denominator) <= 0);
 }
 
-CongruenceTest::CongruenceTest(const Vector<QQ>& row, const QQ& value, const QQ& modulus,
+template <class T>
+CongruenceTest::CongruenceTest(const Vector<T>& row, const QQ& value, const QQ& modulus,
                                const QQ& tolerance)
     : row_(row, denominators(value, modulus)),
       value_(scaledUp(value, row_.scale())),
@@ -74,6 +66,10 @@ CongruenceTest::CongruenceTest(const Vector<QQ>& row, const QQ& value, const QQ&
   smallModulus_ = cut(modulus_);
   smallTolerance_ = cut(floor(tolerance_).numerator());
 }
+
+template CongruenceTest::CongruenceTest(const Vector<long double>&, const QQ&, const QQ&,
+                                        const QQ&);
+template CongruenceTest::CongruenceTest(const Vector<QQ>&, const QQ&, const QQ&, const QQ&);
 
 bool CongruenceTest::admits(const ExactPoint& point) const {
   if (isSmall_ && point.isSmall()) {

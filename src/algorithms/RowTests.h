@@ -11,7 +11,8 @@ namespace starsift {
 class IntervalTest {
  public:
   /// The bounds may be infinite.
-  IntervalTest(const Vector<QQ>& row, const QQ& lower, const QQ& upper);
+  template <class T>
+  IntervalTest(const Vector<T>& row, const QQ& lower, const QQ& upper);
 
   bool admits(const ExactPoint& point) const;
 
@@ -42,7 +43,8 @@ class IntervalTest {
 class CongruenceTest {
  public:
   /// All finite, modulus not 0, tolerance not negative.
-  CongruenceTest(const Vector<QQ>& row, const QQ& value, const QQ& modulus, const QQ& tolerance);
+  template <class T>
+  CongruenceTest(const Vector<T>& row, const QQ& value, const QQ& modulus, const QQ& tolerance);
 
   bool admits(const ExactPoint& point) const;
 

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "algorithms/ProductLimit.h"
+#include "numbers/Conversion.h"
+
 namespace starsift {
 
 namespace {
-
-/// Partial sums stay below this magnitude.
-constexpr std::int64_t sumLimit = std::int64_t{1} << 62;
 
 bool fitsMachine(const ZZ& value) {
   return mpz_fits_slong_p(value.get()) != 0;
@@ -16,27 +16,51 @@ bool fitsMachine(const ZZ& value) {
 
 }  // namespace
 
-ScaledRow::ScaledRow(const Vector<QQ>& row, ZZ multiple) : scale_(std::move(multiple)) {
-  for (const QQ& entry : row)
-    if (!entry.isInteger()) scale_ = lcm(scale_, entry.nenner());
+template <class T>
+ScaledRow::ScaledRow(const Vector<T>& row, ZZ multiple) : scale_(std::move(multiple)) {
+  std::vector<QQ> values;
   for (Index j = 1; j <= row.dimension(); ++j) {
-    if (row[j].isZero()) continue;
+    if (row[j] == T()) continue;
     columns_.push_back(static_cast<std::size_t>(j - 1));
-    ZZ& entry = entries_.emplace_back(row[j].numerator());
-    if (row[j].isInteger())
+    const QQ& value = values.emplace_back(NumberConversion<QQ, T>::convert(row[j]));
+    if (!value.isInteger()) scale_ = lcm(scale_, value.nenner());
+  }
+  entries_.reserve(values.size());
+  for (const QQ& value : values) {
+    ZZ& entry = entries_.emplace_back(value.numerator());
+    if (value.isInteger())
       entry *= scale_;
     else
-      entry *= exactQuotient(scale_, row[j].nenner());
+      entry *= exactQuotient(scale_, value.nenner());
   }
   keepSmall();
 }
 
+template ScaledRow::ScaledRow(const Vector<long double>&, ZZ);
+template ScaledRow::ScaledRow(const Vector<QQ>&, ZZ);
+
 void ScaledRow::keepSmall() {
+  if (fitsMachine(scale_)) smallScale_ = mpz_get_si(scale_.get());
   ZZ norm;
   for (const ZZ& entry : entries_) norm += abs(entry);
   if (!fitsMachine(norm)) return;
   for (const ZZ& entry : entries_) smallEntries_.push_back(mpz_get_si(entry.get()));
-  largestPoint_ = (sumLimit - 1) / std::max(mpz_get_si(norm.get()), 1L);
+  largestPoint_ = (productLimit - 1) / std::max(mpz_get_si(norm.get()), 1L);
+}
+
+QQ ScaledRow::product(const ExactPoint& point) const {
+  if (point.isSmall()) {
+    const std::optional<std::int64_t> product = times(point.small());
+    if (product) return unscaled(*product);
+  }
+  ZZ product;
+  times(point.scaled(), product);
+  return QQ(product, scale_ * point.scaled().denominator);
+}
+
+QQ ScaledRow::unscaled(std::int64_t product) const {
+  if (smallScale_ == 1) return QQ(product);
+  return smallScale_ != 0 ? QQ(product, smallScale_) : QQ(ZZ(product), scale_);
 }
 
 void ScaledRow::times(const ScaledPoint& point, ZZ& product) const {

@@ -17,9 +17,13 @@ class ScaledRow {
  public:
   /// `row` must be finite. The scale is the least common multiple of `multiple`,
   /// which is positive, and the denominators of the row.
-  ScaledRow(const Vector<QQ>& row, ZZ multiple);
+  template <class T>
+  ScaledRow(const Vector<T>& row, ZZ multiple);
 
   const ZZ& scale() const { return scale_; }
+
+  /// row * point, exactly.
+  QQ product(const ExactPoint& point) const;
 
   /// scale * row * point, below 2^62 in magnitude, where no partial sum can reach
   /// that; else nothing.
@@ -36,6 +40,7 @@ class ScaledRow {
 
  private:
   void keepSmall();
+  QQ unscaled(std::int64_t product) const;
 
   ZZ scale_;
   /// 0-based columns of the non-zero entries, ascending.
@@ -45,6 +50,8 @@ class ScaledRow {
   std::vector<std::int64_t> smallEntries_;
   /// Points up to this magnitude can't overflow the small product; -1: none.
   std::int64_t largestPoint_ = -1;
+  /// The scale again, 0 where it is no machine integer.
+  std::int64_t smallScale_ = 0;
 };
 
 }  // namespace starsift

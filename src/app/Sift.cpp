@@ -1,7 +1,5 @@
 #include "app/Sift.h"
 
-#include <ostream>
-
 #include "lattice/YLattice.h"
 
 namespace starsift {
@@ -22,7 +20,7 @@ void siftStars(const std::string& solFile, std::ostream& report) {
   // The file keeps stars that differ in their parameters; the report doesn't.
   lattice.sortStars();
   lattice.removeDuplicates(false);
-  report << lattice.solutionsText();
+  lattice.writeSolutions(report);
 }
 
 }  // namespace starsift

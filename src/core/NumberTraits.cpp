@@ -52,12 +52,6 @@ std::string decimalToken(Source& source) {
   return token;
 }
 
-/// Magnitude below which long double holds every integer and the text of an
-/// integer value is its plain digits.
-constexpr std::array<long double, 19> powersOfTen = {
-    1e0L,  1e1L,  1e2L,  1e3L,  1e4L,  1e5L,  1e6L,  1e7L,  1e8L, 1e9L,
-    1e10L, 1e11L, 1e12L, 1e13L, 1e14L, 1e15L, 1e16L, 1e17L, 1e18L};
-
 }  // namespace
 
 bool NumberTraits<long double>::overflows(long double v) {
@@ -81,17 +75,13 @@ template bool NumberTraits<long double>::read(TextCursor&, long double&);
 template bool NumberTraits<long double>::read(StreamCursor&, long double&);
 
 void NumberTraits<long double>::append(std::string& out, long double value, int digits) {
+  std::int64_t integer = 0;
+  if (writtenAsInteger(value, digits, integer)) {
+    appendInteger(out, integer);
+    return;
+  }
   std::array<char, 64> text;
   char* const begin = text.data();
-  char* const end = begin + text.size();
-  if (digits >= 0 && digits <= 18 &&
-      std::fabs(value) < powersOfTen[static_cast<std::size_t>(digits)]) {
-    const auto integer = static_cast<std::int64_t>(value);
-    if (static_cast<long double>(integer) == value && (integer != 0 || !std::signbit(value))) {
-      out.append(begin, std::to_chars(begin, end, integer).ptr);
-      return;
-    }
-  }
   const auto length =
       static_cast<std::size_t>(std::snprintf(begin, text.size(), "%.*Lg", digits, value));
   if (length < text.size()) {

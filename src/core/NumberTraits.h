@@ -3,13 +3,17 @@
 // their own floor. No algorithm asks which type T is.
 #pragma once
 
+#include <array>
+#include <bit>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <functional>
 #include <limits>
 #include <string>
 
 #include "core/Index.h"
+#include "core/IntegerText.h"
 #include "core/TextCursor.h"
 
 namespace starsift {
@@ -33,6 +37,9 @@ namespace starsift {
 ///                                     the text of a stream with precision `digits`
 ///   bool toInteger(const T&, std::int64_t&)
 ///                                     true when the value is an integer, |v| < 2^62
+///   bool writtenAsInteger(const T&, int digits, std::int64_t&)
+///                                     true when append() writes the digits of an
+///                                     integer, |v| < 2^62; false says nothing
 ///   std::size_t hash(const T&)        equal values have equal hashes
 ///   bool exact                        arithmetic never rounds
 template <class T>
@@ -53,6 +60,32 @@ constexpr long double safeBound = 1e9L;
 /// Above this magnitude an overflow can't be corrected.
 constexpr long double fatalBound = 1e18L;
 
+/// The powers of ten below 2^62.
+constexpr std::array<std::int64_t, 19> powersOfTen = [] {
+  std::array<std::int64_t, 19> powers{1};
+  for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = 10 * powers[i - 1];
+  return powers;
+}();
+
+/// The fields of a long double: 80 bits, the leading one of the mantissa is stored.
+struct ExtendedBits {
+  static_assert(std::numeric_limits<long double>::digits == 64);
+
+  /// What the exponent field adds to the exponent.
+  static constexpr int bias = 16383;
+
+  explicit ExtendedBits(const long double& value) {
+    std::memcpy(&mantissa, &value, sizeof mantissa);
+    std::memcpy(&signAndExponent, reinterpret_cast<const char*>(&value) + sizeof mantissa,
+                sizeof signAndExponent);
+  }
+  int exponent() const { return signAndExponent & 0x7FFFU; }
+  bool isNegative() const { return signAndExponent >> 15U != 0; }
+
+  std::uint64_t mantissa;
+  std::uint16_t signAndExponent;
+};
+
 template <>
 struct NumberTraits<long double> {
   static long double infinity() { return std::numeric_limits<long double>::infinity(); }
@@ -69,14 +102,31 @@ struct NumberTraits<long double> {
   static bool read(Source& source, long double& value);
   static void append(std::string& out, long double value, int digits);
   static bool toInteger(long double value, std::int64_t& integer) {
-    if (!(std::fabs(value) < 0x1p62L)) return false;
-    integer = static_cast<std::int64_t>(value);
-    return static_cast<long double>(integer) == value;
+    const ExtendedBits bits(value);
+    // value = mantissa * 2^-shift; an integer when nothing is lost by the shift.
+    const int shift = ExtendedBits::bias + 63 - bits.exponent();
+    if (bits.mantissa == 0) {
+      integer = 0;
+      return true;
+    }
+    if (shift < 2 || shift > 63) return false;
+    const std::uint64_t magnitude = bits.mantissa >> static_cast<unsigned>(shift);
+    integer = static_cast<std::int64_t>(magnitude);
+    if (bits.isNegative()) integer = -integer;
+    return magnitude << static_cast<unsigned>(shift) == bits.mantissa;
+  }
+  static bool writtenAsInteger(long double value, int digits, std::int64_t& integer) {
+    if (!toInteger(value, integer)) return false;
+    if (integer == 0) return !std::signbit(value);
+    return digits >= 0 && digits <= 18 &&
+           (integer < 0 ? -integer : integer) < powersOfTen[static_cast<std::size_t>(digits)];
   }
   static std::size_t hash(long double value) {
-    std::int64_t integer = 0;
-    return toInteger(value, integer) ? std::hash<std::int64_t>()(integer)
-                                     : std::hash<long double>()(value);
+    const ExtendedBits bits(value);
+    // There are two zeros.
+    if (bits.mantissa == 0) return 0;
+    // The digits of a short integer stand at the upper end of the mantissa.
+    return std::rotl(bits.mantissa, 16) ^ static_cast<std::size_t>(bits.signAndExponent) << 32U;
   }
   static constexpr bool exact = false;
 };
@@ -99,7 +149,11 @@ struct IntegerTraits {
   static bool overflows(I) { return false; }
   template <class Source>
   static bool read(Source& source, I& value);
-  static void append(std::string& out, I value, int /*digits*/) { out += std::to_string(value); }
+  static void append(std::string& out, I value, int /*digits*/) { appendInteger(out, value); }
+  static bool writtenAsInteger(I value, int /*digits*/, std::int64_t& integer) {
+    integer = value;
+    return true;
+  }
 };
 
 template <>

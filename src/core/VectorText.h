@@ -2,6 +2,7 @@
 // wherever it may, and "inf" is a component of every number type.
 #pragma once
 
+#include <array>
 #include <vector>
 
 #include "core/Vector.h"
@@ -60,10 +61,28 @@ void readVector(Source& source, Vector<T>& vector) {
 template <class T>
 void appendText(std::string& out, const Vector<T>& vector, int digits) {
   out += "[ ";
+  // Nearly all components are short integers: they are gathered here, so that the
+  // string grows block by block.
+  std::array<char, 512> block;
+  char* const full = block.data() + block.size() - (integerTextSize + 1);
+  char* position = block.data();
+  const auto flush = [&] {
+    out.append(block.data(), position);
+    position = block.data();
+  };
   for (const T& component : vector) {
-    NumberTraits<T>::append(out, component, digits);
-    out += ' ';
+    std::int64_t integer = 0;
+    if (NumberTraits<T>::writtenAsInteger(component, digits, integer)) {
+      position = writeInteger(position, integer);
+      *position++ = ' ';
+      if (position > full) flush();
+    } else {
+      flush();
+      NumberTraits<T>::append(out, component, digits);
+      out += ' ';
+    }
   }
+  flush();
   out += ']';
 }
 

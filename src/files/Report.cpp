@@ -1,6 +1,9 @@
 #include "files/Report.h"
 
 #include <algorithm>
+#include <ostream>
+#include <sstream>
+#include <utility>
 
 #include "core/VectorText.h"
 #include "numbers/QQ.h"
@@ -12,6 +15,9 @@ namespace {
 constexpr std::uint64_t minute = 60;
 constexpr std::uint64_t hour = 60 * minute;
 constexpr std::uint64_t day = 24 * hour;
+
+/// Characters that go to a stream at once.
+constexpr std::size_t pieceSize = std::size_t{1} << 16U;
 
 /// Solutions whose time the status shows.
 constexpr Index firstSolutions = 3;
@@ -85,13 +91,23 @@ std::string starReport(const Star<T>& star, const Vector<T>& goals) {
 }
 
 template <class T>
-std::string solutionsText(const Array<Star<T>>& stars, const Vector<T>& goals) {
+void writeSolutions(std::ostream& stream, const Array<Star<T>>& stars, const Vector<T>& goals) {
   std::string text = "\n";
   for (Index i = 1; i <= stars.dimension(); ++i) {
     if (i > 1) text += "\n---\n\n";
     appendReport(text, stars[i], goals);
+    if (text.size() < pieceSize) continue;
+    stream << text;
+    text.clear();
   }
-  return text;
+  stream << text;
+}
+
+template <class T>
+std::string solutionsText(const Array<Star<T>>& stars, const Vector<T>& goals) {
+  std::ostringstream text;
+  writeSolutions(text, stars, goals);
+  return std::move(text).str();
 }
 
 template <class T>
@@ -119,6 +135,9 @@ template std::string starReport(const Star<long double>&, const Vector<long doub
 template std::string starReport(const Star<QQ>&, const Vector<QQ>&);
 template std::string solutionsText(const Array<Star<long double>>&, const Vector<long double>&);
 template std::string solutionsText(const Array<Star<QQ>>&, const Vector<QQ>&);
+template void writeSolutions(std::ostream&, const Array<Star<long double>>&,
+                             const Vector<long double>&);
+template void writeSolutions(std::ostream&, const Array<Star<QQ>>&, const Vector<QQ>&);
 template std::string statusText(const SearchStatus<long double>&);
 template std::string statusText(const SearchStatus<QQ>&);
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <iosfwd>
 #include <string>
 
 #include "core/Star.h"
@@ -21,6 +22,10 @@ std::string starReport(const Star<T>& star, const Vector<T>& goals);
 /// A line feed, then all stars, "---" between two of them.
 template <class T>
 std::string solutionsText(const Array<Star<T>>& stars, const Vector<T>& goals);
+
+/// Writes solutionsText() piece by piece.
+template <class T>
+void writeSolutions(std::ostream& stream, const Array<Star<T>>& stars, const Vector<T>& goals);
 
 /// What statusText shows of a running search.
 template <class T>
@@ -44,6 +49,8 @@ std::string statusText(const SearchStatus<T>& status);
 extern template std::string starReport(const Star<long double>&, const Vector<long double>&);
 extern template std::string solutionsText(const Array<Star<long double>>&,
                                           const Vector<long double>&);
+extern template void writeSolutions(std::ostream&, const Array<Star<long double>>&,
+                                    const Vector<long double>&);
 extern template std::string statusText(const SearchStatus<long double>&);
 
 }  // namespace starsift

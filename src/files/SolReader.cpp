@@ -22,7 +22,7 @@ namespace {
 /// The number token of a record: as in a problem, but with exponents, since the
 /// writer of a long double star uses them.
 bool readRecordNumber(TextCursor& source, QQ& value) {
-  return readToken(source, value, TokenKind::record);
+  return readShortInteger(source, value) || readToken(source, value, TokenKind::record);
 }
 
 bool readRecordNumber(TextCursor& source, long double& value) {

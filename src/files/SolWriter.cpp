@@ -1,5 +1,7 @@
 #include "files/SolWriter.h"
 
+#include <algorithm>
+
 #include "core/VectorText.h"
 #include "files/DeferredSignals.h"
 #include "files/ResultFile.h"
@@ -33,21 +35,18 @@ void appendRecord(std::string& out, const Star<T>& star) {
 /// True when the text of `value` with fileDigits reads back as `value`.
 template <class T>
 bool textKeeps(const T& value) {
-  // Integers below 10^fileDigits are written with all their digits.
-  constexpr std::int64_t wholeBound = 100'000'000'000'000'000;
   std::int64_t integer = 0;
-  if (NumberTraits<T>::toInteger(value, integer) && std::abs(integer) < wholeBound) return true;
+  if (NumberTraits<T>::writtenAsInteger(value, fileDigits, integer)) return true;
   std::string text;
   NumberTraits<T>::append(text, value, fileDigits);
   return QQ::parse(text) == NumberConversion<QQ, T>::convert(value);
 }
 
 template <class T>
-void checkTexts(const Array<Star<T>>& stars) {
+void checkText(const Vector<T>& x) {
   if constexpr (NumberTraits<T>::exact) return;
-  for (const Star<T>& star : stars)
-    for (const T& component : star.x())
-      if (!textKeeps(component)) throw PrecisionException("Precision lost during write");
+  if (!std::all_of(x.begin(), x.end(), textKeeps<T>))
+    throw PrecisionException("Precision lost during write");
 }
 
 }  // namespace
@@ -61,11 +60,12 @@ std::string starText(const Star<T>& star) {
 
 template <class T>
 void writeStars(const std::string& path, const Array<Star<T>>& stars) {
-  checkTexts(stars);
   const DeferredSignals deferred;
   ResultFile file(path);
   std::string line;
   for (const Star<T>& star : stars) {
+    // Until commit() the old file is as it was.
+    checkText(star.x());
     line.clear();
     appendRecord(line, star);
     line += '\n';

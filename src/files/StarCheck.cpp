@@ -1,6 +1,7 @@
 #include "files/StarCheck.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "files/StarDefinition.h"
 #include "files/StarNorms.h"
@@ -22,26 +23,53 @@ Vector<QQ> exactly(const Vector<T>& vector) {
   return result;
 }
 
-/// row * point.
-QQ product(const ScaledRow& row, const ExactPoint& point) {
-  if (point.isSmall()) {
-    const std::optional<std::int64_t> product = row.times(point.small());
-    if (product) return QQ(ZZ(*product), row.scale());
+/// The verdicts on many stars, in few blocks of memory.
+template <class T>
+class Verdicts {
+ public:
+  /// Of star i; those that are no solutions are forgotten.
+  void add(Index i, const StarVerdict<T>& verdict) {
+    if (!verdict.isSolution) return;
+    solutions_.push_back(i);
+    norms_.push_back(verdict.norms);
+    targetCount_ = verdict.targetValues.dimension();
+    values_.insert(values_.end(), verdict.targetValues.begin(), verdict.targetValues.end());
   }
-  ZZ product;
-  row.times(point.scaled(), product);
-  return QQ(product, row.scale() * point.scaled().denominator);
-}
+
+  Index solutionCount() const { return static_cast<Index>(solutions_.size()); }
+  /// The star that is solution k, 1 <= k <= solutionCount().
+  Index solution(Index k) const { return solutions_[static_cast<std::size_t>(k - 1)]; }
+
+  /// Writes what was computed of solution k into its star.
+  void apply(Index k, Star<T>& star) {
+    star.targetValues.resize(targetCount_, false);
+    const auto first = values_.begin() + (k - 1) * targetCount_;
+    std::move(first, first + targetCount_, star.targetValues.begin());
+    const Norms<T>& norms = norms_[static_cast<std::size_t>(k - 1)];
+    star.targetNorm = norms.target;
+    star.slackNorm = norms.slack;
+  }
+
+ private:
+  std::vector<Index> solutions_;
+  std::vector<Norms<T>> norms_;
+  /// Target values of one solution behind those of the other.
+  std::vector<T> values_;
+  Index targetCount_ = 0;
+};
 
 }  // namespace
 
 template <class T>
 StarChecker<T>::StarChecker(const Vanu<T>& problem)
-    : problem_(problem), goals_(exactly(problem.dt)) {
+    : problem_(problem),
+      box_(problem.lx, problem.rx),
+      goals_(exactly(problem.dt)),
+      values_(problem.At.rowCount()) {
   prepareEquations();
   for (Index i = 1; i <= problem.Au.rowCount(); ++i)
-    intervals_.emplace_back(exactly(problem.Au[i]), exactly(problem.lu[i]), exactly(problem.ru[i]));
-  for (const Vector<T>& row : problem.At) targets_.emplace_back(exactly(row), ZZ::one());
+    intervals_.emplace_back(problem.Au[i], exactly(problem.lu[i]), exactly(problem.ru[i]));
+  for (const Vector<T>& row : problem.At) targets_.emplace_back(row, ZZ::one());
 }
 
 template <class T>
@@ -51,25 +79,30 @@ void StarChecker<T>::prepareEquations() {
     const QQ value = exactly(problem_.bg[i]);
     const QQ modulus = problem_.qg.isSet() ? exactly(problem_.qg[i]) : QQ::zero();
     if (NumberTraits<QQ>::isZero(modulus))
-      intervals_.emplace_back(exactly(problem_.Ag[i]), value - tolerance, value + tolerance);
+      intervals_.emplace_back(problem_.Ag[i], value - tolerance, value + tolerance);
     else
-      congruences_.emplace_back(exactly(problem_.Ag[i]), value, modulus, tolerance);
+      congruences_.emplace_back(problem_.Ag[i], value, modulus, tolerance);
   }
 }
 
 template <class T>
 bool StarChecker<T>::check(Star<T>& star) {
   StarVerdict<T> verdict = judge(star);
-  if (verdict.isSolution) apply(verdict, star);
+  if (verdict.isSolution && !targets_.empty()) {
+    star.targetValues.exchange(verdict.targetValues);
+    star.targetNorm = verdict.norms.target;
+    star.slackNorm = verdict.norms.slack;
+  }
   return verdict.isSolution;
 }
 
 template <class T>
 StarVerdict<T> StarChecker<T>::judge(const Star<T>& star) {
   const Vector<T>& x = star.x();
+  const bool isFinite = point_.assign(x);
   if (!withinBounds(x)) return {};
   checkColumns(x.dimension());
-  if (!point_.assign(x)) return judgeByDefinition(problem_, x);
+  if (!isFinite) return judgeByDefinition(problem_, x);
   StarVerdict<T> verdict;
   verdict.isSolution = rowsAdmit();
   if (verdict.isSolution && !targets_.empty()) computeTargets(verdict);
@@ -77,15 +110,10 @@ StarVerdict<T> StarChecker<T>::judge(const Star<T>& star) {
 }
 
 template <class T>
-void StarChecker<T>::apply(StarVerdict<T>& verdict, Star<T>& star) const {
-  if (targets_.empty()) return;
-  star.targetValues.exchange(verdict.targetValues);
-  star.targetNorm = verdict.norms.target;
-  star.slackNorm = verdict.norms.slack;
-}
-
-template <class T>
 bool StarChecker<T>::withinBounds(const Vector<T>& x) const {
+  const Index n = x.dimension();
+  if (point_.isSmall() && n == problem_.lx.dimension() && n == problem_.rx.dimension())
+    return box_.contains(point_.small());
   return x >= problem_.lx && x <= problem_.rx;
 }
 
@@ -104,14 +132,13 @@ bool StarChecker<T>::rowsAdmit() const {
 }
 
 template <class T>
-void StarChecker<T>::computeTargets(StarVerdict<T>& verdict) const {
-  Vector<QQ> values(problem_.At.rowCount());
-  std::transform(targets_.begin(), targets_.end(), values.begin(),
-                 [this](const ScaledRow& row) { return product(row, point_); });
-  const Norms<QQ> norms = goalNorms(goals_, values);
+void StarChecker<T>::computeTargets(StarVerdict<T>& verdict) {
+  std::transform(targets_.begin(), targets_.end(), values_.begin(),
+                 [this](const ScaledRow& row) { return row.product(point_); });
+  const Norms<QQ> norms = goalNorms(goals_, values_);
   using Number = NumberConversion<T, QQ>;
   try {
-    verdict.targetValues.convertFrom(values, false);
+    verdict.targetValues.convertFrom(values_, false);
     verdict.norms = {Number::convert(norms.target), Number::convert(norms.slack)};
   } catch (const PrecisionException&) {
     throw PrecisionException(checkLossText);
@@ -122,18 +149,15 @@ template <class T>
 bool checkStars(const Vanu<T>& problem, Array<Star<T>>& stars) {
   StarChecker<T> checker(problem);
   // No star is touched before all are judged: a verdict may throw.
-  std::vector<StarVerdict<T>> verdicts;
-  verdicts.reserve(static_cast<std::size_t>(stars.dimension()));
-  for (const Star<T>& star : stars) verdicts.push_back(checker.judge(star));
-  Index kept = 0;
-  for (Index i = 1; i <= stars.dimension(); ++i) {
-    StarVerdict<T>& verdict = verdicts[static_cast<std::size_t>(i - 1)];
-    if (!verdict.isSolution) continue;
-    if (++kept != i) std::swap(stars[kept], stars[i]);
-    checker.apply(verdict, stars[kept]);
+  Verdicts<T> verdicts;
+  for (Index i = 1; i <= stars.dimension(); ++i) verdicts.add(i, checker.judge(stars[i]));
+  const bool noneDropped = verdicts.solutionCount() == stars.dimension();
+  for (Index k = 1; k <= verdicts.solutionCount(); ++k) {
+    const Index i = verdicts.solution(k);
+    if (i != k) std::swap(stars[k], stars[i]);
+    if (problem.At.rowCount() > 0) verdicts.apply(k, stars[k]);
   }
-  const bool noneDropped = kept == stars.dimension();
-  stars.resize(kept, false);
+  stars.resize(verdicts.solutionCount(), false);
   return noneDropped;
 }
 

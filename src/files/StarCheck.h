@@ -6,6 +6,7 @@
 
 #include "algorithms/ExactPoint.h"
 #include "algorithms/RowTests.h"
+#include "algorithms/SmallBox.h"
 #include "core/Star.h"
 #include "files/StarNorms.h"
 #include "problem/Vanu.h"
@@ -31,23 +32,23 @@ class StarChecker {
   /// The same without touching the star.
   StarVerdict<T> judge(const Star<T>& star);
 
-  /// Writes what the verdict on a solution says into the star.
-  void apply(StarVerdict<T>& verdict, Star<T>& star) const;
-
  private:
   void prepareEquations();
   bool withinBounds(const Vector<T>& x) const;
   /// All rows have `n` entries.
   void checkColumns(Index n) const;
   bool rowsAdmit() const;
-  void computeTargets(StarVerdict<T>& verdict) const;
+  void computeTargets(StarVerdict<T>& verdict);
 
   const Vanu<T>& problem_;
+  SmallBox box_;
   Vector<QQ> goals_;
   std::vector<IntervalTest> intervals_;
   std::vector<CongruenceTest> congruences_;
   std::vector<ScaledRow> targets_;
+  /// The star in work, and its target values.
   ExactPoint point_;
+  Vector<QQ> values_;
 };
 
 /// Checks all stars and drops those that fail, in order. True when none was

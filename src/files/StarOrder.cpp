@@ -1,8 +1,12 @@
 #include "files/StarOrder.h"
 
+#include <algorithm>
+#include <array>
 #include <compare>
 #include <map>
 #include <string_view>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "numbers/Conversion.h"
@@ -109,21 +113,32 @@ StarKey<T> keyOf(const Star<T>& star, std::size_t version) {
   return {&star, star.targetNorm, star.slackNorm, static_cast<std::uint64_t>(star.time), version};
 }
 
+/// Per star the position of its version among all that occur.
+template <class T>
+std::vector<std::size_t> versionRanks(const Array<Star<T>>& stars) {
+  // A file has many stars and few texts.
+  std::unordered_map<std::string_view, std::size_t> texts;
+  std::vector<std::size_t> ranks;
+  ranks.reserve(static_cast<std::size_t>(stars.dimension()));
+  for (const Star<T>& star : stars)
+    ranks.push_back(texts.try_emplace(star.versionText, texts.size()).first->second);
+  std::map<std::vector<std::uint64_t>, std::size_t> order;
+  for (const auto& [text, index] : texts) order.emplace(versionNumbers(text), 0);
+  std::size_t next = 0;
+  for (auto& [numbers, rank] : order) rank = next++;
+  std::vector<std::size_t> rankOfText(texts.size());
+  for (const auto& [text, index] : texts) rankOfText[index] = order.at(versionNumbers(text));
+  for (std::size_t& rank : ranks) rank = rankOfText[rank];
+  return ranks;
+}
+
 template <class T>
 std::vector<StarKey<T>> keysOf(const Array<Star<T>>& stars) {
-  std::map<std::string_view, std::vector<std::uint64_t>> versions;
-  for (const Star<T>& star : stars) {
-    const auto [entry, isNew] = versions.try_emplace(star.versionText);
-    if (isNew) entry->second = versionNumbers(star.versionText);
-  }
-  std::map<std::vector<std::uint64_t>, std::size_t> ranks;
-  for (const auto& [text, numbers] : versions) ranks.emplace(numbers, 0);
-  std::size_t next = 0;
-  for (auto& [numbers, rank] : ranks) rank = next++;
+  const std::vector<std::size_t> versions = versionRanks(stars);
   std::vector<StarKey<T>> keys;
-  keys.reserve(static_cast<std::size_t>(stars.dimension()));
-  for (const Star<T>& star : stars)
-    keys.push_back(keyOf(star, ranks.at(versions.at(star.versionText))));
+  keys.reserve(versions.size());
+  auto version = versions.begin();
+  for (const Star<T>& star : stars) keys.push_back(keyOf(star, *version++));
   return keys;
 }
 
@@ -140,6 +155,15 @@ void siftDown(std::vector<StarKey<T>>& heap, std::size_t top, std::size_t size) 
   }
 }
 
+/// True when each star comes before the next: then no two are equal, and every way
+/// of sorting leaves them as they are.
+template <class T>
+bool isStrictlySorted(const std::vector<StarKey<T>>& keys) {
+  return std::adjacent_find(keys.begin(), keys.end(), [](const auto& a, const auto& b) {
+           return !comesBefore(a, b);
+         }) == keys.end();
+}
+
 template <class T>
 void heapSort(std::vector<StarKey<T>>& keys) {
   for (std::size_t top = keys.size() / 2; top-- > 0;) siftDown(keys, top, keys.size());
@@ -147,6 +171,21 @@ void heapSort(std::vector<StarKey<T>>& keys) {
     std::swap(keys[0], keys[size - 1]);
     siftDown(keys, 0, size - 1);
   }
+}
+
+template <class T>
+std::size_t vectorHash(const Vector<T>& x) {
+  constexpr std::size_t multiplier = 0x9E3779B97F4A7C15U;
+  // Each multiplication waits for the one before it: four chains run side by side.
+  std::array<std::size_t, 4> chains{1, 2, 3, 4};
+  std::size_t next = 0;
+  for (const T& component : x) {
+    std::size_t& chain = chains[next++ % chains.size()];
+    chain = (chain ^ NumberTraits<T>::hash(component)) * multiplier;
+  }
+  std::size_t hash = 0;
+  for (const std::size_t chain : chains) hash = (hash ^ chain ^ (chain >> 32U)) * multiplier;
+  return hash ^ (hash >> 32U);
 }
 
 /// Finds, among the stars kept so far, the one that equals a given star.
@@ -157,36 +196,62 @@ class StarTable {
       : stars_(stars), compareParams_(compareParams) {
     std::size_t size = 16;
     while (size < 2 * static_cast<std::size_t>(stars.dimension())) size *= 2;
-    slots_.resize(size, 0);
+    slots_.resize(size);
   }
 
   /// The index of an equal star that was entered before, else `index`, which is
   /// entered then.
   Index findOrEnter(Index index) {
     const std::size_t mask = slots_.size() - 1;
-    for (std::size_t k = hash(stars_[index]) & mask;; k = (k + 1) & mask) {
-      if (slots_[k] == 0) return slots_[k] = index;
-      if (equal(stars_[slots_[k]], stars_[index])) return slots_[k];
+    const std::size_t hash = hashOf(stars_[index]);
+    for (std::size_t k = hash & mask;; k = (k + 1) & mask) {
+      Slot& slot = slots_[k];
+      if (slot.index == 0) slot = {index, hash};
+      if (slot.index == index) return index;
+      if (slot.hash == hash && equal(stars_[slot.index], stars_[index])) return slot.index;
     }
   }
 
  private:
+  /// Index 0 is a free slot.
+  struct Slot {
+    Index index = 0;
+    std::size_t hash = 0;
+  };
+
   bool equal(const Star<T>& a, const Star<T>& b) const {
     return identical(a.x(), b.x()) && (!compareParams_ || a.paramsText == b.paramsText);
   }
 
-  std::size_t hash(const Star<T>& star) const {
-    std::size_t hash = compareParams_ ? std::hash<std::string>()(star.paramsText) : 0;
-    for (const T& component : star.x())
-      hash = (hash ^ NumberTraits<T>::hash(component)) * 0x9E3779B97F4A7C15U + (hash >> 47U);
-    return hash ^ (hash >> 32U);
+  std::size_t hashOf(const Star<T>& star) const {
+    const std::size_t hash = vectorHash(star.x());
+    return compareParams_ ? hash ^ std::hash<std::string>()(star.paramsText) : hash;
   }
 
   const Array<Star<T>>& stars_;
   bool compareParams_;
-  /// Open addressing, 0 for a free slot; twice the stars, so a free one is near.
-  std::vector<Index> slots_;
+  /// Open addressing; twice the stars, so a free slot is near.
+  std::vector<Slot> slots_;
 };
+
+/// Puts the stars in the order of the keys, which point to them.
+template <class T>
+void arrange(Array<Star<T>>& stars, const std::vector<StarKey<T>>& keys) {
+  std::vector<std::size_t> source;
+  source.reserve(keys.size());
+  for (const StarKey<T>& key : keys)
+    source.push_back(static_cast<std::size_t>(key.star - stars.begin()));
+  // Cycle by cycle, so that no second array is needed.
+  for (std::size_t start = 0; start < source.size(); ++start) {
+    std::size_t to = start;
+    while (source[to] != start) {
+      const std::size_t from = std::exchange(source[to], to);
+      std::swap(stars.begin()[to], stars.begin()[from]);
+      to = from;
+    }
+    source[to] = to;
+  }
+}
 
 }  // namespace
 
@@ -203,11 +268,9 @@ bool starLess(const Star<T>& a, const Star<T>& b) {
 template <class T>
 void sortStars(Array<Star<T>>& stars) {
   std::vector<StarKey<T>> keys = keysOf(stars);
+  if (isStrictlySorted(keys)) return;
   heapSort(keys);
-  Array<Star<T>> sorted(stars.dimension());
-  Index next = 0;
-  for (const StarKey<T>& key : keys) sorted[++next] = std::move(stars[key.star - stars.data()]);
-  stars.exchange(sorted);
+  arrange(stars, keys);
 }
 
 template <class T>

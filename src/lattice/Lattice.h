@@ -88,6 +88,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
 
   /// All stars, for the console.
   std::string solutionsText() const;
+  /// The same text, written piece by piece.
+  void writeSolutions(std::ostream& stream) const;
   /// One star, 1 <= i <= stars.dimension().
   std::string starReport(Index i) const;
   /// Best target and first solutions of the search.

@@ -12,6 +12,11 @@ std::string Lattice<T, R>::solutionsText() const {
 }
 
 template <class T, class R>
+void Lattice<T, R>::writeSolutions(std::ostream& stream) const {
+  starsift::writeSolutions(stream, stars, optOriginal.dt);
+}
+
+template <class T, class R>
 std::string Lattice<T, R>::starReport(Index i) const {
   return starsift::starReport(stars.element(i), optOriginal.dt);
 }

@@ -102,6 +102,11 @@ void YLattice<R>::removeDuplicates(bool compareParams) {
 }
 
 template <class R>
+void YLattice<R>::writeSolutions(std::ostream& stream) const {
+  withLive([&stream](const auto& lattice) { lattice.writeSolutions(stream); });
+}
+
+template <class R>
 void YLattice<R>::setOutputSwitch(bool on) {
   withLive([on](auto& lattice) { lattice.outputSwitch = on; });
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <concepts>
+#include <iosfwd>
 #include <string>
 #include <type_traits>
 
@@ -61,6 +62,10 @@ class YLattice {
   auto withLive(Use use) {
     return useExact_ ? use(exact_) : use(standard_);
   }
+  template <class Use>
+  auto withLive(Use use) const {
+    return useExact_ ? use(exact_) : use(standard_);
+  }
 
   // Steps of Lattice.
   bool readStarsFromSolFile(bool peek);
@@ -78,6 +83,8 @@ class YLattice {
   void readOpt();
   void sortStars();
   void removeDuplicates(bool compareParams);
+  /// The text of solutionsText(), piece by piece.
+  void writeSolutions(std::ostream& stream) const;
   /// Gates all writing of result files.
   void setOutputSwitch(bool on);
 

@@ -37,6 +37,7 @@ struct NumberTraits<mpfr::mpreal> {
   static bool read(Source& source, mpfr::mpreal& value);
   static void append(std::string& out, const mpfr::mpreal& value, int digits);
   static bool toInteger(const mpfr::mpreal& value, std::int64_t& integer);
+  static bool writtenAsInteger(const mpfr::mpreal&, int /*digits*/, std::int64_t&) { return false; }
   static constexpr bool exact = false;
 };
 

@@ -120,6 +120,12 @@ QQ::QQ(const ZZ& numerator, const ZZ& denominator) {
   QQStorage::finish(*this, result);
 }
 
+QQ::QQ(long numerator, long denominator) {
+  if (denominator == 0) fail("QQ: division by zero");
+  const Int128 sign = denominator < 0 ? -1 : 1;
+  QQStorage::setReduced(*this, sign * numerator, static_cast<std::uint64_t>(sign * denominator));
+}
+
 QQ QQ::canonicalise(bool sign, const ZZ& ganze, const ZZ& zaehler, const ZZ& nenner) {
   if (!ganze.sign() || !zaehler.sign() || !nenner.sign())
     fail("A ganze / zaehler / nenner sign has been set, though it should not be used");

@@ -42,7 +42,7 @@ class QQ {
   explicit QQ(const ZZ& value);
   /// Signs are allowed; a zero denominator is fatal, "QQ: division by zero".
   QQ(const ZZ& numerator, const ZZ& denominator);
-  QQ(long numerator, long denominator) : QQ(ZZ(numerator), ZZ(denominator)) {}
+  QQ(long numerator, long denominator);
   /// fromDbl() of Conversion.h.
   explicit QQ(long double value);
 
@@ -325,12 +325,19 @@ struct NumberTraits<QQ> {
   static bool read(Source& source, QQ& value);
   static void append(std::string& out, const QQ& value, int /*digits*/);
   static bool toInteger(const QQ& value, std::int64_t& integer) { return value.toInt64(integer); }
-  static std::size_t hash(const QQ& value);
+  static bool writtenAsInteger(const QQ& value, int /*digits*/, std::int64_t& integer) {
+    return value.toInt64(integer);
+  }
+  static std::size_t hash(const QQ& value) {
+    std::int64_t integer = 0;
+    return value.toInt64(integer) ? static_cast<std::size_t>(integer) : fractionHash(value);
+  }
   static constexpr bool exact = true;
 
  private:
   static bool fractionIsZero(const QQ& v);
   static bool fractionsEqual(const QQ& a, const QQ& b);
+  static std::size_t fractionHash(const QQ& value);
 };
 
 }  // namespace starsift

@@ -2,12 +2,11 @@
 // grammar knows is in QQParse.cpp.
 #include "numbers/QQText.h"
 
-#include <array>
-#include <charconv>
 #include <istream>
 #include <ostream>
 
 #include "core/Failure.h"
+#include "core/IntegerText.h"
 #include "numbers/QQDecimal.h"
 #include "numbers/QQStorage.h"
 
@@ -136,11 +135,6 @@ bool readPlain(TextCursor& source, QQ& value, TokenKind kind) {
 /// A stream shows no text ahead; the gathered token takes the plain roads.
 bool readPlain(StreamCursor& /*source*/, QQ& /*value*/, TokenKind /*kind*/) {
   return false;
-}
-
-void appendInteger(std::string& out, std::int64_t value) {
-  std::array<char, 24> text{};
-  out.append(text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr);
 }
 
 void appendSmall(std::string& out, std::int64_t numerator, std::int64_t denominator) {

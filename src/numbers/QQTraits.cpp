@@ -30,7 +30,7 @@ QQ NumberTraits<QQ>::remainder(const QQ& a, const QQ& b) {
 
 template <class Source>
 bool NumberTraits<QQ>::read(Source& source, QQ& value) {
-  return readToken(source, value, TokenKind::problem);
+  return readShortInteger(source, value) || readToken(source, value, TokenKind::problem);
 }
 
 template bool NumberTraits<QQ>::read(TextCursor&, QQ&);
@@ -40,7 +40,7 @@ void NumberTraits<QQ>::append(std::string& out, const QQ& value, int /*digits*/)
   starsift::append(out, value);
 }
 
-std::size_t NumberTraits<QQ>::hash(const QQ& value) {
+std::size_t NumberTraits<QQ>::fractionHash(const QQ& value) {
   constexpr std::size_t multiplier = 0x9E3779B97F4A7C15U;
   const QQView view(value);
   std::size_t result = value.isInf() ? 1 : 0;

@@ -98,14 +98,14 @@ TEST(IntervalTest, ProductsFromTwoTo62OnAreStillExact) {
 }
 
 TEST(IntervalTest, RowOfFractionsIsExact) {
-  const IntervalTest test({q("1/3"), q("-1/7")}, q("4/21"), q("4/21"));
+  const IntervalTest test(Vector<QQ>{q("1/3"), q("-1/7")}, q("4/21"), q("4/21"));
   EXPECT_TRUE(test.admits(point({1, 1})));
   EXPECT_FALSE(test.admits(point({1, 2})));
   EXPECT_TRUE(test.admits(point({q("4/7"), 0})));
 }
 
 TEST(IntervalTest, CancellationOfHugeProductsIsExact) {
-  const IntervalTest test({q("1e18"), q("-1e18"), 1}, 1, 1);
+  const IntervalTest test(Vector<QQ>{q("1e18"), q("-1e18"), 1}, 1, 1);
   EXPECT_TRUE(test.admits(point({q("1e18"), q("1e18"), 1})));
   EXPECT_FALSE(test.admits(point({q("1e18"), q("1e18"), 2})));
 }
@@ -187,7 +187,7 @@ TEST(CongruenceTest, DifferenceOfLargestSmallNumbersDoesNotOverflow) {
 }
 
 TEST(CongruenceTest, RowOfFractionsIsExact) {
-  const CongruenceTest test({q("1/3"), q("1/2")}, q("1/6"), q("1/4"), tolerance);
+  const CongruenceTest test(Vector<QQ>{q("1/3"), q("1/2")}, q("1/6"), q("1/4"), tolerance);
   EXPECT_TRUE(test.admits(point({2, -1})));
   EXPECT_TRUE(test.admits(point({2, 0})));
   EXPECT_FALSE(test.admits(point({1, 0})));

@@ -245,6 +245,38 @@ TEST(NumberTraitsOfLongDouble, KnowsIntegersBelowTwoToTheSixtyTwo) {
   EXPECT_FALSE(Traits::toInteger(0.5L, integer));
   EXPECT_FALSE(Traits::toInteger(infinity, integer));
   EXPECT_FALSE(Traits::toInteger(nan, integer));
+  EXPECT_FALSE(Traits::toInteger(std::numeric_limits<long double>::denorm_min(), integer));
+  EXPECT_FALSE(Traits::toInteger(1.5L, integer));
+  EXPECT_FALSE(Traits::toInteger(0x1p61L + 0.5L, integer));
+}
+
+TEST(NumberTraitsOfLongDouble, BothZerosAreTheIntegerZero) {
+  std::int64_t integer = 1;
+  EXPECT_TRUE(Traits::toInteger(0.0L, integer));
+  EXPECT_EQ(integer, 0);
+  integer = 1;
+  EXPECT_TRUE(Traits::toInteger(-0.0L, integer));
+  EXPECT_EQ(integer, 0);
+}
+
+TEST(NumberTraitsOfLongDouble, EveryPowerOfTwoBelowTwoToTheSixtyTwoIsAnInteger) {
+  for (int exponent = 0; exponent < 62; ++exponent) {
+    std::int64_t integer = 0;
+    ASSERT_TRUE(Traits::toInteger(std::ldexp(-1.0L, exponent), integer));
+    ASSERT_EQ(integer, -(std::int64_t{1} << exponent));
+  }
+}
+
+TEST(NumberTraitsOfLongDouble, IntegersAreWrittenSoUpToThePrecision) {
+  std::int64_t integer = 0;
+  EXPECT_TRUE(Traits::writtenAsInteger(-999999, 6, integer));
+  EXPECT_EQ(integer, -999999);
+  EXPECT_FALSE(Traits::writtenAsInteger(1000000, 6, integer));
+  EXPECT_FALSE(Traits::writtenAsInteger(-1000000, 6, integer));
+  EXPECT_TRUE(Traits::writtenAsInteger(0, 6, integer));
+  EXPECT_FALSE(Traits::writtenAsInteger(-0.0L, 6, integer));
+  EXPECT_FALSE(Traits::writtenAsInteger(1, -1, integer));
+  EXPECT_FALSE(Traits::writtenAsInteger(1, 19, integer));
 }
 
 TEST(NumberTraitsOfLongDouble, HashesEqualValuesAlike) {
@@ -252,6 +284,7 @@ TEST(NumberTraitsOfLongDouble, HashesEqualValuesAlike) {
   EXPECT_EQ(Traits::hash(1e18L), Traits::hash(1000000000000000000.0L));
   EXPECT_NE(Traits::hash(1), Traits::hash(2));
   EXPECT_NE(Traits::hash(0.25L), Traits::hash(0.5L));
+  EXPECT_NE(Traits::hash(3), Traits::hash(-3));
 }
 
 TEST(NumberTraitsOfLongDouble, AddsAndSubtractsProducts) {

@@ -32,6 +32,19 @@ TEST(VectorText, WritesInTheNumberFormatOfTheStream) {
   EXPECT_EQ(stream.str(), "[ 0.33333333333333333 1234567 ]");
 }
 
+TEST(VectorText, AppendsLongVectorsOfAllKindsAsAStreamShowsThem) {
+  V vector(700);
+  for (Index i = 1; i <= vector.dimension(); ++i) {
+    const auto value = static_cast<long double>(i);
+    vector[i] = i % 50 == 7 ? 1 / value : (i % 3 - 1) * std::pow(value, static_cast<int>(i % 8));
+  }
+  std::ostringstream stream;
+  stream << std::setprecision(fileDigits) << vector;
+  std::string text;
+  appendText(text, vector, fileDigits);
+  EXPECT_EQ(text, stream.str());
+}
+
 TEST(VectorText, AppendsTheGivenNumberOfDigits) {
   const V vector{1.0L / 3, -0.0L, 1e20L};
   for (const int digits : {defaultDigits, fileDigits}) {

@@ -1,5 +1,7 @@
 #include "files/Report.h"
 
+#include <sstream>
+
 #include "numbers/QQ.h"
 #include "support/ExpectFails.h"
 
@@ -130,6 +132,21 @@ TYPED_TEST(ReportOver, SolutionsAreSeparated) {
   stars[2] = this->star();
   const std::string one = starReport(this->star(), this->goals());
   EXPECT_EQ(solutionsText(stars, this->goals()), "\n" + one + "\n---\n\n" + one);
+}
+
+TYPED_TEST(ReportOver, SolutionsAreWrittenInPiecesWithoutSeam) {
+  Array<Star<TypeParam>> stars(3000);
+  std::string expected = "\n";
+  for (Index i = 1; i <= stars.dimension(); ++i) {
+    stars[i] = this->star();
+    stars[i][1] = TypeParam(i);
+    expected += (i > 1 ? "\n---\n\n" : "") + starReport(stars[i], this->goals());
+  }
+  std::ostringstream stream;
+  writeSolutions(stream, stars, this->goals());
+  EXPECT_GT(expected.size(), 200'000U);
+  EXPECT_EQ(stream.str(), expected);
+  EXPECT_EQ(solutionsText(stars, this->goals()), expected);
 }
 
 TEST(Report, LongDoubleHasSixDigits) {

@@ -1,5 +1,6 @@
 #include "files/SolReader.h"
 
+#include <cmath>
 #include <stdexcept>
 
 #include "core/Exceptions.h"
@@ -156,6 +157,68 @@ TEST(ReadStars, BareRecordWhoseValuesDoNotFitLosesPrecision) {
   const std::string path = scratch.write("p.sol", "[ 1 ]\n[ 999999999999999999 ]\n");
   EXPECT_THROW(readStars(path, problem, stars, false), PrecisionException);
   EXPECT_EQ(stars.dimension(), 0);
+}
+
+/// The same file, its numbers read as rationals.
+template <class T>
+class ReadStarsExactlyOver : public ReadStarsOver<T> {
+ protected:
+  bool readExactly(std::string_view text) {
+    return readStarsExactly(this->scratch.write("p.sol", text), this->problem, this->stars, false);
+  }
+};
+
+TYPED_TEST_SUITE(ReadStarsExactlyOver, LatticeNumbers);
+
+TYPED_TEST(ReadStarsExactlyOver, NumbersAreRationals) {
+  EXPECT_TRUE(this->readExactly("[ 5/2 1:1/4 ] | 016 | [ 1,5 ] | 3e2 | 4 | p | v\n[ 2 0 ]\n"));
+  ASSERT_EQ(this->stars.dimension(), 2);
+  EXPECT_EQ(this->stars[1][1], TypeParam(5) / TypeParam(2));
+  EXPECT_EQ(this->stars[1][2], TypeParam(5) / TypeParam(4));
+  EXPECT_EQ(this->stars[1].targetNorm, TypeParam(14));
+  EXPECT_EQ(this->stars[1].targetValues[1], TypeParam(3) / TypeParam(2));
+  EXPECT_EQ(this->stars[1].slackNorm, TypeParam(300));
+  EXPECT_EQ(this->stars[2].targetNorm, TypeParam(-2));
+}
+
+TEST(ReadStarsExactly, MinusZeroIsZero) {
+  const ScratchDir scratch;
+  Array<Star<long double>> stars;
+  const auto problem =
+      problemFrom<long double>("[ inf ] [ [ 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 ] [ 0 ] [ 5 ]");
+  EXPECT_TRUE(readStarsExactly(scratch.write("p.sol", "[ -0 ]"), problem, stars, false));
+  EXPECT_FALSE(std::signbit(stars[1][1]));
+}
+
+/// Text for a problem of one variable without bounds, read into long double.
+class ReadStarsExactlyIntoLongDouble : public testing::Test {
+ protected:
+  void read(std::string_view text) {
+    readStarsExactly(scratch.write("p.sol", text), problem, stars, false);
+  }
+
+  ScratchDir scratch;
+  Vanu<long double> problem =
+      problemFrom<long double>("[ inf ] [ [ 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 ] [ -inf ] [ inf ]");
+  Array<Star<long double>> stars;
+};
+
+TEST_F(ReadStarsExactlyIntoLongDouble, NumberThatDoesNotFitLosesPrecision) {
+  for (const char* number : {"1/3", "1234567890123456789", "1e-30000"}) {
+    const std::string text(number);
+    EXPECT_THROW(read("[ 1 ]\n[ " + text + " ]"), PrecisionException) << text;
+    EXPECT_THROW(read("[ 1 ] | " + text + " | [ ] | 0 | 0 | p"), PrecisionException) << text;
+    EXPECT_THROW(read("[ 1 ] | 0 | [ " + text + " ] | 0 | 0 | p"), PrecisionException) << text;
+    EXPECT_THROW(read("[ 1 ] | 0 | [ ] | " + text + " | 0 | p"), PrecisionException) << text;
+  }
+  EXPECT_EQ(stars.dimension(), 0);
+}
+
+TEST_F(ReadStarsExactlyIntoLongDouble, InfiniteBareRecordIsLeftToExactArithmetic) {
+  EXPECT_THROW(read("[ inf ]"), PrecisionException);
+  EXPECT_THROW(read("[ -inf ]"), PrecisionException);
+  read("[ inf ] | 0 | [ ] | 0 | 0 | p");
+  EXPECT_EQ(stars.dimension(), 1);
 }
 
 TYPED_TEST(ReadStarsOver, ManyRecordsAreRead) {

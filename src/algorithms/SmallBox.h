@@ -1,0 +1,35 @@
+// The bounds of variables for points of machine integers.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "algorithms/ExactPoint.h"
+
+namespace starsift {
+
+/// lower <= x <= upper, component by component, each bound rounded inwards and cut
+/// to +-2^62, beyond which no component of a small point lies.
+class SmallBox {
+ public:
+  /// The bounds may be infinite and have one dimension.
+  template <class T>
+  SmallBox(const Vector<T>& lower, const Vector<T>& upper);
+
+  /// The point has one component per bound.
+  bool contains(const SmallPoint& point) const {
+    bool inside = true;
+    for (std::size_t j = 0; j < lower_.size(); ++j)
+      inside &= (lower_[j] <= point.components[j]) & (point.components[j] <= upper_[j]);
+    return inside;
+  }
+
+ private:
+  std::vector<std::int64_t> lower_;
+  std::vector<std::int64_t> upper_;
+};
+
+extern template SmallBox::SmallBox(const Vector<long double>&, const Vector<long double>&);
+extern template SmallBox::SmallBox(const Vector<QQ>&, const Vector<QQ>&);
+
+}  // namespace starsift

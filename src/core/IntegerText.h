@@ -1,0 +1,55 @@
+// The decimal text of machine integers, which is most of what the system writes.
+#pragma once
+
+#include <array>
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string>
+
+namespace starsift {
+
+/// Characters that a 64-bit integer takes at most.
+constexpr std::size_t integerTextSize = 20;
+
+namespace integertext {
+
+constexpr std::size_t shortTextSize = 4;
+
+/// The digits of 0 to 999, each at the head of four characters: to copy always four
+/// is faster than to ask how many there are.
+inline constexpr auto shortTexts = [] {
+  std::array<std::array<char, shortTextSize>, 1000> texts{};
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    std::size_t position = 0;
+    if (i >= 100) texts[i][position++] = static_cast<char>('0' + i / 100);
+    if (i >= 10) texts[i][position++] = static_cast<char>('0' + i / 10 % 10);
+    texts[i][position] = static_cast<char>('0' + i % 10);
+  }
+  return texts;
+}();
+
+}  // namespace integertext
+
+/// Writes the digits of `value` at `out`, which has room for integerTextSize
+/// characters; the position behind them.
+inline char* writeInteger(char* out, std::int64_t value) {
+  auto magnitude = static_cast<std::uint64_t>(value);
+  if (value < 0) {
+    *out++ = '-';
+    magnitude = 0 - magnitude;
+  }
+  if (magnitude < integertext::shortTexts.size()) {
+    std::memcpy(out, integertext::shortTexts[magnitude].data(), integertext::shortTextSize);
+    return out + 1 + static_cast<int>(magnitude >= 10) + static_cast<int>(magnitude >= 100);
+  }
+  return std::to_chars(out, out + integerTextSize, magnitude).ptr;
+}
+
+inline void appendInteger(std::string& out, std::int64_t value) {
+  std::array<char, integerTextSize> text;
+  out.append(text.data(), writeInteger(text.data(), value));
+}
+
+}  // namespace starsift
