@@ -1,11 +1,8 @@
 #include "app/Sift.h"
 
-#include "lattice/YLattice.h"
-
 namespace starsift {
 
-void siftStars(const std::string& solFile, std::ostream& report) {
-  YLattice<long double> lattice;
+void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::ostream& report) {
   lattice.setFileNames(solFile);
   // The numbers of both files are rationals, so they are read exactly.
   lattice.useExtendedPrecision();

@@ -4,14 +4,17 @@
 #include <iosfwd>
 #include <string>
 
+#include "lattice/YLattice.h"
+
 namespace starsift {
 
 /// Re-validates the stars of solFile against the problem beside it, drops what
-/// fails or repeats, rewrites the file in canonical form or removes it, and
-/// prints the report of the solutions without a final line end.
+/// fails or repeats, rewrites the file in canonical form or removes it, and writes
+/// the report of the solutions without a final line end.
 ///
-/// Throws Exception when a file can't be read, has a wrong form or can't be
-/// written; the file is then unchanged.
-void siftStars(const std::string& solFile, std::ostream& report);
+/// A file that can't be read or written, or has a wrong form, is fatal; the
+/// solution file is then as it was. `lattice` is fresh and holds problem and stars
+/// in the end.
+void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::ostream& report);
 
 }  // namespace starsift

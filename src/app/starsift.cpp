@@ -49,7 +49,10 @@ int main(int count, char** arguments) {
     starsift::printUsage(count > 0 ? arguments[0] : "");
     return EXIT_FAILURE;
   }
-  starsift::siftStars(solFile, std::cout);
+  // Never destroyed: the process ends, and to free the stars one by one takes as
+  // long as to sort them.
+  static auto& lattice = *new starsift::YLattice<long double>;
+  starsift::siftStars(lattice, solFile, std::cout);
   std::cout << starsift::endLine();
   starsift::stampOutputTime();
   return EXIT_SUCCESS;

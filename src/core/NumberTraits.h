@@ -42,6 +42,8 @@ namespace starsift {
 ///                                     integer, |v| < 2^62; false says nothing
 ///   std::size_t hash(const T&)        equal values have equal hashes
 ///   bool exact                        arithmetic never rounds
+///   int wholeDigits                   T holds all integers of so many decimal digits,
+///                                     and read() takes their plain text for them
 template <class T>
 struct NumberTraits;
 
@@ -129,6 +131,7 @@ struct NumberTraits<long double> {
     return std::rotl(bits.mantissa, 16) ^ static_cast<std::size_t>(bits.signAndExponent) << 32U;
   }
   static constexpr bool exact = false;
+  static constexpr int wholeDigits = std::numeric_limits<long double>::digits10;
 };
 
 /// Machine integers: exact, without infinity; tolerance 0.
@@ -154,6 +157,7 @@ struct IntegerTraits {
     integer = value;
     return true;
   }
+  static constexpr int wholeDigits = std::numeric_limits<I>::digits10;
 };
 
 template <>

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "core/TimeVector.h"
 
@@ -45,5 +46,14 @@ class Star : public TimeVector<T> {
   /// Found by this run, not read from a file.
   bool fresh = false;
 };
+
+/// Keeps the stars at `indices`, which ascend, and drops the others.
+template <class T>
+void keepOnly(Array<Star<T>>& stars, const std::vector<Index>& indices) {
+  Index kept = 0;
+  for (const Index index : indices)
+    if (++kept != index) stars[kept] = std::move(stars[index]);
+  stars.resize(kept, false);
+}
 
 }  // namespace starsift

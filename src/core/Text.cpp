@@ -21,6 +21,15 @@ std::string mapped(std::string_view text, int (*mapping)(int)) {
   return result;
 }
 
+std::string_view withoutHead(std::string_view text, std::string_view characters) {
+  return text.substr(std::min(text.find_first_not_of(characters), text.size()));
+}
+
+std::string_view withoutTail(std::string_view text, std::string_view characters) {
+  // npos + 1 is 0: a text of nothing but `characters` keeps nothing.
+  return text.substr(0, text.find_last_not_of(characters) + 1);
+}
+
 }  // namespace
 
 std::string replaceAll(std::string_view text, std::string_view from, std::string_view to) {
@@ -36,17 +45,15 @@ std::string replaceAll(std::string_view text, std::string_view from, std::string
 }
 
 std::string trimLeft(std::string_view text, std::string_view characters) {
-  const auto start = text.find_first_not_of(characters);
-  return std::string(text.substr(std::min(start, text.size())));
+  return std::string(withoutHead(text, characters));
 }
 
 std::string trimRight(std::string_view text, std::string_view characters) {
-  // npos + 1 is 0: a text of nothing but `characters` keeps nothing.
-  return std::string(text.substr(0, text.find_last_not_of(characters) + 1));
+  return std::string(withoutTail(text, characters));
 }
 
 std::string trim(std::string_view text, std::string_view characters) {
-  return trimRight(trimLeft(text, characters), characters);
+  return std::string(withoutTail(withoutHead(text, characters), characters));
 }
 
 Array<std::string> split(std::string_view text, char separator) {

@@ -9,6 +9,50 @@
 
 namespace starsift {
 
+namespace vectortext {
+
+/// Takes integers as long as each fits T and ends at a blank: nearly all that
+/// vectors consist of. The source stands at the first token that is something else,
+/// perhaps behind a blank.
+template <class T>
+void takeIntegers(TextCursor& source, std::vector<T>& components) {
+  const std::string_view text = source.rest();
+  const char* const end = text.data() + text.size();
+  const char* position = text.data();
+  while (true) {
+    const bool negative = position != end && *position == '-';
+    const char* const first = position + (negative ? 1 : 0);
+    const char* next = first;
+    std::int64_t integer = 0;
+    for (; next != end && next - first <= NumberTraits<T>::wholeDigits; ++next) {
+      const unsigned digit = static_cast<unsigned char>(*next) - static_cast<unsigned>('0');
+      if (digit > 9) break;
+      integer = 10 * integer + digit;
+    }
+    const auto count = next - first;
+    if (count == 0 || count > NumberTraits<T>::wholeDigits || next == end || *next != ' ') break;
+    // Behind a zero a base other than ten may follow, and its sign may count.
+    if (*first == '0' && (count > 1 || negative)) break;
+    components.push_back(static_cast<T>(negative ? -integer : integer));
+    position = next + 1;
+  }
+  source.advance(static_cast<std::size_t>(position - text.data()));
+}
+
+/// A stream shows no text ahead.
+template <class T>
+void takeIntegers(StreamCursor& /*source*/, std::vector<T>& /*components*/) {}
+
+/// Goes to the next component that is no plain integer, or to the "]".
+template <class T, class Source>
+void takeToNext(Source& source, std::vector<T>& components) {
+  skipWithComments(source);
+  takeIntegers(source, components);
+  skipWithComments(source);
+}
+
+}  // namespace vectortext
+
 /// Reads the components of one vector behind each other into `components`, which
 /// is emptied first. `readNumber(source, value)` reads one number token and is
 /// false when there is none. False when the source doesn't stand at "[" behind
@@ -22,7 +66,7 @@ bool readComponents(Source& source, std::vector<T>& components, ReadNumber readN
   skipWithComments(source);
   if (source.peek() != '[') return false;
   source.take();
-  skipWithComments(source);
+  vectortext::takeToNext(source, components);
   while (source.peek() != ']') {
     // The sign belongs to the vector: the number behind it may have its own.
     const bool negative = source.peek() == '-';
@@ -39,7 +83,7 @@ bool readComponents(Source& source, std::vector<T>& components, ReadNumber readN
       fail("Vector: bad input");
     }
     if (negative) value = -value;
-    skipWithComments(source);
+    vectortext::takeToNext(source, components);
   }
   source.take();
   return true;

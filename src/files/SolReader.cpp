@@ -22,7 +22,7 @@ namespace {
 /// The number token of a record: as in a problem, but with exponents, since the
 /// writer of a long double star uses them.
 bool readRecordNumber(TextCursor& source, QQ& value) {
-  return readShortInteger(source, value) || readToken(source, value, TokenKind::record);
+  return readToken(source, value, TokenKind::record);
 }
 
 bool readRecordNumber(TextCursor& source, long double& value) {
@@ -130,9 +130,13 @@ class RecordReader {
 
   /// Fields 6 and 7: what is left of the line, cut at its bars.
   static void readTexts(Star<T>& star, TextCursor& source) {
-    const Array<std::string> parts = split(std::string(withoutComments(takeLine(source))), '|');
-    if (parts.isSet()) star.paramsText = trim(parts[1]);
-    if (parts.dimension() == 2) star.versionText = trim(parts[2]);
+    const std::string_view line = withoutComments(takeLine(source));
+    const std::size_t bar = std::min(line.find('|'), line.size());
+    star.paramsText = trim(line.substr(0, bar));
+    const std::string_view rest = line.substr(std::min(bar + 1, line.size()));
+    // With a third text the line has no version; an empty one at the end is none.
+    if (!rest.empty() && rest.find('|') >= rest.size() - 1)
+      star.versionText = trim(rest.substr(0, rest.find('|')));
   }
 
   /// Cuts blanks and comments at the head of a line. A comment that doesn't end

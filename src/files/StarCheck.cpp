@@ -36,11 +36,10 @@ class Verdicts {
     values_.insert(values_.end(), verdict.targetValues.begin(), verdict.targetValues.end());
   }
 
-  Index solutionCount() const { return static_cast<Index>(solutions_.size()); }
-  /// The star that is solution k, 1 <= k <= solutionCount().
-  Index solution(Index k) const { return solutions_[static_cast<std::size_t>(k - 1)]; }
+  /// Indices of the stars that are solutions, ascending.
+  const std::vector<Index>& solutions() const { return solutions_; }
 
-  /// Writes what was computed of solution k into its star.
+  /// Writes what was computed of the k-th solution into its star.
   void apply(Index k, Star<T>& star) {
     star.targetValues.resize(targetCount_, false);
     const auto first = values_.begin() + (k - 1) * targetCount_;
@@ -151,13 +150,11 @@ bool checkStars(const Vanu<T>& problem, Array<Star<T>>& stars) {
   // No star is touched before all are judged: a verdict may throw.
   Verdicts<T> verdicts;
   for (Index i = 1; i <= stars.dimension(); ++i) verdicts.add(i, checker.judge(stars[i]));
-  const bool noneDropped = verdicts.solutionCount() == stars.dimension();
-  for (Index k = 1; k <= verdicts.solutionCount(); ++k) {
-    const Index i = verdicts.solution(k);
-    if (i != k) std::swap(stars[k], stars[i]);
-    if (problem.At.rowCount() > 0) verdicts.apply(k, stars[k]);
-  }
-  stars.resize(verdicts.solutionCount(), false);
+  const bool noneDropped =
+      verdicts.solutions().size() == static_cast<std::size_t>(stars.dimension());
+  keepOnly(stars, verdicts.solutions());
+  if (problem.At.rowCount() > 0)
+    for (Index k = 1; k <= stars.dimension(); ++k) verdicts.apply(k, stars[k]);
   return noneDropped;
 }
 

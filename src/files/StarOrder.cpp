@@ -173,65 +173,109 @@ void heapSort(std::vector<StarKey<T>>& keys) {
   }
 }
 
+/// Hash of the components 1, 1 + step, 1 + 2 step ...
 template <class T>
-std::size_t vectorHash(const Vector<T>& x) {
+std::size_t hashOf(const Vector<T>& x, Index step) {
   constexpr std::size_t multiplier = 0x9E3779B97F4A7C15U;
   // Each multiplication waits for the one before it: four chains run side by side.
   std::array<std::size_t, 4> chains{1, 2, 3, 4};
   std::size_t next = 0;
-  for (const T& component : x) {
+  for (Index i = 1; i <= x.dimension(); i += step) {
     std::size_t& chain = chains[next++ % chains.size()];
-    chain = (chain ^ NumberTraits<T>::hash(component)) * multiplier;
+    chain = (chain ^ NumberTraits<T>::hash(x[i])) * multiplier;
   }
   std::size_t hash = 0;
   for (const std::size_t chain : chains) hash = (hash ^ chain ^ (chain >> 32U)) * multiplier;
   return hash ^ (hash >> 32U);
 }
 
-/// Finds, among the stars kept so far, the one that equals a given star.
-template <class T>
-class StarTable {
+/// Indices by hash: open addressing, with room for twice the indices, so that a
+/// free slot is near.
+class HashedIndices {
  public:
-  StarTable(const Array<Star<T>>& stars, bool compareParams)
-      : stars_(stars), compareParams_(compareParams) {
-    std::size_t size = 16;
-    while (size < 2 * static_cast<std::size_t>(stars.dimension())) size *= 2;
-    slots_.resize(size);
-  }
-
-  /// The index of an equal star that was entered before, else `index`, which is
-  /// entered then.
-  Index findOrEnter(Index index) {
-    const std::size_t mask = slots_.size() - 1;
-    const std::size_t hash = hashOf(stars_[index]);
-    for (std::size_t k = hash & mask;; k = (k + 1) & mask) {
-      Slot& slot = slots_[k];
-      if (slot.index == 0) slot = {index, hash};
-      if (slot.index == index) return index;
-      if (slot.hash == hash && equal(stars_[slot.index], stars_[index])) return slot.index;
-    }
-  }
-
- private:
   /// Index 0 is a free slot.
   struct Slot {
     Index index = 0;
     std::size_t hash = 0;
   };
 
-  bool equal(const Star<T>& a, const Star<T>& b) const {
-    return identical(a.x(), b.x()) && (!compareParams_ || a.paramsText == b.paramsText);
+  bool hasRoom() const { return !slots_.empty(); }
+  void makeRoom(Index most) {
+    std::size_t size = 16;
+    while (size < 2 * static_cast<std::size_t>(most)) size *= 2;
+    slots_.resize(size);
   }
 
-  std::size_t hashOf(const Star<T>& star) const {
-    const std::size_t hash = vectorHash(star.x());
+  /// The slot with this hash whose index `fits`, else the free one to use for it.
+  template <class Fits>
+  Slot& find(std::size_t hash, Fits fits) {
+    std::size_t k = hash & (slots_.size() - 1);
+    while (slots_[k].index != 0 && !(slots_[k].hash == hash && fits(slots_[k].index)))
+      k = (k + 1) & (slots_.size() - 1);
+    return slots_[k];
+  }
+
+ private:
+  std::vector<Slot> slots_;
+};
+
+/// Finds, among the stars kept so far, the one that equals a given star.
+///
+/// Most stars differ in a few components already, so a sample of them is hashed
+/// first: the rest of a long vector need not come out of memory. Stars with one
+/// sample are told apart by the hash of all components.
+template <class T>
+class StarTable {
+ public:
+  StarTable(const Array<Star<T>>& stars, bool compareParams)
+      : stars_(stars), compareParams_(compareParams) {
+    bySample_.makeRoom(stars.dimension());
+  }
+
+  /// The index of an equal star that was entered before, else `index`, which is
+  /// entered then.
+  Index findOrEnter(Index index) {
+    const std::size_t sample = hash(stars_[index], sampleStep());
+    HashedIndices::Slot& first = bySample_.find(sample, [](Index) { return true; });
+    if (first.index == 0) {
+      first = {index, sample};
+      return index;
+    }
+    findOrEnterByAll(first.index);
+    return findOrEnterByAll(index);
+  }
+
+ private:
+  /// Components of a sample.
+  static constexpr Index sampleSize = 8;
+
+  Index findOrEnterByAll(Index index) {
+    if (!byAll_.hasRoom()) byAll_.makeRoom(stars_.dimension());
+    const std::size_t all = hash(stars_[index], 1);
+    HashedIndices::Slot& slot =
+        byAll_.find(all, [&](Index other) { return other == index || equal(other, index); });
+    if (slot.index == 0) slot = {index, all};
+    return slot.index;
+  }
+
+  Index sampleStep() const { return stars_[1].dimension() / sampleSize + 1; }
+
+  bool equal(Index a, Index b) const {
+    return identical(stars_[a].x(), stars_[b].x()) &&
+           (!compareParams_ || stars_[a].paramsText == stars_[b].paramsText);
+  }
+
+  std::size_t hash(const Star<T>& star, Index step) const {
+    const std::size_t hash = hashOf(star.x(), step);
     return compareParams_ ? hash ^ std::hash<std::string>()(star.paramsText) : hash;
   }
 
   const Array<Star<T>>& stars_;
   bool compareParams_;
-  /// Open addressing; twice the stars, so a free slot is near.
-  std::vector<Slot> slots_;
+  /// The first star with each sample.
+  HashedIndices bySample_;
+  /// All stars with the sample of another one; without room while there are none.
+  HashedIndices byAll_;
 };
 
 /// Puts the stars in the order of the keys, which point to them.
@@ -278,16 +322,16 @@ void removeDuplicates(Array<Star<T>>& stars, bool compareParams) {
   for (const Star<T>& star : stars)
     if (star.dimension() != stars[1].dimension()) fail("Vector: dimension mismatch9");
   StarTable<T> table(stars, compareParams);
-  Index kept = 0;
+  std::vector<Index> kept;
+  kept.reserve(static_cast<std::size_t>(stars.dimension()));
   for (Index i = 1; i <= stars.dimension(); ++i) {
-    if (i != kept + 1) std::swap(stars[kept + 1], stars[i]);
-    const Index first = table.findOrEnter(kept + 1);
-    if (first == kept + 1)
-      ++kept;
+    const Index first = table.findOrEnter(i);
+    if (first == i)
+      kept.push_back(i);
     else
-      stars[first].fresh = stars[first].fresh && stars[kept + 1].fresh;
+      stars[first].fresh = stars[first].fresh && stars[i].fresh;
   }
-  stars.resize(kept, false);
+  keepOnly(stars, kept);
 }
 
 template bool starLess(const Star<long double>&, const Star<long double>&);

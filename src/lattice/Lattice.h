@@ -60,6 +60,10 @@ class Lattice : public Vanu<T>, private ParamReactions {
   template <class U>
   void assignFrom(const Lattice<U, R>& other, bool keepParams);
 
+  /// Frees the problem as it was read and the stars, the two that grow with the
+  /// files: for a lattice whose state is taken from another one before its next use.
+  void releaseFiles();
+
   // Coordinate transformation: LatticeMapping.inl
 
   /// The vector of m coordinates in working space; `inverse`: from there back.

@@ -206,6 +206,12 @@ void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, bool keepParams) {
 }
 
 template <class T, class R>
+void Lattice<T, R>::releaseFiles() {
+  optOriginal = Vanu<T>();
+  stars.destroy();
+}
+
+template <class T, class R>
 void Lattice<T, R>::consistencyChanged(bool on) {
   if (this->reactionsOff || !on) return;
   B_save = backMapAll(B);

@@ -21,6 +21,7 @@ void YLattice<R>::useExtendedPrecision() {
     report(std::cout, "Switching to extended lattice precision");
   exact_.assignFrom(standard_, false);
   useExact_ = true;
+  standard_.releaseFiles();
 }
 
 template <class R>
@@ -28,6 +29,7 @@ void YLattice<R>::useStandardPrecision() {
   if (!useExact_) return;
   standard_.assignFrom(exact_, false);
   useExact_ = false;
+  exact_.releaseFiles();
   if (standard_.params.verb >= reportingLevel)
     report(std::cout, "Using standard lattice precision");
 }
@@ -38,6 +40,7 @@ void YLattice<R>::tryStandardPrecision() {
     useStandardPrecision();
   } catch (const PrecisionException&) {
     // A number needs more than long double: the exact lattice stays live.
+    standard_.releaseFiles();
   }
 }
 

@@ -39,6 +39,7 @@ struct NumberTraits<mpfr::mpreal> {
   static bool toInteger(const mpfr::mpreal& value, std::int64_t& integer);
   static bool writtenAsInteger(const mpfr::mpreal&, int /*digits*/, std::int64_t&) { return false; }
   static constexpr bool exact = false;
+  static constexpr int wholeDigits = 0;  // The precision may be lower than any number of digits.
 };
 
 extern template class Vector<mpfr::mpreal>;

@@ -333,6 +333,7 @@ struct NumberTraits<QQ> {
     return value.toInt64(integer) ? static_cast<std::size_t>(integer) : fractionHash(value);
   }
   static constexpr bool exact = true;
+  static constexpr int wholeDigits = 18;
 
  private:
   static bool fractionIsZero(const QQ& v);

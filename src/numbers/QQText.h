@@ -41,33 +41,6 @@ std::string expandExponent(std::string_view text);
 template <class Source>
 bool readToken(Source& source, QQ& value, TokenKind kind);
 
-/// Takes an integer of up to 18 digits that a blank ends: nearly every token of a
-/// vector. False where the source stands at anything else; it stays there then.
-inline bool readShortInteger(TextCursor& source, QQ& value) {
-  constexpr std::size_t most = 18;
-  const std::string_view text = source.rest();
-  const auto digitAt = [text](std::size_t i) {
-    return static_cast<unsigned char>(text[i]) - static_cast<unsigned>('0');
-  };
-  std::size_t count = 0;
-  std::int64_t integer = 0;
-  for (; count < text.size() && digitAt(count) <= 9; ++count) {
-    if (count == most) return false;
-    integer = 10 * integer + digitAt(count);
-  }
-  // A leading zero means another base than ten.
-  if (count == 0 || count == text.size() || text[count] != ' ' || (count > 1 && text[0] == '0'))
-    return false;
-  value = QQ(integer);
-  source.advance(count);
-  return true;
-}
-
-/// A stream shows no text ahead.
-inline bool readShortInteger(StreamCursor& /*source*/, QQ& /*value*/) {
-  return false;
-}
-
 /// Appends the printed form.
 void append(std::string& out, const QQ& value);
 

@@ -30,7 +30,7 @@ QQ NumberTraits<QQ>::remainder(const QQ& a, const QQ& b) {
 
 template <class Source>
 bool NumberTraits<QQ>::read(Source& source, QQ& value) {
-  return readShortInteger(source, value) || readToken(source, value, TokenKind::problem);
+  return readToken(source, value, TokenKind::problem);
 }
 
 template bool NumberTraits<QQ>::read(TextCursor&, QQ&);

@@ -17,7 +17,8 @@ namespace starsift::test {
 /// What the command prints, but for its last line end.
 inline std::string siftedReport(const std::string& solFile) {
   std::ostringstream report;
-  siftStars(solFile, report);
+  YLattice<long double> lattice;
+  siftStars(lattice, solFile, report);
   return report.str();
 }
 

@@ -323,6 +323,28 @@ TYPED_TEST(StarOrderOver, DuplicatesAreExactlyEqual) {
   EXPECT_EQ(stars.dimension(), 2);
 }
 
+/// 600 vectors of 100 components of which every other one equals the one before;
+/// all are alike but for the last digits of component `place`.
+template <class T>
+Array<Star<T>> pairsThatDifferIn(Index place) {
+  Array<Star<T>> stars(600);
+  for (Index i = 1; i <= stars.dimension(); ++i) {
+    stars[i].resize(100, false);
+    for (T& component : stars[i]) component = T(1000);
+    stars[i][place] = T((i + 1) / 2);
+  }
+  return stars;
+}
+
+TYPED_TEST(StarOrderOver, LongVectorsThatDifferInOneComponentAreToldApart) {
+  for (Index place = 1; place <= 100; ++place) {
+    Array<Star<TypeParam>> stars = pairsThatDifferIn<TypeParam>(place);
+    removeDuplicates(stars, false);
+    ASSERT_EQ(stars.dimension(), 300) << place;
+    for (Index i = 1; i <= 300; ++i) ASSERT_EQ(stars[i][place], TypeParam(i)) << place;
+  }
+}
+
 TYPED_TEST(StarOrderOver, InfiniteComponentsAreEqual) {
   Star<TypeParam> infinite = this->star();
   infinite[2] = NumberTraits<TypeParam>::infinity();

@@ -62,6 +62,29 @@ TEST_F(YLatticeTest, ExtendedPrecisionTakesTheStateAlong) {
   EXPECT_EQ(lattice.exact().stars[1][1], q("1/10"));
 }
 
+TEST_F(YLatticeTest, LatticeThatIsNotLiveHoldsNoStarsAndNoProblem) {
+  lattice.standard().optOriginal.dt = Vector<long double>{1};
+  addStar(lattice.standard(), 0.1L);
+  lattice.useExtendedPrecision();
+  EXPECT_EQ(lattice.standard().stars.capacity(), 0);
+  EXPECT_EQ(lattice.standard().optOriginal.dt.capacity(), 0);
+  EXPECT_EQ(lattice.exact().optOriginal.dt.dimension(), 1);
+  lattice.useStandardPrecision();
+  EXPECT_EQ(lattice.exact().stars.capacity(), 0);
+  EXPECT_EQ(lattice.exact().optOriginal.dt.capacity(), 0);
+  EXPECT_EQ(lattice.standard().optOriginal.dt.dimension(), 1);
+}
+
+TEST_F(YLatticeTest, ConversionThatFailsLeavesNothingBehind) {
+  lattice.useExtendedPrecision();
+  addStar(lattice.exact(), QQ(1));
+  addStar(lattice.exact(), q("1/3"));
+  lattice.tryStandardPrecision();
+  EXPECT_TRUE(lattice.usesExact());
+  EXPECT_EQ(lattice.exact().stars.dimension(), 2);
+  EXPECT_EQ(lattice.standard().stars.capacity(), 0);
+}
+
 TEST_F(YLatticeTest, ExtendedPrecisionTwiceConvertsOnce) {
   lattice.useExtendedPrecision();
   addStar(lattice.exact(), q("1/3"));
