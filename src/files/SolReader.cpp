@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <deque>
 #include <optional>
 #include <type_traits>
 #include <utility>
@@ -176,13 +175,20 @@ class BareRecords {
   std::optional<StarChecker<T>> checker_;
 };
 
+/// Appends a star; the storage doubles when it is full.
 template <class T>
-void append(Array<Star<T>>& stars, std::deque<Star<T>>& found) {
-  Index last = stars.dimension();
-  Array<Star<T>> all(last + static_cast<Index>(found.size()));
-  std::move(stars.begin(), stars.end(), all.begin());
-  for (; !found.empty(); found.pop_front()) all[++last] = std::move(found.front());
-  stars.exchange(all);
+void append(Array<Star<T>>& stars, Star<T>& star) {
+  constexpr Index leastCapacity = 64;
+  const Index last = stars.dimension();
+  if (last == stars.capacity()) stars.resize(std::max(2 * last, leastCapacity), false);
+  stars.resize(last + 1, false);
+  stars[last + 1] = std::move(star);
+}
+
+template <class T>
+void appendAll(Array<Star<T>>& stars, Array<Star<T>>& found) {
+  if (!stars.isSet()) return stars.exchange(found);
+  for (Star<T>& star : found) append(stars, star);
 }
 
 /// See readStars and readStarsExactly.
@@ -193,8 +199,7 @@ bool readAll(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& st
   TextCursor source(text->view());
   RecordReader<T, Number> reader;
   BareRecords<T, Number> bareRecords(problem);
-  // Grows without moving the stars that are there.
-  std::deque<Star<T>> found;
+  Array<Star<T>> found;
   for (skipWithComments(source); !source.atEnd(); skipWithComments(source)) {
     Star<T> star;
     const std::size_t before = source.rest().size();
@@ -203,10 +208,10 @@ bool readAll(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& st
     if (source.rest().size() == before) takeLine(source);
     if (star.dimension() == 0) continue;
     if (peek) return true;
-    found.push_back(std::move(star));
+    append(found, star);
   }
-  const bool any = !found.empty();
-  append(stars, found);
+  const bool any = found.isSet();
+  appendAll(stars, found);
   return any;
 }
 

@@ -287,12 +287,15 @@ void arrange(Array<Star<T>>& stars, const std::vector<StarKey<T>>& keys) {
     source.push_back(static_cast<std::size_t>(key.star - stars.begin()));
   // Cycle by cycle, so that no second array is needed.
   for (std::size_t start = 0; start < source.size(); ++start) {
+    if (source[start] == start) continue;
+    Star<T> first = std::move(stars.begin()[start]);
     std::size_t to = start;
     while (source[to] != start) {
       const std::size_t from = std::exchange(source[to], to);
-      std::swap(stars.begin()[to], stars.begin()[from]);
+      stars.begin()[to] = std::move(stars.begin()[from]);
       to = from;
     }
+    stars.begin()[to] = std::move(first);
     source[to] = to;
   }
 }

@@ -152,15 +152,20 @@ void appendSmall(std::string& out, std::int64_t numerator, std::int64_t denomina
 }
 
 void appendBig(std::string& out, const QQ& value) {
-  if (!value.sign()) out += '-';
-  const ZZ ganze = value.ganze();
-  const ZZ zaehler = value.zaehler();
-  if (!ganze.isZero()) out += ganze.toString();
-  if (zaehler.isZero()) return;
-  if (!ganze.isZero()) out += ':';
-  out += zaehler.toString();
+  const QQView view(value);
+  if (value.isInteger()) return appendDigits(out, view.numerator());
+  ZZ ganze;
+  ZZ zaehler;
+  mpz_tdiv_qr(ganze.get(), zaehler.get(), view.numerator(), view.denominator());
+  // The sign stands once, in front.
+  if (!ganze.isZero()) {
+    appendDigits(out, ganze.get());
+    out += ':';
+    mpz_abs(zaehler.get(), zaehler.get());
+  }
+  appendDigits(out, zaehler.get());
   out += '/';
-  out += value.nenner().toString();
+  appendDigits(out, view.denominator());
 }
 
 }  // namespace

@@ -34,11 +34,17 @@ ZZ ZZ::operator-() const {
 }
 
 std::string ZZ::toString() const {
-  // Room for the sign and the terminator; the size may be one digit too large.
-  std::string text(mpz_sizeinbase(get(), 10) + 2, '\0');
-  mpz_get_str(text.data(), 10, get());
-  text.resize(text.find('\0'));
+  std::string text;
+  appendDigits(text, get());
   return text;
+}
+
+void appendDigits(std::string& out, mpz_srcptr value) {
+  const std::size_t before = out.size();
+  // Room for the sign and the terminator; the size may be one digit too large.
+  out.resize(before + mpz_sizeinbase(value, 10) + 2);
+  mpz_get_str(out.data() + before, 10, value);
+  out.resize(out.find('\0', out.size() - 3));
 }
 
 ZZ abs(const ZZ& a) {

@@ -87,6 +87,9 @@ inline std::strong_ordering operator<=>(const ZZ& a, const ZZ& b) {
   return cmp(a, b) <=> 0;
 }
 
+/// Appends the decimal digits, behind a "-" for a negative value.
+void appendDigits(std::string& out, mpz_srcptr value);
+
 ZZ abs(const ZZ& a);
 
 /// a / b where b divides a; b != 0.
