@@ -6,7 +6,7 @@
 
 #include "numbers/VectorQQ.h"
 #include "support/NumberGenerators.h"
-#include "support/ReferenceNumberText.h"
+#include "support/ParseOutcome.h"
 
 namespace starsift {
 namespace {

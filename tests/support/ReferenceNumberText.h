@@ -18,8 +18,4 @@ struct NumberOutcome {
 /// Texts whose exponents are fractions are not covered: the refusal is "fraction".
 NumberOutcome referenceParse(const std::string& text);
 
-/// What QQ::parse() makes of the text, found out in a process of its own when
-/// `fatal` says that a report is due.
-NumberOutcome parseOutcome(const std::string& text, bool fatal);
-
 }  // namespace starsift::test
