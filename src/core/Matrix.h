@@ -91,7 +91,9 @@ Matrix<T> operator*(const Matrix<T>& a, const Matrix<T>& b);
 /// The first row with components gives the column count; shorter rows are padded
 /// with zeros, a longer one is fatal ("Matrix row dimension mismatch"), and so is
 /// anything but "[" or "]" where a row is due ("Matrix: bad input"). Rows of
-/// nothing do not count: without a column the matrix stays empty.
+/// nothing do not count: without a column the matrix stays empty. Fatal, "Matrix:
+/// too many short rows": more than 2^22 entries of which less than one in 64 was
+/// written.
 template <class T, class Source>
 void readMatrix(Source& source, Matrix<T>& matrix);
 

@@ -123,6 +123,16 @@ Matrix<T> operator*(const Matrix<T>& a, const Matrix<T>& b) {
   return result;
 }
 
+/// Padding multiplies the rows by the columns, so a small text could ask for any
+/// amount of memory: beyond some entries, one in 64 must have been written.
+inline void checkPadding(Index rows, Index columns, Index written) {
+  constexpr Index unlimitedEntries = Index{1} << 22;
+  constexpr Index entriesPerWritten = 64;
+  // The product of rows and columns might overflow.
+  if (rows > std::max(unlimitedEntries, entriesPerWritten * written) / columns)
+    fail("Matrix: too many short rows");
+}
+
 template <class T, class Source>
 void readMatrix(Source& source, Matrix<T>& matrix) {
   matrix.resize(0, 0, false);
@@ -132,16 +142,19 @@ void readMatrix(Source& source, Matrix<T>& matrix) {
   skipWithComments(source);
   std::vector<Vector<T>> rows;
   Index columns = 0;
+  Index written = 0;
   while (source.peek() != ']') {
     if (source.peek() != '[') fail("Matrix: bad input");
     readVector(source, rows.emplace_back());
     const Index length = rows.back().dimension();
     if (length > columns && columns != 0) fail("Matrix row dimension mismatch");
     columns = std::max(columns, length);
+    written += length;
     skipWithComments(source);
   }
   source.take();
   if (columns == 0) return;
+  checkPadding(static_cast<Index>(rows.size()), columns, written);
   matrix.resize(static_cast<Index>(rows.size()), 0, false);
   for (Index i = 1; i <= matrix.rowCount(); ++i)
     matrix[i].exchange(rows[static_cast<std::size_t>(i - 1)]);

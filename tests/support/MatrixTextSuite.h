@@ -73,6 +73,32 @@ TYPED_TEST_P(MatrixTextOver, CountsNoRowsOfNothing) {
   EXPECT_EQ(matrixIn<TypeParam>("[ [ ] ]").columnCount(), 0);
 }
 
+/// A row of ones and short ones below it.
+inline std::string paddedText(Index rows, Index columns) {
+  std::string text = "[[";
+  for (Index j = 1; j <= columns; ++j) text += "1 ";
+  text += "]";
+  for (Index i = 2; i <= rows; ++i) text += "[]";
+  return text + "]";
+}
+
+TYPED_TEST_P(MatrixTextOver, PadsToFourMillionEntries) {
+  const auto matrix = readFrom<Matrix<TypeParam>>(paddedText(2048, 2048));
+  EXPECT_EQ(matrix.rowCount(), 2048);
+  EXPECT_TRUE(matrix[2048][2048] == TypeParam(0));
+  EXPECT_FAILS_WITH(readFrom<Matrix<TypeParam>>(paddedText(2049, 2048)),
+                    "Matrix: too many short rows");
+  EXPECT_FAILS_WITH(readFrom<Matrix<TypeParam>>(paddedText(1'000'000, 1'000'000)),
+                    "Matrix: too many short rows");
+}
+
+TYPED_TEST_P(MatrixTextOver, PadsBeyondThatToSixtyFourTimesWhatIsWritten) {
+  constexpr Index columns = Index{1} << 17;
+  EXPECT_EQ(readFrom<Matrix<TypeParam>>(paddedText(64, columns)).rowCount(), 64);
+  EXPECT_FAILS_WITH(readFrom<Matrix<TypeParam>>(paddedText(65, columns)),
+                    "Matrix: too many short rows");
+}
+
 TYPED_TEST_P(MatrixTextOver, HasASlotZeroAsWideAsItsRows) {
   EXPECT_EQ(matrixIn<TypeParam>("[ [ 1 2 ] ]").element(0).dimension(), 2);
 }
@@ -153,6 +179,7 @@ REGISTER_TYPED_TEST_SUITE_P(MatrixTextOver, WritesOneLineARow, WritesNothingButT
                             ReadsWhatItWrote, ReadsOverCommentsWhereverWhiteSpaceMayStand,
                             PadsAShortRowInTheMiddle, PadsAShortLastRow,
                             TakesTheColumnsFromTheFirstRowThatHasSome, CountsNoRowsOfNothing,
+                            PadsToFourMillionEntries, PadsBeyondThatToSixtyFourTimesWhatIsWritten,
                             HasASlotZeroAsWideAsItsRows, StaysEmptyWhereNoBracketStands,
                             ForgetsRowsAndColumnsItHeldBefore, LeavesWhatStandsBehindTheBracket,
                             RefusesARowThatIsLongerThanTheOthers, RefusesAFailedStream,
