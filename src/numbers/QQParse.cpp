@@ -8,6 +8,7 @@
 #include "core/Failure.h"
 #include "numbers/QQDecimal.h"
 #include "numbers/QQFunctions.h"
+#include "numbers/QQStorage.h"
 #include "numbers/QQText.h"
 
 namespace starsift {
@@ -170,10 +171,36 @@ class LevelParser {
   std::string buffer_;                     // zero-terminated digits for GMP
 };
 
-/// mantissa * 10^exponent.
-QQ scaled(const QQ& mantissa, const QQ& exponent) {
-  if (abs(exponent) > QQ(exponentBound)) fail("QQ: exponent out of range");
-  return mantissa * pow(QQ::ten(), exponent);
+/// mantissa * 10^exponent, worked out only when its digits are asked for: a few
+/// characters of an exponent stand for a hundred thousand digits, and in a chain
+/// of exponents nearly all of those would only show that a power of ten is 1.
+struct Scaled {
+  QQ mantissa;
+  std::int64_t exponent = 0;  // |exponent| <= exponentBound
+
+  QQ value() const { return exponent == 0 ? mantissa : mantissa * pow(QQ::ten(), QQ(exponent)); }
+
+  /// True when the value is so small that pow() takes 10^value for 1: the natural
+  /// logarithm of the power is below half a unit in the last of its 192 bits.
+  bool vanishes() const {
+    constexpr std::int64_t smallest = -195;
+    if (exponent >= 0 || mantissa.isInf()) return false;
+    const QQView view(mantissa);
+    const auto numeratorBits = static_cast<std::int64_t>(mpz_sizeinbase(view.numerator(), 2));
+    const auto denominatorBits = static_cast<std::int64_t>(mpz_sizeinbase(view.denominator(), 2));
+    // |mantissa| < 2^(numeratorBits - denominatorBits + 1), and ten is above 2^3.
+    return numeratorBits - denominatorBits + 1 + 3 * exponent < smallest;
+  }
+};
+
+/// mantissa * 10^exponent for an exponent that is such a number itself.
+Scaled scaled(QQ mantissa, const Scaled& exponent) {
+  if (exponent.vanishes()) return {std::move(mantissa)};
+  const QQ value = exponent.value();
+  if (abs(value) > QQ(exponentBound)) fail("QQ: exponent out of range");
+  Scaled result{std::move(mantissa)};
+  if (!value.toInt64(result.exponent)) result.mantissa *= pow(QQ::ten(), value);
+  return result;
 }
 
 /// The number of a text with or without exponent. The exponent is a number with
@@ -185,12 +212,12 @@ QQ parseWithExponents(std::string_view text) {
     bool negative;  // sign in front of the exponent
   };
   std::vector<Power> powers;
-  QQ value;
+  Scaled value;
   for (;;) {
     const std::size_t length = text.find_first_of("eE");
     QQ mantissa = LevelParser().parse(text.substr(0, length));
     if (length == std::string_view::npos) {
-      value = std::move(mantissa);
+      value.mantissa = std::move(mantissa);
       break;
     }
     text.remove_prefix(length + 1);
@@ -200,10 +227,10 @@ QQ parseWithExponents(std::string_view text) {
     if (text.empty()) break;
   }
   for (; !powers.empty(); powers.pop_back()) {
-    if (powers.back().negative) value.negate();
-    value = scaled(powers.back().mantissa, value);
+    if (powers.back().negative) value.mantissa.negate();
+    value = scaled(std::move(powers.back().mantissa), value);
   }
-  return value;
+  return value.value();
 }
 
 }  // namespace

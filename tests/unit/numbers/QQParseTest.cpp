@@ -268,6 +268,14 @@ TEST(QQExponent, MayBeAFraction) {
   EXPECT_LE(abs(rootOfTen * rootOfTen - QQ::ten()), tenTo(-28));
 }
 
+TEST(QQExponent, MayBeTooSmallToCount) {
+  EXPECT_EQ(QQ::parse("7e1e-100000"), QQ(7));
+  EXPECT_EQ(QQ::parse("7e-1e-100000"), QQ(7));
+  EXPECT_EQ(QQ::parse("7e1e-61"), QQ(7));
+  EXPECT_NE(QQ::parse("7e1e-50"), QQ(7));
+  EXPECT_FAILS_WITH(QQ::parse("7einfe-100000"), outOfRange);
+}
+
 TEST(QQExponent, SplitsHexadecimalDigitsToo) {
   EXPECT_EQ(QQ::parse("0x1e2"), QQ(100));
 }
@@ -317,6 +325,15 @@ TEST(QQParse, LongChainsOfExponents) {
   EXPECT_EQ(QQ::parse("7" + repeated("e-+0", levels)), QQ(7));
   EXPECT_EQ(QQ::parse("7" + repeated("e-+0", levels) + "e-1"), QQ(7));
   EXPECT_FAILS_WITH(QQ::parse(repeated("1e", levels)), outOfRange);
+}
+
+TEST(QQParse, LongChainsOfLargeExponents) {
+  // Each second level is 99999 * 10^-99999, the others are 99999 times 1.
+  constexpr int levels = 100'000;
+  const QQ tiny = QQ(99999) * tenTo(-99999);
+  EXPECT_EQ(QQ::parse(repeated("99999e-", 2 * levels + 1) + "99999"), tiny);
+  EXPECT_EQ(QQ::parse(repeated("99999e-", 2 * levels) + "99999"), QQ(99999));
+  EXPECT_FAILS_WITH(QQ::parse("1e1e6" + repeated("e99999e-99999", levels)), outOfRange);
 }
 
 TEST(QQParse, LongNumbers) {
