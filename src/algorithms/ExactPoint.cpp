@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "algorithms/CommonScale.h"
 #include "numbers/Conversion.h"
 
 namespace starsift {
@@ -24,12 +25,14 @@ const Vector<QQ>& rationals(const Vector<T>& x, Vector<QQ>& storage) {
 template <class T>
 bool ExactPoint::assign(const Vector<T>& x) {
   scaledIsValid_ = false;
+  rationals_.resize(0, false);
   isSmall_ = assignSmall(x);
   if (isSmall_) return true;
   for (const T& component : x)
     if (!(NumberTraits<T>::absolute(component) < NumberTraits<T>::infinity())) return false;
   Vector<QQ> storage;
-  scale(rationals(x, storage));
+  const Vector<QQ>& components = rationals(x, storage);
+  if (!scale(components)) rationals_ = components;
   return true;
 }
 
@@ -49,12 +52,12 @@ bool ExactPoint::assignSmall(const Vector<T>& x) {
   return true;
 }
 
-void ExactPoint::scale(const Vector<QQ>& x) {
+bool ExactPoint::scale(const Vector<QQ>& x) {
+  std::optional<ZZ> common = commonScale({x.begin(), x.end()}, ZZ::one());
+  if (!common) return false;
   scaled_.numerators.resize(static_cast<std::size_t>(x.dimension()));
   ZZ& denominator = scaled_.denominator;
-  mpz_set_ui(denominator.get(), 1);
-  for (const QQ& component : x)
-    if (!component.isInteger()) denominator = lcm(denominator, component.nenner());
+  denominator.swap(*common);
   auto numerator = scaled_.numerators.begin();
   for (const QQ& component : x) {
     *numerator = component.numerator();
@@ -65,6 +68,7 @@ void ExactPoint::scale(const Vector<QQ>& x) {
     ++numerator;
   }
   scaledIsValid_ = true;
+  return true;
 }
 
 const ScaledPoint& ExactPoint::scaled() const {
@@ -75,6 +79,12 @@ const ScaledPoint& ExactPoint::scaled() const {
   mpz_set_ui(scaled_.denominator.get(), 1);
   scaledIsValid_ = true;
   return scaled_;
+}
+
+QQ ExactPoint::component(std::size_t index) const {
+  if (isSmall_) return {small_.components[index]};
+  if (!isScalable()) return rationals_[static_cast<Index>(index) + 1];
+  return {scaled_.numerators[index], scaled_.denominator};
 }
 
 template bool ExactPoint::assign(const Vector<long double>&);

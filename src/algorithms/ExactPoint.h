@@ -34,18 +34,25 @@ class ExactPoint {
   bool isSmall() const { return isSmall_; }
   /// Only where isSmall().
   const SmallPoint& small() const { return small_; }
-  /// Always; worked out on first use.
+  /// False where commonScale() has none for the components.
+  bool isScalable() const { return rationals_.dimension() == 0; }
+  /// Only where isScalable(); of a small point worked out on first use.
   const ScaledPoint& scaled() const;
+
+  /// Component index + 1 of any point.
+  QQ component(std::size_t index) const;
 
  private:
   template <class T>
   bool assignSmall(const Vector<T>& x);
-  void scale(const Vector<QQ>& x);
+  bool scale(const Vector<QQ>& x);
 
   SmallPoint small_;
   bool isSmall_ = false;
   mutable ScaledPoint scaled_;
   mutable bool scaledIsValid_ = false;
+  /// The components where there is no scaled form, else empty.
+  Vector<QQ> rationals_;
 };
 
 extern template bool ExactPoint::assign(const Vector<long double>&);

@@ -46,11 +46,17 @@ bool IntervalTest::admits(const ExactPoint& point) const {
     const std::optional<std::int64_t> product = row_.times(point.small());
     if (product) return smallLower_ <= *product && *product <= smallUpper_;
   }
+  if (!row_.isInteger() || !point.isScalable()) return admits(row_.rationalTimes(point));
   const ScaledPoint& scaled = point.scaled();
   ZZ product;
   row_.times(scaled, product);
   return (lower_.isInfinite || lower_.compare(product, scaled.denominator) >= 0) &&
          (upper_.isInfinite || upper_.compare(product, scaled.denominator) <= 0);
+}
+
+bool IntervalTest::admits(const QQ& product) const {
+  return (lower_.isInfinite || product >= QQ(lower_.numerator, lower_.denominator)) &&
+         (upper_.isInfinite || product <= QQ(upper_.numerator, upper_.denominator));
 }
 
 template <class T>
@@ -76,12 +82,17 @@ bool CongruenceTest::admits(const ExactPoint& point) const {
     const std::optional<std::int64_t> product = row_.times(point.small());
     if (product) return std::abs((*product - smallValue_) % smallModulus_) <= smallTolerance_;
   }
+  if (!row_.isInteger() || !point.isScalable()) return admits(row_.rationalTimes(point));
   const ScaledPoint& scaled = point.scaled();
   ZZ difference;
   row_.times(scaled, difference);
   difference -= value_ * scaled.denominator;
   mpz_tdiv_r(difference.get(), difference.get(), ZZ(modulus_ * scaled.denominator).get());
   return QQ(abs(difference), scaled.denominator) <= tolerance_;
+}
+
+bool CongruenceTest::admits(const QQ& product) const {
+  return abs(NumberTraits<QQ>::remainder(product - QQ(value_), QQ(modulus_))) <= tolerance_;
 }
 
 }  // namespace starsift

@@ -17,6 +17,9 @@ class IntervalTest {
   bool admits(const ExactPoint& point) const;
 
  private:
+  /// `product` is scale * row * point.
+  bool admits(const QQ& product) const;
+
   /// A finite bound times the scale of the row, as a fraction.
   struct Bound {
     Bound(const QQ& bound, const ZZ& scale);
@@ -49,6 +52,9 @@ class CongruenceTest {
   bool admits(const ExactPoint& point) const;
 
  private:
+  /// `product` is scale * row * point.
+  bool admits(const QQ& product) const;
+
   ScaledRow row_;
   /// value, |modulus| and tolerance (rounded down) times the scale of the row.
   ZZ value_;

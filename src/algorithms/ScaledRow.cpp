@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "algorithms/CommonScale.h"
 #include "algorithms/ProductLimit.h"
 #include "numbers/Conversion.h"
 
@@ -14,6 +15,15 @@ bool fitsMachine(const ZZ& value) {
   return mpz_fits_slong_p(value.get()) != 0;
 }
 
+/// The denominator of a sum grows with its length, so one long sum after another
+/// would cost the square of what halves cost. Leaves partial sums in `terms`.
+QQ sumByHalves(std::vector<QQ>& terms) {
+  for (std::size_t distance = 1; distance < terms.size(); distance *= 2)
+    for (std::size_t k = 0; k + distance < terms.size(); k += 2 * distance)
+      terms[k] += terms[k + distance];
+  return terms.empty() ? QQ() : terms.front();
+}
+
 }  // namespace
 
 template <class T>
@@ -22,9 +32,21 @@ ScaledRow::ScaledRow(const Vector<T>& row, ZZ multiple) : scale_(std::move(multi
   for (Index j = 1; j <= row.dimension(); ++j) {
     if (row[j] == T()) continue;
     columns_.push_back(static_cast<std::size_t>(j - 1));
-    const QQ& value = values.emplace_back(NumberConversion<QQ, T>::convert(row[j]));
-    if (!value.isInteger()) scale_ = lcm(scale_, value.nenner());
+    values.push_back(NumberConversion<QQ, T>::convert(row[j]));
   }
+  if (std::optional<ZZ> scale = commonScale(values, scale_)) {
+    scale_.swap(*scale);
+    keepIntegers(values);
+  } else {
+    for (QQ& value : values) value *= QQ(scale_);
+    rationals_ = std::move(values);
+  }
+}
+
+template ScaledRow::ScaledRow(const Vector<long double>&, ZZ);
+template ScaledRow::ScaledRow(const Vector<QQ>&, ZZ);
+
+void ScaledRow::keepIntegers(const std::vector<QQ>& values) {
   entries_.reserve(values.size());
   for (const QQ& value : values) {
     ZZ& entry = entries_.emplace_back(value.numerator());
@@ -35,9 +57,6 @@ ScaledRow::ScaledRow(const Vector<T>& row, ZZ multiple) : scale_(std::move(multi
   }
   keepSmall();
 }
-
-template ScaledRow::ScaledRow(const Vector<long double>&, ZZ);
-template ScaledRow::ScaledRow(const Vector<QQ>&, ZZ);
 
 void ScaledRow::keepSmall() {
   if (fitsMachine(scale_)) smallScale_ = mpz_get_si(scale_.get());
@@ -53,6 +72,7 @@ QQ ScaledRow::product(const ExactPoint& point) const {
     const std::optional<std::int64_t> product = times(point.small());
     if (product) return unscaled(*product);
   }
+  if (!isInteger() || !point.isScalable()) return rationalTimes(point) / QQ(scale_);
   ZZ product;
   times(point.scaled(), product);
   return QQ(product, scale_ * point.scaled().denominator);
@@ -67,6 +87,14 @@ void ScaledRow::times(const ScaledPoint& point, ZZ& product) const {
   mpz_set_ui(product.get(), 0);
   for (std::size_t k = 0; k < columns_.size(); ++k)
     mpz_addmul(product.get(), entries_[k].get(), point.numerators[columns_[k]].get());
+}
+
+QQ ScaledRow::rationalTimes(const ExactPoint& point) const {
+  std::vector<QQ> terms;
+  terms.reserve(columns_.size());
+  for (std::size_t k = 0; k < columns_.size(); ++k)
+    terms.push_back(point.component(columns_[k]) * (isInteger() ? QQ(entries_[k]) : rationals_[k]));
+  return sumByHalves(terms);
 }
 
 }  // namespace starsift

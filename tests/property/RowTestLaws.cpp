@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <algorithm>
+
 #include "algorithms/RowTests.h"
 
 namespace starsift {
@@ -36,6 +38,23 @@ Vector<QQ> extended(Vector<QQ> vector, const QQ& last) {
   return vector;
 }
 
+/// The vector with a tail that has no common scale.
+Vector<QQ> withoutScale(const Vector<QQ>& vector) {
+  constexpr Index ones = 200;
+  Vector<QQ> result(vector);
+  result.resize(vector.dimension() + ones, false);
+  std::fill(result.begin() + vector.dimension(), result.end(), QQ(1));
+  result[result.dimension()] = QQ::parse("1e-9000");
+  return result;
+}
+
+/// The vector with zeros in that place.
+Vector<QQ> padded(const Vector<QQ>& vector) {
+  Vector<QQ> result = withoutScale(vector);
+  std::fill(result.begin() + vector.dimension(), result.end(), QQ(0));
+  return result;
+}
+
 ExactPoint pointAt(const Vector<QQ>& x) {
   ExactPoint point;
   RC_ASSERT(point.assign(x));
@@ -61,6 +80,17 @@ RC_GTEST_PROP(IntervalTest, AdmitsWhatLiesBetweenItsBounds, ()) {
       expected);
 }
 
+RC_GTEST_PROP(IntervalTest, AdmitsTheSameWithoutACommonScale, ()) {
+  const auto n = *rc::gen::inRange<Index>(1, 5);
+  const Vector<QQ> row = arbitraryVector(n);
+  const Vector<QQ> x = arbitraryVector(n);
+  const QQ lower = boundNear(row * x);
+  const QQ upper = boundNear(row * x);
+  const bool expected = IntervalTest(row, lower, upper).admits(pointAt(x));
+  RC_ASSERT(IntervalTest(withoutScale(row), lower, upper).admits(pointAt(padded(x))) == expected);
+  RC_ASSERT(IntervalTest(padded(row), lower, upper).admits(pointAt(withoutScale(x))) == expected);
+}
+
 RC_GTEST_PROP(CongruenceTest, AdmitsWhatLeavesNoRemainder, ()) {
   const auto n = *rc::gen::inRange<Index>(1, 5);
   const Vector<QQ> row = arbitraryVector(n);
@@ -77,6 +107,12 @@ RC_GTEST_PROP(CongruenceTest, AdmitsWhatLeavesNoRemainder, ()) {
   RC_ASSERT(CongruenceTest(row, value, modulus, tolerance).admits(pointAt(x)) == expected);
   RC_ASSERT(CongruenceTest(extended(row, QQ(0)), value, modulus, tolerance)
                 .admits(pointAt(extended(x, QQ(1, 2)))) == expected);
+  RC_ASSERT(
+      CongruenceTest(withoutScale(row), value, modulus, tolerance).admits(pointAt(padded(x))) ==
+      expected);
+  RC_ASSERT(
+      CongruenceTest(padded(row), value, modulus, tolerance).admits(pointAt(withoutScale(x))) ==
+      expected);
 }
 
 }  // namespace

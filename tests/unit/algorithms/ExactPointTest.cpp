@@ -79,6 +79,29 @@ TYPED_TEST(ExactPointOver, NewPointReplacesTheScaledFormOfTheFormerOne) {
   EXPECT_EQ(point.scaled().numerators, (Numerators{ZZ(3), ZZ(4)}));
 }
 
+TYPED_TEST(ExactPointOver, PointWithoutACommonScaleKeepsItsComponents) {
+  Vector<TypeParam> x(200);
+  for (TypeParam& component : x) component = TypeParam(1);
+  x[2] = NumberConversion<TypeParam, QQ>::convert(QQ::parse("1e-4000"));
+  ExactPoint point;
+  ASSERT_TRUE(point.assign(x));
+  EXPECT_FALSE(point.isSmall());
+  EXPECT_FALSE(point.isScalable());
+  EXPECT_EQ(point.component(0), QQ(1));
+  EXPECT_EQ(point.component(1), QQ::parse("1e-4000"));
+  ASSERT_TRUE(point.assign(Vector<TypeParam>{TypeParam(1) / TypeParam(2)}));
+  EXPECT_TRUE(point.isScalable());
+}
+
+TYPED_TEST(ExactPointOver, EveryPointHasComponents) {
+  ExactPoint point;
+  ASSERT_TRUE(point.assign(Vector<TypeParam>{TypeParam(3), TypeParam(-7)}));
+  EXPECT_EQ(point.component(1), QQ(-7));
+  ASSERT_TRUE(point.assign(Vector<TypeParam>{TypeParam(1) / TypeParam(2), TypeParam(-7)}));
+  EXPECT_EQ(point.component(0), QQ(1, 2));
+  EXPECT_EQ(point.component(1), QQ(-7));
+}
+
 TYPED_TEST(ExactPointOver, InfiniteComponentIsRefused) {
   ExactPoint point;
   EXPECT_FALSE(point.assign(Vector<TypeParam>{TypeParam(1), NumberTraits<TypeParam>::infinity()}));

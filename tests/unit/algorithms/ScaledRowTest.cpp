@@ -77,5 +77,45 @@ TEST(ScaledRow, RowOfZerosGivesZeroForEveryPoint) {
   EXPECT_EQ(generalProduct(row, {ZZ(5), ZZ(6)}), ZZ(0));
 }
 
+/// 10^-9000 and as many ones as make one scale too much.
+Vector<QQ> rowWithoutScale() {
+  Vector<QQ> row(200);
+  for (QQ& entry : row) entry = QQ(1);
+  row[2] = QQ::parse("1e-9000");
+  row[3] = QQ(0);
+  return row;
+}
+
+TEST(ScaledRow, RowWithoutACommonScaleStaysRational) {
+  const ScaledRow row(rowWithoutScale(), ZZ(4));
+  EXPECT_FALSE(row.isInteger());
+  EXPECT_EQ(row.scale(), ZZ(4));
+  EXPECT_EQ(row.times(smallPoint(std::vector<std::int64_t>(200), 0)), std::nullopt);
+}
+
+TEST(ScaledRow, RationalProductIsThatOfTheScaledRow) {
+  Vector<QQ> x(200);
+  x[1] = QQ(1, 2);
+  x[2] = QQ(3);
+  x[3] = QQ(5);
+  x[200] = QQ(-7);
+  ExactPoint point;
+  ASSERT_TRUE(point.assign(x));
+  const QQ tiny = QQ::parse("1e-9000");
+  EXPECT_EQ(ScaledRow(rowWithoutScale(), ZZ(4)).rationalTimes(point),
+            QQ(4) * (QQ(1, 2) + QQ(3) * tiny - QQ(7)));
+}
+
+TEST(ScaledRow, IntegerRowHasRationalProductsToo) {
+  const ScaledRow row(Vector<QQ>{QQ(1, 2), QQ(0), QQ(-1, 3)}, ZZ(1));
+  EXPECT_TRUE(row.isInteger());
+  ExactPoint point;
+  ASSERT_TRUE(point.assign(Vector<QQ>{QQ(5), QQ(7), QQ(-2)}));
+  EXPECT_EQ(row.rationalTimes(point), QQ(5 * 3 + 2 * 2));
+  ASSERT_TRUE(point.assign(Vector<QQ>{QQ(1, 5), QQ(7), QQ(-2)}));
+  EXPECT_EQ(row.rationalTimes(point), QQ(3, 5) + QQ(2 * 2));
+  EXPECT_EQ(integerRow({QQ(0)}).rationalTimes(point), QQ(0));
+}
+
 }  // namespace
 }  // namespace starsift
