@@ -57,11 +57,13 @@ std::string trim(std::string_view text, std::string_view characters) {
 }
 
 Array<std::string> split(std::string_view text, char separator) {
-  Array<std::string> pieces;
-  while (!text.empty()) {
+  // Counted first: an array that grows piece by piece copies them all again and again.
+  auto count = std::count(text.begin(), text.end(), separator);
+  if (!text.empty() && text.back() != separator) ++count;
+  Array<std::string> pieces(count);
+  for (std::string& piece : pieces) {
     const auto end = std::min(text.find(separator), text.size());
-    pieces.resize(pieces.dimension() + 1, true);
-    pieces[pieces.dimension()] = std::string(text.substr(0, end));
+    piece = text.substr(0, end);
     text.remove_prefix(std::min(end + 1, text.size()));
   }
   return pieces;

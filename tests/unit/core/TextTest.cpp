@@ -56,6 +56,10 @@ TEST(Split, CutsAtEachSeparator) {
   EXPECT_EQ(pieces("a|b||c", '|'), (Pieces{"a", "b", "", "c"}));
 }
 
+TEST(Split, TakesAMillionPieces) {
+  EXPECT_EQ(pieces(std::string(1'000'000, '|'), '|').size(), 1'000'000U);
+}
+
 TEST(Split, GivesNothingForAnEmptyText) {
   EXPECT_EQ(pieces("", '|'), Pieces{});
 }
