@@ -85,6 +85,12 @@ class RunCases(unittest.TestCase):
     def test_without_out_nothing_may_change(self):
         self.assert_fails("+changed", {"out/p.sol": None})
 
+    def test_file_that_should_be_gone_is_noticed(self):
+        changes = {"out/p.sol": None, "gone": "p.sol\n"}
+        self.assert_fails("p.sol should not be there", changes)
+        result = self.run_case(changes, PROGRAM + "rm p.sol\n")
+        self.assertEqual(result.returncode, 0, result.stdout)
+
     def test_failing_check_is_noticed(self):
         self.assert_fails("check ended with status 1", {"check": "exit 1\n"})
 
@@ -96,6 +102,13 @@ class RunCases(unittest.TestCase):
 
     def test_time_limit_ends_the_program(self):
         self.assert_fails("still running", {"timeout": "0.2"}, "#!/bin/sh\nexec sleep 5\n")
+
+    def test_memory_limit_of_the_case_holds(self):
+        hungry = "#!/usr/bin/env python3\ntext = bytearray(150 << 20)\n"
+        changes = {"stdout": "", "stderr": None, "out/p.sol": "old\n"}
+        self.assert_fails("MemoryError", {**changes, "memory": "100\n"}, hungry)
+        result = self.run_case({**changes, "memory": "400\n"}, hungry)
+        self.assertEqual(result.returncode, 0, result.stdout)
 
 
 if __name__ == "__main__":
