@@ -109,11 +109,9 @@ class Array {
   void grow(Index dimension, bool reserve) {
     const Index capacity = dimension + (reserve ? growthMargin : 0);
     auto data = std::make_unique_for_overwrite<T[]>(static_cast<std::size_t>(capacity) + 1);
-    if (data_) {
-      std::move(data_.get(), data_.get() + dimension_ + 1, data.get());
-    } else if constexpr (std::is_arithmetic_v<T>) {
-      data[0] = T();
-    }
+    // Slot 0 of the first storage; later ones take over the old one.
+    if constexpr (std::is_arithmetic_v<T>) std::fill_n(data.get(), 1, T());
+    if (data_) std::move(data_.get(), data_.get() + dimension_ + 1, data.get());
     data_ = std::move(data);
     capacity_ = capacity;
   }

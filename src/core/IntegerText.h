@@ -19,7 +19,7 @@ constexpr std::size_t shortTextSize = 4;
 
 /// The digits of 0 to 999, each at the head of four characters: to copy always four
 /// is faster than to ask how many there are.
-inline constexpr auto shortTexts = [] {
+inline constexpr auto shortTexts = []() {
   std::array<std::array<char, shortTextSize>, 1000> texts{};
   for (std::size_t i = 0; i < texts.size(); ++i) {
     std::size_t position = 0;

@@ -63,7 +63,7 @@ constexpr long double safeBound = 1e9L;
 constexpr long double fatalBound = 1e18L;
 
 /// The powers of ten below 2^62.
-constexpr std::array<std::int64_t, 19> powersOfTen = [] {
+constexpr std::array<std::int64_t, 19> powersOfTen = []() {
   std::array<std::int64_t, 19> powers{1};
   for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = 10 * powers[i - 1];
   return powers;

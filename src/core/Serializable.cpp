@@ -16,6 +16,8 @@ const ListStyle& listStyle(std::string separators, bool mergeSeparators, bool se
     if (style.separators == separators && style.mergeSeparators == mergeSeparators &&
         style.secondFlag == secondFlag)
       return style;
+  // The element in the list, no temporary.
+  // cppcheck-suppress returnTempReference
   return styles.emplace_front(ListStyle{std::move(separators), mergeSeparators, secondFlag});
 }
 
