@@ -18,10 +18,12 @@ class SmallBox {
 
   /// The point has one component per bound.
   bool contains(const SmallPoint& point) const {
-    bool inside = true;
+    // Integers, since without branches many components are compared at once.
+    int inside = 1;
     for (std::size_t j = 0; j < lower_.size(); ++j)
-      inside &= (lower_[j] <= point.components[j]) & (point.components[j] <= upper_[j]);
-    return inside;
+      inside &= static_cast<int>(lower_[j] <= point.components[j]) &
+                static_cast<int>(point.components[j] <= upper_[j]);
+    return inside != 0;
   }
 
  private:
