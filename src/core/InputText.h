@@ -21,9 +21,10 @@ class InputText {
   std::size_t size_;
 };
 
-/// Reads a regular file, through symbolic links. Nothing where it can't be opened
-/// or read, or is no regular file: a directory has no text, and a pipe or a
-/// device may never end.
+/// Reads a regular file to its end, through symbolic links. Nothing where there is
+/// no file, or another kind of file: a directory has no text, and a pipe or a
+/// device may never end. Throws ReadException when a file that is there, or can't
+/// be seen for certain not to be, can't be opened or read.
 std::optional<InputText> readFileText(const std::string& path);
 
 }  // namespace starsift

@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "core/Exceptions.h"
+#include "core/Failure.h"
 #include "core/InputText.h"
 #include "core/Text.h"
 #include "core/VectorText.h"
@@ -175,6 +177,16 @@ class BareRecords {
   std::optional<StarChecker<T>> checker_;
 };
 
+/// The text of the file, nothing where there is none. What can't be read ends the
+/// process: without its stars the file would be rewritten as one that has none.
+std::optional<InputText> solText(const std::string& path) {
+  try {
+    return readFileText(path);
+  } catch (const ReadException&) {
+    fail("Could not read sol file: " + path);
+  }
+}
+
 /// Appends a star; the storage doubles when it is full.
 template <class T>
 void append(Array<Star<T>>& stars, Star<T>& star) {
@@ -194,7 +206,7 @@ void appendAll(Array<Star<T>>& stars, Array<Star<T>>& found) {
 /// See readStars and readStarsExactly.
 template <class T, class Number>
 bool readAll(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& stars, bool peek) {
-  const std::optional<InputText> text = readFileText(path);
+  const std::optional<InputText> text = solText(path);
   if (!text) return false;
   TextCursor source(text->view());
   RecordReader<T, Number> reader;

@@ -1,5 +1,6 @@
 #include "problem/OptReader.h"
 
+#include "core/Exceptions.h"
 #include "core/InputText.h"
 #include "core/VectorText.h"
 #include "problem/OptChecks.h"
@@ -41,6 +42,15 @@ void readInequations(TextCursor& source, Vanu<QQ>& problem, Index n) {
   optchecks::variables(problem, n);
 }
 
+InputText optText(const std::string& path) {
+  try {
+    if (std::optional<InputText> text = readFileText(path)) return std::move(*text);
+  } catch (const ReadException&) {
+    // The report is that of a missing file.
+  }
+  fail("Could not read opt file: " + path);
+}
+
 }  // namespace
 
 void parseOpt(TextCursor& source, Vanu<QQ>& problem) {
@@ -56,10 +66,9 @@ void parseOpt(TextCursor& source, Vanu<QQ>& problem) {
 }
 
 void readOpt(Vanu<QQ>& problem) {
-  const std::optional<InputText> text = readFileText(problem.optFile);
-  if (!text) fail("Could not read opt file: " + problem.optFile);
+  const InputText text = optText(problem.optFile);
   problem.clear(true);
-  TextCursor source(text->view());
+  TextCursor source(text.view());
   parseOpt(source, problem);
   problem.updateFixedTargets();
 }

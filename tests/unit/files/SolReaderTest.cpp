@@ -41,6 +41,12 @@ TYPED_TEST(ReadStarsOver, DirectoryHasNone) {
   EXPECT_FALSE(readStars(this->scratch.path(), this->problem, this->stars, false));
 }
 
+TYPED_TEST(ReadStarsOver, FileWhoseReadingBreaksOffIsNotTakenForOneWithoutStars) {
+  std::filesystem::create_symlink("/proc/self/mem", this->scratch.file("p.sol"));
+  EXPECT_FAILS_WITH(readStars(this->scratch.file("p.sol"), this->problem, this->stars, false),
+                    "Could not read sol file: " + this->scratch.file("p.sol"));
+}
+
 TYPED_TEST(ReadStarsOver, EmptyFileHasNone) {
   EXPECT_FALSE(this->read(""));
 }

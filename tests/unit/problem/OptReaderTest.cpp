@@ -185,6 +185,12 @@ TEST(ReadOpt, NamesTheFileThatIsMissing) {
   EXPECT_FAILS_WITH(readOpt(problem), "Could not read opt file: " + problem.optFile);
 }
 
+TEST(ReadOpt, FileWhoseReadingBreaksOffIsNoProblem) {
+  Vanu<QQ> problem;
+  problem.optFile = "/proc/self/mem";
+  EXPECT_FAILS_WITH(readOpt(problem), "Could not read opt file: /proc/self/mem");
+}
+
 TEST(ReadOpt, DirectoryIsNoProblem) {
   const test::ScratchDir scratch;
   Vanu<QQ> problem;
