@@ -7,12 +7,14 @@
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <csignal>
 #include <cstdlib>
 #include <optional>
 #include <utility>
 
+#include "core/Exceptions.h"
 #include "core/Failure.h"
+#include "core/SizeSignal.h"
+#include "core/SystemCall.h"
 
 namespace starsift {
 
@@ -43,32 +45,28 @@ std::optional<std::string> linkTarget(std::string path) {
   return std::nullopt;
 }
 
-/// While it lives a write beyond the limit of file sizes fails like one without
-/// space, instead of ending the process with half a file behind it.
-class SizeSignalIgnored {
- public:
-  SizeSignalIgnored() {
-    struct sigaction action {};
-    action.sa_handler = SIG_IGN;
-    sigemptyset(&action.sa_mask);
-    sigaction(SIGXFSZ, &action, &previous_);
-  }
-  SizeSignalIgnored(const SizeSignalIgnored&) = delete;
-  SizeSignalIgnored& operator=(const SizeSignalIgnored&) = delete;
-  ~SizeSignalIgnored() { sigaction(SIGXFSZ, &previous_, nullptr); }
-
- private:
-  struct sigaction previous_ {};
-};
-
 bool writeAll(int descriptor, std::string_view text) {
   while (!text.empty()) {
-    const ssize_t count = ::write(descriptor, text.data(), text.size());
-    if (count < 0 && errno == EINTR) continue;
+    const ssize_t count =
+        uninterrupted([&] { return ::write(descriptor, text.data(), text.size()); });
     if (count <= 0) return false;
     text.remove_prefix(static_cast<std::size_t>(count));
   }
   return true;
+}
+
+bool syncFile(int descriptor) {
+  return uninterrupted([&] { return fsync(descriptor); }) == 0;
+}
+
+bool cutFile(int descriptor, std::size_t size) {
+  return uninterrupted([&] { return ftruncate(descriptor, static_cast<off_t>(size)); }) == 0;
+}
+
+/// False when the system refuses to say that the text has arrived. A signal that
+/// interrupts it closes the descriptor all the same.
+bool closeFile(int descriptor) {
+  return close(descriptor) == 0 || errno == EINTR;
 }
 
 /// Errors of creating a file that say: not here, not by you.
@@ -165,33 +163,52 @@ void ResultFile::commit() {
 
 void ResultFile::replace() {
   flush();
-  const int synced = fsync(descriptor_);
-  const int closed = close(std::exchange(descriptor_, -1));
-  if (synced != 0 || closed != 0 || rename(temporary_.c_str(), target_.c_str()) != 0) failToWrite();
+  const bool synced = syncFile(descriptor_);
+  const bool closed = closeFile(std::exchange(descriptor_, -1));
+  if (!synced || !closed || rename(temporary_.c_str(), target_.c_str()) != 0) failToWrite();
   temporary_.clear();
   syncDirectory(target_);
 }
 
 void ResultFile::rewriteInPlace() {
   const SizeSignalIgnored ignored;
-  descriptor_ = open(target_.c_str(), O_WRONLY | O_CLOEXEC);
+  const std::optional<InputText> old = oldText();
+  descriptor_ = uninterrupted([&] { return open(target_.c_str(), O_WRONLY | O_CLOEXEC); });
   if (descriptor_ < 0) failToWrite();
   reserveInPlace();
-  const bool whole = writeAll(descriptor_, buffer_) &&
-                     ftruncate(descriptor_, static_cast<off_t>(buffer_.size())) == 0 &&
-                     fsync(descriptor_) == 0;
-  if (close(std::exchange(descriptor_, -1)) != 0 || !whole) failToWrite();
+  const bool whole = writeAll(descriptor_, buffer_) && cutFile(descriptor_, buffer_.size()) &&
+                     syncFile(descriptor_);
+  if (!whole && old) putBack(old->view());
+  if (!closeFile(std::exchange(descriptor_, -1)) || !whole) failToWrite();
+}
+
+std::optional<InputText> ResultFile::oldText() {
+  try {
+    return readFileText(target_);
+  } catch (const ReadException&) {
+    failToWrite();
+  }
 }
 
 void ResultFile::reserveInPlace() {
   struct stat status {};
   if (fstat(descriptor_, &status) != 0) failToWrite();
   const off_t growth = static_cast<off_t>(buffer_.size()) - status.st_size;
-  if (growth <= 0 || posix_fallocate(descriptor_, status.st_size, growth) == 0) return;
+  if (growth <= 0) return;
+  int error = EINTR;
+  while (error == EINTR) error = posix_fallocate(descriptor_, status.st_size, growth);
+  if (error == 0) return;
   // What was reserved behind the old text goes; should even that fail, the old
   // text is still whole.
-  if (ftruncate(descriptor_, status.st_size) != 0) errno = 0;
+  static_cast<void>(cutFile(descriptor_, static_cast<std::size_t>(status.st_size)));
   failToWrite();
+}
+
+void ResultFile::putBack(std::string_view old) const {
+  // Its room is still there. Where the disk refuses this too, nothing is left to do.
+  if (lseek(descriptor_, 0, SEEK_SET) == 0 && writeAll(descriptor_, old) &&
+      cutFile(descriptor_, old.size()))
+    syncFile(descriptor_);
 }
 
 void ResultFile::remove() {

@@ -5,8 +5,11 @@
 
 #include <sys/stat.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
+
+#include "core/InputText.h"
 
 namespace starsift {
 
@@ -47,8 +50,12 @@ class ResultFile {
   void flush();
   void replace();
   void rewriteInPlace();
+  /// What putBack() takes; fatal where it can't be read.
+  std::optional<InputText> oldText();
   /// Makes room for a longer text before the first byte of the old one goes.
   void reserveInPlace();
+  /// Undoes what a rewriting in place that failed has done.
+  void putBack(std::string_view old) const;
   void remove();
   void discard();
   [[noreturn]] void failToWrite();

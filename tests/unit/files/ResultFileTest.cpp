@@ -1,18 +1,19 @@
 #include "files/ResultFile.h"
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <csignal>
 
 #include "support/ExpectFails.h"
 #include "support/ScratchDir.h"
+#include "support/SizeLimit.h"
 #include "support/Unprivileged.h"
 
 namespace starsift {
 namespace {
 
 using Names = std::vector<std::string>;
+using test::limitFileSize;
 using test::ScratchDir;
 
 /// Longer than what is gathered in memory.
@@ -46,12 +47,6 @@ ino_t fileNumber(const std::string& path) {
   test::becomeNobody();
   writeFile(path, text);
   _exit(0);
-}
-
-/// In a child: files can't grow beyond so many bytes.
-void limitFileSize(rlim_t bytes) {
-  const struct rlimit limit { bytes, bytes };
-  if (setrlimit(RLIMIT_FSIZE, &limit) != 0) std::abort();
 }
 
 TEST(ResultFile, NewFileHoldsTheText) {
@@ -313,6 +308,25 @@ TEST_F(ReadOnlyDirectory, TextWithoutSpaceInPlaceLeavesTheOldOneWhole) {
     writeFile(path, longText());
   };
   EXPECT_FAILS_WITH(writeBeyondTheLimit(), "Could not write file: " + path);
+  EXPECT_EQ(scratch.read("p.sol"), "the old text\n");
+}
+
+TEST_F(ReadOnlyDirectory, TextThatBreaksOffInPlaceIsTakenBack) {
+  const std::string old = std::string(10'000, 'o') + "\n";
+  scratch.write("p.sol", old);
+  const auto writeBeyondTheLimit = [this] {
+    test::becomeNobody();
+    limitFileSize(4096);
+    writeFile(path, std::string(8'000, 'n'));
+  };
+  EXPECT_FAILS_WITH(writeBeyondTheLimit(), "Could not write file: " + path);
+  EXPECT_EQ(scratch.read("p.sol"), old);
+}
+
+TEST_F(ReadOnlyDirectory, TextThatCouldNotBePutBackIsNotTouched) {
+  chmod(path.c_str(), 0222);
+  EXPECT_FAILS_WITH(writeAsNobody(path, "text\n"), "Could not write file: " + path);
+  chmod(path.c_str(), 0666);
   EXPECT_EQ(scratch.read("p.sol"), "the old text\n");
 }
 
