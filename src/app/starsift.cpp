@@ -7,6 +7,7 @@
 
 #include "app/Sift.h"
 #include "core/Console.h"
+#include "core/EndingSignals.h"
 #include "core/Semaphore.h"
 #include "core/Text.h"
 
@@ -38,6 +39,19 @@ void printUsage(const std::string& path) {
   std::abort();
 }
 
+/// Without a handler above it an exception would end the process on the spot, and
+/// the unfinished new file would stay beside the old one.
+void siftUnwinding(const std::string& solFile) {
+  // Never destroyed: the process ends, and to free the stars one by one takes as
+  // long as to sort them.
+  static auto& lattice = *new YLattice<long double>;
+  try {
+    siftStars(lattice, solFile, std::cout);
+  } catch (...) {
+    throw;
+  }
+}
+
 }  // namespace
 }  // namespace starsift
 
@@ -49,10 +63,8 @@ int main(int count, char** arguments) {
     starsift::printUsage(count > 0 ? arguments[0] : "");
     return EXIT_FAILURE;
   }
-  // Never destroyed: the process ends, and to free the stars one by one takes as
-  // long as to sort them.
-  static auto& lattice = *new starsift::YLattice<long double>;
-  starsift::siftStars(lattice, solFile, std::cout);
+  starsift::unlinkSemaphoresOnSignals();
+  starsift::siftUnwinding(solFile);
   std::cout << starsift::endLine();
   starsift::stampOutputTime();
   return EXIT_SUCCESS;

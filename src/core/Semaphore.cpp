@@ -8,7 +8,9 @@
 #include <cstdlib>
 #include <utility>
 
+#include "core/EndingSignals.h"
 #include "core/Failure.h"
+#include "core/SizeSignal.h"
 
 namespace starsift {
 
@@ -27,13 +29,27 @@ void cleanUpAtExit() {
   [[maybe_unused]] static const int registered = std::atexit(unlinkAllSemaphores);
 }
 
+/// Creates a semaphore with the value 1; SEM_FAILED with errno set.
+sem_t* createSemaphore(const std::string& name) {
+  const SizeSignalIgnored ignored;
+  errno = 0;
+  sem_t* const handle = sem_open(name.c_str(), O_CREAT | O_EXCL, creationMode, 1);
+  // The C library takes a file that came out too short for a failure without a
+  // reason. Only the limit of file sizes cuts one so small.
+  if (handle == SEM_FAILED && errno == 0) errno = EFBIG;
+  return handle;
+}
+
 }  // namespace
 
 void unlinkAllSemaphores() {
   for (NamedSemaphore* semaphore = latestSemaphore; semaphore != nullptr;
        semaphore = semaphore->next_) {
-    if (semaphore->ownedHere() && semaphore->linked_.exchange(false))
-      sem_unlink(semaphore->name_.c_str());
+    if (!semaphore->ownedHere() || !semaphore->linked_) continue;
+    // In this order: a signal between the two unlinks the name again, which does
+    // no harm, and never passes it over.
+    sem_unlink(semaphore->name_.c_str());
+    semaphore->linked_ = false;
   }
 }
 
@@ -56,9 +72,12 @@ std::string nextSemaphoreName() {
 
 NamedSemaphore::NamedSemaphore(const std::function<std::string()>& nextName) : owner_(getpid()) {
   cleanUpAtExit();
+  // A signal between the creation of the name and its entry in the list would
+  // leave it behind.
+  const SignalsHeld held(endingSignals());
   do {
     name_ = nextName();
-    handle_ = sem_open(name_.c_str(), O_CREAT | O_EXCL, creationMode, 1);
+    handle_ = createSemaphore(name_);
   } while (handle_ == SEM_FAILED && errno == EEXIST);
   if (handle_ == SEM_FAILED) failErrno("SEM could not be opened");
   enlist();
@@ -79,9 +98,10 @@ void NamedSemaphore::post() {
 void NamedSemaphore::release() {
   if (handle_ == nullptr) return;
   if (sem_close(std::exchange(handle_, nullptr)) != 0) failErrno("SEM could not be closed");
+  if (ownedHere() && linked_ && sem_unlink(name_.c_str()) != 0)
+    failErrno("SEM could not be unlinked");
+  // Last: up to here a signal has to find the name.
   delist();
-  if (!ownedHere() || !linked_.exchange(false)) return;
-  if (sem_unlink(name_.c_str()) != 0) failErrno("SEM could not be unlinked");
 }
 
 void NamedSemaphore::enlist() {

@@ -5,7 +5,7 @@
 // destructor does, but fail() and signals end the process without destructors, so
 // every live name stands in a list that unlinkAllSemaphores() walks. It runs at
 // the process's exit (and so behind fail()) by itself; whoever ends the process
-// otherwise - a terminate handler, a signal raised again - has to call it.
+// otherwise - a terminate handler, a signal (see EndingSignals.h) - has to call it.
 #pragma once
 
 #include <semaphore.h>
@@ -84,7 +84,7 @@ class NamedSemaphore {
   sem_t* handle_ = nullptr;
   /// The process that has to unlink the name; a forked child is another one.
   pid_t owner_;
-  /// The name is still on the system. Who clears it unlinks the name.
+  /// False once unlinkAllSemaphores() took the name off the system.
   std::atomic<bool> linked_ = true;
   /// List of the live semaphores, latest first.
   std::atomic<NamedSemaphore*> next_ = nullptr;

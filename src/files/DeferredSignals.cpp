@@ -12,17 +12,35 @@ extern "C" void rememberSignal(int /*number*/) {
   signalCame = 1;
 }
 
-}  // namespace
+/// The signals that wait as they are until the file is complete. Those with a
+/// handler here are not among them: either of them takes effect as SIGTERM.
+sigset_t waitingSignals() {
+  sigset_t signals = endingSignals();
+  sigdelset(&signals, SIGINT);
+  sigdelset(&signals, SIGTERM);
+  return signals;
+}
 
-DeferredSignals::DeferredSignals() {
+/// Returns the former handler. A signal that is ignored stays so.
+struct sigaction remember(int number) {
+  struct sigaction previous {};
+  sigaction(number, nullptr, &previous);
+  if (previous.sa_handler == SIG_IGN) return previous;
   struct sigaction action {};
   action.sa_handler = rememberSignal;
   sigemptyset(&action.sa_mask);
   // A write that a signal interrupts goes on.
   action.sa_flags = SA_RESTART;
+  sigaction(number, &action, nullptr);
+  return previous;
+}
+
+}  // namespace
+
+DeferredSignals::DeferredSignals() : held_(waitingSignals()) {
   signalCame = 0;
-  sigaction(SIGINT, &action, &previousInterrupt_);
-  sigaction(SIGTERM, &action, &previousTerminate_);
+  previousInterrupt_ = remember(SIGINT);
+  previousTerminate_ = remember(SIGTERM);
 }
 
 DeferredSignals::~DeferredSignals() {

@@ -1,13 +1,17 @@
-// SIGINT and SIGTERM held back while a file is being written.
+// The signals that end the process, held back while a file is being written.
 #pragma once
 
 #include <csignal>
 
+#include "core/EndingSignals.h"
+
 namespace starsift {
 
-/// From construction to destruction SIGINT and SIGTERM only set a flag. The
-/// destructor puts the former handlers back and, if a signal came, raises SIGTERM,
-/// so that the interruption takes effect when the file is complete. Not nested.
+/// From construction to destruction SIGINT and SIGTERM only set a flag, unless they
+/// are ignored. The destructor puts the former handlers back and, if a signal came,
+/// raises SIGTERM, so that the interruption takes effect when the file is complete.
+/// The other ending signals wait until then and take effect as themselves. Not
+/// nested.
 class DeferredSignals {
  public:
   DeferredSignals();
@@ -16,6 +20,7 @@ class DeferredSignals {
   ~DeferredSignals();
 
  private:
+  SignalsHeld held_;
   struct sigaction previousInterrupt_ {};
   struct sigaction previousTerminate_ {};
 };

@@ -5,6 +5,7 @@
 #include <sys/time.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -12,6 +13,7 @@
 
 #include "core/Failure.h"
 #include "support/ExpectFails.h"
+#include "support/SizeLimit.h"
 
 namespace starsift {
 namespace {
@@ -128,6 +130,33 @@ TEST(NamedSemaphore, AsksForAnotherNameWhileTheNameIsTaken) {
 TEST(NamedSemaphore, FailsWhenTheSystemRefusesTheName) {
   EXPECT_FAILS_WITH_REASON(makeNamed("/no/such/folder"), "Invalid argument",
                            "SEM could not be opened");
+}
+
+/// The report of a process that makes a semaphore where files can't grow beyond so
+/// many bytes. It goes through a pipe: the limit cuts the usual file too.
+std::string reportWithin(rlim_t bytes) {
+  int ends[2] = {-1, -1};
+  if (pipe(ends) != 0) return "no pipe";
+  const auto makeSemaphore = [&ends, bytes] {
+    dup2(ends[1], STDERR_FILENO);
+    test::limitFileSize(bytes);
+    const NamedSemaphore semaphore;
+  };
+  EXPECT_EXIT(makeSemaphore(), testing::ExitedWithCode(1), "");
+  close(ends[1]);
+  std::string report(1000, ' ');
+  report.resize(static_cast<std::size_t>(std::max<ssize_t>(read(ends[0], report.data(), 1000), 0)));
+  close(ends[0]);
+  return report;
+}
+
+TEST(NamedSemaphore, FailsWithAReasonWhereNoByteFitsIntoAFile) {
+  EXPECT_EQ(reportWithin(0), test::failureText("File too large", "SEM could not be opened"));
+}
+
+TEST(NamedSemaphore, FailsWithAReasonWhereOnlyHalfOfItFitsIntoAFile) {
+  EXPECT_EQ(reportWithin(sizeof(sem_t) / 2),
+            test::failureText("File too large", "SEM could not be opened"));
 }
 
 TEST(NamedSemaphore, FailsWhenItWasUnlinkedBehindItsBack) {

@@ -114,6 +114,25 @@ TEST(DeferredSignals, TerminationLeavesTheFileCompleteAndEndsTheProcess) {
   EXPECT_EQ(scratch.read("p.sol"), "first half, second half\n");
 }
 
+TEST(DeferredSignals, AnotherEndingSignalWaitsForTheCompleteFileToo) {
+  const test::ScratchDir scratch;
+  const std::string path = scratch.write("p.sol", "old\n");
+  EXPECT_EXIT(interruptedWrite(path, SIGHUP), testing::KilledBySignal(SIGHUP), "");
+  EXPECT_EQ(scratch.read("p.sol"), "first half, second half\n");
+  EXPECT_EQ(scratch.names(), std::vector<std::string>{"p.sol"});
+}
+
+TEST(DeferredSignals, IgnoredInterruptStaysIgnored) {
+  const test::ScratchDir scratch;
+  const auto writeIgnoring = [&scratch] {
+    std::signal(SIGINT, SIG_IGN);
+    interruptedWrite(scratch.file("p.sol"), SIGINT);
+    _exit(0);
+  };
+  EXPECT_EXIT(writeIgnoring(), testing::ExitedWithCode(0), "");
+  EXPECT_EQ(scratch.read("p.sol"), "first half, second half\n");
+}
+
 TEST(DeferredSignals, TerminationTakesTheSemaphoresAlong) {
   const test::ScratchDir scratch;
   const auto interruptedWithSemaphore = [&scratch] {
