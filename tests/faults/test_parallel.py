@@ -1,0 +1,114 @@
+"""Runs at the same time, and what dead ones left behind."""
+
+import os
+import shutil
+import signal
+import time
+import unittest
+
+from faulty import SEMAPHORES, FaultCase, met
+
+
+def take_names(seconds=3, count=20):
+    """In the child: makes semaphores as a dead process with the same number would have left."""
+    now = int(time.time())
+    for second in range(now, now + seconds):
+        for number in range(1, count + 1):
+            (SEMAPHORES / f"sem.{os.getpid()}_{second}_{number}").write_bytes(b"taken")
+
+
+class Parallel(FaultCase):
+    def test_two_runs_on_one_file_leave_one_whole_result(self):
+        for round_ in range(20):
+            with self.subTest(round=round_):
+                self.restore()
+                processes = [self.start(), self.start()]
+                for result in [self.finish(process) for process in processes]:
+                    self.assert_done(result)
+
+    def test_many_runs_on_files_of_their_own_all_succeed(self):
+        folders = [self.scratch / str(number) for number in range(200)]
+        for folder in folders:
+            shutil.copytree(self.folder, folder)
+        processes = []
+        for self.folder in folders:
+            processes.append(self.start())
+        results = [self.finish(process) for process in processes]
+        for self.folder, result in zip(folders, results):
+            self.sol = self.folder / self.sol.name
+            self.assert_done(result)
+
+
+class Leftovers(FaultCase):
+    def test_names_of_a_dead_process_are_stepped_over(self):
+        result = self.run_with(preexec_fn=take_names)
+        self.assertEqual((result.status, result.stdout), (0, self.report))
+        self.assert_whole(self.new)
+        names = list(SEMAPHORES.glob(f"sem.{result.pid}_*"))
+        # They are nobody's, but not this run's to take away.
+        self.assertEqual({path.read_bytes() for path in names}, {b"taken"})
+        self.assertEqual(len(names), 60)
+        for path in names:
+            path.unlink()
+
+    def test_unfinished_file_of_a_dead_process_is_nobodys_business(self):
+        left = self.folder / ".starsift.abcdef"
+        left.write_text("half of a text")
+        result = self.run_with()
+        self.assertEqual((result.status, result.stdout), (0, self.report))
+        self.assertEqual(left.read_text(), "half of a text")
+
+
+class OtherWriters(FaultCase):
+    """Somebody else at work on the file while a run stands still."""
+
+    def stopped(self, call, number=1):
+        process = self.start(met("after", signal.SIGSTOP, call, number))
+        _, status = os.waitpid(process.pid, os.WUNTRACED)
+        self.assertTrue(os.WIFSTOPPED(status))
+        return process
+
+    def go_on(self, process):
+        process.send_signal(signal.SIGCONT)
+        return self.finish(process)
+
+    def test_record_that_is_added_behind_the_size_is_read_too(self):
+        # The first status is that of the problem.
+        process = self.stopped("fstat", 2)
+        added = "[ 2 1 41 0 ] | 0 | [ ] | 0 | 3 | added\n[ 0 1 36 5 ] | 0 | [ ] | 0 | 3 | added\n"
+        with self.sol.open("a") as file:
+            file.write(added)
+        result = self.go_on(process)
+        self.assertEqual((result.status, result.stderr), (0, ""))
+        new = self.new.decode().splitlines(keepends=True)
+        self.assert_whole(
+            "".join([new[0], "[ 0 1 36 5 ] | -302 | [ 302 ] | 0 | 3 | added\n", *new[1:]]).encode()
+        )
+        self.assert_nothing_left(result)
+
+    def test_file_that_is_cut_behind_the_size_is_read_to_its_end(self):
+        process = self.stopped("fstat", 2)
+        self.sol.write_text("[ 0 11 34 1 ]")
+        result = self.go_on(process)
+        self.assertEqual((result.status, result.stderr), (0, ""))
+        self.assert_whole(b"[ 0 11 34 1 ] | -302 | [ 302 ] | 0 | -1 | \n")
+
+    def test_result_of_a_run_between_reading_and_replacing_is_replaced_by_the_same(self):
+        # The mode is looked up right before the new file is made, the directory is synced last.
+        for call in ("readlink", "mkostemp", "write", "rename"):
+            with self.subTest(call=call):
+                self.restore()
+                process = self.stopped(call)
+                between = self.run_with()
+                self.assertEqual((between.status, between.stdout), (0, self.report))
+                self.assert_whole(self.new)
+                self.assert_done(self.go_on(process))
+
+    def test_file_that_vanishes_behind_the_reading_comes_back_with_its_solutions(self):
+        process = self.stopped("readlink")
+        self.sol.unlink()
+        self.assert_done(self.go_on(process))
+
+
+if __name__ == "__main__":
+    unittest.main()
