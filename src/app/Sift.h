@@ -12,9 +12,9 @@ namespace starsift {
 /// fails or repeats, rewrites the file in canonical form or removes it, and writes
 /// the report of the solutions without a final line end.
 ///
-/// A file that can't be read or written, or has a wrong form, is fatal; the
-/// solution file is then as it was. `lattice` is fresh and holds problem and stars
-/// in the end.
+/// A file that can't be read, has a wrong form or can't be written ends the process
+/// (see core/Failure.h), and a number without its integer part throws; solFile is
+/// then unchanged. `lattice` is fresh and holds problem and stars in the end.
 void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::ostream& report);
 
 }  // namespace starsift

@@ -7,10 +7,19 @@
 
 namespace starsift::test {
 
-/// In a child process: files can't grow beyond so many bytes.
-inline void limitFileSize(rlim_t bytes) {
-  const struct rlimit limit { bytes, bytes };
+/// Sets the limit of this process, not the one that it may set.
+inline void setFileSizeLimit(rlim_t bytes) {
+  struct rlimit limit {};
+  getrlimit(RLIMIT_FSIZE, &limit);
+  limit.rlim_cur = bytes;
   if (setrlimit(RLIMIT_FSIZE, &limit) != 0) std::abort();
+}
+
+/// In a child process: files can't grow beyond so many bytes until it exits. The
+/// counters of a coverage build, which are written last, need room.
+inline void limitFileSize(rlim_t bytes) {
+  setFileSizeLimit(bytes);
+  std::atexit([] { setFileSizeLimit(RLIM_INFINITY); });
 }
 
 }  // namespace starsift::test
