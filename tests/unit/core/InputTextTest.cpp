@@ -6,6 +6,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <utility>
@@ -137,9 +138,9 @@ TEST(InputText, RefusesAFileWhoseReadingBreaksOff) {
   try {
     readFileText(path);
   } catch (const ReadException&) {
-    _exit(0);
+    std::exit(0);
   }
-  _exit(1);
+  std::exit(1);
 }
 
 TEST(InputText, RefusesAFileThatMayNotBeRead) {

@@ -5,6 +5,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdlib>
+
 #include "core/Semaphore.h"
 #include "files/ResultFile.h"
 #include "files/SolWriter.h"
@@ -127,7 +129,7 @@ TEST(DeferredSignals, IgnoredInterruptStaysIgnored) {
   const auto writeIgnoring = [&scratch] {
     std::signal(SIGINT, SIG_IGN);
     interruptedWrite(scratch.file("p.sol"), SIGINT);
-    _exit(0);
+    std::exit(0);
   };
   EXPECT_EXIT(writeIgnoring(), testing::ExitedWithCode(0), "");
   EXPECT_EQ(scratch.read("p.sol"), "first half, second half\n");

@@ -46,7 +46,7 @@ ino_t fileNumber(const std::string& path) {
 [[noreturn]] void writeAsNobody(const std::string& path, std::string_view text) {
   test::becomeNobody();
   writeFile(path, text);
-  _exit(0);
+  std::exit(0);
 }
 
 TEST(ResultFile, NewFileHoldsTheText) {
@@ -295,7 +295,7 @@ TEST_F(ReadOnlyDirectory, UnwrittenFileStays) {
   const auto openWithoutCommit = [this] {
     test::becomeNobody();
     { ResultFile(path).write("text\n"); }
-    _exit(0);
+    std::exit(0);
   };
   EXPECT_EXIT(openWithoutCommit(), testing::ExitedWithCode(0), "");
   EXPECT_EQ(scratch.read("p.sol"), "the old text\n");

@@ -253,6 +253,11 @@ TYPED_TEST(StarCheckOver, InfiniteRowFulfilsNoEquation) {
   EXPECT_FALSE(this->isSolution(text, Vector<TypeParam>{this->inf()}));
 }
 
+TYPED_TEST(StarCheckOver, InfiniteRowFulfilsNoEquationAmongCongruences) {
+  const ProblemText text{.equations = "[ [ 1 ] ] [ 3 ] [ 0 ]"};
+  EXPECT_FALSE(this->isSolution(text, Vector<TypeParam>{this->inf()}));
+}
+
 TYPED_TEST(StarCheckOver, InfiniteValuesHaveInfiniteNorms) {
   const auto problem = problemFrom<TypeParam>(
       "[ -inf 4 ] [ [ 2 1 ] [ -1 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ inf 9 ]");
@@ -276,6 +281,17 @@ TEST(StarCheck, InfinityOverZeroIsFatalInRationals) {
 
 TEST(StarCheck, InfinityOverZeroIsNoSolutionInLongDouble) {
   EXPECT_FALSE(isSolutionOf(zeroTimesInfinity, Vector<long double>{HUGE_VALL, 3.0L}));
+}
+
+const ProblemText infiniteResidue{.equations = "[ [ 1 ] ] [ 3 ] [ 2 ]"};
+
+TEST(StarCheck, ResidueOfInfinityIsFatalInRationals) {
+  EXPECT_FAILS_WITH(isSolutionOf(infiniteResidue, Vector<QQ>{QQ::infinity()}),
+                    "INF - INF is not defined");
+}
+
+TEST(StarCheck, ResidueOfInfinityIsNoSolutionInLongDouble) {
+  EXPECT_FALSE(isSolutionOf(infiniteResidue, Vector<long double>{HUGE_VALL}));
 }
 
 TEST(StarCheck, DifferenceOfInfinitiesIsFatalInRationals) {
