@@ -107,7 +107,7 @@ Function* original(const char* name) {
 }  // namespace
 
 // The assembler name keeps the declarations of the headers, with their attributes
-// and exception specifications, out of the way.
+// and noexcept, out of the way.
 #define INTERPOSE(result, name, parameters)                  \
   extern "C" result faulty_##name parameters __asm__(#name); \
   extern "C" result faulty_##name parameters
