@@ -1,0 +1,89 @@
+// The whole job on a problem and stars that the bytes spell, judged star by star
+// over GMP's rationals.
+#include <algorithm>
+#include <map>
+#include <sstream>
+
+#include "Scenario.h"
+#include "Target.h"
+#include "WorkFolder.h"
+#include "support/StarRun.h"
+
+namespace starsift::fuzz {
+
+namespace {
+
+using oracle::Record;
+
+/// What makes two records one star, and the earliest time it was found.
+using Stars = std::map<std::pair<oracle::Point, std::string>, unsigned long>;
+
+void add(Stars& stars, const Record& record) {
+  const auto time = static_cast<unsigned long>(record.time);
+  const auto [star, isNew] = stars.try_emplace({record.x, record.params}, time);
+  if (!isNew) star->second = std::min(star->second, time);
+}
+
+std::vector<Record> recordsOf(const std::string& text) {
+  std::vector<Record> records;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    const std::optional<Record> record = oracle::parseRecord(line);
+    require(record.has_value(), "each line is a record");
+    records.push_back(*record);
+  }
+  return records;
+}
+
+/// `shown` is what a file holds for `value`.
+bool isShownFor(const mpq_class& shown, const mpq_class& value) {
+  const std::optional<std::string> rounded = oracle::sixDigits(value);
+  return shown == value || (rounded && shown == oracle::parseNumber(*rounded));
+}
+
+void checkValues(const oracle::Problem& problem, std::vector<Record>& records) {
+  for (Record& record : records) {
+    const auto verdict = oracle::judge(problem, record.x);
+    require(verdict.has_value(), "a star that stays is right");
+    require(isShownFor(record.targetNorm, verdict->targetNorm), "target norm");
+    require(isShownFor(record.slackNorm, verdict->slackNorm), "slack norm");
+    require(record.targetValues.size() == verdict->targetValues.size(), "a value per target");
+    for (std::size_t i = 0; i < record.targetValues.size(); ++i)
+      require(isShownFor(record.targetValues[i], verdict->targetValues[i]), "target value");
+    record.targetNorm = verdict->targetNorm;
+    record.slackNorm = verdict->slackNorm;
+  }
+  for (std::size_t i = 1; i < records.size(); ++i)
+    require(oracle::inOrder(records[i - 1], records[i]), "stars are in order");
+}
+
+}  // namespace
+
+void runTarget(std::string_view bytes) {
+  const Scenario scenario = scenarioOf(bytes);
+  const std::filesystem::path file = workFile("p.sol");
+  writeFile(workFile("p.opt"), oracle::problemText(scenario.problem));
+  writeFile(file, scenario.starsText());
+  Stars right;
+  for (const Record& record : scenario.records)
+    if (oracle::judge(scenario.problem, record.x)) add(right, record);
+
+  require(outcomeOf([&] {
+            test::siftedReport(file.string());
+            return std::string();
+          }).empty(),
+          "a well-formed problem and its stars are never refused");
+  require(std::filesystem::exists(file) == !right.empty(), "only right stars leave a file");
+  if (right.empty()) return;
+  const std::string text = readFile(file);
+  std::vector<Record> records = recordsOf(text);
+  Stars found;
+  for (const Record& record : records) add(found, record);
+  require(found.size() == records.size(), "no star stands there twice");
+  require(found == right, "the right stars stay, and no others");
+  checkValues(scenario.problem, records);
+  test::siftedReport(file.string());
+  require(readFile(file) == text, "a second run changes nothing");
+}
+
+}  // namespace starsift::fuzz
