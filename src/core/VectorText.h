@@ -24,13 +24,14 @@ void takeIntegers(TextCursor& source, std::vector<T>& components) {
     const char* const first = position + (negative ? 1 : 0);
     const char* next = first;
     std::int64_t integer = 0;
-    for (; next != end && next - first <= NumberTraits<T>::wholeDigits; ++next) {
+    // One digit more might not fit; it is no blank either.
+    for (; next != end && next - first < NumberTraits<T>::wholeDigits; ++next) {
       const unsigned digit = static_cast<unsigned char>(*next) - static_cast<unsigned>('0');
       if (digit > 9) break;
       integer = 10 * integer + digit;
     }
     const auto count = next - first;
-    if (count == 0 || count > NumberTraits<T>::wholeDigits || next == end || *next != ' ') break;
+    if (count == 0 || next == end || *next != ' ') break;
     // Behind a zero a base other than ten may follow, and its sign may count.
     if (*first == '0' && (count > 1 || negative)) break;
     components.push_back(static_cast<T>(negative ? -integer : integer));
