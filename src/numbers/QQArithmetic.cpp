@@ -67,20 +67,6 @@ int sense(bool positive) {
   return positive ? 1 : -1;
 }
 
-/// Finite values with the same sign, at least one of them big.
-int compareBig(const QQ& a, const QQ& b) {
-  if (a.isInteger() && b.isInteger()) return mpz_cmp(QQView(a).numerator(), QQView(b).numerator());
-  int order = cmp(a.ganze(), b.ganze());
-  if (order == 0) {
-    ZZ aScaled;
-    ZZ bScaled;
-    ZZ common;
-    commonDenominator(a, b, aScaled, bScaled, common);
-    order = cmp(aScaled, bScaled);
-  }
-  return a.sign() ? order : -order;
-}
-
 }  // namespace
 
 QQ& QQ::addGeneral(const QQ& other) {
@@ -163,7 +149,10 @@ int QQ::compareGeneral(const QQ& a, const QQ& b) {
   if (positive != b.sign()) return sense(positive);
   if (a.isInf()) return b.isInf() ? 0 : sense(positive);
   if (b.isInf()) return -sense(positive);
-  if (!bothSmall(a, b)) return compareBig(a, b);
+  if (!bothSmall(a, b)) {
+    const int order = mpq_cmp(QQView(a).get(), QQView(b).get());
+    return static_cast<int>(order > 0) - static_cast<int>(order < 0);
+  }
   const Int128 left = static_cast<Int128>(a.word_) * static_cast<Int128>(b.tag_);
   const Int128 right = static_cast<Int128>(b.word_) * static_cast<Int128>(a.tag_);
   return static_cast<int>(left > right) - static_cast<int>(left < right);

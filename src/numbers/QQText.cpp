@@ -53,13 +53,27 @@ const char* scanDecimalTail(const char* position, const char* end, Digits whole,
 }
 
 /// zaehler / nenner behind a ":", a proper fraction.
-const char* scanMixedTail(const char* position, const char* end, Digits whole, QQ& value) {
+struct ProperFraction {
+  std::int64_t zaehler = 0;
+  std::int64_t nenner = 0;
+};
+
+/// Null when there is none or a long one.
+const char* scanProperFraction(const char* position, const char* end, ProperFraction& fraction) {
   const Digits zaehler = takePositive(position, end);
   if (zaehler.count == 0 || position == end || *position != '/') return nullptr;
   const Digits nenner = takePositive(++position, end);
   if (nenner.count == 0 || zaehler.value >= nenner.value) return nullptr;
-  QQStorage::setReduced(value, static_cast<Int128>(whole.value) * nenner.value + zaehler.value,
-                        static_cast<std::uint64_t>(nenner.value));
+  fraction = {zaehler.value, nenner.value};
+  return position;
+}
+
+const char* scanMixedTail(const char* position, const char* end, Digits whole, QQ& value) {
+  ProperFraction tail;
+  position = scanProperFraction(position, end, tail);
+  if (position == nullptr) return nullptr;
+  QQStorage::setReduced(value, static_cast<Int128>(whole.value) * tail.nenner + tail.zaehler,
+                        static_cast<std::uint64_t>(tail.nenner));
   return position;
 }
 
@@ -89,6 +103,33 @@ bool isSeparator(char c) {
 
 bool opensComment(const char* position, const char* end) {
   return *position == '/' && end - position > 1 && (position[1] == '/' || position[1] == '*');
+}
+
+/// An integer beyond plainDigits, alone or in front of a short proper fraction.
+const char* scanLong(const char* position, const char* end, QQ& value) {
+  // The loop takes the square of the digits; GMP's own reader is faster from here on.
+  constexpr int mostDigits = 5 * plainDigits;
+  ZZ whole;
+  int count = 0;
+  for (Digits part = takeDigits(position, end, plainDigits); part.count > 0;
+       part = takeDigits(position, end, plainDigits)) {
+    count += part.count;
+    if (count > mostDigits) return nullptr;
+    const auto power = powersOfTen[static_cast<std::size_t>(part.count)];
+    mpz_mul_ui(whole.get(), whole.get(), static_cast<unsigned long>(power));
+    mpz_add_ui(whole.get(), whole.get(), static_cast<unsigned long>(part.value));
+  }
+  if (position == end || !isSeparator(*position) || opensComment(position, end)) {
+    value = QQ(whole);
+    return position;
+  }
+  if (*position != ':') return nullptr;
+  ProperFraction tail;
+  position = scanProperFraction(position + 1, end, tail);
+  if (position == nullptr) return nullptr;
+  const ZZ nenner(tail.nenner);
+  value = QQ(whole * nenner + ZZ(tail.zaehler), nenner);
+  return position;
 }
 
 bool isTokenCharacter(int c, TokenKind kind) {
@@ -178,6 +219,11 @@ const char* qqtext::scanPlain(const char* begin, const char* end, QQ& value) {
   const Digits whole = takeDigits(position, end, plainDigits);
   // A leading zero means another base than ten.
   if (whole.count == 0 || (*start == '0' && whole.count > 1)) return nullptr;
+  if (position != end && *position >= '0' && *position <= '9') {
+    position = scanLong(start, end, value);
+    if (position != nullptr && negative) value.negate();
+    return position;
+  }
   if (position != end && isSeparator(*position) && !opensComment(position, end)) {
     position = scanTail(position, end, whole, value);
     if (position == nullptr) return nullptr;

@@ -47,8 +47,9 @@ void append(std::string& out, const QQ& value);
 namespace qqtext {
 
 /// The roads of QQ::parse() for plain text: an optional sign and decimal numbers
-/// of up to 18 digits in all, alone, with a decimal tail, or as fraction. Gives the
-/// position behind the number, or null where the text is anything else.
+/// of up to 18 digits in all, alone, with a decimal tail, or as fraction; and
+/// integers of up to 90 digits, alone or in front of a short proper fraction. Gives
+/// the position behind the number, or null where the text is anything else.
 const char* scanPlain(const char* begin, const char* end, QQ& value);
 
 /// QQ::parse() without the roads for plain text.

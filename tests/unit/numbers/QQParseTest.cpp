@@ -81,6 +81,27 @@ TEST(QQParse, Integers) {
             ZZ("-123456789012345678901234567890", 10));
 }
 
+TEST(QQParse, LongIntegersOfEveryLength) {
+  for (int length = 17; length <= 200; ++length) {
+    const std::string digits = "9" + repeated("01234567890", 20).substr(0, length - 1);
+    const ZZ expected(digits.c_str(), 10);
+    ASSERT_EQ(QQ::parse(digits), QQ(expected)) << length;
+    ASSERT_EQ(QQ::parse("-" + digits), QQ(-expected)) << length;
+    ASSERT_EQ(printed(QQ::parse(digits + ":1/3")), digits + ":1/3") << length;
+    ASSERT_EQ(printed(QQ::parse("-" + digits + ":4/6")), "-" + digits + ":2/3") << length;
+    ASSERT_EQ(QQ::parse(digits + ".5"), QQ(expected) + QQ(1, 2)) << length;
+    ASSERT_EQ(QQ::parse(digits + "/" + digits), QQ(1)) << length;
+    ASSERT_EQ(QQ::parse(digits + "e1"), QQ(expected) * QQ(10)) << length;
+  }
+}
+
+TEST(QQParse, TailOfALongIntegerMustBeAProperFraction) {
+  const std::string digits = repeated("7", 30);
+  EXPECT_FAILS_WITH(QQ::parse(digits + ":4/3"), malformed2);
+  EXPECT_FAILS_WITH(QQ::parse(digits + ":3"), malformed2);
+  EXPECT_FAILS_WITH(QQ::parse(digits + ":"), empty);
+}
+
 TEST(QQParse, MinusZeroIsPositive) {
   EXPECT_TRUE(QQ::parse("-0").sign());
   EXPECT_TRUE(QQ::parse("-0").isZero());

@@ -195,6 +195,9 @@ TEST(QQOrder, MinusHalfIsBelowMinusAThird) {
 }
 
 TEST(QQOrder, ZeroIsAboveEveryNegative) {
+  EXPECT_LT(compare(huge + QQ(1, 3), huge + QQ(1, 2)), 0);
+  EXPECT_GT(compare(-huge - QQ(1, 3), -huge - QQ(1, 2)), 0);
+  EXPECT_LT(compare(QQ(1, 3), huge + QQ(1, 2)), 0);
   EXPECT_GT(compare(QQ(0), -huge), 0);
   EXPECT_GT(compare(QQ(0), -inf), 0);
   EXPECT_LT(compare(QQ(-1, 1000), QQ(0)), 0);
