@@ -37,11 +37,10 @@ struct sigaction remember(int number) {
 
 }  // namespace
 
-DeferredSignals::DeferredSignals() : held_(waitingSignals()) {
-  signalCame = 0;
-  previousInterrupt_ = remember(SIGINT);
-  previousTerminate_ = remember(SIGTERM);
-}
+DeferredSignals::DeferredSignals()
+    : held_(waitingSignals()),
+      previousInterrupt_(remember(SIGINT)),
+      previousTerminate_(remember(SIGTERM)) {}
 
 DeferredSignals::~DeferredSignals() {
   sigaction(SIGINT, &previousInterrupt_, nullptr);

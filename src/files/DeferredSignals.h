@@ -21,8 +21,8 @@ class DeferredSignals {
 
  private:
   SignalsHeld held_;
-  struct sigaction previousInterrupt_ {};
-  struct sigaction previousTerminate_ {};
+  struct sigaction previousInterrupt_;
+  struct sigaction previousTerminate_;
 };
 
 }  // namespace starsift

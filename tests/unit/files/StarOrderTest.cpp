@@ -331,7 +331,8 @@ Array<Star<T>> pairsThatDifferIn(Index place) {
   for (Index i = 1; i <= stars.dimension(); ++i) {
     stars[i].resize(100, false);
     for (T& component : stars[i]) component = T(1000);
-    stars[i][place] = T((i + 1) / 2);
+    const Index pair = (i + 1) / 2;
+    stars[i][place] = T(pair);
   }
   return stars;
 }
