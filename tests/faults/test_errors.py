@@ -10,6 +10,14 @@ from faulty import NOBODY, FaultCase, NoRightStarCase, error, short
 DISK_ERRORS = ("EIO", "ENOSPC", "EDQUOT")
 
 
+def assert_each_refused(test, calls):
+    """Each disk error of the first of each of the calls leaves the file as it was."""
+    for call in calls:
+        for code in DISK_ERRORS:
+            with test.subTest(call=call, code=code):
+                test.assert_not_written(test.run_with(error(call, 1, code)))
+
+
 class Reading(FaultCase):
     def read_fault(self, call, code, file):
         """Calls about the problem come first, those about the solutions second."""
@@ -58,10 +66,7 @@ class Writing(FaultCase):
                 self.assert_not_written(self.run_with(error("mkostemp", 1, code)))
 
     def test_new_text_that_does_not_arrive_is_reported(self):
-        for call in ("write", "fsync", "rename"):
-            for code in DISK_ERRORS:
-                with self.subTest(call=call, code=code):
-                    self.assert_not_written(self.run_with(error(call, 1, code)))
+        assert_each_refused(self, ("write", "fsync", "rename"))
 
     def test_refusal_at_closing_is_reported(self):
         number = self.number_of("close", behind="mkostemp")
@@ -171,10 +176,7 @@ class InPlace(FaultCase):
         self.assertEqual(os.stat(self.sol).st_ino, number)
 
     def test_old_text_is_put_back(self):
-        for call in ("write", "ftruncate", "fsync"):
-            for code in DISK_ERRORS:
-                with self.subTest(call=call, code=code):
-                    self.assert_not_written(self.run_with(error(call, 1, code)))
+        assert_each_refused(self, ("write", "ftruncate", "fsync"))
 
     def test_file_that_can_not_be_opened_again_stays(self):
         # Open: problem, solutions, the old text for keeping, the file for writing.

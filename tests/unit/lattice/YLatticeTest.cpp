@@ -310,9 +310,7 @@ class YLatticeOnFiles : public YLatticeTest {
     lattice.readOpt();
     lattice.tryStandardPrecision();
     problemFits = !lattice.usesExact();
-    lattice.useExtendedPrecision();
-    found = lattice.readStarsFromSolFile(false);
-    lattice.tryStandardPrecision();
+    found = lattice.readStarsExactly(false);
     starsFit = !lattice.usesExact();
     allRight = lattice.checkStars();
     lattice.sortStars();
