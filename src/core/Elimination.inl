@@ -55,7 +55,7 @@ class Worker {
     for (Index i = from; i <= to; ++i) {
       if (NumberTraits<T>::isZero(a_[i][column])) continue;
       const T q = a_[i][column] / a_[k][column];
-      if (NumberTraits<T>::overflows(q)) throw PrecisionException("q overflow");
+      if (NumberTraits<T>::overflowCheck(q)) throw PrecisionException("q overflow");
       for (Index c = column; c <= a_.columnCount(); ++c)
         NumberTraits<T>::subtractProduct(a_[i][c], a_[k][c], q);
       for (Index c = 1; c <= transform_.columnCount(); ++c)
@@ -66,7 +66,7 @@ class Worker {
   /// Divides row k by its pivot.
   void normaliseRow(Index k, Index column) {
     const T q = a_[k][column];
-    if (NumberTraits<T>::overflows(q)) throw PrecisionException("q2 overflow");
+    if (NumberTraits<T>::overflowCheck(q)) throw PrecisionException("q2 overflow");
     for (Index c = column; c <= a_.columnCount(); ++c) a_[k][c] /= q;
     for (Index c = 1; c <= transform_.columnCount(); ++c) transform_[k][c] /= q;
   }

@@ -54,7 +54,7 @@ std::string decimalToken(Source& source) {
 
 }  // namespace
 
-bool NumberTraits<long double>::overflows(long double v) {
+bool NumberTraits<long double>::overflowCheck(long double v) {
   const long double magnitude = std::fabs(v);
   if (!(magnitude > safeBound) || std::isinf(magnitude)) return false;
   if (magnitude <= fatalBound) return true;

@@ -29,7 +29,7 @@ namespace starsift {
 ///   void addProduct(T& sum, a, b)     sum += a * b without a temporary where T has a heap
 ///   void subtractProduct(T& sum, a, b)
 ///   T remainder(a, b)                 truncating: the sign of a
-///   bool overflows(const T&)          true above 10^9 (the caller throws its own
+///   bool overflowCheck(const T&)      true above 10^9 (the caller throws its own
 ///                                     PrecisionException); above 10^18 throws
 ///                                     FatalPrecisionException. Exact types: never.
 ///   bool read(Source&, T&)            one number token of a vector; false: no number
@@ -99,7 +99,7 @@ struct NumberTraits<long double> {
   static void addProduct(long double& sum, long double a, long double b) { sum += a * b; }
   static void subtractProduct(long double& sum, long double a, long double b) { sum -= a * b; }
   static long double remainder(long double a, long double b) { return std::fmod(a, b); }
-  static bool overflows(long double v);
+  static bool overflowCheck(long double v);
   template <class Source>
   static bool read(Source& source, long double& value);
   static void append(std::string& out, long double value, int digits);
@@ -149,7 +149,7 @@ struct IntegerTraits {
   static void addProduct(I& sum, I a, I b) { sum = static_cast<I>(sum + a * b); }
   static void subtractProduct(I& sum, I a, I b) { sum = static_cast<I>(sum - a * b); }
   static I remainder(I a, I b) { return static_cast<I>(a % b); }
-  static bool overflows(I) { return false; }
+  static bool overflowCheck(I) { return false; }
   template <class Source>
   static bool read(Source& source, I& value);
   static void append(std::string& out, I value, int /*digits*/) { appendInteger(out, value); }

@@ -31,7 +31,7 @@ struct NumberTraits<mpfr::mpreal> {
   static mpfr::mpreal remainder(const mpfr::mpreal& a, const mpfr::mpreal& b) {
     return mpfr::fmod(a, b);
   }
-  static bool overflows(const mpfr::mpreal&) { return false; }
+  static bool overflowCheck(const mpfr::mpreal&) { return false; }
   /// A decimal with optional sign, point and exponent, rounded to the default precision.
   template <class Source>
   static bool read(Source& source, mpfr::mpreal& value);

@@ -320,7 +320,7 @@ struct NumberTraits<QQ> {
     starsift::subtractProduct(sum, a, b);
   }
   static QQ remainder(const QQ& a, const QQ& b);
-  static bool overflows(const QQ&) { return false; }
+  static bool overflowCheck(const QQ&) { return false; }
   template <class Source>
   static bool read(Source& source, QQ& value);
   static void append(std::string& out, const QQ& value, int /*digits*/);

@@ -85,33 +85,34 @@ TEST(NumberTraitsOfLongDouble, KnowsBothInfinities) {
 }
 
 TEST(OverflowTest, PassesUpToTheSafeBound) {
-  EXPECT_FALSE(Traits::overflows(0));
-  EXPECT_FALSE(Traits::overflows(1e9L));
-  EXPECT_FALSE(Traits::overflows(-1e9L));
+  EXPECT_FALSE(Traits::overflowCheck(0));
+  EXPECT_FALSE(Traits::overflowCheck(1e9L));
+  EXPECT_FALSE(Traits::overflowCheck(-1e9L));
 }
 
 TEST(OverflowTest, PassesWhatIsNoFiniteNumber) {
-  EXPECT_FALSE(Traits::overflows(infinity));
-  EXPECT_FALSE(Traits::overflows(-infinity));
-  EXPECT_FALSE(Traits::overflows(nan));
+  EXPECT_FALSE(Traits::overflowCheck(infinity));
+  EXPECT_FALSE(Traits::overflowCheck(-infinity));
+  EXPECT_FALSE(Traits::overflowCheck(nan));
 }
 
 TEST(OverflowTest, ReportsAnOverflowUpToTheFatalBound) {
-  EXPECT_TRUE(Traits::overflows(2e9L));
-  EXPECT_TRUE(Traits::overflows(-1.0000001e9L));
-  EXPECT_TRUE(Traits::overflows(1e18L));
-  EXPECT_TRUE(Traits::overflows(-1e18L));
+  EXPECT_TRUE(Traits::overflowCheck(2e9L));
+  EXPECT_TRUE(Traits::overflowCheck(-1.0000001e9L));
+  EXPECT_TRUE(Traits::overflowCheck(1e18L));
+  EXPECT_TRUE(Traits::overflowCheck(-1e18L));
 }
 
 TEST(OverflowTest, ThrowsBeyondTheFatalBound) {
-  EXPECT_THROW(Traits::overflows(2e18L), FatalPrecisionException);
-  EXPECT_THROW(Traits::overflows(-1.0000001e18L), FatalPrecisionException);
-  EXPECT_THROW(Traits::overflows(std::numeric_limits<long double>::max()), FatalPrecisionException);
+  EXPECT_THROW(Traits::overflowCheck(2e18L), FatalPrecisionException);
+  EXPECT_THROW(Traits::overflowCheck(-1.0000001e18L), FatalPrecisionException);
+  EXPECT_THROW(Traits::overflowCheck(std::numeric_limits<long double>::max()),
+               FatalPrecisionException);
 }
 
 TEST(OverflowTest, SaysThatNothingCanBeDone) {
   try {
-    Traits::overflows(1e19L);
+    Traits::overflowCheck(1e19L);
     FAIL() << "1e19 passed";
   } catch (const FatalPrecisionException& exception) {
     EXPECT_EQ(exception.message(),
@@ -121,7 +122,7 @@ TEST(OverflowTest, SaysThatNothingCanBeDone) {
 }
 
 TEST(OverflowTest, NeverReportsForMachineIntegers) {
-  EXPECT_FALSE(NumberTraits<long>::overflows(std::numeric_limits<long>::max()));
+  EXPECT_FALSE(NumberTraits<long>::overflowCheck(std::numeric_limits<long>::max()));
 }
 
 TEST(NumberTraitsOfLongDouble, TruncatesTheRemainder) {

@@ -26,7 +26,7 @@ TEST(Mpreal, NanEqualsNothing) {
 TEST(Mpreal, Infinity) {
   EXPECT_TRUE(Traits::isInfinite(-Traits::infinity()));
   EXPECT_TRUE(Traits::equal(Traits::infinity(), Traits::infinity()));
-  EXPECT_FALSE(Traits::overflows(mpreal("1e100")));
+  EXPECT_FALSE(Traits::overflowCheck(mpreal("1e100")));
 }
 
 TEST(Mpreal, TakesMachineIntegers) {

@@ -40,8 +40,8 @@ TEST(QQTraits, RemainderHasTheSignOfTheDividend) {
 }
 
 TEST(QQTraits, NeverOverflows) {
-  EXPECT_FALSE(Traits::overflows(huge));
-  EXPECT_FALSE(Traits::overflows(inf));
+  EXPECT_FALSE(Traits::overflowCheck(huge));
+  EXPECT_FALSE(Traits::overflowCheck(inf));
 }
 
 TEST(QQTraits, EqualValuesHaveEqualHashes) {
