@@ -1,0 +1,55 @@
+#include "algorithms/ModularElimination.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/IntegerRows.h"
+
+namespace starsift {
+namespace {
+
+using test::integerRows;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+TEST(SplitRows, KeepsWhatIsIndependentOfTheRowsAbove) {
+  const auto rows = integerRows({{1, 2, 3, 0}, {1, 2, 4, 0}, {0, 0, 5, 0}, {0, 1, 1, 0}});
+  const ModularSplit split = splitRows(rows, 4, PrimeField(101));
+  EXPECT_THAT(split.kept, ElementsAre(0U, 1U, 3U));
+  EXPECT_THAT(split.pivots, ElementsAre(0U, 2U, 1U));
+  EXPECT_THAT(split.doubtful, ElementsAre(2U));
+}
+
+TEST(SplitRows, TakesARowForDependentThatIsSoModuloThePrimeOnly) {
+  const auto rows = integerRows({{1, 0}, {1, 7}});
+  EXPECT_THAT(splitRows(rows, 2, PrimeField(7)).doubtful, ElementsAre(1U));
+  EXPECT_THAT(splitRows(rows, 2, PrimeField(5)).doubtful, IsEmpty());
+}
+
+TEST(SplitRows, HasNoDoubtsBehindAsManyRowsAsColumns) {
+  const auto rows = integerRows({{1, 1}, {2, 3}, {5, 7}, {1, 4}});
+  const ModularSplit split = splitRows(rows, 2, PrimeField(101));
+  EXPECT_THAT(split.kept, ElementsAre(0U, 1U));
+  EXPECT_THAT(split.doubtful, IsEmpty());
+}
+
+TEST(SplitRows, OfNoRowsIsEmpty) {
+  EXPECT_THAT(splitRows({}, 3, PrimeField(7)).kept, IsEmpty());
+  EXPECT_THAT(splitRows({}, 0, PrimeField(7)).kept, IsEmpty());
+}
+
+TEST(Invert, GivesTheInverseModuloThePrime) {
+  ModularMatrix matrix{{2, 1, 0}, {1, 3, 5}, {0, 4, 2}};
+  invert(matrix, PrimeField(11));
+  EXPECT_THAT(matrix, ElementsAre(ElementsAre(10U, 3U, 9U), ElementsAre(3U, 5U, 4U),
+                                  ElementsAre(5U, 1U, 9U)));
+}
+
+TEST(Invert, LeavesTheIdentityAlone) {
+  ModularMatrix matrix{{1, 0}, {0, 1}};
+  invert(matrix, PrimeField(2));
+  EXPECT_THAT(matrix, ElementsAre(ElementsAre(1U, 0U), ElementsAre(0U, 1U)));
+}
+
+}  // namespace
+}  // namespace starsift
