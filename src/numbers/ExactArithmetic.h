@@ -1,0 +1,68 @@
+// Arithmetic that an algorithm may rely on to the last digit, over either number
+// type: a result is exact or the operation throws.
+#pragma once
+
+#include "core/Exceptions.h"
+#include "numbers/Conversion.h"
+
+namespace starsift {
+
+/// Specialisations offer, all static, all operands finite unless told:
+///
+///   T product(a, b)                  a * b
+///   T quotient(a, b)                 a / b, b not 0
+///   void subtractProduct(sum, a, b)  sum -= a * b; sum may be infinite and stays so
+///   T roundedUp(a), roundedDown(a)   the neighbouring integer
+///   T denominator(a)                 the least positive integer q with q * a integer
+///   T powerOfTen(exponent)           exponent a non-negative integer
+///
+/// Over long double a number stands for the decimal that fromDbl() gives: 0.1 is a
+/// tenth, and 10 of them are 1. Integers whose result stays below 2^62 are computed as
+/// they are, anything else by way of QQ; a result that long double doesn't carry
+/// exactly throws a PrecisionException. Over QQ nothing throws; an exponent above
+/// 100000 is fatal, "QQ: exponent out of range".
+template <class T>
+struct ExactArithmetic;
+
+template <>
+struct ExactArithmetic<QQ> {
+  static QQ product(const QQ& a, const QQ& b) { return a * b; }
+  static QQ quotient(const QQ& a, const QQ& b) { return a / b; }
+  static void subtractProduct(QQ& sum, const QQ& a, const QQ& b) {
+    starsift::subtractProduct(sum, a, b);
+  }
+  static QQ roundedUp(const QQ& a) { return ceil(a); }
+  static QQ roundedDown(const QQ& a) { return floor(a); }
+  static QQ denominator(const QQ& a) { return a.isInteger() ? QQ::one() : a.denominator(); }
+  static QQ powerOfTen(const QQ& exponent);
+};
+
+template <>
+struct ExactArithmetic<dbl_t> {
+  static dbl_t product(dbl_t a, dbl_t b);
+  static dbl_t quotient(dbl_t a, dbl_t b);
+  static void subtractProduct(dbl_t& sum, dbl_t a, dbl_t b);
+  static dbl_t roundedUp(dbl_t a);
+  static dbl_t roundedDown(dbl_t a);
+  /// The nearest long double: one that can't be carried is above 10^18 and fails any
+  /// overflow check.
+  static dbl_t denominator(dbl_t a);
+  static dbl_t powerOfTen(dbl_t exponent);
+};
+
+/// True for 0, 1, 2, ...
+template <class T>
+bool isNonNegativeInteger(const T& value) {
+  return !NumberTraits<T>::isInfinite(value) && value >= T() &&
+         ExactArithmetic<T>::denominator(value) == T(1);
+}
+
+/// `value`, unless it left the range in which T is safe: a PrecisionException with
+/// `text` then, or FatalPrecisionException (see NumberTraits).
+template <class T>
+const T& checkedRange(const T& value, const char* text) {
+  if (NumberTraits<T>::overflowCheck(value)) throw PrecisionException(text);
+  return value;
+}
+
+}  // namespace starsift
