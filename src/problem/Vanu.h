@@ -46,6 +46,12 @@ class Vanu {
   /// True when every target has a finite goal.
   void updateFixedTargets();
 
+  /// Equations that were one-sided inequations or finite goals: the last rows of Ag, the
+  /// inequations first.
+  Index liftedRowCount() const { return slackCount + deviationCount / 2; }
+  /// Variables that are neither slacks nor deviations; they come first, the slacks follow.
+  Index originalCount() const { return rx.dimension() - slackCount - deviationCount; }
+
   /// Paths of the problem and of its solutions; empty when not set.
   std::string optFile;
   std::string solFile;
@@ -81,15 +87,20 @@ class Vanu {
   Vector<T> rx;
   /// Kind of each variable, derived from lx and rx.
   SerializableArray<FreedomDegree> fd;
-  /// What each variable was moved by to start at 0; set by normalisation.
+  /// What each variable was moved by to start at 0, one entry per column of Ag; set by
+  /// normalisation.
   Vector<T> shift;
+  /// Units of a variable to 1: above 1 where a slack or deviation counts in fractions;
+  /// set by normalisation.
+  Vector<T> slackUnit;
   /// Variables removed because lx = rx, in order of removal: original index, value.
   Array<Pair<Index, T>> fixedVars;
-  /// 1-based indices of the variables negated because only rx was finite.
+  /// 1-based indices, fixed variables not counted, of the variables negated because only
+  /// rx was finite.
   Array<Index> swappedVars;
   /// Every goal is finite; set by the reader.
   bool fixedTargets = false;
-  /// Equations that were one-sided inequations.
+  /// Equations that were one-sided inequations, and the variables added for them.
   Index slackCount = 0;
   /// Variables added for finite goals, two per target.
   Index deviationCount = 0;
@@ -127,6 +138,7 @@ void Vanu<T>::convertFrom(const Vanu<U>& source) {
   rx.convertFrom(source.rx, false);
   fd = source.fd;
   shift.convertFrom(source.shift, false);
+  slackUnit.convertFrom(source.slackUnit, false);
   fixedVars.resize(source.fixedVars.dimension(), false);
   for (Index i = 1; i <= fixedVars.dimension(); ++i) {
     fixedVars[i].left = source.fixedVars[i].left;
