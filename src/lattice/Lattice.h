@@ -60,9 +60,29 @@ class Lattice : public Vanu<T>, private ParamReactions {
   template <class U>
   void assignFrom(const Lattice<U, R>& other, bool keepParams);
 
-  /// Frees the problem as it was read and the stars, the two that grow with the
+  /// Frees the problem, as read and lifted, and the stars, the two that grow with the
   /// files: for a lattice whose state is taken from another one before its next use.
   void releaseFiles();
+
+  // Normal form of the problem: LatticeNormalise.inl
+
+  /// Makes this record, the working copy, the normal form of the problem: integer rows,
+  /// inequations with two finite bounds, independent equations, variables from 0 on.
+  ///
+  /// The first call lifts optOriginal: inequations with one bound become equations with a
+  /// slack, targets to reach equations with deviations; `generate` also looks for the
+  /// range of the target value. Later calls only build the working copy anew, unless
+  /// `force` starts again from the problem as read.
+  ///
+  /// A problem that its bounds show to have no solution is fatal, three texts that end
+  /// with "--> NO SOLUTIONS!"; so are bounds that can't be used. PrecisionException where
+  /// T can't hold a number safely.
+  void normalise(bool generate, bool force);
+  /// The part of normalise() on the working copy, which is lifted: from there to normal
+  /// form. With `verbose` dependent equations are reported.
+  void normaliseCopy(bool verbose);
+  /// The problem of the user, whether it was lifted since or not: what stars satisfy.
+  const Vanu<T>& problemAsRead() const;
 
   // Coordinate transformation: LatticeMapping.inl
 
@@ -141,8 +161,10 @@ class Lattice : public Vanu<T>, private ParamReactions {
   Vector<R> cLen;
   /// Texts that the parts of a run share; reset zeroes the counters.
   MainMutexVars runVariables;
-  /// The problem as it was read: what stars are checked against; never reset.
+  /// The problem as it was read, lifted by the first normalise(); never reset.
   Vanu<T> optOriginal;
+  /// Once optOriginal is lifted, what it was before; never reset.
+  Vanu<T> optAsRead;
   /// Common multiple of the bound ranges, 0 before generation; reset.
   T rangeMultiple = T();
   /// Scale factor per coordinate, m entries; reset.
@@ -204,6 +226,11 @@ class Lattice : public Vanu<T>, private ParamReactions {
   Vector<T> translation;
 
  private:
+  // Parts of the normal form: LatticeNormalise.inl
+
+  /// Lifts optOriginal and keeps what it was.
+  void liftProblem(bool withTargetRange);
+
   // Parts of the coordinate transformation: LatticeMapping.inl
 
   /// forwardMap with or without translation, whatever the parameter says.

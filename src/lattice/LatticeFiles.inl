@@ -24,17 +24,17 @@ void Lattice<T, R>::setFileNames(const std::string& path) {
 
 template <class T, class R>
 bool Lattice<T, R>::readStarsFromSolFile(bool peek) {
-  return readStars(this->solFile, optOriginal, stars, peek);
+  return readStars(this->solFile, problemAsRead(), stars, peek);
 }
 
 template <class T, class R>
 bool Lattice<T, R>::readStarsExactly(bool peek) {
-  return starsift::readStarsExactly(this->solFile, optOriginal, stars, peek);
+  return starsift::readStarsExactly(this->solFile, problemAsRead(), stars, peek);
 }
 
 template <class T, class R>
 bool Lattice<T, R>::checkStars() {
-  return starsift::checkStars(optOriginal, stars);
+  return starsift::checkStars(problemAsRead(), stars);
 }
 
 template <class T, class R>

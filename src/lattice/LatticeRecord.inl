@@ -154,6 +154,7 @@ void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, bool keepParams) {
   using Number = NumberConversion<T, U>;
   Vanu<T>::convertFrom(other);
   optOriginal.convertFrom(other.optOriginal);
+  optAsRead.convertFrom(other.optAsRead);
   homScaled = Number::convert(other.homScaled);
   n = other.n;
   m = other.m;
@@ -208,6 +209,7 @@ void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, bool keepParams) {
 template <class T, class R>
 void Lattice<T, R>::releaseFiles() {
   optOriginal = Vanu<T>();
+  optAsRead = Vanu<T>();
   stars.destroy();
 }
 

@@ -8,17 +8,17 @@ namespace starsift {
 
 template <class T, class R>
 std::string Lattice<T, R>::solutionsText() const {
-  return starsift::solutionsText(stars, optOriginal.dt);
+  return starsift::solutionsText(stars, problemAsRead().dt);
 }
 
 template <class T, class R>
 void Lattice<T, R>::writeSolutions(std::ostream& stream) const {
-  starsift::writeSolutions(stream, stars, optOriginal.dt);
+  starsift::writeSolutions(stream, stars, problemAsRead().dt);
 }
 
 template <class T, class R>
 std::string Lattice<T, R>::starReport(Index i) const {
-  return starsift::starReport(stars.element(i), optOriginal.dt);
+  return starsift::starReport(stars.element(i), problemAsRead().dt);
 }
 
 template <class T, class R>

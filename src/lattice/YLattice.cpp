@@ -57,6 +57,11 @@ void YLattice<R>::failOver(Index depth) {
 }
 
 template <class R>
+void YLattice<R>::normalise(bool generate, bool force) {
+  runStep([generate, force](auto& lattice) { lattice.normalise(generate, force); });
+}
+
+template <class R>
 bool YLattice<R>::readStarsFromSolFile(bool peek) {
   return runStep([peek](auto& lattice) { return lattice.readStarsFromSolFile(peek); },
                  OnFailure::unchanged);

@@ -68,6 +68,7 @@ class YLattice {
   }
 
   // Steps of Lattice.
+  void normalise(bool generate, bool force);
   bool readStarsFromSolFile(bool peek);
   bool readStarsExactly(bool peek);
   bool checkStars();

@@ -1,0 +1,65 @@
+// Lattice: the problem as read brought to the normal form that a lattice is made from.
+// The steps are functions of the floor below; here stands their order.
+#pragma once
+
+#include "lattice/Lattice.h"
+#include "problem/Bounds.h"
+#include "problem/DependentRows.h"
+#include "problem/Inequations.h"
+#include "problem/IntegerRows.h"
+#include "problem/RowBounds.h"
+#include "problem/Rows.h"
+#include "problem/Targets.h"
+
+namespace starsift {
+
+template <class T, class R>
+void Lattice<T, R>::normalise(bool generate, bool force) {
+  if (force && optOriginal.lifted) optOriginal = optAsRead;
+  if (!optOriginal.lifted) liftProblem(generate);
+  const bool reactionsWereOff = this->reactionsOff;
+  const bool trackingWasRestarted = this->trackingRestarted;
+  Vanu<T>::operator=(optOriginal);
+  this->reactionsOff = reactionsWereOff;
+  this->trackingRestarted = trackingWasRestarted;
+  normaliseCopy(params.verb == 2);
+}
+
+template <class T, class R>
+void Lattice<T, R>::liftProblem(bool withTargetRange) {
+  optAsRead = optOriginal;
+  fitColumns(optOriginal);
+  dropUselessInequations(optOriginal);
+  transferFakeInequations(optOriginal);
+  liftOneSidedInequations(optOriginal);
+  liftFiniteTargets(optOriginal);
+  aggregateTargets(optOriginal);
+  if (withTargetRange) addTargetThreshold(optOriginal);
+  optOriginal.lifted = true;
+}
+
+template <class T, class R>
+void Lattice<T, R>::normaliseCopy(bool verbose) {
+  Vanu<T>& problem = *this;
+  roundBounds(problem);
+  removeFixedVariables(problem);
+  scaleDecimalVariables(problem);
+  addModulusColumns(problem);
+  toIntegerRows(problem);
+  dropZeroModulusColumns(problem);
+  removeDependentEquations(problem, verbose);
+  swapHalfFreeVariables(problem);
+  checkRows(problem, RowKind::inequations);
+  // Tightening can leave an inequation one value only.
+  if (transferFakeInequations(problem) > 0) removeDependentEquations(problem, verbose);
+  checkRows(problem, RowKind::equations);
+  aggregateTargets(problem);
+  shiftLowerBounds(problem);
+}
+
+template <class T, class R>
+const Vanu<T>& Lattice<T, R>::problemAsRead() const {
+  return optOriginal.lifted ? optAsRead : optOriginal;
+}
+
+}  // namespace starsift
