@@ -40,7 +40,8 @@ using NumberTypes = testing::Types<long double, QQ>;
 TYPED_TEST_SUITE(NormalFormOver, NumberTypes);
 
 // 2.5 x + y >= 3, x + y + z + w = 10, 0 <= 2 x - 3 y <= 100, goal z = 4, w = 3,
-// x from 1 to 4.9, y in steps of a tenth from -inf to 2, z from 0 to 9.
+// x from 1 to 4.9, y in steps of a tenth from -inf to 2, z from 0 to 9: the example of
+// docs/reduction.md.
 constexpr const char* mixed =
     "[ 4 inf ] [ [ 0 0 1 0 ] [ 1 0 0 0 ] ] [ [ 1 1 1 1 ] ] [ 10 ] [ ] "
     "[ [ 2.5 1 0 0 ] [ 2 -3 0 0 ] ] [ 3 0 ] [ inf 100 ] "
