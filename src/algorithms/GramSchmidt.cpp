@@ -1,0 +1,44 @@
+#include "algorithms/GramSchmidt.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/Exceptions.h"
+
+namespace starsift {
+
+namespace {
+
+/// Sum of the first `count` products.
+template <class R>
+R partialDot(const Vector<R>& a, const Vector<R>& b, Index count) {
+  R sum = R();
+  for (Index i = 1; i <= count; ++i) sum += a[i] * b[i];
+  return sum;
+}
+
+}  // namespace
+
+template <class R>
+void classicGramSchmidt(const Matrix<R>& rows, Index k, Matrix<R>& mu, Vector<R>& cLen,
+                        Vector<R>& bSq) {
+  // r[j] is the product of row k with the orthogonalised row j.
+  Vector<R> r(k - 1);
+  for (Index j = 1; j < k; ++j) {
+    r[j] = rows[j] * rows[k] - partialDot(mu[j], r, j - 1);
+    mu[k][j] = r[j] / cLen[j];
+    if (std::isnan(mu[k][j])) throw DecimalPrecisionException("mu-classic has nan entry");
+  }
+  bSq[k] = rows[k] * rows[k];
+  const R c = bSq[k] - partialDot(mu[k], r, k - 1);
+  mu[k][k] = R(1);
+  std::fill(mu[k].begin() + k, mu[k].end(), R());
+  cLen[k] = c;
+  if (NumberTraits<R>::isInfinite(c))
+    throw DecimalPrecisionException("cLen-classic has infinite entry");
+}
+
+template void classicGramSchmidt(const Matrix<long double>&, Index, Matrix<long double>&,
+                                 Vector<long double>&, Vector<long double>&);
+
+}  // namespace starsift
