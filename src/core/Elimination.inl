@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cassert>
 #include <cstdlib>
 
 #include "core/Elimination.h"
@@ -19,11 +20,17 @@ Index leadingColumn(const Vector<T>& row) {
   return j;
 }
 
+/// When a row that starts in the same column with a greater entry takes the place of
+/// the pivot row: as soon as it is met, or the best of all once. The results differ in
+/// the order of the rows and in the parity of the exchanges.
+enum class Exchange { onSight, once };
+
 /// Row operations that go to the matrix and its transformation alike.
 template <class T>
 class Worker {
  public:
-  Worker(Matrix<T>& a, Matrix<T>& transform) : a_(a), transform_(transform) {}
+  Worker(Matrix<T>& a, Matrix<T>& transform, Exchange exchange)
+      : a_(a), transform_(transform), exchange_(exchange) {}
 
   bool oddSwaps() const { return oddSwaps_; }
 
@@ -37,14 +44,13 @@ class Worker {
       const Index j = leadingColumn(a_[i]);
       if (j > a_.columnCount() || j > pivotColumn) continue;
       const T size = NumberTraits<T>::absolute(a_[i][j]);
-      if (j < pivotColumn) {
-        pivotColumn = j;
-        pivotRow = i;
-        pivotSize = size;
-      } else if (size > pivotSize) {
+      if (j == pivotColumn && !(size > pivotSize)) continue;
+      if (j == pivotColumn && exchange_ == Exchange::onSight)
         swapRows(i, pivotRow);
-        pivotSize = size;
-      }
+      else
+        pivotRow = i;
+      pivotColumn = j;
+      pivotSize = size;
     }
     if (pivotRow != 0) swapRows(pivotRow, k);
     return pivotColumn;
@@ -71,6 +77,13 @@ class Worker {
     for (Index c = 1; c <= transform_.columnCount(); ++c) transform_[k][c] /= q;
   }
 
+  /// Each of the rows 1..last starts within the matrix.
+  bool areSet(Index last) const {
+    return std::all_of(a_.begin(), a_.begin() + last, [this](const Vector<T>& row) {
+      return leadingColumn(row) <= a_.columnCount();
+    });
+  }
+
  private:
   void swapRows(Index i, Index j) {
     if (i == j) return;
@@ -81,15 +94,15 @@ class Worker {
 
   Matrix<T>& a_;
   Matrix<T>& transform_;
+  Exchange exchange_;
   bool oddSwaps_ = false;
 };
 
-}  // namespace elimination
-
+/// The body of eliminate() and of what differs from it only in the exchange.
 template <class T>
-Index eliminate(Matrix<T>& a, Matrix<T>& transform, bool reduce) {
+Index toEchelon(Matrix<T>& a, Matrix<T>& transform, bool reduce, Exchange exchange) {
   transform = Matrix<T>::identity(a.rowCount());
-  elimination::Worker<T> worker(a, transform);
+  Worker<T> worker(a, transform, exchange);
   Index rank = 0;
   for (Index k = 1; k <= a.rowCount(); ++k) {
     const Index column = worker.bringPivotTo(k);
@@ -98,10 +111,19 @@ Index eliminate(Matrix<T>& a, Matrix<T>& transform, bool reduce) {
     if (reduce) {
       worker.normaliseRow(k, column);
       worker.clearColumn(k, column, 1, k - 1);
+      // A row above has its own pivot further left.
+      assert(worker.areSet(k - 1) && "This should not happen -- check it");
     }
     ++rank;
   }
   return worker.oddSwaps() ? -rank : rank;
+}
+
+}  // namespace elimination
+
+template <class T>
+Index eliminate(Matrix<T>& a, Matrix<T>& transform, bool reduce) {
+  return elimination::toEchelon(a, transform, reduce, elimination::Exchange::onSight);
 }
 
 template <class T>
