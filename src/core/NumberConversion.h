@@ -4,8 +4,10 @@
 
 namespace starsift {
 
-/// Specialisations give `static Target convert(const Source&)` and throw a
-/// PrecisionException where the target can't hold the value.
+/// Specialisations give `static Target convert(const Source&)`, which throws a
+/// PrecisionException where the target can't hold the value. Where Gram-Schmidt data
+/// of type Target is made from numbers of type Source there is also
+/// `static Target nearest(const Source&)`, which rounds and never throws.
 template <class Target, class Source>
 struct NumberConversion;
 

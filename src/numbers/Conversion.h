@@ -46,10 +46,11 @@ bool isExact(const QQ& value);
 /// last of 18 digits, or up to 1 / 10^9 where that is more. Infinities survive.
 bool representable(const QQ& value);
 
-/// Strict: throws where digits would be lost.
+/// Strict: throws where digits would be lost; nearest() rounds them away.
 template <>
 struct NumberConversion<dbl_t, QQ> {
   static dbl_t convert(const QQ& value) { return toDbl(value, true); }
+  static dbl_t nearest(const QQ& value) { return toDbl(value, false); }
 };
 
 /// Throws PrecisionException for a nan.

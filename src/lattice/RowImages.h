@@ -1,0 +1,67 @@
+// The rows of the basis in the number type of the Gram-Schmidt data.
+#pragma once
+
+#include <algorithm>
+
+#include "core/Matrix.h"
+
+namespace starsift {
+
+/// The rows of one basis, rounded to nearest once per change: whoever changes a row
+/// says so by one of the first three operations before the next look.
+template <class T, class R>
+class RowImages {
+ public:
+  /// Row k was changed.
+  void forget(Index k) {
+    if (k <= valid_.dimension()) valid_[k] = false;
+  }
+  /// Any row may have been changed.
+  void forgetAll() { std::fill(valid_.begin(), valid_.end(), false); }
+  /// Rows i and j changed places.
+  void swap(Index i, Index j) {
+    if (std::max(i, j) <= valid_.dimension()) {
+      images_.swapRows(i, j);
+      valid_.swap(i, j);
+    } else {
+      forget(i);
+      forget(j);
+    }
+  }
+
+  /// A matrix whose rows 1..last are those of the basis, as far as it has them. A squared
+  /// length beyond R is fatal: "numbers too large for the reduction".
+  const Matrix<R>& of(const Matrix<T>& basis, Index last) {
+    if (images_.rowCount() != basis.rowCount() || images_.columnCount() != basis.columnCount()) {
+      images_.resize(basis.rowCount(), basis.columnCount(), false);
+      valid_.resize(basis.rowCount(), false);
+      forgetAll();
+    }
+    for (Index k = 1; k <= std::min(last, basis.rowCount()); ++k)
+      if (!valid_[k]) convert(basis[k], k);
+    return images_;
+  }
+
+ private:
+  void convert(const Vector<T>& row, Index k) {
+    Vector<R>& image = images_[k];
+    std::transform(row.begin(), row.end(), image.begin(), NumberConversion<R, T>::nearest);
+    if (NumberTraits<R>::isInfinite(image * image)) fail("numbers too large for the reduction");
+    valid_[k] = true;
+  }
+
+  Matrix<R> images_;
+  Array<bool> valid_;
+};
+
+/// Rows that are there already.
+template <class R>
+class RowImages<R, R> {
+ public:
+  void forget(Index /*k*/) {}
+  void forgetAll() {}
+  void swap(Index /*i*/, Index /*j*/) {}
+  const Matrix<R>& of(const Matrix<R>& basis, Index /*last*/) { return basis; }
+};
+
+}  // namespace starsift
