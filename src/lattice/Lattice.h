@@ -10,10 +10,13 @@
 #include <cstdint>
 #include <string>
 
+#include "algorithms/Reflectors.h"
 #include "core/Guarded.h"
 #include "core/Set.h"
 #include "core/Star.h"
 #include "lattice/CoordinateFactors.h"
+#include "lattice/RowImages.h"
+#include "lattice/VecStatus.h"
 #include "lattice/VectorScore.h"
 #include "params/ExtendedParams.h"
 #include "problem/Vanu.h"
@@ -93,6 +96,29 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// Inverse forwardMap of every row.
   Matrix<T> backMapAll(const Matrix<T>& rows) const;
 
+  // Orthogonalisation: LatticeOrthogonal.inl
+  //
+  // Rows of mu, entries of cLen and bSq for the rows from..to of B, 1 <= from; `to` of
+  // 0 stands for n. A row depends on those before it when its squared orthogonal length
+  // is not above eps; its status word is ST_DEPENDENT then, and the rows behind it are
+  // left. In the exact lattice rows whose squared length long double can't hold are
+  // fatal, "numbers too large for the reduction".
+
+  /// Row by row, rows before `from` taken as done and rows with ST_MU skipped; sets
+  /// ST_MU. False at a dependent row. Throws as classicGramSchmidt().
+  bool classicOrthogonalise(Index from, Index to);
+  /// By lq_reduced(), from the first row on that isn't ST_CACHED_ROW; the words of the
+  /// rows become that with `useCache`, else ST_MU. Returns 0 or the first dependent
+  /// row, which with `abortOnDependency` is fatal: "Linear dependency detected - remove
+  /// these first!". Throws as lq_reduced(), or DecimalPrecisionException "mu-mod has nan
+  /// entry".
+  Index modifiedOrthogonalise(Index from, Index to, bool abortOnDependency, bool useCache);
+  /// By lq_full(), from the first row on that isn't ST_FULL_ROW, which the words of the
+  /// rows become; the rows of Q are the Gram-Schmidt vectors. Returns 0 or the first
+  /// dependent row, m + 1 at most; with `abortOnDependency` it is fatal: "Linear
+  /// dependency detected - remove first!". Throws as lq_full().
+  Index fullOrthogonalise(Index from, Index to, bool abortOnDependency);
+
   // Files and stars: LatticeFiles.inl
 
   /// Derives the paths of problem, solution and lattice file from that of the
@@ -151,7 +177,9 @@ class Lattice : public Vanu<T>, private ParamReactions {
   Matrix<T> B_save;
   /// The working basis: scaled, translated and reduced, n x m; reset.
   Matrix<T> B;
-  /// Orthogonal factor; emptied by reset.
+  /// The rows of B in R: what changes B tells it; resize.
+  RowImages<T, R> rowImages;
+  /// Orthogonal rows where ST_Q is set; emptied by reset and resize.
   Matrix<R> Q;
   /// Gram-Schmidt coefficients, n x n; resize.
   Matrix<R> mu;
@@ -195,22 +223,22 @@ class Lattice : public Vanu<T>, private ParamReactions {
   CoordinateFactors<T> savedFactors;
   /// Factors of the untransformed B; reset.
   CoordinateFactors<T> workingFactors;
-  /// Status bits per basis vector, n entries; reset.
-  Array<std::uint16_t> vecStatus;
+  /// Bits of VecStatus.h per basis vector, n entries; slot 0 is live; reset.
+  Array<StatusWord> vecStatus;
   /// Tracking was turned on by the lattice itself; reset.
   bool consistencyForced = false;
   /// Dependent vectors keep their status; reset.
   bool keepDependent = false;
-  /// Work rows of the reduced factorisation, one matrix a step; reset.
+  /// Work rows of the reduced factorisation, one matrix a step; reset and resize.
   Array<Matrix<R>> lqCache;
-  /// Squared lengths of the reduced factorisation; reset.
+  /// Squared lengths of the reduced factorisation; reset and resize.
   Vector<R> _d;
-  /// Triangular factor of the reduced factorisation; reset.
+  /// Triangular factor of the reduced factorisation; reset and resize.
   Matrix<R> Lr;
-  /// Triangular factor of the full factorisation; reset.
+  /// Triangular factor of the full factorisation; reset and resize.
   Matrix<R> L;
-  /// Products of the reflectors of the full factorisation; reset.
-  Array<Matrix<R>> Ps;
+  /// Reflectors of the full factorisation; reset and resize.
+  Reflectors<R> Ps;
   /// Amount that travels with each basis vector, n entries; reset.
   Vector<R> vectorAmounts;
   /// Mark that travels with each basis vector, n entries; reset.
@@ -236,6 +264,24 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// forwardMap with or without translation, whatever the parameter says.
   Vector<T> mapped(const Vector<T>& vector, bool inverse, bool translated) const;
 
+  // Parts of the orthogonalisation: LatticeOrthogonal.inl
+
+  /// Rows first..last of mu, cLen and bSq from factors that reach row `last`; `word`
+  /// becomes their status. 0 or the dependent row.
+  Index takeReduced(const Matrix<R>& triangle, const Vector<R>& lengths, Index first, Index last,
+                    StatusWord word);
+  /// The same from L and Q, which were made anew from row `restart` on.
+  Index takeFull(Index restart, Index first, Index last);
+  /// bSq[k] and cLen[k]; true, with the status set, for a dependent row.
+  bool takeLengths(Index k, const R& rowLength, const R& orthogonalLength);
+  /// Row k of mu from a triangular factor.
+  void takeCoefficients(Index k, const Matrix<R>& triangle);
+  /// The first row from..to whose status lacks one of the bits, else to + 1, or `from`
+  /// when that is beyond.
+  Index firstWithout(StatusWord bits, Index from, Index to) const;
+  /// The rows of the factors are no longer valid from row `from` on.
+  void releaseFactors(Index from);
+
   // Reactions to parameters: LatticeRecord.inl
 
   /// Turned on: tracking starts from the untransformed basis.
@@ -251,7 +297,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   void discardVectors();
   /// All stored vectors get m coordinates, new ones 0.
   void fitStoredVectors();
-  /// Empties all factor matrices.
+  /// Empties all factor matrices; the status words say so.
   void clearFactors();
   /// Takes `rows` as the working basis and forgets what was known of the former.
   void replaceBasis(Matrix<T> rows);

@@ -4,5 +4,6 @@
 #include "lattice/LatticeFiles.inl"
 #include "lattice/LatticeMapping.inl"
 #include "lattice/LatticeNormalise.inl"
+#include "lattice/LatticeOrthogonal.inl"
 #include "lattice/LatticeRecord.inl"
 #include "lattice/LatticeReports.inl"

@@ -80,7 +80,7 @@ void Lattice<T, R>::reset(const Matrix<T>* basis, bool clearFileName) {
   for (Vector<T>* vector : {&c, &l, &r, &lSave, &rSave}) *vector = Vector<T>(m);
   for (Vector<R>* vector : {&cLen, &bSq, &vectorAmounts}) *vector = Vector<R>(n);
   std::fill(vectorMarks.begin(), vectorMarks.end(), Index());
-  std::fill(vecStatus.begin(), vecStatus.end(), std::uint16_t());
+  std::fill(vecStatus.begin(), vecStatus.end(), StatusWord());
   latticeKind = LatticeKind::none;
   equationsRemoved = true;
   modsInLattice = false;
@@ -89,6 +89,7 @@ void Lattice<T, R>::reset(const Matrix<T>* basis, bool clearFileName) {
   scale = latticerecord::constant(m, T(1));
   translation = Vector<T>(m);
   B = B_save;
+  rowImages.forgetAll();
   homScaled = this->homValue;
   clearFactors();
 }
@@ -98,11 +99,14 @@ void Lattice<T, R>::resize(Index newN, Index newM, bool discard) {
   if (newN < 0 || newM < 0) return;
   const Index columns = newM > 0 ? newM : m;
   latticerecord::resizeFilled(B, newN, columns);
+  rowImages.forgetAll();
   latticerecord::resizeFilled(B_save, newN, columns);
   latticerecord::resizeFilled(mu, newN, newN);
   for (Matrix<T>& transformation : TT)
     if (transformation.rowCount() < newN) latticerecord::resizeFilled(transformation, newN, newN);
-  latticerecord::resizeFilled(vecStatus, newN);
+  // Slot 0 is live without vectors too.
+  latticerecord::resizeFilled(vecStatus, std::max(newN, Index{1}));
+  vecStatus.resize(newN, false);
   latticerecord::resizeFilled(vectorMarks, newN);
   for (Vector<R>* vector : {&cLen, &bSq, &vectorAmounts}) vector->resize(newN, false);
   const Index known = scale.dimension();
@@ -145,6 +149,7 @@ void Lattice<T, R>::clearFactors() {
   Ps.clear();
   _d.clear();
   for (Matrix<R>* factor : {&Q, &Lr, &L}) *factor = Matrix<R>();
+  releaseFactors(1);
 }
 
 template <class T, class R>
@@ -170,6 +175,7 @@ void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, bool keepParams) {
   latticerecord::convertAll(TT, other.TT);
   B_save.convertFrom(other.B_save, false);
   B.convertFrom(other.B, false);
+  rowImages.forgetAll();
   Q = other.Q;
   mu = other.mu;
   bSq = other.bSq;
@@ -245,7 +251,8 @@ void Lattice<T, R>::translateChanged() {
 template <class T, class R>
 void Lattice<T, R>::replaceBasis(Matrix<T> rows) {
   B = std::move(rows);
-  std::fill(vecStatus.begin(), vecStatus.end(), std::uint16_t());
+  rowImages.forgetAll();
+  std::fill(vecStatus.begin(), vecStatus.end(), StatusWord());
   workingFactors.clear();
 }
 

@@ -77,8 +77,8 @@ void fillAll(LatticeOver<T>& lattice) {
   lattice._d = Vector<long double>{1, 2};
   lattice.Lr = Matrix<long double>{{2}};
   lattice.L = Matrix<long double>{{3}};
-  lattice.Ps.resize(1, false);
-  lattice.Ps[1] = Matrix<long double>{{4}};
+  lattice.Ps.resize(1);
+  lattice.Ps.set(1, {Vector<long double>{4}, -2});
   lattice.vectorAmounts[1] = 0.5L;
   lattice.vectorMarks[2] = 6;
   HeuristicVector<T, long double> good;
@@ -185,8 +185,8 @@ void expectSameOrthogonalisation(const LatticeOver<T>& a, const LatticeOver<T>& 
   EXPECT_TRUE(sameMatrix(a.L, b.L));
   ASSERT_EQ(a.lqCache.dimension(), b.lqCache.dimension());
   EXPECT_TRUE(sameMatrix(a.lqCache[1], b.lqCache[1]));
-  ASSERT_EQ(a.Ps.dimension(), b.Ps.dimension());
-  EXPECT_TRUE(sameMatrix(a.Ps[1], b.Ps[1]));
+  ASSERT_EQ(a.Ps.count(), b.Ps.count());
+  EXPECT_TRUE(sameMatrix(a.Ps.product(1, 1), b.Ps.product(1, 1)));
 }
 
 template <class T>
