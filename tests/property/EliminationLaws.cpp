@@ -1,4 +1,4 @@
-// Elimination and determinant against fraction-free elimination over integers,
+// Elimination, echelon form and determinant against fraction-free elimination over integers,
 // which shares nothing with them: no division that rounds, no pivot search, no
 // transformation.
 #include <gtest/gtest.h>
@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "algorithms/Echelon.h"
 #include "numbers/VectorQQ.h"
 #include "support/ContainerGenerators.h"
 #include "support/EchelonCertificate.h"
@@ -146,6 +147,25 @@ RC_GTEST_PROP(EliminationOverQQ, HasOneReducedFormForAllOrdersOfTheRows, ()) {
   eliminate(a, transform, true);
   eliminate(b, transform, true);
   for (Index i = 1; i <= a.rowCount(); ++i) RC_ASSERT(identical(a[i], b[i]));
+}
+
+RC_GTEST_PROP(EchelonOverQQ, HasTheReducedFormOfTheElimination, ()) {
+  const Input input = arbitraryInput();
+  auto a = matrixFrom<QQ>(input.rows, input.columns);
+  auto b = a;
+  Matrix<QQ> transform;
+  const Index rank = eliminate(a, transform, true);
+  RC_ASSERT(std::abs(echelonForm(b, transform, true)) == std::abs(rank));
+  for (Index i = 1; i <= a.rowCount(); ++i) RC_ASSERT(identical(a[i], b[i]));
+}
+
+RC_GTEST_PROP(EchelonOverQQ, HasTheSignOfItsTransformation, ()) {
+  const Input input = arbitraryInput();
+  auto after = matrixFrom<QQ>(input.rows, input.columns);
+  Matrix<QQ> transform;
+  const Index rank = echelonForm(after, transform, false);
+  RC_PRE(rank != 0);
+  RC_ASSERT(expansion(transform) == QQ(rank < 0 ? -1 : 1));
 }
 
 RC_GTEST_PROP(DeterminantOverQQ, IsTheFractionFreeOne, ()) {

@@ -1,0 +1,106 @@
+// The three ways to Gram-Schmidt data against exact arithmetic and each other.
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+
+#include "lattice/Lattice.h"
+#include "support/ContainerGenerators.h"
+#include "support/OrthogonalCertificate.h"
+
+namespace starsift {
+namespace {
+
+using test::exactRows;
+using test::firstRows;
+using test::tenth;
+
+// Small enough that the squared length of an independent row stays far above the
+// tolerance, being a quotient of determinants.
+constexpr Index mostRows = 4;
+constexpr std::int64_t largestEntry = 3;
+
+struct Input {
+  test::Rows rows;
+  Index columns = 0;
+};
+
+Input arbitraryInput() {
+  const auto rows = *rc::gen::inRange<Index>(1, mostRows + 1);
+  const auto columns = *rc::gen::inRange<Index>(1, mostRows + 1);
+  return {*test::arbitraryRows(rows, columns, largestEntry), columns};
+}
+
+/// 0 or the first row that exactly depends on those before it.
+Index firstDependent(const test::ExactRows& rows) {
+  for (Index k = 1; k <= static_cast<Index>(rows.size()); ++k) {
+    const std::vector<mpq_class> last = test::orthogonalVectors(firstRows(rows, k)).back();
+    if (std::all_of(last.begin(), last.end(), [](const mpq_class& x) { return x == 0; })) return k;
+  }
+  return 0;
+}
+
+template <class T>
+Index orthogonalise(Lattice<T, long double>& lattice, int way) {
+  if (way == 0) return lattice.fullOrthogonalise(1, 0, false);
+  if (way < 3) return lattice.modifiedOrthogonalise(1, 0, false, way == 1);
+  if (lattice.classicOrthogonalise(1, 0)) return 0;
+  const auto word = std::find(lattice.vecStatus.begin(), lattice.vecStatus.end(), ST_DEPENDENT);
+  return word - lattice.vecStatus.begin() + 1;
+}
+
+RC_GTEST_PROP(Orthogonalisation, FindsTheFirstDependentRowAndIsRightBeforeIt, ()) {
+  const Input input = arbitraryInput();
+  const auto basis = test::matrixFrom<long double>(input.rows, input.columns);
+  const test::ExactRows rows = exactRows(basis);
+  const Index expected = firstDependent(rows);
+  const Index done = expected == 0 ? basis.rowCount() : expected - 1;
+  for (const int way : {0, 1, 2, 3}) {
+    Lattice<long double, long double> lattice(&basis);
+    RC_ASSERT(orthogonalise(lattice, way) == expected);
+    RC_ASSERT(
+        test::isOrthogonalisation(firstRows(rows, done), lattice.mu, lattice.cLen, tenth(15)));
+  }
+}
+
+RC_GTEST_PROP(Orthogonalisation, OfIntegersIsTheSameInBothLattices, ()) {
+  const Input input = arbitraryInput();
+  const auto basis = test::matrixFrom<long double>(input.rows, input.columns);
+  const auto exactBasis = test::matrixFrom<QQ>(input.rows, input.columns);
+  const auto way = *rc::gen::inRange(0, 4);
+  Lattice<long double, long double> standard(&basis);
+  Lattice<QQ, long double> exact(&exactBasis);
+  RC_ASSERT(orthogonalise(standard, way) == orthogonalise(exact, way));
+  RC_ASSERT(identical(standard.cLen, exact.cLen));
+  RC_ASSERT(identical(standard.bSq, exact.bSq));
+  for (Index k = 1; k <= standard.n; ++k) {
+    RC_ASSERT(identical(standard.mu[k], exact.mu[k]));
+    RC_ASSERT(standard.vecStatus[k] == exact.vecStatus[k]);
+  }
+}
+
+/// Rows of up to thirty digits, far from dependent.
+Matrix<QQ> longRows(Index rows) {
+  Matrix<QQ> basis(rows, rows);
+  for (Index i = 1; i <= rows; ++i) {
+    for (QQ& entry : basis[i]) {
+      entry = QQ(*rc::gen::inRange(-1000000000L, 1000000000L));
+      entry *= QQ(*rc::gen::inRange(-1000000000L, 1000000000L));
+      entry *= QQ(*rc::gen::inRange(-1000000000L, 1000000000L));
+    }
+    basis[i][i] += QQ::parse("10000000000000000000000000000");
+  }
+  return basis;
+}
+
+RC_GTEST_PROP(Orthogonalisation, OfThirtyDigitsIsRight, ()) {
+  const Matrix<QQ> basis = longRows(*rc::gen::inRange<Index>(1, 7));
+  for (const int way : {0, 1, 2, 3}) {
+    Lattice<QQ, long double> lattice(&basis);
+    RC_ASSERT(orthogonalise(lattice, way) == 0);
+    RC_ASSERT(test::isOrthogonalisation(exactRows(basis), lattice.mu, lattice.cLen, tenth(16)));
+  }
+}
+
+}  // namespace
+}  // namespace starsift
