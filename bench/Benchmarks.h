@@ -12,6 +12,7 @@ void registerConversions();
 
 // bench/algorithms
 void registerDotProducts();
+void registerIndependentRows();
 
 // bench/files
 void registerCheckStars();

@@ -13,6 +13,7 @@ void registerAll() {
   registerArithmetic();
   registerConversions();
   registerDotProducts();
+  registerIndependentRows();
   registerCheckStars();
   registerReadStars();
   registerWriteStars();
