@@ -41,28 +41,53 @@ bool combines(const PivotBlock& block, const Coefficients& coefficients, const I
   return true;
 }
 
-/// The row as a combination of the kept ones, if it is one.
-std::optional<Coefficients> combination(const PivotBlock& block, const IntegerRow& row,
-                                        std::size_t columns) {
-  PadicLift lift(block, row);
-  const std::size_t most = block.sufficientDigits(row);
-  for (std::size_t digits = 1;; digits = std::min(2 * digits, most)) {
-    lift.liftTo(digits);
-    std::optional<Coefficients> coefficients = lift.coefficients();
-    if (coefficients && combines(block, *coefficients, row, columns)) return coefficients;
-    if (digits == most) return std::nullopt;
-  }
-}
+/// Proofs that rows are combinations of the kept ones.
+class Combinations {
+ public:
+  Combinations(const PivotBlock& block, std::size_t columns) : block_(block), columns_(columns) {}
 
-/// The row depends on the first `above` of the kept rows. Coefficients are unique, so
-/// it doesn't where another kept row takes part.
-bool dependsOn(const PivotBlock& block, std::size_t above, const IntegerRow& row,
-               std::size_t columns) {
-  const std::optional<Coefficients> coefficients = combination(block, row, columns);
-  return coefficients &&
-         std::all_of(coefficients->numerators.begin() + static_cast<std::ptrdiff_t>(above),
-                     coefficients->numerators.end(), [](const ZZ& c) { return c.isZero(); });
-}
+  /// The row depends on the first `above` of the kept rows. Coefficients are unique, so
+  /// it doesn't where another kept row takes part.
+  bool dependsOn(std::size_t above, const IntegerRow& row) {
+    const std::optional<Coefficients> coefficients = find(row);
+    if (!coefficients) return false;
+    const auto below = coefficients->numerators.begin() + static_cast<std::ptrdiff_t>(above);
+    return std::all_of(below, coefficients->numerators.end(),
+                       [](const ZZ& numerator) { return numerator.isZero(); });
+  }
+
+ private:
+  /// The coefficients of the row over all kept ones, if it is a combination of them.
+  std::optional<Coefficients> find(const IntegerRow& row) {
+    PadicLift lift(block_, row);
+    const std::size_t most = block_.sufficientDigits(row);
+    // A guess that fails costs far less than an eighth of the digits.
+    for (std::size_t digits = 1;; digits = std::min(digits + digits / 8 + 1, most)) {
+      lift.liftTo(digits);
+      std::optional<Coefficients> coefficients = proven(lift.over(denominator_), row);
+      if (coefficients) return coefficients;
+      if (const std::optional<ZZ> denominator = lift.denominator())
+        coefficients = proven(lift.over(*denominator), row);
+      if (coefficients) {
+        denominator_ = lcm(denominator_, coefficients->denominator);
+        return coefficients;
+      }
+      if (digits == most) return std::nullopt;
+    }
+  }
+
+  std::optional<Coefficients> proven(std::optional<Coefficients> guess,
+                                     const IntegerRow& row) const {
+    if (guess && !combines(block_, *guess, row, columns_)) guess.reset();
+    return guess;
+  }
+
+  const PivotBlock& block_;
+  std::size_t columns_;
+  /// Of all coefficients so far. It divides the determinant of the block, and long
+  /// denominators are mostly that, so the next row may well need no other one.
+  ZZ denominator_ = ZZ::one();
+};
 
 struct Before {
   bool operator()(const IntegerRow& a, const IntegerRow& b) const { return a < b; }
@@ -99,10 +124,11 @@ std::optional<std::vector<std::size_t>> provenSplit(std::span<const IntegerRow> 
   ModularSplit split = splitRows(rows, columns, field);
   if (split.doubtful.empty()) return std::move(split.kept);
   const PivotBlock block(rows, split, field);
+  Combinations combinations(block, columns);
   std::size_t above = 0;
   for (const std::size_t i : split.doubtful) {
     while (above < split.kept.size() && split.kept[above] < i) ++above;
-    if (!dependsOn(block, above, rows[i], columns)) return std::nullopt;
+    if (!combinations.dependsOn(above, rows[i])) return std::nullopt;
   }
   return std::move(split.kept);
 }

@@ -46,58 +46,30 @@ Int128 dot(std::span<const std::uint32_t> digits, std::span<const std::int64_t> 
   return sum;
 }
 
-/// Residues modulo `modulus` as fractions over one denominator, each part at most
-/// `bound` in magnitude. 2 * bound^2 < modulus: there is one such fraction at most.
-class CommonFraction {
- public:
-  explicit CommonFraction(ZZ modulus) : modulus_(std::move(modulus)), denominator_(1) {
-    mpz_fdiv_q_2exp(bound_.get(), modulus_.get(), spareBits + 2);
-    mpz_sqrt(bound_.get(), bound_.get());
+/// The number of least magnitude that is `residue` modulo `modulus`.
+ZZ symmetricRest(const ZZ& residue, const ZZ& modulus) {
+  ZZ result;
+  mpz_fdiv_r(result.get(), residue.get(), modulus.get());
+  const ZZ complement = modulus - result;
+  return complement < result ? -complement : result;
+}
+
+/// Positive denominator of the fraction that is `residue` modulo `modulus` and has a
+/// numerator within `bound`. P. S. Wang, SYMSAC '81.
+ZZ reconstructedDenominator(const ZZ& residue, const ZZ& modulus, const ZZ& bound) {
+  ZZ upper = modulus;
+  ZZ lower = residue.sign() ? residue : residue + modulus;
+  ZZ before = ZZ::zero();
+  ZZ result = ZZ::one();
+  ZZ quotient;
+  while (lower > bound) {
+    divMod(upper, lower, quotient, upper);
+    upper.swap(lower);
+    mpz_submul(before.get(), quotient.get(), result.get());
+    before.swap(result);
   }
-
-  const ZZ& denominator() const { return denominator_; }
-
-  /// The numerator of `residue` over the denominator.
-  ZZ numerator(const ZZ& residue) const {
-    ZZ result;
-    mpz_mul(result.get(), residue.get(), denominator_.get());
-    mpz_fdiv_r(result.get(), result.get(), modulus_.get());
-    const ZZ complement = modulus_ - result;
-    return complement < result ? -complement : result;
-  }
-
-  bool isShort(const ZZ& value) const { return mpz_cmpabs(value.get(), bound_.get()) <= 0; }
-
-  /// Multiplies the denominator by what `residue` needs; false where its fraction
-  /// would be too long.
-  bool extendFor(const ZZ& residue) {
-    const ZZ numerator = this->numerator(residue);
-    if (isShort(numerator)) return isShort(denominator_);
-    denominator_ *= reconstructedDenominator(numerator);
-    return isShort(denominator_);
-  }
-
- private:
-  /// That of the fraction with a numerator within the bound. P. S. Wang, SYMSAC '81.
-  ZZ reconstructedDenominator(const ZZ& residue) const {
-    ZZ upper = modulus_;
-    ZZ lower = residue.sign() ? residue : residue + modulus_;
-    ZZ before = ZZ::zero();
-    ZZ result = ZZ::one();
-    ZZ quotient;
-    while (!isShort(lower)) {
-      divMod(upper, lower, quotient, upper);
-      upper.swap(lower);
-      mpz_submul(before.get(), quotient.get(), result.get());
-      before.swap(result);
-    }
-    return abs(result);
-  }
-
-  ZZ modulus_;
-  ZZ bound_;
-  ZZ denominator_;
-};
+  return abs(result);
+}
 
 }  // namespace
 
@@ -154,12 +126,12 @@ std::vector<std::uint32_t> PivotBlock::solveModulo(std::span<const ZZ> b) const 
 }
 
 void PivotBlock::divideOut(std::vector<ZZ>& b, std::span<const std::uint32_t> c) const {
-  for (std::size_t j = 0; j < order(); ++j) {
-    subtract(b[j], dot(c, smallColumns_[j]));
-    for (std::size_t i = 0; i < bigRows_.size(); ++i)
+  for (std::size_t j = 0; j < order(); ++j) subtract(b[j], dot(c, smallColumns_[j]));
+  // The entries of a big row lie next to each other, those of a column far apart.
+  for (std::size_t i = 0; i < bigRows_.size(); ++i)
+    for (std::size_t j = 0; j < order(); ++j)
       mpz_submul_ui(b[j].get(), bigEntries_[i][j].get(), c[bigRows_[i]]);
-    mpz_divexact_ui(b[j].get(), b[j].get(), field_.prime());
-  }
+  for (ZZ& entry : b) mpz_divexact_ui(entry.get(), entry.get(), field_.prime());
 }
 
 PadicLift::PadicLift(const PivotBlock& block, const IntegerRow& row)
@@ -181,19 +153,37 @@ ZZ PadicLift::value(std::size_t i) const {
   return value;
 }
 
-std::optional<Coefficients> PadicLift::coefficients() const {
+ZZ PadicLift::modulus() const {
   ZZ modulus;
   mpz_ui_pow_ui(modulus.get(), block_->field().prime(), digits_.size());
-  CommonFraction fraction(std::move(modulus));
-  Coefficients result;
+  return modulus;
+}
+
+std::optional<ZZ> PadicLift::denominator() const {
+  const ZZ modulus = this->modulus();
+  // 2 * bound^2 < modulus: no two fractions with parts up to the bound have the same
+  // residue.
+  ZZ bound;
+  mpz_fdiv_q_2exp(bound.get(), modulus.get(), spareBits + 2);
+  mpz_sqrt(bound.get(), bound.get());
+  ZZ result = ZZ::one();
   for (std::size_t i = 0; i < block_->order(); ++i) {
-    if (!fraction.extendFor(result.numerators.emplace_back(value(i)))) return std::nullopt;
+    const ZZ numerator = symmetricRest(value(i) * result, modulus);
+    if (abs(numerator) > bound) result *= reconstructedDenominator(numerator, modulus, bound);
+    if (result > bound) return std::nullopt;
   }
-  for (ZZ& numerator : result.numerators) {
-    numerator = fraction.numerator(numerator);
-    if (!fraction.isShort(numerator)) return std::nullopt;
+  return result;
+}
+
+std::optional<Coefficients> PadicLift::over(const ZZ& denominator) const {
+  const ZZ modulus = this->modulus();
+  Coefficients result{{}, denominator};
+  result.numerators.reserve(block_->order());
+  for (std::size_t i = 0; i < block_->order(); ++i) {
+    ZZ& numerator = result.numerators.emplace_back(value(i) * denominator);
+    numerator = symmetricRest(numerator, modulus);
+    if (bits(numerator) + spareBits > bits(modulus)) return std::nullopt;
   }
-  result.denominator = fraction.denominator();
   return result;
 }
 

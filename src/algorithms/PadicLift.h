@@ -70,13 +70,21 @@ class PadicLift {
   /// Goes on until there are `digits` digits.
   void liftTo(std::size_t digits);
 
-  /// The rationals of least size with these digits, if there are any that are much
-  /// shorter than a random number would need. From sufficientDigits() on they are the
-  /// solution; before that they are a guess.
-  std::optional<Coefficients> coefficients() const;
+  /// The common denominator of the rationals with these digits whose parts are much
+  /// shorter than random ones would be, if there are any. From sufficientDigits() on
+  /// it is that of the solution; before that it is a guess.
+  std::optional<ZZ> denominator() const;
+
+  /// The integers over `denominator`, which is positive, with these digits, where all
+  /// are much shorter than random ones would be. A guess as long as they might be
+  /// longer than that. Half the digits are enough where the denominator is known.
+  std::optional<Coefficients> over(const ZZ& denominator) const;
 
  private:
+  /// Coefficient i modulo modulus().
   ZZ value(std::size_t i) const;
+  /// The prime to the number of digits.
+  ZZ modulus() const;
 
   const PivotBlock* block_;
   /// What is left of the right-hand side.

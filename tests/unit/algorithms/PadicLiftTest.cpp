@@ -23,7 +23,7 @@ Coefficients solve(const std::vector<IntegerRow>& rows, const IntegerRow& row,
   const PivotBlock block = blockOf(rows, prime);
   PadicLift lift(block, row);
   lift.liftTo(block.sufficientDigits(row));
-  return lift.coefficients().value_or(Coefficients{});
+  return lift.over(lift.denominator().value_or(ZZ::one())).value_or(Coefficients{});
 }
 
 /// numerators * rows == denominator * row, in every column.
@@ -74,11 +74,10 @@ TEST(PadicLift, GuessesShortCoefficientsByOneDigit) {
   const PivotBlock block = blockOf(rows, 1'000'000'007);
   PadicLift lift(block, integerRows({{3, -1, -5}}).front());
   lift.liftTo(1);
-  const std::optional<Coefficients> c = lift.coefficients();
+  EXPECT_EQ(lift.denominator(), ZZ(1));
+  const std::optional<Coefficients> c = lift.over(ZZ(1));
   ASSERT_TRUE(c.has_value());
-  EXPECT_EQ(c->numerators[0], ZZ(2));
-  EXPECT_EQ(c->numerators[1], ZZ(-1));
-  EXPECT_EQ(c->numerators[2], ZZ(0));
+  EXPECT_EQ(c->numerators, (std::vector<ZZ>{ZZ(2), ZZ(-1), ZZ(0)}));
   EXPECT_EQ(c->denominator, ZZ(1));
 }
 
@@ -86,9 +85,23 @@ TEST(PadicLift, GuessesNothingByTooFewDigits) {
   const auto rows = integerRows({{2, 1, 0}, {1, 3, 5}, {0, 4, 2}});
   const PivotBlock block = blockOf(rows, 1'000'000'007);
   PadicLift lift(block, integerRows({{12345, 54321, 1}}).front());
-  EXPECT_FALSE(lift.coefficients().has_value());
+  EXPECT_EQ(lift.denominator(), std::nullopt);
   lift.liftTo(1);
-  EXPECT_FALSE(lift.coefficients().has_value());
+  EXPECT_EQ(lift.denominator(), std::nullopt);
+}
+
+TEST(PadicLift, NeedsFewerDigitsForAKnownDenominator) {
+  const auto rows = integerRows({{2, 1, 0}, {1, 3, 5}, {0, 4, 2}});
+  const auto row = integerRows({{1, 1, 1}}).front();
+  const PivotBlock block = blockOf(rows, 101);
+  PadicLift lift(block, row);
+  lift.liftTo(4);
+  // 101^4 has 27 bits, too few for a numerator and a denominator.
+  EXPECT_EQ(lift.denominator(), std::nullopt);
+  const std::optional<Coefficients> c = lift.over(ZZ(5));
+  ASSERT_TRUE(c.has_value());
+  EXPECT_EQ(c->numerators, (std::vector<ZZ>{ZZ(2), ZZ(1), ZZ(0)}));
+  EXPECT_FALSE(lift.over(ZZ(7)).has_value());
 }
 
 }  // namespace
