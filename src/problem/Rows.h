@@ -57,7 +57,7 @@ void insertElements(Array<T>& elements, Index position, std::vector<T>& added) {
 template <class T>
 void insertEquations(Vanu<T>& problem, Index position, PlainEquations<T>&& added) {
   if (added.rows.empty()) return;
-  if (!problem.Ag.isSet()) problem.Ag.resize(0, added.rows.front().dimension(), false);
+  if (problem.Ag.rowCount() == 0) problem.Ag.resize(0, added.rows.front().dimension(), false);
   if (problem.qg.isSet()) {
     std::vector<T> plain(added.rows.size());
     insertElements(problem.qg, position, plain);

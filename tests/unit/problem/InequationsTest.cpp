@@ -87,6 +87,18 @@ TYPED_TEST(InequationsOver, EqualitiesNeedNoEquationsBefore) {
   EXPECT_EQ(textOf(problem.bg), "[ 7 ]");
 }
 
+// All variables may be fixed by then.
+TYPED_TEST(InequationsOver, EqualitiesWithoutVariablesJoinTheEquations) {
+  Vanu<TypeParam> problem;
+  problem.Ag.resize(1, 0, false);
+  problem.bg = Vector<TypeParam>{TypeParam(5)};
+  problem.Au.resize(1, 0, false);
+  problem.lu = problem.ru = Vector<TypeParam>{TypeParam(0)};
+  this->consoleOf([&] { transferFakeInequations(problem); });
+  EXPECT_EQ(problem.Ag.rowCount(), 2);
+  EXPECT_EQ(textOf(problem.bg), "[ 5 0 ]");
+}
+
 TYPED_TEST(InequationsOver, EqualitiesStandBeforeLiftedEquations) {
   auto problem = problemFrom<TypeParam>(
       "[ ] [ ] [ [ 1 0 0 0 ] [ 1 -1 0 0 ] [ 1 0 1 -1 ] ] [ 4 5 6 ] [ ] [ [ 2 0 0 0 ] ] [ 7 ] [ 7 ] "
