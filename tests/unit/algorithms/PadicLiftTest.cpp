@@ -69,6 +69,17 @@ TEST(PadicLift, FindsCoefficientsOfTheGreatestMachineIntegers) {
   expectCombination(solve(rows, row, 1'000'000'007), rows, row, 3);
 }
 
+TEST(PadicLift, FindsTheLongestCoefficientsByTheSufficientDigits) {
+  // Hadamard's bound is reached where the rows are orthogonal.
+  const long a = 100'000'000'000'000'003;
+  const long b = 99'999'999'999'999'998;
+  const auto rows = integerRows({{a, b}, {b, -a}});
+  const auto row = integerRows({{1, 1}}).front();
+  const Coefficients c = solve(rows, row, 1'000'000'007);
+  expectCombination(c, rows, row, 2);
+  EXPECT_EQ(c.denominator, ZZ(a) * ZZ(a) + ZZ(b) * ZZ(b));
+}
+
 TEST(PadicLift, GuessesShortCoefficientsByOneDigit) {
   const auto rows = integerRows({{2, 1, 0}, {1, 3, 5}, {0, 4, 2}});
   const PivotBlock block = blockOf(rows, 1'000'000'007);
