@@ -23,7 +23,7 @@ struct Shape {
   bool shuffled = false;
 };
 
-/// The peer takes minutes beyond.
+/// The peer takes more than a second here, and its numbers grow with each row.
 constexpr Index mostRowsOfPeer = 125;
 
 std::string nameOf(const Shape& shape) {
