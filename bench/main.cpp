@@ -14,6 +14,7 @@ void registerAll() {
   registerConversions();
   registerDotProducts();
   registerIndependentRows();
+  registerOrthogonalise();
   registerCheckStars();
   registerReadStars();
   registerWriteStars();
