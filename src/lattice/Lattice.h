@@ -272,7 +272,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
                     StatusWord word);
   /// The same from L and Q, which were made anew from row `restart` on.
   Index takeFull(Index restart, Index first, Index last);
-  /// bSq[k] and cLen[k]; true, with the status set, for a dependent row.
+  /// bSq[k] and cLen[k]; true, with the status set, for a dependent row. The row of mu
+  /// is not valid yet.
   bool takeLengths(Index k, const R& rowLength, const R& orthogonalLength);
   /// Row k of mu from a triangular factor.
   void takeCoefficients(Index k, const Matrix<R>& triangle);

@@ -8,6 +8,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <ctime>
 #include <iostream>
@@ -87,6 +88,8 @@ Index Lattice<T, R>::takeReduced(const Matrix<R>& triangle, const Vector<R>& len
   const Matrix<R>& rows = rowImages.of(B, last);
   // A dependency before the first row is told too.
   for (Index k = std::min(first, last); k <= last; ++k) {
+    // The factorisation has refused such a pivot.
+    assert(!NumberTraits<R>::isInfinite(lengths[k]) && "cLen-mod has infinite entry");
     if (takeLengths(k, rows[k] * rows[k], lengths[k])) return k;
     takeCoefficients(k, triangle);
     for (Index j = 1; j < k; ++j)
@@ -133,9 +136,10 @@ template <class T, class R>
 bool Lattice<T, R>::takeLengths(Index k, const R& rowLength, const R& orthogonalLength) {
   bSq[k] = rowLength;
   cLen[k] = orthogonalLength;
-  if (!latticeorthogonal::isDependent(orthogonalLength)) return false;
-  vecStatus[k] = ST_DEPENDENT;
-  return true;
+  const bool isDependent = latticeorthogonal::isDependent(orthogonalLength);
+  // What was known of the row goes even where its coefficients can't be made.
+  vecStatus[k] = isDependent ? ST_DEPENDENT : without(vecStatus[k], ST_MU);
+  return isDependent;
 }
 
 template <class T, class R>

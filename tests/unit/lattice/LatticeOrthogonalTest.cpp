@@ -560,6 +560,14 @@ TEST(Orthogonal, FactorsAreRightAfterAnException) {
   expectDone(lattice, 3, tenth(17));
 }
 
+TEST(Orthogonal, RowIsNotDoneAfterAnException) {
+  const Matrix<long double> basis{{1, 2}, {nan, 1}};
+  LatticeOver<long double> lattice(&basis);
+  lattice.vecStatus[2] = ST_MU;
+  EXPECT_THROW(orthogonalise(lattice, Way::modified), DecimalPrecisionException);
+  EXPECT_EQ(lattice.vecStatus[2], 0);
+}
+
 /// The text of a run with a console that was last written at `time`.
 std::string consoleOf(bool extended, std::time_t time) {
   const Matrix<long double> basis{{1, 0}, {0, 1}};
