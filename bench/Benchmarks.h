@@ -13,7 +13,10 @@ void registerConversions();
 // bench/algorithms
 void registerDotProducts();
 void registerIndependentRows();
+
+// bench/lattice
 void registerOrthogonalise();
+void registerNormalise();
 
 // bench/files
 void registerCheckStars();

@@ -15,6 +15,7 @@ void registerAll() {
   registerDotProducts();
   registerIndependentRows();
   registerOrthogonalise();
+  registerNormalise();
   registerCheckStars();
   registerReadStars();
   registerWriteStars();
