@@ -4,16 +4,18 @@
 
 #include <algorithm>
 
-#include "lattice/Lattice.h"
 #include "support/ContainerGenerators.h"
-#include "support/OrthogonalCertificate.h"
+#include "support/OrthogonalWays.h"
 
 namespace starsift {
 namespace {
 
+using test::allWays;
 using test::exactRows;
 using test::firstRows;
+using test::orthogonalise;
 using test::tenth;
+using test::Way;
 
 // Small enough that the squared length of an independent row stays far above the
 // tolerance, being a quotient of determinants.
@@ -40,22 +42,13 @@ Index firstDependent(const test::ExactRows& rows) {
   return 0;
 }
 
-template <class T>
-Index orthogonalise(Lattice<T, long double>& lattice, int way) {
-  if (way == 0) return lattice.fullOrthogonalise(1, 0, false);
-  if (way < 3) return lattice.modifiedOrthogonalise(1, 0, false, way == 1);
-  if (lattice.classicOrthogonalise(1, 0)) return 0;
-  const auto word = std::find(lattice.vecStatus.begin(), lattice.vecStatus.end(), ST_DEPENDENT);
-  return word - lattice.vecStatus.begin() + 1;
-}
-
 RC_GTEST_PROP(Orthogonalisation, FindsTheFirstDependentRowAndIsRightBeforeIt, ()) {
   const Input input = arbitraryInput();
   const auto basis = test::matrixFrom<long double>(input.rows, input.columns);
   const test::ExactRows rows = exactRows(basis);
   const Index expected = firstDependent(rows);
   const Index done = expected == 0 ? basis.rowCount() : expected - 1;
-  for (const int way : {0, 1, 2, 3}) {
+  for (const Way way : allWays) {
     Lattice<long double, long double> lattice(&basis);
     RC_ASSERT(orthogonalise(lattice, way) == expected);
     RC_ASSERT(
@@ -67,7 +60,7 @@ RC_GTEST_PROP(Orthogonalisation, OfIntegersIsTheSameInBothLattices, ()) {
   const Input input = arbitraryInput();
   const auto basis = test::matrixFrom<long double>(input.rows, input.columns);
   const auto exactBasis = test::matrixFrom<QQ>(input.rows, input.columns);
-  const auto way = *rc::gen::inRange(0, 4);
+  const auto way = *rc::gen::elementOf(allWays);
   Lattice<long double, long double> standard(&basis);
   Lattice<QQ, long double> exact(&exactBasis);
   RC_ASSERT(orthogonalise(standard, way) == orthogonalise(exact, way));
@@ -95,7 +88,7 @@ Matrix<QQ> longRows(Index rows) {
 
 RC_GTEST_PROP(Orthogonalisation, OfThirtyDigitsIsRight, ()) {
   const Matrix<QQ> basis = longRows(*rc::gen::inRange<Index>(1, 7));
-  for (const int way : {0, 1, 2, 3}) {
+  for (const Way way : allWays) {
     Lattice<QQ, long double> lattice(&basis);
     RC_ASSERT(orthogonalise(lattice, way) == 0);
     RC_ASSERT(test::isOrthogonalisation(exactRows(basis), lattice.mu, lattice.cLen, tenth(16)));

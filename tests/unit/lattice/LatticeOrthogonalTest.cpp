@@ -1,84 +1,23 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
-#include <ctime>
-#include <limits>
-#include <string>
 
-#include "core/Console.h"
 #include "core/Exceptions.h"
-#include "lattice/Lattice.h"
 #include "support/ExpectFails.h"
-#include "support/OrthogonalCertificate.h"
-#include "support/Problem.h"
+#include "support/OrthogonalWays.h"
 
 namespace starsift {
 namespace {
 
-using test::exactRows;
-using test::firstRows;
-using test::q;
+using test::allWays;
+using test::change;
+using test::expectDone;
+using test::expectVectors;
+using test::LatticeOver;
+using test::orthogonalise;
 using test::tenth;
-
-template <class T>
-using LatticeOver = Lattice<T, long double>;
-
-/// The three ways, by name.
-enum class Way { classic, modified, cached, full };
-
-constexpr Way allWays[] = {Way::classic, Way::modified, Way::cached, Way::full};
-
-/// 0 or the first dependent row.
-template <class T>
-Index orthogonalise(LatticeOver<T>& lattice, Way way, Index from = 1, Index to = 0) {
-  if (way == Way::full) return lattice.fullOrthogonalise(from, to, false);
-  if (way != Way::classic)
-    return lattice.modifiedOrthogonalise(from, to, false, way == Way::cached);
-  if (lattice.classicOrthogonalise(from, to)) return 0;
-  Index k = from;
-  while (lattice.vecStatus[k] != ST_DEPENDENT) ++k;
-  return k;
-}
-
-StatusWord wordOf(Way way) {
-  if (way == Way::full) return 0x0e;
-  return way == Way::cached ? 0x16 : 0x02;
-}
-
-/// Changes row k as the reduction does: it and all behind it lose their status.
-template <class T>
-void change(LatticeOver<T>& lattice, Index k, const Vector<T>& row) {
-  lattice.B[k] = row;
-  lattice.rowImages.forget(k);
-  for (Index i = k; i <= lattice.n; ++i) lattice.vecStatus[i] = 0;
-}
-
-/// Rows 1..count of mu, cLen and bSq belong to those of the basis.
-template <class T>
-void expectDone(const LatticeOver<T>& lattice, Index count, const mpq_class& bound) {
-  const test::ExactRows rows = firstRows(exactRows(lattice.B), count);
-  EXPECT_TRUE(test::isOrthogonalisation(rows, lattice.mu, lattice.cLen, bound));
-  for (Index k = 1; k <= count; ++k) {
-    long double length = 0;
-    for (const mpq_class& entry : rows[static_cast<std::size_t>(k - 1)])
-      length += static_cast<long double>(entry.get_d()) * static_cast<long double>(entry.get_d());
-    EXPECT_NEAR(static_cast<double>(lattice.bSq[k] / length), 1, 1e-12);
-  }
-}
-
-/// The rows of Q that are valid are the Gram-Schmidt vectors.
-template <class T>
-void expectVectors(const LatticeOver<T>& lattice, const mpq_class& bound) {
-  Index count = 0;
-  while (count < lattice.n && carries(lattice.vecStatus[count + 1], ST_Q)) ++count;
-  ASSERT_LE(count, lattice.Q.rowCount());
-  const test::ExactRows vectors = firstRows(exactRows(lattice.Q), count);
-  EXPECT_TRUE(test::areOrthogonal(vectors, bound));
-  const Matrix<long double>& mu = lattice.mu;
-  EXPECT_TRUE(test::isProduct(firstRows(exactRows(mu), count), vectors,
-                              firstRows(exactRows(lattice.B), count), bound));
-}
+using test::Way;
+using test::wordOf;
 
 template <class T>
 class OrthogonalOver : public testing::Test {
@@ -439,153 +378,6 @@ TYPED_TEST(OrthogonalOver, RowsThatAreNotThereAreRefused) {
   EXPECT_FAILS_WITH(lattice.modifiedOrthogonalise(3, 3, false, false),
                     "lq_reduced: dimension mismatch");
   EXPECT_FAILS_WITH(lattice.fullOrthogonalise(1, 3, false), "lq_full: end index overflow");
-}
-
-/// What the classic way may lose: the squares of the rows cancel.
-TEST(Orthogonal, NearDependenceIsFoundIndependent) {
-  // The second row is 1e-3 off the first; the squared length is 1e-6.
-  const Matrix<QQ> basis{{q("1"), q("1"), q("1")}, {q("1"), q("1"), q("1001/1000")}};
-  for (const Way way : allWays) {
-    LatticeOver<QQ> lattice(&basis);
-    EXPECT_EQ(orthogonalise(lattice, way), 0);
-    expectDone(lattice, 2, tenth(17));
-  }
-}
-
-TEST(Orthogonal, DistanceOfABillionthIsADependence) {
-  const Matrix<QQ> basis{{q("1"), q("1")}, {q("1"), q("1000000001/1000000000")}};
-  for (const Way way : allWays) {
-    LatticeOver<QQ> lattice(&basis);
-    EXPECT_EQ(orthogonalise(lattice, way), 2);
-  }
-}
-
-TEST(Orthogonal, SquaredLengthOfABillionthPartsDependenceFromIndependence) {
-  // Of the second row half the square of the difference is left.
-  const Matrix<QQ> below{{q("1"), q("1")}, {q("1"), q("1.000044")}};
-  const Matrix<QQ> above{{q("1"), q("1")}, {q("1"), q("1.000046")}};
-  for (const Way way : allWays) {
-    LatticeOver<QQ> lattice(&below);
-    EXPECT_EQ(orthogonalise(lattice, way), 2);
-    lattice.reset(&above, false);
-    EXPECT_EQ(orthogonalise(lattice, way), 0);
-    expectDone(lattice, 2, tenth(17));
-  }
-}
-
-TEST(Orthogonal, FactorisationsKeepDigitsThatTheClassicWayLoses) {
-  // Squares of 10^16 leave nothing of a distance of 1 in the classic way.
-  const Matrix<QQ> basis{{q("100000000000"), q("100000000000"), q("1")},
-                         {q("100000000000"), q("100000000001"), q("1")}};
-  const test::ExactRows vectors = test::orthogonalVectors(exactRows(basis));
-  const mpq_class exact =
-      vectors[1][0] * vectors[1][0] + vectors[1][1] * vectors[1][1] + vectors[1][2] * vectors[1][2];
-  for (const Way way : {Way::modified, Way::cached, Way::full}) {
-    LatticeOver<QQ> lattice(&basis);
-    EXPECT_EQ(orthogonalise(lattice, way), 0);
-    EXPECT_TRUE(abs(test::exactly(lattice.cLen[2]) - exact) < exact * tenth(6));
-  }
-}
-
-TEST(Orthogonal, EntriesOfThirtyDigitsAreRoundedOnlyOnTheirWay) {
-  const Matrix<QQ> basis{
-      {q("123456789012345678901234567890"), q("-987654321098765432109876543210"), q("1")},
-      {q("555555555555555555555555555555"), q("1"), q("314159265358979323846264338327")},
-      {q("7"), q("271828182845904523536028747135"), q("-161803398874989484820458683436")}};
-  for (const Way way : allWays) {
-    LatticeOver<QQ> lattice(&basis);
-    EXPECT_EQ(orthogonalise(lattice, way), 0);
-    expectDone(lattice, 3, tenth(17));
-    expectVectors(lattice, tenth(17));
-  }
-}
-
-TEST(Orthogonal, ThirdsAreNoObstacle) {
-  const Matrix<QQ> basis{{q("1/3"), q("2/7")}, {q("5/11"), q("-1/13")}};
-  for (const Way way : allWays) {
-    LatticeOver<QQ> lattice(&basis);
-    EXPECT_EQ(orthogonalise(lattice, way), 0);
-    expectDone(lattice, 2, tenth(17));
-  }
-}
-
-TEST(Orthogonal, NumbersBeyondLongDoubleEndTheExactReduction) {
-  Matrix<QQ> basis{{q("1"), q("0")}, {q("0"), q("1e2500")}};
-  LatticeOver<QQ> lattice(&basis);
-  EXPECT_TRUE(lattice.classicOrthogonalise(1, 1));
-  for (const Way way : allWays)
-    EXPECT_FAILS_WITH(orthogonalise(lattice, way), "numbers too large for the reduction");
-  basis[2][2] = q("1e6000");
-  lattice.reset(&basis, false);
-  EXPECT_FAILS_WITH(orthogonalise(lattice, Way::classic), "numbers too large for the reduction");
-}
-
-/// The message of the exception, or what happened instead.
-std::string refusal(const Matrix<long double>& basis, Way way) {
-  LatticeOver<long double> lattice(&basis);
-  try {
-    orthogonalise(lattice, way);
-  } catch (const DecimalPrecisionException& exception) {
-    return exception.message();
-  }
-  return "orthogonalised";
-}
-
-constexpr long double nan = std::numeric_limits<long double>::quiet_NaN();
-
-TEST(Orthogonal, NanEntriesAreExceptionsOfTheStandardLattice) {
-  const Matrix<long double> basis{{1, 2}, {nan, 1}};
-  EXPECT_EQ(refusal(basis, Way::classic), "mu-classic has nan entry");
-  EXPECT_EQ(refusal(basis, Way::modified), "mu-mod has nan entry");
-  EXPECT_EQ(refusal(basis, Way::cached), "mu-mod has nan entry");
-  EXPECT_EQ(refusal(basis, Way::full), "L has nan entry");
-  EXPECT_EQ(refusal({{1, nan}, {1, 1}}, Way::full), "Ps has nan entry");
-}
-
-TEST(Orthogonal, InfiniteLengthsAreExceptionsOfTheStandardLattice) {
-  const Matrix<long double> basis{{1, 0}, {0, 1e2500L}};
-  EXPECT_EQ(refusal(basis, Way::classic), "cLen-classic has infinite entry");
-  EXPECT_EQ(refusal(basis, Way::modified), "_d has infinite entry");
-  EXPECT_EQ(refusal(basis, Way::cached), "_d has infinite entry");
-  EXPECT_EQ(refusal({{0, 1e2500L}, {1, 0}}, Way::full), "Ps has nan entry");
-}
-
-TEST(Orthogonal, FactorsAreRightAfterAnException) {
-  const Matrix<long double> basis{{1, 0, 0}, {0, 1, 0}, {0, 0, 1e2500L}};
-  LatticeOver<long double> lattice(&basis);
-  EXPECT_THROW(orthogonalise(lattice, Way::cached), DecimalPrecisionException);
-  expectVectors(lattice, tenth(17));
-  change(lattice, 3, Vector<long double>{1, 1, 1});
-  EXPECT_EQ(orthogonalise(lattice, Way::cached), 0);
-  expectDone(lattice, 3, tenth(17));
-}
-
-TEST(Orthogonal, RowIsNotDoneAfterAnException) {
-  const Matrix<long double> basis{{1, 2}, {nan, 1}};
-  LatticeOver<long double> lattice(&basis);
-  lattice.vecStatus[2] = ST_MU;
-  EXPECT_THROW(orthogonalise(lattice, Way::modified), DecimalPrecisionException);
-  EXPECT_EQ(lattice.vecStatus[2], 0);
-}
-
-/// The text of a run with a console that was last written at `time`.
-std::string consoleOf(bool extended, std::time_t time) {
-  const Matrix<long double> basis{{1, 0}, {0, 1}};
-  LatticeOver<long double> lattice(&basis);
-  consoleState() = {};
-  consoleState().extendedOutput = extended;
-  consoleState().lastOutputTime = time;
-  testing::internal::CaptureStdout();
-  lattice.modifiedOrthogonalise(1, 0, false, false);
-  consoleState() = {};
-  return testing::internal::GetCapturedStdout();
-}
-
-TEST(Orthogonal, SaysOnceAnHourWhereItIs) {
-  const std::time_t now = std::time(nullptr);
-  EXPECT_EQ(consoleOf(true, now - 4000), "|-> lq_reduced k = 1, mm = 2\n");
-  EXPECT_EQ(consoleOf(true, now - 3500), "");
-  EXPECT_EQ(consoleOf(false, now - 4000), "");
 }
 
 }  // namespace
