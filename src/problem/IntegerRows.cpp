@@ -104,6 +104,7 @@ void makeEquationIntegers(Vanu<T>& problem, Index i, const T& factor) {
   if (factor == T(1)) return;
   const std::vector<Index> own = ownColumns(problem, i);
   std::vector<T> units;
+  units.reserve(own.size());
   for (const Index column : own) units.push_back(problem.Ag[i][column]);
   multiply(problem.Ag[i], factor, "Ag iMF overflow");
   for (std::size_t k = 0; k < own.size(); ++k) problem.Ag[i][own[k]] = units[k];
