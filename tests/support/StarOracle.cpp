@@ -6,22 +6,10 @@
 
 namespace starsift::oracle {
 
-namespace {
-
-mpq_class ratio(const mpz_class& numerator, const mpz_class& denominator) {
-  mpq_class result(numerator, denominator);
-  result.canonicalize();
-  return result;
-}
-
 mpz_class powerOfTen(unsigned long exponent) {
   mpz_class result;
   mpz_ui_pow_ui(result.get_mpz_t(), 10, exponent);
   return result;
-}
-
-mpq_class tolerance() {
-  return ratio(1, powerOfTen(9));
 }
 
 mpq_class product(const Point& row, const Point& x) {
@@ -30,17 +18,29 @@ mpq_class product(const Point& row, const Point& x) {
   return sum;
 }
 
+bool between(const Bound& lower, const mpq_class& value, const Bound& upper) {
+  if (lower.infinite > 0 || upper.infinite < 0) return false;
+  return (lower.infinite != 0 || lower.value <= value) &&
+         (upper.infinite != 0 || value <= upper.value);
+}
+
+namespace {
+
+mpq_class ratio(const mpz_class& numerator, const mpz_class& denominator) {
+  mpq_class result(numerator, denominator);
+  result.canonicalize();
+  return result;
+}
+
+mpq_class tolerance() {
+  return ratio(1, powerOfTen(9));
+}
+
 /// value - k * modulus, k towards 0.
 mpq_class remainder(const mpq_class& value, const mpq_class& modulus) {
   const mpq_class quotient = value / modulus;
   const mpz_class whole = quotient.get_num() / quotient.get_den();
   return value - modulus * mpq_class(whole);
-}
-
-bool between(const Bound& lower, const mpq_class& value, const Bound& upper) {
-  if (lower.infinite > 0 || upper.infinite < 0) return false;
-  return (lower.infinite != 0 || lower.value <= value) &&
-         (upper.infinite != 0 || value <= upper.value);
 }
 
 bool holds(const Equation& equation, const Point& x) {
@@ -184,16 +184,19 @@ std::string pointText(const Point& point) {
 
 std::string problemText(const Problem& problem) {
   const auto row = [](const auto& item) { return pointText(item.row); };
-  const auto& [targets, equations, inequations, lower, upper] = problem;
+  const auto& [targets, equations, inequations, lower, upper, decimals, thresholds] = problem;
   std::string text =
       listText(targets, [](const Target& target) { return boundText(target.goal); }) +
-      listText(targets, row) + listText(equations, row) +
+      (thresholds.empty() ? "" : "= " + listText(thresholds, boundText)) + listText(targets, row) +
+      listText(equations, row) +
       listText(equations, [](const Equation& item) { return fractionText(item.value); }) +
       listText(equations, [](const Equation& item) { return fractionText(item.modulus); }) +
       listText(inequations, row) +
       listText(inequations, [](const Inequation& item) { return boundText(item.lower); }) +
       listText(inequations, [](const Inequation& item) { return boundText(item.upper); });
-  text += listText(lower, [](const Bound&) { return std::string("0"); });
+  std::vector<unsigned> places = decimals;
+  places.resize(lower.size());
+  text += listText(places, [](unsigned count) { return std::to_string(count); });
   return text + listText(lower, boundText) + listText(upper, boundText);
 }
 

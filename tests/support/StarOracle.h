@@ -18,12 +18,16 @@ using Point = std::vector<mpq_class>;
 struct Bound {
   int infinite = 0;
   mpq_class value;
+
+  bool operator==(const Bound&) const = default;
 };
 
 struct Target {
   /// +infinity: maximise, -infinity: minimise, finite: reach.
   Bound goal;
   Point row;
+
+  bool operator==(const Target&) const = default;
 };
 
 struct Equation {
@@ -31,12 +35,16 @@ struct Equation {
   mpq_class value;
   /// 0 for a plain equation.
   mpq_class modulus;
+
+  bool operator==(const Equation&) const = default;
 };
 
 struct Inequation {
   Point row;
   Bound lower;
   Bound upper;
+
+  bool operator==(const Inequation&) const = default;
 };
 
 struct Problem {
@@ -46,6 +54,10 @@ struct Problem {
   /// One each per variable.
   std::vector<Bound> lower;
   std::vector<Bound> upper;
+  /// Decimal places per variable; empty: 0 each.
+  std::vector<unsigned> decimals{};
+  /// One per target; empty: none are given.
+  std::vector<Bound> thresholds{};
 };
 
 /// A record of a solution file.
@@ -81,6 +93,15 @@ std::string mixedText(const mpq_class& value);
 /// The value of a decimal of up to 18 significant digits as a stream with six
 /// digits shows it; nothing for other values.
 std::optional<std::string> sixDigits(const mpq_class& value);
+
+/// The product of two points of one length.
+mpq_class product(const Point& row, const Point& x);
+
+/// lower <= value <= upper; no number lies beyond an infinity.
+bool between(const Bound& lower, const mpq_class& value, const Bound& upper);
+
+/// 10^exponent.
+mpz_class powerOfTen(unsigned long exponent);
 
 /// Any form that the system writes: mixed number, decimal, exponent.
 mpq_class parseNumber(std::string_view text);
