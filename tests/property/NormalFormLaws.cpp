@@ -1,0 +1,300 @@
+// The normal form of a problem against all points of its box, in exact arithmetic of
+// another make.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iostream>
+#include <map>
+#include <set>
+#include <sstream>
+
+#include "ThrowingFailure.h"
+#include "core/Console.h"
+#include "lattice/YLattice.h"
+#include "numbers/Conversion.h"
+#include "support/NormalFormFeatures.h"
+#include "support/NormalFormGenerators.h"
+#include "support/NormalFormOracle.h"
+
+namespace starsift {
+namespace {
+
+using oracle::PlainRecord;
+using oracle::Point;
+using oracle::Problem;
+using test::FatalReport;
+using test::SmallProblem;
+using Standard = Lattice<long double, long double>;
+using Exact = Lattice<QQ, long double>;
+
+constexpr int problemCount = 2000;
+
+// The reports of a problem without solutions.
+constexpr const char* infiniteRow = "Unfulfillable infinite inequation detected --> NO SOLUTIONS!";
+constexpr const char* emptyRange = "sol bounds error";
+constexpr const char* emptyInequation = "Unfulfillable inequality detected --> NO SOLUTIONS!";
+constexpr const char* emptyEquation = "Unfulfillable equality detected --> NO SOLUTIONS!";
+
+/// Keeps both streams of the process quiet while it lives.
+class Silence {
+ public:
+  Silence() = default;
+  Silence(const Silence&) = delete;
+  Silence& operator=(const Silence&) = delete;
+  ~Silence() {
+    std::cout.rdbuf(out_);
+    std::cerr.rdbuf(err_);
+    consoleState() = {};
+  }
+
+ private:
+  std::ostringstream swallowed_;
+  std::streambuf* out_ = std::cout.rdbuf(swallowed_.rdbuf());
+  std::streambuf* err_ = std::cerr.rdbuf(swallowed_.rdbuf());
+};
+
+template <class T>
+PlainRecord plain(const Vanu<T>& problem) {
+  Vanu<QQ> exact;
+  exact.convertFrom(problem);
+  return oracle::plainRecord(exact);
+}
+
+/// A normal form, or the report that there is none.
+struct Outcome {
+  std::optional<PlainRecord> normal;
+  std::string report;
+};
+
+template <class T>
+Outcome normalised(Lattice<T, long double>& lattice, bool generate, bool force) {
+  const Silence silence;
+  try {
+    lattice.normalise(generate, force);
+  } catch (const FatalReport& report) {
+    return {std::nullopt, report.what()};
+  }
+  return {plain<T>(lattice), ""};
+}
+
+Outcome normalForm(const SmallProblem& problem) {
+  Exact lattice;
+  lattice.optOriginal = problem.record();
+  return normalised(lattice, true, false);
+}
+
+/// The law as a property over problemCount problems.
+template <class Law>
+void checkOverProblems(const Law& law) {
+  rc::detail::TestParams params = rc::detail::configuration().testParams;
+  params.maxSuccess = problemCount;
+  const auto result = rc::detail::checkTestable([&law] { law(*test::arbitrarySmallProblem()); },
+                                                rc::detail::TestMetadata(), params);
+  std::ostringstream text;
+  rc::detail::printResultMessage(result, text);
+  if (!result.template is<rc::detail::SuccessResult>())
+    FAIL() << text.str() << "\nseed=" << params.seed;
+}
+
+void failWith(const std::string& claim, const PlainRecord& normal) {
+  RC_FAIL(claim + "\nin normal form:\n" + oracle::recordText(normal));
+}
+
+/// The same law over the problems that have a normal form.
+template <class Law>
+void checkOverNormalForms(const Law& law) {
+  checkOverProblems([&law](const SmallProblem& small) {
+    const Outcome outcome = normalForm(small);
+    if (outcome.normal) law(small.problem, *outcome.normal);
+  });
+}
+
+TEST(NormalForm, HasExactlyTheSolutionsOfTheProblem) {
+  checkOverNormalForms([](const Problem& problem, const PlainRecord& normal) {
+    const std::optional<Point> x =
+        oracle::firstDifference(problem, normal, test::pointsAround(problem));
+    if (x) failWith("another verdict on " + oracle::pointText(*x), normal);
+  });
+}
+
+TEST(NormalForm, IsRefusedOnlyWithoutSolutions) {
+  checkOverProblems([](const SmallProblem& small) {
+    const Outcome outcome = normalForm(small);
+    if (outcome.normal) return;
+    const std::optional<Point> x =
+        oracle::firstSolution(small.problem, test::pointsAround(small.problem));
+    if (x) RC_FAIL(outcome.report + " in spite of " + oracle::pointText(*x));
+  });
+}
+
+TEST(NormalForm, IsRefusedForTheFirstReason) {
+  checkOverProblems([](const SmallProblem& small) {
+    const Problem& problem = small.problem;
+    const std::string report = normalForm(small).report;
+    const bool infinite = std::any_of(
+        problem.inequations.begin(), problem.inequations.end(),
+        [](const auto& row) { return row.lower.infinite != 0 && row.lower == row.upper; });
+    bool empty = false;
+    for (std::size_t j = 0; j < problem.lower.size(); ++j)
+      empty = empty || oracle::rangeOf(problem, j).empty;
+    if (infinite)
+      RC_ASSERT(report == infiniteRow);
+    else if (empty)
+      RC_ASSERT(report == emptyRange);
+    else
+      RC_ASSERT(report.empty() || report == emptyInequation || report == emptyEquation);
+  });
+}
+
+TEST(NormalForm, IsRefusedForAnEquationThatNoVariableIsLeftOf) {
+  const Problem problem = {{}, {{{0}, 1, 0}}, {{{1}, {0, 0}, {0, 1}}}, {{0, 0}}, {{0, 0}}};
+  EXPECT_EQ(normalForm({problem, false}).report, emptyEquation);
+}
+
+TEST(NormalForm, HasItsForm) {
+  checkOverNormalForms([](const Problem& problem, const PlainRecord& normal) {
+    const std::string faults = oracle::formFaults(problem, normal);
+    if (!faults.empty()) failWith(faults, normal);
+  });
+}
+
+TEST(NormalForm, KeepsTheValuesOfTheTargets) {
+  checkOverNormalForms([](const Problem& problem, const PlainRecord& normal) {
+    const std::vector<Point> points = test::pointsAround(problem);
+    const std::string faults = oracle::targetFaults(problem, normal, points);
+    if (!faults.empty()) failWith(faults, normal);
+  });
+}
+
+TEST(NormalForm, KeepsTheRangeOfTheTargets) {
+  checkOverNormalForms([](const Problem& problem, const PlainRecord& normal) {
+    const std::vector<Point> points = test::pointsAround(problem);
+    const std::string faults = oracle::rangeFaults(problem, normal, points);
+    if (!faults.empty()) failWith(faults, normal);
+  });
+}
+
+TEST(NormalForm, CountsSlacksAndDeviationsInTheirUnits) {
+  checkOverNormalForms([](const Problem& problem, const PlainRecord& normal) {
+    const std::vector<Point> points = test::pointsAround(problem);
+    const std::string faults = oracle::unitFaults(problem, normal, points);
+    if (!faults.empty()) failWith(faults, normal);
+  });
+}
+
+TEST(NormalForm, IsTriedOnEverythingThatItRemoves) {
+  std::map<std::string, int> counts;
+  int solvable = 0;
+  checkOverProblems([&](const SmallProblem& small) {
+    for (const std::string& feature : test::featuresOf(small)) ++counts[feature];
+    const Outcome outcome = normalForm(small);
+    if (outcome.normal)
+      for (const std::string& feature : test::featuresOf(small.problem, *outcome.normal))
+        ++counts[feature];
+    else
+      ++counts[outcome.report];
+    const std::vector<Point> points = test::pointsAround(small.problem);
+    if (oracle::firstSolution(small.problem, points)) ++solvable;
+  });
+  EXPECT_GE(solvable, problemCount / 3);
+  std::set<std::string> wanted = {infiniteRow, emptyRange, emptyInequation, emptyEquation};
+  wanted.merge(std::set<std::string>(test::problemFeatures()));
+  wanted.merge(std::set<std::string>(test::formFeatures()));
+  for (const std::string& feature : wanted)
+    EXPECT_GE(counts[feature], problemCount / 400) << feature;
+}
+
+/// A congruence of this kind holds for all integers, whatever its value.
+bool isModuloOne(const oracle::Equation& row, std::size_t variables) {
+  return row.modulus != 0 &&
+         std::any_of(row.row.begin() + static_cast<std::ptrdiff_t>(variables), row.row.end(),
+                     [](const mpq_class& entry) { return abs(entry) == 1; });
+}
+
+/// The first equation whose right-hand side may be one more without any word of the
+/// oracle about solutions or slacks.
+std::optional<std::size_t> firstLooseEquation(const Problem& problem, const PlainRecord& normal,
+                                              const std::vector<Point>& points) {
+  for (std::size_t i = 0; i < normal.equations.size(); ++i) {
+    if (isModuloOne(normal.equations[i], normal.variables())) continue;
+    PlainRecord damaged = normal;
+    damaged.equations[i].value += 1;
+    if (!oracle::firstDifference(problem, damaged, points) &&
+        oracle::unitFaults(problem, damaged, points).empty())
+      return i;
+  }
+  return std::nullopt;
+}
+
+TEST(NormalForm, IsToldFromOneWithAnotherRightHandSide) {
+  checkOverNormalForms([](const Problem& problem, const PlainRecord& normal) {
+    const std::vector<Point> points = test::pointsAround(problem);
+    if (!oracle::firstSolution(problem, points)) return;
+    if (const auto i = firstLooseEquation(problem, normal, points))
+      failWith("equation " + std::to_string(*i) + " says nothing", normal);
+  });
+}
+
+TEST(NormalForm, ComesBackUnchanged) {
+  checkOverProblems([](const SmallProblem& small) {
+    Exact lattice;
+    lattice.optOriginal = small.record();
+    const PlainRecord asRead = oracle::plainRecord(lattice.optOriginal);
+    const Outcome first = normalised(lattice, true, false);
+    if (!first.normal) return;
+    RC_ASSERT(oracle::plainRecord(lattice.problemAsRead()) == asRead);
+    const PlainRecord lifted = oracle::plainRecord(lattice.optOriginal);
+    RC_ASSERT(normalised(lattice, false, false).normal == first.normal);
+    RC_ASSERT(oracle::plainRecord(lattice.optOriginal) == lifted);
+    RC_ASSERT(normalised(lattice, true, true).normal == first.normal);
+    RC_ASSERT(oracle::plainRecord(lattice.optOriginal) == lifted);
+    RC_ASSERT(oracle::plainRecord(lattice.problemAsRead()) == asRead);
+  });
+}
+
+/// The normal form in long double; nothing where that can't hold it.
+std::optional<Outcome> standardForm(const SmallProblem& small) {
+  Standard lattice;
+  try {
+    lattice.optOriginal.convertFrom(small.record());
+    return normalised(lattice, true, false);
+  } catch (const PrecisionException&) {
+    return std::nullopt;
+  }
+}
+
+TEST(NormalForm, IsTheSameInLongDouble) {
+  int carried = 0;
+  checkOverProblems([&carried](const SmallProblem& small) {
+    const std::optional<Outcome> standard = standardForm(small);
+    if (!standard) return;
+    ++carried;
+    const Outcome exact = normalForm(small);
+    RC_ASSERT(standard->report == exact.report);
+    if (standard->normal != exact.normal) failWith("another one", *standard->normal);
+  });
+  EXPECT_GE(carried, problemCount / 2);
+}
+
+TEST(NormalForm, IsTheSameInTheLatticeOfTwoPrecisions) {
+  checkOverProblems([](const SmallProblem& small) {
+    YLattice<long double> lattice;
+    lattice.useExtendedPrecision();
+    lattice.exact().optOriginal = small.record();
+    lattice.tryStandardPrecision();
+    Outcome outcome;
+    try {
+      const Silence silence;
+      lattice.normalise(true, false);
+      outcome.normal = lattice.withLive([](const auto& live) { return plain(live); });
+    } catch (const FatalReport& report) {
+      outcome.report = report.what();
+    }
+    const Outcome exact = normalForm(small);
+    RC_ASSERT(outcome.report == exact.report);
+    if (outcome.normal != exact.normal) failWith("another one", *outcome.normal);
+  });
+}
+
+}  // namespace
+}  // namespace starsift
