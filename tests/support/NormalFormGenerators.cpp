@@ -36,6 +36,7 @@ class Builder {
   SmallProblem build() {
     denominators_ = *rc::gen::element(std::vector<int>{1}, std::vector<int>{1, 1, 10},
                                       std::vector<int>{1, 2, 10}, std::vector<int>{1, 2, 3, 10});
+    large_ = chance(15);
     const int n = *rc::gen::element(1, 2, 2, 3, 3, 4);
     for (int j = 0; j < n; ++j) addVariable();
     for (int i = *rc::gen::inRange(0, 4); i > 0; --i) addEquation();
@@ -44,6 +45,7 @@ class Builder {
     Problem& problem = result_.problem;
     if (problem.targets.empty() && problem.equations.empty() && problem.inequations.empty())
       addTargets(1);
+    weighRows();
     result_.namesModuli =
         chance(30) || std::any_of(problem.equations.begin(), problem.equations.end(),
                                   [](const auto& row) { return row.modulus != 0; });
@@ -64,10 +66,24 @@ class Builder {
 
   mpq_class atAnchor(const Point& row) const { return oracle::product(row, anchor_); }
 
+  /// Mostly 0, else an integer of the size at which long double begins to fail.
+  mpq_class farOff() {
+    if (!large_ || chance(50)) return 0;
+    const mpz_class power = oracle::powerOfTen(*rc::gen::element(6U, 9U, 12U, 17U, 18U, 21U));
+    return *rc::gen::element(-1, 1) * power + *rc::gen::inRange(0, 10);
+  }
+
+  /// A positive number of that size or its reciprocal, else 1.
+  mpq_class weight() {
+    const mpq_class number = abs(farOff());
+    if (number == 0) return 1;
+    return chance(70) ? number : mpq_class(1 / number);
+  }
+
   void addVariable() {
     const unsigned decimals = *rc::gen::element(0U, 0U, 0U, 0U, 1U, 2U);
     const mpq_class step = mpq_class(1) / oracle::powerOfTen(decimals);
-    const mpq_class value = step * *rc::gen::inRange(-2, 3);
+    const mpq_class value = step * (farOff() + *rc::gen::inRange(-2, 3));
     // What rounding to the steps takes away again.
     const mpq_class below = step * *rc::gen::element(0, 0, 0, 1) / *rc::gen::element(2, 3, 10);
     const mpq_class above = step * *rc::gen::element(0, 0, 0, 1) / *rc::gen::element(2, 3, 10);
@@ -215,7 +231,29 @@ class Builder {
     }
   }
 
+  /// Multiplies rows with all that belongs to them, in a problem of large numbers.
+  void weighRows() {
+    const auto multiply = [](Point& row, const std::vector<mpq_class*>& values,
+                             const mpq_class& factor) {
+      for (mpq_class& coefficient : row) coefficient *= factor;
+      for (mpq_class* value : values) *value *= factor;
+    };
+    Problem& problem = result_.problem;
+    for (oracle::Equation& row : problem.equations)
+      multiply(row.row, {&row.value, &row.modulus}, weight());
+    for (oracle::Inequation& row : problem.inequations)
+      multiply(row.row, {&row.lower.value, &row.upper.value}, weight());
+    for (std::size_t i = 0; i < problem.targets.size(); ++i) {
+      oracle::Target& target = problem.targets[i];
+      std::vector<mpq_class*> values = {&target.goal.value};
+      if (!problem.thresholds.empty()) values.push_back(&problem.thresholds[i].value);
+      multiply(target.row, values, weight());
+    }
+  }
+
   SmallProblem result_;
+  /// Variables and rows of large numbers.
+  bool large_ = false;
   /// The point that the rows are built around.
   Point anchor_;
   std::vector<int> denominators_;
