@@ -265,15 +265,28 @@ std::optional<Outcome> standardForm(const SmallProblem& small) {
 
 TEST(NormalForm, IsTheSameInLongDouble) {
   int carried = 0;
-  checkOverProblems([&carried](const SmallProblem& small) {
+  int refused = 0;
+  checkOverProblems([&](const SmallProblem& small) {
     const std::optional<Outcome> standard = standardForm(small);
+    ++(standard ? carried : refused);
     if (!standard) return;
-    ++carried;
     const Outcome exact = normalForm(small);
     RC_ASSERT(standard->report == exact.report);
     if (standard->normal != exact.normal) failWith("another one", *standard->normal);
   });
   EXPECT_GE(carried, problemCount / 2);
+  EXPECT_GE(refused, problemCount / 400);
+}
+
+/// What normalise(generate, false) of the lattice of two precisions comes to.
+Outcome normalised(YLattice<long double>& lattice, bool generate) {
+  const Silence silence;
+  try {
+    lattice.normalise(generate, false);
+  } catch (const FatalReport& report) {
+    return {std::nullopt, report.what()};
+  }
+  return {lattice.withLive([](const auto& live) { return plain(live); }), ""};
 }
 
 TEST(NormalForm, IsTheSameInTheLatticeOfTwoPrecisions) {
@@ -281,18 +294,16 @@ TEST(NormalForm, IsTheSameInTheLatticeOfTwoPrecisions) {
     YLattice<long double> lattice;
     lattice.useExtendedPrecision();
     lattice.exact().optOriginal = small.record();
+    const PlainRecord asRead = oracle::plainRecord(lattice.exact().optOriginal);
     lattice.tryStandardPrecision();
-    Outcome outcome;
-    try {
-      const Silence silence;
-      lattice.normalise(true, false);
-      outcome.normal = lattice.withLive([](const auto& live) { return plain(live); });
-    } catch (const FatalReport& report) {
-      outcome.report = report.what();
-    }
+    const Outcome outcome = normalised(lattice, true);
     const Outcome exact = normalForm(small);
     RC_ASSERT(outcome.report == exact.report);
     if (outcome.normal != exact.normal) failWith("another one", *outcome.normal);
+    if (!outcome.normal) return;
+    RC_ASSERT(normalised(lattice, false).normal == exact.normal);
+    RC_ASSERT(lattice.withLive([](const auto& live) { return plain(live.problemAsRead()); }) ==
+              asRead);
   });
 }
 
