@@ -1,4 +1,4 @@
-# Tests: one program per floor of tests/unit/, one for the properties, the cases,
+# Tests: one program per floor of tests/unit/, two for the properties, the cases,
 # and the checks of the tools. What is dropped into a folder is picked up.
 
 find_package(GTest REQUIRED)
@@ -54,6 +54,13 @@ foreach(floor IN LISTS STARSIFT_FLOORS ITEMS app)
   starsift_add_gtest(unit_${floor} "${PROJECT_SOURCE_DIR}/tests/unit/${floor}" starsift_${floor})
 endforeach()
 starsift_add_gtest(property "${PROJECT_SOURCE_DIR}/tests/property" starsift_app)
+# Its fail() throws: see ThrowingFailure.h there.
+starsift_add_gtest(property_fatal "${PROJECT_SOURCE_DIR}/tests/property/fatal" starsift_app)
+if(TARGET property_fatal)
+  # A sanitizer build is twenty times as slow and looks for other faults.
+  target_compile_definitions(property_fatal PRIVATE
+    STARSIFT_PROBLEM_COUNT=$<IF:$<BOOL:${STARSIFT_SANITIZE}>,400,2000>)
+endif()
 
 # starsift_add_script_test(<name> <command>...): runs in the source tree.
 function(starsift_add_script_test name)

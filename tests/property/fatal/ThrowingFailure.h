@@ -1,5 +1,6 @@
-// In the program of the properties fail() throws: a property that may meet a fatal report
-// catches it, any other one shows its counterexample instead of ending the process.
+// In the program of the properties of this folder fail() throws: thousands of generated
+// problems end in a fatal report each, and a process of its own for each would take too
+// long. An unexpected report shows its counterexample instead of ending everything.
 #pragma once
 
 #include <exception>

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <iostream>
 #include <map>
 #include <set>
@@ -27,7 +28,7 @@ using test::SmallProblem;
 using Standard = Lattice<long double, long double>;
 using Exact = Lattice<QQ, long double>;
 
-constexpr int problemCount = 2000;
+constexpr int problemCount = STARSIFT_PROBLEM_COUNT;
 
 // The reports of a problem without solutions.
 constexpr const char* infiniteRow = "Unfulfillable infinite inequation detected --> NO SOLUTIONS!";
@@ -276,6 +277,35 @@ TEST(NormalForm, IsTheSameInLongDouble) {
   });
   EXPECT_GE(carried, problemCount / 2);
   EXPECT_GE(refused, problemCount / 400);
+}
+
+bool hasNegativeZero(const Vector<long double>& vector) {
+  return std::any_of(vector.begin(), vector.end(),
+                     [](long double entry) { return entry == 0 && std::signbit(entry); });
+}
+
+bool hasNegativeZero(const Matrix<long double>& matrix) {
+  return std::any_of(matrix.begin(), matrix.end(),
+                     [](const Vector<long double>& row) { return hasNegativeZero(row); });
+}
+
+TEST(NormalForm, HasNoNegativeZeroInLongDouble) {
+  checkOverProblems([](const SmallProblem& small) {
+    Standard lattice;
+    try {
+      lattice.optOriginal.convertFrom(small.record());
+      if (!normalised(lattice, true, false).normal) return;
+    } catch (const PrecisionException&) {
+      return;
+    }
+    for (const auto* matrix : {&lattice.At, &lattice.Ag, &lattice.Au})
+      RC_ASSERT(!hasNegativeZero(*matrix));
+    for (const auto* vector : {&lattice.bg, &lattice.qg, &lattice.lu, &lattice.ru, &lattice.lx,
+                               &lattice.rx, &lattice.atu, &lattice.shift})
+      RC_ASSERT(!hasNegativeZero(*vector));
+    RC_ASSERT(!(lattice.ltu == 0 && std::signbit(lattice.ltu)));
+    RC_ASSERT(!(lattice.rtu == 0 && std::signbit(lattice.rtu)));
+  });
 }
 
 /// What normalise(generate, false) of the lattice of two precisions comes to.
