@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "algorithms/IntegerMatrix.h"
 #include "numbers/QQStorage.h"
 
 namespace starsift {
@@ -13,13 +14,6 @@ constexpr std::size_t spareBits = 20;
 
 std::size_t bits(const ZZ& value) {
   return mpz_sizeinbase(value.get(), 2);
-}
-
-/// The Euclidean norm is at most 2 to this.
-std::size_t normBits(std::span<const ZZ> entries) {
-  ZZ square;
-  for (const ZZ& entry : entries) mpz_addmul(square.get(), entry.get(), entry.get());
-  return (bits(square) + 1) / 2;
 }
 
 void subtract(ZZ& target, Int128 value) {
