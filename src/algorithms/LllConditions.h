@@ -1,0 +1,79 @@
+// What makes a basis LLL-reduced: the two inequalities on Gram-Schmidt data, as the
+// reduction asks them, and the judgement of a whole basis in exact arithmetic, which
+// doesn't look at such data.
+//
+// A. K. Lenstra, H. W. Lenstra, L. Lovasz, Math. Ann. 261 (1982).
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "core/Matrix.h"
+#include "numbers/QQ.h"
+
+namespace starsift {
+
+/// Row k is size-reduced against row j.
+///
+/// j, k   1 <= j < k <= n
+/// mu     n x n; entry [k][j] is valid
+/// eta    1/2 <= eta < 1
+///
+/// |mu[k][j]| = eta is small enough. Never throws.
+template <class R>
+bool sizeReduced(Index k, Index j, const Matrix<R>& mu, const R& eta);
+
+/// Lovasz condition between rows k-1 and k: they may stay in this order.
+///
+/// k      2 <= k <= n
+/// mu     n x n; entry [k][k-1] is valid
+/// cLen   squared lengths of the orthogonalised rows; entries k-1 and k are valid
+/// delta  1/4 < delta < 1
+///
+/// Never throws: the orthogonalisation has already refused nan and infinity.
+template <class R>
+bool lovaszHolds(Index k, const Matrix<R>& mu, const Vector<R>& cLen, const R& delta);
+
+struct LllViolation {
+  enum class Kind {
+    dependent,  ///< row k is a combination of the rows above; j is 0
+    size,       ///< |mu[k][j]| > eta
+    exchange    ///< the Lovasz condition fails between row k and row j, the independent
+                ///< one next above
+  };
+  Kind kind;
+  Index k;
+  Index j;
+
+  bool operator==(const LllViolation&) const = default;
+};
+
+/// All violations, row by row from the top: that the row is dependent, or else by
+/// ascending j the coefficients that are too large and then the exchange. Nothing
+/// else is asked of a dependent row, and those below are judged as if it weren't there.
+///
+/// Entries are taken as the rationals that they convert to; an infinite one is fatal.
+/// Integral Gram-Schmidt: H. Cohen, A Course in Computational Algebraic Number Theory,
+/// algorithm 2.6.7; B. M. M. de Weger, J. Number Theory 26 (1987). All numbers in it
+/// are minors of the Gram matrix, so their length is at most that of all rows together,
+/// twice. n rows of m columns: O(n^3) operations on those and O(n^2 m) on entries.
+template <class T>
+std::vector<LllViolation> lllViolations(const Matrix<T>& basis, const QQ& delta, const QQ& eta);
+
+/// The first of lllViolations(); rows below it are not looked at.
+template <class T>
+std::optional<LllViolation> firstLllViolation(const Matrix<T>& basis, const QQ& delta,
+                                              const QQ& eta);
+
+extern template bool sizeReduced(Index, Index, const Matrix<long double>&, const long double&);
+extern template bool lovaszHolds(Index, const Matrix<long double>&, const Vector<long double>&,
+                                 const long double&);
+extern template std::vector<LllViolation> lllViolations(const Matrix<long double>&, const QQ&,
+                                                        const QQ&);
+extern template std::vector<LllViolation> lllViolations(const Matrix<QQ>&, const QQ&, const QQ&);
+extern template std::optional<LllViolation> firstLllViolation(const Matrix<long double>&, const QQ&,
+                                                              const QQ&);
+extern template std::optional<LllViolation> firstLllViolation(const Matrix<QQ>&, const QQ&,
+                                                              const QQ&);
+
+}  // namespace starsift
