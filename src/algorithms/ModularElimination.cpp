@@ -11,9 +11,12 @@ class Echelon {
       : field_(field), columns_(columns), work_(field, columns) {}
 
   const std::vector<std::size_t>& pivots() const { return pivots_; }
+  /// Of the pivots before they were made 1.
+  std::uint32_t product() const { return product_; }
 
-  /// Keeps the row if it is independent of those kept so far.
-  bool add(const IntegerRow& row) {
+  /// Keeps the row, one that LazySum takes, if it is independent of those kept so far.
+  template <class Row>
+  bool add(const Row& row) {
     work_.assign(row);
     for (std::size_t i = 0; i < tails_.size(); ++i) {
       const std::uint32_t factor = work_[pivots_[i]];
@@ -29,6 +32,7 @@ class Echelon {
  private:
   void keepFrom(std::size_t pivot) {
     pivots_.push_back(pivot);
+    product_ = field_.multiply(product_, work_[pivot]);
     std::vector<std::uint32_t>& tail = tails_.emplace_back();
     tail.reserve(columns_ - pivot);
     const std::uint32_t scale = field_.inverse(work_[pivot]);
@@ -40,7 +44,17 @@ class Echelon {
   LazySum work_;
   std::vector<std::size_t> pivots_;
   std::vector<std::vector<std::uint32_t>> tails_;
+  std::uint32_t product_ = 1;
 };
+
+/// The number of pairs in falling order is odd.
+bool isOdd(std::span<const std::size_t> permutation) {
+  bool isOdd = false;
+  for (std::size_t i = 0; i < permutation.size(); ++i)
+    for (std::size_t j = 0; j < i; ++j)
+      if (permutation[j] > permutation[i]) isOdd = !isOdd;
+  return isOdd;
+}
 
 }  // namespace
 
@@ -52,6 +66,13 @@ ModularSplit splitRows(std::span<const IntegerRow> rows, std::size_t columns,
     (echelon.add(rows[i]) ? split.kept : split.doubtful).push_back(i);
   split.pivots = echelon.pivots();
   return split;
+}
+
+std::uint32_t determinant(const ModularMatrix& matrix, const PrimeField& field) {
+  Echelon echelon(matrix.size(), field);
+  for (const std::vector<std::uint32_t>& row : matrix)
+    if (!echelon.add(row)) return 0;
+  return isOdd(echelon.pivots()) ? field.negate(echelon.product()) : echelon.product();
 }
 
 void invert(ModularMatrix& matrix, const PrimeField& field) {

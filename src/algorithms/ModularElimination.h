@@ -35,6 +35,9 @@ ModularSplit splitRows(std::span<const IntegerRow> rows, std::size_t columns,
 /// A square matrix over a prime field, row after row.
 using ModularMatrix = std::vector<std::vector<std::uint32_t>>;
 
+/// Of a square matrix; 1 without rows. O(n^3).
+std::uint32_t determinant(const ModularMatrix& matrix, const PrimeField& field);
+
 /// Replaces the matrix by its inverse. All its leading minors are invertible, so no
 /// rows are exchanged. O(n^3).
 void invert(ModularMatrix& matrix, const PrimeField& field);

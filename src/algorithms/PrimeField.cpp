@@ -57,6 +57,11 @@ void LazySum::assign(const IntegerRow& row) {
   pending_ = 0;
 }
 
+void LazySum::assign(std::span<const std::uint32_t> row) {
+  std::copy(row.begin(), row.end(), sums_.begin());
+  pending_ = 0;
+}
+
 void LazySum::clear() {
   std::fill(sums_.begin(), sums_.end(), 0);
   pending_ = 0;

@@ -54,6 +54,8 @@ class LazySum {
   std::uint32_t operator[](std::size_t column) const { return field_.reduce(sums_[column]); }
 
   void assign(const IntegerRow& row);
+  /// Residues.
+  void assign(std::span<const std::uint32_t> row);
   void clear();
   /// Adds factor * row[j] to entry first + j for all j; both are residues.
   void addMultiple(std::uint64_t factor, std::span<const std::uint32_t> row, std::size_t first);

@@ -38,6 +38,23 @@ TEST(SplitRows, OfNoRowsIsEmpty) {
   EXPECT_THAT(splitRows({}, 0, PrimeField(7)).kept, IsEmpty());
 }
 
+TEST(ModularDeterminant, IsTheResidueOfTheDeterminant) {
+  // 15
+  const ModularMatrix matrix{{2, 1, 0}, {1, 3, 5}, {3, 1, 2}};
+  EXPECT_EQ(determinant(matrix, PrimeField(101)), 15U);
+  EXPECT_EQ(determinant(matrix, PrimeField(5)), 0U);
+}
+
+TEST(ModularDeterminant, ChangesSignWithTheOrderOfRows) {
+  const PrimeField field(11);
+  EXPECT_EQ(determinant({{0, 2, 0}, {3, 0, 0}, {0, 0, 1}}, field), 5U);  // -6
+  EXPECT_EQ(determinant({{0, 2, 0}, {0, 0, 1}, {3, 0, 0}}, field), 6U);
+}
+
+TEST(ModularDeterminant, OfNoRowsIsOne) {
+  EXPECT_EQ(determinant({}, PrimeField(2)), 1U);
+}
+
 TEST(Invert, GivesTheInverseModuloThePrime) {
   ModularMatrix matrix{{2, 1, 0}, {1, 3, 5}, {0, 4, 2}};
   invert(matrix, PrimeField(11));

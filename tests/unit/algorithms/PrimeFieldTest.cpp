@@ -73,6 +73,14 @@ TEST(LazySum, OfManyLargestProductsDoesNotOverflow) {
   EXPECT_EQ(sum[2], 99U);
 }
 
+TEST(LazySum, StartsFromResidues) {
+  LazySum sum(PrimeField(7), 2);
+  sum.addMultiple(3, std::vector<std::uint32_t>{4, 5}, 0);
+  sum.assign(std::vector<std::uint32_t>{6, 0});
+  EXPECT_EQ(sum[0], 6U);
+  EXPECT_EQ(sum[1], 0U);
+}
+
 TEST(LazySum, StartsAfreshWithAnotherRow) {
   LazySum sum(PrimeField(7), 2);
   EXPECT_EQ(sum[1], 0U);
