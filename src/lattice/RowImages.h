@@ -14,13 +14,13 @@ class RowImages {
  public:
   /// Row k was changed.
   void forget(Index k) {
-    if (k <= valid_.dimension()) valid_[k] = false;
+    if (k >= 1 && k <= valid_.dimension()) valid_[k] = false;
   }
   /// Any row may have been changed.
   void forgetAll() { std::fill(valid_.begin(), valid_.end(), false); }
-  /// Rows i and j changed places.
+  /// Rows i and j changed places; there is no image of row 0.
   void swap(Index i, Index j) {
-    if (std::max(i, j) <= valid_.dimension()) {
+    if (std::min(i, j) >= 1 && std::max(i, j) <= valid_.dimension()) {
       images_.swapRows(i, j);
       valid_.swap(i, j);
     } else {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "numbers/QQ.h"
+#include "numbers/VectorQQ.h"
 #include "problem/Vanu.h"
 #include "support/StarOracle.h"
 

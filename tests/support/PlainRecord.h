@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "numbers/QQ.h"
+#include "numbers/VectorQQ.h"
 #include "problem/Vanu.h"
 #include "support/StarOracle.h"
 
