@@ -7,13 +7,16 @@ namespace starsift {
 /// Specialisations give `static Target convert(const Source&)`, which throws a
 /// PrecisionException where the target can't hold the value. Where Gram-Schmidt data
 /// of type Target is made from numbers of type Source there is also
-/// `static Target nearest(const Source&)`, which rounds and never throws.
+/// `static Target nearest(const Source&)`, which rounds and never throws, and the way
+/// back for multipliers, `static Source ofInteger(const Target&)` of
+/// NumberConversion<Source, Target>: the same integer, of any size.
 template <class Target, class Source>
 struct NumberConversion;
 
 template <class T>
 struct NumberConversion<T, T> {
   static const T& convert(const T& value) { return value; }
+  static const T& ofInteger(const T& value) { return value; }
 };
 
 }  // namespace starsift

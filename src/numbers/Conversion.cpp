@@ -127,6 +127,17 @@ QQ fromDbl(dbl_t x) {
   return fromText(x);
 }
 
+QQ exactInteger(dbl_t x) {
+  std::int64_t small = 0;
+  if (NumberTraits<dbl_t>::toInteger(x, small)) return QQ(small);
+  const ExtendedBits bits(x);
+  // The integer is at least 2^62, so the mantissa ends with at most one bit behind the point.
+  const int shift = bits.exponent() - ExtendedBits::bias - 63;
+  ZZ integer(shift < 0 ? bits.mantissa >> 1U : bits.mantissa);
+  if (shift > 0) mpz_mul_2exp(integer.get(), integer.get(), static_cast<mp_bitcnt_t>(shift));
+  return QQ(bits.isNegative() ? -integer : integer);
+}
+
 QQ::QQ(long double value) : QQ(fromDbl(value)) {}
 
 bool isExact(const QQ& value) {

@@ -53,10 +53,14 @@ struct NumberConversion<dbl_t, QQ> {
   static dbl_t nearest(const QQ& value) { return toDbl(value, false); }
 };
 
-/// Throws PrecisionException for a nan.
+/// The finite integer x to its last bit, where fromDbl() would take 18 digits for it.
+QQ exactInteger(dbl_t x);
+
+/// convert() throws PrecisionException for a nan.
 template <>
 struct NumberConversion<QQ, dbl_t> {
   static QQ convert(dbl_t x) { return fromDbl(x); }
+  static QQ ofInteger(dbl_t x) { return exactInteger(x); }
 };
 
 }  // namespace starsift

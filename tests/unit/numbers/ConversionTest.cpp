@@ -213,5 +213,21 @@ TEST(MatrixConversion, GoesThereAndBack) {
   for (Index i = 1; i <= 2; ++i) EXPECT_TRUE(identical(back[i], exact[i]));
 }
 
+TEST(ExactInteger, KeepsEveryBit) {
+  EXPECT_EQ(exactInteger(0.0L), QQ(0));
+  EXPECT_EQ(exactInteger(-17.0L), QQ(-17));
+  EXPECT_EQ(exactInteger(4611686018427387905.0L), QQ::parse("4611686018427387905"));
+  EXPECT_EQ(exactInteger(-18446744073709551615.0L), QQ::parse("-18446744073709551615"));
+  EXPECT_EQ(exactInteger(0x1p62L), pow(QQ(2), QQ(62)));
+  EXPECT_EQ(exactInteger(0x1p63L), pow(QQ(2), QQ(63)));
+  EXPECT_EQ(exactInteger(-0x1.8p200L), QQ(-3) * pow(QQ(2), QQ(199)));
+}
+
+TEST(ExactInteger, KnowsMoreThanEighteenDigits) {
+  const dbl_t x = 12345678901234567891.0L;
+  EXPECT_EQ(exactInteger(x), QQ::parse("12345678901234567891"));
+  EXPECT_NE(fromDbl(x), exactInteger(x));
+}
+
 }  // namespace
 }  // namespace starsift
