@@ -119,6 +119,40 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// dependency detected - remove first!". Throws as lq_full().
   Index fullOrthogonalise(Index from, Index to, bool abortOnDependency);
 
+  // Moves of the basis: LatticeMoves.inl
+  //
+  // Nothing else changes rows of B. A move is made on the last matrix of TT as well while
+  // the parameter consistency is on.
+
+  /// Exchanges the vectors i and j, 0 <= i, j <= n, and what travels with them. Unless
+  /// `keepStatus` nothing is known any more of the vectors from the first of them on.
+  void swapBasisVectors(Index i, Index j, bool keepStatus);
+  /// Sorts the first `count` vectors, 0 for all, by ascending length; heap sort by
+  /// swapBasisVectors().
+  void sortBasis(Index count);
+
+  // Steps of the reduction on one vector: LatticeLll.inl
+  //
+  // 1 <= k <= n; the Gram-Schmidt data of the vectors before k are valid.
+
+  /// Takes integer multiples of the vectors before k off vector k until no coefficient
+  /// exceeds 1/2 in magnitude; with `strict` only where that doesn't make the greatest
+  /// coordinate greater. True when the vector changed. A dependent one gets the status
+  /// ST_DEPENDENT. Throws as classicOrthogonalise() and modifiedOrthogonalise().
+  bool sizeReduce(Index k, bool strict);
+  /// Exchanges vectors k - 1 and k unless the Lovasz condition holds. Returns the next k
+  /// to look at: k - 1 after an exchange, else k + 1.
+  Index swapStep(Index k);
+  /// Inserts vector k at the first position from 2 on where it is shorter, orthogonally,
+  /// than the vector there by the factor of the Lovasz condition. Returns that position, or
+  /// k + 1. C. P. Schnorr, M. Euchner, Math. Programming 66 (1994).
+  Index deepInsertStep(Index k);
+  /// Moves vector k out of the way when it is dependent: by deepInsertStep(), whose
+  /// position is returned, or behind the last vector up to kmax that isn't dependent,
+  /// which gives -k. 0 for an independent vector. DependencyException "Blending is not
+  /// possible".
+  Index blendDependent(Index k, Index kmax);
+
   // Files and stars: LatticeFiles.inl
 
   /// Derives the paths of problem, solution and lattice file from that of the
@@ -227,6 +261,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   Array<StatusWord> vecStatus;
   /// Tracking was turned on by the lattice itself; reset.
   bool consistencyForced = false;
+  /// Insertions of deepInsertStep(); reset.
+  Index deepInsertions = 0;
   /// Dependent vectors keep their status; reset.
   bool keepDependent = false;
   /// Work rows of the reduced factorisation, one matrix a step; reset and resize.
@@ -263,6 +299,23 @@ class Lattice : public Vanu<T>, private ParamReactions {
 
   /// forwardMap with or without translation, whatever the parameter says.
   Vector<T> mapped(const Vector<T>& vector, bool inverse, bool translated) const;
+
+  // Parts of the moves: LatticeMoves.inl
+
+  /// b_k -= q * b_j for an integer q, j != k; the status words are the caller's.
+  void subtractBasisVector(Index k, Index j, const T& q);
+  /// Clears the status words from k on, for k >= 2 and while keepDependent without those of
+  /// dependent vectors, and the factors of the coordinate solver.
+  void forgetFrom(Index k);
+
+  // Parts of the steps on one vector: LatticeLll.inl
+
+  /// Gram-Schmidt data of vector k; false where it depends on those before.
+  bool orthogonaliseVector(Index k);
+  /// One round of size reduction; the greatest factor, 0 where nothing changed.
+  R reduceCoefficients(Index k, bool strict);
+  /// b_k - q * b_j has a greater coordinate than b_k.
+  bool lengthens(Index k, Index j, const T& q) const;
 
   // Parts of the orthogonalisation: LatticeOrthogonal.inl
 

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "lattice/LatticeFiles.inl"
+#include "lattice/LatticeLll.inl"
 #include "lattice/LatticeMapping.inl"
+#include "lattice/LatticeMoves.inl"
 #include "lattice/LatticeNormalise.inl"
 #include "lattice/LatticeOrthogonal.inl"
 #include "lattice/LatticeRecord.inl"

@@ -85,6 +85,7 @@ void Lattice<T, R>::reset(const Matrix<T>* basis, bool clearFileName) {
   equationsRemoved = true;
   modsInLattice = false;
   consistencyForced = false;
+  deepInsertions = 0;
   keepDependent = false;
   scale = latticerecord::constant(m, T(1));
   translation = Vector<T>(m);
@@ -198,6 +199,7 @@ void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, bool keepParams) {
   workingFactors.convertFrom(other.workingFactors);
   vecStatus = other.vecStatus;
   consistencyForced = other.consistencyForced;
+  deepInsertions = other.deepInsertions;
   keepDependent = other.keepDependent;
   lqCache = other.lqCache;
   _d = other._d;
