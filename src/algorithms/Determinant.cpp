@@ -8,9 +8,8 @@ namespace starsift {
 
 namespace {
 
-/// Number of bits by which each prime of the sequence lengthens the modulus at least.
+/// By which each prime from the first one on lengthens the modulus at least.
 constexpr std::size_t bitsOfPrime = 29;
-constexpr std::uint32_t firstPrime = 1'000'000'007;
 
 std::uint32_t residue(const IntegerMatrix& matrix, const PrimeField& field) {
   ModularMatrix residues;

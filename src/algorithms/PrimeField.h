@@ -41,6 +41,11 @@ class PrimeField {
   std::uint64_t reciprocal_;  // 2^64 / prime, rounded down or, for 2, one less
 };
 
+/// Where searches for a prime begin that isn't unlucky: nearly 30 bits a digit, and
+/// millions of primes follow below PrimeField::limit. No input of bearable size has
+/// minors that all of them divide.
+constexpr std::uint32_t firstPrime = 1'000'000'007;
+
 /// The least prime above `number`, which is at most 2^30 - 36, so that there is one
 /// below PrimeField::limit.
 std::uint32_t nextPrime(std::uint32_t number);
