@@ -8,16 +8,6 @@ namespace starsift {
 
 namespace {
 
-template <class T>
-Matrix<QQ> finiteRationals(const Matrix<T>& matrix) {
-  Matrix<QQ> result;
-  result.convertFrom(matrix, false);
-  for (const Vector<QQ>& row : result)
-    for (const QQ& entry : row)
-      if (entry.isInf()) fail("integer matrix: infinite entry");
-  return result;
-}
-
 ZZ commonDenominator(const Matrix<QQ>& matrix) {
   ZZ scale = ZZ::one();
   for (const Vector<QQ>& row : matrix)
@@ -27,6 +17,16 @@ ZZ commonDenominator(const Matrix<QQ>& matrix) {
 }
 
 }  // namespace
+
+template <class T>
+Matrix<QQ> finiteRationals(const Matrix<T>& matrix) {
+  Matrix<QQ> result;
+  result.convertFrom(matrix, false);
+  for (const Vector<QQ>& row : result)
+    for (const QQ& entry : row)
+      if (entry.isInf()) fail("exact matrix: infinite entry");
+  return result;
+}
 
 template <class T>
 ScaledIntegers scaledIntegers(const Matrix<T>& matrix) {
@@ -59,6 +59,8 @@ std::size_t normBits(std::span<const ZZ> entries) {
   return (mpz_sizeinbase(square.get(), 2) + 1) / 2;
 }
 
+template Matrix<QQ> finiteRationals(const Matrix<long double>&);
+template Matrix<QQ> finiteRationals(const Matrix<QQ>&);
 template ScaledIntegers scaledIntegers(const Matrix<long double>&);
 template ScaledIntegers scaledIntegers(const Matrix<QQ>&);
 

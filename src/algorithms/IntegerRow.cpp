@@ -60,6 +60,12 @@ IntegerRow::IntegerRow(const Vector<T>& row) {
 template IntegerRow::IntegerRow(const Vector<long double>&);
 template IntegerRow::IntegerRow(const Vector<QQ>&);
 
+QQ factorOf(const Vector<QQ>& row, const IntegerRow& line) {
+  Index j = 1;
+  while (row[j].isZero()) ++j;
+  return row[j] / QQ(line.entry(static_cast<std::size_t>(j - 1)));
+}
+
 bool IntegerRow::isZero() const {
   // A big entry isn't 0.
   return isSmall() &&

@@ -43,6 +43,10 @@ class IntegerRow {
   std::vector<ZZ> big_;
 };
 
+/// The rational that makes `row` of `line`, which IntegerRow made of it and isn't zero:
+/// row == factor * line.
+QQ factorOf(const Vector<QQ>& row, const IntegerRow& line);
+
 extern template IntegerRow::IntegerRow(const Vector<long double>&);
 extern template IntegerRow::IntegerRow(const Vector<QQ>&);
 

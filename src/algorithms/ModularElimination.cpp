@@ -68,6 +68,13 @@ ModularSplit splitRows(std::span<const IntegerRow> rows, std::size_t columns,
   return split;
 }
 
+PrimeField separatingField(std::span<const IntegerRow> rows, std::size_t columns) {
+  std::uint32_t prime = firstPrime;
+  while (splitRows(rows, columns, PrimeField(prime)).kept.size() < rows.size())
+    prime = nextPrime(prime);
+  return PrimeField(prime);
+}
+
 std::uint32_t determinant(const ModularMatrix& matrix, const PrimeField& field) {
   Echelon echelon(matrix.size(), field);
   for (const std::vector<std::uint32_t>& row : matrix)

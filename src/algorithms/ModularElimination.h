@@ -32,6 +32,10 @@ struct ModularSplit {
 ModularSplit splitRows(std::span<const IntegerRow> rows, std::size_t columns,
                        const PrimeField& field);
 
+/// The first prime from firstPrime on modulo which independent rows stay so. Never ends
+/// for others.
+PrimeField separatingField(std::span<const IntegerRow> rows, std::size_t columns);
+
 /// A square matrix over a prime field, row after row.
 using ModularMatrix = std::vector<std::vector<std::uint32_t>>;
 

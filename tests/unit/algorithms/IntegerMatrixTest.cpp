@@ -37,10 +37,10 @@ TEST(ScaledIntegers, OfNoEntriesAreNone) {
 
 TEST(ScaledIntegers, RefuseAnInfiniteEntry) {
   EXPECT_FAILS_WITH(scaledIntegers(Matrix<QQ>{{QQ(1), QQ::infinity()}}),
-                    "integer matrix: infinite entry");
+                    "exact matrix: infinite entry");
   EXPECT_FAILS_WITH(
       scaledIntegers(Matrix<long double>{{-std::numeric_limits<long double>::infinity()}}),
-      "integer matrix: infinite entry");
+      "exact matrix: infinite entry");
 }
 
 TEST(TransposedIntegers, ExchangeRowsAndColumns) {

@@ -76,6 +76,13 @@ TEST(IntegerRow, AddsProductsOfEverySize) {
   EXPECT_EQ(scaledEntry(rowOf({QQ(big), QQ(1)}), ZZ(-2)), ZZ(-2) * big);
 }
 
+TEST(FactorOfALine, GivesTheRowBack) {
+  const auto factor = [](const Vector<QQ>& row) { return factorOf(row, IntegerRow(row)); };
+  EXPECT_EQ(factor({QQ(), QQ(6), QQ(-4)}), QQ(2));
+  EXPECT_EQ(factor({QQ(), QQ(-1, 6), QQ(1, 4)}), QQ(-1, 12));
+  EXPECT_EQ(factor({QQ(3), QQ(2)}), QQ(1));
+}
+
 TEST(IntegerRow, TakesALongDoubleForItsEighteenDigits) {
   EXPECT_EQ(IntegerRow(Vector<long double>{0.1L, 0.25L, -3.0L}), rowOf({QQ(2), QQ(5), QQ(-60)}));
 }

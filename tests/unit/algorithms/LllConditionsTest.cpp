@@ -130,7 +130,7 @@ TEST(LllViolations, TakeLongDoublesForTheDecimalsThatTheyStandFor) {
 }
 
 TEST(LllViolations, RefuseAnInfiniteEntry) {
-  EXPECT_FAILS_WITH(violations({{QQ::infinity()}}), "integer matrix: infinite entry");
+  EXPECT_FAILS_WITH(violations({{QQ::infinity()}}), "exact matrix: infinite entry");
 }
 
 /// Ascending diagonal of a hundred digits, below it numbers of up to 98 digits.

@@ -38,6 +38,11 @@ TEST(SplitRows, OfNoRowsIsEmpty) {
   EXPECT_THAT(splitRows({}, 0, PrimeField(7)).kept, IsEmpty());
 }
 
+TEST(SeparatingField, KeepsIndependentRowsApart) {
+  EXPECT_EQ(separatingField(integerRows({{1, 0}, {1, 7}}), 2).prime(), firstPrime);
+  EXPECT_EQ(separatingField(integerRows({{1, 0}, {1, firstPrime}}), 2).prime(), 1'000'000'009U);
+}
+
 TEST(ModularDeterminant, IsTheResidueOfTheDeterminant) {
   // 15
   const ModularMatrix matrix{{2, 1, 0}, {1, 3, 5}, {3, 1, 2}};

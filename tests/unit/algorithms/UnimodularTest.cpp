@@ -41,7 +41,7 @@ TEST(Unimodular, IsNoMatrixOfFractions) {
 }
 
 TEST(Unimodular, RefusesAnInfiniteEntry) {
-  EXPECT_FAILS_WITH(isUnimodular(Matrix<QQ>{{QQ::infinity()}}), "integer matrix: infinite entry");
+  EXPECT_FAILS_WITH(isUnimodular(Matrix<QQ>{{QQ::infinity()}}), "exact matrix: infinite entry");
 }
 
 /// A product of triangular matrices with ones in their diagonals: entries of forty
