@@ -13,6 +13,7 @@ void registerConversions();
 // bench/algorithms
 void registerDotProducts();
 void registerIndependentRows();
+void registerCertificates();
 
 // bench/lattice
 void registerOrthogonalise();

@@ -14,6 +14,7 @@ void registerAll() {
   registerConversions();
   registerDotProducts();
   registerIndependentRows();
+  registerCertificates();
   registerOrthogonalise();
   registerNormalise();
   registerCheckStars();
