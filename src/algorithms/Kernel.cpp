@@ -48,7 +48,7 @@ std::vector<IntegerRow> linesOf(const Matrix<QQ>& rows) {
 /// in columns as far left as possible and one as far right.
 ZZ commonMinor(Matrix<QQ> rows) {
   const auto columns = static_cast<std::size_t>(rows.columnCount());
-  const ZZ left = minorOf(linesOf(rows), columns);
+  ZZ left = minorOf(linesOf(rows), columns);
   if (left == ZZ::one()) return left;
   for (Vector<QQ>& row : rows) std::reverse(row.begin(), row.end());
   return gcd(left, minorOf(linesOf(rows), columns));

@@ -1,5 +1,6 @@
 #include "algorithms/LatticeEquality.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "algorithms/Combinations.h"
@@ -14,9 +15,7 @@ namespace starsift {
 namespace {
 
 bool isZero(const Vector<QQ>& row) {
-  for (const QQ& entry : row)
-    if (!entry.isZero()) return false;
-  return true;
+  return std::all_of(row.begin(), row.end(), [](const QQ& entry) { return entry.isZero(); });
 }
 
 /// Independent rows that span the lattice of `rows`.
