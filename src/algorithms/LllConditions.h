@@ -53,10 +53,13 @@ struct LllViolation {
 /// else is asked of a dependent row, and those below are judged as if it weren't there.
 ///
 /// Entries are taken as the rationals that they convert to; an infinite one is fatal.
-/// Integral Gram-Schmidt: H. Cohen, A Course in Computational Algebraic Number Theory,
-/// algorithm 2.6.7; B. M. M. de Weger, J. Number Theory 26 (1987). All numbers in it
-/// are minors of the Gram matrix, so their length is at most that of all rows together,
-/// twice. n rows of m columns: O(n^3) operations on those and O(n^2 m) on entries.
+///
+/// Intervals around the Gram-Schmidt data decide as long as no bound lies in one; n rows
+/// of m columns take O(n^3) operations on floats of 128 + 4 n bits and O(n^2 m) on
+/// entries. From the first row on that they leave open, one that is dependent or meets
+/// a bound exactly, Gram-Schmidt data in integers do: B. M. M. de Weger, J. Number
+/// Theory 26 (1987). These are minors of the Gram matrix, up to twice as long as all
+/// rows together, and O(n^3) operations on them.
 template <class T>
 std::vector<LllViolation> lllViolations(const Matrix<T>& basis, const QQ& delta, const QQ& eta);
 

@@ -5,7 +5,7 @@
 
 #include <numeric>
 
-#include "algorithms/LllConditions.h"
+#include "algorithms/LllJudge.h"
 #include "numbers/VectorQQ.h"
 #include "support/ContainerGenerators.h"
 #include "support/OrthogonalCertificate.h"
@@ -86,6 +86,21 @@ RC_GTEST_PROP(LllViolations, AreThoseByRationalGramSchmidtVectors, ()) {
   const std::optional<LllViolation> first = firstLllViolation(basis, delta, eta);
   RC_ASSERT(first.has_value() != expected.empty());
   if (first) RC_ASSERT(*first == expected.front());
+}
+
+RC_GTEST_PROP(LllViolations, AreTheSameByIntervalsOfAnyPrecision, ()) {
+  const Matrix<QQ> basis = arbitraryBasis();
+  const QQ delta(*rc::gen::inRange(1L, 8L), 8);
+  const QQ eta(*rc::gen::inRange(4L, 9L), 8);
+  // With few bits nearly all is left to the integers, with many hardly anything.
+  const long precision = *rc::gen::element(2L, 4L, 8L, 16L, 64L, 500L);
+  LllJudge judge(scaledIntegers(basis).rows, delta, eta, precision);
+  std::vector<LllViolation> found;
+  while (judge.hasNext()) {
+    const std::vector<LllViolation> row = judge.next();
+    found.insert(found.end(), row.begin(), row.end());
+  }
+  RC_ASSERT(found == byRationals(test::exactRows(basis), test::exactly(delta), test::exactly(eta)));
 }
 
 }  // namespace
