@@ -17,8 +17,8 @@ class HermiteBasis {
   }
 
   void insert(std::vector<ZZ> row) {
-    for (ZZ& entry : row) reduce(entry);
     for (std::size_t j = 0; j < rows_.size(); ++j) {
+      reduce(row[j]);
       if (row[j].isZero()) continue;
       if (mpz_divisible_p(row[j].get(), rows_[j][j].get()) != 0)
         subtractMultiple(row, exactQuotient(row[j], rows_[j][j]), j);
@@ -31,6 +31,7 @@ class HermiteBasis {
   IntegerMatrix reduced() && {
     for (std::size_t i = rows_.size(); i-- > 0;)
       for (std::size_t j = i + 1; j < rows_.size(); ++j) {
+        reduce(rows_[i][j]);
         ZZ quotient;
         mpz_fdiv_q(quotient.get(), rows_[i][j].get(), rows_[j][j].get());
         if (!quotient.isZero()) subtractMultiple(rows_[i], quotient, j);
@@ -41,14 +42,12 @@ class HermiteBasis {
  private:
   void reduce(ZZ& entry) const { mpz_fdiv_r(entry.get(), entry.get(), modulus_.get()); }
 
-  /// row -= factor * row j of the basis
+  /// row -= factor * row j of the basis. Both factors are below the modulus; the sums are
+  /// reduced when it is their turn, since a division costs more than the product.
   void subtractMultiple(std::vector<ZZ>& row, const ZZ& factor, std::size_t j) const {
     mpz_submul(row[j].get(), factor.get(), rows_[j][j].get());
-    for (std::size_t k = j + 1; k < row.size(); ++k) {
-      if (rows_[j][k].isZero()) continue;
-      mpz_submul(row[k].get(), factor.get(), rows_[j][k].get());
-      reduce(row[k]);
-    }
+    for (std::size_t k = j + 1; k < row.size(); ++k)
+      if (!rows_[j][k].isZero()) mpz_submul(row[k].get(), factor.get(), rows_[j][k].get());
   }
 
   /// Gives row j of the basis the common divisor of its pivot and row[j], and makes
@@ -62,6 +61,7 @@ class HermiteBasis {
     const ZZ pivot = exactQuotient(basis[j], divisor);
     const ZZ entry = exactQuotient(row[j], divisor);
     for (std::size_t k = j + 1; k < row.size(); ++k) {
+      reduce(row[k]);
       if (basis[k].isZero() && row[k].isZero()) continue;
       ZZ sum = u * basis[k];
       mpz_addmul(sum.get(), v.get(), row[k].get());

@@ -10,7 +10,7 @@ namespace starsift {
 /// order `columns`, upper triangular with positive diagonal, entries above the diagonal
 /// at least 0 and below the diagonal entry of their column.
 ///
-/// `modulus` is positive. No number grows beyond its square. m rows of n columns:
+/// `modulus` is positive. No number grows beyond its square times m + n. m rows of n columns:
 /// O(n^2 (m + n)) operations.
 /// P. D. Domich, R. Kannan, L. E. Trotter, Math. Oper. Res. 12 (1987); H. Cohen, A Course
 /// in Computational Algebraic Number Theory, section 2.4.2.
