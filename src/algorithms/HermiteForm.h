@@ -1,8 +1,7 @@
 // The row Hermite normal form: the one basis of each lattice.
 #pragma once
 
-#include "core/Matrix.h"
-#include "numbers/QQ.h"
+#include "numbers/VectorQQ.h"
 
 namespace starsift {
 

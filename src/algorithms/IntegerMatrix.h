@@ -6,8 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "core/Matrix.h"
-#include "numbers/QQ.h"
+#include "numbers/VectorQQ.h"
 #include "numbers/ZZ.h"
 
 namespace starsift {

@@ -101,14 +101,17 @@ ZZ IntegralGramSchmidt::projected(ZZ product, const std::vector<ZZ>& a,
   return product;
 }
 
-LllJudge::LllJudge(IntegerMatrix rows, const QQ& delta, const QQ& eta)
+LllJudge::LllJudge(IntegerMatrix rows, QQ delta, QQ eta)
     : rows_(std::move(rows)),
-      delta_(delta),
-      eta_(eta),
+      delta_(std::move(delta)),
+      eta_(std::move(eta)),
       intervals_(sufficientPrecision(rows_.size())) {}
 
-LllJudge::LllJudge(IntegerMatrix rows, const QQ& delta, const QQ& eta, long precision)
-    : rows_(std::move(rows)), delta_(delta), eta_(eta), intervals_(precision) {}
+LllJudge::LllJudge(IntegerMatrix rows, QQ delta, QQ eta, long precision)
+    : rows_(std::move(rows)),
+      delta_(std::move(delta)),
+      eta_(std::move(eta)),
+      intervals_(precision) {}
 
 std::vector<LllViolation> LllJudge::next() {
   const std::size_t k = next_++;

@@ -65,9 +65,9 @@ class IntegralGramSchmidt {
 /// in integers from there on.
 class LllJudge {
  public:
-  LllJudge(IntegerMatrix rows, const QQ& delta, const QQ& eta);
+  LllJudge(IntegerMatrix rows, QQ delta, QQ eta);
   /// With `precision` bits in the bounds of intervals.
-  LllJudge(IntegerMatrix rows, const QQ& delta, const QQ& eta, long precision);
+  LllJudge(IntegerMatrix rows, QQ delta, QQ eta, long precision);
 
   bool hasNext() const { return next_ < rows_.size(); }
   /// The violations of the next row.
