@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/TextCursor.h"
+#include "numbers/VectorQQ.h"
 #include "problem/OptReader.h"
 #include "support/NormalFormOracle.h"
 
