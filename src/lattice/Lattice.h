@@ -10,11 +10,11 @@
 #include <cstdint>
 #include <string>
 
+#include "algorithms/CoordinateFactors.h"
 #include "algorithms/Reflectors.h"
 #include "core/Guarded.h"
 #include "core/Set.h"
 #include "core/Star.h"
-#include "lattice/CoordinateFactors.h"
 #include "lattice/RowImages.h"
 #include "lattice/VecStatus.h"
 #include "lattice/VectorScore.h"
