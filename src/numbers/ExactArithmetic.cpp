@@ -25,6 +25,12 @@ dbl_t strictly(const QQ& value) {
 
 }  // namespace
 
+QQ ExactArithmetic<QQ>::rounded(const QQ& a) {
+  if (a.isInteger()) return a;
+  static const QQ half(1, 2);
+  return a < QQ() ? -floor(half - a) : floor(half + a);
+}
+
 QQ ExactArithmetic<QQ>::powerOfTen(const QQ& exponent) {
   static const QQ largest(100'000);
   if (exponent > largest) fail("QQ: exponent out of range");
@@ -64,6 +70,11 @@ dbl_t ExactArithmetic<dbl_t>::roundedUp(dbl_t a) {
 
 dbl_t ExactArithmetic<dbl_t>::roundedDown(dbl_t a) {
   return std::floor(a);
+}
+
+dbl_t ExactArithmetic<dbl_t>::rounded(dbl_t a) {
+  // Between -1/2 and 0 the C library gives -0.
+  return std::round(a) + 0.0L;
 }
 
 dbl_t ExactArithmetic<dbl_t>::denominator(dbl_t a) {

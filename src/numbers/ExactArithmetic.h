@@ -13,6 +13,7 @@ namespace starsift {
 ///   T quotient(a, b)                 a / b, b not 0
 ///   void subtractProduct(sum, a, b)  sum -= a * b; sum may be infinite and stays so
 ///   T roundedUp(a), roundedDown(a)   the neighbouring integer
+///   T rounded(a)                     the nearest integer, halves away from 0
 ///   T denominator(a)                 the least positive integer q with q * a integer
 ///   T powerOfTen(exponent)           exponent a non-negative integer
 ///
@@ -33,6 +34,7 @@ struct ExactArithmetic<QQ> {
   }
   static QQ roundedUp(const QQ& a) { return ceil(a); }
   static QQ roundedDown(const QQ& a) { return floor(a); }
+  static QQ rounded(const QQ& a);
   static QQ denominator(const QQ& a) { return a.isInteger() ? QQ::one() : a.denominator(); }
   static QQ powerOfTen(const QQ& exponent);
 };
@@ -44,6 +46,7 @@ struct ExactArithmetic<dbl_t> {
   static void subtractProduct(dbl_t& sum, dbl_t a, dbl_t b);
   static dbl_t roundedUp(dbl_t a);
   static dbl_t roundedDown(dbl_t a);
+  static dbl_t rounded(dbl_t a);
   /// The nearest long double: one that can't be carried is above 10^18 and fails any
   /// overflow check.
   static dbl_t denominator(dbl_t a);

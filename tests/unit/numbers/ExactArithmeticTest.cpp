@@ -67,6 +67,18 @@ TEST(ExactArithmetic, RoundsToNeighbours) {
   EXPECT_EQ(Exact::roundedDown(QQ(7, 3)), QQ(2));
 }
 
+TEST(ExactArithmetic, RoundsHalvesAwayFromZero) {
+  EXPECT_EQ(Double::rounded(1.5L), 2.0L);
+  EXPECT_EQ(Double::rounded(-1.5L), -2.0L);
+  EXPECT_EQ(Double::rounded(1.4L), 1.0L);
+  EXPECT_FALSE(std::signbit(Double::rounded(-0.25L)));
+  EXPECT_EQ(Exact::rounded(QQ(3, 2)), QQ(2));
+  EXPECT_EQ(Exact::rounded(QQ(-3, 2)), QQ(-2));
+  EXPECT_EQ(Exact::rounded(QQ(4, 3)), QQ(1));
+  EXPECT_EQ(Exact::rounded(QQ(-4, 3)), QQ(-1));
+  EXPECT_EQ(Exact::rounded(QQ(-7)), QQ(-7));
+}
+
 TEST(ExactArithmetic, KnowsDenominators) {
   EXPECT_EQ(Double::denominator(0.125L), 8.0L);
   EXPECT_EQ(Double::denominator(-0.3L), 10.0L);
