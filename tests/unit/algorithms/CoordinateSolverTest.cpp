@@ -1,0 +1,80 @@
+#include "algorithms/CoordinateSolver.h"
+
+#include <gtest/gtest.h>
+
+#include "core/Exceptions.h"
+#include "support/ExpectFails.h"
+#include "support/TextOf.h"
+
+namespace starsift {
+namespace {
+
+using test::textOf;
+
+template <class T>
+class CoordinateSolverOver : public testing::Test {
+ protected:
+  /// The coordinates as text, "none" where there are none.
+  static std::string coordinates(const Matrix<T>& basis, const Vector<T>& vector,
+                                 bool rounded = true) {
+    Vector<T> found{T(7)};
+    if (solveCoordinates(factorBasis(basis), basis, vector, rounded, found)) return textOf(found);
+    EXPECT_EQ(textOf(found), "[ 7 ]");
+    return "none";
+  }
+
+  const Matrix<T> basis{{T(2), T(1), T(0), T(3)}, {T(0), T(4), T(1), T(1)}};
+  /// Half of the first row and the second one.
+  const Vector<T> between{T(1), T(9) / T(2), T(1), T(5) / T(2)};
+};
+using SolverNumbers = testing::Types<long double, QQ>;
+TYPED_TEST_SUITE(CoordinateSolverOver, SolverNumbers);
+
+TYPED_TEST(CoordinateSolverOver, FindsTheCoordinates) {
+  EXPECT_EQ(this->coordinates(this->basis, {6, -5, -2, 7}), "[ 3 -2 ]");
+  EXPECT_EQ(this->coordinates(this->basis, {0, 0, 0, 0}), "[ 0 0 ]");
+}
+
+TYPED_TEST(CoordinateSolverOver, RefusesAVectorOutsideTheSpan) {
+  EXPECT_EQ(this->coordinates(this->basis, {6, -5, -2, 8}), "none");
+  EXPECT_EQ(this->coordinates(this->basis, {6, -5, -2, 8}, false), "none");
+}
+
+TYPED_TEST(CoordinateSolverOver, RefusesAVectorBetweenThoseOfTheLattice) {
+  EXPECT_EQ(this->coordinates(this->basis, this->between), "none");
+}
+
+TYPED_TEST(CoordinateSolverOver, FindsFractionsWhereTheyCount) {
+  EXPECT_EQ(this->coordinates(this->basis, this->between, false),
+            textOf(Vector<TypeParam>{TypeParam(1) / TypeParam(2), 1}));
+}
+
+TYPED_TEST(CoordinateSolverOver, GivesNothingToARowThatDependsOnOthers) {
+  const Matrix<TypeParam> dependent{{2, 1, 0}, {4, 2, 0}, {0, 0, 0}, {0, 4, 1}};
+  EXPECT_EQ(this->coordinates(dependent, {6, -5, -2}), "[ 3 0 0 -2 ]");
+}
+
+TYPED_TEST(CoordinateSolverOver, KnowsOnlyTheZeroVectorWithoutABasis) {
+  EXPECT_EQ(this->coordinates(Matrix<TypeParam>(0, 2), {0, 0}), "[ ]");
+  EXPECT_EQ(this->coordinates(Matrix<TypeParam>(0, 2), {0, 1}), "none");
+}
+
+TYPED_TEST(CoordinateSolverOver, HandlesMoreRowsThanColumns) {
+  const Matrix<TypeParam> rows{{2, 1}, {0, 3}, {1, 1}};
+  EXPECT_EQ(this->coordinates(rows, {4, 5}), "[ 2 1 0 ]");
+}
+
+TYPED_TEST(CoordinateSolverOver, VectorOfAnotherLengthIsRefused) {
+  EXPECT_FAILS_WITH(this->coordinates(this->basis, {6, -5, -2}), "Vector: dimension mismatch8");
+}
+
+TEST(CoordinateSolver, ThrowsWhereLongDoubleCannotHoldTheProduct) {
+  const Matrix<long double> basis{{1e9L, 1, 0}, {-1e9L, 0, 1}};
+  Vector<long double> found;
+  EXPECT_THROW(solveCoordinates(factorBasis(basis), basis, {0, 1e10L, 1e10L}, true, found),
+               PrecisionException);
+  EXPECT_EQ(found.dimension(), 0);
+}
+
+}  // namespace
+}  // namespace starsift
