@@ -41,6 +41,11 @@ void Vanu<T>::updateFixedTargets() {
   fixedTargets = std::none_of(dt.begin(), dt.end(), NumberTraits<T>::isInfinite);
 }
 
+template <class T>
+Index Vanu<T>::modulusCount() const {
+  return std::count_if(qg.begin(), qg.end(), [](const T& modulus) { return !(modulus == T()); });
+}
+
 template class Vanu<long double>;
 template class Vanu<QQ>;
 

@@ -49,6 +49,9 @@ class Vanu {
   /// Equations that were one-sided inequations or finite goals: the last rows of Ag, the
   /// inequations first.
   Index liftedRowCount() const { return slackCount + deviationCount / 2; }
+  /// Congruences among the equations, and after normalisation their columns at the end of
+  /// Ag and Au, in the same order.
+  Index modulusCount() const;
   /// Variables that are neither slacks nor deviations; they come first, the slacks follow.
   Index originalCount() const { return rx.dimension() - slackCount - deviationCount; }
 
