@@ -14,10 +14,12 @@ struct CoordinateFactors {
 
   void clear() { *this = CoordinateFactors(); }
 
+  void convertFrom(const CoordinateFactors& source) { *this = source; }
+  /// Factors over another number type would bring its rounding along, or be more than T
+  /// holds: they are left to be made anew.
   template <class U>
-  void convertFrom(const CoordinateFactors<U>& source) {
-    echelon.convertFrom(source.echelon, false);
-    transform.convertFrom(source.transform, false);
+  void convertFrom(const CoordinateFactors<U>& /*source*/) {
+    clear();
   }
 };
 
