@@ -8,6 +8,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "algorithms/CoordinateFactors.h"
@@ -87,7 +88,32 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// The problem of the user, whether it was lifted since or not: what stars satisfy.
   const Vanu<T>& problemAsRead() const;
 
-  // Coordinate transformation: LatticeMapping.inl
+  // Mapping between the three spaces: LatticeMapping.inl
+  //
+  // Problem space has the values of the user, raw space the coordinates of B_save, working
+  // space those of B. A point without h, its homogenising factor, has that of 1. Nothing is
+  // rounded: a PrecisionException where T can't hold a result.
+
+  /// The raw vector, with `transform` the working one, of a point of the problem, constants
+  /// included; `out` is unchanged after an exception. ModuloException "modulo equation
+  /// inconsistency" where a congruence is violated whose modulus is no coordinate.
+  ///
+  /// Fatal: before generation ("opt2lat called with uninitialized check vectors!"), and
+  /// without `hom` a point that violates a lifted inequation ("slack variable
+  /// inconsistency, s should be >= 0").
+  void opt2lat(const Vector<T>& x, Vector<T>& out, bool transform,
+               const std::optional<T>& hom = std::nullopt) const;
+  /// The point of a raw vector, in `out`, and its h: only with 1 it is a point of the
+  /// problem. With `insert` it has the constants, with `withSlack` slacks and deviations
+  /// behind the variables, in the units of the problem. With `normalise` a vector with -1
+  /// counts as its negative. PrecisionException "lat_vec overflow" or "opt_vec overflow1"
+  /// where an entry or a result leaves the safe range of T; `out` is unchanged then.
+  ///
+  /// Fatal: before generation ("lat2opt called with uninitialized check vectors!"), a vector
+  /// that is empty ("lat_vec == 0") or hasn't m entries ("lat_vec doesn't match lattice
+  /// dimension").
+  T lat2opt(const Vector<T>& vector, Vector<T>& out, bool insert, bool withSlack,
+            bool normalise) const;
 
   /// The vector of m coordinates in working space; `inverse`: from there back.
   Vector<T> forwardMap(const Vector<T>& vector, bool inverse) const;
@@ -95,6 +121,15 @@ class Lattice : public Vanu<T>, private ParamReactions {
   Matrix<T> forwardMapAll(const Matrix<T>& rows) const;
   /// Inverse forwardMap of every row.
   Matrix<T> backMapAll(const Matrix<T>& rows) const;
+
+  /// The n coordinates of a raw vector over B_save or, without `useSaved`, over the
+  /// untransformed B; only integers count with `round`. False, `out` unchanged, where there
+  /// are none. Keeps the factors of the basis for the next question. Throws as
+  /// factorBasis() and solveCoordinates().
+  bool coordinatesOf(const Vector<T>& vector, Vector<T>& out, bool useSaved, bool round = true);
+  /// The coordinates of every row. PrecisionException "transformation coord error" at a row
+  /// that has none.
+  Matrix<T> coordinatesOfAll(const Matrix<T>& rows, bool useSaved, bool round = true);
 
   // Orthogonalisation: LatticeOrthogonal.inl
   //
@@ -295,10 +330,18 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// Lifts optOriginal and keeps what it was.
   void liftProblem(bool withTargetRange);
 
-  // Parts of the coordinate transformation: LatticeMapping.inl
+  // Parts of the mapping: LatticeMapping.inl
 
   /// forwardMap with or without translation, whatever the parameter says.
   Vector<T> mapped(const Vector<T>& vector, bool inverse, bool translated) const;
+  /// Target and inequations at z, h times their middle taken off, in the unit of their
+  /// coordinates 1, 2, ... of `out`.
+  void setRowCoordinates(const Vector<T>& z, const T& h, Vector<T>& out) const;
+  /// The variables z, h times the middle of their range taken off, as the last coordinates
+  /// but one.
+  void setVariableCoordinates(const Vector<T>& z, const T& h, Vector<T>& out) const;
+  /// The first `count` variables of a raw vector with the factor h, or of its negative.
+  Vector<T> variablesOf(const Vector<T>& vector, const T& h, bool negative, Index count) const;
 
   // Parts of the moves: LatticeMoves.inl
 

@@ -1,0 +1,117 @@
+// Coordinates of raw vectors over the two bases of a lattice.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "core/Exceptions.h"
+#include "lattice/YLattice.h"
+#include "support/Problem.h"
+#include "support/RowsText.h"
+#include "support/TextOf.h"
+
+namespace starsift {
+namespace {
+
+using test::q;
+using test::rowsText;
+using test::textOf;
+
+/// A lattice of two vectors whose working basis is another one of it, scaled and translated.
+template <class T>
+class CoordinatesOver : public testing::Test {
+ protected:
+  CoordinatesOver() {
+    lattice.reactionsOff = true;
+    lattice.params.translate = true;
+    lattice.scale = {T(2), T(3), T(4)};
+    lattice.translation = {T(10), T(20), T(0)};
+    lattice.homScaled = T(4);
+    lattice.B = lattice.forwardMapAll(Matrix<T>{{T(4), T(5), T(1)}, {T(1), T(2), T(0)}});
+  }
+
+  std::string coordinates(const Vector<T>& vector, bool useSaved, bool round = true) {
+    Vector<T> out{T(7)};
+    if (lattice.coordinatesOf(vector, out, useSaved, round)) return textOf(out);
+    EXPECT_EQ(textOf(out), "[ 7 ]");
+    return "none";
+  }
+
+  const Matrix<T> raw{{T(1), T(2), T(0)}, {T(3), T(3), T(1)}};
+  Lattice<T, long double> lattice{&raw};
+};
+using LatticeNumbers = testing::Types<long double, QQ>;
+TYPED_TEST_SUITE(CoordinatesOver, LatticeNumbers);
+
+TYPED_TEST(CoordinatesOver, AreThoseOverTheGeneratedBasis) {
+  EXPECT_EQ(this->coordinates({9, 12, 2}, true), "[ 3 2 ]");
+}
+
+TYPED_TEST(CoordinatesOver, AreThoseOverTheUntransformedWorkingBasis) {
+  EXPECT_EQ(this->coordinates({9, 12, 2}, false), "[ 2 1 ]");
+}
+
+TYPED_TEST(CoordinatesOver, AreRefusedOffTheLattice) {
+  EXPECT_EQ(this->coordinates({9, 12, 3}, true), "none");
+  EXPECT_EQ(this->coordinates({9, 12, 3}, false), "none");
+}
+
+TYPED_TEST(CoordinatesOver, AreRoundedUnlessToldOtherwise) {
+  const Vector<TypeParam> half{TypeParam(7) / TypeParam(2), 4, 1};
+  EXPECT_EQ(this->coordinates(half, true), "none");
+  EXPECT_EQ(this->coordinates(half, true, false),
+            textOf(Vector<TypeParam>{TypeParam(1) / TypeParam(2), 1}));
+}
+
+TYPED_TEST(CoordinatesOver, KeepTheFactorsOfTheirBasis) {
+  this->coordinates({9, 12, 2}, true);
+  EXPECT_TRUE(this->lattice.savedFactors.transform.isSet());
+  EXPECT_FALSE(this->lattice.workingFactors.transform.isSet());
+  // A basis that changed without a word is not noticed: the product then tells.
+  this->lattice.B_save[1] = Vector<TypeParam>{0, 0, 0};
+  EXPECT_EQ(this->coordinates({9, 12, 2}, true), "none");
+  this->lattice.savedFactors.clear();
+  EXPECT_EQ(this->coordinates({6, 6, 2}, true), "[ 0 2 ]");
+}
+
+TYPED_TEST(CoordinatesOver, AreFoundForEveryRow) {
+  const Matrix<TypeParam> rows{{9, 12, 2}, {0, 0, 0}, {1, 2, 0}};
+  EXPECT_EQ(rowsText(this->lattice.coordinatesOfAll(rows, true)), "[ 3 2 ] [ 0 0 ] [ 1 0 ]");
+  EXPECT_EQ(rowsText(this->lattice.coordinatesOfAll(rows, false)), "[ 2 1 ] [ 0 0 ] [ 0 1 ]");
+}
+
+TYPED_TEST(CoordinatesOver, AreMissedByOneRowOnly) {
+  const Matrix<TypeParam> rows{{9, 12, 2}, {9, 12, 3}};
+  try {
+    this->lattice.coordinatesOfAll(rows, true);
+    FAIL();
+  } catch (const PrecisionException& exception) {
+    EXPECT_EQ(exception.message(), "transformation coord error");
+  }
+}
+
+TEST(Coordinates, AreExactAfterAConversion) {
+  const Matrix<long double> basis{{3, 0}, {0, 7}};
+  Lattice<long double, long double> standard(&basis);
+  Vector<long double> rounded;
+  ASSERT_TRUE(standard.coordinatesOf({1, 1}, rounded, true, false));
+  Lattice<QQ, long double> exact;
+  exact.assignFrom(standard, false);
+  Vector<QQ> out;
+  ASSERT_TRUE(exact.coordinatesOf({QQ(1), QQ(1)}, out, true, false));
+  EXPECT_EQ(out[1], q("1/3"));
+  EXPECT_EQ(out[2], q("1/7"));
+}
+
+TEST(Coordinates, DoNotKeepALatticeFromLongDouble) {
+  const Matrix<QQ> basis{{QQ(3), QQ(1)}, {QQ(1), QQ(7)}};
+  Lattice<QQ, long double> exact(&basis);
+  Vector<QQ> out;
+  ASSERT_TRUE(exact.coordinatesOf({QQ(4), QQ(8)}, out, true));
+  ASSERT_TRUE(std::any_of(exact.savedFactors.transform.begin(), exact.savedFactors.transform.end(),
+                          [](const Vector<QQ>& row) { return !isExact(row[1]); }));
+  Lattice<long double, long double> standard;
+  EXPECT_NO_THROW(standard.assignFrom(exact, false));
+}
+
+}  // namespace
+}  // namespace starsift
