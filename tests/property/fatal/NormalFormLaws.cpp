@@ -4,17 +4,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iostream>
 #include <map>
 #include <set>
 #include <sstream>
 
-#include "ThrowingFailure.h"
-#include "core/Console.h"
+#include "SmallProblems.h"
 #include "lattice/YLattice.h"
 #include "numbers/Conversion.h"
 #include "support/NormalFormFeatures.h"
-#include "support/NormalFormGenerators.h"
 #include "support/NormalFormOracle.h"
 
 namespace starsift {
@@ -23,12 +20,17 @@ namespace {
 using oracle::PlainRecord;
 using oracle::Point;
 using oracle::Problem;
+using test::checkOverProblems;
+using test::failWith;
 using test::FatalReport;
+using test::normalised;
+using test::Outcome;
+using test::plain;
+using test::problemCount;
+using test::Silence;
 using test::SmallProblem;
 using Standard = Lattice<long double, long double>;
 using Exact = Lattice<QQ, long double>;
-
-constexpr int problemCount = STARSIFT_PROBLEM_COUNT;
 
 // The reports of a problem without solutions.
 constexpr const char* infiniteRow = "Unfulfillable infinite inequation detected --> NO SOLUTIONS!";
@@ -36,69 +38,10 @@ constexpr const char* emptyRange = "sol bounds error";
 constexpr const char* emptyInequation = "Unfulfillable inequality detected --> NO SOLUTIONS!";
 constexpr const char* emptyEquation = "Unfulfillable equality detected --> NO SOLUTIONS!";
 
-/// Keeps both streams of the process quiet while it lives.
-class Silence {
- public:
-  Silence() = default;
-  Silence(const Silence&) = delete;
-  Silence& operator=(const Silence&) = delete;
-  ~Silence() {
-    std::cout.rdbuf(out_);
-    std::cerr.rdbuf(err_);
-    consoleState() = {};
-  }
-
- private:
-  std::ostringstream swallowed_;
-  std::streambuf* out_ = std::cout.rdbuf(swallowed_.rdbuf());
-  std::streambuf* err_ = std::cerr.rdbuf(swallowed_.rdbuf());
-};
-
-template <class T>
-PlainRecord plain(const Vanu<T>& problem) {
-  Vanu<QQ> exact;
-  exact.convertFrom(problem);
-  return oracle::plainRecord(exact);
-}
-
-/// A normal form, or the report that there is none.
-struct Outcome {
-  std::optional<PlainRecord> normal;
-  std::string report;
-};
-
-template <class T>
-Outcome normalised(Lattice<T, long double>& lattice, bool generate, bool force) {
-  const Silence silence;
-  try {
-    lattice.normalise(generate, force);
-  } catch (const FatalReport& report) {
-    return {std::nullopt, report.what()};
-  }
-  return {plain<T>(lattice), ""};
-}
-
 Outcome normalForm(const SmallProblem& problem) {
   Exact lattice;
   lattice.optOriginal = problem.record();
   return normalised(lattice, true, false);
-}
-
-/// The law as a property over problemCount problems.
-template <class Law>
-void checkOverProblems(const Law& law) {
-  rc::detail::TestParams params = rc::detail::configuration().testParams;
-  params.maxSuccess = problemCount;
-  const auto result = rc::detail::checkTestable([&law] { law(*test::arbitrarySmallProblem()); },
-                                                rc::detail::TestMetadata(), params);
-  std::ostringstream text;
-  rc::detail::printResultMessage(result, text);
-  if (!result.template is<rc::detail::SuccessResult>())
-    FAIL() << text.str() << "\nseed=" << params.seed;
-}
-
-void failWith(const std::string& claim, const PlainRecord& normal) {
-  RC_FAIL(claim + "\nin normal form:\n" + oracle::recordText(normal));
 }
 
 /// The same law over the problems that have a normal form.

@@ -1,0 +1,82 @@
+// What laws over small problems share: their number, their normal forms, and silence.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <iostream>
+#include <optional>
+#include <sstream>
+#include <string>
+
+#include "ThrowingFailure.h"
+#include "core/Console.h"
+#include "lattice/Lattice.h"
+#include "numbers/VectorQQ.h"
+#include "support/NormalFormGenerators.h"
+#include "support/PlainRecord.h"
+
+namespace starsift::test {
+
+/// Problems that a law is checked over.
+constexpr int problemCount = STARSIFT_PROBLEM_COUNT;
+
+/// Keeps both streams of the process quiet while it lives.
+class Silence {
+ public:
+  Silence() = default;
+  Silence(const Silence&) = delete;
+  Silence& operator=(const Silence&) = delete;
+  ~Silence() {
+    std::cout.rdbuf(out_);
+    std::cerr.rdbuf(err_);
+    consoleState() = {};
+  }
+
+ private:
+  std::ostringstream swallowed_;
+  std::streambuf* out_ = std::cout.rdbuf(swallowed_.rdbuf());
+  std::streambuf* err_ = std::cerr.rdbuf(swallowed_.rdbuf());
+};
+
+template <class T>
+oracle::PlainRecord plain(const Vanu<T>& problem) {
+  Vanu<QQ> exact;
+  exact.convertFrom(problem);
+  return oracle::plainRecord(exact);
+}
+
+/// A normal form, or the report that there is none.
+struct Outcome {
+  std::optional<oracle::PlainRecord> normal;
+  std::string report;
+};
+
+template <class T>
+Outcome normalised(Lattice<T, long double>& lattice, bool generate, bool force) {
+  const Silence silence;
+  try {
+    lattice.normalise(generate, force);
+  } catch (const FatalReport& report) {
+    return {std::nullopt, report.what()};
+  }
+  return {plain<T>(lattice), ""};
+}
+
+/// The law as a property over problemCount problems.
+template <class Law>
+void checkOverProblems(const Law& law) {
+  rc::detail::TestParams params = rc::detail::configuration().testParams;
+  params.maxSuccess = problemCount;
+  const auto result = rc::detail::checkTestable([&law] { law(*arbitrarySmallProblem()); },
+                                                rc::detail::TestMetadata(), params);
+  std::ostringstream text;
+  rc::detail::printResultMessage(result, text);
+  if (!result.template is<rc::detail::SuccessResult>())
+    FAIL() << text.str() << "\nseed=" << params.seed;
+}
+
+inline void failWith(const std::string& claim, const oracle::PlainRecord& normal) {
+  RC_FAIL(claim + "\nin normal form:\n" + oracle::recordText(normal));
+}
+
+}  // namespace starsift::test
