@@ -1,0 +1,216 @@
+// The way from points of a problem to lattice vectors and back, over all stages of the
+// lattice: against the basis that is made from the normal form, and against the verdict
+// on the point.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+
+#include "SmallProblems.h"
+#include "numbers/Conversion.h"
+#include "problem/ProblemPoint.h"
+#include "support/CheckVectors.h"
+#include "support/NormalFormOracle.h"
+#include "support/NumberGenerators.h"
+
+namespace starsift {
+namespace {
+
+using oracle::PlainRecord;
+using oracle::Point;
+using test::LatticeStage;
+using test::SmallProblem;
+
+constexpr std::array<LatticeStage, 4> allStages = {
+    LatticeStage::equations, LatticeStage::equationsGone, LatticeStage::fullWithModuli,
+    LatticeStage::full};
+
+template <class T>
+Vector<T> vectorOf(const Point& point) {
+  Vector<T> vector;
+  for (const mpq_class& value : point)
+    vector.insertComponent(vector.dimension() + 1,
+                           NumberConversion<T, QQ>::convert(test::toQQ(value)));
+  return vector;
+}
+
+template <class T>
+Point pointOf(const Vector<T>& vector) {
+  Point point;
+  for (const T& value : vector)
+    point.push_back(test::gmpRational(NumberConversion<QQ, T>::convert(value)));
+  return point;
+}
+
+/// The exact values, for comparisons that show them.
+template <class T>
+std::string textOf(const Vector<T>& vector) {
+  return oracle::pointText(pointOf(vector));
+}
+
+/// At most `most` of the points, from all parts of the list.
+std::vector<Point> someOf(const std::vector<Point>& points, std::size_t most) {
+  std::vector<Point> chosen;
+  const std::size_t distance = points.size() / most + 1;
+  for (std::size_t i = 0; i < points.size(); i += distance) chosen.push_back(points[i]);
+  return chosen;
+}
+
+std::vector<Point> solutionsOf(const oracle::Problem& problem) {
+  std::vector<Point> points = test::pointsAround(problem);
+  std::erase_if(points, [&](const Point& x) { return !oracle::solves(problem, x); });
+  return points;
+}
+
+/// The inhomogeneous row of the basis and z times the others.
+template <class T>
+Point combination(const Lattice<T, long double>& lattice, const Point& z) {
+  Point sum = pointOf(lattice.B_save[1]);
+  for (std::size_t v = 0; v < z.size(); ++v) {
+    const Point row = pointOf(lattice.B_save[static_cast<Index>(v) + 2]);
+    for (std::size_t j = 0; j < sum.size(); ++j) sum[j] += z[v] * row[j];
+  }
+  return sum;
+}
+
+/// Every coordinate lies between l and r; that of the target counts for nothing.
+template <class T>
+bool isWithinBounds(const Lattice<T, long double>& lattice, const Vector<T>& vector) {
+  const bool hasTarget = lattice.latticeKind == LatticeKind::full && lattice.atuValid;
+  for (Index j = hasTarget ? 2 : 1; j <= lattice.m; ++j)
+    if (vector[j] < lattice.l[j] || vector[j] > lattice.r[j]) return false;
+  return true;
+}
+
+template <class T>
+void checkWayBack(const Lattice<T, long double>& lattice, const Vector<T>& vector, const Point& x) {
+  Vector<T> back;
+  RC_ASSERT(lattice.lat2opt(vector, back, true, false, false) == T(1));
+  RC_ASSERT(textOf(back) == oracle::pointText(x));
+  Vector<T> negative(vector);
+  for (T& entry : negative) entry = T() - entry;
+  RC_ASSERT(lattice.lat2opt(negative, back, true, false, true) == T(1));
+  RC_ASSERT(textOf(back) == oracle::pointText(x));
+  RC_ASSERT(lattice.lat2opt(negative, back, true, false, false) == T(-1));
+}
+
+template <class T>
+void checkSolution(const Lattice<T, long double>& lattice, const PlainRecord& normal,
+                   const Point& x) {
+  Vector<T> vector;
+  lattice.opt2lat(vectorOf<T>(x), vector, false);
+  RC_ASSERT(textOf(vector) ==
+            oracle::pointText(combination(lattice, oracle::image(normal, x).value())));
+  RC_ASSERT(isWithinBounds(lattice, vector));
+  checkWayBack(lattice, vector, x);
+}
+
+/// How many problems the number type carried through a law, and how many it refused.
+struct Tally {
+  int carried = 0;
+  int refused = 0;
+};
+
+/// The law, a function of lattice, problem and normal form, over the problems that have
+/// one.
+template <class T, class Law>
+Tally checkOverLattices(const Law& law) {
+  Tally tally;
+  test::checkOverProblems([&](const SmallProblem& small) {
+    try {
+      Lattice<T, long double> lattice;
+      lattice.optOriginal.convertFrom(small.record());
+      const test::Outcome outcome = test::normalised(lattice, true, false);
+      if (!outcome.normal) return;
+      law(lattice, small.problem, *outcome.normal);
+      ++tally.carried;
+    } catch (const PrecisionException&) {
+      ++tally.refused;
+    }
+  });
+  return tally;
+}
+
+template <class T>
+Tally checkSolutions() {
+  return checkOverLattices<T>([](Lattice<T, long double>& lattice, const oracle::Problem& problem,
+                                 const PlainRecord& normal) {
+    const std::vector<Point> solutions = someOf(solutionsOf(problem), 5);
+    for (const LatticeStage stage : allStages) {
+      generateByHand(lattice, stage);
+      for (const Point& x : solutions) checkSolution(lattice, normal, x);
+    }
+  });
+}
+
+TEST(Mapping, FindsTheVectorOfASolutionAndItsWayBack) {
+  const Tally tally = checkSolutions<QQ>();
+  EXPECT_GE(tally.carried, test::problemCount / 2);
+  EXPECT_EQ(tally.refused, 0);
+}
+
+TEST(Mapping, FindsTheSameInLongDouble) {
+  const Tally tally = checkSolutions<long double>();
+  EXPECT_GE(tally.carried, test::problemCount / 4);
+  EXPECT_GE(tally.refused, 1);
+}
+
+/// The vector of the point at this stage lies within the bounds, and it comes back as
+/// the point: a constant that has another value is lost on the way.
+bool isAccepted(Lattice<QQ, long double>& lattice, LatticeStage stage, const Vector<QQ>& x) {
+  generateByHand(lattice, stage);
+  Vector<QQ> vector;
+  try {
+    lattice.opt2lat(x, vector, false, QQ(1));
+  } catch (const ModuloException&) {
+    return false;
+  }
+  Vector<QQ> back;
+  lattice.lat2opt(vector, back, true, false, false);
+  return isWithinBounds(lattice, vector) && identical(back, x);
+}
+
+TEST(Mapping, KeepsExactlyTheSolutionsWithinTheBounds) {
+  int kept = 0;
+  checkOverLattices<QQ>([&](Lattice<QQ, long double>& lattice, const oracle::Problem& problem,
+                            const PlainRecord& /*normal*/) {
+    for (const Point& point : someOf(test::pointsAround(problem), 12)) {
+      const Vector<QQ> x = vectorOf<QQ>(point);
+      const bool accepted = isAccepted(lattice, LatticeStage::equations, x) &&
+                            isAccepted(lattice, LatticeStage::full, x);
+      kept += accepted ? 1 : 0;
+      if (accepted != oracle::solves(problem, point))
+        RC_FAIL("another verdict on " + oracle::pointText(point));
+    }
+  });
+  EXPECT_GE(kept, test::problemCount / 4);
+}
+
+/// Coefficients of the first variables, anywhere.
+Point arbitraryCoefficients(const PlainRecord& normal) {
+  Point z;
+  for (std::size_t j = 0; j < normal.originals(); ++j) z.emplace_back(*rc::gen::inRange(-9, 10));
+  return z;
+}
+
+TEST(Mapping, UndoesTheWayBackOfAnyFactor) {
+  checkOverLattices<QQ>([](Lattice<QQ, long double>& lattice, const oracle::Problem& /*problem*/,
+                           const PlainRecord& normal) {
+    generateByHand(lattice, LatticeStage::fullWithModuli);
+    const QQ h(*rc::gen::inRange(-3, 4));
+    Vector<QQ> z = vectorOf<QQ>(arbitraryCoefficients(normal));
+    appendSlacks<QQ>(lattice, z, h);
+    Vector<QQ> residuals = equationResiduals<QQ>(lattice, z, h);
+    appendModulusFactors<QQ>(lattice, z, residuals);
+    z.insertComponent(1, h);
+    const Vector<QQ> vector = z * lattice.B_save;
+    Vector<QQ> x;
+    RC_ASSERT(lattice.lat2opt(vector, x, true, false, false) == h);
+    Vector<QQ> again;
+    lattice.opt2lat(x, again, false, h);
+    RC_ASSERT(identical(again, vector));
+  });
+}
+
+}  // namespace
+}  // namespace starsift
