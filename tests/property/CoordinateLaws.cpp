@@ -9,9 +9,8 @@
 #include "lattice/Lattice.h"
 #include "numbers/Conversion.h"
 #include "support/BareissRows.h"
-#include "support/ContainerGenerators.h"
+#include "support/LatticeGenerators.h"
 #include "support/NumberGenerators.h"
-#include "support/UnimodularGenerator.h"
 
 namespace starsift {
 namespace {
@@ -46,7 +45,7 @@ TwoBases<T> arbitraryBases() {
   TwoBases<T> bases;
   bases.first = matrixFrom<T>(rows, m);
   const auto factors = rc::gen::map(rc::gen::inRange(-2, 3), [](int factor) { return QQ(factor); });
-  bases.transform.convertFrom(test::arbitraryUnimodular(n, 6, factors), false);
+  bases.transform.convertFrom(test::arbitraryUnimodular(n, factors).matrix, false);
   bases.second = bases.transform * bases.first;
   return bases;
 }

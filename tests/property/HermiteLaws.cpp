@@ -36,7 +36,7 @@ Matrix<QQ> arbitraryMatrix() {
 Matrix<QQ> otherGenerators(const Matrix<QQ>& rows) {
   const Index count = rows.rowCount();
   if (count == 0) return rows;
-  Matrix<QQ> result = test::arbitraryUnimodular(count, 2).matrix * rows;
+  Matrix<QQ> result = test::arbitraryUnimodular(count, test::arbitraryInteger(2)).matrix * rows;
   const auto further = *rc::gen::inRange<Index>(0, 3);
   result.resize(count + further, rows.columnCount(), false);
   for (Index i = count + 1; i <= count + further; ++i)

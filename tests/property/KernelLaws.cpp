@@ -22,7 +22,7 @@ struct Kernel {
 /// With x = y * U the first entries of y are zero exactly when those of x * U^-1 are, so
 /// that the last rows of U are a basis of the solutions.
 Kernel arbitraryKernel(Index columns, int digits) {
-  const auto [matrix, inverse] = test::arbitraryUnimodular(columns, digits);
+  const auto [matrix, inverse] = test::arbitraryUnimodular(columns, test::arbitraryInteger(digits));
   const auto rank = *rc::gen::inRange<Index>(0, columns + 1);
   Kernel result{Matrix<QQ>(columns - rank, columns), Matrix<QQ>(rank, columns)};
   for (Index i = 1; i <= columns; ++i)

@@ -35,7 +35,7 @@ RC_GTEST_PROP(Unimodular, MeansADeterminantOfMagnitudeOne, ()) {
 
 RC_GTEST_PROP(Unimodular, AreProductsOfElementarySteps, ()) {
   const auto order = *rc::gen::inRange<Index>(1, 7);
-  auto [matrix, inverse] = test::arbitraryUnimodular(order, 12);
+  auto [matrix, inverse] = test::arbitraryUnimodular(order, test::arbitraryInteger(12));
   RC_ASSERT(isUnimodular(matrix));
   RC_ASSERT(isUnimodular(inverse));
   const auto k = *rc::gen::inRange<Index>(1, order + 1);

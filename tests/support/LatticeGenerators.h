@@ -35,9 +35,14 @@ struct Unimodular {
   Matrix<QQ> inverse;
 };
 
-/// By adding multiples of rows to other rows and exchanging rows; factors have up to
-/// `digits` digits.
-inline Unimodular arbitraryUnimodular(Index order, int digits) {
+/// An integer of up to `digits` digits.
+inline rc::Gen<QQ> arbitraryInteger(int digits) {
+  return rc::gen::map(longInteger(digits),
+                      [](const std::string& text) { return toQQ(text + "/1"); });
+}
+
+/// By adding multiples of rows to other rows and exchanging rows.
+inline Unimodular arbitraryUnimodular(Index order, const rc::Gen<QQ>& factors) {
   Unimodular result{Matrix<QQ>::identity(order), Matrix<QQ>::identity(order)};
   // The transpose of the inverse.
   Matrix<QQ>& transpose = result.inverse;
@@ -45,7 +50,7 @@ inline Unimodular arbitraryUnimodular(Index order, int digits) {
     const Index i = arbitraryIndex(order);
     const Index k = arbitraryIndex(order);
     if (i == k) continue;
-    const QQ factor = toQQ(*longInteger(digits) + "/1");
+    const QQ factor = *factors;
     addMultiple(result.matrix, i, factor, k);
     addMultiple(transpose, k, -factor, i);
     result.matrix.swapRows(i, k);
@@ -63,7 +68,7 @@ inline Matrix<QQ> arbitraryGenerators(Index rows, Index columns) {
       *rc::gen::oneOf(arbitraryRows(rows, columns, 5), arbitraryDependentRows(rows, columns, rank)),
       columns);
   if (rows > 0 && *rc::gen::inRange(0, 4) == 0)
-    for (QQ& entry : matrix[arbitraryIndex(rows)]) entry = toQQ(*longInteger(30) + "/1");
+    for (QQ& entry : matrix[arbitraryIndex(rows)]) entry = *arbitraryInteger(30);
   return matrix;
 }
 
