@@ -24,6 +24,7 @@ Vanu<T> fullProblem() {
   problem.atuValid = true;
   problem.atu = Vector<T>{T(1), T(2)};
   problem.shift = Vector<T>{T(-1), T(4)};
+  problem.slackUnit = Vector<T>{T(1), T(2)};
   problem.fixedVars.resize(1, false);
   problem.fixedVars[1].left = 2;
   problem.fixedVars[1].right = T(9);
@@ -59,6 +60,7 @@ void expectSameVectors(const Vanu<T>& a, const Vanu<T>& b) {
   EXPECT_TRUE(identical(a.lx, b.lx));
   EXPECT_TRUE(identical(a.rx, b.rx));
   EXPECT_TRUE(identical(a.shift, b.shift));
+  EXPECT_TRUE(identical(a.slackUnit, b.slackUnit));
 }
 
 template <class T>
