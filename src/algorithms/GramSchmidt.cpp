@@ -34,8 +34,7 @@ void classicGramSchmidt(const Matrix<R>& rows, Index k, Matrix<R>& mu, Vector<R>
   mu[k][k] = R(1);
   std::fill(mu[k].begin() + k, mu[k].end(), R());
   cLen[k] = c;
-  if (NumberTraits<R>::isInfinite(c))
-    throw DecimalPrecisionException("cLen-classic has infinite entry");
+  if (!std::isfinite(c)) throw DecimalPrecisionException("cLen-classic has infinite entry");
 }
 
 template void classicGramSchmidt(const Matrix<long double>&, Index, Matrix<long double>&,

@@ -10,8 +10,8 @@ namespace starsift {
 /// With `reduce` pivots become 1 and the entries above them 0 (reduced form).
 ///
 /// The pivot of a step is, in the leftmost column that is not zero within the
-/// tolerance of T, the entry of greatest magnitude. Returns the rank, negative
-/// when the number of row exchanges was odd. Throws PrecisionException "q overflow"
+/// tolerance of T, exactly zero where T is exact, the entry of greatest magnitude. Returns the
+/// rank, negative when the number of row exchanges was odd. Throws PrecisionException "q overflow"
 /// or "q2 overflow" where a factor leaves the safe range of T, and
 /// FatalPrecisionException beyond that; both matrices are half done then.
 /// O(rows^2 * (rows + columns)).

@@ -12,11 +12,18 @@ namespace starsift {
 
 namespace elimination {
 
-/// First column of a row that is not zero within the tolerance, else columns + 1.
+/// Counts as zero: a type that rounds has its tolerance, an exact one needs none, and a
+/// small pivot of it is one.
+template <class T>
+bool vanishes(const T& value) {
+  return NumberTraits<T>::exact ? value == T() : NumberTraits<T>::isZero(value);
+}
+
+/// First column of a row that doesn't vanish, else columns + 1.
 template <class T>
 Index leadingColumn(const Vector<T>& row) {
   Index j = 1;
-  while (j <= row.dimension() && NumberTraits<T>::isZero(row[j])) ++j;
+  while (j <= row.dimension() && vanishes(row[j])) ++j;
   return j;
 }
 
@@ -59,7 +66,7 @@ class Worker {
   /// Clears `column` in the rows from..to against row k.
   void clearColumn(Index k, Index column, Index from, Index to) {
     for (Index i = from; i <= to; ++i) {
-      if (NumberTraits<T>::isZero(a_[i][column])) continue;
+      if (vanishes(a_[i][column])) continue;
       const T q = a_[i][column] / a_[k][column];
       if (NumberTraits<T>::overflowCheck(q)) throw PrecisionException("q overflow");
       for (Index c = column; c <= a_.columnCount(); ++c)

@@ -68,6 +68,15 @@ TYPED_TEST(CoordinateSolverOver, VectorOfAnotherLengthIsRefused) {
   EXPECT_FAILS_WITH(this->coordinates(this->basis, {6, -5, -2}), "Vector: dimension mismatch8");
 }
 
+// The second pivot is 1e-10.
+TEST(CoordinateSolver, SmallPivotOfRationalsIsNoZero) {
+  const Matrix<QQ> basis{{QQ(10'000'000'000), QQ(1)}, {QQ(9'999'999'999), QQ(1)}};
+  Vector<QQ> coordinates;
+  EXPECT_TRUE(
+      solveCoordinates(factorBasis(basis), basis, Vector<QQ>{QQ(1), QQ(0)}, true, coordinates));
+  EXPECT_EQ(textOf(coordinates), "[ 1 -1 ]");
+}
+
 TEST(CoordinateSolver, ThrowsWhereLongDoubleCannotHoldTheProduct) {
   const Matrix<long double> basis{{1e9L, 1, 0}, {-1e9L, 0, 1}};
   Vector<long double> found;

@@ -62,6 +62,8 @@ TEST(GramSchmidt, ThrowsForANanCoefficient) {
 TEST(GramSchmidt, ThrowsForAnInfiniteLength) {
   EXPECT_EQ(refusal({{infinity}}), "cLen-classic has infinite entry");
   EXPECT_EQ(refusal({{1e2500L}}), "cLen-classic has infinite entry");
+  // Here it would be infinity less infinity.
+  EXPECT_EQ(refusal({{1, 0}, {1e2500L, 0}}), "cLen-classic has infinite entry");
 }
 
 }  // namespace
