@@ -146,7 +146,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// rows become that with `useCache`, else ST_MU. Returns 0 or the first dependent
   /// row, which with `abortOnDependency` is fatal: "Linear dependency detected - remove
   /// these first!". Throws as lq_reduced(), or DecimalPrecisionException "mu-mod has nan
-  /// entry".
+  /// entry" or "cLen-mod has infinite entry".
   Index modifiedOrthogonalise(Index from, Index to, bool abortOnDependency, bool useCache);
   /// By lq_full(), from the first row on that isn't ST_FULL_ROW, which the words of the
   /// rows become; the rows of Q are the Gram-Schmidt vectors. Returns 0 or the first

@@ -8,7 +8,6 @@
 #pragma once
 
 #include <algorithm>
-#include <cassert>
 #include <cmath>
 #include <ctime>
 #include <iostream>
@@ -88,12 +87,13 @@ Index Lattice<T, R>::takeReduced(const Matrix<R>& triangle, const Vector<R>& len
   const Matrix<R>& rows = rowImages.of(B, last);
   // A dependency before the first row is told too.
   for (Index k = std::min(first, last); k <= last; ++k) {
-    // The factorisation has refused such a pivot.
-    assert(!NumberTraits<R>::isInfinite(lengths[k]) && "cLen-mod has infinite entry");
     if (takeLengths(k, rows[k] * rows[k], lengths[k])) return k;
     takeCoefficients(k, triangle);
+    // An infinite coefficient makes nans of the rest of its row.
     for (Index j = 1; j < k; ++j)
-      if (std::isnan(mu[k][j])) throw DecimalPrecisionException("mu-mod has nan entry");
+      if (!std::isfinite(mu[k][j])) throw DecimalPrecisionException("mu-mod has nan entry");
+    // The factorisation has refused an infinite pivot, but not a nan.
+    if (!std::isfinite(cLen[k])) throw DecimalPrecisionException("cLen-mod has infinite entry");
     vecStatus[k] = word;
   }
   return 0;

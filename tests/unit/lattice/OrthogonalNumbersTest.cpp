@@ -126,6 +126,21 @@ TEST(Orthogonal, NanEntriesAreExceptionsOfTheStandardLattice) {
   EXPECT_EQ(refusal({{1, nan}, {1, 1}}, Way::full), "Ps has nan entry");
 }
 
+// Both squared lengths are too long, and what is left of the second no number.
+TEST(Orthogonal, InfiniteCoefficientsAreExceptionsOfTheStandardLattice) {
+  const Matrix<long double> basis{{1e2000L, 0}, {1e4000L, 1}};
+  EXPECT_EQ(refusal(basis, Way::classic), "cLen-classic has infinite entry");
+  EXPECT_EQ(refusal(basis, Way::modified), "mu-mod has nan entry");
+  EXPECT_EQ(refusal(basis, Way::cached), "mu-mod has nan entry");
+}
+
+TEST(Orthogonal, FirstRowWithoutALengthIsAnExceptionOfTheStandardLattice) {
+  const Matrix<long double> basis{{nan, 1}};
+  EXPECT_EQ(refusal(basis, Way::classic), "cLen-classic has infinite entry");
+  EXPECT_EQ(refusal(basis, Way::modified), "cLen-mod has infinite entry");
+  EXPECT_EQ(refusal(basis, Way::cached), "cLen-mod has infinite entry");
+}
+
 TEST(Orthogonal, InfiniteLengthsAreExceptionsOfTheStandardLattice) {
   const Matrix<long double> basis{{1, 0}, {0, 1e2500L}};
   EXPECT_EQ(refusal(basis, Way::classic), "cLen-classic has infinite entry");
