@@ -2,13 +2,14 @@
 // The steps are functions of the floor below; here stands their order.
 #pragma once
 
+#include <utility>
+
 #include "lattice/Lattice.h"
 #include "problem/Bounds.h"
 #include "problem/DependentRows.h"
 #include "problem/Inequations.h"
 #include "problem/IntegerRows.h"
 #include "problem/RowBounds.h"
-#include "problem/Rows.h"
 #include "problem/Targets.h"
 
 namespace starsift {
@@ -27,15 +28,17 @@ void Lattice<T, R>::normalise(bool generate, bool force) {
 
 template <class T, class R>
 void Lattice<T, R>::liftProblem(bool withTargetRange) {
-  optAsRead = optOriginal;
-  fitColumns(optOriginal);
-  dropUselessInequations(optOriginal);
-  transferFakeInequations(optOriginal);
-  liftOneSidedInequations(optOriginal);
-  liftFiniteTargets(optOriginal);
-  aggregateTargets(optOriginal);
-  if (withTargetRange) addTargetThreshold(optOriginal);
-  optOriginal.lifted = true;
+  // A step that throws leaves the problem as it was read.
+  Vanu<T> problem(optOriginal);
+  dropUselessInequations(problem);
+  transferFakeInequations(problem);
+  liftOneSidedInequations(problem);
+  liftFiniteTargets(problem);
+  aggregateTargets(problem);
+  if (withTargetRange) addTargetThreshold(problem);
+  problem.lifted = true;
+  optAsRead = std::move(optOriginal);
+  optOriginal = std::move(problem);
 }
 
 template <class T, class R>

@@ -11,7 +11,8 @@ namespace starsift {
 ///
 /// Fatal: a dx that isn't 0, 1, 2, ... ("dx has to be a non-negative integer in each of
 /// its components"); lx = +inf, rx = -inf, or lx > rx after rounding ("sol bounds
-/// error"). PrecisionException "data overflow": steps too small for T.
+/// error"); a dx above 100000 ("QQ: exponent out of range"). PrecisionException "data
+/// overflow": steps too small for T.
 template <class T>
 void roundBounds(Vanu<T>& problem);
 

@@ -157,11 +157,15 @@ void dropZeroModulusColumns(Vanu<T>& problem) {
 
 template <class T>
 void toIntegerRows(Vanu<T>& problem) {
-  Vector<T> factors(problem.bg.dimension());
-  for (Index i = 1; i <= factors.dimension(); ++i) factors[i] = equationFactor(problem, i);
+  const Index rows = problem.bg.dimension();
+  const Index plain = rows - problem.liftedRowCount();
+  Vector<T> factors(rows);
+  // The targets come first but need to know in which units deviations count.
+  for (Index i = plain + 1; i <= rows; ++i) factors[i] = equationFactor(problem, i);
   setSlackUnits(problem, factors);
   makeTargetsIntegers(problem);
-  for (Index i = 1; i <= factors.dimension(); ++i) makeEquationIntegers(problem, i, factors[i]);
+  for (Index i = 1; i <= plain; ++i) factors[i] = equationFactor(problem, i);
+  for (Index i = 1; i <= rows; ++i) makeEquationIntegers(problem, i, factors[i]);
   for (Index i = 1; i <= problem.lu.dimension(); ++i) makeInequationIntegers(problem, i);
 }
 

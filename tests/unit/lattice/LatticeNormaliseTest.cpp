@@ -6,6 +6,7 @@
 #include "lattice/YLattice.h"
 #include "support/ExpectFails.h"
 #include "support/Problem.h"
+#include "support/ProblemFields.h"
 #include "support/RowsText.h"
 
 namespace starsift {
@@ -231,6 +232,17 @@ TYPED_TEST(NormalFormOver, ConstantOffTheGridKeepsItsValue) {
                                                                      "[ 1 ]")
                                                   .dt[1]);
   EXPECT_EQ(textOf(this->lattice.bg), "[ 2 ]");
+}
+
+TEST(NormalForm, StepThatThrowsLeavesTheProblemAsRead) {
+  Lattice<long double, long double> lattice;
+  lattice.optOriginal = problemFrom<long double>(
+      "[ inf inf ] [ [ 600000000 ] [ 600000000 ] ] [ ] [ ] [ ] [ [ 1 ] ] [ 1 ] [ inf ] "
+      "[ 0 ] [ 0 ] [ 9 ]");
+  const std::string before = test::fieldsText(lattice.optOriginal);
+  EXPECT_THROW(lattice.normalise(true, false), PrecisionException);
+  EXPECT_EQ(test::fieldsText(lattice.optOriginal), before);
+  EXPECT_EQ(test::fieldsText(lattice.problemAsRead()), before);
 }
 
 }  // namespace

@@ -182,7 +182,9 @@ TYPED_TEST(InequationsOver, ProblemWithoutInequationsStaysAsItIs) {
 TYPED_TEST(InequationsOver, TwoSidedOnesStay) {
   auto problem =
       problemFrom<TypeParam>("[ ] [ ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 4 ] [ 5 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");
+  problem.slackCount = 5;
   liftOneSidedInequations(problem);
+  EXPECT_EQ(problem.slackCount, 0);
   EXPECT_EQ(rowsText(problem.Au), "[ 1 2 ]");
   EXPECT_EQ(problem.Ag.rowCount(), 0);
 }

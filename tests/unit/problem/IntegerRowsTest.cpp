@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/Exceptions.h"
 #include "support/Problem.h"
 #include "support/RowsText.h"
 
@@ -94,6 +95,20 @@ TYPED_TEST(IntegerRowsOver, ModulusTakesPartInTheFactorOfItsEquation) {
   toIntegerRows(problem);
   EXPECT_EQ(rowsText(problem.Ag), "[ 2 1 0 ] [ 10 0 1 ]");
   EXPECT_EQ(textOf(problem.bg), "[ 2 10 ]");
+  EXPECT_EQ(problem.qg[1] * TypeParam(2), TypeParam(1));
+  EXPECT_EQ(problem.qg[2] * TypeParam(10), TypeParam(1));
+}
+
+TEST(IntegerRows, TargetsAreLookedAtFirst) {
+  auto problem = problemFrom<long double>(
+      "[ inf ] [ [ 1 0.0000000001 ] ] [ [ 1 0.0000000001 ] ] [ 1 ] [ ] [ ] [ ] [ ] "
+      "[ 0 0 ] [ 0 0 ] [ 5 5 ]");
+  try {
+    toIntegerRows(problem);
+    FAIL() << "nothing thrown";
+  } catch (const PrecisionException& exception) {
+    EXPECT_EQ(exception.message(), "iMFFT overflow");
+  }
 }
 
 TEST(IntegerRows, BoundsOfInequationsAreRoundedInwardsBehindTheFactor) {
