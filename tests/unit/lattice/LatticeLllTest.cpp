@@ -4,6 +4,7 @@
 #include "core/Exceptions.h"
 #include "lattice/Lattice.h"
 #include "numbers/Conversion.h"
+#include "numbers/QQFunctions.h"
 #include "numbers/VectorQQ.h"
 #include "support/Problem.h"
 #include "support/RowsText.h"
@@ -115,6 +116,19 @@ TEST(SizeReduce, LongVectorsAreReducedToTheEnd) {
   for (const LllViolation& violation :
        lllViolations(lattice.B, QQ(1, 2), QQ(1, 2) + q("1/1000000")))
     EXPECT_NE(violation.kind, LllViolation::Kind::size) << violation.k << " " << violation.j;
+}
+
+// Each look takes off the 64 bits that long double sees, and there are more than 4000.
+TEST(SizeReduce, VectorIsLeftAfterFiftyLooks) {
+  const Matrix<QQ> basis{{QQ(1), QQ(0)}, {pow(QQ(3), QQ(2600)), QQ(1)}};
+  Lattice<QQ, long double> lattice(&basis);
+  EXPECT_TRUE(lattice.classicOrthogonalise(1, 1));
+  EXPECT_TRUE(lattice.sizeReduce(2, false));
+  EXPECT_EQ(lattice.vecStatus[2], ST_SIZE_REDUCED);
+  EXPECT_FALSE(lattice.B[2][1].isZero());
+  lattice.vecStatus[2] = 0;
+  EXPECT_TRUE(lattice.sizeReduce(2, false));
+  EXPECT_EQ(textOf(lattice.B[2]), "[ 0 1 ]");
 }
 
 TYPED_TEST(LllStepsOver, FirstVectorIsNeverExchanged) {

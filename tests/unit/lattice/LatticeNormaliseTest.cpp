@@ -2,9 +2,9 @@
 // problem.
 #include <gtest/gtest.h>
 
-#include "core/Console.h"
 #include "lattice/YLattice.h"
 #include "support/ExpectFails.h"
+#include "support/FreshConsole.h"
 #include "support/Problem.h"
 #include "support/ProblemFields.h"
 #include "support/RowsText.h"
@@ -19,20 +19,15 @@ using test::rowsText;
 using test::textOf;
 
 template <class T>
-class NormalFormOver : public testing::Test {
+class NormalFormOver : public test::FreshConsole {
  protected:
-  NormalFormOver() { consoleState() = {}; }
-  ~NormalFormOver() override { consoleState() = {}; }
-
   /// Normalises the problem as a first call does; what the console shows of it.
   std::string normalise(const std::string& problem) {
     lattice.optOriginal = problemFrom<T>(problem);
     return normaliseAgain(true, false);
   }
   std::string normaliseAgain(bool generate, bool force) {
-    testing::internal::CaptureStdout();
-    lattice.normalise(generate, force);
-    return testing::internal::GetCapturedStdout();
+    return test::FreshConsole::consoleOf([&] { lattice.normalise(generate, force); });
   }
 
   Lattice<T, long double> lattice;

@@ -2,9 +2,9 @@
 // noticed where it arises, and the wrapper repeats the work over rationals.
 #include <gtest/gtest.h>
 
-#include "core/Console.h"
 #include "lattice/YLattice.h"
 #include "problem/IntegerRows.h"
+#include "support/FreshConsole.h"
 #include "support/Problem.h"
 #include "support/ProblemFields.h"
 
@@ -25,11 +25,8 @@ void PrintTo(const OverflowCase& overflow, std::ostream* stream) {
   *stream << overflow.message << " of " << overflow.problem;
 }
 
-class NormaliseOverflow : public testing::TestWithParam<OverflowCase> {
- protected:
-  NormaliseOverflow() { consoleState() = {}; }
-  ~NormaliseOverflow() override { consoleState() = {}; }
-};
+class NormaliseOverflow : public test::FreshConsole,
+                          public testing::WithParamInterface<OverflowCase> {};
 
 /// The message of the PrecisionException that `step` throws.
 template <class Step>
@@ -51,10 +48,10 @@ TEST_P(NormaliseOverflow, IsNoticedInLongDouble) {
 TEST_P(NormaliseOverflow, IsRepeatedOverRationals) {
   Lattice<QQ, long double> exact;
   exact.optOriginal = problemFrom<QQ>(GetParam().problem);
-  exact.normalise(true, false);
+  consoleOf([&exact] { exact.normalise(true, false); });
   YLattice<long double> lattice;
   lattice.standard().optOriginal = problemFrom<long double>(GetParam().problem);
-  lattice.normalise(true, false);
+  consoleOf([&lattice] { lattice.normalise(true, false); });
   lattice.withLive([&exact](const auto& live) {
     EXPECT_EQ(fieldsText(live), fieldsText(exact));
     EXPECT_EQ(fieldsText(live.optOriginal), fieldsText(exact.optOriginal));
@@ -197,15 +194,16 @@ TEST(NormaliseOverflowOfGoals, IsRepeatedOverRationals) {
 
 // Products and quotients that long double would round, one for each step that meets
 // fractions, are exact all the same.
-class NormaliseExactly : public testing::TestWithParam<const char*> {};
+class NormaliseExactly : public test::FreshConsole,
+                         public testing::WithParamInterface<const char*> {};
 
 TEST_P(NormaliseExactly, GivesTheNormalFormOfTheExactLattice) {
   Lattice<QQ, long double> exact;
   exact.optOriginal = problemFrom<QQ>(GetParam());
-  exact.normalise(true, false);
+  consoleOf([&exact] { exact.normalise(true, false); });
   YLattice<long double> lattice;
   lattice.standard().optOriginal = problemFrom<long double>(GetParam());
-  lattice.normalise(true, false);
+  consoleOf([&lattice] { lattice.normalise(true, false); });
   lattice.withLive([&exact](const auto& live) { EXPECT_EQ(fieldsText(live), fieldsText(exact)); });
 }
 

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "core/Console.h"
 #include "core/Exceptions.h"
 #include "support/ExpectFails.h"
+#include "support/FreshConsole.h"
 #include "support/Problem.h"
 #include "support/RowsText.h"
 
@@ -16,11 +16,8 @@ using test::rowsText;
 using test::textOf;
 
 template <class T>
-class BoundsOver : public testing::Test {
+class BoundsOver : public test::FreshConsole {
  protected:
-  BoundsOver() { consoleState() = {}; }
-  ~BoundsOver() override { consoleState() = {}; }
-
   /// One equation with the sum of the variables; `variables` are dx, lx and rx.
   static Vanu<T> sumOf(int n, const std::string& variables) {
     std::string row;
@@ -145,9 +142,7 @@ TYPED_TEST(BoundsOver, SwapsHalfFreeVariables) {
   auto problem = problemFrom<TypeParam>(
       "[ inf ] [ [ 1 2 3 4 ] ] [ [ 5 6 7 8 ] ] [ 4 ] [ ] [ [ 1 -1 1 -1 ] ] [ 0 ] [ 9 ] "
       "[ 0 0 0 0 ] [ -inf 0 -inf -inf ] [ 7 5 inf -2 ]");
-  testing::internal::CaptureStdout();
-  swapHalfFreeVariables(problem);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(),
+  EXPECT_EQ(this->consoleOf([&] { swapHalfFreeVariables(problem); }),
             "|-> Swapped half-free variable detected\n"
             "|-> Swapped half-free variable detected\n");
   EXPECT_EQ(rowsText(problem.At), "[ -1 2 3 -4 ]");
@@ -165,9 +160,7 @@ TYPED_TEST(BoundsOver, SwapsHalfFreeVariables) {
 
 TYPED_TEST(BoundsOver, NoVariableIsFreeBelowOnlyBehindTheSwap) {
   auto problem = this->sumOf(3, "[ 0 0 0 ] [ -inf -inf -inf ] [ 1 2 3 ]");
-  testing::internal::CaptureStdout();
-  swapHalfFreeVariables(problem);
-  testing::internal::GetCapturedStdout();
+  this->consoleOf([&] { swapHalfFreeVariables(problem); });
   for (const FreedomDegree kind : problem.fd) EXPECT_EQ(kind, FreedomDegree::rightFree);
 }
 

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/Console.h"
 #include "core/Exceptions.h"
+#include "support/FreshConsole.h"
 #include "support/Problem.h"
 #include "support/RowsText.h"
 
@@ -15,19 +15,14 @@ using test::rowsText;
 using test::textOf;
 
 template <class T>
-class DependentRowsOver : public testing::Test {
+class DependentRowsOver : public test::FreshConsole {
  protected:
-  DependentRowsOver() { consoleState() = {}; }
-  ~DependentRowsOver() override { consoleState() = {}; }
-
   static Vanu<T> equations(const std::string& text) {
     return problemFrom<T>("[ ] [ ] " + text + " [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");
   }
   /// Removes dependent equations; what the console shows of it.
   static std::string removeFrom(Vanu<T>& problem, bool verbose) {
-    testing::internal::CaptureStdout();
-    removeDependentEquations(problem, verbose);
-    return testing::internal::GetCapturedStdout();
+    return test::FreshConsole::consoleOf([&] { removeDependentEquations(problem, verbose); });
   }
 };
 using NumberTypes = testing::Types<long double, QQ>;

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/Console.h"
 #include "support/ExpectFails.h"
+#include "support/FreshConsole.h"
 #include "support/Problem.h"
 #include "support/RowsText.h"
 
@@ -15,19 +15,7 @@ using test::rowsText;
 using test::textOf;
 
 template <class T>
-class InequationsOver : public testing::Test {
- protected:
-  InequationsOver() { consoleState() = {}; }
-  ~InequationsOver() override { consoleState() = {}; }
-
-  /// What `step` writes on the console.
-  template <class Step>
-  static std::string consoleOf(Step step) {
-    testing::internal::CaptureStdout();
-    step();
-    return testing::internal::GetCapturedStdout();
-  }
-};
+class InequationsOver : public test::FreshConsole {};
 using NumberTypes = testing::Types<long double, QQ>;
 TYPED_TEST_SUITE(InequationsOver, NumberTypes);
 
