@@ -101,7 +101,7 @@ Vector<T> Lattice<T, R>::variablesOf(const Vector<T>& vector, const T& h, bool n
   Vector<T> z(count);
   for (Index i = 1; i <= count; ++i) {
     T coordinate = Exact::product(rangeMultiple, h);
-    Exact::subtractProduct(coordinate, T(-sign), vector[before + i]);
+    Exact::addProduct(coordinate, sign, vector[before + i]);
     z[i] = Exact::quotient(coordinate, Exact::product(T(2), c[before + i]));
   }
   return z;

@@ -11,7 +11,8 @@ namespace starsift {
 ///
 ///   T product(a, b)                  a * b
 ///   T quotient(a, b)                 a / b, b not 0
-///   void subtractProduct(sum, a, b)  sum -= a * b; sum may be infinite and stays so
+///   void addProduct(sum, a, b)       sum += a * b; sum may be infinite and stays so
+///   void subtractProduct(sum, a, b)  sum -= a * b, likewise
 ///   T roundedUp(a), roundedDown(a)   the neighbouring integer
 ///   T rounded(a)                     the nearest integer, halves away from 0
 ///   T denominator(a)                 the least positive integer q with q * a integer
@@ -29,6 +30,7 @@ template <>
 struct ExactArithmetic<QQ> {
   static QQ product(const QQ& a, const QQ& b) { return a * b; }
   static QQ quotient(const QQ& a, const QQ& b) { return a / b; }
+  static void addProduct(QQ& sum, const QQ& a, const QQ& b) { starsift::addProduct(sum, a, b); }
   static void subtractProduct(QQ& sum, const QQ& a, const QQ& b) {
     starsift::subtractProduct(sum, a, b);
   }
@@ -43,6 +45,7 @@ template <>
 struct ExactArithmetic<dbl_t> {
   static dbl_t product(dbl_t a, dbl_t b);
   static dbl_t quotient(dbl_t a, dbl_t b);
+  static void addProduct(dbl_t& sum, dbl_t a, dbl_t b) { subtractProduct(sum, -a, b); }
   static void subtractProduct(dbl_t& sum, dbl_t a, dbl_t b);
   static dbl_t roundedUp(dbl_t a);
   static dbl_t roundedDown(dbl_t a);

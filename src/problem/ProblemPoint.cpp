@@ -121,7 +121,7 @@ void checkCongruences(const Vanu<T>& problem, const Vector<T>& residuals) {
 template <class T>
 Vector<T> pointAsRead(const Vanu<T>& problem, Vector<T> z, bool insert) {
   for (Index j = 1; j <= z.dimension(); ++j) {
-    ExactArithmetic<T>::subtractProduct(z[j], T(-1), problem.shift[j]);
+    ExactArithmetic<T>::addProduct(z[j], T(1), problem.shift[j]);
     checkedRange(z[j], "opt_vec overflow1");
   }
   negateSwapped(problem, z);

@@ -60,9 +60,9 @@ template <class T>
 void aggregateTargets(Vanu<T>& problem) {
   problem.atu = Vector<T>(problem.rx.dimension());
   for (Index i = 1; i <= problem.dt.dimension(); ++i) {
-    const T sign = -problem.targetSign(i);
+    const T sign = problem.targetSign(i);
     for (Index j = 1; j <= problem.atu.dimension(); ++j) {
-      ExactArithmetic<T>::subtractProduct(problem.atu[j], sign, problem.At[i][j]);
+      ExactArithmetic<T>::addProduct(problem.atu[j], sign, problem.At[i][j]);
       checkedRange(problem.atu[j], "atu overflow");
     }
   }
@@ -74,7 +74,7 @@ void addTargetThreshold(Vanu<T>& problem) {
   T least = T();
   for (Index i = 1; i <= problem.kt.dimension(); ++i) {
     if (NumberTraits<T>::isInfinite(problem.kt[i])) return;
-    ExactArithmetic<T>::subtractProduct(least, -problem.targetSign(i), problem.kt[i]);
+    ExactArithmetic<T>::addProduct(least, problem.targetSign(i), problem.kt[i]);
   }
   setTargetRange(problem, least);
 }
@@ -86,7 +86,7 @@ void setTargetRange(Vanu<T>& problem, const T& least) {
     if (problem.atu[j] == T()) continue;
     const T& bound = problem.atu[j] > T() ? problem.rx[j] : problem.lx[j];
     if (NumberTraits<T>::isInfinite(bound)) return;
-    ExactArithmetic<T>::subtractProduct(greatest, -problem.atu[j], bound);
+    ExactArithmetic<T>::addProduct(greatest, problem.atu[j], bound);
   }
   if (least > greatest) return;
   problem.ltu = least;

@@ -45,6 +45,15 @@ TEST(ExactArithmetic, SubtractsProductsWithoutRounding) {
   EXPECT_TRUE(exact.isZero());
 }
 
+TEST(ExactArithmetic, AddsProductsWithoutRounding) {
+  dbl_t sum = 0.7L;
+  Double::addProduct(sum, 3, 0.1L);
+  EXPECT_EQ(sum, 1.0L);
+  QQ exact(1);
+  Exact::addProduct(exact, QQ(1, 3), QQ(3));
+  EXPECT_EQ(exact, QQ(2));
+}
+
 TEST(ExactArithmetic, LeavesAnInfiniteSum) {
   dbl_t sum = -HUGE_VALL;
   Double::subtractProduct(sum, 3, 0.1L);
