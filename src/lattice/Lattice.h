@@ -16,8 +16,11 @@
 #include "core/Guarded.h"
 #include "core/Set.h"
 #include "core/Star.h"
+#include "lattice/CheckBits.h"
+#include "lattice/ReductionObserver.h"
 #include "lattice/RowImages.h"
 #include "lattice/VecStatus.h"
+#include "lattice/VectorBackup.h"
 #include "lattice/VectorScore.h"
 #include "params/ExtendedParams.h"
 #include "problem/Vanu.h"
@@ -154,6 +157,31 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// dependency detected - remove first!". Throws as lq_full().
   Index fullOrthogonalise(Index from, Index to, bool abortOnDependency);
 
+  // Check of vectors: LatticeCheck.inl
+
+  /// Is `vector`, of working space with `transformed`, else raw, or its negative a solution
+  /// of the problem? A solution is filed, `time` its discovery time (0: now); any other
+  /// consistent vector competes for bestVector. Returns bits of CheckBits.h, 0 for no
+  /// solution. `silent` neither writes a file nor ends a search.
+  ///
+  /// A solution is consistent, lies in the box of the check vectors, and its point passes
+  /// the check of stars on the problem as read. Throws as lat2opt() and opt2lat(). Fatal
+  /// before generation: "checkSolution: You should set the check vectors!".
+  unsigned checkSolution(const Vector<T>& vector, bool transformed, std::int64_t time, bool silent);
+  /// The raw vector is the image of the point that it stands for, up to the tolerance of T,
+  /// or with `exact` without any. Of a pair of deviations only the difference counts.
+  bool isConsistent(const Vector<T>& vector, bool exact) const;
+
+  // Scores: LatticeScore.inl
+
+  /// Fills the record of a vector, given in working space with `transformed`, else raw.
+  void score(VectorScore<R>& record, const Vector<T>& vector, bool transformed) const;
+  /// The coordinates of a raw vector that leave the check vectors, largest amount first.
+  Array<RightOrderPair<Index, R>> deviationsOf(const Vector<T>& vector) const;
+  /// Takes a raw vector as bestVector where it is the better one; true when bestVector then
+  /// equals it. `time` as for checkSolution().
+  bool offerBest(const Vector<T>& vector, std::int64_t time);
+
   // Moves of the basis: LatticeMoves.inl
   //
   // Nothing else changes rows of B. A move is made on the last matrix of TT as well while
@@ -188,6 +216,100 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// possible".
   Index blendDependent(Index k, Index kmax);
 
+  // LLL reduction: LatticeLll.inl
+  //
+  // A pass reduces the vectors from..to as far as its budget of exchanges, swapBudget, goes;
+  // what was left is for the next one. Every vector touched goes through checkSolution().
+
+  /// One pass; `to` and `kmax` of 0 stand for n, kmax the last vector that a dependent one
+  /// may be moved behind. Returns the lowest index reached; `lastPass` tells the rest. Ends
+  /// early once the search is stopped or no dependent vector can be moved out of the way.
+  Index lllPass(Index from, Index to, Index kmax);
+  /// Brings vector k up to date: checks it, reduces its size, moves it away when it is
+  /// dependent, which turns `strict` on. False where the pass can't go on.
+  bool lllStep(Index k, Index kmax, bool& strict);
+  /// Passes over the first `count` vectors, 0 for all, until one skips no exchange or all
+  /// vectors are checked, 20 at most. True when the vectors are reduced.
+  bool reduce(Index count);
+
+  // Transformation of the basis: LatticeTransform.inl
+
+  /// After a reduction: makes sure that B spans what B_save does, then makes the
+  /// untransformed B the new B_save and, unless `silent`, writes the lattice file. Within an
+  /// Aardal reduction (`aardal`) TT gets a new matrix, else it starts again. True when B
+  /// was the tracked basis.
+  ///
+  /// Where the lattice got lost B is rebuilt from B_save, and tracking starts by the
+  /// parameter consistency until the next success. PrecisionException "base matrix
+  /// overflow", "unimodular error" or "transformation overflow".
+  bool verifyTransformation(bool aardal, bool silent);
+  /// rows = T_k ... T_1 * rows for the matrices of TT. PrecisionException "Overflow when
+  /// applying transformation".
+  void applyTransformations(Matrix<T>& rows) const;
+  /// A new identity of order n behind the last matrix of TT, unless that is one already;
+  /// without `checkIdentity` as the only one.
+  void pushTransformation(bool checkIdentity);
+  /// Sets scale[i] and maps B anew; the status words are cleared when it changed.
+  void setScale(Index i, const T& value);
+
+  // Aardal reduction: LatticeAardal.inl
+  //
+  // K. Aardal, C. A. J. Hurkens, A. K. Lenstra, Math. Oper. Res. 25 (2000).
+
+  /// Reduces the equation lattice, of kind `equations`, until its first vectors are a basis
+  /// of the integer vectors that solve the homogeneous equations, the others behind. Returns
+  /// the matrices that lead there. The lattice is as it was after an exception.
+  Array<Matrix<T>> aardalReduce();
+  /// A raw vector of the lattice with homValue as last coordinate; empty where there is
+  /// none.
+  Vector<T> extractInhomogeneous();
+
+  // Generation: LatticeGenerate.inl
+
+  /// The lattice of the problem in normal form, its equations removed, ready to be reduced;
+  /// stored vectors come along, stars stay. True. Fatal: "The equation system has no integer
+  /// solution :(", and as generateLattice().
+  bool prepareLattice();
+  /// Makes B_save, B and the check vectors: with `aardal` the equation lattice, else the
+  /// lattice of inequations and target. PrecisionException "R overflow" or "B_save
+  /// overflow2". Fatal: "ineq bounds error1", "ineq bounds error2", "sol bounds error".
+  void generateLattice(bool aardal);
+  /// The half width of the box, a common multiple of the ranges of variables and, without
+  /// `aardal`, of rows. May lower ltu. Throws and fails as generateLattice().
+  T computeR(bool aardal);
+  /// Widens the range of variables that are free above but have bounds, towards a small
+  /// multiple with rangeMultiple; with `useLcm` that takes in all ranges.
+  void extendBounds(bool useLcm);
+  /// Removes `count` coordinates from `position` on: of the equations and as many last
+  /// vectors (`ColumnsOf::equations`), or of the moduli.
+  void removeColumns(ColumnsOf columns, Index count, Index position);
+
+  // Stored vectors across a change of the lattice: LatticeBackup.inl
+
+  /// Takes best vector, best target, solutions and both collections out of the lattice, in
+  /// a form that survives the change; those that have none are dropped. The stars come
+  /// along.
+  ///
+  /// `count`, `position`  BackupMode::columns: coordinates to remove
+  VectorBackup<T, R> backupVectors(BackupMode mode, Index count = 0, Index position = 0);
+  /// Brings them back through checkSolution(). Fatal where the best target fails the
+  /// problem: "This case should not happen between a backup / restore!".
+  void restoreVectors(VectorBackup<T, R> backup, BackupMode mode);
+
+  // Restart and termination: LatticeRestart.inl
+
+  /// Saves the results of a search and reports; then, with terminationSwitch, ends it or,
+  /// unless `finished`, makes the lattice anew and throws RestartException "Lattice was
+  /// regenerated". params.stopping decides how a search ends: stopped() becomes true, or
+  /// the process gets SIGTERM.
+  void restartHandling(bool finished);
+  /// Writes the solutions, then saves the lattice by verifyTransformation().
+  void writeResults();
+  /// Makes the lattice anew from the problem; stars and stored vectors stay.
+  void regenerateLattice();
+  /// restartHandling() has ended the search.
+  bool stopped() const;
+
   // Files and stars: LatticeFiles.inl
 
   /// Derives the paths of problem, solution and lattice file from that of the
@@ -200,8 +322,15 @@ class Lattice : public Vanu<T>, private ParamReactions {
   bool readStarsExactly(bool peek);
   /// Drops the stars that violate the problem as read; true when none did.
   bool checkStars();
-  /// Writes the stars to solFile; does nothing while the output switch is off.
-  void writeSolFile();
+  /// Writes the stars to solFile, unless `complete` with the solutions of the lattice; does
+  /// nothing while the output switch is off.
+  void writeSolFile(bool complete);
+  /// Appends best target and solutions as stars, then sorts the stars and drops repetitions.
+  /// Fatal: "sol2star: lat2opt can not compute x_opt".
+  void sol2star();
+  /// Writes the lattice to latFile, if the output switch is on. SIGINT and SIGTERM wait until
+  /// the file is complete.
+  void writeLatFile();
 
   // Console reports: LatticeReports.inl
 
@@ -282,6 +411,12 @@ class Lattice : public Vanu<T>, private ParamReactions {
   Index swapBudgetFloor = 0;
   /// Exchanges that a pass may make; resize.
   Index swapBudget = 0;
+  /// What the last pass did; reset.
+  PassCounts lastPass;
+  /// Hears of each step of a reduction; not owned, not copied.
+  ReductionObserver* observer = nullptr;
+  /// Regenerations so far; never reset.
+  Index restarts = 0;
   /// Stage of the generation; reset.
   LatticeKind latticeKind = LatticeKind::none;
   /// The equation columns are gone from the lattice; reset.

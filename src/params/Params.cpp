@@ -31,6 +31,7 @@ Params& Params::operator=(const Params& other) {
   for (Index i = 1; i <= commonCount; ++i)
     registry_.added()[i]->copyValue(*other.registry_.added()[i]);
   registry_.fillLike(other.registry_);
+  stopping.copyValue(other.stopping);
   return *this;
 }
 

@@ -59,6 +59,9 @@ class Params : public Serializable {
   Param<long> iters{"iters", registry_};
   Param<long> sol{"sol", registry_};
   Param<float> bench{"bench", registry_};
+  /// Not registered, so no part of the text: the end of a search only stops it, while
+  /// otherwise it ends the process.
+  Param<bool> stopping;
 
  protected:
   ParamRegistry& registry() { return registry_; }

@@ -1,0 +1,45 @@
+// The vectors that a lattice has stored, on their way through a change of it.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "core/Set.h"
+#include "core/Star.h"
+#include "lattice/VectorScore.h"
+
+namespace starsift {
+
+/// What stays of a vector when the lattice changes.
+enum class BackupMode : std::uint8_t {
+  /// The vector itself, at the new length.
+  vectors = 0,
+  /// The vector without coordinates that go.
+  columns = 1,
+  /// Its coordinates in the basis.
+  coordinates = 2,
+  /// The point of the problem that it stands for.
+  points = 3,
+};
+
+/// Which columns leave the lattice.
+enum class ColumnsOf : std::uint8_t { equations = 0, moduli = 1 };
+
+/// Where a stored vector stood.
+enum class BackupOrigin : std::uint8_t { best = 1, target = 2, store = 3 };
+
+template <class T, class R>
+struct VectorBackup {
+  struct Entry {
+    BackupOrigin origin;
+    BackupVector<T> vector;
+  };
+
+  Array<Star<T>> stars;
+  /// In the order best vector, best target, solutions.
+  std::vector<Entry> entries;
+  SortedSet<HeuristicVector<T, R>> collected;
+  SortedSet<HeuristicVector<T, R>> chosen;
+};
+
+}  // namespace starsift
