@@ -13,7 +13,7 @@ void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::
   lattice.sortStars();
   lattice.removeDuplicates(true);
   lattice.setOutputSwitch(true);
-  lattice.writeSolFile();
+  lattice.writeSolFile(true);
   // The file keeps stars that differ in their parameters; the report doesn't.
   lattice.sortStars();
   lattice.removeDuplicates(false);

@@ -3,6 +3,8 @@
 // floor of each further number type.
 #pragma once
 
+#include <algorithm>
+
 #include "core/Vector.h"
 
 namespace starsift {
@@ -85,6 +87,15 @@ Vector<T> operator*(const Vector<T>& vector, const Matrix<T>& matrix);
 /// "Matrix: dimension mismatch6".
 template <class T>
 Matrix<T> operator*(const Matrix<T>& a, const Matrix<T>& b);
+
+/// Of one shape and equal in every entry, without tolerance.
+template <class T>
+bool identical(const Matrix<T>& a, const Matrix<T>& b) {
+  return a.rowCount() == b.rowCount() && a.columnCount() == b.columnCount() &&
+         std::equal(
+             a.begin(), a.end(), b.begin(),
+             [](const Vector<T>& left, const Vector<T>& right) { return identical(left, right); });
+}
 
 /// Reads "[ [ 1 2 ] [ 3 4 ] ]": rows in vector form, white space and comments
 /// between them. Leaves the matrix empty where the source doesn't stand at "[".

@@ -16,6 +16,7 @@ struct NumberConversion;
 template <class T>
 struct NumberConversion<T, T> {
   static const T& convert(const T& value) { return value; }
+  static const T& nearest(const T& value) { return value; }
   static const T& ofInteger(const T& value) { return value; }
 };
 

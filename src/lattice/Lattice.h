@@ -16,6 +16,7 @@
 #include "core/Guarded.h"
 #include "core/Set.h"
 #include "core/Star.h"
+#include "files/StarNorms.h"
 #include "lattice/CheckBits.h"
 #include "lattice/ReductionObserver.h"
 #include "lattice/RowImages.h"
@@ -417,6 +418,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   ReductionObserver* observer = nullptr;
   /// Regenerations so far; never reset.
   Index restarts = 0;
+  /// Stored vectors are coming back from a backup; not copied.
+  bool restoring = false;
   /// Stage of the generation; reset.
   LatticeKind latticeKind = LatticeKind::none;
   /// The equation columns are gone from the lattice; reset.
@@ -478,6 +481,49 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// The first `count` variables of a raw vector with the factor h, or of its negative.
   Vector<T> variablesOf(const Vector<T>& vector, const T& h, bool negative, Index count) const;
 
+  // Parts of the check: LatticeCheck.inl
+
+  /// The first coordinate with bounds that hold: behind the target's.
+  Index firstChecked() const;
+  /// `last`, the last coordinate of a vector, lies within its check vectors.
+  bool hasLastInBox(const T& last) const;
+  /// The vector neither is a solution nor can become bestVector, whatever its consistency:
+  /// decided by the last coordinate, which is 0 for nearly all vectors of a basis.
+  bool isHopeless(const Vector<T>& vector, bool transformed) const;
+  /// All entries are in the range in which T is safe, in raw space too.
+  bool isInSafeRange(const Vector<T>& vector, bool transformed) const;
+  /// The vector or its negative, with the sign of homValue in the last coordinate, in raw
+  /// space.
+  Vector<T> oriented(const Vector<T>& vector, bool transformed) const;
+  /// A raw vector lies within the check vectors, as far as its variables aren't free.
+  bool liesInBox(const Vector<T>& vector) const;
+  /// Offers a consistent vector to the heuristic collection.
+  void collect(const Vector<T>& vector, std::int64_t time);
+  /// A vector as an element of the collections.
+  HeuristicVector<T, R> scored(const Vector<T>& vector, std::int64_t time) const;
+  /// Checks the point of a vector in the box against the problem as read and files the
+  /// vector. Returns the bits of checkSolution().
+  unsigned fileSolution(const Vector<T>& vector, std::int64_t time);
+  /// The bits of a solution with these norms that is filed already.
+  unsigned limitBits(const Norms<T>& norms) const;
+  bool isStored(const Vector<T>& vector) const;
+  /// Is the vector better than the best target, which it then becomes, or as good? Without
+  /// a best target it is.
+  bool competesForTarget(const Vector<T>& vector, const StarVerdict<T>& verdict, std::int64_t time);
+
+  // Parts of the scores: LatticeScore.inl
+
+  R squaredNorm(const Vector<T>& raw) const;
+  /// The target norm, on the problem as read, of the point of a raw vector.
+  R targetNormOf(const Vector<T>& raw) const;
+  /// One more first best vector of a search.
+  void countAccepted();
+  /// `time`, or for 0 the seconds since the start of the process, times params.bench in a
+  /// benchmark run.
+  std::int64_t discoveryTime(std::int64_t time) const;
+  /// 0 where nobody has set the start.
+  std::int64_t secondsSinceStart() const;
+
   // Parts of the moves: LatticeMoves.inl
 
   /// b_k -= q * b_j for an integer q, j != k; the status words are the caller's.
@@ -494,6 +540,80 @@ class Lattice : public Vanu<T>, private ParamReactions {
   R reduceCoefficients(Index k, bool strict);
   /// b_k - q * b_j has a greater coordinate than b_k.
   bool lengthens(Index k, Index j, const T& q) const;
+
+  // Parts of the transformation: LatticeTransform.inl
+
+  /// The last matrix of TT := the coordinates of the rows over B_save; false where they have
+  /// none.
+  bool findTransformation(const Matrix<T>& untransformed);
+  /// Asks the last matrix of TT. In exact numbers a lost lattice is only reported:
+  /// "unimodularity check skipped".
+  bool passesUnimodularTest();
+  /// B_save := what tracking says that B is; true when it is.
+  bool takeTracked(Matrix<T> untransformed);
+  /// Back to B_save, with tracking on; false.
+  bool restartTracking();
+  /// Sets the parameter consistency without its reaction.
+  void setTracking(bool on);
+
+  // Parts of the Aardal reduction: LatticeAardal.inl
+
+  /// Settings of the inner lattice: tracking, silence.
+  void prepareAardal();
+  /// The reduction itself, on the inner lattice; `verb` is that of the outer one.
+  void reduceEquations(long verb);
+  /// Moves those of the first `active` vectors that solve the equations behind the others of
+  /// them; returns how many don't.
+  Index sinkSolutions(Index active);
+  /// The row with the last coordinate nearest to 0, but not 0; 0 where there is none.
+  Index leastLast(const Matrix<T>& rows) const;
+  /// Takes multiples of the picked row off the others; false where none has a last
+  /// coordinate other than 0.
+  bool reduceLast(Matrix<T>& rows, Index pick) const;
+
+  // Parts of the generation: LatticeGenerate.inl
+
+  void reportCounts() const;
+  /// From the lattice of variables and equations to that of the solutions of the equations.
+  void removeEquations(Array<Matrix<T>> transformations, Index equations);
+  /// Coordinates of the target row, 0 or 1.
+  Index targetColumns() const;
+  /// Check vectors, scale factor and basis entries of one coordinate.
+  void setEquationColumn(Index i);
+  void setTargetColumn();
+  void setInequationColumn(Index i);
+  void setVariableColumn(Index column, Index i);
+  /// The entries of B_save: -middle, then factor * row.
+  void setColumn(Index column, const T& middle, const Vector<T>& row, const T& factor);
+  /// What follows from B_save and the check vectors.
+  void takeGenerated(LatticeKind kind);
+  /// 3 times the larger squared length of l and r.
+  R boxLimit() const;
+  /// The first n rows, without `count` columns from `position` on.
+  Matrix<T> withoutColumns(const Matrix<T>& rows, Index count, Index position) const;
+
+  // Parts of the backup: LatticeBackup.inl
+
+  /// What is kept of a vector; nothing where it doesn't survive.
+  std::optional<Vector<T>> backupForm(const Vector<T>& vector, BackupMode mode, Index count,
+                                      Index position);
+  /// The raw vector of such a form, over the untransformed `basis`.
+  std::optional<Vector<T>> restoredForm(const Vector<T>& form, BackupMode mode,
+                                        const Matrix<T>& basis) const;
+  /// Puts stars in front of those of the lattice.
+  void takeStars(Array<Star<T>> former);
+  /// The point of a raw vector is no solution of the problem as read.
+  bool violatesProblem(const Vector<T>& vector) const;
+
+  // Parts of the restart: LatticeRestart.inl
+
+  /// Another order of the basis, a different one after each restart.
+  void shuffleBasis();
+
+  // Parts of the files: LatticeFiles.inl
+
+  /// The star of a raw vector.
+  void appendStar(const TimeVector<T>& source);
 
   // Parts of the orthogonalisation: LatticeOrthogonal.inl
 

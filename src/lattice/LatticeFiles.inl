@@ -2,15 +2,23 @@
 #pragma once
 
 #include <iostream>
+#include <sstream>
+#include <string>
+#include <utility>
 
 #include "core/Console.h"
 #include "files/FileNames.h"
+#include "files/LatText.h"
 #include "files/SolReader.h"
 #include "files/SolWriter.h"
 #include "files/StarCheck.h"
+#include "files/StarOrder.h"
 #include "lattice/Lattice.h"
 
 namespace starsift {
+
+/// The version that new stars are filed under.
+constexpr const char* solverVersion = "2.4.2";
 
 template <class T, class R>
 void Lattice<T, R>::setFileNames(const std::string& path) {
@@ -38,14 +46,64 @@ bool Lattice<T, R>::checkStars() {
 }
 
 template <class T, class R>
-void Lattice<T, R>::writeSolFile() {
+void Lattice<T, R>::writeSolFile(bool complete) {
   if (!outputSwitch) return;
+  if (!complete) sol2star();
   if (this->solFile.empty()) {
     std::cerr << "\n*** solFile is not set - solution write not possible" << endLine();
     stampOutputTime();
     return;
   }
   writeStars(this->solFile, stars);
+}
+
+template <class T, class R>
+void Lattice<T, R>::sol2star() {
+  const Index before = stars.dimension();
+  if (bestTarget.isSet()) appendStar(bestTarget);
+  for (const Star<T>& solution : solutions) appendStar(solution);
+  if (stars.dimension() == before) return;
+  sortStars(stars);
+  removeDuplicates(stars, params.bench > 0);
+}
+
+template <class T, class R>
+void Lattice<T, R>::appendStar(const TimeVector<T>& source) {
+  Star<T> star;
+  if (!(lat2opt(source, star, true, false, true) == T(1)))
+    fail("sol2star: lat2opt can not compute x_opt");
+  StarChecker<T>(problemAsRead()).check(star);
+  std::ostringstream text;
+  text << params;
+  star.paramsText = std::move(text).str();
+  star.versionText = solverVersion;
+  star.time = source.time;
+  star.fresh = true;
+  stars.resize(stars.dimension() + 1, true);
+  stars[stars.dimension()] = std::move(star);
+}
+
+template <class T, class R>
+void Lattice<T, R>::writeLatFile() {
+  if (!outputSwitch) return;
+  if (latFile.empty()) {
+    std::cerr << "\n*** latFile is not set - lattice write not possible" << endLine();
+    stampOutputTime();
+    return;
+  }
+  LatticeData<T> data;
+  data.basis = backMapAll(B);
+  data.l = l;
+  data.r = r;
+  data.c = c;
+  data.rangeMultiple = rangeMultiple;
+  data.lx = this->lx;
+  data.rx = this->rx;
+  data.hasTarget = this->atuValid;
+  data.ltu = this->ltu;
+  data.rtu = this->rtu;
+  data.seconds = secondsSinceStart();
+  writeLat(latFile, latText(data));
 }
 
 }  // namespace starsift

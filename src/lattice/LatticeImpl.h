@@ -1,7 +1,11 @@
 // All bodies of Lattice, for the files that instantiate it.
 #pragma once
 
+#include "lattice/LatticeAardal.inl"
+#include "lattice/LatticeBackup.inl"
+#include "lattice/LatticeCheck.inl"
 #include "lattice/LatticeFiles.inl"
+#include "lattice/LatticeGenerate.inl"
 #include "lattice/LatticeLll.inl"
 #include "lattice/LatticeMapping.inl"
 #include "lattice/LatticeMoves.inl"
@@ -9,3 +13,6 @@
 #include "lattice/LatticeOrthogonal.inl"
 #include "lattice/LatticeRecord.inl"
 #include "lattice/LatticeReports.inl"
+#include "lattice/LatticeRestart.inl"
+#include "lattice/LatticeScore.inl"
+#include "lattice/LatticeTransform.inl"

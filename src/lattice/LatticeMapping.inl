@@ -14,6 +14,9 @@
 
 namespace starsift {
 
+/// The text where a vector of the basis has no coordinates.
+constexpr const char* coordinateText = "transformation coord error";
+
 namespace latticemapping {
 
 /// (2 * value - h * middle) * scale, the middle counted twice.
@@ -161,7 +164,7 @@ Matrix<T> Lattice<T, R>::coordinatesOfAll(const Matrix<T>& rows, bool useSaved, 
   Matrix<T> result(rows.rowCount(), n);
   for (Index i = 1; i <= rows.rowCount(); ++i)
     if (!coordinatesOf(rows[i], result[i], useSaved, round))
-      throw PrecisionException("transformation coord error");
+      throw PrecisionException(coordinateText);
   return result;
 }
 

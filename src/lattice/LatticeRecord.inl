@@ -86,6 +86,7 @@ void Lattice<T, R>::reset(const Matrix<T>* basis, bool clearFileName) {
   modsInLattice = false;
   consistencyForced = false;
   deepInsertions = 0;
+  lastPass = PassCounts();
   keepDependent = false;
   scale = latticerecord::constant(m, T(1));
   translation = Vector<T>(m);
@@ -192,6 +193,8 @@ void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, bool keepParams) {
   lEqualsR = other.lEqualsR;
   swapBudgetFloor = other.swapBudgetFloor;
   swapBudget = other.swapBudget;
+  lastPass = other.lastPass;
+  restarts = other.restarts;
   latticeKind = other.latticeKind;
   equationsRemoved = other.equationsRemoved;
   modsInLattice = other.modsInLattice;
@@ -228,6 +231,7 @@ void Lattice<T, R>::consistencyChanged(bool on) {
   TT.resize(1, false);
   TT[1] = Matrix<T>::identity(n);
   savedFactors.clear();
+  this->trackingRestarted = true;
 }
 
 template <class T, class R>

@@ -79,8 +79,8 @@ bool YLattice<R>::checkStars() {
 }
 
 template <class R>
-void YLattice<R>::writeSolFile() {
-  runStep([](auto& lattice) { lattice.writeSolFile(); }, OnFailure::unchanged);
+void YLattice<R>::writeSolFile(bool complete) {
+  runStep([complete](auto& lattice) { lattice.writeSolFile(complete); }, OnFailure::unchanged);
 }
 
 template <class R>

@@ -72,7 +72,7 @@ class YLattice {
   bool readStarsFromSolFile(bool peek);
   bool readStarsExactly(bool peek);
   bool checkStars();
-  void writeSolFile();
+  void writeSolFile(bool complete);
   std::string solutionsText();
 
   // On the live lattice: what can't lose precision.

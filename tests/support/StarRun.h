@@ -32,7 +32,7 @@ inline void siftStarsExactly(const std::string& solFile) {
   sortStars(lattice.stars);
   removeDuplicates(lattice.stars, true);
   lattice.outputSwitch = true;
-  lattice.writeSolFile();
+  lattice.writeSolFile(true);
 }
 
 }  // namespace starsift::test

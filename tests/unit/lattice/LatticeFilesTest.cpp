@@ -67,13 +67,13 @@ TYPED_TEST(LatticeFilesOver, FileIsWrittenWhileTheSwitchIsOn) {
   this->lattice.stars.resize(1, false);
   this->lattice.stars[1] = Star<TypeParam>{TypeParam(1), TypeParam(2)};
   this->lattice.outputSwitch = true;
-  this->lattice.writeSolFile();
+  this->lattice.writeSolFile(true);
   EXPECT_EQ(this->scratch.read("p.sol"), "[ 1 2 ] | 0 | [ ] | 0 | -1 | \n");
 }
 
 TYPED_TEST(LatticeFilesOver, FileStaysWhileTheSwitchIsOff) {
   this->scratch.write("p.sol", "old\n");
-  this->lattice.writeSolFile();
+  this->lattice.writeSolFile(true);
   EXPECT_EQ(this->scratch.read("p.sol"), "old\n");
 }
 
@@ -82,7 +82,7 @@ TYPED_TEST(LatticeFilesOver, MissingNameIsReportedAndTheRunGoesOn) {
   this->lattice.solFile = "";
   this->lattice.outputSwitch = true;
   testing::internal::CaptureStderr();
-  this->lattice.writeSolFile();
+  this->lattice.writeSolFile(true);
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
             "\n*** solFile is not set - solution write not possible\n");
   EXPECT_NE(lastOutputTime(), 0);
@@ -91,7 +91,7 @@ TYPED_TEST(LatticeFilesOver, MissingNameIsReportedAndTheRunGoesOn) {
 TYPED_TEST(LatticeFilesOver, MissingNameDoesNotMatterWhileTheSwitchIsOff) {
   this->lattice.solFile = "";
   testing::internal::CaptureStderr();
-  this->lattice.writeSolFile();
+  this->lattice.writeSolFile(true);
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 

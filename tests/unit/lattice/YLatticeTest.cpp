@@ -316,7 +316,7 @@ class YLatticeOnFiles : public YLatticeTest {
     lattice.sortStars();
     lattice.removeDuplicates(true);
     lattice.setOutputSwitch(true);
-    lattice.writeSolFile();
+    lattice.writeSolFile(true);
     lattice.sortStars();
     lattice.removeDuplicates(false);
     console = lattice.solutionsText();

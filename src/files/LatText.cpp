@@ -1,0 +1,54 @@
+#include "files/LatText.h"
+
+#include <sstream>
+
+#include "core/VectorText.h"
+#include "files/DeferredSignals.h"
+#include "files/ResultFile.h"
+#include "numbers/VectorQQ.h"
+
+namespace starsift {
+
+namespace {
+
+constexpr const char* legend = "// B -- l, r -- c, R -- lx, rx -- tuse, lrtu -- rtime";
+
+/// A stream takes a rational at its own precision.
+template <class T>
+std::string numberText(const T& value) {
+  std::string text;
+  NumberTraits<T>::append(text, value, fileDigits);
+  return text;
+}
+
+}  // namespace
+
+template <class T>
+std::string latText(const LatticeData<T>& data) {
+  std::ostringstream text;
+  text.precision(fileDigits);
+  text << data.basis << "\n\n"
+       << data.l << '\n'
+       << data.r << "\n\n"
+       << data.c << '\n'
+       << numberText(data.rangeMultiple) << "\n\n"
+       << data.lx << '\n'
+       << data.rx << "\n\n"
+       << (data.hasTarget ? 1 : 0) << '\n'
+       << Vector<T>{data.ltu, data.rtu} << "\n\n"
+       << data.seconds << "\n\n"
+       << legend << '\n';
+  return std::move(text).str();
+}
+
+void writeLat(const std::string& path, const std::string& text) {
+  const DeferredSignals deferred;
+  ResultFile file(path);
+  file.write(text);
+  file.commit();
+}
+
+template std::string latText(const LatticeData<long double>&);
+template std::string latText(const LatticeData<QQ>&);
+
+}  // namespace starsift

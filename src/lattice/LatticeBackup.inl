@@ -1,0 +1,136 @@
+// Lattice: the vectors that it has stored, across a change of the lattice itself.
+#pragma once
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "algorithms/ExactProduct.h"
+#include "files/StarCheck.h"
+#include "lattice/Lattice.h"
+
+namespace starsift {
+
+namespace latticebackup {
+
+/// Sets a flag as long as it lives.
+class Raised {
+ public:
+  explicit Raised(bool& flag) : flag_(flag) { flag_ = true; }
+  Raised(const Raised&) = delete;
+  Raised& operator=(const Raised&) = delete;
+  ~Raised() { flag_ = false; }
+
+ private:
+  bool& flag_;
+};
+
+}  // namespace latticebackup
+
+template <class T, class R>
+VectorBackup<T, R> Lattice<T, R>::backupVectors(BackupMode mode, Index count, Index position) {
+  VectorBackup<T, R> backup;
+  backup.stars.exchange(stars);
+  const auto keep = [&](BackupOrigin origin, const TimeVector<T>& source) {
+    std::optional<Vector<T>> form = backupForm(source, mode, count, position);
+    if (!form) return;
+    auto& entry = backup.entries.emplace_back(origin, BackupVector<T>());
+    static_cast<Vector<T>&>(entry.vector) = std::move(*form);
+    entry.vector.time = source.time;
+  };
+  if (bestVector.isSet()) keep(BackupOrigin::best, bestVector);
+  if (bestTarget.isSet()) keep(BackupOrigin::target, bestTarget);
+  for (const Star<T>& solution : solutions) keep(BackupOrigin::store, solution);
+  discardVectors();
+  for (auto [from, to] : {std::pair(&collected, &backup.collected), {&chosen, &backup.chosen}}) {
+    to->exchange(*from);
+    from->setLimit(to->limit());
+    for (HeuristicVector<T, R>* vector = to->first(); vector != nullptr;) {
+      HeuristicVector<T, R>* const next = vector->next;
+      if (auto form = backupForm(*vector, mode, count, position))
+        static_cast<Vector<T>&>(*vector) = std::move(*form);
+      else
+        to->take(vector);
+      vector = next;
+    }
+  }
+  return backup;
+}
+
+template <class T, class R>
+std::optional<Vector<T>> Lattice<T, R>::backupForm(const Vector<T>& vector, BackupMode mode,
+                                                   Index count, Index position) {
+  Vector<T> form(vector);
+  switch (mode) {
+    case BackupMode::vectors:
+      form.resize(m, false);
+      return form;
+    case BackupMode::columns:
+      for (Index i = 1; i <= count; ++i) {
+        // An equation that doesn't hold is no coordinate to leave out.
+        if (!equationsRemoved && !(form.element(position) == T())) return std::nullopt;
+        form.removeComponent(position);
+      }
+      return form;
+    case BackupMode::coordinates:
+      if (vector.dimension() != m || !coordinatesOf(vector, form, false)) return std::nullopt;
+      return form;
+    case BackupMode::points:
+      if (!(lat2opt(vector, form, true, false, true) == T(1))) return std::nullopt;
+      return form;
+  }
+  return std::nullopt;
+}
+
+template <class T, class R>
+std::optional<Vector<T>> Lattice<T, R>::restoredForm(const Vector<T>& form, BackupMode mode,
+                                                     const Matrix<T>& basis) const {
+  if (mode == BackupMode::coordinates) {
+    if (form.dimension() != n) return std::nullopt;
+    return exactProduct(form, basis);
+  }
+  if (mode != BackupMode::points) return form;
+  Vector<T> vector;
+  try {
+    opt2lat(form, vector, false, T(1));
+  } catch (const ModuloException&) {
+    return std::nullopt;
+  }
+  return vector;
+}
+
+template <class T, class R>
+void Lattice<T, R>::restoreVectors(VectorBackup<T, R> backup, BackupMode mode) {
+  const latticebackup::Raised raised(restoring);
+  takeStars(std::move(backup.stars));
+  const Matrix<T> basis = mode == BackupMode::coordinates ? backMapAll(B) : Matrix<T>();
+  for (const auto& entry : backup.entries) {
+    const auto vector = restoredForm(entry.vector, mode, basis);
+    if (!vector) continue;
+    if (entry.origin == BackupOrigin::target && violatesProblem(*vector))
+      fail("This case should not happen between a backup / restore!");
+    checkSolution(*vector, false, entry.vector.time, true);
+  }
+  for (auto [from, to] : {std::pair(&backup.collected, &collected), {&backup.chosen, &chosen}})
+    for (const HeuristicVector<T, R>& entry : *from) {
+      const auto vector = restoredForm(entry, mode, basis);
+      if (vector && isConsistent(*vector, false)) to->insert(scored(*vector, entry.time));
+    }
+}
+
+template <class T, class R>
+void Lattice<T, R>::takeStars(Array<Star<T>> former) {
+  const Index kept = former.dimension();
+  former.resize(kept + stars.dimension(), true);
+  std::move(stars.begin(), stars.end(), former.begin() + kept);
+  stars.exchange(former);
+}
+
+template <class T, class R>
+bool Lattice<T, R>::violatesProblem(const Vector<T>& vector) const {
+  Star<T> star;
+  return !(lat2opt(vector, star, true, false, true) == T(1)) ||
+         !StarChecker<T>(problemAsRead()).judge(star).isSolution;
+}
+
+}  // namespace starsift

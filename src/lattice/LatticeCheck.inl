@@ -1,0 +1,194 @@
+// Lattice: is a vector a solution? Every vector that a reduction touches is asked, so
+// nearly all of them are turned away by one look at the last coordinate.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "files/StarCheck.h"
+#include "lattice/Lattice.h"
+#include "problem/Rows.h"
+
+namespace starsift {
+
+template <class T, class R>
+unsigned Lattice<T, R>::checkSolution(const Vector<T>& vector, bool transformed, std::int64_t time,
+                                      bool silent) {
+  if (latticeKind == LatticeKind::none) fail("checkSolution: You should set the check vectors!");
+  if (vector.dimension() == 0 || isHopeless(vector, transformed)) return 0;
+  const Vector<T> raw = oriented(vector, transformed);
+  if (!isConsistent(raw, false)) return 0;
+  collect(raw, time);
+  if (!liesInBox(raw)) {
+    offerBest(raw, time);
+    return 0;
+  }
+  if (latticeKind == LatticeKind::equations) {
+    // Nothing is filed yet; as best vector it comes along to the full lattice.
+    offerBest(raw, time);
+    return 0;
+  }
+  const unsigned bits = fileSolution(raw, time);
+  if (silent) return bits;
+  if ((bits & CHECK_STORED) != 0) writeSolFile(false);
+  if ((bits & CHECK_LIMIT) != 0) restartHandling(true);
+  return bits;
+}
+
+template <class T, class R>
+Index Lattice<T, R>::firstChecked() const {
+  return latticeKind == LatticeKind::full && this->atuValid ? 2 : 1;
+}
+
+template <class T, class R>
+bool Lattice<T, R>::hasLastInBox(const T& last) const {
+  return l[m] <= last && last <= r[m];
+}
+
+template <class T, class R>
+bool Lattice<T, R>::isHopeless(const Vector<T>& vector, bool transformed) const {
+  if (params.pair || params.sieve) return false;
+  // The translation leaves the last coordinate alone.
+  const T size = NumberTraits<T>::absolute(vector.element(m));
+  const bool fits =
+      transformed ? l[m] * scale[m] <= size && size <= r[m] * scale[m] : hasLastInBox(size);
+  return !fits && isInSafeRange(vector, transformed);
+}
+
+template <class T, class R>
+bool Lattice<T, R>::isInSafeRange(const Vector<T>& vector, bool transformed) const {
+  if constexpr (NumberTraits<T>::exact) return true;
+  if (transformed && params.translate) return false;
+  for (Index i = 1; i <= m; ++i)
+    if (!(NumberTraits<T>::absolute(vector[i]) <= T(safeBound)) || (transformed && scale[i] < T(1)))
+      return false;
+  return true;
+}
+
+template <class T, class R>
+Vector<T> Lattice<T, R>::oriented(const Vector<T>& vector, bool transformed) const {
+  const T& hom = transformed ? homScaled : this->homValue;
+  const T& last = vector.element(m);
+  const bool turns = hom > T() ? last <= T() : last >= T();
+  Vector<T> result(vector);
+  if (turns)
+    for (T& entry : result) entry = negated(entry);
+  return transformed ? forwardMap(result, true) : result;
+}
+
+template <class T, class R>
+bool Lattice<T, R>::liesInBox(const Vector<T>& vector) const {
+  if (!hasLastInBox(vector[m])) return false;
+  const Index variables = this->fd.dimension();
+  const Index before = m - 1 - variables - (modsInLattice ? this->modulusCount() : 0);
+  for (Index i = 1; i <= variables; ++i) {
+    const FreedomDegree kind = this->fd[i];
+    const T& entry = vector[before + i];
+    if (kind == FreedomDegree::free) continue;
+    if (entry < l[before + i] && kind != FreedomDegree::leftFree) return false;
+    if (entry > r[before + i] && kind != FreedomDegree::rightFree) return false;
+  }
+  for (Index j = before; j >= firstChecked(); --j)
+    if (vector[j] < l[j] || vector[j] > r[j]) return false;
+  return true;
+}
+
+template <class T, class R>
+bool Lattice<T, R>::isConsistent(const Vector<T>& vector, bool exact) const {
+  Vector<T> image;
+  try {
+    Vector<T> x;
+    const T h = lat2opt(vector, x, true, false, false);
+    opt2lat(x, image, false, h);
+  } catch (const ModuloException&) {
+    return false;
+  }
+  image -= vector;
+  const auto isZero = [exact](const T& entry) {
+    return exact ? entry == T() : NumberTraits<T>::isZero(entry);
+  };
+  const Index moduli = this->modulusCount();
+  Index first = 1;
+  if (latticeKind == LatticeKind::equations && !equationsRemoved) {
+    Index column = this->rx.dimension();
+    for (; first <= this->bg.dimension(); ++first) {
+      const bool isCongruence = this->qg.dimension() > 0 && !(this->qg[first] == T());
+      if (!isZero(isCongruence ? NumberTraits<T>::remainder(image[first], this->Ag[first][++column])
+                               : image[first]))
+        return false;
+    }
+  }
+  const Index last = m - (modsInLattice ? moduli : 0) - 1;
+  const Index deviations = last - this->deviationCount;
+  for (Index i = first; i <= deviations; ++i)
+    if (!isZero(image[i])) return false;
+  for (Index i = deviations + 1; i < last; i += 2)
+    if (!isZero(image[i + 1] - image[i])) return false;
+  return isZero(image[m]);
+}
+
+template <class T, class R>
+void Lattice<T, R>::collect(const Vector<T>& vector, std::int64_t time) {
+  if (!params.pair && !params.sieve) return;
+  collected.setLimit(static_cast<Index>(params.collectLimit));
+  collected.insert(scored(vector, time));
+}
+
+template <class T, class R>
+HeuristicVector<T, R> Lattice<T, R>::scored(const Vector<T>& vector, std::int64_t time) const {
+  HeuristicVector<T, R> result;
+  static_cast<Vector<T>&>(result) = vector;
+  result.time = discoveryTime(time);
+  score(result.score, vector, false);
+  return result;
+}
+
+template <class T, class R>
+unsigned Lattice<T, R>::fileSolution(const Vector<T>& vector, std::int64_t time) {
+  Star<T> star;
+  if (!(lat2opt(vector, star, true, false, true) == T(1))) return 0;
+  const StarVerdict<T> verdict = StarChecker<T>(problemAsRead()).judge(star);
+  if (!verdict.isSolution) return 0;
+  if (this->At.rowCount() > 0 && !competesForTarget(vector, verdict, time)) return CHECK_SOLUTION;
+  if (isStored(vector)) return CHECK_SOLUTION | limitBits(verdict.norms);
+  Star<T> solution;
+  static_cast<Vector<T>&>(solution) = vector;
+  solution.time = discoveryTime(time);
+  solutions.resize(solutions.dimension() + 1, true);
+  solutions[solutions.dimension()] = std::move(solution);
+  return CHECK_SOLUTION | CHECK_STORED | limitBits(verdict.norms);
+}
+
+template <class T, class R>
+bool Lattice<T, R>::isStored(const Vector<T>& vector) const {
+  return std::any_of(solutions.begin(), solutions.end(),
+                     [&](const Star<T>& solution) { return solution.x() == vector; });
+}
+
+template <class T, class R>
+bool Lattice<T, R>::competesForTarget(const Vector<T>& vector, const StarVerdict<T>& verdict,
+                                      std::int64_t time) {
+  const bool isFirst = !bestTarget.isSet();
+  if (!isFirst && bestTarget == vector) return false;
+  // Stored vectors were good enough when they came.
+  if (!isFirst && !restoring && verdict.norms.target > bestTarget.targetNorm) return false;
+  if (isFirst || verdict.norms.target < bestTarget.targetNorm) {
+    static_cast<Vector<T>&>(bestTarget) = vector;
+    bestTarget.time = discoveryTime(time);
+    bestTarget.targetValues = verdict.targetValues;
+    bestTarget.targetNorm = verdict.norms.target;
+    bestTarget.slackNorm = verdict.norms.slack;
+  }
+  return true;
+}
+
+template <class T, class R>
+unsigned Lattice<T, R>::limitBits(const Norms<T>& norms) const {
+  const bool enough = params.sol > 0 && solutions.dimension() >= params.sol;
+  const bool goodEnough =
+      this->At.rowCount() > 0 && (norms.target <= params.tnorm || norms.slack <= params.snorm);
+  return enough || goodEnough ? CHECK_LIMIT : 0;
+}
+
+}  // namespace starsift

@@ -1,0 +1,111 @@
+// Lattice: what a search does when it has found what it looked for, or gets no further.
+#pragma once
+
+#include <csignal>
+#include <iostream>
+#include <random>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <utility>
+
+#include "core/Console.h"
+#include "lattice/Lattice.h"
+
+namespace starsift {
+
+namespace latticerestart {
+
+/// What the run state says once a search has ended.
+constexpr std::string_view stoppedText = "stopped";
+
+/// Shuffles repeat from run to run.
+constexpr std::uint64_t shuffleSeed = 20240229;
+
+inline void openBlock(bool verbose, std::string_view title) {
+  if (!verbose) return;
+  std::cout << openStamp(false) << ' ' << title << endLine();
+  stampOutputTime();
+}
+
+inline void closeBlock(bool verbose) {
+  if (!verbose) return;
+  std::cout << endLine() << closeStamp(true);
+  stampOutputTime();
+}
+
+}  // namespace latticerestart
+
+template <class T, class R>
+void Lattice<T, R>::restartHandling(bool finished) {
+  const bool verbose = params.verb == 2;
+  latticerestart::openBlock(verbose, "Restart / termination handling ...");
+  if (outputSwitch) writeResults();
+  if (!terminationSwitch) {
+    latticerestart::closeBlock(verbose);
+    return;
+  }
+  if (verbose || finished) {
+    std::cout << statusText();
+    stampOutputTime();
+    std::cout << endLine();
+    stampOutputTime();
+  }
+  if (!finished && restarts != params.iters) {
+    regenerateLattice();
+    ++restarts;
+    if (outputSwitch) writeResults();
+    latticerestart::closeBlock(verbose);
+    throw RestartException("Lattice was regenerated");
+  }
+  if (!params.stopping) std::raise(SIGTERM);
+  runVariables[MainMutexVariable::runState].set(std::string(latticerestart::stoppedText));
+}
+
+template <class T, class R>
+bool Lattice<T, R>::stopped() const {
+  return runVariables.find(MainMutexVariable::runState)->copied() == latticerestart::stoppedText;
+}
+
+template <class T, class R>
+void Lattice<T, R>::writeResults() {
+  writeSolFile(false);
+  if (n > 0 && latticeKind == LatticeKind::full) verifyTransformation(false, false);
+}
+
+template <class T, class R>
+void Lattice<T, R>::regenerateLattice() {
+  latticerestart::openBlock(params.verb == 2, "Regenerating lattice ...");
+  // What an exception would take along is a star by then.
+  if (latticeKind != LatticeKind::none) sol2star();
+  VectorBackup<T, R> backup = backupVectors(BackupMode::points);
+  Array<Star<T>> kept(std::move(backup.stars));
+  const std::pair switches(std::exchange(outputSwitch, false),
+                           std::exchange(terminationSwitch, false));
+  try {
+    reset(nullptr, false);
+    this->normalise(false, false);
+    prepareLattice();
+    restoreVectors(std::move(backup), BackupMode::points);
+    if (params.variate) shuffleBasis();
+  } catch (...) {
+    stars.exchange(kept);
+    std::tie(outputSwitch, terminationSwitch) = switches;
+    throw;
+  }
+  stars.exchange(kept);
+  std::tie(outputSwitch, terminationSwitch) = switches;
+  writeSolFile(false);
+  writeLatFile();
+}
+
+template <class T, class R>
+void Lattice<T, R>::shuffleBasis() {
+  std::mt19937_64 random(latticerestart::shuffleSeed + static_cast<std::uint64_t>(restarts));
+  for (Index i = n; i >= 2; --i) {
+    const auto j = static_cast<Index>(random() % static_cast<std::uint64_t>(i)) + 1;
+    swapBasisVectors(i, j, false);
+  }
+}
+
+}  // namespace starsift

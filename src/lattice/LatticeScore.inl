@@ -1,0 +1,107 @@
+// Lattice: how far is a vector from a solution, and the best vector so far.
+#pragma once
+
+#include <algorithm>
+#include <ctime>
+#include <string>
+
+#include "files/StarNorms.h"
+#include "lattice/Lattice.h"
+
+namespace starsift {
+
+template <class T, class R>
+Array<RightOrderPair<Index, R>> Lattice<T, R>::deviationsOf(const Vector<T>& vector) const {
+  using Number = NumberConversion<R, T>;
+  Array<RightOrderPair<Index, R>> deviations;
+  const auto append = [&](Index i, const T& amount) {
+    deviations.resize(deviations.dimension() + 1, true);
+    deviations[deviations.dimension()].left = i;
+    deviations[deviations.dimension()].right = Number::nearest(amount);
+  };
+  for (Index i = firstChecked(); i < m; ++i) {
+    if (vector[i] < l[i])
+      append(i, l[i] - vector[i]);
+    else if (vector[i] > r[i])
+      append(i, vector[i] - r[i]);
+  }
+  std::stable_sort(deviations.begin(), deviations.end(),
+                   [](const auto& a, const auto& b) { return a.right > b.right; });
+  return deviations;
+}
+
+template <class T, class R>
+void Lattice<T, R>::score(VectorScore<R>& record, const Vector<T>& vector, bool transformed) const {
+  const Vector<T> raw = transformed ? forwardMap(vector, true) : Vector<T>(vector);
+  using Traits = NumberTraits<T>;
+  record = VectorScore<R>();
+  record.status = Traits::absolute(raw[m]) == Traits::absolute(this->homValue)
+                      ? ScoreStatus::inhomogeneous
+                      : ScoreStatus::homogeneous;
+  record.deviations = deviationsOf(raw);
+  record.isSolution = record.deviations.dimension() == 0;
+  if (!record.isSolution) {
+    record.deviationIndex = record.deviations[1].left;
+    record.firstDeviation = record.deviations[1].right;
+  }
+  for (const auto& deviation : record.deviations) record.deviationSum += deviation.right;
+  record.squaredNorm = squaredNorm(raw);
+  if (this->atuValid && record.isSolution && record.status == ScoreStatus::inhomogeneous)
+    record.targetValue = targetNormOf(raw);
+}
+
+template <class T, class R>
+R Lattice<T, R>::squaredNorm(const Vector<T>& raw) const {
+  R sum = R();
+  for (const T& entry : raw) {
+    const R value = NumberConversion<R, T>::nearest(entry);
+    sum += value * value;
+  }
+  return sum;
+}
+
+template <class T, class R>
+R Lattice<T, R>::targetNormOf(const Vector<T>& raw) const {
+  Vector<T> x;
+  lat2opt(raw, x, true, false, true);
+  const Vanu<T>& problem = problemAsRead();
+  const Norms<T> norms = computeNorms<T>(problem, problem.At * x, x);
+  return NumberConversion<R, T>::nearest(norms.target);
+}
+
+template <class T, class R>
+bool Lattice<T, R>::offerBest(const Vector<T>& vector, std::int64_t time) {
+  if (bestVector.isSet() && bestVector == vector) return true;
+  if (!hasLastInBox(NumberTraits<T>::absolute(vector[m]))) return false;
+  VectorScore<R> record;
+  score(record, vector, false);
+  if (bestVector.isSet() && !better(record, bestRecord)) return false;
+  if (!bestVector.isSet() && !restoring) countAccepted();
+  static_cast<Vector<T>&>(bestVector) = vector;
+  bestVector.time = discoveryTime(time);
+  bestRecord = std::move(record);
+  return true;
+}
+
+template <class T, class R>
+void Lattice<T, R>::countAccepted() {
+  auto& counter = runVariables[MainMutexVariable::counter5];
+  counter.set(std::to_string(std::stoll("0" + counter.copied()) + 1));
+}
+
+template <class T, class R>
+std::int64_t Lattice<T, R>::discoveryTime(std::int64_t time) const {
+  if (time != 0) return time;
+  const std::int64_t seconds = secondsSinceStart();
+  if (!(params.bench > 0)) return seconds;
+  return static_cast<std::int64_t>(static_cast<float>(seconds) * params.bench);
+}
+
+template <class T, class R>
+std::int64_t Lattice<T, R>::secondsSinceStart() const {
+  const auto* text = runVariables.find(MainMutexVariable::startTime);
+  const std::int64_t start = std::stoll("0" + text->copied());
+  return start == 0 ? 0 : std::time(nullptr) - start;
+}
+
+}  // namespace starsift
