@@ -82,6 +82,10 @@ std::time_t lastOutputTime() {
 void stampOutputTime() {
   consoleState().lastOutputTime = std::time(nullptr);
 }
+bool consoleWasSilent() {
+  constexpr std::time_t interval = 3600;
+  return std::time(nullptr) - lastOutputTime() > interval;
+}
 std::time_t lastFailureTime() {
   return consoleState().lastFailureTime;
 }

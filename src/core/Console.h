@@ -64,6 +64,8 @@ void setConsoleDepth(Index depth);
 /// Wall-clock seconds since the epoch.
 std::time_t lastOutputTime();
 void stampOutputTime();
+/// More than an hour passed since the last output: a long step may say where it is.
+bool consoleWasSilent();
 std::time_t lastFailureTime();
 void stampFailureTime();
 

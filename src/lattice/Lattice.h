@@ -230,7 +230,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// dependent, which turns `strict` on. False where the pass can't go on.
   bool lllStep(Index k, Index kmax, bool& strict);
   /// Passes over the first `count` vectors, 0 for all, until one skips no exchange or all
-  /// vectors are checked, 20 at most. True when the vectors are reduced.
+  /// vectors are checked, 20 at most. True when the vectors are reduced, up to the first of
+  /// them that depends on those before it; none behind is independent then.
   bool reduce(Index count);
 
   // Transformation of the basis: LatticeTransform.inl
@@ -614,6 +615,24 @@ class Lattice : public Vanu<T>, private ParamReactions {
 
   /// The star of a raw vector.
   void appendStar(const TimeVector<T>& source);
+
+  // Parts of the reduction: LatticeLll.inl
+
+  struct Pass;
+  /// Checks vector k and reduces its size.
+  void updateVector(Index k, bool strict);
+  /// The exchanges of a pass, up to the vector where it ends.
+  void exchangeVectors(Pass& pass);
+  /// Tells the observer of the next step; false where the search is stopped.
+  bool goesOn(const Pass& pass);
+  /// A line on the console where there was none for long.
+  void reportPass(const Pass& pass) const;
+  /// swapBudget for the next pass.
+  void adjustBudget(const PassCounts& counts);
+  /// The exchange test was made for the first `count` vectors.
+  bool allChecked(Index count) const;
+  /// Of the first `count` vectors each one is dependent or has been looked at.
+  bool isUpToDate(Index count) const;
 
   // Parts of the orthogonalisation: LatticeOrthogonal.inl
 

@@ -1,10 +1,15 @@
-// Lattice: the steps of the LLL reduction on one vector.
+// Lattice: the LLL reduction, from the steps on one vector up to the reduced basis.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
+#include <iostream>
+#include <string>
 
 #include "algorithms/LllConditions.h"
 #include "algorithms/SizeReduce.h"
+#include "core/Console.h"
 #include "core/Exceptions.h"
 #include "lattice/Lattice.h"
 
@@ -23,6 +28,25 @@ constexpr long double largeQuotient = 1000;
 
 /// Looks at one vector at most, each with new Gram-Schmidt data.
 constexpr int mostLooks = 50;
+
+/// Passes of one reduction at most.
+constexpr int mostPasses = 20;
+
+/// Moves of dependent vectors in one step at most, per vector of the basis. Each one gains
+/// something, unless cancellation makes a vector seem short: that one would come round again.
+constexpr Index mostMoves = 64;
+
+/// Clears a flag at the end of a block, also where an exception ends it.
+class ClearAtEnd {
+ public:
+  explicit ClearAtEnd(bool& flag) : flag_(flag) {}
+  ClearAtEnd(const ClearAtEnd&) = delete;
+  ClearAtEnd& operator=(const ClearAtEnd&) = delete;
+  ~ClearAtEnd() { flag_ = false; }
+
+ private:
+  bool& flag_;
+};
 
 }  // namespace latticelll
 
@@ -107,6 +131,125 @@ Index Lattice<T, R>::blendDependent(Index k, Index kmax) {
     return -k;
   }
   throw DependencyException("Blending is not possible");
+}
+
+template <class T, class R>
+bool Lattice<T, R>::lllStep(Index k, Index kmax, bool& strict) {
+  Index moves = 0;
+  for (Index i = k; i <= k;) {
+    updateVector(i, strict);
+    Index next = 0;
+    try {
+      next = blendDependent(i, kmax);
+    } catch (const DependencyException&) {
+      return false;
+    }
+    if (next == 0) {
+      ++i;
+      continue;
+    }
+    if (next < 0) strict = true;
+    i = std::abs(next);
+    if (++moves > latticelll::mostMoves * n) return false;
+  }
+  return true;
+}
+
+template <class T, class R>
+void Lattice<T, R>::updateVector(Index k, bool strict) {
+  keepDependent = k >= 2;
+  checkSolution(B[k], true, 0, false);
+  if (sizeReduce(k, strict)) checkSolution(B[k], true, 0, false);
+}
+
+/// Where a pass stands.
+template <class T, class R>
+struct Lattice<T, R>::Pass {
+  /// Vector to look at next.
+  Index k;
+  Index to;
+  Index kmax;
+  /// A dependent vector had to be moved away; only turns on.
+  bool strict = false;
+  PassCounts counts = {};
+};
+
+template <class T, class R>
+Index Lattice<T, R>::lllPass(Index from, Index to, Index kmax) {
+  Pass pass{from, to == 0 ? n : to, kmax == 0 ? n : kmax};
+  const latticelll::ClearAtEnd sparing(keepDependent);
+  exchangeVectors(pass);
+  adjustBudget(pass.counts);
+  // Vectors that the exchanges didn't reach are brought up to date all the same.
+  for (Index j = pass.k; j <= pass.to && goesOn(pass); ++j)
+    if (!lllStep(j, pass.kmax, pass.strict)) break;
+  lastPass = pass.counts;
+  return std::min(pass.k, from);
+}
+
+template <class T, class R>
+void Lattice<T, R>::exchangeVectors(Pass& pass) {
+  Index& k = pass.k;
+  while (true) {
+    while (k <= pass.to && carries(vecStatus[k], ST_SWAP_CHECKED)) ++k;
+    if (k > pass.to || !goesOn(pass) || !lllStep(k, pass.kmax, pass.strict)) return;
+    reportPass(pass);
+    if (pass.counts.swaps < swapBudget) {
+      k = params.deep ? deepInsertStep(k) : swapStep(k);
+      ++pass.counts.swaps;
+      vecStatus[k - 1] |= ST_SWAP_CHECKED;
+    } else {
+      ++pass.counts.skipped;
+      ++k;
+    }
+  }
+}
+
+template <class T, class R>
+bool Lattice<T, R>::goesOn(const Pass& pass) {
+  if (observer != nullptr) observer->onStep(pass.counts);
+  return !stopped();
+}
+
+template <class T, class R>
+void Lattice<T, R>::reportPass(const Pass& pass) const {
+  if (params.verb != 2 || !consoleWasSilent()) return;
+  report(std::cout,
+         "lll status: k = " + std::to_string(pass.k) + " (m = " + std::to_string(pass.to) +
+             "), strict = " + std::to_string(static_cast<int>(pass.strict)) +
+             ", swaps = " + std::to_string(pass.counts.swaps) + " / " + std::to_string(swapBudget));
+}
+
+template <class T, class R>
+void Lattice<T, R>::adjustBudget(const PassCounts& counts) {
+  if (counts.skipped > counts.swaps / 10)
+    swapBudget *= 2;
+  else if (counts.skipped == 0 && swapBudget > swapBudgetFloor)
+    --swapBudget;
+}
+
+template <class T, class R>
+bool Lattice<T, R>::reduce(Index count) {
+  if (count == 0) count = n;
+  if (params.deep) sortBasis(0);
+  for (int pass = 1; pass <= latticelll::mostPasses; ++pass) {
+    lllPass(1, count, count);
+    if (stopped()) return false;
+    if (lastPass.skipped == 0 || allChecked(count)) return isUpToDate(count);
+  }
+  return false;
+}
+
+template <class T, class R>
+bool Lattice<T, R>::allChecked(Index count) const {
+  return firstWithout(ST_SWAP_CHECKED, 1, count) > count;
+}
+
+template <class T, class R>
+bool Lattice<T, R>::isUpToDate(Index count) const {
+  for (Index k = 1; k <= count; ++k)
+    if (vecStatus[k] == 0 && !(supNorm(B[k]) == T())) return false;
+  return true;
 }
 
 }  // namespace starsift

@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ctime>
 #include <iostream>
 #include <string>
 
@@ -24,9 +23,6 @@ namespace starsift {
 
 namespace latticeorthogonal {
 
-/// Seconds without a line on the console before a long step says where it is.
-constexpr std::time_t statusInterval = 3600;
-
 /// What is left of the length of a row that depends on those before it.
 template <class R>
 bool isDependent(const R& length) {
@@ -34,7 +30,7 @@ bool isDependent(const R& length) {
 }
 
 inline void reportStep(Index k, Index last) {
-  if (!extendedOutput() || std::time(nullptr) - lastOutputTime() <= statusInterval) return;
+  if (!extendedOutput() || !consoleWasSilent()) return;
   report(std::cout, "lq_reduced k = " + std::to_string(k) + ", mm = " + std::to_string(last));
 }
 

@@ -7,7 +7,7 @@ namespace starsift {
 
 /// What a pass of the reduction has done so far.
 struct PassCounts {
-  /// Exchanges made.
+  /// Exchange tests made.
   Index swaps = 0;
   /// Exchange tests left out because the budget was spent.
   Index skipped = 0;
