@@ -20,6 +20,7 @@
 #include "lattice/CheckBits.h"
 #include "lattice/ReductionObserver.h"
 #include "lattice/RowImages.h"
+#include "lattice/RowMarks.h"
 #include "lattice/VecStatus.h"
 #include "lattice/VectorBackup.h"
 #include "lattice/VectorScore.h"
@@ -379,6 +380,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   Matrix<T> B;
   /// The rows of B in R: what changes B tells it; resize.
   RowImages<T, R> rowImages;
+  /// Rows of B that went through checkSolution() as they are; as rowImages.
+  RowMarks checkedRows;
   /// Orthogonal rows where ST_Q is set; emptied by reset and resize.
   Matrix<R> Q;
   /// Gram-Schmidt coefficients, n x n; resize.
@@ -484,15 +487,25 @@ class Lattice : public Vanu<T>, private ParamReactions {
 
   // Parts of the check: LatticeCheck.inl
 
+  /// checkSolution() of vector k of B, unless it was checked as it is or can't gain
+  /// anything by it.
+  void checkBasisVector(Index k);
   /// The first coordinate with bounds that hold: behind the target's.
   Index firstChecked() const;
   /// `last`, the last coordinate of a vector, lies within its check vectors.
   bool hasLastInBox(const T& last) const;
-  /// The vector neither is a solution nor can become bestVector, whatever its consistency:
-  /// decided by the last coordinate, which is 0 for nearly all vectors of a basis.
-  bool isHopeless(const Vector<T>& vector, bool transformed) const;
-  /// All entries are in the range in which T is safe, in raw space too.
-  bool isInSafeRange(const Vector<T>& vector, bool transformed) const;
+  /// A vector of working space neither is a solution nor can become bestVector, whatever its
+  /// consistency: decided by the last coordinate, which is 0 for nearly all vectors of a
+  /// basis.
+  bool isHopeless(const Vector<T>& vector) const;
+  /// The heuristic collection is full of vectors that are better than any of such a squared
+  /// length whose last coordinate isn't that of a solution.
+  bool collectsNone(const R& squaredLength) const;
+  /// Working space is raw space.
+  bool hasUnitScale() const;
+  /// All entries of a vector of working space are in the range in which T is safe, and so
+  /// they are in raw space.
+  bool isInSafeRange(const Vector<T>& vector) const;
   /// The vector or its negative, with the sign of homValue in the last coordinate, in raw
   /// space.
   Vector<T> oriented(const Vector<T>& vector, bool transformed) const;

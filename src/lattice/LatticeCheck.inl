@@ -16,7 +16,7 @@ template <class T, class R>
 unsigned Lattice<T, R>::checkSolution(const Vector<T>& vector, bool transformed, std::int64_t time,
                                       bool silent) {
   if (latticeKind == LatticeKind::none) fail("checkSolution: You should set the check vectors!");
-  if (vector.dimension() == 0 || isHopeless(vector, transformed)) return 0;
+  if (vector.dimension() == 0) return 0;
   const Vector<T> raw = oriented(vector, transformed);
   if (!isConsistent(raw, false)) return 0;
   collect(raw, time);
@@ -47,23 +47,47 @@ bool Lattice<T, R>::hasLastInBox(const T& last) const {
 }
 
 template <class T, class R>
-bool Lattice<T, R>::isHopeless(const Vector<T>& vector, bool transformed) const {
-  if (params.pair || params.sieve) return false;
-  // The translation leaves the last coordinate alone.
-  const T size = NumberTraits<T>::absolute(vector.element(m));
-  const bool fits =
-      transformed ? l[m] * scale[m] <= size && size <= r[m] * scale[m] : hasLastInBox(size);
-  return !fits && isInSafeRange(vector, transformed);
+void Lattice<T, R>::checkBasisVector(Index k) {
+  // What a vector didn't gain when it came it doesn't gain later.
+  if (checkedRows.mark(k)) return;
+  if (latticeKind != LatticeKind::none && isHopeless(B[k])) {
+    if (!params.pair && !params.sieve) return;
+    const Vector<R>& image = rowImages.of(B, k)[k];
+    if (hasUnitScale() && collectsNone(image * image)) return;
+  }
+  checkSolution(B[k], true, 0, false);
 }
 
 template <class T, class R>
-bool Lattice<T, R>::isInSafeRange(const Vector<T>& vector, bool transformed) const {
+bool Lattice<T, R>::isHopeless(const Vector<T>& vector) const {
+  // The translation leaves the last coordinate alone.
+  const T size = NumberTraits<T>::absolute(vector.element(m));
+  const bool fits = l[m] * scale[m] <= size && size <= r[m] * scale[m];
+  return !fits && isInSafeRange(vector);
+}
+
+template <class T, class R>
+bool Lattice<T, R>::isInSafeRange(const Vector<T>& vector) const {
   if constexpr (NumberTraits<T>::exact) return true;
-  if (transformed && params.translate) return false;
+  if (params.translate) return false;
   for (Index i = 1; i <= m; ++i)
-    if (!(NumberTraits<T>::absolute(vector[i]) <= T(safeBound)) || (transformed && scale[i] < T(1)))
-      return false;
+    if (!(NumberTraits<T>::absolute(vector[i]) <= T(safeBound)) || scale[i] < T(1)) return false;
   return true;
+}
+
+template <class T, class R>
+bool Lattice<T, R>::hasUnitScale() const {
+  return !params.translate &&
+         std::all_of(scale.begin(), scale.end(), [](const T& factor) { return factor == T(1); });
+}
+
+template <class T, class R>
+bool Lattice<T, R>::collectsNone(const R& squaredLength) const {
+  const auto limit = static_cast<Index>(params.collectLimit);
+  if (limit == 0 || collected.limit() != limit || collected.count() < limit) return false;
+  const VectorScore<R>& worst = collected.first()->score;
+  return worst.status == ScoreStatus::inhomogeneous ||
+         worst.squaredNorm + NumberTraits<R>::tolerance() < squaredLength;
 }
 
 template <class T, class R>

@@ -158,8 +158,8 @@ bool Lattice<T, R>::lllStep(Index k, Index kmax, bool& strict) {
 template <class T, class R>
 void Lattice<T, R>::updateVector(Index k, bool strict) {
   keepDependent = k >= 2;
-  checkSolution(B[k], true, 0, false);
-  if (sizeReduce(k, strict)) checkSolution(B[k], true, 0, false);
+  checkBasisVector(k);
+  if (sizeReduce(k, strict)) checkBasisVector(k);
 }
 
 /// Where a pass stands.

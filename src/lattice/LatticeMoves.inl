@@ -15,6 +15,7 @@ void Lattice<T, R>::swapBasisVectors(Index i, Index j, bool keepStatus) {
   if (i == j) return;
   B.swapRows(i, j);
   rowImages.swap(i, j);
+  checkedRows.swap(i, j);
   if (params.consistency) TT[TT.dimension()].swapRows(i, j);
   std::swap(vectorAmounts[i], vectorAmounts[j]);
   std::swap(vectorMarks[i], vectorMarks[j]);
@@ -26,6 +27,7 @@ template <class T, class R>
 void Lattice<T, R>::subtractBasisVector(Index k, Index j, const T& q) {
   subtractMultiple(B[k], B[j], q);
   rowImages.forget(k);
+  checkedRows.forget(k);
   if (params.consistency) subtractMultiple(TT[TT.dimension()][k], TT[TT.dimension()][j], q);
 }
 

@@ -92,6 +92,7 @@ void Lattice<T, R>::reset(const Matrix<T>* basis, bool clearFileName) {
   translation = Vector<T>(m);
   B = B_save;
   rowImages.forgetAll();
+  checkedRows.forgetAll(n);
   homScaled = this->homValue;
   clearFactors();
 }
@@ -102,6 +103,7 @@ void Lattice<T, R>::resize(Index newN, Index newM, bool discard) {
   const Index columns = newM > 0 ? newM : m;
   latticerecord::resizeFilled(B, newN, columns);
   rowImages.forgetAll();
+  checkedRows.forgetAll(newN);
   latticerecord::resizeFilled(B_save, newN, columns);
   latticerecord::resizeFilled(mu, newN, newN);
   for (Matrix<T>& transformation : TT)
@@ -178,6 +180,7 @@ void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, bool keepParams) {
   B_save.convertFrom(other.B_save, false);
   B.convertFrom(other.B, false);
   rowImages.forgetAll();
+  checkedRows.forgetAll(n);
   Q = other.Q;
   mu = other.mu;
   bSq = other.bSq;
@@ -258,6 +261,7 @@ template <class T, class R>
 void Lattice<T, R>::replaceBasis(Matrix<T> rows) {
   B = std::move(rows);
   rowImages.forgetAll();
+  checkedRows.forgetAll(n);
   std::fill(vecStatus.begin(), vecStatus.end(), StatusWord());
   workingFactors.clear();
 }

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <ctime>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "files/StarNorms.h"
 #include "lattice/Lattice.h"
@@ -12,21 +14,21 @@ namespace starsift {
 
 template <class T, class R>
 Array<RightOrderPair<Index, R>> Lattice<T, R>::deviationsOf(const Vector<T>& vector) const {
-  using Number = NumberConversion<R, T>;
-  Array<RightOrderPair<Index, R>> deviations;
-  const auto append = [&](Index i, const T& amount) {
-    deviations.resize(deviations.dimension() + 1, true);
-    deviations[deviations.dimension()].left = i;
-    deviations[deviations.dimension()].right = Number::nearest(amount);
-  };
+  std::vector<std::pair<R, Index>> amounts;
   for (Index i = firstChecked(); i < m; ++i) {
     if (vector[i] < l[i])
-      append(i, l[i] - vector[i]);
+      amounts.emplace_back(NumberConversion<R, T>::nearest(T(l[i] - vector[i])), i);
     else if (vector[i] > r[i])
-      append(i, vector[i] - r[i]);
+      amounts.emplace_back(NumberConversion<R, T>::nearest(T(vector[i] - r[i])), i);
   }
-  std::stable_sort(deviations.begin(), deviations.end(),
-                   [](const auto& a, const auto& b) { return a.right > b.right; });
+  std::stable_sort(amounts.begin(), amounts.end(),
+                   [](const auto& a, const auto& b) { return a.first > b.first; });
+  Array<RightOrderPair<Index, R>> deviations(static_cast<Index>(amounts.size()));
+  for (Index k = 1; const auto& [amount, i] : amounts) {
+    deviations[k].left = i;
+    deviations[k].right = amount;
+    ++k;
+  }
   return deviations;
 }
 
