@@ -511,6 +511,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   Vector<T> oriented(const Vector<T>& vector, bool transformed) const;
   /// A raw vector lies within the check vectors, as far as its variables aren't free.
   bool liesInBox(const Vector<T>& vector) const;
+  /// The heuristic collection is kept, and vectors like this one stay in it.
+  bool isCollectable(const Vector<T>& vector) const;
   /// Offers a consistent vector to the heuristic collection.
   void collect(const Vector<T>& vector, std::int64_t time);
   /// A vector as an element of the collections.

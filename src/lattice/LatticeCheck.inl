@@ -51,7 +51,7 @@ void Lattice<T, R>::checkBasisVector(Index k) {
   // What a vector didn't gain when it came it doesn't gain later.
   if (checkedRows.mark(k)) return;
   if (latticeKind != LatticeKind::none && isHopeless(B[k])) {
-    if (!params.pair && !params.sieve) return;
+    if (!isCollectable(B[k])) return;
     const Vector<R>& image = rowImages.of(B, k)[k];
     if (hasUnitScale() && collectsNone(image * image)) return;
   }
@@ -153,8 +153,17 @@ bool Lattice<T, R>::isConsistent(const Vector<T>& vector, bool exact) const {
 }
 
 template <class T, class R>
+bool Lattice<T, R>::isCollectable(const Vector<T>& vector) const {
+  if (!params.pair && !params.sieve) return false;
+  if (latticeKind != LatticeKind::equations || equationsRemoved) return true;
+  // Any other vector is left behind with the coordinates of the equations.
+  return std::all_of(vector.begin(), vector.begin() + this->Ag.rowCount(),
+                     [](const T& entry) { return entry == T(); });
+}
+
+template <class T, class R>
 void Lattice<T, R>::collect(const Vector<T>& vector, std::int64_t time) {
-  if (!params.pair && !params.sieve) return;
+  if (!isCollectable(vector)) return;
   collected.setLimit(static_cast<Index>(params.collectLimit));
   collected.insert(scored(vector, time));
 }
