@@ -1,16 +1,21 @@
 // What the coordinate solver keeps of a basis between two questions.
 #pragma once
 
+#include <memory>
+
+#include "algorithms/BasisSolver.h"
 #include "core/Matrix.h"
 
 namespace starsift {
 
-/// The echelon form of a transposed basis and the row operations that lead there;
-/// empty until they are first needed.
+/// Empty until first needed.
 template <class T>
 struct CoordinateFactors {
+  /// The echelon form of the transposed basis and the row operations that lead there.
   Matrix<T> echelon;
   Matrix<T> transform;
+  /// For integer coordinates over independent rows; copies share it.
+  std::shared_ptr<const BasisSolver> solver;
 
   void clear() { *this = CoordinateFactors(); }
 

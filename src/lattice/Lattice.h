@@ -16,6 +16,7 @@
 #include "core/Guarded.h"
 #include "core/Set.h"
 #include "core/Star.h"
+#include "files/StarCheck.h"
 #include "files/StarNorms.h"
 #include "lattice/CheckBits.h"
 #include "lattice/ReductionObserver.h"
@@ -129,8 +130,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
 
   /// The n coordinates of a raw vector over B_save or, without `useSaved`, over the
   /// untransformed B; only integers count with `round`. False, `out` unchanged, where there
-  /// are none. Keeps the factors of the basis for the next question. Throws as
-  /// factorBasis() and solveCoordinates().
+  /// are none. Keeps what it has made of the basis for the next question: for integers over
+  /// independent rows a BasisSolver, else factorBasis(). Throws as these.
   bool coordinatesOf(const Vector<T>& vector, Vector<T>& out, bool useSaved, bool round = true);
   /// The coordinates of every row. PrecisionException "transformation coord error" at a row
   /// that has none.
@@ -629,7 +630,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   // Parts of the files: LatticeFiles.inl
 
   /// The star of a raw vector.
-  void appendStar(const TimeVector<T>& source);
+  void appendStar(const TimeVector<T>& source, StarChecker<T>& checker);
 
   // Parts of the reduction: LatticeLll.inl
 

@@ -59,20 +59,20 @@ void Lattice<T, R>::writeSolFile(bool complete) {
 
 template <class T, class R>
 void Lattice<T, R>::sol2star() {
-  const Index before = stars.dimension();
-  if (bestTarget.isSet()) appendStar(bestTarget);
-  for (const Star<T>& solution : solutions) appendStar(solution);
-  if (stars.dimension() == before) return;
+  if (!bestTarget.isSet() && solutions.dimension() == 0) return;
+  StarChecker<T> checker(problemAsRead());
+  if (bestTarget.isSet()) appendStar(bestTarget, checker);
+  for (const Star<T>& solution : solutions) appendStar(solution, checker);
   sortStars(stars);
   removeDuplicates(stars, params.bench > 0);
 }
 
 template <class T, class R>
-void Lattice<T, R>::appendStar(const TimeVector<T>& source) {
+void Lattice<T, R>::appendStar(const TimeVector<T>& source, StarChecker<T>& checker) {
   Star<T> star;
   if (!(lat2opt(source, star, true, false, true) == T(1)))
     fail("sol2star: lat2opt can not compute x_opt");
-  StarChecker<T>(problemAsRead()).check(star);
+  checker.check(star);
   std::ostringstream text;
   text << params;
   star.paramsText = std::move(text).str();

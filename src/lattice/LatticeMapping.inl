@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cassert>
+#include <memory>
 #include <utility>
 
 #include "algorithms/CoordinateSolver.h"
@@ -152,11 +153,23 @@ Matrix<T> Lattice<T, R>::backMapAll(const Matrix<T>& rows) const {
 template <class T, class R>
 bool Lattice<T, R>::coordinatesOf(const Vector<T>& vector, Vector<T>& out, bool useSaved,
                                   bool round) {
-  const Matrix<T> untransformed = useSaved ? Matrix<T>() : backMapAll(B);
-  const Matrix<T>& basis = useSaved ? B_save : untransformed;
   CoordinateFactors<T>& factors = useSaved ? savedFactors : workingFactors;
-  if (!factors.transform.isSet()) factors = factorBasis(basis);
-  return solveCoordinates(factors, basis, vector, round, out);
+  const auto basis = [&] { return useSaved ? B_save : backMapAll(B); };
+  if (round) {
+    if (!factors.solver) factors.solver = std::make_shared<const BasisSolver>(basis());
+    if (factors.solver->isIndependent()) {
+      std::optional<Vector<T>> found = factors.solver->integerCoordinates(vector);
+      if (found) out = std::move(*found);
+      return found.has_value();
+    }
+  }
+  const Matrix<T> rows = basis();
+  if (!factors.transform.isSet()) {
+    CoordinateFactors<T> made = factorBasis(rows);
+    made.solver = std::move(factors.solver);
+    factors = std::move(made);
+  }
+  return solveCoordinates(factors, rows, vector, round, out);
 }
 
 template <class T, class R>
