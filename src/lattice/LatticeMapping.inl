@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "algorithms/CoordinateSolver.h"
+#include "algorithms/ExactProduct.h"
 #include "lattice/Lattice.h"
 #include "numbers/ExactArithmetic.h"
 #include "problem/ProblemPoint.h"
@@ -154,16 +155,17 @@ template <class T, class R>
 bool Lattice<T, R>::coordinatesOf(const Vector<T>& vector, Vector<T>& out, bool useSaved,
                                   bool round) {
   CoordinateFactors<T>& factors = useSaved ? savedFactors : workingFactors;
-  const auto basis = [&] { return useSaved ? B_save : backMapAll(B); };
+  const Matrix<T> rows = useSaved ? B_save : backMapAll(B);
   if (round) {
-    if (!factors.solver) factors.solver = std::make_shared<const BasisSolver>(basis());
+    if (!factors.solver) factors.solver = std::make_shared<const BasisSolver>(rows);
     if (factors.solver->isIndependent()) {
       std::optional<Vector<T>> found = factors.solver->integerCoordinates(vector);
-      if (found) out = std::move(*found);
-      return found.has_value();
+      // The rows may have changed without a word.
+      if (!found || !identical(exactProduct(*found, rows), vector)) return false;
+      out = std::move(*found);
+      return true;
     }
   }
-  const Matrix<T> rows = basis();
   if (!factors.transform.isSet()) {
     CoordinateFactors<T> made = factorBasis(rows);
     made.solver = std::move(factors.solver);

@@ -64,13 +64,22 @@ TYPED_TEST(CoordinatesOver, AreRoundedUnlessToldOtherwise) {
 
 TYPED_TEST(CoordinatesOver, KeepTheFactorsOfTheirBasis) {
   this->coordinates({9, 12, 2}, true);
+  EXPECT_TRUE(this->lattice.savedFactors.solver);
+  EXPECT_FALSE(this->lattice.savedFactors.transform.isSet());
+  EXPECT_FALSE(this->lattice.workingFactors.solver);
+  this->coordinates({9, 12, 2}, true, false);
   EXPECT_TRUE(this->lattice.savedFactors.transform.isSet());
-  EXPECT_FALSE(this->lattice.workingFactors.transform.isSet());
   // A basis that changed without a word is not noticed: the product then tells.
   this->lattice.B_save[1] = Vector<TypeParam>{0, 0, 0};
   EXPECT_EQ(this->coordinates({9, 12, 2}, true), "none");
   this->lattice.savedFactors.clear();
   EXPECT_EQ(this->coordinates({6, 6, 2}, true), "[ 0 2 ]");
+}
+
+TYPED_TEST(CoordinatesOver, AreFoundOverDependentRowsToo) {
+  this->lattice.B_save[2] = Vector<TypeParam>{2, 4, 0};
+  EXPECT_EQ(this->coordinates({3, 6, 0}, true), "[ 3 0 ]");
+  EXPECT_EQ(this->coordinates({3, 7, 0}, true), "none");
 }
 
 TYPED_TEST(CoordinatesOver, AreFoundForEveryRow) {
@@ -106,7 +115,7 @@ TEST(Coordinates, DoNotKeepALatticeFromLongDouble) {
   const Matrix<QQ> basis{{QQ(3), QQ(1)}, {QQ(1), QQ(7)}};
   Lattice<QQ, long double> exact(&basis);
   Vector<QQ> out;
-  ASSERT_TRUE(exact.coordinatesOf({QQ(4), QQ(8)}, out, true));
+  ASSERT_TRUE(exact.coordinatesOf({QQ(4), QQ(8)}, out, true, false));
   ASSERT_TRUE(std::any_of(exact.savedFactors.transform.begin(), exact.savedFactors.transform.end(),
                           [](const Vector<QQ>& row) { return !isExact(row[1]); }));
   Lattice<long double, long double> standard;
