@@ -4,14 +4,18 @@
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
+#include <string>
 
 #include "core/Console.h"
+#include "core/FailureRemark.h"
 
 namespace starsift {
 
 void fail(std::string_view message) {
   // The leading line feed separates the report from a progress line under way.
   std::cerr << "\n*** FAIL: " << message << endLine();
+  if (const std::string remark = failureRemark(message); !remark.empty())
+    std::cerr << remark << endLine();
   stampFailureTime();
   std::exit(1);
 }

@@ -6,6 +6,7 @@
 
 #include "core/Console.h"
 #include "core/Exceptions.h"
+#include "core/FailureRemark.h"
 #include "support/ExpectFails.h"
 
 namespace starsift {
@@ -61,6 +62,34 @@ TEST(Failure, IsNoException) {
         }
       },
       "x");
+}
+
+std::string remarkOnProof(std::string_view message) {
+  return message == "proof" ? "That is an answer." : "";
+}
+
+TEST(Failure, HasTheRemarkOfTheProgramUnderTheReport) {
+  EXPECT_EXIT(
+      {
+        setFailureRemark(remarkOnProof);
+        fail("proof");
+      },
+      testing::ExitedWithCode(1), testing::StrEq("\n*** FAIL: proof\nThat is an answer.\n"));
+}
+
+TEST(Failure, HasNoEmptyLineWhereTheProgramHasNoRemark) {
+  EXPECT_FAILS_WITH(
+      {
+        setFailureRemark(remarkOnProof);
+        fail("bad input");
+      },
+      "bad input");
+}
+
+TEST(Failure, HasNoRemarkOnceNobodyMakesAny) {
+  setFailureRemark(remarkOnProof);
+  setFailureRemark(nullptr);
+  EXPECT_FAILS_WITH(fail("proof"), "proof");
 }
 
 }  // namespace
