@@ -1,0 +1,78 @@
+#include "params/ParamArguments.h"
+
+#include <algorithm>
+#include <cctype>
+#include <charconv>
+#include <sstream>
+#include <string_view>
+
+#include "core/Failure.h"
+
+namespace starsift {
+
+namespace {
+
+/// Without one plus sign, which a stream takes and std::from_chars doesn't.
+std::string_view withoutPlus(std::string_view text) {
+  const bool plus = text.size() > 1 && text.front() == '+' && text[1] != '-';
+  return plus ? text.substr(1) : text;
+}
+
+/// The whole text is a value of T.
+template <class T>
+bool isWhole(std::string_view text) {
+  T value = T();
+  const char* const end = text.data() + text.size();
+  const auto result = std::from_chars(text.data(), end, value);
+  return result.ec == std::errc() && result.ptr == end;
+}
+
+bool startsLikeNumber(std::string_view text) {
+  const auto first = text.find_first_not_of("+-");
+  return first != std::string_view::npos && first <= 1 &&
+         std::isdigit(static_cast<unsigned char>(text[first])) != 0;
+}
+
+bool isValueOf(ParamKind kind, std::string_view text) {
+  if (text == "inf" || text == "-inf") return true;
+  switch (kind) {
+    case ParamKind::boolean:
+      return text == "0" || text == "1";
+    case ParamKind::integer:
+    case ParamKind::guardedInteger:
+      return isWhole<long>(withoutPlus(text));
+    case ParamKind::natural:
+      return isWhole<unsigned long>(withoutPlus(text));
+    case ParamKind::real:
+      return isWhole<float>(withoutPlus(text));
+    case ParamKind::number:
+      return startsLikeNumber(text);
+  }
+  return false;
+}
+
+/// A row of the table with this name takes this text as value.
+bool isItem(const std::string& name, const std::string& text) {
+  const auto rows = paramTable();
+  return std::any_of(rows.begin(), rows.end(), [&name, &text](const ParamRow& row) {
+    return row.name == name && isValueOf(row.kind, text);
+  });
+}
+
+void readArgument(Params& params, const std::string& argument) {
+  std::istringstream stream(argument);
+  ParamInfo item;
+  stream >> item;
+  const bool alone = stream.peek() == std::istringstream::traits_type::eof();
+  if (!alone || !isItem(item.name(), item.text()))
+    fail("Malformed parameter: " + argument.substr(std::min<std::size_t>(2, argument.size())));
+  std::istringstream(argument) >> params;
+}
+
+}  // namespace
+
+void readArguments(Params& params, const std::vector<std::string>& arguments) {
+  for (const std::string& argument : arguments) readArgument(params, argument);
+}
+
+}  // namespace starsift
