@@ -9,15 +9,23 @@ void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::
   lattice.readOpt();
   lattice.tryStandardPrecision();
   lattice.readStarsExactly(false);
-  lattice.checkStars();
-  lattice.sortStars();
-  lattice.removeDuplicates(true);
+  saveStars(lattice, report);
+}
+
+void saveStars(YLattice<long double>& lattice, std::ostream& report) {
+  cleanStars(lattice);
   lattice.setOutputSwitch(true);
   lattice.writeSolFile(true);
   // The file keeps stars that differ in their parameters; the report doesn't.
   lattice.sortStars();
   lattice.removeDuplicates(false);
   lattice.writeSolutions(report);
+}
+
+void cleanStars(YLattice<long double>& lattice) {
+  lattice.checkStars();
+  lattice.sortStars();
+  lattice.removeDuplicates(true);
 }
 
 }  // namespace starsift

@@ -1,4 +1,4 @@
-// The job of the command: a solution file against its problem.
+// The job of the command starsift: a solution file against its problem.
 #pragma once
 
 #include <iosfwd>
@@ -16,5 +16,13 @@ namespace starsift {
 /// (see core/Failure.h), and a number without its integer part throws; solFile is
 /// then unchanged. `lattice` is fresh and holds problem and stars in the end.
 void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::ostream& report);
+
+/// The part of siftStars() behind the reading, on a lattice that is in the standard
+/// precision if problem and stars allow it.
+void saveStars(YLattice<long double>& lattice, std::ostream& report);
+
+/// Drops the stars that fail or repeat, and sorts the others. Stars that differ in their
+/// parameters are no repetition.
+void cleanStars(YLattice<long double>& lattice);
 
 }  // namespace starsift

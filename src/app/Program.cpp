@@ -1,0 +1,41 @@
+#include "app/Program.h"
+
+#include <cstdlib>
+#include <exception>
+#include <iostream>
+#include <string>
+
+#include "core/Console.h"
+#include "core/Semaphore.h"
+
+namespace starsift {
+
+namespace {
+
+[[noreturn]] void reportUncaught() {
+  unlinkAllSemaphores();
+  std::string name = "unknown exception";
+  try {
+    if (const std::exception_ptr current = std::current_exception())
+      std::rethrow_exception(current);
+  } catch (const std::exception& exception) {
+    name = exception.what();
+  } catch (...) {
+    // It has no name.
+  }
+  std::cerr << "terminate: " << name << std::endl;
+  std::abort();
+}
+
+}  // namespace
+
+void nameUncaughtExceptions() {
+  std::set_terminate(reportUncaught);
+}
+
+void printUsage(std::string_view path, std::string_view arguments) {
+  std::cout << "Usage: " << path.substr(path.rfind('/') + 1) << ' ' << arguments << endLine();
+  stampOutputTime();
+}
+
+}  // namespace starsift
