@@ -111,5 +111,74 @@ class RunCases(unittest.TestCase):
         self.assertEqual(result.returncode, 0, result.stdout)
 
 
+PROBLEM = "[ inf ] [ [ 1 2 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]\n"
+STAR = "[ 5 5 ] | -15 | [ 15 ] | 0 | 0 | \n"
+
+# Stands in for a search that took three seconds.
+SEARCH = """#!/bin/sh
+echo "Found after: 3 sec(s)"
+echo '[ 5 5 ] | -15 | [ 15 ] | 0 | 3 | ' > p.sol
+echo basis > p.lat
+"""
+
+FOUND = {
+    "about": "a search finds the best point",
+    "command": "search\n",
+    "in/p.opt": PROBLEM,
+    "stdout": "Found after: 0 sec(s)\n",
+    "out/p.opt": PROBLEM,
+    "out/p.sol": STAR,
+    "any": "p.lat\n",
+}
+
+
+class RunCasesOfAnotherCommand(unittest.TestCase):
+    def run_case(self, changes=None, search=SEARCH, sift="#!/bin/sh\n"):
+        with tempfile.TemporaryDirectory() as scratch:
+            for name, program in (("search", search), ("sift", sift)):
+                binary = pathlib.Path(scratch) / name
+                binary.write_text(program)
+                binary.chmod(0o755)
+            case = pathlib.Path(scratch) / "case"
+            for name, text in {**FOUND, **(changes or {})}.items():
+                if text is not None:
+                    (case / name).parent.mkdir(parents=True, exist_ok=True)
+                    (case / name).write_text(text)
+            command = [sys.executable, "-B", ROOT / "tests" / "run-cases", binary, case]
+            return subprocess.run(command, capture_output=True, text=True, check=False)
+
+    def assert_fails(self, hint, **changes):
+        result = self.run_case(**changes)
+        self.assertEqual(result.returncode, 1, result.stdout)
+        self.assertIn(hint, result.stdout)
+
+    def test_short_times_and_named_files_do_not_matter(self):
+        result = self.run_case()
+        self.assertEqual(result.returncode, 0, result.stdout)
+
+    def test_long_time_is_noticed(self):
+        self.assert_fails("+Found after: 31 sec(s)", search=SEARCH.replace("3 sec", "31 sec"))
+        self.assert_fails("| 31 |", search=SEARCH.replace("| 3 |", "| 31 |"))
+
+    def test_other_time_is_noticed_where_nothing_may_change(self):
+        changes = {"in/p.sol": STAR, "in/p.lat": "basis\n", "any": None}
+        changes.update({"out/p.opt": None, "out/p.sol": None})
+        self.assert_fails("| 3 |", changes=changes)
+
+    def test_missing_named_file_is_noticed(self):
+        self.assert_fails("p.lat is missing", search=SEARCH.replace("> p.lat", "> /dev/null"))
+
+    def test_wrong_star_is_noticed(self):
+        wrong = STAR.replace("5 5", "5 4")
+        search = SEARCH.replace("5 5", "5 4")
+        self.assert_fails("star-check says no", changes={"out/p.sol": wrong}, search=search)
+
+    def test_lost_star_is_noticed(self):
+        self.assert_fails("star-check says no", changes={"in/p.sol": "[ 1 1 ]\n"})
+
+    def test_file_that_is_not_final_is_noticed(self):
+        self.assert_fails("sifted again", sift="#!/bin/sh\necho >> $1\n")
+
+
 if __name__ == "__main__":
     unittest.main()
