@@ -1,8 +1,11 @@
 #include "lattice/YLattice.h"
 
+#include <ctime>
 #include <iostream>
 
 #include "files/StarOrder.h"
+#include "numbers/Conversion.h"
+#include "params/ParamArguments.h"
 #include "problem/OptReader.h"
 
 namespace starsift {
@@ -62,6 +65,29 @@ void YLattice<R>::normalise(bool generate, bool force) {
 }
 
 template <class R>
+bool YLattice<R>::prepareLattice() {
+  return runStep([](auto& lattice) { return lattice.prepareLattice(); });
+}
+
+template <class R>
+PassCounts YLattice<R>::lllPass(Index from, Index to, Index kmax) {
+  return runStep([from, to, kmax](auto& lattice) {
+    lattice.lllPass(from, to, kmax);
+    return lattice.lastPass;
+  });
+}
+
+template <class R>
+void YLattice<R>::restartHandling(bool finished) {
+  runStep([finished](auto& lattice) { lattice.restartHandling(finished); });
+}
+
+template <class R>
+void YLattice<R>::sol2star() {
+  runStep([](auto& lattice) { lattice.sol2star(); });
+}
+
+template <class R>
 bool YLattice<R>::readStarsFromSolFile(bool peek) {
   return runStep([peek](auto& lattice) { return lattice.readStarsFromSolFile(peek); },
                  OnFailure::unchanged);
@@ -96,6 +122,46 @@ void YLattice<R>::setFileNames(const std::string& path) {
 template <class R>
 void YLattice<R>::readOpt() {
   starsift::readOpt(exact_.optOriginal);
+}
+
+template <class R>
+void YLattice<R>::readParams(const std::vector<std::string>& arguments) {
+  readArguments(exact_.params, arguments);
+}
+
+template <class R>
+void YLattice<R>::takeStars(const YLattice& other) {
+  other.withLive([this](const auto& source) {
+    setFileNames(source.solFile);
+    useExtendedPrecision();
+    exact_.optOriginal.convertFrom(source.problemAsRead());
+    exact_.stars.resize(source.stars.dimension(), false);
+    for (Index i = 1; i <= source.stars.dimension(); ++i)
+      exact_.stars[i].convertFrom(source.stars[i], false);
+  });
+}
+
+template <class R>
+void YLattice<R>::beginSearch(ReductionObserver& observer, bool output) {
+  standard_.observer = &observer;
+  exact_.observer = &observer;
+  withLive([output](auto& lattice) {
+    lattice.runVariables[MainMutexVariable::startTime].set(std::to_string(std::time(nullptr)));
+    lattice.params.stopping = true;
+    lattice.terminationSwitch = true;
+    lattice.outputSwitch = output;
+  });
+}
+
+template <class R>
+void YLattice<R>::endSearch() {
+  standard_.observer = nullptr;
+  exact_.observer = nullptr;
+}
+
+template <class R>
+bool YLattice<R>::stopped() const {
+  return withLive([](const auto& lattice) { return lattice.stopped(); });
 }
 
 template <class R>

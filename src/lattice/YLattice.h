@@ -7,6 +7,7 @@
 #include <iosfwd>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 #include "core/Console.h"
 #include "core/Exceptions.h"
@@ -69,6 +70,12 @@ class YLattice {
 
   // Steps of Lattice.
   void normalise(bool generate, bool force);
+  bool prepareLattice();
+  /// What the pass did.
+  PassCounts lllPass(Index from, Index to, Index kmax);
+  /// RestartException passes through; the lattice in use is a new one then.
+  void restartHandling(bool finished);
+  void sol2star();
   bool readStarsFromSolFile(bool peek);
   bool readStarsExactly(bool peek);
   bool checkStars();
@@ -82,6 +89,17 @@ class YLattice {
   /// Reads the problem into the exact lattice, which must be live: the numbers of
   /// a file are rationals. Fatal where it can't be read.
   void readOpt();
+  /// Sets parameters of the exact lattice, which must be live, as readArguments().
+  void readParams(const std::vector<std::string>& arguments);
+  /// Takes problem, paths and stars of `other` into a fresh exact lattice.
+  void takeStars(const YLattice& other);
+  /// From now on `observer` hears of all reductions, and the time of solutions counts from
+  /// here. A search ends by stopped(), never the process; with `output` it writes files.
+  void beginSearch(ReductionObserver& observer, bool output);
+  /// Nobody hears of reductions any more.
+  void endSearch();
+  /// The search has ended by itself.
+  bool stopped() const;
   void sortStars();
   void removeDuplicates(bool compareParams);
   /// The text of solutionsText(), piece by piece.
