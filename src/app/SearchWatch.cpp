@@ -1,0 +1,64 @@
+#include "app/SearchWatch.h"
+
+#include <cmath>
+#include <sstream>
+
+#include "app/Interrupt.h"
+
+namespace starsift {
+
+namespace {
+
+/// Steps from one look at the clock to the next, which is a call of the system on some
+/// machines. A step takes microseconds, with long numbers milliseconds.
+constexpr Index stepsPerLook = 16;
+
+/// The target norm of the best solution, or while there is none the length of the best
+/// vector.
+template <class T, class R>
+void writeBest(std::ostream& stream, const Lattice<T, R>& lattice) {
+  if (lattice.bestTarget.isSet())
+    stream << ", best target norm " << lattice.bestTarget.targetNorm;
+  else if (lattice.bestVector.isSet())
+    stream << ", best norm " << std::sqrt(lattice.bestRecord.squaredNorm);
+}
+
+}  // namespace
+
+void SearchWatch::count(const PassCounts& counts) {
+  // The counts of a new pass begin at 0.
+  if (counts.swaps < counted_) counted_ = 0;
+  exchanges_ += counts.swaps - counted_;
+  counted_ = counts.swaps;
+}
+
+void SearchWatch::endPass(const PassCounts& counts) {
+  count(counts);
+  counted_ = 0;
+}
+
+void SearchWatch::onStep(const PassCounts& counts) {
+  count(counts);
+  if (interrupted() != 0 || ++steps_ % stepsPerLook == 0) look();
+}
+
+void SearchWatch::look() {
+  if (interrupted() != 0) throw SearchEnded(SearchEnd::interrupt);
+  const auto now = StatusLine::Clock::now();
+  if (timeLimit_ > 0 && now - start_ >= std::chrono::duration<long double>(timeLimit_))
+    throw SearchEnded(SearchEnd::time);
+  if (line_.isDue(now)) line_.draw(status(now), now);
+}
+
+std::string SearchWatch::status(StatusLine::Clock::time_point now) const {
+  std::ostringstream text;
+  text << "pass " << passes_ << ", " << exchanges_ << " exchanges";
+  lattice_.withLive([&text](const auto& lattice) {
+    writeBest(text, lattice);
+    text << ", " << lattice.solutions.dimension() << " solutions";
+  });
+  text << ", " << std::chrono::duration_cast<std::chrono::seconds>(now - start_).count() << " s";
+  return text.str();
+}
+
+}  // namespace starsift

@@ -1,0 +1,205 @@
+#include "app/Seek.h"
+
+#include <iostream>
+#include <string_view>
+
+#include "app/Sift.h"
+#include "core/Console.h"
+
+namespace starsift {
+
+namespace {
+
+/// Passes over one lattice; what is not reduced then is left to the next one.
+constexpr int passesPerLattice = 20;
+
+/// Restarts without a new solution that end a search without limits.
+constexpr Index fruitlessRestarts = 20;
+
+/// Parameters of searches that there aren't yet.
+constexpr std::string_view unusedParameters[] = {
+    "eenum",        "beta",  "eprune", "btime",       "etime", "pair",      "pairLimit",
+    "collectLimit", "sieve", "sample", "sampleLimit", "scale", "translate", "reinsert"};
+
+bool isDefault(const ParamInfo& parameter) {
+  return parameter.text() == parameter.defaultText();
+}
+
+bool isUnused(std::string_view name) {
+  for (const std::string_view unused : unusedParameters)
+    if (unused == name) return true;
+  return false;
+}
+
+/// Names the parameters that were set in vain.
+void reportUnused(const Params& params) {
+  std::string text;
+  for (const auto& entry : params.table())
+    if (isUnused(entry.left) && !isDefault(*entry.right))
+      text += " --" + entry.left + '=' + entry.right->text();
+  if (text.empty()) return;
+  std::cerr << "*** Without effect so far:" << text << endLine();
+  stampOutputTime();
+}
+
+/// When the search is to end was said.
+bool isLimited(const Params& params, const ParamInfo& snorm, const ParamInfo& tnorm) {
+  return params.iters >= 0 || params.rtime.get() > 0 || params.sol > 1 || !isDefault(snorm) ||
+         !isDefault(tnorm);
+}
+
+std::string_view reasonText(SearchEnd end) {
+  switch (end) {
+    case SearchEnd::goal:
+      return "goal reached";
+    case SearchEnd::passes:
+      return "number of passes reached";
+    case SearchEnd::time:
+      return "time is over";
+    case SearchEnd::fruitless:
+      return "nothing new for long";
+    case SearchEnd::interrupt:
+      return "interrupted";
+    case SearchEnd::overflow:
+      return "numbers too large";
+  }
+  return "";
+}
+
+}  // namespace
+
+Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, std::ostream& report)
+    : lattice_(lattice), watch_(watch), report_(report) {
+  const auto& params = lattice.exact().params;
+  knowsStars_ = !(params.bench > 0);
+  passLimit_ = params.iters;
+  limited_ = isLimited(params, params.snorm, params.tnorm);
+  watch.setTimeLimit(params.rtime.get());
+  setExtendedOutput(params.verb == 2);
+  reportUnused(params);
+}
+
+SearchEnd Seek::run() {
+  readFiles();
+  const SearchEnd end = search();
+  conclude(end);
+  writeStatistics(end);
+  saveAll();
+  return end;
+}
+
+void Seek::readFiles() {
+  lattice_.readOpt();
+  lattice_.tryStandardPrecision();
+  if (knowsStars_) {
+    lattice_.readStarsExactly(false);
+    cleanStars(lattice_);
+  }
+  lattice_.beginSearch(watch_, knowsStars_);
+}
+
+SearchEnd Seek::search() {
+  try {
+    watch_.look();
+    lattice_.normalise(true, false);
+    watch_.look();
+    lattice_.prepareLattice();
+    while (!lattice_.stopped()) {
+      reduceLattice();
+      restartLattice();
+    }
+  } catch (const SearchEnded& ended) {
+    return ended.reason();
+  } catch (const PrecisionException& exception) {
+    std::cerr << "\n*** " << exception.message() << endLine();
+    return SearchEnd::overflow;
+  }
+  return SearchEnd::goal;
+}
+
+void Seek::reduceLattice() {
+  for (int pass = 1; pass <= passesPerLattice && !lattice_.stopped(); ++pass)
+    if (runPass().skipped == 0) return;
+}
+
+PassCounts Seek::runPass() {
+  if (passLimit_ >= 0 && watch_.passes() >= passLimit_) throw SearchEnded(SearchEnd::passes);
+  watch_.look();
+  watch_.beginPass();
+  const PassCounts counts = lattice_.lllPass(1, 0, 0);
+  watch_.endPass(counts);
+  return counts;
+}
+
+void Seek::restartLattice() {
+  if (lattice_.stopped()) return;
+  if (solutionCount() > solutionsBefore_) fruitless_ = 0;
+  solutionsBefore_ = solutionCount();
+  if (!limited_ && fruitless_ == fruitlessRestarts) throw SearchEnded(SearchEnd::fruitless);
+  ++fruitless_;
+  try {
+    lattice_.restartHandling(false);
+  } catch (const RestartException&) {
+    // The step that was left by it has blocks open, and there is a level of nesting beyond
+    // which nothing goes.
+    setConsoleDepth(0);
+    // There is a new lattice, which may be simpler than the one before.
+    lattice_.tryStandardPrecision();
+  }
+}
+
+/// Writes and reports what was found, and turns it into stars.
+void Seek::conclude(SearchEnd end) {
+  lattice_.endSearch();
+  // The step that was broken off left its blocks open.
+  setConsoleDepth(0);
+  try {
+    if (!lattice_.stopped()) lattice_.restartHandling(true);
+    lattice_.sol2star();
+  } catch (const PrecisionException& exception) {
+    // What broke the search off stands in the way of the report too.
+    if (end != SearchEnd::overflow) throw;
+  }
+}
+
+void Seek::writeStatistics(SearchEnd end) {
+  lattice_.withLive([this, end](const auto& lattice) {
+    if (lattice.params.verb < 1) return;
+    report_ << "Search ended: " << reasonText(end) << ". Passes = " << watch_.passes()
+            << ", exchanges = " << watch_.exchanges() << ", restarts = " << lattice.restarts
+            << endLine();
+    stampOutputTime();
+  });
+}
+
+/// Leaves the files and the report that starsift would leave: the stars go the same way,
+/// only that they don't come from the file.
+void Seek::saveAll() {
+  YLattice<long double> result;
+  result.takeStars(lattice_);
+  if (!knowsStars_) result.readStarsExactly(false);
+  result.tryStandardPrecision();
+  saveStars(result, report_);
+  report_ << endLine();
+  writeVerdict(result.withLive([](const auto& lattice) { return lattice.stars.isSet(); }));
+  stampOutputTime();
+}
+
+/// Says what the result is no proof of.
+void Seek::writeVerdict(bool anyStars) {
+  const bool hasTargets =
+      lattice_.withLive([](const auto& lattice) { return lattice.problemAsRead().dt.isSet(); });
+  if (solutionCount() == 0)
+    report_ << "No " << (anyStars ? "further " : "")
+            << "solution was found. This proves nothing: there may be one all the same."
+            << endLine();
+  else if (hasTargets)
+    report_ << "The first solution is the best one found, not proven to be the best there is."
+            << endLine();
+}
+
+Index Seek::solutionCount() const {
+  return lattice_.withLive([](const auto& lattice) { return lattice.solutions.dimension(); });
+}
+
+}  // namespace starsift

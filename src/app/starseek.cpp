@@ -1,0 +1,72 @@
+// The command: searches for solutions of a problem by reducing its lattice, and files
+// them beside it.
+#include <unistd.h>
+
+#include <cstdlib>
+#include <iostream>
+
+#include "app/Interrupt.h"
+#include "app/Program.h"
+#include "app/ProofRemark.h"
+#include "app/Seek.h"
+#include "app/SeekArguments.h"
+#include "core/Console.h"
+#include "core/EndingSignals.h"
+#include "core/FailureRemark.h"
+#include "params/ParamHelp.h"
+
+namespace starsift {
+namespace {
+
+constexpr std::string_view synopsis = "[--name=value ...] FILE.opt";
+
+/// Where a status line may be drawn: a terminal that can erase one, and no reports of
+/// steps that share it.
+std::streambuf* statusTerminal(const YLattice<long double>& lattice) {
+  const char* const kind = std::getenv("TERM");
+  if (isatty(STDERR_FILENO) == 0 || kind == nullptr || std::string_view(kind) == "dumb")
+    return nullptr;
+  const bool talks = lattice.withLive([](const auto& live) { return live.params.verb > 0; });
+  return talks && isatty(STDOUT_FILENO) != 0 ? nullptr : std::cerr.rdbuf();
+}
+
+int seek(YLattice<long double>& lattice, StatusLine::Clock::time_point start) {
+  StatusLine line(statusTerminal(lattice), start);
+  const ClearedStream output(std::cout, line);
+  const ClearedStream errors(std::cerr, line);
+  SearchWatch watch(lattice, line, start);
+  const SearchEnd end = Seek(lattice, watch, std::cout).run();
+  return end == SearchEnd::overflow ? EXIT_FAILURE : EXIT_SUCCESS;
+}
+
+}  // namespace
+}  // namespace starsift
+
+/// Usage: starseek [--name=value ...] file.opt.
+int main(int count, char** arguments) {
+  using namespace starsift;
+  const auto start = StatusLine::Clock::now();
+  nameUncaughtExceptions();
+  const SeekArguments given = splitArguments({arguments + 1, arguments + count});
+  // Never destroyed: the process ends.
+  static auto& lattice = *new YLattice<long double>;
+  lattice.setFileNames(given.optFile);
+  lattice.useExtendedPrecision();
+  lattice.readParams(given.parameters);
+  if (lattice.exact().params.help) {
+    printUsage(arguments[0], synopsis);
+    writeParamHelp(std::cout << endLine());
+    return EXIT_SUCCESS;
+  }
+  if (given.optFile.empty()) {
+    printUsage(arguments[0], synopsis);
+    return EXIT_FAILURE;
+  }
+  rememberInterrupts();
+  unlinkSemaphoresOnSignals();
+  setFailureRemark(proofRemark);
+  const int status = unwinding([start] { return seek(lattice, start); });
+  std::cout.flush();
+  endByInterrupt();
+  return status;
+}
