@@ -77,11 +77,16 @@ if(STARSIFT_SANITIZE)
   set(memory_limit --no-memory-limit)  # the shadow memory alone is larger
 endif()
 
-if(TARGET starsift_program)
+if(TARGET starsift_program AND TARGET starseek_program)
+  # The commands are called by their path, so building one must build the other.
+  add_dependencies(starsift_program starseek_program)
   starsift_add_script_test(cases ${python} tests/run-cases ${program} --jobs 2 ${memory_limit})
   set_tests_properties(cases PROPERTIES PROCESSORS 2)
   starsift_add_script_test(examples ${python} tools/check-examples ${program})
   starsift_add_script_test(readme ${python} tools/check-readme ${program})
+  starsift_add_script_test(search
+    ${CMAKE_COMMAND} -E env SEARCH_PROGRAM=$<TARGET_FILE:starseek_program>
+    ${python} -m unittest discover -s tests/search -p "test_*.py")
 endif()
 
 # A library that the sanitizers don't come before can't be preloaded, and they

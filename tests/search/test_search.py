@@ -1,0 +1,158 @@
+"""A search that somebody watches, or ends: terminals, signals and the clock.
+
+The environment names the program (SEARCH_PROGRAM); starsift lies beside it. The problem is a market
+split with one solution, of which two are wanted: a search that doesn't end by itself.
+"""
+
+import os
+import pathlib
+import pty
+import re
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+import unittest
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+PROGRAM = pathlib.Path(os.environ["SEARCH_PROGRAM"]).resolve()
+SOLUTION = "[ 0 0 0 0 1 1 1 1 0 1 1 0 0 1 1 1 0 0 0 1 ]"
+ERASE = "\r\x1b[K"
+TIME_LIMIT = 120  # seconds
+
+
+class SearchCase(unittest.TestCase):
+    def setUp(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="search-"))
+        self.addCleanup(shutil.rmtree, self.folder)
+        shutil.copyfile(ROOT / "examples/market-split/market-split.opt", self.folder / "p.opt")
+        self.sol = self.folder / "p.sol"
+
+    def start(self, *parameters, **options):
+        options = {
+            "stdin": subprocess.DEVNULL,
+            "stdout": subprocess.PIPE,
+            "stderr": subprocess.PIPE,
+            "env": dict(os.environ, TERM="xterm"),
+            **options,
+        }
+        process = subprocess.Popen(
+            [PROGRAM, "--sol=2", *parameters, "p.opt"], cwd=self.folder, text=True, **options
+        )
+        self.addCleanup(process.kill)
+        return process
+
+    def finish(self, process):
+        return process.communicate(timeout=TIME_LIMIT)
+
+    def wait_for_solution(self, process):
+        end = time.monotonic() + TIME_LIMIT
+        while not self.sol.exists():
+            self.assertIsNone(process.poll(), "the search has ended")
+            self.assertLess(time.monotonic(), end, "no solution")
+            time.sleep(0.02)
+
+    def assert_saved(self, printed):
+        """The solution is on disk, final, and printed; nothing lies about."""
+        found = self.sol.read_bytes()
+        self.assertTrue(found.startswith(SOLUTION.encode()), found)
+        subprocess.run(
+            [PROGRAM.with_name("starsift"), self.sol], stdout=subprocess.DEVNULL, check=True
+        )
+        self.assertEqual(self.sol.read_bytes(), found)
+        self.assertIn(f"\nx = {SOLUTION}\n", printed)
+        names = {path.name for path in self.folder.iterdir()}
+        self.assertEqual(names, {"p.opt", "p.sol", "p.lat"})
+
+
+class Signals(SearchCase):
+    def assert_saves_before_it_ends_by(self, number):
+        process = self.start()
+        self.wait_for_solution(process)
+        process.send_signal(number)
+        printed, errors = self.finish(process)
+        self.assertEqual((process.returncode, errors), (-number, ""))
+        self.assert_saved(printed)
+        left = list(pathlib.Path("/dev/shm").glob(f"sem.{process.pid}_*"))
+        self.assertEqual(left, [])
+
+    def test_interrupt_saves_what_there_is(self):
+        self.assert_saves_before_it_ends_by(signal.SIGINT)
+
+    def test_termination_saves_what_there_is(self):
+        self.assert_saves_before_it_ends_by(signal.SIGTERM)
+
+    def test_ignored_interrupt_does_not_end_the_search(self):
+        def ignore():
+            signal.signal(signal.SIGINT, signal.SIG_IGN)
+
+        process = self.start("--rtime=3", preexec_fn=ignore)
+        self.wait_for_solution(process)
+        process.send_signal(signal.SIGINT)
+        printed, errors = self.finish(process)
+        self.assertEqual((process.returncode, errors), (0, ""))
+        self.assert_saved(printed)
+
+
+class Clock(SearchCase):
+    def test_search_ends_when_its_time_is_over(self):
+        began = time.monotonic()
+        process = self.start("--rtime=2", "--verb=1")
+        printed, errors = self.finish(process)
+        self.assertGreaterEqual(time.monotonic() - began, 2)
+        self.assertEqual((process.returncode, errors), (0, ""))
+        self.assertIn("\nSearch ended: time is over.", printed)
+        self.assert_saved(printed)
+
+
+class Terminal(SearchCase):
+    def shown_on_terminal(self, *parameters, share_output=False, term="xterm"):
+        """What reaches a terminal in a run of three seconds, and what is printed beside it."""
+        terminal, end = pty.openpty()
+        options = {"stderr": end, "env": dict(os.environ, TERM=term)}
+        if share_output:
+            options["stdout"] = end
+        process = self.start("--rtime=3", *parameters, **options)
+        os.close(end)
+        shown = b""
+        try:
+            while piece := os.read(terminal, 4096):
+                shown += piece
+        except OSError:
+            pass  # the other end is closed
+        os.close(terminal)
+        printed, _ = self.finish(process)
+        self.assertEqual(process.returncode, 0)
+        return shown.decode(), printed
+
+    def test_status_line_is_refreshed_and_erased(self):
+        shown, printed = self.shown_on_terminal()
+        line = r"pass \d+, \d+ exchanges, best norm [0-9.e+]+, 1 solutions, \d+ s"
+        self.assertRegex(shown, f"^({re.escape(ERASE)}{line}){{1,3}}{re.escape(ERASE)}$")
+        self.assert_saved(printed)
+
+    def test_status_line_leaves_no_trace_between_the_reports(self):
+        shown, _ = self.shown_on_terminal(share_output=True)
+        self.assertIn("pass", shown)
+        rows = shown.replace("\r\n", "\n").split("\n")
+        left = "\n".join(row.rsplit(ERASE, 1)[-1] for row in rows)
+        self.assertNotIn("pass", left)
+        self.assert_saved(left)
+
+    def test_terminal_that_cannot_erase_has_no_status_line(self):
+        shown, printed = self.shown_on_terminal(term="dumb")
+        self.assertEqual(shown, "")
+        self.assert_saved(printed)
+
+    def test_reports_of_steps_share_no_terminal_with_the_status_line(self):
+        shown, _ = self.shown_on_terminal("--verb=2", share_output=True)
+        self.assertNotIn(ERASE, shown)
+
+    def test_without_terminal_there_is_no_status_line(self):
+        process = self.start("--rtime=2")
+        self.assertEqual(self.finish(process)[1], "")
+
+
+if __name__ == "__main__":
+    unittest.main()
