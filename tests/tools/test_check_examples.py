@@ -51,5 +51,31 @@ class CheckExamples(unittest.TestCase):
         self.assertEqual(self.problems("", {"README.md": None}), ["x: missing README.md"])
 
 
+class CheckExamplesOfAnotherProgram(unittest.TestCase):
+    def problems(self, program, changes=None):
+        files = {**RIGHT, "command": "search --sol=2 x.opt\n", "x.sol": None}
+        files["expected.out"] = "--sol=2 x.opt\nFound after: 0 sec(s)\n"
+        with tempfile.TemporaryDirectory() as scratch:
+            binary = pathlib.Path(scratch) / "search"
+            binary.write_text("#!/bin/sh\n" + program)
+            binary.chmod(0o755)
+            example = pathlib.Path(scratch) / "x"
+            example.mkdir()
+            for name, text in {**files, **(changes or {})}.items():
+                if text is not None:
+                    (example / name).write_text(text)
+            return examples.check(binary.with_name("sift"), example)
+
+    def test_it_runs_with_its_arguments_and_its_times_do_not_matter(self):
+        program = 'echo "$@"; echo "Found after: 4 sec(s)"; echo "[ 1 ] | 1" > x.sol'
+        self.assertEqual(self.problems(program), [])
+
+    def test_other_output_is_noticed(self):
+        self.assertEqual(len(self.problems('echo "[ 1 ] | 1" > x.sol')), 1)
+
+    def test_missing_problem_is_noticed(self):
+        self.assertEqual(self.problems("", {"x.opt": None}), ["x: missing x.opt"])
+
+
 if __name__ == "__main__":
     unittest.main()

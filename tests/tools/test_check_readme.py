@@ -57,8 +57,18 @@ class CheckReadme(unittest.TestCase):
     def test_readme_without_marks_is_noticed(self):
         self.assertEqual(len(readme.check(self.binary, "# Title\n")), 2)
 
+    def test_other_program_runs_with_its_arguments(self):
+        other = self.binary.with_name("search")
+        other.write_text('#!/bin/sh\necho "solutions of $2 with $1 after 3 sec(s)"\n')
+        other.chmod(0o755)
+        text = TEXT.replace("x x.sol -->", "x search --sol=1 x.opt -->").replace(
+            "solutions of x.sol", "solutions of x.opt with --sol=1 after 0 sec(s)"
+        )
+        self.assertEqual(readme.check(self.binary, text), [])
+        self.assert_one("should read\nsolutions of", text.replace("with --sol=1", "with --sol=2"))
+
     def test_long_readme_is_noticed(self):
-        self.assert_one("must be under 120", TEXT + "\n" * 120)
+        self.assert_one("must be under 140", TEXT + "\n" * 140)
 
 
 if __name__ == "__main__":
