@@ -647,8 +647,9 @@ class Lattice : public Vanu<T>, private ParamReactions {
   void adjustBudget(const PassCounts& counts);
   /// The exchange test was made for the first `count` vectors.
   bool allChecked(Index count) const;
-  /// Of the first `count` vectors each one is dependent or has been looked at.
-  bool isUpToDate(Index count) const;
+  /// The first `count` vectors are up to date and stay where they are, dependent ones behind
+  /// the others.
+  bool isReduced(Index count) const;
 
   // Parts of the orthogonalisation: LatticeOrthogonal.inl
 

@@ -235,7 +235,8 @@ bool Lattice<T, R>::reduce(Index count) {
   for (int pass = 1; pass <= latticelll::mostPasses; ++pass) {
     lllPass(1, count, count);
     if (stopped()) return false;
-    if (lastPass.skipped == 0 || allChecked(count)) return isUpToDate(count);
+    // A pass that a dependent vector ended may have moved others before.
+    if ((lastPass.skipped == 0 || allChecked(count)) && isReduced(count)) return true;
   }
   return false;
 }
@@ -246,10 +247,18 @@ bool Lattice<T, R>::allChecked(Index count) const {
 }
 
 template <class T, class R>
-bool Lattice<T, R>::isUpToDate(Index count) const {
-  for (Index k = 1; k <= count; ++k)
-    if (vecStatus[k] == 0 && !(supNorm(B[k]) == T())) return false;
-  return true;
+bool Lattice<T, R>::isReduced(Index count) const {
+  const auto counts = [this](Index k) {
+    return vecStatus[k] != ST_DEPENDENT && !(supNorm(B[k]) == T());
+  };
+  Index k = 1;
+  for (; k <= count && counts(k); ++k) {
+    if (vecStatus[k] == 0) return false;
+    const bool isTested = k > (params.deep ? 2 : 1);
+    if (isTested && !lovaszHolds(k, mu, cLen, R(latticelll::delta))) return false;
+  }
+  while (k <= count && !counts(k)) ++k;
+  return k > count;
 }
 
 }  // namespace starsift

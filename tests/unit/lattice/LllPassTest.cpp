@@ -1,0 +1,340 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <stdexcept>
+#include <vector>
+
+#include "algorithms/LatticeEquality.h"
+#include "lattice/Lattice.h"
+#include "numbers/Conversion.h"
+#include "numbers/VectorQQ.h"
+#include "support/FreshConsole.h"
+#include "support/ReducedBasis.h"
+#include "support/RowsText.h"
+
+namespace starsift {
+namespace {
+
+using test::rowsText;
+
+/// Remembers the counts ahead of each step; throws ahead of one of them.
+class Recorder : public ReductionObserver {
+ public:
+  explicit Recorder(std::size_t last = 0) : last_(last) {}
+  void onStep(const PassCounts& counts) override {
+    swaps.push_back(counts.swaps);
+    if (swaps.size() == last_) throw std::runtime_error("enough");
+  }
+
+  std::vector<Index> swaps;
+
+ private:
+  std::size_t last_;
+};
+
+template <class T>
+class LllPassOver : public test::FreshConsole {
+ protected:
+  void use(const Matrix<T>& basis) {
+    lattice.reset(&basis, false);
+    test::allowChecks(lattice);
+  }
+
+  void expectWord(StatusWord bits) {
+    for (Index k = 1; k <= lattice.n; ++k) EXPECT_TRUE(carries(lattice.vecStatus[k], bits)) << k;
+  }
+
+  const Matrix<T> rows{{19, 2, 32, 46, 3, 33},
+                       {15, 42, 11, 0, 3, 24},
+                       {43, 15, 0, 24, 4, 16},
+                       {20, 44, 44, 0, 18, 15},
+                       {0, 48, 35, 16, 31, 31}};
+  Lattice<T, long double> lattice;
+};
+using NumberTypes = testing::Types<long double, QQ>;
+TYPED_TEST_SUITE(LllPassOver, NumberTypes);
+
+TYPED_TEST(LllPassOver, PassReducesTheVectors) {
+  this->use(this->rows);
+  EXPECT_EQ(this->lattice.lllPass(1, 0, 0), 1);
+  EXPECT_TRUE(test::isReduced(this->lattice.B));
+  EXPECT_TRUE(sameLattice(this->lattice.B, this->rows));
+  EXPECT_EQ(this->lattice.lastPass.skipped, 0);
+}
+
+TYPED_TEST(LllPassOver, PassTestsEachVectorOfAReducedBasisOnce) {
+  this->use(Matrix<TypeParam>::identity(3));
+  this->lattice.lllPass(1, 3, 3);
+  EXPECT_EQ(this->lattice.lastPass.swaps, 3);
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 1 0 0 ] [ 0 1 0 ] [ 0 0 1 ]");
+  this->expectWord(ST_SIZE_REDUCED | ST_SWAP_CHECKED);
+}
+
+TYPED_TEST(LllPassOver, VectorsCheckedBeforeArePassedOver) {
+  this->use({{5, 0, 0}, {0, 1, 0}, {0, 0, 1}});
+  EXPECT_TRUE(this->lattice.classicOrthogonalise(1, 3));
+  this->lattice.vecStatus[2] |= ST_SWAP_CHECKED;
+  this->lattice.vecStatus[3] |= ST_SWAP_CHECKED;
+  this->lattice.lllPass(1, 3, 3);
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 5 0 0 ] [ 0 1 0 ] [ 0 0 1 ]");
+  EXPECT_EQ(this->lattice.lastPass.swaps, 1);
+}
+
+TYPED_TEST(LllPassOver, SecondPassHasNothingToDo) {
+  this->use(this->rows);
+  this->lattice.lllPass(1, 0, 0);
+  this->lattice.lllPass(1, 0, 0);
+  EXPECT_EQ(this->lattice.lastPass.swaps, 0);
+  EXPECT_EQ(this->lattice.lastPass.skipped, 0);
+}
+
+TYPED_TEST(LllPassOver, PassLeavesVectorsBehindItsRange) {
+  this->use({{5, 0, 0}, {0, 4, 0}, {7, 9, 1}});
+  this->lattice.lllPass(1, 2, 2);
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 0 4 0 ] [ 5 0 0 ] [ 7 9 1 ]");
+  EXPECT_EQ(this->lattice.vecStatus[3], 0);
+}
+
+TYPED_TEST(LllPassOver, PassMayBeginFurtherBehind) {
+  this->use({{1, 0, 0}, {0, 5, 0}, {0, 0, 4}});
+  EXPECT_TRUE(this->lattice.classicOrthogonalise(1, 2));
+  EXPECT_EQ(this->lattice.lllPass(3, 0, 0), 3);
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 1 0 0 ] [ 0 0 4 ] [ 0 5 0 ]");
+  EXPECT_FALSE(carries(this->lattice.vecStatus[1], ST_SIZE_REDUCED));
+}
+
+TYPED_TEST(LllPassOver, EmptyRangeOnlyLowersTheBudget) {
+  this->use({{1, 0}, {9, 1}});
+  this->lattice.swapBudget = 150;
+  EXPECT_EQ(this->lattice.lllPass(2, 1, 2), 2);
+  EXPECT_EQ(this->lattice.swapBudget, 149);
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 1 0 ] [ 9 1 ]");
+  EXPECT_EQ(this->lattice.vecStatus[2], 0);
+}
+
+TYPED_TEST(LllPassOver, BudgetStaysAboveItsFloor) {
+  this->use({{1, 0}, {9, 1}});
+  EXPECT_EQ(this->lattice.swapBudget, 100);
+  this->lattice.lllPass(2, 1, 2);
+  EXPECT_EQ(this->lattice.swapBudget, 100);
+}
+
+TYPED_TEST(LllPassOver, SpentBudgetLeavesVectorsWhereTheyAre) {
+  this->use({{1, 0, 0}, {4, 9, 0}, {1, 5, 1}});
+  this->lattice.swapBudget = 1;
+  this->lattice.lllPass(1, 0, 0);
+  // Reduced in size, though not exchanged.
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 1 0 0 ] [ 0 9 0 ] [ 0 -4 1 ]");
+  EXPECT_EQ(this->lattice.lastPass.swaps, 1);
+  EXPECT_EQ(this->lattice.lastPass.skipped, 2);
+  EXPECT_FALSE(carries(this->lattice.vecStatus[2], ST_SWAP_CHECKED));
+}
+
+TYPED_TEST(LllPassOver, BudgetStaysWhileATenthIsSkipped) {
+  this->use(Matrix<TypeParam>::identity(11));
+  this->lattice.swapBudget = 10;
+  this->lattice.lllPass(1, 0, 0);
+  EXPECT_EQ(this->lattice.lastPass.skipped, 1);
+  EXPECT_EQ(this->lattice.swapBudget, 10);
+}
+
+TYPED_TEST(LllPassOver, BudgetDoublesWhenMoreThanATenthIsSkipped) {
+  this->use(Matrix<TypeParam>::identity(12));
+  this->lattice.swapBudget = 10;
+  this->lattice.lllPass(1, 0, 0);
+  EXPECT_EQ(this->lattice.lastPass.skipped, 2);
+  EXPECT_EQ(this->lattice.swapBudget, 20);
+}
+
+TYPED_TEST(LllPassOver, BudgetAboveItsFloorFallsWhenNothingIsSkipped) {
+  this->use(Matrix<TypeParam>::identity(3));
+  this->lattice.swapBudget = 102;
+  this->lattice.lllPass(1, 0, 0);
+  this->lattice.lllPass(1, 0, 0);
+  this->lattice.lllPass(1, 0, 0);
+  EXPECT_EQ(this->lattice.swapBudget, 100);
+}
+
+TYPED_TEST(LllPassOver, ZeroVectorsEndBehindTheOthers) {
+  this->use({{0, 0, 0}, {1, 0, 0}, {0, 0, 0}, {0, 1, 0}, {0, 0, 1}});
+  this->lattice.lllPass(1, 0, 0);
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 1 0 0 ] [ 0 1 0 ] [ 0 0 1 ] [ 0 0 0 ] [ 0 0 0 ]");
+}
+
+TYPED_TEST(LllPassOver, DependentVectorsEndBehindTheOthers) {
+  this->use({{1, 0, 0}, {3, 0, 0}, {0, 1, 0}, {0, 0, 1}});
+  this->lattice.lllPass(1, 0, 0);
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 1 0 0 ] [ 0 1 0 ] [ 0 0 1 ] [ 3 0 0 ]");
+  EXPECT_EQ(this->lattice.vecStatus[4], ST_DEPENDENT);
+}
+
+TYPED_TEST(LllPassOver, DependentVectorsMoveNoFurtherThanTheyMay) {
+  this->use({{1, 0, 0}, {0, 0, 0}, {0, 1, 0}, {0, 0, 1}});
+  this->lattice.lllPass(1, 3, 3);
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 1 0 0 ] [ 0 1 0 ] [ 0 0 0 ] [ 0 0 1 ]");
+}
+
+TYPED_TEST(LllPassOver, PassEndsWhereOnlyDependentVectorsFollow) {
+  this->use({{1, 0}, {0, 0}, {0, 0}});
+  this->lattice.swapBudget = 101;
+  EXPECT_EQ(this->lattice.lllPass(1, 0, 0), 1);
+  EXPECT_EQ(this->lattice.lastPass.swaps, 1);
+  // The budget is for the next pass, however this one ended.
+  EXPECT_EQ(this->lattice.swapBudget, 100);
+}
+
+TYPED_TEST(LllPassOver, DependentVectorsLoseTheirProtectionWithThePass) {
+  this->use({{1, 0}, {0, 0}, {0, 1}});
+  this->lattice.lllPass(1, 0, 0);
+  EXPECT_FALSE(this->lattice.keepDependent);
+}
+
+TYPED_TEST(LllPassOver, MovedVectorMakesTheRestStrict) {
+  this->use({{4, 4, 4, 0}, {0, 0, 0, 0}, {7, 7, -5, 0}});
+  bool strict = false;
+  EXPECT_TRUE(this->lattice.lllStep(1, 3, strict));
+  EXPECT_FALSE(strict);
+  EXPECT_TRUE(this->lattice.lllStep(2, 3, strict));
+  EXPECT_TRUE(strict);
+  // (3, 3, -9, 0) would be shorter, but has a greater coordinate.
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 4 4 4 0 ] [ 7 7 -5 0 ] [ 0 0 0 0 ]");
+}
+
+TYPED_TEST(LllPassOver, StrictnessOfAPassLastsToItsEnd) {
+  const Matrix<TypeParam> dependent{{0, 0, 0, 0}, {4, 4, 4, 0}, {7, 7, -5, 0}};
+  this->use(dependent);
+  this->lattice.swapBudget = 0;
+  this->lattice.lllPass(1, 0, 0);
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 4 4 4 0 ] [ 7 7 -5 0 ] [ 0 0 0 0 ]");
+}
+
+TYPED_TEST(LllPassOver, StepReducesAllVectorsUpToItsOwn) {
+  this->use({{1, 0, 0, 0}, {0, 4, 0, 0}, {0, 2, 0, 0}});
+  EXPECT_TRUE(this->lattice.classicOrthogonalise(1, 2));
+  bool strict = false;
+  // The dependent vector goes to position 2, and what was there depends on it.
+  EXPECT_FALSE(this->lattice.lllStep(3, 3, strict));
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 1 0 0 0 ] [ 0 2 0 0 ] [ 0 4 0 0 ]");
+  EXPECT_TRUE(carries(this->lattice.vecStatus[2], ST_MU));
+  EXPECT_EQ(this->lattice.vecStatus[3], ST_DEPENDENT);
+  EXPECT_FALSE(strict);
+}
+
+TYPED_TEST(LllPassOver, StepProtectsDependentVectorsButForTheFirst) {
+  this->use({{1, 0}, {0, 1}});
+  bool strict = false;
+  EXPECT_TRUE(this->lattice.lllStep(1, 2, strict));
+  EXPECT_FALSE(this->lattice.keepDependent);
+  EXPECT_TRUE(this->lattice.lllStep(2, 2, strict));
+  EXPECT_TRUE(this->lattice.keepDependent);
+}
+
+TYPED_TEST(LllPassOver, DeepInsertionIsUsedWhereAskedFor) {
+  const Matrix<TypeParam> squares{{1, 0, 0, 0}, {0, 9, 0, 0}, {0, 0, 8, 0}, {0, 0, 0, 2}};
+  this->use(squares);
+  this->lattice.lllPass(1, 0, 0);
+  EXPECT_EQ(this->lattice.deepInsertions, 0);
+  this->use(squares);
+  this->lattice.params.deep = true;
+  this->lattice.lllPass(1, 0, 0);
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 1 0 0 0 ] [ 0 0 0 2 ] [ 0 0 8 0 ] [ 0 9 0 0 ]");
+  EXPECT_EQ(this->lattice.deepInsertions, 2);
+}
+
+TYPED_TEST(LllPassOver, DeepInsertionLeavesTheFirstPositionToTheSorting) {
+  const Matrix<TypeParam> squares{{9, 0, 0}, {0, 1, 0}, {0, 0, 2}};
+  this->use(squares);
+  this->lattice.params.deep = true;
+  this->lattice.lllPass(1, 0, 0);
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 9 0 0 ] [ 0 1 0 ] [ 0 0 2 ]");
+  this->use(squares);
+  EXPECT_TRUE(this->lattice.reduce(0));
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 0 1 0 ] [ 0 0 2 ] [ 9 0 0 ]");
+}
+
+TYPED_TEST(LllPassOver, ObserverHearsAheadOfEachStep) {
+  this->use(Matrix<TypeParam>::identity(3));
+  Recorder recorder;
+  this->lattice.observer = &recorder;
+  this->lattice.lllPass(1, 0, 0);
+  EXPECT_EQ(recorder.swaps, (std::vector<Index>{0, 1, 2}));
+}
+
+TYPED_TEST(LllPassOver, ObserverMayEndThePassByAnException) {
+  this->use(this->rows);
+  Recorder recorder(4);
+  this->lattice.observer = &recorder;
+  EXPECT_THROW(this->lattice.lllPass(1, 0, 0), std::runtime_error);
+  EXPECT_EQ(recorder.swaps.size(), 4U);
+  EXPECT_FALSE(this->lattice.keepDependent);
+  EXPECT_TRUE(sameLattice(this->lattice.B, this->rows));
+  this->lattice.observer = nullptr;
+  EXPECT_TRUE(this->lattice.reduce(0));
+  EXPECT_TRUE(test::isReduced(this->lattice.B));
+}
+
+TYPED_TEST(LllPassOver, PassSaysWhereItIsAfterAnHourOfSilence) {
+  this->use(Matrix<TypeParam>::identity(3));
+  this->lattice.params.verb = 2;
+  const auto pass = [this]() { this->lattice.lllPass(1, 2, 3); };
+  // The first line is the last for an hour.
+  EXPECT_EQ(this->consoleOf(pass), "|-> lll status: k = 1 (m = 2), strict = 0, swaps = 0 / 100\n");
+}
+
+TYPED_TEST(LllPassOver, PassIsSilentUnlessAskedForDetails) {
+  this->use(Matrix<TypeParam>::identity(3));
+  this->lattice.params.verb = 1;
+  const auto pass = [this]() { this->lattice.lllPass(1, 2, 3); };
+  EXPECT_EQ(this->consoleOf(pass), "");
+  this->lattice.params.verb = 2;
+  consoleState().lastOutputTime = std::time(nullptr) - 3000;
+  EXPECT_EQ(this->consoleOf(pass), "");
+}
+
+TYPED_TEST(LllPassOver, ReductionRepeatsPassesUntilNoneIsShortOfBudget) {
+  this->use(this->rows);
+  this->lattice.swapBudget = 1;
+  EXPECT_TRUE(this->lattice.reduce(0));
+  EXPECT_TRUE(test::isReduced(this->lattice.B));
+  EXPECT_TRUE(sameLattice(this->lattice.B, this->rows));
+  EXPECT_GT(this->lattice.swapBudget, 1);
+}
+
+TYPED_TEST(LllPassOver, ReductionGivesUpAfterTwentyPasses) {
+  this->use({{5, 0}, {0, 1}});
+  Recorder recorder;
+  this->lattice.observer = &recorder;
+  this->lattice.swapBudget = 0;
+  EXPECT_FALSE(this->lattice.reduce(0));
+  EXPECT_EQ(recorder.swaps.size(), 2U * 20U);
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 5 0 ] [ 0 1 ]");
+}
+
+TYPED_TEST(LllPassOver, ReductionOfSomeVectorsLeavesTheOthers) {
+  this->use({{5, 0, 0}, {0, 4, 0}, {7, 9, 1}});
+  EXPECT_TRUE(this->lattice.reduce(2));
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 0 4 0 ] [ 5 0 0 ] [ 7 9 1 ]");
+}
+
+TYPED_TEST(LllPassOver, ReductionOfDependentVectorsSucceeds) {
+  this->use({{0, 0}, {1, 7}, {2, 14}, {0, 3}});
+  EXPECT_TRUE(this->lattice.reduce(0));
+  EXPECT_TRUE(test::isReduced(this->lattice.B));
+}
+
+TYPED_TEST(LllPassOver, ReductionIsTrackedWhereAskedFor) {
+  this->use(this->rows);
+  this->lattice.params.consistency = true;
+  EXPECT_TRUE(this->lattice.reduce(0));
+  const Matrix<TypeParam> product = this->lattice.TT[1] * this->lattice.B_save;
+  EXPECT_EQ(rowsText(product), rowsText(this->lattice.B));
+}
+
+TYPED_TEST(LllPassOver, EmptyBasisIsReduced) {
+  this->use(Matrix<TypeParam>());
+  EXPECT_TRUE(this->lattice.reduce(0));
+  EXPECT_EQ(this->lattice.lllPass(1, 0, 0), 1);
+}
+
+}  // namespace
+}  // namespace starsift
