@@ -2,7 +2,9 @@
 
 #include <mpfr.h>
 
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <cfloat>
 #include <cmath>
 #include <cstdio>
@@ -19,6 +21,26 @@ namespace {
 
 /// 10^18: the integer parts of more than 18 digits begin here.
 constexpr std::int64_t integerBound = powersOfTen[dblDigits];
+
+/// |value| >= 1, rounded to 64 bits, halves to even; infinite beyond LDBL_MAX.
+dbl_t nearestOfInteger(mpz_srcptr value) {
+  constexpr mp_limb_t half = mp_limb_t{1} << (GMP_NUMB_BITS - 1);
+  static_assert(GMP_NUMB_BITS == LDBL_MANT_DIG);
+  const std::size_t size = mpz_size(value);
+  const mp_limb_t* const limbs = mpz_limbs_read(value);
+  const mp_limb_t top = limbs[size - 1];
+  const mp_limb_t next = size > 1 ? limbs[size - 2] : 0;
+  const int shift = std::countl_zero(top);
+  mp_limb_t mantissa = top;
+  if (shift > 0) mantissa = top << shift | next >> (GMP_NUMB_BITS - shift);
+  const mp_limb_t rest = next << shift;
+  const bool isBeyond =
+      size > 2 && std::any_of(limbs, limbs + size - 2, [](mp_limb_t limb) { return limb != 0; });
+  const bool roundsUp = rest > half || (rest == half && (isBeyond || mantissa % 2 == 1));
+  const dbl_t magnitude = static_cast<dbl_t>(mantissa) + (roundsUp ? 1 : 0);
+  const long exponent = static_cast<long>(size - 1) * GMP_NUMB_BITS - shift;
+  return std::scalbln(mpz_sgn(value) < 0 ? -magnitude : magnitude, exponent);
+}
 
 /// Correctly rounded also among the subnormal numbers; infinite beyond LDBL_MAX.
 dbl_t nearestOfBig(mpq_srcptr value) {
@@ -43,7 +65,8 @@ dbl_t nearest(const QQ& value) {
   // Both operands are exact, so the one rounding of the division is the right one.
   if (value.toSmall(numerator, denominator))
     return static_cast<dbl_t>(numerator) / static_cast<dbl_t>(denominator);
-  return nearestOfBig(QQView(value).get());
+  const QQView view(value);
+  return value.isInteger() ? nearestOfInteger(view.numerator()) : nearestOfBig(view.get());
 }
 
 /// |numerator| / denominator, in lowest terms, is a decimal of at most 18 digits.
