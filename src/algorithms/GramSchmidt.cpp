@@ -20,16 +20,14 @@ R partialDot(const Vector<R>& a, const Vector<R>& b, Index count) {
 }  // namespace
 
 template <class R>
-void classicGramSchmidt(const Matrix<R>& rows, Index k, Matrix<R>& mu, Vector<R>& cLen,
-                        Vector<R>& bSq) {
-  // r[j] is the product of row k with the orthogonalised row j.
-  Vector<R> r(k - 1);
+void classicGramSchmidt(const Matrix<R>& rows, Index k, RowProducts<R>& products, Matrix<R>& mu,
+                        Vector<R>& cLen, Vector<R>& bSq) {
+  const Vector<R>& r = products.ofRow(rows, k, mu);
   for (Index j = 1; j < k; ++j) {
-    r[j] = rows[j] * rows[k] - partialDot(mu[j], r, j - 1);
     mu[k][j] = r[j] / cLen[j];
     if (std::isnan(mu[k][j])) throw DecimalPrecisionException("mu-classic has nan entry");
   }
-  bSq[k] = rows[k] * rows[k];
+  bSq[k] = products.squaredLength(rows, k);
   const R c = bSq[k] - partialDot(mu[k], r, k - 1);
   mu[k][k] = R(1);
   std::fill(mu[k].begin() + k, mu[k].end(), R());
@@ -37,7 +35,7 @@ void classicGramSchmidt(const Matrix<R>& rows, Index k, Matrix<R>& mu, Vector<R>
   if (!std::isfinite(c)) throw DecimalPrecisionException("cLen-classic has infinite entry");
 }
 
-template void classicGramSchmidt(const Matrix<long double>&, Index, Matrix<long double>&,
-                                 Vector<long double>&, Vector<long double>&);
+template void classicGramSchmidt(const Matrix<long double>&, Index, RowProducts<long double>&,
+                                 Matrix<long double>&, Vector<long double>&, Vector<long double>&);
 
 }  // namespace starsift

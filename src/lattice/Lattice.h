@@ -543,8 +543,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
 
   // Parts of the moves: LatticeMoves.inl
 
-  /// b_k -= q * b_j for an integer q, j != k; the status words are the caller's.
-  void subtractBasisVector(Index k, Index j, const T& q);
+  /// b_k -= q * b_j for an integer q, j < k; the status words are the caller's.
+  void subtractBasisVector(Index k, Index j, const R& q);
   /// Clears the status words from k on, for k >= 2 and while keepDependent without those of
   /// dependent vectors, and the factors of the coordinate solver.
   void forgetFrom(Index k);
@@ -556,7 +556,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// One round of size reduction; the greatest factor, 0 where nothing changed.
   R reduceCoefficients(Index k, bool strict);
   /// b_k - q * b_j has a greater coordinate than b_k.
-  bool lengthens(Index k, Index j, const T& q) const;
+  bool lengthens(Index k, Index j, const R& q) const;
 
   // Parts of the transformation: LatticeTransform.inl
 

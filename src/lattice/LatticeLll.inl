@@ -69,28 +69,33 @@ bool Lattice<T, R>::sizeReduce(Index k, bool strict) {
 
 template <class T, class R>
 bool Lattice<T, R>::orthogonaliseVector(Index k) {
-  return classicOrthogonalise(k, k) || modifiedOrthogonalise(1, k, false, false) == 0;
+  if (classicOrthogonalise(k, k)) return true;
+  // Either the row is dependent or cancellation has spoilt its products.
+  rowImages.products().forget(k);
+  return modifiedOrthogonalise(1, k, false, false) == 0;
 }
 
 template <class T, class R>
 R Lattice<T, R>::reduceCoefficients(Index k, bool strict) {
   R largest = R();
+  Index last = 0;
   for (Index j = k - 1; j >= 1; --j) {
     if (sizeReduced(k, j, mu, R(latticelll::eta))) continue;
     const R q = std::round(mu[k][j]);
-    const T factor = NumberConversion<T, R>::ofInteger(q);
-    if (strict && lengthens(k, j, factor)) continue;
+    if (strict && lengthens(k, j, q)) continue;
     subtractCoefficients(mu, k, j, q);
-    subtractBasisVector(k, j, factor);
+    subtractBasisVector(k, j, q);
     largest = std::max(largest, std::fabs(q));
+    last = std::max(last, j);
   }
+  if (last > 0) rowImages.products().keep(k, last, mu[k], cLen);
   return largest;
 }
 
 template <class T, class R>
-bool Lattice<T, R>::lengthens(Index k, Index j, const T& q) const {
+bool Lattice<T, R>::lengthens(Index k, Index j, const R& q) const {
   Vector<T> difference(B[k]);
-  subtractMultiple(difference, B[j], q);
+  subtractMultiple(difference, B[j], NumberConversion<T, R>::ofInteger(q));
   return supNorm(difference) > supNorm(B[k]);
 }
 

@@ -3,6 +3,8 @@
 // forgets what was known of the vectors from there on.
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "algorithms/SizeReduce.h"
@@ -24,11 +26,12 @@ void Lattice<T, R>::swapBasisVectors(Index i, Index j, bool keepStatus) {
 }
 
 template <class T, class R>
-void Lattice<T, R>::subtractBasisVector(Index k, Index j, const T& q) {
-  subtractMultiple(B[k], B[j], q);
-  rowImages.forget(k);
+void Lattice<T, R>::subtractBasisVector(Index k, Index j, const R& q) {
+  const T factor = NumberConversion<T, R>::ofInteger(q);
+  subtractMultiple(B[k], B[j], factor);
+  rowImages.change(k, std::fabs(q));
   checkedRows.forget(k);
-  if (params.consistency) subtractMultiple(TT[TT.dimension()][k], TT[TT.dimension()][j], q);
+  if (params.consistency) subtractMultiple(TT[TT.dimension()][k], TT[TT.dimension()][j], factor);
 }
 
 template <class T, class R>

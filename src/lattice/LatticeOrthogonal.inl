@@ -42,7 +42,7 @@ bool Lattice<T, R>::classicOrthogonalise(Index from, Index to) {
   const Matrix<R>& rows = rowImages.of(B, to);
   for (Index k = from; k <= to; ++k) {
     if (carries(vecStatus.element(k), ST_MU)) continue;
-    classicGramSchmidt(rows, k, mu, cLen, bSq);
+    classicGramSchmidt(rows, k, rowImages.products(), mu, cLen, bSq);
     if (latticeorthogonal::isDependent(cLen[k])) {
       vecStatus[k] = ST_DEPENDENT;
       return false;

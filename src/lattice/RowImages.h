@@ -1,32 +1,44 @@
-// The rows of the basis in the number type of the Gram-Schmidt data.
+// The rows of the basis as the Gram-Schmidt data see them: in their number type, and with the
+// products that the data are made of.
 #pragma once
 
 #include <algorithm>
 
+#include "algorithms/RowProducts.h"
 #include "core/Matrix.h"
 
 namespace starsift {
 
-/// The rows of one basis, rounded to nearest once per change: whoever changes a row
-/// says so by one of the first three operations before the next look.
+/// The rows of one basis, rounded to nearest once per change: whoever changes a row says so by
+/// one of the first four operations before the next look.
 template <class T, class R>
 class RowImages {
  public:
   /// Row k was changed.
   void forget(Index k) {
-    if (k >= 1 && k <= valid_.dimension()) valid_[k] = false;
+    forgetImage(k);
+    products_.forget(k);
   }
   /// Any row may have been changed.
-  void forgetAll() { std::fill(valid_.begin(), valid_.end(), false); }
+  void forgetAll() {
+    std::fill(valid_.begin(), valid_.end(), false);
+    products_.forgetAll();
+  }
   /// Rows i and j changed places; there is no image of row 0.
   void swap(Index i, Index j) {
     if (std::min(i, j) >= 1 && std::max(i, j) <= valid_.dimension()) {
       images_.swapRows(i, j);
       valid_.swap(i, j);
     } else {
-      forget(i);
-      forget(j);
+      forgetImage(i);
+      forgetImage(j);
     }
+    products_.swap(i, j);
+  }
+  /// A multiple, of magnitude `factor`, of a row before k was taken off row k.
+  void change(Index k, const R& factor) {
+    forgetImage(k);
+    products_.change(k, factor);
   }
 
   /// A matrix whose rows 1..last are those of the basis, as far as it has them. A squared
@@ -41,8 +53,16 @@ class RowImages {
       if (!valid_[k]) convert(basis[k], k);
     return images_;
   }
+  /// The products of these rows.
+  RowProducts<R>& products() {
+    products_.resize(images_.rowCount());
+    return products_;
+  }
 
  private:
+  void forgetImage(Index k) {
+    if (k >= 1 && k <= valid_.dimension()) valid_[k] = false;
+  }
   void convert(const Vector<T>& row, Index k) {
     Vector<R>& image = images_[k];
     std::transform(row.begin(), row.end(), image.begin(), NumberConversion<R, T>::nearest);
@@ -52,16 +72,25 @@ class RowImages {
 
   Matrix<R> images_;
   Array<bool> valid_;
+  RowProducts<R> products_;
 };
 
 /// Rows that are there already.
 template <class R>
 class RowImages<R, R> {
  public:
-  void forget(Index /*k*/) {}
-  void forgetAll() {}
-  void swap(Index /*i*/, Index /*j*/) {}
-  const Matrix<R>& of(const Matrix<R>& basis, Index /*last*/) { return basis; }
+  void forget(Index k) { products_.forget(k); }
+  void forgetAll() { products_.forgetAll(); }
+  void swap(Index i, Index j) { products_.swap(i, j); }
+  void change(Index k, const R& factor) { products_.change(k, factor); }
+  const Matrix<R>& of(const Matrix<R>& basis, Index /*last*/) {
+    products_.resize(basis.rowCount());
+    return basis;
+  }
+  RowProducts<R>& products() { return products_; }
+
+ private:
+  RowProducts<R> products_;
 };
 
 }  // namespace starsift

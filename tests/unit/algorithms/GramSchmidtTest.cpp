@@ -28,7 +28,10 @@ struct Data {
   explicit Data(const M& rows)
       : mu(rows.rowCount(), rows.rowCount()), cLen(rows.rowCount()), bSq(rows.rowCount()) {
     for (Vector<long double>& row : mu) std::fill(row.begin(), row.end(), 9);
-    for (Index k = 1; k <= rows.rowCount(); ++k) classicGramSchmidt(rows, k, mu, cLen, bSq);
+    RowProducts<long double> products;
+    products.resize(rows.rowCount());
+    for (Index k = 1; k <= rows.rowCount(); ++k)
+      classicGramSchmidt(rows, k, products, mu, cLen, bSq);
   }
 };
 
