@@ -1,8 +1,10 @@
-// What goes on beside a search: its end by a signal or the clock, and the status line.
+// What goes on beside a search: the saving of solutions, its end by a signal or the clock,
+// and the status line.
 #pragma once
 
 #include <string>
 
+#include "app/StarStore.h"
 #include "app/StatusLine.h"
 #include "core/Exceptions.h"
 #include "lattice/YLattice.h"
@@ -37,18 +39,20 @@ class SearchEnded : public GeneralException {
 class SearchWatch : public ReductionObserver {
  public:
   /// Watches the search in `lattice`; draws on `line`.
-  SearchWatch(const YLattice<long double>& lattice, StatusLine& line,
-              StatusLine::Clock::time_point start)
+  SearchWatch(YLattice<long double>& lattice, StatusLine& line, StatusLine::Clock::time_point start)
       : lattice_(lattice), line_(line), start_(start) {}
+
+  /// Where the solutions go as they are found.
+  void setStore(StarStore& store) { store_ = &store; }
 
   /// Seconds from the start of the process; 0 and less: no limit.
   void setTimeLimit(long seconds) { timeLimit_ = seconds; }
 
-  /// Throws SearchEnded for a signal; every few steps also looks at the clock.
+  /// Throws SearchEnded for a signal; every few steps does all that look() does.
   void onStep(const PassCounts& counts) override;
 
-  /// Throws SearchEnded for a signal or when the time is over, and draws the line anew
-  /// when it is due.
+  /// Saves new solutions, draws the line anew when it is due, and throws SearchEnded for a
+  /// signal or when the time is over.
   void look();
 
   /// Ahead of a pass of the search itself, and behind it.
@@ -63,8 +67,9 @@ class SearchWatch : public ReductionObserver {
   void count(const PassCounts& counts);
   std::string status(StatusLine::Clock::time_point now) const;
 
-  const YLattice<long double>& lattice_;
+  YLattice<long double>& lattice_;
   StatusLine& line_;
+  StarStore* store_ = nullptr;
   StatusLine::Clock::time_point start_;
   long timeLimit_ = 0;
   Index passes_ = 0;

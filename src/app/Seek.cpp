@@ -3,7 +3,7 @@
 #include <iostream>
 #include <string_view>
 
-#include "app/Sift.h"
+#include "app/StarStore.h"
 #include "core/Console.h"
 
 namespace starsift {
@@ -71,7 +71,6 @@ std::string_view reasonText(SearchEnd end) {
 Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, std::ostream& report)
     : lattice_(lattice), watch_(watch), report_(report) {
   const auto& params = lattice.exact().params;
-  knowsStars_ = !(params.bench > 0);
   passLimit_ = params.iters;
   limited_ = isLimited(params, params.snorm, params.tnorm);
   watch.setTimeLimit(params.rtime.get());
@@ -80,22 +79,18 @@ Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, std::ostream& rep
 }
 
 SearchEnd Seek::run() {
-  readFiles();
+  lattice_.readOpt();
+  StarStore store(lattice_);
+  watch_.setStore(store);
+  lattice_.tryStandardPrecision();
+  lattice_.beginSearch(watch_);
   const SearchEnd end = search();
   conclude(end);
   writeStatistics(end);
-  saveAll();
+  const bool anyStars = store.saveAndReport(lattice_, report_);
+  report_ << endLine();
+  writeVerdict(anyStars);
   return end;
-}
-
-void Seek::readFiles() {
-  lattice_.readOpt();
-  lattice_.tryStandardPrecision();
-  if (knowsStars_) {
-    lattice_.readStarsExactly(false);
-    cleanStars(lattice_);
-  }
-  lattice_.beginSearch(watch_, knowsStars_);
 }
 
 SearchEnd Seek::search() {
@@ -137,6 +132,7 @@ void Seek::restartLattice() {
   solutionsBefore_ = solutionCount();
   if (!limited_ && fruitless_ == fruitlessRestarts) throw SearchEnded(SearchEnd::fruitless);
   ++fruitless_;
+  lattice_.saveLattice();
   try {
     lattice_.restartHandling(false);
   } catch (const RestartException&) {
@@ -148,16 +144,16 @@ void Seek::restartLattice() {
   }
 }
 
-/// Writes and reports what was found, and turns it into stars.
+/// Reports the status unless the lattice has done so, and saves it.
 void Seek::conclude(SearchEnd end) {
   lattice_.endSearch();
   // The step that was broken off left its blocks open.
   setConsoleDepth(0);
   try {
+    lattice_.saveLattice();
     if (!lattice_.stopped()) lattice_.restartHandling(true);
-    lattice_.sol2star();
-  } catch (const PrecisionException& exception) {
-    // What broke the search off stands in the way of the report too.
+  } catch (const PrecisionException&) {
+    // What broke the search off stands in the way of saving its lattice too.
     if (end != SearchEnd::overflow) throw;
   }
 }
@@ -172,19 +168,6 @@ void Seek::writeStatistics(SearchEnd end) {
   });
 }
 
-/// Leaves the files and the report that starsift would leave: the stars go the same way,
-/// only that they don't come from the file.
-void Seek::saveAll() {
-  YLattice<long double> result;
-  result.takeStars(lattice_);
-  if (!knowsStars_) result.readStarsExactly(false);
-  result.tryStandardPrecision();
-  saveStars(result, report_);
-  report_ << endLine();
-  writeVerdict(result.withLive([](const auto& lattice) { return lattice.stars.isSet(); }));
-  stampOutputTime();
-}
-
 /// Says what the result is no proof of.
 void Seek::writeVerdict(bool anyStars) {
   const bool hasTargets =
@@ -196,6 +179,7 @@ void Seek::writeVerdict(bool anyStars) {
   else if (hasTargets)
     report_ << "The first solution is the best one found, not proven to be the best there is."
             << endLine();
+  stampOutputTime();
 }
 
 Index Seek::solutionCount() const {

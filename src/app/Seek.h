@@ -25,23 +25,18 @@ class Seek {
   SearchEnd run();
 
  private:
-  void readFiles();
   SearchEnd search();
   void reduceLattice();
   PassCounts runPass();
   void restartLattice();
   void conclude(SearchEnd end);
   void writeStatistics(SearchEnd end);
-  void saveAll();
   void writeVerdict(bool anyStars);
   Index solutionCount() const;
 
   YLattice<long double>& lattice_;
   SearchWatch& watch_;
   std::ostream& report_;
-  /// The stars of the file take part. A benchmark run starts without them, so it must not
-  /// write over them before its end.
-  bool knowsStars_ = true;
   /// Passes that the search may make; negative: no limit.
   long passLimit_ = -1;
   /// Somebody said when to end.

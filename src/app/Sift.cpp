@@ -14,12 +14,16 @@ void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::
 
 void saveStars(YLattice<long double>& lattice, std::ostream& report) {
   cleanStars(lattice);
-  lattice.setOutputSwitch(true);
-  lattice.writeSolFile(true);
+  writeStars(lattice);
   // The file keeps stars that differ in their parameters; the report doesn't.
   lattice.sortStars();
   lattice.removeDuplicates(false);
   lattice.writeSolutions(report);
+}
+
+void writeStars(YLattice<long double>& lattice) {
+  lattice.setOutputSwitch(true);
+  lattice.writeSolFile(true);
 }
 
 void cleanStars(YLattice<long double>& lattice) {

@@ -21,6 +21,9 @@ void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::
 /// precision if problem and stars allow it.
 void saveStars(YLattice<long double>& lattice, std::ostream& report);
 
+/// Writes the stars to their file, or removes it where there is none.
+void writeStars(YLattice<long double>& lattice);
+
 /// Drops the stars that fail or repeat, and sorts the others. Stars that differ in their
 /// parameters are no repetition.
 void cleanStars(YLattice<long double>& lattice);

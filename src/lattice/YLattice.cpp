@@ -15,6 +15,18 @@ namespace {
 /// The level of `verb` from which the wrapper reports what it does.
 constexpr long reportingLevel = 2;
 
+/// Lets a lattice write files as long as it lives.
+class OutputOn {
+ public:
+  explicit OutputOn(bool& output) : output_(output) { output_ = true; }
+  OutputOn(const OutputOn&) = delete;
+  OutputOn& operator=(const OutputOn&) = delete;
+  ~OutputOn() { output_ = false; }
+
+ private:
+  bool& output_;
+};
+
 }  // namespace
 
 template <class R>
@@ -83,8 +95,12 @@ void YLattice<R>::restartHandling(bool finished) {
 }
 
 template <class R>
-void YLattice<R>::sol2star() {
-  runStep([](auto& lattice) { lattice.sol2star(); });
+void YLattice<R>::saveLattice() {
+  runStep([](auto& lattice) {
+    if (lattice.latticeKind != LatticeKind::full) return;
+    const OutputOn output(lattice.outputSwitch);
+    lattice.verifyTransformation(false, false);
+  });
 }
 
 template <class R>
@@ -130,26 +146,39 @@ void YLattice<R>::readParams(const std::vector<std::string>& arguments) {
 }
 
 template <class R>
-void YLattice<R>::takeStars(const YLattice& other) {
+void YLattice<R>::takeProblem(const YLattice& other) {
   other.withLive([this](const auto& source) {
     setFileNames(source.solFile);
     useExtendedPrecision();
     exact_.optOriginal.convertFrom(source.problemAsRead());
-    exact_.stars.resize(source.stars.dimension(), false);
-    for (Index i = 1; i <= source.stars.dimension(); ++i)
-      exact_.stars[i].convertFrom(source.stars[i], false);
   });
 }
 
 template <class R>
-void YLattice<R>::beginSearch(ReductionObserver& observer, bool output) {
+void YLattice<R>::addStars(const YLattice& other) {
+  other.withLive([this](const auto& source) {
+    const Index before = exact_.stars.dimension();
+    exact_.stars.resize(before + source.stars.dimension(), true);
+    for (Index i = 1; i <= source.stars.dimension(); ++i)
+      exact_.stars[before + i].convertFrom(source.stars[i], false);
+  });
+}
+
+template <class R>
+void YLattice<R>::sol2star() {
+  withLive([](auto& lattice) { lattice.sol2star(); });
+}
+
+template <class R>
+void YLattice<R>::beginSearch(ReductionObserver& observer) {
   standard_.observer = &observer;
   exact_.observer = &observer;
-  withLive([output](auto& lattice) {
-    lattice.runVariables[MainMutexVariable::startTime].set(std::to_string(std::time(nullptr)));
+  withLive([](auto& lattice) {
+    using enum MainMutexVariable;
+    lattice.runVariables[startTime].set(std::to_string(std::time(nullptr)));
     lattice.params.stopping = true;
     lattice.terminationSwitch = true;
-    lattice.outputSwitch = output;
+    lattice.outputSwitch = false;
   });
 }
 

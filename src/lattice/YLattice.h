@@ -75,7 +75,8 @@ class YLattice {
   PassCounts lllPass(Index from, Index to, Index kmax);
   /// RestartException passes through; the lattice in use is a new one then.
   void restartHandling(bool finished);
-  void sol2star();
+  /// Makes sure that the basis of the full lattice spans it and writes the lattice file.
+  void saveLattice();
   bool readStarsFromSolFile(bool peek);
   bool readStarsExactly(bool peek);
   bool checkStars();
@@ -91,11 +92,15 @@ class YLattice {
   void readOpt();
   /// Sets parameters of the exact lattice, which must be live, as readArguments().
   void readParams(const std::vector<std::string>& arguments);
-  /// Takes problem, paths and stars of `other` into a fresh exact lattice.
-  void takeStars(const YLattice& other);
+  /// Takes problem and paths of `other` into a fresh exact lattice.
+  void takeProblem(const YLattice& other);
+  /// Appends the stars of `other`, in the exact lattice, which must be live.
+  void addStars(const YLattice& other);
+  /// Appends the solutions found as stars; no failover, so that an observer may call it.
+  void sol2star();
   /// From now on `observer` hears of all reductions, and the time of solutions counts from
-  /// here. A search ends by stopped(), never the process; with `output` it writes files.
-  void beginSearch(ReductionObserver& observer, bool output);
+  /// here. The search ends by stopped(), never the process, and leaves the files to others.
+  void beginSearch(ReductionObserver& observer);
   /// Nobody hears of reductions any more.
   void endSearch();
   /// The search has ended by itself.

@@ -1,0 +1,42 @@
+// The solution file of a search: the stars that are known, and those that it finds.
+#pragma once
+
+#include <chrono>
+#include <iosfwd>
+
+#include "lattice/YLattice.h"
+
+namespace starsift {
+
+/// Keeps the stars apart from the lattice that is searched. There, every step would copy
+/// all of them, and a star found again would drop those that differ from it in their
+/// parameters only.
+///
+/// What it writes is what starsift would make of it: the stars go the same way.
+class StarStore {
+ public:
+  using Clock = std::chrono::steady_clock;
+
+  /// Reads the file beside the problem of `search`, and drops wrong stars.
+  explicit StarStore(const YLattice<long double>& search);
+
+  /// The search has solutions that were not taken, and since the last writing enough time
+  /// has passed that a search with many solutions doesn't spend it on files.
+  bool isDue(const YLattice<long double>& search) const;
+
+  /// Takes the solutions of the search and writes the file.
+  void save(YLattice<long double>& search);
+
+  /// The same, and the report of all stars. Returns whether there are any.
+  bool saveAndReport(YLattice<long double>& search, std::ostream& report);
+
+ private:
+  void take(YLattice<long double>& search);
+
+  YLattice<long double> stars_;
+  /// Solutions of the search when they were last taken.
+  Index taken_ = 0;
+  Clock::time_point nextSave_;
+};
+
+}  // namespace starsift
