@@ -19,7 +19,7 @@ foreach(program IN ITEMS starsift_program starseek_program)
     install(TARGETS ${program} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime)
   endif()
 endforeach()
-install(FILES man/starsift.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT runtime)
+install(FILES man/starsift.1 man/starseek.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT runtime)
 install(FILES LICENSE RENAME copyright DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT runtime)
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/starsift")
