@@ -309,7 +309,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   void restartHandling(bool finished);
   /// Writes the solutions, then saves the lattice by verifyTransformation().
   void writeResults();
-  /// Makes the lattice anew from the problem; stars and stored vectors stay.
+  /// Makes the lattice anew from the problem; stars and stored vectors stay. The lattice is
+  /// as it was after an exception.
   void regenerateLattice();
   /// restartHandling() has ended the search.
   bool stopped() const;
@@ -624,6 +625,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
 
   // Parts of the restart: LatticeRestart.inl
 
+  /// The regeneration itself, on a lattice without stars; clears the switches.
+  void makeAnew();
   /// Another order of the basis, a different one after each restart.
   void shuffleBasis();
 

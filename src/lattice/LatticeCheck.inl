@@ -84,7 +84,7 @@ bool Lattice<T, R>::hasUnitScale() const {
 template <class T, class R>
 bool Lattice<T, R>::collectsNone(const R& squaredLength) const {
   const auto limit = static_cast<Index>(params.collectLimit);
-  if (limit == 0 || collected.limit() != limit || collected.count() < limit) return false;
+  if (collected.limit() != limit || collected.count() < limit) return false;
   const VectorScore<R>& worst = collected.first()->score;
   return worst.status == ScoreStatus::inhomogeneous ||
          worst.squaredNorm + NumberTraits<R>::tolerance() < squaredLength;
@@ -154,7 +154,7 @@ bool Lattice<T, R>::isConsistent(const Vector<T>& vector, bool exact) const {
 
 template <class T, class R>
 bool Lattice<T, R>::isCollectable(const Vector<T>& vector) const {
-  if (!params.pair && !params.sieve) return false;
+  if ((!params.pair && !params.sieve) || params.collectLimit == 0) return false;
   if (latticeKind != LatticeKind::equations || equationsRemoved) return true;
   // Any other vector is left behind with the coordinates of the equations.
   return std::all_of(vector.begin(), vector.begin() + this->Ag.rowCount(),

@@ -11,6 +11,7 @@
 #include "algorithms/CommonMultiple.h"
 #include "core/Console.h"
 #include "lattice/Lattice.h"
+#include "lattice/StarsAside.h"
 #include "numbers/ExactArithmetic.h"
 #include "numbers/Gcd.h"
 #include "problem/Rows.h"
@@ -26,28 +27,12 @@ void takeIn(T& multiple, const T& range) {
   checkedRange(multiple, "R overflow");
 }
 
-/// Moves the stars of a lattice aside while it lives.
-template <class T>
-class StarsAside {
- public:
-  explicit StarsAside(Array<Star<T>>& stars) : stars_(stars) { stars_.exchange(aside_); }
-  StarsAside(const StarsAside&) = delete;
-  StarsAside& operator=(const StarsAside&) = delete;
-  ~StarsAside() { stars_.exchange(aside_); }
-
-  bool areThere() const { return aside_.dimension() > 0; }
-
- private:
-  Array<Star<T>>& stars_;
-  Array<Star<T>> aside_;
-};
-
 }  // namespace latticegenerate
 
 template <class T, class R>
 bool Lattice<T, R>::prepareLattice() {
   reportCounts();
-  latticegenerate::StarsAside<T> aside(stars);
+  const StarsAside<T> aside(stars);
   Array<Matrix<T>> transformations;
   const Index equations = this->Ag.rowCount();
   if (equations > 0) {

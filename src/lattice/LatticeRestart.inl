@@ -3,14 +3,15 @@
 
 #include <csignal>
 #include <iostream>
+#include <memory>
 #include <random>
 #include <string>
 #include <string_view>
-#include <tuple>
 #include <utility>
 
 #include "core/Console.h"
 #include "lattice/Lattice.h"
+#include "lattice/StarsAside.h"
 
 namespace starsift {
 
@@ -76,27 +77,30 @@ void Lattice<T, R>::writeResults() {
 template <class T, class R>
 void Lattice<T, R>::regenerateLattice() {
   latticerestart::openBlock(params.verb == 2, "Regenerating lattice ...");
-  // What an exception would take along is a star by then.
-  if (latticeKind != LatticeKind::none) sol2star();
-  VectorBackup<T, R> backup = backupVectors(BackupMode::points);
-  Array<Star<T>> kept(std::move(backup.stars));
-  const std::pair switches(std::exchange(outputSwitch, false),
-                           std::exchange(terminationSwitch, false));
-  try {
-    reset(nullptr, false);
-    this->normalise(false, false);
-    prepareLattice();
-    restoreVectors(std::move(backup), BackupMode::points);
-    if (params.variate) shuffleBasis();
-  } catch (...) {
-    stars.exchange(kept);
-    std::tie(outputSwitch, terminationSwitch) = switches;
-    throw;
+  {
+    const StarsAside<T> aside(stars);
+    auto next = std::make_unique<Lattice>();
+    next->assignFrom(*this, false);
+    next->observer = observer;
+    next->makeAnew();
+    next->outputSwitch = outputSwitch;
+    next->terminationSwitch = terminationSwitch;
+    assignFrom(*next, true);
   }
-  stars.exchange(kept);
-  std::tie(outputSwitch, terminationSwitch) = switches;
   writeSolFile(false);
   writeLatFile();
+}
+
+template <class T, class R>
+void Lattice<T, R>::makeAnew() {
+  VectorBackup<T, R> backup = backupVectors(BackupMode::points);
+  outputSwitch = false;
+  terminationSwitch = false;
+  reset(nullptr, false);
+  this->normalise(false, false);
+  prepareLattice();
+  restoreVectors(std::move(backup), BackupMode::points);
+  if (params.variate) shuffleBasis();
 }
 
 template <class T, class R>
