@@ -32,6 +32,11 @@ void takeIn(T& multiple, const T& range) {
 template <class T, class R>
 bool Lattice<T, R>::prepareLattice() {
   reportCounts();
+  if (latticeKind != LatticeKind::none) {
+    // What is stored are vectors of another basis: only their points last.
+    if (latticeKind == LatticeKind::full) sol2star();
+    reset(nullptr, false);
+  }
   const StarsAside<T> aside(stars);
   Array<Matrix<T>> transformations;
   const Index equations = this->Ag.rowCount();
