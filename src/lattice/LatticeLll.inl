@@ -236,7 +236,7 @@ void Lattice<T, R>::adjustBudget(const PassCounts& counts) {
 template <class T, class R>
 bool Lattice<T, R>::reduce(Index count) {
   if (count == 0) count = n;
-  if (params.deep) sortBasis(0);
+  if (params.deep) sortBasis(count);
   for (int pass = 1; pass <= latticelll::mostPasses; ++pass) {
     lllPass(1, count, count);
     if (stopped()) return false;
