@@ -271,8 +271,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   // Generation: LatticeGenerate.inl
 
   /// The lattice of the problem in normal form, its equations removed, ready to be reduced;
-  /// stored vectors come along, stars stay. True. Fatal: "The equation system has no integer
-  /// solution :(", and as generateLattice().
+  /// stars stay. What a lattice prepared before has filed becomes stars. True. Fatal: "The
+  /// equation system has no integer solution :(", and as generateLattice().
   bool prepareLattice();
   /// Makes B_save, B and the check vectors: with `aardal` the equation lattice, else the
   /// lattice of inequations and target. PrecisionException "R overflow" or "B_save
@@ -511,6 +511,10 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// The vector or its negative, with the sign of homValue in the last coordinate, in raw
   /// space.
   Vector<T> oriented(const Vector<T>& vector, bool transformed) const;
+  /// A consistent raw vector with one deviation of each pair at 0. Any amount on top of both
+  /// is as consistent, but out of the box where it is negative, and another solution for
+  /// the same point where it isn't.
+  Vector<T> withLeastDeviations(const Vector<T>& vector) const;
   /// A raw vector lies within the check vectors, as far as its variables aren't free.
   bool liesInBox(const Vector<T>& vector) const;
   /// The heuristic collection is kept, and vectors like this one stay in it.

@@ -17,8 +17,9 @@ unsigned Lattice<T, R>::checkSolution(const Vector<T>& vector, bool transformed,
                                       bool silent) {
   if (latticeKind == LatticeKind::none) fail("checkSolution: You should set the check vectors!");
   if (vector.dimension() == 0) return 0;
-  const Vector<T> raw = oriented(vector, transformed);
+  Vector<T> raw = oriented(vector, transformed);
   if (!isConsistent(raw, false)) return 0;
+  if (this->deviationCount > 0 && hasLastInBox(raw[m])) raw = withLeastDeviations(raw);
   collect(raw, time);
   if (!liesInBox(raw)) {
     offerBest(raw, time);
@@ -150,6 +151,15 @@ bool Lattice<T, R>::isConsistent(const Vector<T>& vector, bool exact) const {
   for (Index i = deviations + 1; i < last; i += 2)
     if (!isZero(image[i + 1] - image[i])) return false;
   return isZero(image[m]);
+}
+
+template <class T, class R>
+Vector<T> Lattice<T, R>::withLeastDeviations(const Vector<T>& vector) const {
+  Vector<T> x;
+  Vector<T> result;
+  const T h = lat2opt(vector, x, true, false, false);
+  opt2lat(x, result, false, h);
+  return result;
 }
 
 template <class T, class R>
