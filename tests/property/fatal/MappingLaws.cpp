@@ -3,63 +3,34 @@
 // on the point.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
 
-#include "SmallProblems.h"
-#include "numbers/Conversion.h"
+#include "LatticePoints.h"
 #include "problem/ProblemPoint.h"
 #include "support/CheckVectors.h"
-#include "support/NormalFormOracle.h"
-#include "support/NumberGenerators.h"
 
 namespace starsift {
 namespace {
 
 using oracle::PlainRecord;
 using oracle::Point;
+using test::isWithinBounds;
 using test::LatticeStage;
+using test::pointOf;
 using test::SmallProblem;
+using test::solutionsOf;
+using test::someOf;
+using test::Tally;
+using test::vectorOf;
 
 constexpr std::array<LatticeStage, 4> allStages = {
     LatticeStage::equations, LatticeStage::equationsGone, LatticeStage::fullWithModuli,
     LatticeStage::full};
 
-template <class T>
-Vector<T> vectorOf(const Point& point) {
-  Vector<T> vector;
-  for (const mpq_class& value : point)
-    vector.insertComponent(vector.dimension() + 1,
-                           NumberConversion<T, QQ>::convert(test::toQQ(value)));
-  return vector;
-}
-
-template <class T>
-Point pointOf(const Vector<T>& vector) {
-  Point point;
-  for (const T& value : vector)
-    point.push_back(test::gmpRational(NumberConversion<QQ, T>::convert(value)));
-  return point;
-}
-
 /// The exact values, for comparisons that show them.
 template <class T>
 std::string textOf(const Vector<T>& vector) {
   return oracle::pointText(pointOf(vector));
-}
-
-/// At most `most` of the points, from all parts of the list.
-std::vector<Point> someOf(const std::vector<Point>& points, std::size_t most) {
-  std::vector<Point> chosen;
-  const std::size_t distance = points.size() / most + 1;
-  for (std::size_t i = 0; i < points.size(); i += distance) chosen.push_back(points[i]);
-  return chosen;
-}
-
-std::vector<Point> solutionsOf(const oracle::Problem& problem) {
-  std::vector<Point> points = test::pointsAround(problem);
-  std::erase_if(points, [&](const Point& x) { return !oracle::solves(problem, x); });
-  return points;
 }
 
 /// The inhomogeneous row of the basis and z times the others.
@@ -71,15 +42,6 @@ Point combination(const Lattice<T, long double>& lattice, const Point& z) {
     for (std::size_t j = 0; j < sum.size(); ++j) sum[j] += z[v] * row[j];
   }
   return sum;
-}
-
-/// Every coordinate lies between l and r; that of the target counts for nothing.
-template <class T>
-bool isWithinBounds(const Lattice<T, long double>& lattice, const Vector<T>& vector) {
-  const bool hasTarget = lattice.latticeKind == LatticeKind::full && lattice.atuValid;
-  for (Index j = hasTarget ? 2 : 1; j <= lattice.m; ++j)
-    if (vector[j] < lattice.l[j] || vector[j] > lattice.r[j]) return false;
-  return true;
 }
 
 template <class T>
@@ -104,12 +66,6 @@ void checkSolution(const Lattice<T, long double>& lattice, const PlainRecord& no
   RC_ASSERT(isWithinBounds(lattice, vector));
   checkWayBack(lattice, vector, x);
 }
-
-/// How many problems the number type carried through a law, and how many it refused.
-struct Tally {
-  int carried = 0;
-  int refused = 0;
-};
 
 /// The law, a function of lattice, problem and normal form, over the problems that have
 /// one.
