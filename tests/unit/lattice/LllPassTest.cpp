@@ -32,6 +32,20 @@ class Recorder : public ReductionObserver {
   std::size_t last_;
 };
 
+/// Ends the search ahead of a step.
+template <class T>
+class Stopper : public ReductionObserver {
+ public:
+  Stopper(Lattice<T, long double>& lattice, Index step) : lattice_(&lattice), rest_(step) {}
+  void onStep(const PassCounts& /*counts*/) override {
+    if (--rest_ == 0) lattice_->runVariables[MainMutexVariable::runState].set("stopped");
+  }
+
+ private:
+  Lattice<T, long double>* lattice_;
+  Index rest_;
+};
+
 template <class T>
 class LllPassOver : public test::FreshConsole {
  protected:
@@ -271,6 +285,27 @@ TYPED_TEST(LllPassOver, ObserverMayEndThePassByAnException) {
   this->lattice.observer = nullptr;
   EXPECT_TRUE(this->lattice.reduce(0));
   EXPECT_TRUE(test::isReduced(this->lattice.B));
+}
+
+TYPED_TEST(LllPassOver, StoppedSearchEndsThePassAtTheLowestVector) {
+  this->use({{1, 0, 0}, {0, 5, 0}, {0, 0, 4}});
+  EXPECT_TRUE(this->lattice.classicOrthogonalise(1, 2));
+  Stopper<TypeParam> stopper(this->lattice, 2);
+  this->lattice.observer = &stopper;
+  EXPECT_EQ(this->lattice.lllPass(3, 0, 0), 2);
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 1 0 0 ] [ 0 0 4 ] [ 0 5 0 ]");
+  EXPECT_EQ(this->lattice.lastPass.swaps, 1);
+  // Nothing behind is brought up to date any more.
+  EXPECT_EQ(this->lattice.vecStatus[3], 0);
+}
+
+TYPED_TEST(LllPassOver, StoppedSearchEndsTheReduction) {
+  this->use(this->rows);
+  Stopper<TypeParam> stopper(this->lattice, 3);
+  this->lattice.observer = &stopper;
+  EXPECT_FALSE(this->lattice.reduce(0));
+  EXPECT_EQ(this->lattice.lastPass.swaps, 2);
+  EXPECT_TRUE(sameLattice(this->lattice.B, this->rows));
 }
 
 TYPED_TEST(LllPassOver, PassSaysWhereItIsAfterAnHourOfSilence) {
