@@ -204,7 +204,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// Takes integer multiples of the vectors before k off vector k until no coefficient
   /// exceeds 1/2 in magnitude; with `strict` only where that doesn't make the greatest
   /// coordinate greater. True when the vector changed. A dependent one gets the status
-  /// ST_DEPENDENT. Throws as classicOrthogonalise() and modifiedOrthogonalise().
+  /// ST_DEPENDENT. Throws as classicOrthogonalise() and modifiedOrthogonalise(); in the exact
+  /// lattice a DecimalPrecisionException is fatal, "numbers too large for the reduction".
   bool sizeReduce(Index k, bool strict);
   /// Exchanges vectors k - 1 and k unless the Lovasz condition holds. Returns the next k
   /// to look at: k - 1 after an exchange, else k + 1.

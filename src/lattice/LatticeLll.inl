@@ -11,6 +11,7 @@
 #include "algorithms/SizeReduce.h"
 #include "core/Console.h"
 #include "core/Exceptions.h"
+#include "core/Failure.h"
 #include "lattice/Lattice.h"
 
 namespace starsift {
@@ -69,10 +70,16 @@ bool Lattice<T, R>::sizeReduce(Index k, bool strict) {
 
 template <class T, class R>
 bool Lattice<T, R>::orthogonaliseVector(Index k) {
-  if (classicOrthogonalise(k, k)) return true;
-  // Either the row is dependent or cancellation has spoilt its products.
-  rowImages.products().forget(k);
-  return modifiedOrthogonalise(1, k, false, false) == 0;
+  try {
+    if (classicOrthogonalise(k, k)) return true;
+    // Either the row is dependent or cancellation has spoilt its products.
+    rowImages.products().forget(k);
+    return modifiedOrthogonalise(1, k, false, false) == 0;
+  } catch (const DecimalPrecisionException&) {
+    // The standard lattice hands over to the exact one, and that to none.
+    if (NumberTraits<T>::exact) fail("numbers too large for the reduction");
+    throw;
+  }
 }
 
 template <class T, class R>

@@ -6,6 +6,7 @@
 #include "numbers/Conversion.h"
 #include "numbers/QQFunctions.h"
 #include "numbers/VectorQQ.h"
+#include "support/ExpectFails.h"
 #include "support/Problem.h"
 #include "support/RowsText.h"
 
@@ -129,6 +130,25 @@ TEST(SizeReduce, VectorIsLeftAfterFiftyLooks) {
   lattice.vecStatus[2] = 0;
   EXPECT_TRUE(lattice.sizeReduce(2, false));
   EXPECT_EQ(textOf(lattice.B[2]), "[ 0 1 ]");
+}
+
+// The second row is a fifteenth of the first, but for 1 in 2000 digits. Rounding leaves more
+// than that of its product with the third, and the square of this is beyond long double.
+TEST(SizeReduce, OverflowIsFatalInTheExactLatticeAndAnExceptionElsewhere) {
+  const QQ large = pow(QQ(2), QQ(6600));
+  const Matrix<QQ> basis{
+      {QQ(15) * large, QQ(0), QQ(0)}, {large, QQ(1), QQ(0)}, {QQ(31) * large, QQ(0), QQ(1)}};
+  Lattice<QQ, long double> exact(&basis);
+  EXPECT_EQ(exact.modifiedOrthogonalise(1, 2, false, false), 0);
+  EXPECT_FAILS_WITH(exact.sizeReduce(3, false), "numbers too large for the reduction");
+  Matrix<long double> images;
+  images.resize(3, 3, false);
+  for (Index k = 1; k <= 3; ++k)
+    for (Index j = 1; j <= 3; ++j)
+      images[k][j] = NumberConversion<long double, QQ>::nearest(basis[k][j]);
+  Lattice<long double, long double> standard(&images);
+  EXPECT_EQ(standard.modifiedOrthogonalise(1, 2, false, false), 0);
+  EXPECT_THROW(standard.sizeReduce(3, false), DecimalPrecisionException);
 }
 
 TYPED_TEST(LllStepsOver, FirstVectorIsNeverExchanged) {
