@@ -7,6 +7,27 @@ namespace starsift {
 
 namespace {
 
+/// Products of `vector` with the four rows from `first` on, over the first `count` columns. Four
+/// sums grow side by side, so that no addition waits for the one before; each has the order that
+/// it has alone.
+template <class R>
+std::array<R, 4> fourProducts(const Matrix<R>& rows, Index first, const Vector<R>& vector,
+                              Index count) {
+  const R* const x = vector.begin();
+  const R* const a = rows[first].begin();
+  const R* const b = rows[first + 1].begin();
+  const R* const c = rows[first + 2].begin();
+  const R* const d = rows[first + 3].begin();
+  std::array<R, 4> sum{};
+  for (Index i = 0; i < count; ++i) {
+    sum[0] += a[i] * x[i];
+    sum[1] += b[i] * x[i];
+    sum[2] += c[i] * x[i];
+    sum[3] += d[i] * x[i];
+  }
+  return sum;
+}
+
 /// Rounding errors of products may be so many times those of new ones.
 constexpr long double mostGrowth = 64;
 
@@ -26,14 +47,14 @@ void RowProducts<R>::resize(Index count) {
 
 template <class R>
 void RowProducts<R>::forgetAll() {
-  for (Row& row : rows_) row.isKnown = row.isLengthKnown = false;
+  for (Row& row : rows_) row.isKnown = row.isLengthKnown = row.isImageKnown = false;
   renewVectors(1, rows_.dimension());
 }
 
 template <class R>
 void RowProducts<R>::forget(Index k) {
   if (k < 1 || k > rows_.dimension()) return;
-  rows_[k].isKnown = rows_[k].isLengthKnown = false;
+  rows_[k].isKnown = rows_[k].isLengthKnown = rows_[k].isImageKnown = false;
   renewVectors(k, rows_.dimension());
 }
 
@@ -54,7 +75,7 @@ void RowProducts<R>::change(Index k, const R& factor) {
   if (k > rows_.dimension()) return;
   Row& row = rows_[k];
   row.isChanged = true;
-  row.isLengthKnown = false;
+  row.isLengthKnown = row.isImageKnown = false;
   row.growth += factor;
 }
 
@@ -90,7 +111,7 @@ const Vector<R>& RowProducts<R>::ofRow(const Matrix<R>& rows, Index k, const Mat
 template <class R>
 const R& RowProducts<R>::squaredLength(const Matrix<R>& rows, Index k) {
   Row& row = rows_[k];
-  if (!row.isLengthKnown) row.squaredLength = rows[k] * rows[k];
+  if (!row.isLengthKnown) row.squaredLength = rowProduct(rows, k, k);
   row.isLengthKnown = true;
   return row.squaredLength;
 }
@@ -105,46 +126,51 @@ void RowProducts<R>::computeOne(const Matrix<R>& rows, Index k, Index j, const M
   Row& row = rows_[k];
   R sum = R();
   for (Index i = 1; i < j; ++i) sum += mu[j][i] * row.products[i];
-  row.products[j] = rows[j] * rows[k] - sum;
+  row.products[j] = rowProduct(rows, k, j) - sum;
   row.stamps[j] = stamps_[j];
 }
 
-// Four sums grow side by side, so that no addition waits for the one before. Each has the
-// order that it has alone.
 template <class R>
 void RowProducts<R>::computeFour(const Matrix<R>& rows, Index k, Index first, const Matrix<R>& mu) {
-  struct Four {
-    R a = R();
-    R b = R();
-    R c = R();
-    R d = R();
-  };
-  const auto products = [first](const Matrix<R>& matrix, const Vector<R>& vector, Index count) {
-    const R* const a = matrix[first].begin();
-    const R* const b = matrix[first + 1].begin();
-    const R* const c = matrix[first + 2].begin();
-    const R* const d = matrix[first + 3].begin();
-    const R* const x = vector.begin();
-    Four sum;
-    for (Index i = 0; i < count; ++i) {
-      sum.a += a[i] * x[i];
-      sum.b += b[i] * x[i];
-      sum.c += c[i] * x[i];
-      sum.d += d[i] * x[i];
-    }
-    return sum;
-  };
   Row& row = rows_[k];
-  Vector<R>& r = row.products;
-  const Four full = products(rows, rows[k], rows[k].dimension());
-  const Four before = products(mu, r, first - 1);
-  const Index j = first;
-  r[j] = full.a - before.a;
-  r[j + 1] = full.b - (before.b + mu[j + 1][j] * r[j]);
-  r[j + 2] = full.c - (before.c + mu[j + 2][j] * r[j] + mu[j + 2][j + 1] * r[j + 1]);
-  r[j + 3] = full.d - (before.d + mu[j + 3][j] * r[j] + mu[j + 3][j + 1] * r[j + 1] +
-                       mu[j + 3][j + 2] * r[j + 2]);
-  for (Index i = j; i < j + 4; ++i) row.stamps[i] = stamps_[i];
+  R* const r = &row.products[first];
+  const Four full = rowProducts(rows, k, first);
+  const Four before = fourProducts(mu, first, row.products, first - 1);
+  for (Index a = 0; a < 4; ++a) {
+    const auto place = static_cast<std::size_t>(a);
+    const R* const coefficients = &mu[first + a][first];
+    R sum = before[place];
+    for (Index b = 0; b < a; ++b) sum += coefficients[b] * r[b];
+    r[a] = full[place] - sum;
+    row.stamps[first + a] = stamps_[first + a];
+  }
+}
+
+template <class R>
+auto RowProducts<R>::rowProducts(const Matrix<R>& rows, Index k, Index first) -> Four {
+  const ShortRow<R>& image = imageOf(rows, k);
+  std::array<const ShortRow<R>*, 4> images{};
+  bool isExact = true;
+  for (std::size_t a = 0; a < 4; ++a) {
+    images[a] = &imageOf(rows, first + static_cast<Index>(a));
+    isExact = isExact && image.isExactWith(*images[a]);
+  }
+  return isExact ? image.products(images) : fourProducts(rows, first, rows[k], rows[k].dimension());
+}
+
+template <class R>
+R RowProducts<R>::rowProduct(const Matrix<R>& rows, Index k, Index j) {
+  const ShortRow<R>& a = imageOf(rows, k);
+  const ShortRow<R>& b = imageOf(rows, j);
+  return a.isExactWith(b) ? a.product(b) : rows[j] * rows[k];
+}
+
+template <class R>
+const ShortRow<R>& RowProducts<R>::imageOf(const Matrix<R>& rows, Index k) {
+  Row& row = rows_[k];
+  if (!row.isImageKnown) row.image.assign(rows[k]);
+  row.isImageKnown = true;
+  return row.image;
 }
 
 template class RowProducts<long double>;

@@ -7,8 +7,10 @@
 // most steps cost a few products of rows, where they would cost one for each row before.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
+#include "algorithms/ShortRow.h"
 #include "core/Matrix.h"
 
 namespace starsift {
@@ -50,6 +52,9 @@ class RowProducts {
     Array<std::int64_t> stamps;
     R squaredLength = R();
     bool isLengthKnown = false;
+    /// The entries, while they are those.
+    ShortRow<R> image;
+    bool isImageKnown = false;
     /// False: no product is.
     bool isKnown = false;
     /// By change(); no product holds until keep().
@@ -58,11 +63,17 @@ class RowProducts {
     R growth = R();
   };
 
+  using Four = std::array<R, 4>;
+
   bool knows(const Row& row, Index j) const { return row.stamps[j] == stamps_[j]; }
   void renewVectors(Index first, Index last);
   /// Products first..first+3, or the first of them; those before are known.
   void computeFour(const Matrix<R>& rows, Index k, Index first, const Matrix<R>& mu);
   void computeOne(const Matrix<R>& rows, Index k, Index j, const Matrix<R>& mu);
+  /// Products of row k with rows first..first+3, or the first of them.
+  Four rowProducts(const Matrix<R>& rows, Index k, Index first);
+  R rowProduct(const Matrix<R>& rows, Index k, Index j);
+  const ShortRow<R>& imageOf(const Matrix<R>& rows, Index k);
 
   Array<Row> rows_;
   /// Of the orthogonal vectors.

@@ -1,0 +1,66 @@
+#include "algorithms/ShortRow.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace starsift {
+namespace {
+
+using V = Vector<long double>;
+
+ShortRow<long double> shortRow(const V& row) {
+  ShortRow<long double> result;
+  result.assign(row);
+  return result;
+}
+
+constexpr long double limit = 9007199254740992.0L;  // 2^53
+
+TEST(ShortRow, ProductIsThatOfTheRows) {
+  EXPECT_EQ(shortRow({1, -2, 3}).product(shortRow({4, 5, -6})), -24);
+  EXPECT_EQ(shortRow({1, -2, 3, 7}).product(shortRow({4, 5, -6, 2})), -10);
+  EXPECT_EQ(shortRow({}).product(shortRow({})), 0);
+}
+
+TEST(ShortRow, FourProductsAreThoseOfEachRow) {
+  const auto a = shortRow({1, 0, 0});
+  const auto b = shortRow({0, 1, 0});
+  const auto c = shortRow({0, 0, -1});
+  const auto d = shortRow({1, 1, 1});
+  const auto products = shortRow({7, 8, 9}).products({&a, &b, &c, &d});
+  EXPECT_EQ(products, (std::array<long double, 4>{7, 8, -9, 24}));
+}
+
+TEST(ShortRow, ProductOfShortIntegersIsExact) {
+  const auto row = shortRow({67108863, 1});
+  EXPECT_TRUE(row.isExactWith(row));
+  EXPECT_EQ(row.product(row), 67108863.0L * 67108863.0L + 1);
+}
+
+TEST(ShortRow, ProductBeyondTheIntegersOfDoubleIsNot) {
+  const auto row = shortRow({67108864, 1});
+  EXPECT_FALSE(row.isExactWith(row));
+  EXPECT_TRUE(row.isExactWith(shortRow({1, 1})));
+  EXPECT_FALSE(shortRow({limit / 2, 0}).isExactWith(shortRow({1, 0})));
+}
+
+TEST(ShortRow, ProductOfOtherNumbersIsNot) {
+  const auto one = shortRow({1, 1});
+  EXPECT_FALSE(shortRow({0.5L, 1}).isExactWith(one));
+  EXPECT_FALSE(shortRow({limit, 0}).isExactWith(one));
+  EXPECT_FALSE(one.isExactWith(shortRow({0, -limit})));
+  EXPECT_FALSE(shortRow({std::numeric_limits<long double>::infinity(), 0}).isExactWith(one));
+  EXPECT_FALSE(shortRow({std::numeric_limits<long double>::quiet_NaN(), 0}).isExactWith(one));
+  EXPECT_FALSE(shortRow({limit, 0}).isExactWith(shortRow({0, 0})));
+}
+
+TEST(ShortRow, TakesOtherEntriesLater) {
+  auto row = shortRow({0.5L});
+  row.assign({3, 4});
+  EXPECT_TRUE(row.isExactWith(row));
+  EXPECT_EQ(row.product(row), 25);
+}
+
+}  // namespace
+}  // namespace starsift
