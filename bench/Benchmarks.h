@@ -17,6 +17,7 @@ void registerCertificates();
 
 // bench/lattice
 void registerOrthogonalise();
+void registerReduce();
 void registerNormalise();
 
 // bench/files

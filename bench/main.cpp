@@ -16,6 +16,7 @@ void registerAll() {
   registerIndependentRows();
   registerCertificates();
   registerOrthogonalise();
+  registerReduce();
   registerNormalise();
   registerCheckStars();
   registerReadStars();
