@@ -99,7 +99,7 @@ SearchEnd Seek::search() {
     lattice_.normalise(true, false);
     watch_.look();
     lattice_.prepareLattice();
-    while (!lattice_.stopped()) {
+    while (!isOver()) {
       reduceLattice();
       restartLattice();
     }
@@ -113,7 +113,7 @@ SearchEnd Seek::search() {
 }
 
 void Seek::reduceLattice() {
-  for (int pass = 1; pass <= passesPerLattice && !lattice_.stopped(); ++pass)
+  for (int pass = 1; pass <= passesPerLattice && !isOver(); ++pass)
     if (runPass().skipped == 0) return;
 }
 
@@ -127,7 +127,7 @@ PassCounts Seek::runPass() {
 }
 
 void Seek::restartLattice() {
-  if (lattice_.stopped()) return;
+  if (isOver()) return;
   if (solutionCount() > solutionsBefore_) fruitless_ = 0;
   solutionsBefore_ = solutionCount();
   if (!limited_ && fruitless_ == fruitlessRestarts) throw SearchEnded(SearchEnd::fruitless);
@@ -180,6 +180,17 @@ void Seek::writeVerdict(bool anyStars) {
     report_ << "The first solution is the best one found, not proven to be the best there is."
             << endLine();
   stampOutputTime();
+}
+
+/// The lattice has ended the search, or has what it was to find: of what it meets while it
+/// is made it files solutions, but it doesn't end then.
+bool Seek::isOver() const {
+  return lattice_.stopped() || lattice_.withLive([](const auto& lattice) {
+    const auto& params = lattice.params;
+    const auto& best = lattice.bestTarget;
+    return (params.sol > 0 && lattice.solutions.dimension() >= params.sol) ||
+           (best.isSet() && (best.targetNorm <= params.tnorm || best.slackNorm <= params.snorm));
+  });
 }
 
 Index Seek::solutionCount() const {

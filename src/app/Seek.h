@@ -32,6 +32,7 @@ class Seek {
   void conclude(SearchEnd end);
   void writeStatistics(SearchEnd end);
   void writeVerdict(bool anyStars);
+  bool isOver() const;
   Index solutionCount() const;
 
   YLattice<long double>& lattice_;
