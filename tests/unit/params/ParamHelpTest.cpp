@@ -32,11 +32,9 @@ TEST(ParamHelp, HasAllParametersWithTheirDefaults) {
 }
 
 TEST(ParamHelp, BreaksLongTextsBetweenWords) {
-  EXPECT_THAT(
-      help(),
-      HasSubstr(
-          "      By setting this switch the lattice transformations are tracked and consulted\n"
-          "      to detect computing / overflow errors.\n"));
+  EXPECT_THAT(help(), HasSubstr("      By setting this switch the lattice transformations are "
+                                "tracked and\n      consulted to detect computing / overflow "
+                                "errors.\n"));
 }
 
 TEST(ParamHelp, HasNoLineOfMoreThanEightyCharacters) {
