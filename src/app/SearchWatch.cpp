@@ -1,5 +1,6 @@
 #include "app/SearchWatch.h"
 
+#include <algorithm>
 #include <cmath>
 #include <sstream>
 
@@ -44,6 +45,10 @@ void SearchWatch::onStep(const PassCounts& counts) {
 
 void SearchWatch::look() {
   if (store_ != nullptr && store_->isDue(lattice_)) store_->save(lattice_);
+  // While a lattice is made anew its solutions are elsewhere.
+  lattice_.withLive([this](const auto& lattice) {
+    mostSolutions_ = std::max(mostSolutions_, lattice.solutions.dimension());
+  });
   if (interrupted() != 0) throw SearchEnded(SearchEnd::interrupt);
   const auto now = StatusLine::Clock::now();
   if (timeLimit_ > 0 && now - start_ >= std::chrono::duration<long double>(timeLimit_))
@@ -54,11 +59,9 @@ void SearchWatch::look() {
 std::string SearchWatch::status(StatusLine::Clock::time_point now) const {
   std::ostringstream text;
   text << "pass " << passes_ << ", " << exchanges_ << " exchanges";
-  lattice_.withLive([&text](const auto& lattice) {
-    writeBest(text, lattice);
-    text << ", " << lattice.solutions.dimension() << " solutions";
-  });
-  text << ", " << std::chrono::duration_cast<std::chrono::seconds>(now - start_).count() << " s";
+  lattice_.withLive([&text](const auto& lattice) { writeBest(text, lattice); });
+  text << ", " << mostSolutions_ << " solutions, "
+       << std::chrono::duration_cast<std::chrono::seconds>(now - start_).count() << " s";
   return text.str();
 }
 

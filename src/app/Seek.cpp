@@ -1,5 +1,6 @@
 #include "app/Seek.h"
 
+#include <algorithm>
 #include <iostream>
 #include <string_view>
 
@@ -26,9 +27,8 @@ bool isDefault(const ParamInfo& parameter) {
 }
 
 bool isUnused(std::string_view name) {
-  for (const std::string_view unused : unusedParameters)
-    if (unused == name) return true;
-  return false;
+  return std::ranges::any_of(unusedParameters,
+                             [name](std::string_view unused) { return unused == name; });
 }
 
 /// Names the parameters that were set in vain.

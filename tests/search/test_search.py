@@ -72,7 +72,9 @@ class Signals(SearchCase):
         self.wait_for_solution(process)
         process.send_signal(number)
         printed, errors = self.finish(process)
-        self.assertEqual((process.returncode, errors), (-number, ""))
+        # While a file is written an interrupt turns into a termination.
+        self.assertIn(process.returncode, (-number, -signal.SIGTERM))
+        self.assertEqual(errors, "")
         self.assert_saved(printed)
         left = list(pathlib.Path("/dev/shm").glob(f"sem.{process.pid}_*"))
         self.assertEqual(left, [])
@@ -128,7 +130,7 @@ class Terminal(SearchCase):
 
     def test_status_line_is_refreshed_and_erased(self):
         shown, printed = self.shown_on_terminal()
-        line = r"pass \d+, \d+ exchanges, best norm [0-9.e+]+, 1 solutions, \d+ s"
+        line = r"pass \d+, \d+ exchanges(, best norm [0-9.e+]+)?, [01] solutions, \d+ s"
         self.assertRegex(shown, f"^({re.escape(ERASE)}{line}){{1,3}}{re.escape(ERASE)}$")
         self.assert_saved(printed)
 
