@@ -18,13 +18,13 @@ constexpr long reportingLevel = 2;
 /// Lets a lattice write files as long as it lives.
 class OutputOn {
  public:
-  explicit OutputOn(bool& output) : output_(output) { output_ = true; }
+  explicit OutputOn(bool& output) : output_(&output) { *output_ = true; }
   OutputOn(const OutputOn&) = delete;
   OutputOn& operator=(const OutputOn&) = delete;
-  ~OutputOn() { output_ = false; }
+  ~OutputOn() { *output_ = false; }
 
  private:
-  bool& output_;
+  bool* output_;
 };
 
 }  // namespace

@@ -29,8 +29,7 @@ bool isWhole(std::string_view text) {
 
 bool startsLikeNumber(std::string_view text) {
   const auto first = text.find_first_not_of("+-");
-  return first != std::string_view::npos && first <= 1 &&
-         std::isdigit(static_cast<unsigned char>(text[first])) != 0;
+  return first <= 1 && std::isdigit(static_cast<unsigned char>(text[first])) != 0;
 }
 
 bool isValueOf(ParamKind kind, std::string_view text) {
