@@ -34,7 +34,8 @@ VectorBackup<T, R> Lattice<T, R>::backupVectors(BackupMode mode, Index count, In
   const auto keep = [&](BackupOrigin origin, const TimeVector<T>& source) {
     std::optional<Vector<T>> form = backupForm(source, mode, count, position);
     if (!form) return;
-    auto& entry = backup.entries.emplace_back(origin, BackupVector<T>());
+    auto& entry = backup.entries.emplace_back();
+    entry.origin = origin;
     static_cast<Vector<T>&>(entry.vector) = std::move(*form);
     entry.vector.time = source.time;
   };
