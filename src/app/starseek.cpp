@@ -4,6 +4,8 @@
 
 #include <cstdlib>
 #include <iostream>
+#include <span>
+#include <string_view>
 
 #include "app/Interrupt.h"
 #include "app/Program.h"
@@ -39,27 +41,22 @@ int seek(YLattice<long double>& lattice, StatusLine::Clock::time_point start) {
   return end == SearchEnd::overflow ? EXIT_FAILURE : EXIT_SUCCESS;
 }
 
-}  // namespace
-}  // namespace starsift
-
-/// Usage: starseek [--name=value ...] file.opt.
-int main(int count, char** arguments) {
-  using namespace starsift;
-  const auto start = StatusLine::Clock::now();
-  nameUncaughtExceptions();
-  const SeekArguments given = splitArguments({arguments + 1, arguments + count});
+/// The command, started at `start`; returns its exit status.
+int runCommand(std::span<char* const> arguments, StatusLine::Clock::time_point start) {
+  const std::string_view program = arguments.empty() ? "" : arguments.front();
+  const SeekArguments given = splitArguments(arguments.subspan(arguments.empty() ? 0 : 1));
   // Never destroyed: the process ends.
   static auto& lattice = *new YLattice<long double>;
   lattice.setFileNames(given.optFile);
   lattice.useExtendedPrecision();
   lattice.readParams(given.parameters);
   if (lattice.exact().params.help) {
-    printUsage(arguments[0], synopsis);
+    printUsage(program, synopsis);
     writeParamHelp(std::cout << endLine());
     return EXIT_SUCCESS;
   }
   if (given.optFile.empty()) {
-    printUsage(arguments[0], synopsis);
+    printUsage(program, synopsis);
     return EXIT_FAILURE;
   }
   rememberInterrupts();
@@ -69,4 +66,14 @@ int main(int count, char** arguments) {
   std::cout.flush();
   endByInterrupt();
   return status;
+}
+
+}  // namespace
+}  // namespace starsift
+
+/// Usage: starseek [--name=value ...] file.opt.
+int main(int count, char** arguments) {
+  const auto start = starsift::StatusLine::Clock::now();
+  starsift::nameUncaughtExceptions();
+  return starsift::runCommand({arguments, arguments + count}, start);
 }
