@@ -139,6 +139,12 @@ TEST_F(ExactLatticeAardal, FurtherRoundsKeepWhatIsDone) {
   this->reduceAndCheck();
 }
 
+TEST_F(ExactLatticeAardal, DeepInsertionKeepsToTheVectorsOfTheRound) {
+  this->generate(steep);
+  this->live.params.deep = true;
+  this->reduceAndCheck();
+}
+
 /// Ends a reduction at its third step.
 class ThirdStep : public ReductionObserver {
  public:
