@@ -21,7 +21,6 @@ Array<Matrix<T>> Lattice<T, R>::aardalReduce() {
   inner->observer = observer;
   inner->prepareAardal();
   inner->reduceEquations(params.verb);
-  inner->consistencyForced = false;
   const Vector<T> kept = scale;
   for (Index i = 1; i <= this->Ag.rowCount(); ++i) inner->setScale(i, kept[i]);
   assignFrom(*inner, true);
@@ -38,6 +37,8 @@ void Lattice<T, R>::prepareAardal() {
   params.consistency = true;
   params.eenum = true;
   this->reactionsOff = false;
+  // Tracking goes on to the end here, also where the lattice had turned it on before.
+  consistencyForced = false;
   // The switch for extended output is the process's: it follows the outer lattice.
   params.verb.setTextSilently("0");
   TT.resize(1, false);

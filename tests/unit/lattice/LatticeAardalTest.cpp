@@ -145,6 +145,15 @@ TEST_F(ExactLatticeAardal, DeepInsertionKeepsToTheVectorsOfTheRound) {
   this->reduceAndCheck();
 }
 
+TYPED_TEST(LatticeAardalOver, ForcedTrackingLastsToTheEnd) {
+  this->generate(small);
+  auto& lattice = this->live;
+  this->setSilently(lattice.params.consistency, true);
+  lattice.consistencyForced = true;
+  this->reduceAndCheck();
+  EXPECT_FALSE(lattice.consistencyForced);
+}
+
 /// Ends a reduction at its third step.
 class ThirdStep : public ReductionObserver {
  public:
