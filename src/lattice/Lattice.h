@@ -265,8 +265,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// of the integer vectors that solve the homogeneous equations, the others behind. Returns
   /// the matrices that lead there. The lattice is as it was after an exception.
   Array<Matrix<T>> aardalReduce();
-  /// A raw vector of the lattice with homValue as last coordinate; empty where there is
-  /// none.
+  /// A raw vector of the lattice with homValue, or its negative, as last coordinate; empty
+  /// where there is none.
   Vector<T> extractInhomogeneous();
 
   // Generation: LatticeGenerate.inl

@@ -14,6 +14,18 @@
 
 namespace starsift {
 
+namespace latticeaardal {
+
+/// The greatest integer not above a / b; the quotient itself may be no number of T.
+template <class T>
+T flooredQuotient(const T& a, const T& b) {
+  T rest = NumberTraits<T>::remainder(a, b);
+  if (!(rest == T()) && (rest < T()) != (b < T())) rest += b;
+  return ExactArithmetic<T>::quotient(a - rest, b);
+}
+
+}  // namespace latticeaardal
+
 template <class T, class R>
 Array<Matrix<T>> Lattice<T, R>::aardalReduce() {
   auto inner = std::make_unique<Lattice>();
@@ -134,7 +146,7 @@ bool Lattice<T, R>::reduceLast(Matrix<T>& rows, Index pick) const {
   bool changed = false;
   for (Index i = 1; i <= rows.rowCount(); ++i) {
     if (i == pick || NumberTraits<T>::isZero(rows[i][m])) continue;
-    const T q = Exact::roundedDown(Exact::quotient(rows[i][m], rows[pick][m]));
+    const T q = latticeaardal::flooredQuotient(rows[i][m], rows[pick][m]);
     for (Index j = 1; j <= m; ++j) Exact::subtractProduct(rows[i][j], q, rows[pick][j]);
     changed = true;
   }

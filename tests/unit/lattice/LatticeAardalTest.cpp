@@ -197,6 +197,24 @@ TEST_F(ExactLatticeAardal, EachRoundAppendsItsWeight) {
   EXPECT_NE(text.find("[ NN = 50 2500"), std::string::npos) << text;
 }
 
+TYPED_TEST(LatticeAardalOver, VectorWithHomValueIsExtracted) {
+  this->useLast({6, 10, 15});
+  const Matrix<TypeParam> basis(this->live.B);
+  const Vector<TypeParam> found = this->live.extractInhomogeneous();
+  ASSERT_TRUE(found.isSet());
+  EXPECT_EQ(NumberTraits<TypeParam>::absolute(found[4]), TypeParam(1));
+  Vector<TypeParam> coordinates;
+  EXPECT_TRUE(this->live.coordinatesOf(found, coordinates, false));
+  EXPECT_TRUE(identical(this->live.B, basis));
+}
+
+TYPED_TEST(LatticeAardalOver, LastCoordinatesMayBeNegative) {
+  for (const auto last : {std::initializer_list<int>{-6, 10, -15}, {6, -10, 15}, {-7, -4, 0}}) {
+    this->useLast(last);
+    EXPECT_TRUE(this->live.extractInhomogeneous().isSet());
+  }
+}
+
 TYPED_TEST(LatticeAardalOver, NegativeOfHomValueWillDo) {
   this->useLast({0, -1});
   EXPECT_EQ(textOf(this->live.extractInhomogeneous()), "[ 0 2 -1 ]");
