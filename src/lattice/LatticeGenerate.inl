@@ -97,6 +97,9 @@ void Lattice<T, R>::generateLattice(bool aardal) {
   const Index columns = this->rx.dimension() + this->modulusCount();
   modsInLattice = this->modulusCount() > 0;
   resize(columns + 1, rows + columns + 1, true);
+  // Vectors of another lattice, of other lengths.
+  collected.clear();
+  chosen.clear();
   std::fill(scale.begin(), scale.end(), T(1));
   std::fill(translation.begin(), translation.end(), T());
   homScaled = this->homValue;

@@ -96,6 +96,14 @@ class LatticeAardalOver : public test::LatticeOfProblem<T> {
 };
 TYPED_TEST_SUITE(LatticeAardalOver, test::LatticeNumbers);
 
+TYPED_TEST(LatticeAardalOver, FirstVectorsAreABasisOfTheSolutions) {
+  for (const char* problem : {small, mixed, tight}) {
+    SCOPED_TRACE(problem);
+    this->generate(problem);
+    this->reduceAndCheck();
+  }
+}
+
 TYPED_TEST(LatticeAardalOver, ResultIsTheStackOfTransformations) {
   this->generate(small);
   const Array<Matrix<TypeParam>> result = this->reduceAndCheck();
