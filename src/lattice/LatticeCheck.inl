@@ -63,7 +63,8 @@ template <class T, class R>
 bool Lattice<T, R>::isHopeless(const Vector<T>& vector) const {
   // The translation leaves the last coordinate alone.
   const T size = NumberTraits<T>::absolute(vector.element(m));
-  const bool fits = l[m] * scale[m] <= size && size <= r[m] * scale[m];
+  const T last = homScaled > T() ? size : negated(size);
+  const bool fits = l[m] * scale[m] <= last && last <= r[m] * scale[m];
   return !fits && isInSafeRange(vector);
 }
 

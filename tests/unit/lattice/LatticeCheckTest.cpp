@@ -1,0 +1,443 @@
+// Is a vector a solution, and what becomes of it?
+#include <gtest/gtest.h>
+
+#include "support/CheckVectors.h"
+#include "support/ExpectFails.h"
+#include "support/LatticeOfProblem.h"
+#include "support/ScratchDir.h"
+#include "support/TextOf.h"
+
+namespace starsift {
+namespace {
+
+using test::LatticeStage;
+using test::messageOf;
+using test::textOf;
+
+// x + 2 y between 2 and 9, both from 0 to 5.
+constexpr const char* band = "[ ] [ ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 2 ] [ 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
+// The same with x + y largest, from 4 on.
+constexpr const char* climb =
+    "[ inf ] = [ 4 ] [ [ 1 1 ] ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 2 ] [ 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
+// x + y to be 7, both from 0 to 5.
+constexpr const char* aim = "[ 7 ] [ [ 1 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
+// x free, y from 0 on.
+constexpr const char* open =
+    "[ ] [ ] [ ] [ ] [ ] [ [ 1 1 ] ] [ 0 ] [ 9 ] [ 0 0 ] [ -inf 0 ] [ inf inf ]";
+// x + y = 1 modulo 3 and x - y + z = 1.
+constexpr const char* congruence =
+    "[ ] [ ] [ [ 1 1 0 ] [ 1 -1 1 ] ] [ 1 1 ] [ 3 0 ] [ ] [ ] [ ] [ 0 0 0 ] [ 0 0 0 ] [ 5 5 5 ]";
+
+constexpr unsigned filed = CHECK_SOLUTION | CHECK_STORED;
+
+template <class T>
+class LatticeCheckOver : public test::LatticeOfProblem<T> {
+ protected:
+  void use(const char* problem, LatticeStage stage = LatticeStage::full) {
+    this->normalise(problem);
+    generateByHand(this->live, stage);
+    this->live.params.sol = 0;
+    this->live.params.pair = false;
+  }
+
+  unsigned check(const Vector<T>& vector, std::int64_t time = 0) {
+    return this->live.checkSolution(vector, false, time, true);
+  }
+  unsigned checkPoint(int x, int y) { return check(this->image({T(x), T(y)})); }
+
+  static Vector<T> negative(Vector<T> vector) {
+    for (T& entry : vector) entry = T() - entry;
+    return vector;
+  }
+
+  std::string stored(Index i) const { return textOf(this->pointOf(this->live.solutions[i])); }
+};
+TYPED_TEST_SUITE(LatticeCheckOver, test::LatticeNumbers);
+
+TYPED_TEST(LatticeCheckOver, NothingIsCheckedBeforeGeneration) {
+  EXPECT_FAILS_WITH(this->check({TypeParam(1)}),
+                    "checkSolution: You should set the check vectors!");
+}
+
+TYPED_TEST(LatticeCheckOver, EmptyVectorIsNone) {
+  this->use(band);
+  EXPECT_EQ(this->check({}), 0U);
+}
+
+TYPED_TEST(LatticeCheckOver, SolutionIsFiledWithItsTime) {
+  this->use(band);
+  EXPECT_EQ(this->check(this->image({TypeParam(1), TypeParam(4)}), 17), filed);
+  ASSERT_EQ(this->live.solutions.dimension(), 1);
+  EXPECT_EQ(this->stored(1), "[ 1 4 ]");
+  EXPECT_EQ(this->live.solutions[1].time, 17);
+  EXPECT_FALSE(this->live.bestVector.isSet());
+}
+
+TYPED_TEST(LatticeCheckOver, TimeIsThatSinceTheStartUnlessGiven) {
+  this->use(band);
+  this->live.runVariables[MainMutexVariable::startTime].set(
+      std::to_string(std::time(nullptr) - 1000));
+  this->checkPoint(1, 4);
+  EXPECT_GE(this->live.solutions[1].time, 1000);
+  EXPECT_LE(this->live.solutions[1].time, 1060);
+  this->live.params.bench = 2.0F;
+  this->checkPoint(2, 3);
+  EXPECT_GE(this->live.solutions[2].time, 2000);
+}
+
+TYPED_TEST(LatticeCheckOver, NegativeOfASolutionIsTurned) {
+  this->use(band);
+  EXPECT_EQ(this->check(this->negative(this->image({TypeParam(1), TypeParam(4)}))), filed);
+  EXPECT_EQ(textOf(this->live.solutions[1].x()), textOf(this->image({TypeParam(1), TypeParam(4)})));
+}
+
+TYPED_TEST(LatticeCheckOver, SolutionIsFiledOnce) {
+  this->use(band);
+  EXPECT_EQ(this->checkPoint(1, 4), filed);
+  EXPECT_EQ(this->checkPoint(1, 4), CHECK_SOLUTION);
+  EXPECT_EQ(this->checkPoint(2, 3), filed);
+  EXPECT_EQ(this->live.solutions.dimension(), 2);
+}
+
+TYPED_TEST(LatticeCheckOver, VectorsOfWorkingSpaceAreTakenBack) {
+  this->use(band);
+  auto& lattice = this->live;
+  const Vector<TypeParam> raw = this->image({TypeParam(1), TypeParam(4)});
+  lattice.setScale(1, TypeParam(3));
+  lattice.setScale(lattice.m, TypeParam(2));
+  const Vector<TypeParam> working = lattice.forwardMap(raw, false);
+  EXPECT_EQ(lattice.checkSolution(this->negative(working), true, 0, true), filed);
+  EXPECT_EQ(textOf(lattice.solutions[1].x()), textOf(raw));
+  EXPECT_EQ(this->check(working), 0U);
+}
+
+TYPED_TEST(LatticeCheckOver, NegativeHomValueTurnsTheOtherWay) {
+  this->normalise(band);
+  auto& lattice = this->live;
+  lattice.homValue = lattice.optOriginal.homValue = lattice.homScaled = TypeParam(-1);
+  generateByHand(lattice, LatticeStage::full);
+  const Vector<TypeParam> raw = this->image({TypeParam(1), TypeParam(4)});
+  EXPECT_EQ(raw[4], TypeParam(-1));
+  EXPECT_EQ(this->check(raw) & filed, filed);
+  EXPECT_EQ(this->check(this->negative(raw)) & filed, CHECK_SOLUTION);
+  EXPECT_EQ(textOf(lattice.solutions[1].x()), textOf(raw));
+}
+
+TYPED_TEST(LatticeCheckOver, PointOutsideTheBoxCompetesForTheBestVector) {
+  this->use(band);
+  EXPECT_EQ(this->checkPoint(0, 0), 0U);
+  EXPECT_EQ(this->live.solutions.dimension(), 0);
+  EXPECT_EQ(textOf<Vector<TypeParam>>(this->live.bestVector),
+            textOf(this->image({TypeParam(0), TypeParam(0)})));
+}
+
+TYPED_TEST(LatticeCheckOver, EachCoordinateMustLieInTheBox) {
+  this->use(band);
+  // Too large, too small, and a row beyond either end.
+  EXPECT_EQ(this->checkPoint(6, 1), 0U);
+  EXPECT_EQ(this->checkPoint(-1, 2), 0U);
+  EXPECT_EQ(this->checkPoint(1, 0), 0U);
+  EXPECT_EQ(this->checkPoint(5, 3), 0U);
+  EXPECT_EQ(this->checkPoint(5, 2), filed);
+  EXPECT_EQ(this->checkPoint(0, 1), filed);
+}
+
+TYPED_TEST(LatticeCheckOver, HomogeneousVectorIsNone) {
+  this->use(band);
+  Vector<TypeParam> difference = this->image({TypeParam(1), TypeParam(4)});
+  difference -= this->image({TypeParam(2), TypeParam(3)});
+  EXPECT_EQ(this->check(difference), 0U);
+  EXPECT_FALSE(this->live.bestVector.isSet());
+  EXPECT_EQ(this->live.solutions.dimension(), 0);
+}
+
+TYPED_TEST(LatticeCheckOver, FreeVariablesHaveNoBounds) {
+  this->use(open);
+  EXPECT_EQ(this->checkPoint(-70, 75), filed);
+  EXPECT_EQ(this->checkPoint(3, -1), 0U);
+  auto& lattice = this->live;
+  // A kind says more than the check vectors.
+  for (TypeParam& bound : lattice.r)
+    bound = NumberTraits<TypeParam>::isInfinite(bound) ? TypeParam(0) : bound;
+  EXPECT_EQ(this->checkPoint(70, -61), 0U);
+  EXPECT_EQ(this->checkPoint(-60, 65), filed);
+}
+
+TYPED_TEST(LatticeCheckOver, VectorBesideTheLatticeIsNone) {
+  this->use(band);
+  Vector<TypeParam> vector = this->image({TypeParam(1), TypeParam(4)});
+  vector[1] += TypeParam(2);
+  EXPECT_EQ(this->check(vector), 0U);
+  EXPECT_FALSE(this->live.bestVector.isSet());
+}
+
+TYPED_TEST(LatticeCheckOver, PointMustSolveTheProblemAsRead) {
+  this->use(band);
+  auto& lattice = this->live;
+  for (TypeParam& bound : lattice.r) bound += TypeParam(100);
+  lattice.r[lattice.m] = TypeParam(1);
+  EXPECT_EQ(this->checkPoint(5, 3), 0U);
+  EXPECT_EQ(lattice.solutions.dimension(), 0);
+  EXPECT_EQ(this->checkPoint(5, 2), filed);
+}
+
+TYPED_TEST(LatticeCheckOver, EquationLatticeFilesNothing) {
+  this->use(congruence, LatticeStage::equations);
+  const Vector<TypeParam> vector = this->image({TypeParam(3), TypeParam(4), TypeParam(2)});
+  EXPECT_EQ(this->check(vector, 5), 0U);
+  EXPECT_EQ(this->live.solutions.dimension(), 0);
+  EXPECT_EQ(textOf<Vector<TypeParam>>(this->live.bestVector), textOf(vector));
+  EXPECT_EQ(this->live.bestVector.time, 5);
+}
+
+TYPED_TEST(LatticeCheckOver, TargetRejectsNothing) {
+  this->use(climb);
+  ASSERT_TRUE(this->live.atuValid);
+  EXPECT_EQ(this->checkPoint(0, 1), filed);
+  EXPECT_EQ(this->stored(1), "[ 0 1 ]");
+}
+
+TYPED_TEST(LatticeCheckOver, BestTargetIsTheBestSolution) {
+  this->use(climb);
+  auto& best = this->live.bestTarget;
+  EXPECT_EQ(this->checkPoint(2, 2), filed);
+  EXPECT_EQ(best.targetNorm, TypeParam(-4));
+  EXPECT_EQ(this->check(this->image({TypeParam(5), TypeParam(1)}), 9), filed);
+  EXPECT_EQ(best.targetNorm, TypeParam(-6));
+  EXPECT_EQ(textOf(best.targetValues), "[ 6 ]");
+  EXPECT_EQ(best.slackNorm, TypeParam(0));
+  EXPECT_EQ(best.time, 9);
+  EXPECT_EQ(textOf(this->pointOf(best)), "[ 5 1 ]");
+  EXPECT_EQ(this->live.solutions.dimension(), 2);
+}
+
+TYPED_TEST(LatticeCheckOver, WorseThanTheBestTargetIsNotFiled) {
+  this->use(climb);
+  this->checkPoint(5, 1);
+  EXPECT_EQ(this->checkPoint(2, 2), CHECK_SOLUTION);
+  EXPECT_EQ(this->live.solutions.dimension(), 1);
+  EXPECT_EQ(this->live.bestTarget.targetNorm, TypeParam(-6));
+}
+
+TYPED_TEST(LatticeCheckOver, AsGoodAsTheBestTargetIsFiledBehindIt) {
+  this->use(climb);
+  this->checkPoint(5, 1);
+  EXPECT_EQ(this->checkPoint(4, 2), filed);
+  EXPECT_EQ(this->live.solutions.dimension(), 2);
+  EXPECT_EQ(textOf(this->pointOf(this->live.bestTarget)), "[ 5 1 ]");
+}
+
+TYPED_TEST(LatticeCheckOver, BestTargetItselfIsTurnedAway) {
+  this->use(climb);
+  this->checkPoint(5, 1);
+  this->live.solutions.clear();
+  EXPECT_EQ(this->checkPoint(5, 1), CHECK_SOLUTION);
+  EXPECT_EQ(this->live.solutions.dimension(), 0);
+}
+
+TYPED_TEST(LatticeCheckOver, WithoutTargetsThereIsNoBestTarget) {
+  this->use(band);
+  this->checkPoint(5, 1);
+  EXPECT_FALSE(this->live.bestTarget.isSet());
+}
+
+TYPED_TEST(LatticeCheckOver, NumberOfSolutionsIsLimited) {
+  this->use(band);
+  this->live.params.sol = 2;
+  EXPECT_EQ(this->checkPoint(1, 4), filed);
+  EXPECT_EQ(this->checkPoint(2, 3), filed | CHECK_LIMIT);
+  EXPECT_EQ(this->checkPoint(1, 4), CHECK_SOLUTION | CHECK_LIMIT);
+}
+
+TYPED_TEST(LatticeCheckOver, GoodTargetNormIsEnough) {
+  this->use(climb);
+  this->live.params.tnorm = TypeParam(-6);
+  EXPECT_EQ(this->checkPoint(4, 1), filed);
+  EXPECT_EQ(this->checkPoint(5, 1), filed | CHECK_LIMIT);
+}
+
+TYPED_TEST(LatticeCheckOver, GoodSlackNormIsEnough) {
+  this->use(aim);
+  this->live.params.snorm = TypeParam(1);
+  EXPECT_EQ(this->checkPoint(3, 2), filed);
+  EXPECT_EQ(this->live.bestTarget.slackNorm, TypeParam(2));
+  EXPECT_EQ(this->checkPoint(3, 3), filed | CHECK_LIMIT);
+}
+
+TYPED_TEST(LatticeCheckOver, NormsDoNotCountWithoutTargets) {
+  this->use(band);
+  this->live.params.tnorm = TypeParam(9);
+  this->live.params.snorm = TypeParam(9);
+  EXPECT_EQ(this->checkPoint(5, 1), filed);
+}
+
+TYPED_TEST(LatticeCheckOver, SolutionIsWrittenUnlessSilent) {
+  const test::ScratchDir scratch;
+  this->use(band);
+  auto& lattice = this->live;
+  lattice.outputSwitch = true;
+  lattice.solFile = scratch.file("p.sol");
+  this->checkPoint(1, 4);
+  EXPECT_EQ(scratch.read("p.sol"), "<no file>");
+  EXPECT_EQ(lattice.checkSolution(this->image({TypeParam(2), TypeParam(3)}), false, 0, false),
+            filed);
+  const std::string text = scratch.read("p.sol");
+  EXPECT_NE(text.find("[ 1 4 ]"), std::string::npos) << text;
+  EXPECT_NE(text.find("[ 2 3 ]"), std::string::npos) << text;
+}
+
+TYPED_TEST(LatticeCheckOver, LimitEndsTheSearchUnlessSilent) {
+  this->use(band);
+  auto& lattice = this->live;
+  lattice.params.sol = 1;
+  lattice.params.stopping = true;
+  lattice.terminationSwitch = true;
+  this->checkPoint(1, 4);
+  EXPECT_FALSE(lattice.stopped());
+  this->consoleOf([&] {
+    lattice.checkSolution(this->image({TypeParam(2), TypeParam(3)}), false, 0, false);
+  });
+  EXPECT_TRUE(lattice.stopped());
+}
+
+TYPED_TEST(LatticeCheckOver, SearchGoesOnBelowTheLimit) {
+  this->use(band);
+  auto& lattice = this->live;
+  lattice.params.sol = 2;
+  lattice.params.stopping = true;
+  lattice.terminationSwitch = true;
+  lattice.checkSolution(this->image({TypeParam(2), TypeParam(3)}), false, 0, false);
+  EXPECT_FALSE(lattice.stopped());
+}
+
+TYPED_TEST(LatticeCheckOver, GoodVectorsAreCollectedWhereAParameterAsksForIt) {
+  this->use(band);
+  auto& lattice = this->live;
+  this->checkPoint(0, 0);
+  EXPECT_EQ(lattice.collected.count(), 0);
+  lattice.params.sieve = true;
+  this->checkPoint(1, 4);
+  lattice.params.sieve = false;
+  lattice.params.pair = true;
+  this->check(this->image({TypeParam(6), TypeParam(6)}), 8);
+  EXPECT_EQ(lattice.collected.count(), 2);
+  EXPECT_EQ(lattice.chosen.count(), 0);
+  lattice.collected.clear();
+  lattice.params.collectLimit = 1;
+  this->checkPoint(6, 6);
+  this->checkPoint(1, 4);
+  EXPECT_EQ(lattice.collected.count(), 1);
+  EXPECT_TRUE(lattice.collected.first()->score.isSolution);
+}
+
+TYPED_TEST(LatticeCheckOver, ImageOfAPointIsConsistent) {
+  for (const LatticeStage stage : {LatticeStage::equations, LatticeStage::equationsGone,
+                                   LatticeStage::fullWithModuli, LatticeStage::full}) {
+    this->use(congruence, stage);
+    const Vector<TypeParam> vector = this->image({TypeParam(3), TypeParam(4), TypeParam(2)});
+    EXPECT_TRUE(this->live.isConsistent(vector, false));
+    EXPECT_TRUE(this->live.isConsistent(vector, true));
+    EXPECT_TRUE(this->live.isConsistent(this->negative(vector), true));
+  }
+}
+
+TYPED_TEST(LatticeCheckOver, CoordinatesOfModuliDoNotCount) {
+  this->use(congruence, LatticeStage::fullWithModuli);
+  Vector<TypeParam> vector = this->image({TypeParam(3), TypeParam(4), TypeParam(2)});
+  vector[4] += TypeParam(1);
+  EXPECT_TRUE(this->live.isConsistent(vector, true));
+}
+
+TYPED_TEST(LatticeCheckOver, VariablesStandInFrontOfTheModuli) {
+  this->use(congruence, LatticeStage::fullWithModuli);
+  EXPECT_EQ(this->check(this->image({TypeParam(3), TypeParam(4), TypeParam(2)})), filed);
+  // 6 is too much for x.
+  EXPECT_EQ(this->check(this->image({TypeParam(6), TypeParam(10), TypeParam(5)})), 0U);
+  EXPECT_EQ(this->check(this->image({TypeParam(6), TypeParam(7), TypeParam(2)})), 0U);
+}
+
+TYPED_TEST(LatticeCheckOver, CoordinatesOfEquationsCount) {
+  this->use(congruence, LatticeStage::equations);
+  auto& lattice = this->live;
+  Vector<TypeParam> vector = this->image({TypeParam(3), TypeParam(4), TypeParam(2)});
+  // A congruence only up to its modulus.
+  vector[1] += TypeParam(3);
+  EXPECT_TRUE(lattice.isConsistent(vector, false));
+  vector[1] += TypeParam(1);
+  EXPECT_FALSE(lattice.isConsistent(vector, false));
+  vector[1] -= TypeParam(1);
+  vector[2] += TypeParam(3);
+  EXPECT_FALSE(lattice.isConsistent(vector, false));
+}
+
+TYPED_TEST(LatticeCheckOver, BrokenCongruenceIsInconsistent) {
+  this->use(congruence, LatticeStage::full);
+  // x, y, z = 0, 0, 1 in the box.
+  const Vector<TypeParam> vector{-5, -5, -3, 1};
+  EXPECT_FALSE(this->live.isConsistent(vector, false));
+  EXPECT_EQ(this->check(vector), 0U);
+}
+
+TYPED_TEST(LatticeCheckOver, OnlyTheDifferenceOfTwoDeviationsCounts) {
+  this->use(aim);
+  auto& lattice = this->live;
+  Vector<TypeParam> vector = this->image({TypeParam(3), TypeParam(2)});
+  const Index first = lattice.m - 2;
+  const TypeParam step = TypeParam(2) * lattice.c[first];
+  vector[first] += step;
+  EXPECT_FALSE(lattice.isConsistent(vector, false));
+  vector[first + 1] += step;
+  EXPECT_TRUE(lattice.isConsistent(vector, false));
+  EXPECT_EQ(this->check(vector), filed);
+}
+
+TEST(LatticeCheck, ConsistencyHasATolerance) {
+  Lattice<long double, long double> lattice;
+  lattice.optOriginal = test::problemFrom<long double>(band);
+  lattice.normalise(true, false);
+  generateByHand(lattice, LatticeStage::full);
+  Vector<long double> vector;
+  lattice.opt2lat({1, 4}, vector, false, 1.0L);
+  vector[1] += 1e-12L;
+  EXPECT_TRUE(lattice.isConsistent(vector, false));
+  EXPECT_FALSE(lattice.isConsistent(vector, true));
+}
+
+TEST(LatticeCheck, LargeVectorAsksForExactArithmetic) {
+  Lattice<long double, long double> lattice;
+  lattice.optOriginal = test::problemFrom<long double>(band);
+  lattice.normalise(true, false);
+  generateByHand(lattice, LatticeStage::full);
+  Vector<long double> vector;
+  lattice.opt2lat({1, 4}, vector, false, 1.0L);
+  vector[1] = 2e9L;
+  EXPECT_EQ(messageOf<PrecisionException>([&] { lattice.checkSolution(vector, false, 0, true); }),
+            "lat_vec overflow");
+}
+
+// Vectors without a chance are turned away by a glance; nothing else may be.
+TYPED_TEST(LatticeCheckOver, ReductionOffersItsVectors) {
+  this->use(band);
+  auto& lattice = this->live;
+  bool strict = false;
+  lattice.lllStep(1, 1, strict);
+  // The inhomogeneous vector is the point 0, which the row refuses.
+  ASSERT_TRUE(lattice.bestVector.isSet());
+  EXPECT_EQ(textOf(this->pointOf(lattice.bestVector)), "[ 0 0 ]");
+}
+
+TYPED_TEST(LatticeCheckOver, ReductionOffersItsVectorsUnderANegativeHomValue) {
+  this->normalise(band);
+  auto& lattice = this->live;
+  lattice.homValue = lattice.optOriginal.homValue = lattice.homScaled = TypeParam(-1);
+  generateByHand(lattice, LatticeStage::full);
+  lattice.params.pair = false;
+  lattice.params.sol = 0;
+  lattice.B[1] = this->image({TypeParam(1), TypeParam(4)});
+  bool strict = false;
+  lattice.lllStep(1, 1, strict);
+  EXPECT_EQ(lattice.solutions.dimension(), 1);
+}
+
+}  // namespace
+}  // namespace starsift
