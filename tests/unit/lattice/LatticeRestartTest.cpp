@@ -1,0 +1,244 @@
+// What a search does when it has found what it looked for, or gets no further.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+#include "algorithms/LatticeEquality.h"
+#include "support/ExpectFails.h"
+#include "support/LatticeOfProblem.h"
+#include "support/RowsText.h"
+#include "support/ScratchDir.h"
+
+namespace starsift {
+namespace {
+
+using test::messageOf;
+using test::rowsText;
+using test::ScratchDir;
+using test::textOf;
+
+// 3 x + 5 y + 7 z = 31, all from 0 to 9; z as small as it gets.
+constexpr const char* small =
+    "[ -inf ] [ [ 0 0 1 ] ] [ [ 3 5 7 ] ] [ 31 ] [ ] [ ] [ ] [ ] [ 0 0 0 ] [ 0 0 0 ] [ 9 9 9 ]";
+
+template <class T>
+class LatticeRestartOver : public test::LatticeOfProblem<T> {
+ protected:
+  LatticeRestartOver() {
+    auto& lattice = this->live;
+    this->prepare(small);
+    // What the preparation has found is as good as any other.
+    lattice.resize(lattice.n, 0, true);
+    lattice.params.sol = 0;
+    lattice.params.variate = false;
+    lattice.params.stopping = true;
+    lattice.terminationSwitch = true;
+    lattice.solFile = lattice.optOriginal.solFile = scratch.file("p.sol");
+    lattice.latFile = scratch.file("p.lat");
+  }
+
+  /// Files (1, 0, 4) and (2, 5, 0), the better one last.
+  void findSolutions() {
+    auto& lattice = this->live;
+    lattice.checkSolution(this->image({T(1), T(0), T(4)}), false, 4, true);
+    lattice.checkSolution(this->image({T(2), T(5), T(0)}), false, 5, true);
+  }
+
+  /// Point and time of each solution.
+  std::vector<std::string> solutionTexts() const {
+    std::vector<std::string> texts;
+    for (const auto& solution : this->live.solutions)
+      texts.push_back(textOf(this->pointOf(solution)) + " @" + textOf(solution.time));
+    return texts;
+  }
+
+  /// The message of the restart; what was written goes to `console`.
+  std::string restart() {
+    std::string message;
+    console = this->consoleOf(
+        [&] { message = messageOf<RestartException>([&] { this->live.restartHandling(false); }); });
+    return message;
+  }
+  void finish() {
+    console = this->consoleOf([this] { this->live.restartHandling(true); });
+  }
+
+  ScratchDir scratch;
+  std::string console;
+};
+TYPED_TEST_SUITE(LatticeRestartOver, test::LatticeNumbers);
+
+TYPED_TEST(LatticeRestartOver, FinishedSearchIsStoppedAndReported) {
+  this->findSolutions();
+  EXPECT_FALSE(this->live.stopped());
+  this->finish();
+  EXPECT_TRUE(this->live.stopped());
+  EXPECT_EQ(this->console, this->live.statusText() + "\n");
+  EXPECT_EQ(this->live.restarts, 0);
+}
+
+TYPED_TEST(LatticeRestartOver, NothingEndsWhileTheTerminationIsOff) {
+  this->live.terminationSwitch = false;
+  this->finish();
+  EXPECT_EQ(this->console, "");
+  this->console = this->consoleOf([&] { this->live.restartHandling(false); });
+  EXPECT_EQ(this->console, "");
+  EXPECT_FALSE(this->live.stopped());
+  EXPECT_EQ(this->live.restarts, 0);
+}
+
+TYPED_TEST(LatticeRestartOver, ProcessThatMayNotStopIsTerminated) {
+  this->live.params.stopping = false;
+  EXPECT_EXIT(this->live.restartHandling(true), testing::KilledBySignal(SIGTERM), "");
+}
+
+TYPED_TEST(LatticeRestartOver, UnfinishedSearchStartsAgain) {
+  this->findSolutions();
+  EXPECT_EQ(this->restart(), "Lattice was regenerated");
+  EXPECT_EQ(this->console, "");
+  EXPECT_EQ(this->live.restarts, 1);
+  EXPECT_FALSE(this->live.stopped());
+  this->restart();
+  EXPECT_EQ(this->live.restarts, 2);
+}
+
+TYPED_TEST(LatticeRestartOver, RestartsAreLimited) {
+  this->live.params.iters = 1;
+  EXPECT_EQ(this->restart(), "Lattice was regenerated");
+  EXPECT_EQ(this->restart(), "nothing thrown");
+  EXPECT_EQ(this->live.restarts, 1);
+  EXPECT_TRUE(this->live.stopped());
+}
+
+TYPED_TEST(LatticeRestartOver, NoRestartIsTheLimitOfZero) {
+  this->live.params.iters = 0;
+  EXPECT_EQ(this->restart(), "nothing thrown");
+  EXPECT_TRUE(this->live.stopped());
+}
+
+TYPED_TEST(LatticeRestartOver, RestartKeepsSolutionsStarsAndSettings) {
+  this->findSolutions();
+  auto& lattice = this->live;
+  const std::string before = rowsText(lattice.B);
+  lattice.B[1] = Vector<TypeParam>(lattice.m);
+  lattice.stars.resize(1, false);
+  lattice.stars[1] = Star<TypeParam>{9, 4, 0};
+  this->restart();
+  EXPECT_EQ(rowsText(lattice.B), before);
+  EXPECT_EQ(lattice.latticeKind, LatticeKind::full);
+  const std::vector<std::string> found = this->solutionTexts();
+  EXPECT_THAT(found, testing::IsSupersetOf({"[ 1 0 4 ] @4", "[ 2 5 0 ] @5"}));
+  EXPECT_EQ(lattice.bestTarget.targetNorm, TypeParam(0));
+  EXPECT_EQ(lattice.bestTarget.time, 5);
+  ASSERT_EQ(lattice.stars.dimension(), 1);
+  EXPECT_EQ(textOf(lattice.stars[1].x()), "[ 9 4 0 ]");
+  EXPECT_TRUE(lattice.terminationSwitch);
+  EXPECT_FALSE(lattice.outputSwitch);
+  EXPECT_EQ(lattice.latFile, this->scratch.file("p.lat"));
+  EXPECT_TRUE(this->scratch.names().empty());
+}
+
+using LatticeRestart = LatticeRestartOver<long double>;
+
+TEST_F(LatticeRestart, NothingIsLostWhereTheLatticeCanNotBeMade) {
+  this->findSolutions();
+  live.outputSwitch = true;
+  live.stars.resize(1, false);
+  // Two primes.
+  live.optOriginal.rx = Vector<long double>{999983, 999979, 9};
+  EXPECT_EQ(messageOf<PrecisionException>([this] { live.regenerateLattice(); }), "R overflow");
+  EXPECT_EQ(live.stars.dimension(), 1);
+  EXPECT_THAT(solutionTexts(), testing::ElementsAre("[ 1 0 4 ] @4", "[ 2 5 0 ] @5"));
+  EXPECT_TRUE(live.outputSwitch);
+  EXPECT_TRUE(live.terminationSwitch);
+}
+
+TYPED_TEST(LatticeRestartOver, VariationShufflesTheBasisEachTimeAnew) {
+  auto& lattice = this->live;
+  const Matrix<TypeParam> before(lattice.B);
+  lattice.params.variate = true;
+  this->restart();
+  const Matrix<TypeParam> first(lattice.B);
+  this->restart();
+  EXPECT_TRUE(sameLattice(first, before));
+  EXPECT_TRUE(sameLattice(lattice.B, before));
+  EXPECT_FALSE(identical(first, before) && identical(lattice.B, before));
+  EXPECT_FALSE(identical(first, lattice.B));
+}
+
+TYPED_TEST(LatticeRestartOver, VariationRepeatsFromRunToRun) {
+  this->live.params.variate = true;
+  Lattice<TypeParam, long double> other;
+  other.assignFrom(this->live, false);
+  this->restart();
+  this->consoleOf([&] { EXPECT_THROW(other.restartHandling(false), RestartException); });
+  EXPECT_EQ(rowsText(this->live.B), rowsText(other.B));
+}
+
+TYPED_TEST(LatticeRestartOver, ResultsAreWrittenWhileTheOutputIsOn) {
+  this->findSolutions();
+  this->live.outputSwitch = true;
+  this->finish();
+  EXPECT_EQ(this->scratch.names(), (std::vector<std::string>{"p.lat", "p.sol"}));
+  EXPECT_NE(this->scratch.read("p.sol").find("[ 2 5 0 ]"), std::string::npos);
+}
+
+TYPED_TEST(LatticeRestartOver, WritingTheResultsSavesTheLattice) {
+  auto& lattice = this->live;
+  lattice.B.swapRows(1, 2);
+  lattice.outputSwitch = true;
+  lattice.writeResults();
+  EXPECT_EQ(rowsText(lattice.B_save), rowsText(lattice.B));
+  EXPECT_EQ(this->scratch.names(), std::vector<std::string>{"p.lat"});
+}
+
+TYPED_TEST(LatticeRestartOver, ResultsOfAnUnfinishedLatticeAreItsStarsOnly) {
+  auto& lattice = this->live;
+  lattice.outputSwitch = true;
+  lattice.latticeKind = LatticeKind::equations;
+  lattice.writeResults();
+  lattice.reset(nullptr, false);
+  lattice.writeResults();
+  EXPECT_TRUE(this->scratch.names().empty());
+}
+
+TYPED_TEST(LatticeRestartOver, RegenerationWritesWhatItMadeAnew) {
+  this->findSolutions();
+  auto& lattice = this->live;
+  lattice.outputSwitch = true;
+  lattice.regenerateLattice();
+  EXPECT_TRUE(lattice.outputSwitch);
+  EXPECT_TRUE(lattice.terminationSwitch);
+  EXPECT_EQ(this->scratch.names(), (std::vector<std::string>{"p.lat", "p.sol"}));
+  EXPECT_NE(this->scratch.read("p.lat").find(textOf(lattice.B)), std::string::npos);
+}
+
+TYPED_TEST(LatticeRestartOver, SolutionsThatComeBackEndNothing) {
+  this->findSolutions();
+  this->live.params.sol = 1;
+  EXPECT_EQ(this->restart(), "Lattice was regenerated");
+}
+
+TYPED_TEST(LatticeRestartOver, StepsAreReportedAtTheHighestLevel) {
+  this->findSolutions();
+  this->live.params.verb = 2;
+  this->restart();
+  EXPECT_THAT(this->console, testing::StartsWith("|-> Restart / termination handling ...\n"));
+  const std::size_t status = this->console.find("Solutions found: 2\n");
+  const std::size_t step = this->console.find("|    |-> Regenerating lattice ...\n");
+  EXPECT_NE(step, std::string::npos) << this->console;
+  EXPECT_LT(status, step) << this->console;
+  EXPECT_NE(lastOutputTime(), 0);
+}
+
+TYPED_TEST(LatticeRestartOver, BlockIsClosedWhereNothingEnds) {
+  this->live.params.verb = 2;
+  this->live.terminationSwitch = false;
+  this->finish();
+  EXPECT_EQ(this->console, "|-> Restart / termination handling ...\n\n");
+  EXPECT_EQ(consoleDepth(), 0);
+}
+
+}  // namespace
+}  // namespace starsift
