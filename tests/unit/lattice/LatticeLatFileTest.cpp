@@ -1,0 +1,103 @@
+// The lattice file of a lattice.
+#include <gtest/gtest.h>
+
+#include <ctime>
+#include <fstream>
+
+#include "core/InputText.h"
+#include "core/VectorText.h"
+#include "support/CheckVectors.h"
+#include "support/LatticeOfProblem.h"
+#include "support/RowsText.h"
+#include "support/ScratchDir.h"
+
+namespace starsift {
+namespace {
+
+using test::LatticeStage;
+using test::rowsText;
+using test::ScratchDir;
+using test::textOf;
+
+// x + y largest, from 4 on, x from 2 to 7, y from 0 to 5.
+constexpr const char* climb =
+    "[ inf ] = [ 4 ] [ [ 1 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 2 0 ] [ 7 5 ]";
+
+template <class T>
+class LatticeLatFileOver : public test::LatticeOfProblem<T> {
+ protected:
+  LatticeLatFileOver() {
+    this->normalise(climb);
+    this->live.generateLattice(false);
+    this->live.latFile = scratch.file("p.lat");
+    this->live.outputSwitch = true;
+  }
+
+  std::string written() {
+    this->live.writeLatFile();
+    return scratch.read("p.lat");
+  }
+
+  ScratchDir scratch;
+};
+TYPED_TEST_SUITE(LatticeLatFileOver, test::LatticeNumbers);
+
+TYPED_TEST(LatticeLatFileOver, ShowsTheLatticeInRawCoordinates) {
+  auto& lattice = this->live;
+  lattice.swapBasisVectors(1, 2, false);
+  const std::string rows = textOf(lattice.B);
+  lattice.setScale(2, TypeParam(7));
+  EXPECT_EQ(this->written(), rows + "\n\n" + textOf(lattice.l) + "\n" + textOf(lattice.r) + "\n\n" +
+                                 textOf(lattice.c) + "\n" + textOf(lattice.rangeMultiple) +
+                                 "\n\n[ 0 0 ]\n[ 5 5 ]\n\n1\n[ " + textOf(lattice.ltu) + " " +
+                                 textOf(lattice.rtu) +
+                                 " ]\n\n0\n\n"
+                                 "// B -- l, r -- c, R -- lx, rx -- tuse, lrtu -- rtime\n");
+}
+
+TYPED_TEST(LatticeLatFileOver, ReadsTheSameWithAndWithoutItsLegend) {
+  const std::string whole = this->written();
+  const std::string values = whole.substr(0, whole.find("//"));
+  for (const std::string& text : {whole, values}) {
+    std::istringstream stream(text);
+    Matrix<TypeParam> basis;
+    Vector<TypeParam> l;
+    Vector<TypeParam> r;
+    stream >> basis >> l >> r;
+    EXPECT_EQ(rowsText(basis), rowsText(this->live.B));
+    EXPECT_EQ(textOf(l), textOf(this->live.l));
+    EXPECT_EQ(textOf(r), textOf(this->live.r));
+  }
+}
+
+TYPED_TEST(LatticeLatFileOver, TellsTheTimeOfTheRun) {
+  this->live.runVariables[MainMutexVariable::startTime].set(
+      std::to_string(std::time(nullptr) - 1000));
+  const std::string text = this->written();
+  const std::string end = text.substr(text.find(" ]\n\n10") + 4);
+  const int seconds = std::stoi(end);
+  EXPECT_GE(seconds, 1000);
+  EXPECT_LE(seconds, 1060);
+}
+
+TYPED_TEST(LatticeLatFileOver, IsNotWrittenWhileTheOutputIsOff) {
+  this->live.outputSwitch = false;
+  this->live.writeLatFile();
+  EXPECT_TRUE(this->scratch.names().empty());
+  this->live.latFile = "";
+  testing::internal::CaptureStderr();
+  this->live.writeLatFile();
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TYPED_TEST(LatticeLatFileOver, MissingNameIsReportedAndTheRunGoesOn) {
+  this->live.latFile = "";
+  testing::internal::CaptureStderr();
+  this->live.writeLatFile();
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "\n*** latFile is not set - lattice write not possible\n");
+  EXPECT_NE(lastOutputTime(), 0);
+}
+
+}  // namespace
+}  // namespace starsift

@@ -1,0 +1,132 @@
+// The solutions of a lattice as stars.
+#include <gtest/gtest.h>
+
+#include "support/CheckVectors.h"
+#include "support/ExpectFails.h"
+#include "support/LatticeOfProblem.h"
+#include "support/TextOf.h"
+
+namespace starsift {
+namespace {
+
+using test::LatticeStage;
+using test::textOf;
+
+// x + y to be 7 and 2 x + y largest, both from 0 to 5, x + y at least 2; z is 3.
+constexpr const char* aim =
+    "[ 7 inf ] [ [ 1 1 0 ] [ 2 1 0 ] ] [ ] [ ] [ ] [ [ 1 1 0 ] ] [ 2 ] [ inf ] [ 0 0 0 ] "
+    "[ 0 0 3 ] [ 5 5 3 ]";
+// The same without targets.
+constexpr const char* plain =
+    "[ ] [ ] [ ] [ ] [ ] [ [ 1 1 0 ] ] [ 2 ] [ inf ] [ 0 0 0 ] [ 0 0 3 ] [ 5 5 3 ]";
+
+template <class T>
+class Sol2StarOver : public test::LatticeOfProblem<T> {
+ protected:
+  void use(const char* problem) {
+    this->normalise(problem);
+    generateByHand(this->live, LatticeStage::full);
+    this->live.params.sol = 0;
+  }
+  void find(int x, int y, std::int64_t time) {
+    EXPECT_NE(this->live.checkSolution(this->image({T(x), T(y), T(3)}), false, time, true), 0U);
+  }
+};
+TYPED_TEST_SUITE(Sol2StarOver, test::LatticeNumbers);
+
+TYPED_TEST(Sol2StarOver, StarSpeaksOfTheProblemAsRead) {
+  this->use(aim);
+  this->find(4, 2, 17);
+  auto& lattice = this->live;
+  lattice.sol2star();
+  ASSERT_EQ(lattice.stars.dimension(), 1);
+  const Star<TypeParam>& star = lattice.stars[1];
+  EXPECT_EQ(textOf(star.x()), "[ 4 2 3 ]");
+  EXPECT_EQ(textOf(star.targetValues), "[ 6 10 ]");
+  EXPECT_EQ(star.targetNorm, TypeParam(1 - 10));
+  EXPECT_EQ(star.slackNorm, TypeParam(1));
+  EXPECT_EQ(star.time, 17);
+  EXPECT_EQ(star.versionText, "2.4.2");
+  EXPECT_EQ(star.paramsText, textOf(lattice.params));
+  EXPECT_EQ(star.paramsText.find('\n'), std::string::npos);
+  EXPECT_TRUE(star.fresh);
+}
+
+TYPED_TEST(Sol2StarOver, WithoutTargetsThereAreNoValues) {
+  this->use(plain);
+  this->find(4, 2, 17);
+  this->live.sol2star();
+  ASSERT_EQ(this->live.stars.dimension(), 1);
+  EXPECT_EQ(textOf(this->live.stars[1].x()), "[ 4 2 3 ]");
+  EXPECT_FALSE(this->live.stars[1].targetValues.isSet());
+  EXPECT_EQ(this->live.stars[1].targetNorm, TypeParam(0));
+}
+
+TYPED_TEST(Sol2StarOver, StarsAreSorted) {
+  this->use(aim);
+  this->find(2, 0, 1);
+  this->find(5, 2, 2);
+  auto& lattice = this->live;
+  lattice.stars.resize(1, false);
+  lattice.stars[1] = Star<TypeParam>{3, 4, 3};
+  lattice.stars[1].targetValues = Vector<TypeParam>{7, 10};
+  lattice.stars[1].targetNorm = TypeParam(-10);
+  lattice.sol2star();
+  ASSERT_EQ(lattice.stars.dimension(), 3);
+  EXPECT_EQ(textOf(lattice.stars[1].x()), "[ 5 2 3 ]");
+  EXPECT_EQ(textOf(lattice.stars[2].x()), "[ 3 4 3 ]");
+  EXPECT_EQ(textOf(lattice.stars[3].x()), "[ 2 0 3 ]");
+}
+
+TYPED_TEST(Sol2StarOver, StarIsMadeOnce) {
+  this->use(aim);
+  this->find(4, 2, 17);
+  this->live.sol2star();
+  this->live.sol2star();
+  EXPECT_EQ(this->live.stars.dimension(), 1);
+}
+
+TYPED_TEST(Sol2StarOver, BenchmarksKeepStarsOfOtherParameters) {
+  this->use(aim);
+  this->find(4, 2, 17);
+  auto& lattice = this->live;
+  lattice.params.bench = 1.0F;
+  lattice.sol2star();
+  lattice.params.beta = 33;
+  lattice.sol2star();
+  EXPECT_EQ(lattice.stars.dimension(), 2);
+  lattice.params.bench = 0.0F;
+  lattice.sol2star();
+  EXPECT_EQ(lattice.stars.dimension(), 1);
+}
+
+TYPED_TEST(Sol2StarOver, BestTargetIsAStarToo) {
+  this->use(aim);
+  this->find(4, 2, 17);
+  this->live.solutions.clear();
+  this->live.sol2star();
+  ASSERT_EQ(this->live.stars.dimension(), 1);
+  EXPECT_EQ(this->live.stars[1].time, 17);
+}
+
+TYPED_TEST(Sol2StarOver, WithoutSolutionsStarsStayAsTheyAre) {
+  this->use(aim);
+  auto& lattice = this->live;
+  lattice.stars.resize(2, false);
+  lattice.stars[1] = Star<TypeParam>{3, 4, 3};
+  lattice.stars[2] = Star<TypeParam>{3, 4, 3};
+  lattice.sol2star();
+  EXPECT_EQ(lattice.stars.dimension(), 2);
+}
+
+TYPED_TEST(Sol2StarOver, VectorThatIsNoPointIsFatal) {
+  this->use(aim);
+  this->find(4, 2, 17);
+  auto& lattice = this->live;
+  lattice.solutions[1][lattice.m] = TypeParam(2);
+  lattice.bestTarget.clear();
+  EXPECT_FAILS_WITH(lattice.sol2star(), "sol2star: lat2opt can not compute x_opt");
+}
+
+}  // namespace
+}  // namespace starsift
