@@ -154,7 +154,7 @@ TYPED_TEST(GenerationBy, HasExactlyThoseSolutionsWithDeepInsertions) {
       checkOverPrepared<TypeParam>([](auto& lattice, const SmallProblem& /*small*/) {
         const Silence silence;
         lattice.params.deep = true;
-        lattice.regenerateLattice();
+        lattice.prepareLattice();
         checkKernel(lattice);
       });
   expectCarried<TypeParam>(tally);
