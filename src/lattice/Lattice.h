@@ -493,6 +493,11 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// checkSolution() of vector k of B, unless it was checked as it is or can't gain
   /// anything by it.
   void checkBasisVector(Index k);
+  /// After a pass: asks for the points within the bounds of the variables next to the best
+  /// vector and to those of the basis. Goals to reach pull vectors out of these bounds.
+  void checkNearMisses();
+  /// checkSolution() of the point next to that of a raw vector, if it lies in the box.
+  void checkInsideOf(const Vector<T>& vector);
   /// The first coordinate with bounds that hold: behind the target's.
   Index firstChecked() const;
   /// `last`, the last coordinate of a vector, lies within its check vectors.
@@ -647,8 +652,10 @@ class Lattice : public Vanu<T>, private ParamReactions {
   void updateVector(Index k, bool strict);
   /// The exchanges of a pass, up to the vector where it ends.
   void exchangeVectors(Pass& pass);
-  /// Tells the observer of the next step; false where the search is stopped.
+  /// Tells the observer of the next step; false where the search is over.
   bool goesOn(const Pass& pass);
+  /// The search has ended; the equation lattice is none that is searched.
+  bool searchIsOver() const;
   /// A line on the console where there was none for long.
   void reportPass(const Pass& pass) const;
   /// swapBudget for the next pass.

@@ -60,6 +60,34 @@ void Lattice<T, R>::checkBasisVector(Index k) {
 }
 
 template <class T, class R>
+void Lattice<T, R>::checkNearMisses() {
+  if (latticeKind != LatticeKind::full || this->originalCount() == 0) return;
+  if (bestVector.isSet() && !stopped()) checkInsideOf(bestVector);
+  for (Index k = 1; k <= n && !stopped(); ++k)
+    if (!isHopeless(B[k])) checkInsideOf(oriented(B[k], true));
+}
+
+template <class T, class R>
+void Lattice<T, R>::checkInsideOf(const Vector<T>& vector) {
+  Vector<T> inside(vector);
+  const Index before = m - 1 - this->rx.dimension() - (modsInLattice ? this->modulusCount() : 0);
+  for (Index j = before + 1; j <= before + this->originalCount(); ++j)
+    inside[j] = std::min(std::max(inside[j], l[j]), r[j]);
+  try {
+    Vector<T> x;
+    if (!(lat2opt(inside, x, true, false, true) == T(1))) return;
+    // Slacks and deviations follow from the variables.
+    opt2lat(x, inside, false, T(1));
+  } catch (const ModuloException&) {
+    return;
+  } catch (const PrecisionException&) {
+    // The vector itself was good enough for T, and nothing asks for this one.
+    return;
+  }
+  if (liesInBox(inside)) checkSolution(inside, false, 0, false);
+}
+
+template <class T, class R>
 bool Lattice<T, R>::isHopeless(const Vector<T>& vector) const {
   // The translation leaves the last coordinate alone.
   const T size = NumberTraits<T>::absolute(vector.element(m));

@@ -196,6 +196,7 @@ Index Lattice<T, R>::lllPass(Index from, Index to, Index kmax) {
   for (Index j = pass.k; j <= pass.to && goesOn(pass); ++j)
     if (!lllStep(j, pass.kmax, pass.strict)) break;
   lastPass = pass.counts;
+  checkNearMisses();
   return std::min(pass.k, from);
 }
 
@@ -220,7 +221,12 @@ void Lattice<T, R>::exchangeVectors(Pass& pass) {
 template <class T, class R>
 bool Lattice<T, R>::goesOn(const Pass& pass) {
   if (observer != nullptr) observer->onStep(pass.counts);
-  return !stopped();
+  return !searchIsOver();
+}
+
+template <class T, class R>
+bool Lattice<T, R>::searchIsOver() const {
+  return latticeKind != LatticeKind::equations && stopped();
 }
 
 template <class T, class R>
@@ -246,7 +252,7 @@ bool Lattice<T, R>::reduce(Index count) {
   if (params.deep) sortBasis(count);
   for (int pass = 1; pass <= latticelll::mostPasses; ++pass) {
     lllPass(1, count, count);
-    if (stopped()) return false;
+    if (searchIsOver()) return false;
     // A pass that a dependent vector ended may have moved others before.
     if ((lastPass.skipped == 0 || allChecked(count)) && isReduced(count)) return true;
   }

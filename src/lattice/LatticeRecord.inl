@@ -84,6 +84,7 @@ void Lattice<T, R>::reset(const Matrix<T>* basis, bool clearFileName) {
   latticeKind = LatticeKind::none;
   equationsRemoved = true;
   modsInLattice = false;
+  if (consistencyForced) setTracking(false);
   consistencyForced = false;
   deepInsertions = 0;
   lastPass = PassCounts();

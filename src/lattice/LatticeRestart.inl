@@ -89,6 +89,7 @@ void Lattice<T, R>::regenerateLattice() {
   }
   writeSolFile(false);
   writeLatFile();
+  latticerestart::closeBlock(params.verb == 2);
 }
 
 template <class T, class R>

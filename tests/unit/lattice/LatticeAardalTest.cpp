@@ -268,5 +268,13 @@ TYPED_TEST(LatticeAardalOver, ExtractionIsReported) {
   EXPECT_EQ(this->consoleOf([&] { this->live.extractInhomogeneous(); }), "");
 }
 
+TYPED_TEST(LatticeAardalOver, EquationsGoAlsoWhereTheSearchIsOver) {
+  this->normalise("[ ] [ ] [ [ 2 3 5 ] ] [ 11 ] [ ] [ ] [ ] [ ] [ 0 0 0 ] [ 0 0 0 ] [ 9 9 9 ]");
+  this->live.runVariables[MainMutexVariable::runState].set("stopped");
+  this->live.prepareLattice();
+  EXPECT_EQ(this->live.n, 3);
+  EXPECT_TRUE(this->live.equationsRemoved);
+}
+
 }  // namespace
 }  // namespace starsift

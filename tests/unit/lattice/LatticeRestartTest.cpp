@@ -230,6 +230,7 @@ TYPED_TEST(LatticeRestartOver, StepsAreReportedAtTheHighestLevel) {
   EXPECT_NE(step, std::string::npos) << this->console;
   EXPECT_LT(status, step) << this->console;
   EXPECT_NE(lastOutputTime(), 0);
+  EXPECT_EQ(consoleDepth(), 0);
 }
 
 TYPED_TEST(LatticeRestartOver, BlockIsClosedWhereNothingEnds) {

@@ -333,5 +333,15 @@ TYPED_TEST(LatticeTransformOver, ScaleOfTheLastCoordinateIsThatOfHomValue) {
   EXPECT_EQ(lattice.homScaled, TypeParam(10));
 }
 
+TYPED_TEST(LatticeTransformOver, TrackingThatTheLatticeTurnedOnEndsWithReset) {
+  this->setSilently(this->live.params.consistency, true);
+  this->live.reset(nullptr, false);
+  EXPECT_TRUE(this->live.params.consistency);
+  this->live.consistencyForced = true;
+  this->live.reset(nullptr, false);
+  EXPECT_FALSE(this->live.params.consistency);
+  EXPECT_FALSE(this->live.consistencyForced);
+}
+
 }  // namespace
 }  // namespace starsift
