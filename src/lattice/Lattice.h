@@ -496,8 +496,11 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// After a pass: asks for the points within the bounds of the variables next to the best
   /// vector and to those of the basis. Goals to reach pull vectors out of these bounds.
   void checkNearMisses();
-  /// checkSolution() of the point next to that of a raw vector, if it lies in the box.
+  /// checkSolution() of movedInside().
   void checkInsideOf(const Vector<T>& vector);
+  /// A raw vector with its variables moved inside their bounds, if that is one of the
+  /// lattice and lies in the box.
+  std::optional<Vector<T>> movedInside(const Vector<T>& vector);
   /// The first coordinate with bounds that hold: behind the target's.
   Index firstChecked() const;
   /// `last`, the last coordinate of a vector, lies within its check vectors.

@@ -69,22 +69,30 @@ void Lattice<T, R>::checkNearMisses() {
 
 template <class T, class R>
 void Lattice<T, R>::checkInsideOf(const Vector<T>& vector) {
+  const std::optional<Vector<T>> inside = movedInside(vector);
+  if (inside) checkSolution(*inside, false, 0, false);
+}
+
+template <class T, class R>
+std::optional<Vector<T>> Lattice<T, R>::movedInside(const Vector<T>& vector) {
   Vector<T> inside(vector);
   const Index before = m - 1 - this->rx.dimension() - (modsInLattice ? this->modulusCount() : 0);
   for (Index j = before + 1; j <= before + this->originalCount(); ++j)
     inside[j] = std::min(std::max(inside[j], l[j]), r[j]);
   try {
     Vector<T> x;
-    if (!(lat2opt(inside, x, true, false, true) == T(1))) return;
+    if (!(lat2opt(inside, x, true, false, true) == T(1))) return std::nullopt;
     // Slacks and deviations follow from the variables.
     opt2lat(x, inside, false, T(1));
+    // The check of stars has a tolerance for equations, the lattice has none.
+    if (!liesInBox(inside) || !coordinatesOf(inside, x, true)) return std::nullopt;
   } catch (const ModuloException&) {
-    return;
+    return std::nullopt;
   } catch (const PrecisionException&) {
     // The vector itself was good enough for T, and nothing asks for this one.
-    return;
+    return std::nullopt;
   }
-  if (liesInBox(inside)) checkSolution(inside, false, 0, false);
+  return inside;
 }
 
 template <class T, class R>
