@@ -6,10 +6,10 @@ find_package(rapidcheck CONFIG REQUIRED)
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 
 # Instrumented programs run several times slower.
-set(STARSIFT_TEST_TIMEOUT 60)
+set(STARSIFT_TEST_TIMEOUT 240)
 set(STARSIFT_SUITE_TIMEOUT 600)
 if(STARSIFT_SANITIZE OR STARSIFT_COVERAGE)
-  set(STARSIFT_TEST_TIMEOUT 300)
+  set(STARSIFT_TEST_TIMEOUT 600)
   set(STARSIFT_SUITE_TIMEOUT 1800)
 endif()
 
