@@ -1,7 +1,9 @@
 // What the exact judgement of bases costs: LLL conditions, unimodular matrices, Hermite
-// forms, equality of lattices and kernels, by rows and by digits of the entries. The
-// answers are yes, which takes all of the work.
+// forms, equality of lattices, kernels and coordinates, by rows and by digits of the
+// entries. The answers are yes, which takes all of the work.
 #include "Benchmarks.h"
+#include "algorithms/BasisSolver.h"
+#include "algorithms/CoordinateSolver.h"
 #include "algorithms/HermiteForm.h"
 #include "algorithms/Kernel.h"
 #include "algorithms/LatticeEquality.h"
@@ -165,11 +167,45 @@ void addKernel(Index rows, std::size_t digits) {
   });
 }
 
+/// All rows of a basis over another one of the same lattice.
+void addCoordinates(Index rows, std::size_t digits) {
+  addCase("coordinates", rows, digits, "QQ", [=] {
+    const Matrix<QQ> basis = randomRows(rows, rows + 1, digits);
+    Matrix<QQ> vectors = basis;
+    mixRows(vectors, 2 * rows);
+    return [basis, vectors] {
+      const BasisSolver solver(basis);
+      Index found = 0;
+      for (const Vector<QQ>& vector : vectors)
+        if (solver.integerCoordinates(vector)) ++found;
+      return found;
+    };
+  });
+}
+
+/// By elimination in rationals.
+void addCoordinatesPeer(Index rows, std::size_t digits) {
+  addCase("coordinates", rows, digits, "peer_echelon", [=] {
+    const Matrix<QQ> basis = randomRows(rows, rows + 1, digits);
+    Matrix<QQ> vectors = basis;
+    mixRows(vectors, 2 * rows);
+    return [basis, vectors] {
+      const CoordinateFactors<QQ> factors = factorBasis(basis);
+      Vector<QQ> coordinates;
+      Index found = 0;
+      for (const Vector<QQ>& vector : vectors)
+        if (solveCoordinates(factors, basis, vector, true, coordinates)) ++found;
+      return found;
+    };
+  });
+}
+
 }  // namespace
 
 void registerCertificates() {
   addHermiteForm(20, 3);
   addHermitePeer(20, 3);
+  addCoordinatesPeer(40, 3);
   for (const Index rows : {40, 100}) {
     for (const std::size_t digits : {3U, 30U}) {
       addConditions(rows, digits);
@@ -180,6 +216,7 @@ void registerCertificates() {
         addUnimodularPeer(rows, digits);
       }
       addEquality(rows, digits);
+      addCoordinates(rows, digits);
       addKernel(rows, digits);
     }
   }

@@ -294,11 +294,11 @@ void checkMoves(const SmallProblem& small) {
   model.basis = exactRows(subject.standard().B_save);
   model.scale = ones(subject.standard().m);
   model.scales = subject.standard().params.scale;
-  using namespace rc::state;
-  check(model, subject,
-        gen::execOneOfWithArgs<SetScale, Swap, Sort, SizeReduce, Exchange, Orthogonalise, Pass,
-                               Reduce, Verify, Track, ChangeScale, Translate, Resize, BackUp,
-                               Assign, Regenerate, UseExtended, UseStandard>());
+  rc::state::check(
+      model, subject,
+      rc::state::gen::execOneOfWithArgs<SetScale, Swap, Sort, SizeReduce, Exchange, Orthogonalise,
+                                        Pass, Reduce, Verify, Track, ChangeScale, Translate, Resize,
+                                        BackUp, Assign, Regenerate, UseExtended, UseStandard>());
 }
 
 TEST(LatticeMoves, LeaveALatticeThatKnowsOnlyWhatIsSo) {
