@@ -289,7 +289,11 @@ void checkMoves(const SmallProblem& small) {
   LatticeOfBoth::read(subject, small);
   RC_PRE(LatticeOfBoth::prepare(subject).empty());
   RC_PRE(!subject.usesExact() && isSmall(subject.standard()));
-  test::fileAll(subject.standard(), test::someStars(small.problem));
+  try {
+    test::fileAll(subject.standard(), test::someStars(small.problem));
+  } catch (const PrecisionException&) {
+    RC_DISCARD("norms that long double can't hold");
+  }
   Model model;
   model.basis = exactRows(subject.standard().B_save);
   model.scale = ones(subject.standard().m);
