@@ -7,25 +7,10 @@
 
 #include "algorithms/ExactProduct.h"
 #include "files/StarCheck.h"
+#include "lattice/ClearAtEnd.h"
 #include "lattice/Lattice.h"
 
 namespace starsift {
-
-namespace latticebackup {
-
-/// Sets a flag as long as it lives.
-class Raised {
- public:
-  explicit Raised(bool& flag) : flag_(flag) { flag_ = true; }
-  Raised(const Raised&) = delete;
-  Raised& operator=(const Raised&) = delete;
-  ~Raised() { flag_ = false; }
-
- private:
-  bool& flag_;
-};
-
-}  // namespace latticebackup
 
 template <class T, class R>
 VectorBackup<T, R> Lattice<T, R>::backupVectors(BackupMode mode, Index count, Index position) {
@@ -102,7 +87,8 @@ std::optional<Vector<T>> Lattice<T, R>::restoredForm(const Vector<T>& form, Back
 
 template <class T, class R>
 void Lattice<T, R>::restoreVectors(VectorBackup<T, R> backup, BackupMode mode) {
-  const latticebackup::Raised raised(restoring);
+  restoring = true;
+  const ClearAtEnd clearing(restoring);
   takeStars(std::move(backup.stars));
   const Matrix<T> basis = mode == BackupMode::coordinates ? backMapAll(B) : Matrix<T>();
   for (const auto& entry : backup.entries) {

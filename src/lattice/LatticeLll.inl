@@ -12,6 +12,7 @@
 #include "core/Console.h"
 #include "core/Exceptions.h"
 #include "core/Failure.h"
+#include "lattice/ClearAtEnd.h"
 #include "lattice/Lattice.h"
 
 namespace starsift {
@@ -36,18 +37,6 @@ constexpr int mostPasses = 20;
 /// Moves of dependent vectors in one step at most, per vector of the basis. Each one gains
 /// something, unless cancellation makes a vector seem short: that one would come round again.
 constexpr Index mostMoves = 64;
-
-/// Clears a flag at the end of a block, also where an exception ends it.
-class ClearAtEnd {
- public:
-  explicit ClearAtEnd(bool& flag) : flag_(flag) {}
-  ClearAtEnd(const ClearAtEnd&) = delete;
-  ClearAtEnd& operator=(const ClearAtEnd&) = delete;
-  ~ClearAtEnd() { flag_ = false; }
-
- private:
-  bool& flag_;
-};
 
 }  // namespace latticelll
 
@@ -189,7 +178,7 @@ struct Lattice<T, R>::Pass {
 template <class T, class R>
 Index Lattice<T, R>::lllPass(Index from, Index to, Index kmax) {
   Pass pass{from, to == 0 ? n : to, kmax == 0 ? n : kmax};
-  const latticelll::ClearAtEnd sparing(keepDependent);
+  const ClearAtEnd sparing(keepDependent);
   exchangeVectors(pass);
   adjustBudget(pass.counts);
   // Vectors that the exchanges didn't reach are brought up to date all the same.
