@@ -28,9 +28,9 @@ void writeBest(std::ostream& stream, const Lattice<T, R>& lattice) {
 
 void SearchWatch::count(const PassCounts& counts) {
   // The counts of a new pass begin at 0.
-  if (counts.swaps < counted_) counted_ = 0;
-  exchanges_ += counts.swaps - counted_;
-  counted_ = counts.swaps;
+  if (counts.exchanges < counted_) counted_ = 0;
+  exchanges_ += counts.exchanges - counted_;
+  counted_ = counts.exchanges;
 }
 
 void SearchWatch::endPass(const PassCounts& counts) {

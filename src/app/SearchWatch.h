@@ -60,7 +60,7 @@ class SearchWatch : public ReductionObserver {
   void endPass(const PassCounts& counts);
 
   Index passes() const { return passes_; }
-  /// Exchanges of all passes, also, up to one each, of those that prepared a lattice.
+  /// Exchanges of all passes, also of those that prepared a lattice.
   Index exchanges() const { return exchanges_; }
 
  private:

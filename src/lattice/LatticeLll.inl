@@ -197,8 +197,10 @@ void Lattice<T, R>::exchangeVectors(Pass& pass) {
     if (k > pass.to || !goesOn(pass) || !lllStep(k, pass.kmax, pass.strict)) return;
     reportPass(pass);
     if (pass.counts.swaps < swapBudget) {
-      k = params.deep ? deepInsertStep(k) : swapStep(k);
+      const Index next = params.deep ? deepInsertStep(k) : swapStep(k);
       ++pass.counts.swaps;
+      if (next < k) ++pass.counts.exchanges;
+      k = next;
       vecStatus[k - 1] |= ST_SWAP_CHECKED;
     } else {
       ++pass.counts.skipped;

@@ -11,6 +11,8 @@ struct PassCounts {
   Index swaps = 0;
   /// Exchange tests left out because the budget was spent.
   Index skipped = 0;
+  /// Tests that ended in an exchange; a deep insertion is one.
+  Index exchanges = 0;
 };
 
 /// Hears of the steps of a reduction while it runs.

@@ -26,10 +26,10 @@ class SearchWatchTest : public testing::Test {
 TEST_F(SearchWatchTest, CountsTheExchangesOfAllPasses) {
   StatusLine line(nullptr, now_);
   SearchWatch watch(lattice_, line, now_);
-  watch.onStep({3, 0});
-  watch.onStep({5, 0});
-  watch.onStep({0, 0});
-  watch.onStep({4, 0});
+  watch.onStep({10, 0, 3});
+  watch.onStep({20, 1, 5});
+  watch.onStep({0, 0, 0});
+  watch.onStep({30, 2, 4});
   EXPECT_EQ(watch.exchanges(), 9);
 }
 
@@ -37,10 +37,10 @@ TEST_F(SearchWatchTest, CountsTheLastExchangeOfAPassAtItsEnd) {
   StatusLine line(nullptr, now_);
   SearchWatch watch(lattice_, line, now_);
   watch.beginPass();
-  watch.onStep({3, 0});
-  watch.endPass({4, 0});
+  watch.onStep({10, 0, 3});
+  watch.endPass({11, 0, 4});
   watch.beginPass();
-  watch.onStep({4, 0});
+  watch.onStep({12, 0, 4});
   EXPECT_EQ(watch.exchanges(), 8);
   EXPECT_EQ(watch.passes(), 2);
 }
@@ -99,7 +99,7 @@ TEST_F(SearchWatchTest, DrawsTheStatusWhenItIsDue) {
   StatusLine line(&terminal_, now_ - hours(1));
   SearchWatch watch(lattice_, line, now_ - hours(1));
   watch.beginPass();
-  watch.endPass({7, 0});
+  watch.endPass({20, 1, 7});
   watch.look();
   EXPECT_THAT(terminal_.str(), HasSubstr("pass 1, 7 exchanges, 0 solutions, 3600 s"));
 }

@@ -94,6 +94,22 @@ TYPED_TEST(LllPassOver, VectorsCheckedBeforeArePassedOver) {
   EXPECT_EQ(this->lattice.lastPass.swaps, 1);
 }
 
+TYPED_TEST(LllPassOver, PassCountsTheTestsThatEndInAnExchange) {
+  this->use({{3, 0, 0}, {0, 2, 0}, {0, 0, 1}});
+  this->lattice.lllPass(1, 0, 0);
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 0 0 1 ] [ 0 2 0 ] [ 3 0 0 ]");
+  EXPECT_EQ(this->lattice.lastPass.exchanges, 3);
+  EXPECT_GT(this->lattice.lastPass.swaps, 3);
+}
+
+TYPED_TEST(LllPassOver, DeepInsertionCountsAsOneExchange) {
+  this->use({{1, 0, 0, 0}, {0, 5, 0, 0}, {0, 0, 6, 0}, {0, 0, 0, 2}});
+  this->lattice.params.deep = true;
+  this->lattice.lllPass(1, 0, 0);
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 1 0 0 0 ] [ 0 0 0 2 ] [ 0 5 0 0 ] [ 0 0 6 0 ]");
+  EXPECT_EQ(this->lattice.lastPass.exchanges, 1);
+}
+
 TYPED_TEST(LllPassOver, SecondPassHasNothingToDo) {
   this->use(this->rows);
   this->lattice.lllPass(1, 0, 0);
