@@ -38,7 +38,7 @@ class SearchEnded : public GeneralException {
 /// Looks up ahead of each step of a reduction.
 class SearchWatch : public ReductionObserver {
  public:
-  /// Watches the search in `lattice`; draws on `line`.
+  /// Watches the search in `lattice` of a process that began at `start`; draws on `line`.
   SearchWatch(YLattice<long double>& lattice, StatusLine& line, StatusLine::Clock::time_point start)
       : lattice_(lattice), line_(line), start_(start) {}
 
@@ -58,6 +58,10 @@ class SearchWatch : public ReductionObserver {
   /// Ahead of a pass of the search itself, and behind it.
   void beginPass() { ++passes_; }
   void endPass(const PassCounts& counts);
+
+  /// How long the process has been running: what the time limit is about, and the times of
+  /// solutions and files.
+  StatusLine::Clock::duration elapsed() const { return StatusLine::Clock::now() - start_; }
 
   Index passes() const { return passes_; }
   /// Exchanges of all passes, also of those that prepared a lattice.

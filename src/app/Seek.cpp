@@ -83,7 +83,7 @@ SearchEnd Seek::run() {
   StarStore store(lattice_);
   watch_.setStore(store);
   lattice_.tryStandardPrecision();
-  lattice_.beginSearch(watch_);
+  lattice_.beginSearch(watch_, watch_.elapsed());
   const SearchEnd end = search();
   conclude(end);
   writeStatistics(end);

@@ -170,12 +170,17 @@ void YLattice<R>::sol2star() {
 }
 
 template <class R>
-void YLattice<R>::beginSearch(ReductionObserver& observer) {
+void YLattice<R>::beginSearch(ReductionObserver& observer,
+                              std::chrono::steady_clock::duration elapsed) {
   standard_.observer = &observer;
   exact_.observer = &observer;
-  withLive([](auto& lattice) {
+  // By the clock that is read for the times: another one may be some milliseconds ahead, and
+  // -1 stands for an unknown time.
+  const std::time_t start =
+      std::time(nullptr) - std::chrono::duration_cast<std::chrono::seconds>(elapsed).count();
+  withLive([start](auto& lattice) {
     using enum MainMutexVariable;
-    lattice.runVariables[startTime].set(std::to_string(std::time(nullptr)));
+    lattice.runVariables[startTime].set(std::to_string(start));
     lattice.params.stopping = true;
     lattice.terminationSwitch = true;
     lattice.outputSwitch = false;

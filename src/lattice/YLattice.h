@@ -3,6 +3,7 @@
 // throws PrecisionException.
 #pragma once
 
+#include <chrono>
 #include <concepts>
 #include <iosfwd>
 #include <string>
@@ -98,9 +99,10 @@ class YLattice {
   void addStars(const YLattice& other);
   /// Appends the solutions found as stars; no failover, so that an observer may call it.
   void sol2star();
-  /// From now on `observer` hears of all reductions, and the time of solutions counts from
-  /// here. The search ends by stopped(), never the process, and leaves the files to others.
-  void beginSearch(ReductionObserver& observer);
+  /// From now on `observer` hears of all reductions, and times count from the start of the
+  /// process, which has been running for `elapsed`. The search ends by stopped(), never the
+  /// process, and leaves the files to others.
+  void beginSearch(ReductionObserver& observer, std::chrono::steady_clock::duration elapsed);
   /// Nobody hears of reductions any more.
   void endSearch();
   /// The search has ended by itself.

@@ -1,5 +1,7 @@
 #include "lattice/YLattice.h"
 
+#include <chrono>
+#include <ctime>
 #include <stdexcept>
 #include <typeinfo>
 
@@ -237,6 +239,22 @@ TEST_F(YLatticeTest, DepthOfTheConsoleIsThatBeforeTheStep) {
   testing::internal::GetCapturedStdout();
   EXPECT_EQ(exactDepth, 1);
   EXPECT_EQ(consoleDepth(), 1);
+}
+
+/// Watches without a word.
+class Bystander : public ReductionObserver {
+ public:
+  void onStep(const PassCounts& /*counts*/) override {}
+};
+
+TEST_F(YLatticeTest, TimesOfASearchCountFromTheStartOfTheProcess) {
+  Bystander observer;
+  const std::time_t before = std::time(nullptr);
+  lattice.beginSearch(observer, std::chrono::hours(1));
+  const auto* text = lattice.standard().runVariables.find(MainMutexVariable::startTime);
+  const std::time_t start = std::stoll(text->copied());
+  EXPECT_GE(start, before - 3600);
+  EXPECT_LE(start, std::time(nullptr) - 3600);
 }
 
 /// What the wrapper writes to the console at a level of `verb`.
