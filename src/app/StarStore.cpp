@@ -42,9 +42,8 @@ bool StarStore::saveAndReport(YLattice<long double>& search, std::ostream& repor
 
 void StarStore::take(YLattice<long double>& search) {
   taken_ = solutionCount(search);
-  search.sol2star();
   stars_.useExtendedPrecision();
-  stars_.addStars(search);
+  stars_.takeSolutions(search);
   stars_.tryStandardPrecision();
 }
 

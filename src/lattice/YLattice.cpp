@@ -155,18 +155,15 @@ void YLattice<R>::takeProblem(const YLattice& other) {
 }
 
 template <class R>
-void YLattice<R>::addStars(const YLattice& other) {
-  other.withLive([this](const auto& source) {
+void YLattice<R>::takeSolutions(YLattice& search) {
+  search.withLive([this](auto& source) {
+    source.sol2star();
     const Index before = exact_.stars.dimension();
     exact_.stars.resize(before + source.stars.dimension(), true);
     for (Index i = 1; i <= source.stars.dimension(); ++i)
       exact_.stars[before + i].convertFrom(source.stars[i], false);
+    source.stars.destroy();
   });
-}
-
-template <class R>
-void YLattice<R>::sol2star() {
-  withLive([](auto& lattice) { lattice.sol2star(); });
 }
 
 template <class R>
