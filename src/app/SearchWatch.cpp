@@ -46,9 +46,7 @@ void SearchWatch::onStep(const PassCounts& counts) {
 void SearchWatch::look() {
   if (store_ != nullptr && store_->isDue(lattice_)) store_->save(lattice_);
   // While a lattice is made anew its solutions are elsewhere.
-  lattice_.withLive([this](const auto& lattice) {
-    mostSolutions_ = std::max(mostSolutions_, lattice.solutions.dimension());
-  });
+  mostSolutions_ = std::max(mostSolutions_, lattice_.solutionCount());
   if (interrupted() != 0) throw SearchEnded(SearchEnd::interrupt);
   const auto now = StatusLine::Clock::now();
   if (timeLimit_ > 0 && now - start_ >= std::chrono::duration<long double>(timeLimit_))

@@ -43,9 +43,13 @@ void reportUnused(const Params& params) {
 }
 
 /// When the search is to end was said.
-bool isLimited(const Params& params, const ParamInfo& snorm, const ParamInfo& tnorm) {
-  return params.iters >= 0 || params.rtime.get() > 0 || params.sol > 1 || !isDefault(snorm) ||
-         !isDefault(tnorm);
+bool isLimited(const Params& params) {
+  const auto isGiven = [&params](const char* name) {
+    ParamInfo* const* const parameter = params.table().find(name);
+    return parameter != nullptr && !isDefault(**parameter);
+  };
+  return params.iters >= 0 || params.rtime.get() > 0 || params.sol > 1 || isGiven("snorm") ||
+         isGiven("tnorm");
 }
 
 std::string_view reasonText(SearchEnd end) {
@@ -70,9 +74,9 @@ std::string_view reasonText(SearchEnd end) {
 
 Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, std::ostream& report)
     : lattice_(lattice), watch_(watch), report_(report) {
-  const auto& params = lattice.exact().params;
+  const Params& params = lattice.params();
   passLimit_ = params.iters;
-  limited_ = isLimited(params, params.snorm, params.tnorm);
+  limited_ = isLimited(params);
   watch.setTimeLimit(params.rtime.get());
   setExtendedOutput(params.verb == 2);
   reportUnused(params);
@@ -128,8 +132,8 @@ PassCounts Seek::runPass() {
 
 void Seek::restartLattice() {
   if (isOver()) return;
-  if (solutionCount() > solutionsBefore_) fruitless_ = 0;
-  solutionsBefore_ = solutionCount();
+  if (lattice_.solutionCount() > solutionsBefore_) fruitless_ = 0;
+  solutionsBefore_ = lattice_.solutionCount();
   if (!limited_ && fruitless_ == fruitlessRestarts) throw SearchEnded(SearchEnd::fruitless);
   ++fruitless_;
   lattice_.saveLattice();
@@ -159,24 +163,20 @@ void Seek::conclude(SearchEnd end) {
 }
 
 void Seek::writeStatistics(SearchEnd end) {
-  lattice_.withLive([this, end](const auto& lattice) {
-    if (lattice.params.verb < 1) return;
-    report_ << "Search ended: " << reasonText(end) << ". Passes = " << watch_.passes()
-            << ", exchanges = " << watch_.exchanges() << ", restarts = " << lattice.restarts
-            << endLine();
-    stampOutputTime();
-  });
+  if (lattice_.params().verb < 1) return;
+  report_ << "Search ended: " << reasonText(end) << ". Passes = " << watch_.passes()
+          << ", exchanges = " << watch_.exchanges() << ", restarts = " << lattice_.restarts()
+          << endLine();
+  stampOutputTime();
 }
 
 /// Says what the result is no proof of.
 void Seek::writeVerdict(bool anyStars) {
-  const bool hasTargets =
-      lattice_.withLive([](const auto& lattice) { return lattice.problemAsRead().dt.isSet(); });
-  if (solutionCount() == 0)
+  if (lattice_.solutionCount() == 0)
     report_ << "No " << (anyStars ? "further " : "")
             << "solution was found. This proves nothing: there may be one all the same."
             << endLine();
-  else if (hasTargets)
+  else if (lattice_.hasTargets())
     report_ << "The first solution is the best one found, not proven to be the best there is."
             << endLine();
   stampOutputTime();
@@ -191,10 +191,6 @@ bool Seek::isOver() const {
     return (params.sol > 0 && lattice.solutions.dimension() >= params.sol) ||
            (best.isSet() && (best.targetNorm <= params.tnorm || best.slackNorm <= params.snorm));
   });
-}
-
-Index Seek::solutionCount() const {
-  return lattice_.withLive([](const auto& lattice) { return lattice.solutions.dimension(); });
 }
 
 }  // namespace starsift

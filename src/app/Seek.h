@@ -33,7 +33,6 @@ class Seek {
   void writeStatistics(SearchEnd end);
   void writeVerdict(bool anyStars);
   bool isOver() const;
-  Index solutionCount() const;
 
   YLattice<long double>& lattice_;
   SearchWatch& watch_;

@@ -9,10 +9,6 @@ namespace {
 /// Time between two writings, as a multiple of what the last one took.
 constexpr int pausePerSave = 10;
 
-Index solutionCount(const YLattice<long double>& search) {
-  return search.withLive([](const auto& lattice) { return lattice.solutions.dimension(); });
-}
-
 }  // namespace
 
 StarStore::StarStore(const YLattice<long double>& search) {
@@ -23,7 +19,7 @@ StarStore::StarStore(const YLattice<long double>& search) {
 }
 
 bool StarStore::isDue(const YLattice<long double>& search) const {
-  return solutionCount(search) > taken_ && Clock::now() >= nextSave_;
+  return search.solutionCount() > taken_ && Clock::now() >= nextSave_;
 }
 
 void StarStore::save(YLattice<long double>& search) {
@@ -37,11 +33,11 @@ void StarStore::save(YLattice<long double>& search) {
 bool StarStore::saveAndReport(YLattice<long double>& search, std::ostream& report) {
   take(search);
   saveStars(stars_, report);
-  return stars_.withLive([](const auto& lattice) { return lattice.stars.isSet(); });
+  return stars_.hasStars();
 }
 
 void StarStore::take(YLattice<long double>& search) {
-  taken_ = solutionCount(search);
+  taken_ = search.solutionCount();
   stars_.useExtendedPrecision();
   stars_.takeSolutions(search);
   stars_.tryStandardPrecision();

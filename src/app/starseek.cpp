@@ -28,8 +28,7 @@ std::streambuf* statusTerminal(const YLattice<long double>& lattice) {
   const char* const kind = std::getenv("TERM");
   if (isatty(STDERR_FILENO) == 0 || kind == nullptr || std::string_view(kind) == "dumb")
     return nullptr;
-  const bool talks = lattice.withLive([](const auto& live) { return live.params.verb > 0; });
-  return talks && isatty(STDOUT_FILENO) != 0 ? nullptr : std::cerr.rdbuf();
+  return lattice.params().verb > 0 && isatty(STDOUT_FILENO) != 0 ? nullptr : std::cerr.rdbuf();
 }
 
 int seek(YLattice<long double>& lattice, StatusLine::Clock::time_point start) {
@@ -50,7 +49,7 @@ int runCommand(std::span<char* const> arguments, StatusLine::Clock::time_point s
   lattice.setFileNames(given.optFile);
   lattice.useExtendedPrecision();
   lattice.readParams(given.parameters);
-  if (lattice.exact().params.help) {
+  if (lattice.params().help) {
     printUsage(program, synopsis);
     writeParamHelp(std::cout << endLine());
     return EXIT_SUCCESS;

@@ -196,6 +196,31 @@ bool YLattice<R>::stopped() const {
 }
 
 template <class R>
+Index YLattice<R>::solutionCount() const {
+  return withLive([](const auto& lattice) { return lattice.solutions.dimension(); });
+}
+
+template <class R>
+Index YLattice<R>::restarts() const {
+  return withLive([](const auto& lattice) { return lattice.restarts; });
+}
+
+template <class R>
+bool YLattice<R>::hasStars() const {
+  return withLive([](const auto& lattice) { return lattice.stars.isSet(); });
+}
+
+template <class R>
+bool YLattice<R>::hasTargets() const {
+  return withLive([](const auto& lattice) { return lattice.problemAsRead().dt.isSet(); });
+}
+
+template <class R>
+const Params& YLattice<R>::params() const {
+  return useExact_ ? static_cast<const Params&>(exact_.params) : standard_.params;
+}
+
+template <class R>
 void YLattice<R>::sortStars() {
   withLive([](auto& lattice) { starsift::sortStars(lattice.stars); });
 }

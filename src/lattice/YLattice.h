@@ -107,6 +107,15 @@ class YLattice {
   void endSearch();
   /// The search has ended by itself.
   bool stopped() const;
+  /// Solutions that are filed in the lattice itself, as opposed to its stars.
+  Index solutionCount() const;
+  /// Regenerations so far.
+  Index restarts() const;
+  bool hasStars() const;
+  /// The problem as read says what makes one solution better than another.
+  bool hasTargets() const;
+  /// Those of the live lattice; snorm and tnorm, whose types differ, are in the table only.
+  const Params& params() const;
   void sortStars();
   void removeDuplicates(bool compareParams);
   /// The text of solutionsText(), piece by piece.
