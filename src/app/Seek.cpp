@@ -185,12 +185,7 @@ void Seek::writeVerdict(bool anyStars) {
 /// The lattice has ended the search, or has what it was to find: of what it meets while it
 /// is made it files solutions, but it doesn't end then.
 bool Seek::isOver() const {
-  return lattice_.stopped() || lattice_.withLive([](const auto& lattice) {
-    const auto& params = lattice.params;
-    const auto& best = lattice.bestTarget;
-    return (params.sol > 0 && lattice.solutions.dimension() >= params.sol) ||
-           (best.isSet() && (best.targetNorm <= params.tnorm || best.slackNorm <= params.snorm));
-  });
+  return lattice_.stopped() || lattice_.isSatisfied();
 }
 
 }  // namespace starsift

@@ -174,6 +174,10 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// The raw vector is the image of the point that it stands for, up to the tolerance of T,
   /// or with `exact` without any. Of a pair of deviations only the difference counts.
   bool isConsistent(const Vector<T>& vector, bool exact) const;
+  /// What the search was to find is filed: as many solutions as the parameter sol says, or one
+  /// with a norm that tnorm or snorm asks for. Unlike stopped() also where it was filed in
+  /// silence. O(solutions).
+  bool isSatisfied() const;
 
   // Scores: LatticeScore.inl
 
@@ -373,7 +377,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   VectorScore<R> bestRecord;
   /// Best target vector so far, empty while there is none; reset.
   TargetVector<T> bestTarget;
-  /// Solutions found, as raw lattice vectors; reset.
+  /// Solutions found, as raw lattice vectors, with the norms of their points; reset.
   Array<Star<T>> solutions;
   /// Stack of transformations, the last one is current; one identity after reset.
   Array<Matrix<T>> TT;
@@ -537,6 +541,9 @@ class Lattice : public Vanu<T>, private ParamReactions {
   unsigned fileSolution(const Vector<T>& vector, std::int64_t time);
   /// The bits of a solution with these norms that is filed already.
   unsigned limitBits(const Norms<T>& norms) const;
+  bool hasEnough() const;
+  /// A solution with these norms ends the search; none does in a problem without targets.
+  bool meetsGoal(const T& targetNorm, const T& slackNorm) const;
   bool isStored(const Vector<T>& vector) const;
   /// Is the vector better than the best target, which it then becomes, or as good? Without
   /// a best target it is.

@@ -235,6 +235,8 @@ unsigned Lattice<T, R>::fileSolution(const Vector<T>& vector, std::int64_t time)
   Star<T> solution;
   static_cast<Vector<T>&>(solution) = vector;
   solution.time = discoveryTime(time);
+  solution.targetNorm = verdict.norms.target;
+  solution.slackNorm = verdict.norms.slack;
   solutions.resize(solutions.dimension() + 1, true);
   solutions[solutions.dimension()] = std::move(solution);
   return CHECK_SOLUTION | CHECK_STORED | limitBits(verdict.norms);
@@ -265,10 +267,25 @@ bool Lattice<T, R>::competesForTarget(const Vector<T>& vector, const StarVerdict
 
 template <class T, class R>
 unsigned Lattice<T, R>::limitBits(const Norms<T>& norms) const {
-  const bool enough = params.sol > 0 && solutions.dimension() >= params.sol;
-  const bool goodEnough =
-      this->At.rowCount() > 0 && (norms.target <= params.tnorm || norms.slack <= params.snorm);
-  return enough || goodEnough ? CHECK_LIMIT : 0;
+  return hasEnough() || meetsGoal(norms.target, norms.slack) ? CHECK_LIMIT : 0;
+}
+
+template <class T, class R>
+bool Lattice<T, R>::hasEnough() const {
+  return params.sol > 0 && solutions.dimension() >= params.sol;
+}
+
+template <class T, class R>
+bool Lattice<T, R>::meetsGoal(const T& targetNorm, const T& slackNorm) const {
+  return this->At.rowCount() > 0 && (targetNorm <= params.tnorm || slackNorm <= params.snorm);
+}
+
+template <class T, class R>
+bool Lattice<T, R>::isSatisfied() const {
+  return hasEnough() ||
+         std::any_of(solutions.begin(), solutions.end(), [this](const Star<T>& solution) {
+           return meetsGoal(solution.targetNorm, solution.slackNorm);
+         });
 }
 
 }  // namespace starsift

@@ -196,6 +196,11 @@ bool YLattice<R>::stopped() const {
 }
 
 template <class R>
+bool YLattice<R>::isSatisfied() const {
+  return withLive([](const auto& lattice) { return lattice.isSatisfied(); });
+}
+
+template <class R>
 Index YLattice<R>::solutionCount() const {
   return withLive([](const auto& lattice) { return lattice.solutions.dimension(); });
 }

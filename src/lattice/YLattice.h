@@ -107,6 +107,8 @@ class YLattice {
   void endSearch();
   /// The search has ended by itself.
   bool stopped() const;
+  /// What the search was to find is filed.
+  bool isSatisfied() const;
   /// Solutions that are filed in the lattice itself, as opposed to its stars.
   Index solutionCount() const;
   /// Regenerations so far.

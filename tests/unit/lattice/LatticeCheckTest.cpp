@@ -21,6 +21,9 @@ constexpr const char* climb =
     "[ inf ] = [ 4 ] [ [ 1 1 ] ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 2 ] [ 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
 // x + y to be 7, both from 0 to 5.
 constexpr const char* aim = "[ 7 ] [ [ 1 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
+// x largest and y to be 2, both from 0 to 5.
+constexpr const char* twoGoals =
+    "[ inf 2 ] [ [ 1 0 ] [ 0 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
 // x free, y from 0 on.
 constexpr const char* open =
     "[ ] [ ] [ ] [ ] [ ] [ [ 1 1 ] ] [ 0 ] [ 9 ] [ 0 0 ] [ -inf 0 ] [ inf inf ]";
@@ -269,6 +272,30 @@ TYPED_TEST(LatticeCheckOver, NormsDoNotCountWithoutTargets) {
   this->live.params.tnorm = TypeParam(9);
   this->live.params.snorm = TypeParam(9);
   EXPECT_EQ(this->checkPoint(5, 1), filed);
+  EXPECT_FALSE(this->live.isSatisfied());
+}
+
+TYPED_TEST(LatticeCheckOver, SearchIsSatisfiedByWhatWasFiledInSilence) {
+  this->use(climb);
+  EXPECT_FALSE(this->live.isSatisfied());
+  EXPECT_EQ(this->checkPoint(4, 1), filed);
+  EXPECT_FALSE(this->live.isSatisfied());
+  this->live.params.tnorm = TypeParam(-5);
+  EXPECT_TRUE(this->live.isSatisfied());
+  this->live.params.tnorm = TypeParam(-6);
+  EXPECT_FALSE(this->live.isSatisfied());
+  this->live.params.sol = 1;
+  EXPECT_TRUE(this->live.isSatisfied());
+}
+
+TYPED_TEST(LatticeCheckOver, SlackOfASolutionCountsBesideAnEquallyGoodTarget) {
+  this->use(twoGoals);
+  this->live.params.snorm = TypeParam(0);
+  EXPECT_EQ(this->checkPoint(4, 3), filed);
+  EXPECT_FALSE(this->live.isSatisfied());
+  EXPECT_EQ(this->checkPoint(3, 2), filed | CHECK_LIMIT);
+  EXPECT_EQ(this->live.bestTarget.slackNorm, TypeParam(1));
+  EXPECT_TRUE(this->live.isSatisfied());
 }
 
 TYPED_TEST(LatticeCheckOver, SolutionIsWrittenUnlessSilent) {
