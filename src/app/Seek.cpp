@@ -111,6 +111,7 @@ SearchEnd Seek::search() {
     return ended.reason();
   } catch (const PrecisionException& exception) {
     std::cerr << "\n*** " << exception.message() << endLine();
+    stampOutputTime();
     return SearchEnd::overflow;
   }
   return SearchEnd::goal;
