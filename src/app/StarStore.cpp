@@ -22,7 +22,7 @@ bool StarStore::isDue(const YLattice<long double>& search) const {
   return search.solutionCount() > taken_ && Clock::now() >= nextSave_;
 }
 
-void StarStore::save(YLattice<long double>& search) {
+void StarStore::save(const YLattice<long double>& search) {
   const auto start = Clock::now();
   take(search);
   cleanStars(stars_);
@@ -30,17 +30,16 @@ void StarStore::save(YLattice<long double>& search) {
   nextSave_ = Clock::now() + pausePerSave * (Clock::now() - start);
 }
 
-bool StarStore::saveAndReport(YLattice<long double>& search, std::ostream& report) {
+bool StarStore::saveAndReport(const YLattice<long double>& search, std::ostream& report) {
   take(search);
   saveStars(stars_, report);
   return stars_.hasStars();
 }
 
-void StarStore::take(YLattice<long double>& search) {
-  taken_ = search.solutionCount();
-  stars_.useExtendedPrecision();
-  stars_.takeSolutions(search);
-  stars_.tryStandardPrecision();
+void StarStore::take(const YLattice<long double>& search) {
+  const Index found = search.solutionCount();
+  stars_.addStars(search.solutionStars());
+  taken_ = found;
 }
 
 }  // namespace starsift

@@ -25,13 +25,13 @@ class StarStore {
   bool isDue(const YLattice<long double>& search) const;
 
   /// Takes the solutions of the search and writes the file.
-  void save(YLattice<long double>& search);
+  void save(const YLattice<long double>& search);
 
   /// The same, and the report of all stars. Returns whether there are any.
-  bool saveAndReport(YLattice<long double>& search, std::ostream& report);
+  bool saveAndReport(const YLattice<long double>& search, std::ostream& report);
 
  private:
-  void take(YLattice<long double>& search);
+  void take(const YLattice<long double>& search);
 
   YLattice<long double> stars_;
   /// Solutions of the search when they were last taken.

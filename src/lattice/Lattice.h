@@ -336,8 +336,11 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// nothing while the output switch is off.
   void writeSolFile(bool complete);
   /// Appends best target and solutions as stars, then sorts the stars and drops repetitions.
-  /// Fatal: "sol2star: lat2opt can not compute x_opt".
+  /// Throws and fails as solutionStars().
   void sol2star();
+  /// Best target and solutions as fresh stars. PrecisionException where T can't hold one.
+  /// Fatal: "sol2star: lat2opt can not compute x_opt".
+  Array<Star<T>> solutionStars() const;
   /// Writes the lattice to latFile, if the output switch is on. SIGINT and SIGTERM wait until
   /// the file is complete.
   void writeLatFile();
@@ -649,11 +652,6 @@ class Lattice : public Vanu<T>, private ParamReactions {
   void makeAnew();
   /// Another order of the basis, a different one after each restart.
   void shuffleBasis();
-
-  // Parts of the files: LatticeFiles.inl
-
-  /// The star of a raw vector.
-  void appendStar(const TimeVector<T>& source, StarChecker<T>& checker);
 
   // Parts of the reduction: LatticeLll.inl
 

@@ -59,28 +59,35 @@ void Lattice<T, R>::writeSolFile(bool complete) {
 
 template <class T, class R>
 void Lattice<T, R>::sol2star() {
-  if (!bestTarget.isSet() && solutions.dimension() == 0) return;
-  StarChecker<T> checker(problemAsRead());
-  if (bestTarget.isSet()) appendStar(bestTarget, checker);
-  for (const Star<T>& solution : solutions) appendStar(solution, checker);
+  Array<Star<T>> found = solutionStars();
+  if (!found.isSet()) return;
+  const Index before = stars.dimension();
+  stars.resize(before + found.dimension(), true);
+  std::move(found.begin(), found.end(), stars.begin() + before);
   sortStars(stars);
   removeDuplicates(stars, params.bench > 0);
 }
 
 template <class T, class R>
-void Lattice<T, R>::appendStar(const TimeVector<T>& source, StarChecker<T>& checker) {
-  Star<T> star;
-  if (!(lat2opt(source, star, true, false, true) == T(1)))
-    fail("sol2star: lat2opt can not compute x_opt");
-  checker.check(star);
-  std::ostringstream text;
-  text << params;
-  star.paramsText = std::move(text).str();
-  star.versionText = solverVersion;
-  star.time = source.time;
-  star.fresh = true;
-  stars.resize(stars.dimension() + 1, true);
-  stars[stars.dimension()] = std::move(star);
+Array<Star<T>> Lattice<T, R>::solutionStars() const {
+  const Index targets = bestTarget.isSet() ? 1 : 0;
+  Array<Star<T>> found(targets + solutions.dimension());
+  if (!found.isSet()) return found;
+  std::ostringstream paramsText;
+  paramsText << params;
+  StarChecker<T> checker(problemAsRead());
+  const auto fill = [&](Star<T>& star, const TimeVector<T>& source) {
+    if (!(lat2opt(source, star, true, false, true) == T(1)))
+      fail("sol2star: lat2opt can not compute x_opt");
+    checker.check(star);
+    star.paramsText = paramsText.str();
+    star.versionText = solverVersion;
+    star.time = source.time;
+    star.fresh = true;
+  };
+  if (bestTarget.isSet()) fill(found[1], bestTarget);
+  for (Index i = 1; i <= solutions.dimension(); ++i) fill(found[targets + i], solutions[i]);
+  return found;
 }
 
 template <class T, class R>

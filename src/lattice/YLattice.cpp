@@ -2,6 +2,8 @@
 
 #include <ctime>
 #include <iostream>
+#include <memory>
+#include <utility>
 
 #include "files/StarOrder.h"
 #include "numbers/Conversion.h"
@@ -155,14 +157,20 @@ void YLattice<R>::takeProblem(const YLattice& other) {
 }
 
 template <class R>
-void YLattice<R>::takeSolutions(YLattice& search) {
-  search.withLive([this](auto& source) {
-    source.sol2star();
-    const Index before = exact_.stars.dimension();
-    exact_.stars.resize(before + source.stars.dimension(), true);
-    for (Index i = 1; i <= source.stars.dimension(); ++i)
-      exact_.stars[before + i].convertFrom(source.stars[i], false);
-    source.stars.destroy();
+void YLattice<R>::addStars(Array<Star<QQ>> added) {
+  useExtendedPrecision();
+  const Index before = exact_.stars.dimension();
+  exact_.stars.resize(before + added.dimension(), true);
+  std::move(added.begin(), added.end(), exact_.stars.begin() + before);
+  tryStandardPrecision();
+}
+
+template <class R>
+Array<Star<QQ>> YLattice<R>::solutionStars() const {
+  return withLive([](const auto& lattice) {
+    const auto beside = std::make_unique<Exact>();
+    beside->assignFrom(lattice, false);
+    return beside->solutionStars();
   });
 }
 

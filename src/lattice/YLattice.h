@@ -95,10 +95,11 @@ class YLattice {
   void readParams(const std::vector<std::string>& arguments);
   /// Takes problem and paths of `other` into a fresh exact lattice.
   void takeProblem(const YLattice& other);
-  /// Makes stars of the solutions that `search` has filed and moves all its stars behind those
-  /// of the exact lattice, which must be live. `search` has none then, and keeps its solutions.
-  /// No failover, so that an observer of the search may call it.
-  void takeSolutions(YLattice& search);
+  /// Appends stars.
+  void addStars(Array<Star<QQ>> added);
+  /// The solutions found as stars. In exact numbers whatever lattice is live, and beside it,
+  /// so that an observer may ask in the middle of a step.
+  Array<Star<QQ>> solutionStars() const;
   /// From now on `observer` hears of all reductions, and times count from the start of the
   /// process, which has been running for `elapsed`. The search ends by stopped(), never the
   /// process, and leaves the files to others.

@@ -1,8 +1,13 @@
 // The solution file of a search, and what of it stays with the lattice.
 #include "app/StarStore.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sstream>
+#include <type_traits>
+
+#include "numbers/Conversion.h"
 #include "support/FreshConsole.h"
 #include "support/ScratchDir.h"
 
@@ -23,7 +28,7 @@ class StarStoreTest : public test::FreshConsole {
     search_.tryStandardPrecision();
     search_.normalise(true, false);
     search_.prepareLattice();
-    search_.standard().params.sol = 0;
+    search_.withLive([](auto& lattice) { lattice.params.sol = 0; });
   }
 
   /// The search files a point, `time` seconds after its start.
@@ -45,6 +50,28 @@ TEST_F(StarStoreTest, LeavesNoStarsInTheLatticeThatIsSearched) {
   EXPECT_EQ(search_.standard().stars.dimension(), 0);
   EXPECT_EQ(search_.standard().solutions.dimension(), 1);
   EXPECT_EQ(dir_.names(), (std::vector<std::string>{"p.opt", "p.sol"}));
+}
+
+// The range of x alone is above 10^9, what a mapping in long double may safely meet.
+TEST_F(StarStoreTest, TakesWhatTheLatticeInUseCanNotMap) {
+  search("[ ] [ ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 2 ] [ 9 ] [ 0 0 ] [ 0 0 ] [ 12345678901 5 ]");
+  StarStore store(search_);
+  const Vector<QQ> point{QQ(1), QQ(4)};
+  search_.runStep([&point](auto& lattice) {
+    using Entry = std::remove_cvref_t<decltype(lattice.homValue)>;
+    Vector<Entry> vector;
+    Vector<Entry> x;
+    x.convertFrom(point, false);
+    lattice.opt2lat(x, vector, false, Entry(1));
+    lattice.checkSolution(vector, false, 3, true);
+  });
+  ASSERT_FALSE(search_.usesExact());
+  ASSERT_EQ(search_.solutionCount(), 1);
+  EXPECT_THROW(search_.standard().sol2star(), PrecisionException);
+  std::ostringstream report;
+  EXPECT_TRUE(store.saveAndReport(search_, report));
+  EXPECT_THAT(report.str(), testing::HasSubstr("x = [ 1 4 ]"));
+  EXPECT_THAT(dir_.read("p.sol"), testing::StartsWith("[ 1 4 ] | 0 |"));
 }
 
 }  // namespace
