@@ -1,5 +1,7 @@
 #include "app/StarStore.h"
 
+#include <utility>
+
 #include "app/Sift.h"
 
 namespace starsift {
@@ -11,7 +13,8 @@ constexpr int pausePerSave = 10;
 
 }  // namespace
 
-StarStore::StarStore(const YLattice<long double>& search) {
+StarStore::StarStore(const YLattice<long double>& search, std::function<Clock::time_point()> now)
+    : now_(std::move(now)) {
   stars_.takeProblem(search);
   stars_.tryStandardPrecision();
   stars_.readStarsExactly(false);
@@ -19,15 +22,16 @@ StarStore::StarStore(const YLattice<long double>& search) {
 }
 
 bool StarStore::isDue(const YLattice<long double>& search) const {
-  return search.solutionCount() > taken_ && Clock::now() >= nextSave_;
+  return search.solutionCount() > taken_ && now_() >= nextSave_;
 }
 
 void StarStore::save(const YLattice<long double>& search) {
-  const auto start = Clock::now();
+  const auto start = now_();
   take(search);
   cleanStars(stars_);
   writeStars(stars_);
-  nextSave_ = Clock::now() + pausePerSave * (Clock::now() - start);
+  const auto end = now_();
+  nextSave_ = end + pausePerSave * (end - start);
 }
 
 bool StarStore::saveAndReport(const YLattice<long double>& search, std::ostream& report) {

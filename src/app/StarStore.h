@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <iosfwd>
 
 #include "lattice/YLattice.h"
@@ -17,8 +18,9 @@ class StarStore {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// Reads the file beside the problem of `search`, and drops wrong stars.
-  explicit StarStore(const YLattice<long double>& search);
+  /// Reads the file beside the problem of `search`, and drops wrong stars. `now` tells the time.
+  explicit StarStore(const YLattice<long double>& search,
+                     std::function<Clock::time_point()> now = Clock::now);
 
   /// The search has solutions that were not taken, and since the last writing enough time
   /// has passed that a search with many solutions doesn't spend it on files.
@@ -33,6 +35,7 @@ class StarStore {
  private:
   void take(const YLattice<long double>& search);
 
+  std::function<Clock::time_point()> now_;
   YLattice<long double> stars_;
   /// Solutions of the search when they were last taken.
   Index taken_ = 0;

@@ -4,24 +4,37 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <sstream>
 #include <type_traits>
 
 #include "numbers/Conversion.h"
 #include "support/FreshConsole.h"
 #include "support/ScratchDir.h"
+#include "support/StarRun.h"
 
 namespace starsift {
 namespace {
 
+using std::chrono::nanoseconds;
+using std::chrono::seconds;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+using Names = std::vector<std::string>;
+
 // x + 2 y between 2 and 9, both from 0 to 5.
 constexpr std::string_view band =
     "[ ] [ ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 2 ] [ 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
+// The same with x largest.
+constexpr std::string_view climb =
+    "[ inf ] [ [ 1 0 ] ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 2 ] [ 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
 
 class StarStoreTest : public test::FreshConsole {
  protected:
-  /// A search in p.opt, ready to find.
-  void search(std::string_view problem) {
+  /// A search in p.opt that has found nothing yet, with `stars` in p.sol.
+  void search(std::string_view problem, std::string_view stars = "") {
+    if (!stars.empty()) dir_.write("p.sol", stars);
     search_.setFileNames(dir_.write("p.opt", problem));
     search_.useExtendedPrecision();
     search_.readOpt();
@@ -29,6 +42,7 @@ class StarStoreTest : public test::FreshConsole {
     search_.normalise(true, false);
     search_.prepareLattice();
     search_.withLive([](auto& lattice) { lattice.params.sol = 0; });
+    ASSERT_EQ(search_.solutionCount(), 0);
   }
 
   /// The search files a point, `time` seconds after its start.
@@ -38,24 +52,164 @@ class StarStoreTest : public test::FreshConsole {
     EXPECT_NE(search_.standard().checkSolution(vector, false, time, true), 0U);
   }
 
+  StarStore store() {
+    return StarStore(search_, [this] { return now_ += reading_; });
+  }
+
+  std::string solFile() const { return dir_.read("p.sol"); }
+  std::string paramsText() const {
+    std::ostringstream text;
+    text << search_.params();
+    return text.str();
+  }
+
   test::ScratchDir dir_;
   YLattice<long double> search_;
+  StarStore::Clock::time_point now_{};
+  /// What it takes to look at the clock once more.
+  StarStore::Clock::duration reading_{};
 };
 
-TEST_F(StarStoreTest, LeavesNoStarsInTheLatticeThatIsSearched) {
+TEST_F(StarStoreTest, IsDueWhenThereIsASolutionThatItHasNot) {
   search(band);
-  StarStore store(search_);
+  StarStore stars = store();
+  EXPECT_FALSE(stars.isDue(search_));
   find({1, 4}, 3);
-  store.save(search_);
-  EXPECT_EQ(search_.standard().stars.dimension(), 0);
-  EXPECT_EQ(search_.standard().solutions.dimension(), 1);
-  EXPECT_EQ(dir_.names(), (std::vector<std::string>{"p.opt", "p.sol"}));
+  EXPECT_TRUE(stars.isDue(search_));
+  stars.save(search_);
+  EXPECT_FALSE(stars.isDue(search_));
+  find({2, 3}, 4);
+  EXPECT_TRUE(stars.isDue(search_));
+}
+
+TEST_F(StarStoreTest, PausesTenTimesAsLongAsItWrote) {
+  search(band);
+  StarStore stars = store();
+  find({1, 4}, 3);
+  reading_ = seconds(1);
+  stars.save(search_);
+  reading_ = {};
+  find({2, 3}, 4);
+  const auto end = now_;
+  now_ = end + seconds(10) - nanoseconds(1);
+  EXPECT_FALSE(stars.isDue(search_));
+  now_ = end + seconds(10);
+  EXPECT_TRUE(stars.isDue(search_));
+}
+
+TEST_F(StarStoreTest, LeavesNoStarsInTheLatticeThatIsSearched) {
+  search(band, "[ 5 1 ]\n");
+  StarStore stars = store();
+  find({1, 4}, 3);
+  stars.save(search_);
+  EXPECT_FALSE(search_.hasStars());
+  EXPECT_EQ(search_.solutionCount(), 1);
+}
+
+TEST_F(StarStoreTest, WritesWhatIsFoundBesideWhatIsKnown) {
+  search(band, "[ 5 1 ] | 0 | [ ] | 0 | 7 | other | 1.0\n");
+  StarStore stars = store();
+  find({1, 4}, 3);
+  stars.save(search_);
+  EXPECT_EQ(solFile(), "[ 1 4 ] | 0 | [ ] | 0 | 3 | " + paramsText() +
+                           " | 2.4.2\n[ 5 1 ] | 0 | [ ] | 0 | 7 | other | 1.0\n");
+}
+
+TEST_F(StarStoreTest, DropsWrongStars) {
+  search(band, "[ 5 5 ]\n[ 5 1 ]\n");
+  StarStore stars = store();
+  find({1, 4}, 3);
+  stars.save(search_);
+  EXPECT_THAT(solFile(), Not(HasSubstr("[ 5 5 ]")));
+  EXPECT_THAT(solFile(), HasSubstr("[ 5 1 ]"));
+}
+
+TEST_F(StarStoreTest, TouchesNoFileBeforeItSaves) {
+  search(band, "[ 5 5 ]\n[ 5 1 ]\n");
+  const StarStore stars = store();
+  EXPECT_EQ(solFile(), "[ 5 5 ]\n[ 5 1 ]\n");
+}
+
+TEST_F(StarStoreTest, WritesWhatStarsiftWouldMakeOfIt) {
+  search(climb, "[ 5 1 ] | 0 | [ 0 ] | 0 | 7 | other | 1.0\n[ 1/2 4 ]\n[ 1 4 ]\n");
+  StarStore stars = store();
+  find({1, 4}, 3);
+  find({5, 1}, 4);
+  stars.save(search_);
+  const std::string written = solFile();
+  EXPECT_THAT(written, HasSubstr("other"));
+  const std::string report = test::siftedReport(dir_.file("p.sol"));
+  EXPECT_EQ(solFile(), written);
+
+  std::ostringstream own;
+  EXPECT_TRUE(stars.saveAndReport(search_, own));
+  EXPECT_EQ(own.str(), report);
+  EXPECT_EQ(solFile(), written);
+}
+
+TEST_F(StarStoreTest, KeepsAStarThatIsFoundAgainWithOtherParameters) {
+  search(band, "[ 1 4 ] | 0 | [ ] | 0 | 7 | other | 1.0\n");
+  StarStore stars = store();
+  find({1, 4}, 3);
+  stars.save(search_);
+  EXPECT_EQ(solFile(), "[ 1 4 ] | 0 | [ ] | 0 | 3 | " + paramsText() +
+                           " | 2.4.2\n[ 1 4 ] | 0 | [ ] | 0 | 7 | other | 1.0\n");
+}
+
+TEST_F(StarStoreTest, LosesNothingWhenItSavesAgain) {
+  search(climb, "[ 0 3 ]\n");
+  StarStore stars = store();
+  find({1, 4}, 3);
+  stars.save(search_);
+  const std::string first = solFile();
+  stars.save(search_);
+  EXPECT_EQ(solFile(), first);
+  find({5, 1}, 4);
+  stars.save(search_);
+  const std::string second = solFile();
+  EXPECT_THAT(second, StartsWith("[ 5 1 ] | -5 | [ 5 ] | 0 | 4 | "));
+  EXPECT_EQ(second.substr(second.find('\n') + 1), first);
+}
+
+TEST_F(StarStoreTest, KeepsWhatTheSearchHasLost) {
+  search(band);
+  StarStore stars = store();
+  find({1, 4}, 3);
+  stars.save(search_);
+  const std::string written = solFile();
+  search_.standard().solutions.clear();
+  stars.save(search_);
+  EXPECT_EQ(solFile(), written);
+}
+
+TEST_F(StarStoreTest, FileThatCannotBeWrittenIsNoEnd) {
+  search(band);
+  StarStore stars = store();
+  std::filesystem::create_directory(dir_.file("p.sol"));
+  find({1, 4}, 3);
+  stars.save(search_);
+  EXPECT_TRUE(std::filesystem::is_directory(dir_.file("p.sol")));
+  EXPECT_EQ(dir_.names(), (Names{"p.opt", "p.sol"}));
+  std::filesystem::remove(dir_.file("p.sol"));
+  find({2, 3}, 4);
+  stars.save(search_);
+  EXPECT_THAT(solFile(), HasSubstr("[ 1 4 ]"));
+  EXPECT_THAT(solFile(), HasSubstr("[ 2 3 ]"));
+}
+
+TEST_F(StarStoreTest, ReportsThatThereIsNothing) {
+  search(band, "[ 5 5 ]\n");
+  StarStore stars = store();
+  std::ostringstream report;
+  EXPECT_FALSE(stars.saveAndReport(search_, report));
+  EXPECT_EQ(report.str(), "\n");
+  EXPECT_EQ(dir_.names(), Names{"p.opt"});
 }
 
 // The range of x alone is above 10^9, what a mapping in long double may safely meet.
 TEST_F(StarStoreTest, TakesWhatTheLatticeInUseCanNotMap) {
   search("[ ] [ ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 2 ] [ 9 ] [ 0 0 ] [ 0 0 ] [ 12345678901 5 ]");
-  StarStore store(search_);
+  StarStore stars = store();
   const Vector<QQ> point{QQ(1), QQ(4)};
   search_.runStep([&point](auto& lattice) {
     using Entry = std::remove_cvref_t<decltype(lattice.homValue)>;
@@ -69,9 +223,9 @@ TEST_F(StarStoreTest, TakesWhatTheLatticeInUseCanNotMap) {
   ASSERT_EQ(search_.solutionCount(), 1);
   EXPECT_THROW(search_.standard().sol2star(), PrecisionException);
   std::ostringstream report;
-  EXPECT_TRUE(store.saveAndReport(search_, report));
-  EXPECT_THAT(report.str(), testing::HasSubstr("x = [ 1 4 ]"));
-  EXPECT_THAT(dir_.read("p.sol"), testing::StartsWith("[ 1 4 ] | 0 |"));
+  EXPECT_TRUE(stars.saveAndReport(search_, report));
+  EXPECT_THAT(report.str(), HasSubstr("x = [ 1 4 ]"));
+  EXPECT_THAT(solFile(), StartsWith("[ 1 4 ] | 0 |"));
 }
 
 }  // namespace
