@@ -1,0 +1,146 @@
+// The searches that come to an end, each for its reason.
+#include "app/Seek.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <sstream>
+
+#include "app/Interrupt.h"
+#include "support/FreshConsole.h"
+#include "support/ScratchDir.h"
+
+namespace starsift {
+namespace {
+
+using std::chrono::hours;
+using testing::EndsWith;
+using testing::HasSubstr;
+using Parameters = std::vector<std::string>;
+
+// 3 x + 5 y = 31, both from 0 to 5: only [ 2 5 ].
+constexpr std::string_view one =
+    "[ ] [ ] [ [ 3 5 ] ] [ 31 ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
+// The same with x + 2 y largest.
+constexpr std::string_view best =
+    "[ inf ] [ [ 1 2 ] ] [ [ 3 5 ] ] [ 31 ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
+// 3 x + 5 y = 7 has integer solutions, but none from 0 to 5.
+constexpr std::string_view none =
+    "[ ] [ ] [ [ 3 5 ] ] [ 7 ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
+
+/// Meets in the middle of a step what can't be computed.
+class BreakingWatch : public SearchWatch {
+ public:
+  using SearchWatch::SearchWatch;
+  void onStep(const PassCounts& /*counts*/) override { throw DecimalPrecisionException("lost"); }
+};
+
+class SeekTest : public test::FreshConsole {
+ protected:
+  /// The search in p.opt by a command with these parameters that began at `start_`.
+  template <class Watch = SearchWatch>
+  SearchEnd run(std::string_view problem, const Parameters& parameters) {
+    lattice_.setFileNames(dir_.write("p.opt", problem));
+    lattice_.useExtendedPrecision();
+    lattice_.readParams(parameters);
+    StatusLine line(nullptr, start_);
+    Watch watch(lattice_, line, start_);
+    testing::internal::CaptureStdout();
+    const SearchEnd end = Seek(lattice_, watch, report_).run();
+    console_ = testing::internal::GetCapturedStdout();
+    passes_ = watch.passes();
+    return end;
+  }
+
+  std::string report() const { return report_.str(); }
+  std::string solFile() const { return dir_.read("p.sol"); }
+
+  test::ScratchDir dir_;
+  YLattice<long double> lattice_;
+  StatusLine::Clock::time_point start_ = StatusLine::Clock::now();
+  std::ostringstream report_;
+  std::string console_;
+  Index passes_ = 0;
+};
+
+TEST_F(SeekTest, EndsWhenThereAreEnoughSolutions) {
+  EXPECT_EQ(run(one, {}), SearchEnd::goal);
+  EXPECT_THAT(solFile(), testing::StartsWith("[ 2 5 ] | 0 | [ ] | 0 | 0 | "));
+  EXPECT_THAT(report(), HasSubstr("x = [ 2 5 ]"));
+  EXPECT_THAT(console_, HasSubstr("Solutions found: 1"));
+}
+
+TEST_F(SeekTest, EndsWhenATargetNormIsMet) {
+  EXPECT_EQ(run(best, {"--sol=0", "--tnorm=-12"}), SearchEnd::goal);
+  EXPECT_THAT(report(), EndsWith("best one found, not proven to be the best there is.\n"));
+}
+
+TEST_F(SeekTest, GoesOnWhereTheTargetNormIsWorse) {
+  EXPECT_EQ(run(best, {"--sol=0", "--tnorm=-13", "--iters=2"}), SearchEnd::passes);
+}
+
+TEST_F(SeekTest, EndsAfterItsPasses) {
+  EXPECT_EQ(run(one, {"--sol=2", "--iters=3"}), SearchEnd::passes);
+  EXPECT_EQ(passes_, 3);
+  EXPECT_THAT(solFile(), HasSubstr("[ 2 5 ]"));
+}
+
+TEST_F(SeekTest, EndsWhenItsTimeIsOver) {
+  start_ -= hours(1);
+  EXPECT_EQ(run(one, {"--rtime=3600"}), SearchEnd::time);
+  EXPECT_EQ(passes_, 0);
+  EXPECT_THAT(report(), EndsWith("This proves nothing: there may be one all the same.\n"));
+}
+
+TEST_F(SeekTest, EndsWithoutLimitsWhenNothingNewComes) {
+  EXPECT_EQ(run(none, {"--verb=1"}), SearchEnd::fruitless);
+  EXPECT_THAT(report(), HasSubstr("Search ended: nothing new for long."));
+  EXPECT_THAT(report(), HasSubstr(", restarts = 20\n"));
+  EXPECT_EQ(solFile(), "<no file>");
+}
+
+TEST_F(SeekTest, GoesOnFruitlesslyWhereALimitWasSet) {
+  EXPECT_EQ(run(none, {"--iters=25"}), SearchEnd::passes);
+  EXPECT_EQ(passes_, 25);
+}
+
+TEST_F(SeekTest, EndsByASignal) {
+  EXPECT_EXIT(
+      {
+        rememberInterrupts();
+        std::raise(SIGTERM);
+        const SearchEnd end = run(one, {"--sol=2"});
+        std::_Exit(end == SearchEnd::interrupt && interrupted() == SIGTERM ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+}
+
+TEST_F(SeekTest, EndsWhereNumbersAreTooLarge) {
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(run<BreakingWatch>(one, {"--verb=1"}), SearchEnd::overflow);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "\n*** lost\n");
+  EXPECT_THAT(report(), HasSubstr("Search ended: numbers too large."));
+}
+
+TEST_F(SeekTest, CountsTimesFromTheStartOfTheProcess) {
+  start_ -= hours(1);
+  EXPECT_EQ(run(one, {}), SearchEnd::goal);
+  EXPECT_THAT(solFile(), testing::StartsWith("[ 2 5 ] | 0 | [ ] | 0 | 36"));
+}
+
+TEST_F(SeekTest, NamesParametersThatHaveNoEffect) {
+  testing::internal::CaptureStderr();
+  run(one, {"--beta=30", "--pair=1", "--iters=0"});
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "*** Without effect so far: --beta=30\n");
+}
+
+TEST_F(SeekTest, TellsOfEachRestartAtTheOutermostLevel) {
+  EXPECT_EQ(run(one, {"--verb=2", "--sol=2", "--iters=3"}), SearchEnd::passes);
+  EXPECT_THAT(console_, testing::Not(HasSubstr("|    |-> Restart")));
+  EXPECT_THAT(console_, HasSubstr("\n|-> Restart / termination handling ...\n"));
+}
+
+}  // namespace
+}  // namespace starsift
