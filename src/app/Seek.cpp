@@ -141,9 +141,6 @@ void Seek::restartLattice() {
   try {
     lattice_.restartHandling(false);
   } catch (const RestartException&) {
-    // The step that was left by it has blocks open, and there is a level of nesting beyond
-    // which nothing goes.
-    setConsoleDepth(0);
     // There is a new lattice, which may be simpler than the one before.
     lattice_.tryStandardPrecision();
   }
