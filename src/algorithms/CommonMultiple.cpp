@@ -18,7 +18,9 @@ T lcmAdjust(const T& multiple, const T& hi, const T& lo) {
   T best = lo;
   T least = lcmQQ(multiple, range);
   T divisor = gcdQQ(multiple, range);
-  for (int step = 0; step < mostSteps && !(divisor == range) && !(divisor == multiple); ++step) {
+  // A common multiple is no less than the range.
+  for (int step = 0;
+       step < mostSteps && range < least && !(divisor == range) && !(divisor == multiple); ++step) {
     low -= T(1);
     range = hi - low;
     divisor = gcdQQ(multiple, range);

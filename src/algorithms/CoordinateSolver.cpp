@@ -1,8 +1,10 @@
 #include "algorithms/CoordinateSolver.h"
 
 #include <algorithm>
+#include <memory>
 
 #include "algorithms/Echelon.h"
+#include "algorithms/ExactProduct.h"
 #include "core/Elimination.inl"
 #include "numbers/ExactArithmetic.h"
 
@@ -70,11 +72,50 @@ bool solveCoordinates(const CoordinateFactors<T>& factors, const Matrix<T>& basi
   return matches;
 }
 
+template <class T>
+bool coordinatesOver(CoordinateFactors<T>& factors, const Matrix<T>& basis, const Vector<T>& vector,
+                     bool rounded, Vector<T>& out) {
+  if (rounded) {
+    if (!factors.solver) factors.solver = std::make_shared<const BasisSolver>(basis);
+    if (factors.solver->isIndependent()) {
+      std::optional<Vector<T>> found = factors.solver->integerCoordinates(vector);
+      // Coordinates over another basis are never taken for those over this one.
+      if (!found || !identical(exactProduct(*found, basis), vector)) return false;
+      out = std::move(*found);
+      return true;
+    }
+  }
+  if (!factors.transform.isSet()) {
+    CoordinateFactors<T> made = factorBasis(basis);
+    made.solver = std::move(factors.solver);
+    factors = std::move(made);
+  }
+  return solveCoordinates(factors, basis, vector, rounded, out);
+}
+
+template <class T>
+std::optional<Matrix<T>> coordinatesOverAll(CoordinateFactors<T>& factors, const Matrix<T>& basis,
+                                            const Matrix<T>& rows, bool rounded) {
+  std::optional<Matrix<T>> result(std::in_place, rows.rowCount(), basis.rowCount());
+  for (Index i = 1; i <= rows.rowCount(); ++i)
+    if (!coordinatesOver(factors, basis, rows[i], rounded, (*result)[i])) return std::nullopt;
+  return result;
+}
+
 template CoordinateFactors<long double> factorBasis(const Matrix<long double>&);
 template CoordinateFactors<QQ> factorBasis(const Matrix<QQ>&);
 template bool solveCoordinates(const CoordinateFactors<long double>&, const Matrix<long double>&,
                                const Vector<long double>&, bool, Vector<long double>&);
 template bool solveCoordinates(const CoordinateFactors<QQ>&, const Matrix<QQ>&, const Vector<QQ>&,
                                bool, Vector<QQ>&);
+template bool coordinatesOver(CoordinateFactors<long double>&, const Matrix<long double>&,
+                              const Vector<long double>&, bool, Vector<long double>&);
+template bool coordinatesOver(CoordinateFactors<QQ>&, const Matrix<QQ>&, const Vector<QQ>&, bool,
+                              Vector<QQ>&);
+template std::optional<Matrix<long double>> coordinatesOverAll(CoordinateFactors<long double>&,
+                                                               const Matrix<long double>&,
+                                                               const Matrix<long double>&, bool);
+template std::optional<Matrix<QQ>> coordinatesOverAll(CoordinateFactors<QQ>&, const Matrix<QQ>&,
+                                                      const Matrix<QQ>&, bool);
 
 }  // namespace starsift

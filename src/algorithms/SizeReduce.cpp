@@ -40,11 +40,20 @@ T supNorm(const Vector<T>& row) {
   return norm;
 }
 
+template <class T>
+bool lengthens(const Vector<T>& row, const Vector<T>& other, const T& q) {
+  Vector<T> difference(row);
+  subtractMultiple(difference, other, q);
+  return supNorm(difference) > supNorm(row);
+}
+
 template void subtractMultiple(Vector<long double>&, const Vector<long double>&,
                                const long double&);
 template void subtractMultiple(Vector<QQ>&, const Vector<QQ>&, const QQ&);
 template void subtractCoefficients(Matrix<long double>&, Index, Index, const long double&);
 template long double supNorm(const Vector<long double>&);
 template QQ supNorm(const Vector<QQ>&);
+template bool lengthens(const Vector<long double>&, const Vector<long double>&, const long double&);
+template bool lengthens(const Vector<QQ>&, const Vector<QQ>&, const QQ&);
 
 }  // namespace starsift

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/Matrix.h"
+#include "core/NumberConversion.h"
 
 namespace starsift {
 
@@ -18,5 +19,20 @@ void subtractCoefficients(Matrix<R>& mu, Index k, Index j, const R& q);
 /// The greatest magnitude of an entry; 0 without entries.
 template <class T>
 T supNorm(const Vector<T>& row);
+
+/// row - q * other has a greater sup norm than row.
+template <class T>
+bool lengthens(const Vector<T>& row, const Vector<T>& other, const T& q);
+
+/// The squared length of a row whose entries are rounded to nearest in R.
+template <class R, class T>
+R squaredNorm(const Vector<T>& row) {
+  R sum = R();
+  for (const T& entry : row) {
+    const R value = NumberConversion<R, T>::nearest(entry);
+    sum += value * value;
+  }
+  return sum;
+}
 
 }  // namespace starsift

@@ -118,6 +118,7 @@ SearchEnd Seek::search() {
 }
 
 void Seek::reduceLattice() {
+  if (lattice_.params().deep) lattice_.sortBasis(0);
   for (int pass = 1; pass <= passesPerLattice && !isOver(); ++pass)
     if (runPass().skipped == 0) return;
 }

@@ -134,4 +134,14 @@ class Array {
   Index capacity_ = 0;
 };
 
+/// Appends an element. O(1) amortised, where growing by resize(..., true) one by one is
+/// quadratic.
+template <class T>
+void append(Array<T>& array, T element) {
+  const Index next = array.dimension() + 1;
+  if (next > array.capacity()) array.resize(2 * next, false);
+  array.resize(next, false);
+  array[next] = std::move(element);
+}
+
 }  // namespace starsift

@@ -1,7 +1,6 @@
 #include "files/StarOrder.h"
 
 #include <algorithm>
-#include <array>
 #include <compare>
 #include <map>
 #include <string_view>
@@ -9,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "core/HashedIndices.h"
+#include "core/VectorHash.h"
 #include "numbers/Conversion.h"
 #include "numbers/QQ.h"
 
@@ -173,52 +174,6 @@ void heapSort(std::vector<StarKey<T>>& keys) {
   }
 }
 
-/// Hash of the components 1, 1 + step, 1 + 2 step ...
-template <class T>
-std::size_t hashOf(const Vector<T>& x, Index step) {
-  constexpr std::size_t multiplier = 0x9E3779B97F4A7C15U;
-  // Each multiplication waits for the one before it: four chains run side by side.
-  std::array<std::size_t, 4> chains{1, 2, 3, 4};
-  std::size_t next = 0;
-  for (Index i = 1; i <= x.dimension(); i += step) {
-    std::size_t& chain = chains[next++ % chains.size()];
-    chain = (chain ^ NumberTraits<T>::hash(x[i])) * multiplier;
-  }
-  std::size_t hash = 0;
-  for (const std::size_t chain : chains) hash = (hash ^ chain ^ (chain >> 32U)) * multiplier;
-  return hash ^ (hash >> 32U);
-}
-
-/// Indices by hash: open addressing, with room for twice the indices, so that a
-/// free slot is near.
-class HashedIndices {
- public:
-  /// Index 0 is a free slot.
-  struct Slot {
-    Index index = 0;
-    std::size_t hash = 0;
-  };
-
-  bool hasRoom() const { return !slots_.empty(); }
-  void makeRoom(Index most) {
-    std::size_t size = 16;
-    while (size < 2 * static_cast<std::size_t>(most)) size *= 2;
-    slots_.resize(size);
-  }
-
-  /// The slot with this hash whose index `fits`, else the free one to use for it.
-  template <class Fits>
-  Slot& find(std::size_t hash, Fits fits) {
-    std::size_t k = hash & (slots_.size() - 1);
-    while (slots_[k].index != 0 && !(slots_[k].hash == hash && fits(slots_[k].index)))
-      k = (k + 1) & (slots_.size() - 1);
-    return slots_[k];
-  }
-
- private:
-  std::vector<Slot> slots_;
-};
-
 /// Finds, among the stars kept so far, the one that equals a given star.
 ///
 /// Most stars differ in a few components already, so a sample of them is hashed
@@ -229,19 +184,16 @@ class StarTable {
  public:
   StarTable(const Array<Star<T>>& stars, bool compareParams)
       : stars_(stars), compareParams_(compareParams) {
-    bySample_.makeRoom(stars.dimension());
+    bySample_.reserve(stars.dimension());
   }
 
   /// The index of an equal star that was entered before, else `index`, which is
   /// entered then.
   Index findOrEnter(Index index) {
     const std::size_t sample = hash(stars_[index], sampleStep());
-    HashedIndices::Slot& first = bySample_.find(sample, [](Index) { return true; });
-    if (first.index == 0) {
-      first = {index, sample};
-      return index;
-    }
-    findOrEnterByAll(first.index);
+    const Index first = bySample_.findOrEnter(sample, index, [](Index) { return true; });
+    if (first == index) return index;
+    findOrEnterByAll(first);
     return findOrEnterByAll(index);
   }
 
@@ -250,12 +202,8 @@ class StarTable {
   static constexpr Index sampleSize = 8;
 
   Index findOrEnterByAll(Index index) {
-    if (!byAll_.hasRoom()) byAll_.makeRoom(stars_.dimension());
-    const std::size_t all = hash(stars_[index], 1);
-    HashedIndices::Slot& slot =
-        byAll_.find(all, [&](Index other) { return other == index || equal(other, index); });
-    if (slot.index == 0) slot = {index, all};
-    return slot.index;
+    const auto isEqual = [&](Index other) { return other == index || equal(other, index); };
+    return byAll_.findOrEnter(hash(stars_[index], 1), index, isEqual);
   }
 
   Index sampleStep() const { return stars_[1].dimension() / sampleSize + 1; }
@@ -274,7 +222,7 @@ class StarTable {
   bool compareParams_;
   /// The first star with each sample.
   HashedIndices bySample_;
-  /// All stars with the sample of another one; without room while there are none.
+  /// All stars with the sample of another one.
   HashedIndices byAll_;
 };
 

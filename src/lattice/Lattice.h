@@ -22,6 +22,7 @@
 #include "lattice/ReductionObserver.h"
 #include "lattice/RowImages.h"
 #include "lattice/RowMarks.h"
+#include "lattice/SolutionIndex.h"
 #include "lattice/VecStatus.h"
 #include "lattice/VectorBackup.h"
 #include "lattice/VectorScore.h"
@@ -382,6 +383,9 @@ class Lattice : public Vanu<T>, private ParamReactions {
   TargetVector<T> bestTarget;
   /// Solutions found, as raw lattice vectors, with the norms of their points; reset.
   Array<Star<T>> solutions;
+  /// Finds vectors among the solutions: what changes those in other ways than by appending
+  /// tells it.
+  SolutionIndex<T> solutionIndex;
   /// Stack of transformations, the last one is current; one identity after reset.
   Array<Matrix<T>> TT;
   /// The generated basis in raw coordinates, n x m; reset.
@@ -500,14 +504,6 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// checkSolution() of vector k of B, unless it was checked as it is or can't gain
   /// anything by it.
   void checkBasisVector(Index k);
-  /// After a pass: asks for the points within the bounds of the variables next to the best
-  /// vector and to those of the basis. Goals to reach pull vectors out of these bounds.
-  void checkNearMisses();
-  /// checkSolution() of movedInside().
-  void checkInsideOf(const Vector<T>& vector);
-  /// A raw vector with its variables moved inside their bounds, if that is one of the
-  /// lattice and lies in the box.
-  std::optional<Vector<T>> movedInside(const Vector<T>& vector);
   /// The first coordinate with bounds that hold: behind the target's.
   Index firstChecked() const;
   /// `last`, the last coordinate of a vector, lies within its check vectors.
@@ -527,10 +523,15 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// The vector or its negative, with the sign of homValue in the last coordinate, in raw
   /// space.
   Vector<T> oriented(const Vector<T>& vector, bool transformed) const;
-  /// A consistent raw vector with one deviation of each pair at 0. Any amount on top of both
-  /// is as consistent, but out of the box where it is negative, and another solution for
-  /// the same point where it isn't.
-  Vector<T> withLeastDeviations(const Vector<T>& vector) const;
+  /// The image of the point that a raw vector stands for; nothing where the point violates a
+  /// congruence. Of a consistent vector it is the one with one deviation of each pair at 0:
+  /// any amount on top of both is as consistent, but out of the box where it is negative, and
+  /// another solution for the same point where it isn't.
+  std::optional<Vector<T>> imageOfPoint(const Vector<T>& vector) const;
+  /// isConsistent() of a raw vector whose point has this image.
+  bool isImage(const Vector<T>& vector, const Vector<T>& image, bool exact) const;
+  /// Coordinates ahead of those of the variables.
+  Index columnsBeforeVariables() const;
   /// A raw vector lies within the check vectors, as far as its variables aren't free.
   bool liesInBox(const Vector<T>& vector) const;
   /// The heuristic collection is kept, and vectors like this one stay in it.
@@ -542,19 +543,49 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// Checks the point of a vector in the box against the problem as read and files the
   /// vector. Returns the bits of checkSolution().
   unsigned fileSolution(const Vector<T>& vector, std::int64_t time);
-  /// The bits of a solution with these norms that is filed already.
-  unsigned limitBits(const Norms<T>& norms) const;
+  /// The star of a raw vector, its point only; nothing where that is none of the problem.
+  /// Throws as lat2opt().
+  std::optional<Star<T>> starOf(const Vector<T>& raw) const;
+  /// CHECK_LIMIT or 0, behind a solution with these norms that is filed or not.
+  unsigned limitBits(const Norms<T>& norms, bool isFiled) const;
   bool hasEnough() const;
   /// A solution with these norms ends the search; none does in a problem without targets.
   bool meetsGoal(const T& targetNorm, const T& slackNorm) const;
-  bool isStored(const Vector<T>& vector) const;
   /// Is the vector better than the best target, which it then becomes, or as good? Without
   /// a best target it is.
   bool competesForTarget(const Vector<T>& vector, const StarVerdict<T>& verdict, std::int64_t time);
 
+  // Vectors near to those of a pass: LatticeNearby.inl
+
+  /// After a pass: asks for vectors next to the best ones and to those of the basis.
+  void checkNearby();
+  /// The points within the bounds of the variables next to the best vector and to those of
+  /// the basis.
+  void checkNearMisses();
+  /// checkSolution() of movedInside().
+  void checkInsideOf(const Vector<T>& vector);
+  /// A raw vector with its variables moved inside their bounds, if that is one of the
+  /// lattice and lies in the box.
+  std::optional<Vector<T>> movedInside(const Vector<T>& vector);
+  /// Walks over single vectors of the basis: into the box while there is no solution, and from
+  /// there to better or further ones.
+  void walkNearby();
+  /// From an inhomogeneous raw vector nearer and nearer to the box; what gets there is checked.
+  void walkIntoBox(const Vector<T>& from, const Matrix<T>& steps);
+  /// From the best solution to better ones; without targets from the last one to new ones.
+  void walkBetweenSolutions(const Matrix<T>& steps);
+  /// Tries the steps, raw vectors, forth and back, one after the other, those that aren't
+  /// homogeneous left out. `move` decides about the vector ahead. Ends when a round led nowhere.
+  template <class Move>
+  void walk(Vector<T> at, const Matrix<T>& steps, Move move);
+  /// The sum of deviationsOf().
+  R distanceFromBox(const Vector<T>& vector) const;
+  /// A consistent raw vector without what both deviations of a pair have in common, as
+  /// imageOfPoint() gives it.
+  Vector<T> withLeastDeviations(Vector<T> vector) const;
+
   // Parts of the scores: LatticeScore.inl
 
-  R squaredNorm(const Vector<T>& raw) const;
   /// The target norm, on the problem as read, of the point of a raw vector.
   R targetNormOf(const Vector<T>& raw) const;
   /// One more first best vector of a search.
@@ -579,8 +610,6 @@ class Lattice : public Vanu<T>, private ParamReactions {
   bool orthogonaliseVector(Index k);
   /// One round of size reduction; the greatest factor, 0 where nothing changed.
   R reduceCoefficients(Index k, bool strict);
-  /// b_k - q * b_j has a greater coordinate than b_k.
-  bool lengthens(Index k, Index j, const R& q) const;
 
   // Parts of the transformation: LatticeTransform.inl
 
@@ -606,11 +635,6 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// Moves those of the first `active` vectors that solve the equations behind the others of
   /// them; returns how many don't.
   Index sinkSolutions(Index active);
-  /// The row with the last coordinate nearest to 0, but not 0; 0 where there is none.
-  Index leastLast(const Matrix<T>& rows) const;
-  /// Takes multiples of the picked row off the others; false where none has a last
-  /// coordinate other than 0.
-  bool reduceLast(Matrix<T>& rows, Index pick) const;
 
   // Parts of the generation: LatticeGenerate.inl
 
@@ -630,8 +654,6 @@ class Lattice : public Vanu<T>, private ParamReactions {
   void takeGenerated(LatticeKind kind);
   /// 3 times the larger squared length of l and r.
   R boxLimit() const;
-  /// The first n rows, without `count` columns from `position` on.
-  Matrix<T> withoutColumns(const Matrix<T>& rows, Index count, Index position) const;
 
   // Parts of the backup: LatticeBackup.inl
 
@@ -670,9 +692,17 @@ class Lattice : public Vanu<T>, private ParamReactions {
   void adjustBudget(const PassCounts& counts);
   /// The exchange test was made for the first `count` vectors.
   bool allChecked(Index count) const;
-  /// The first `count` vectors are up to date and stay where they are, dependent ones behind
-  /// the others.
+  /// The first `count` vectors are up to date and stay as they are, dependent ones behind the
+  /// others.
   bool isReduced(Index count) const;
+  /// No coefficient of vector k exceeds 1/2, but by rounding.
+  bool isSizeReduced(Index k) const;
+  /// The first `count` vectors span no more than those of them that aren't marked as
+  /// dependent, or are 0, which are `independent`. True in long double, where the marks say all
+  /// that can be known.
+  bool areDependent(Index count, Index independent) const;
+  /// What a strict pass has left of the first `count` vectors is looked at anew.
+  void forgetSkipped(Index count);
 
   // Parts of the orthogonalisation: LatticeOrthogonal.inl
 
@@ -687,9 +717,6 @@ class Lattice : public Vanu<T>, private ParamReactions {
   bool takeLengths(Index k, const R& rowLength, const R& orthogonalLength);
   /// Row k of mu from a triangular factor.
   void takeCoefficients(Index k, const Matrix<R>& triangle);
-  /// The first row from..to whose status lacks one of the bits, else to + 1, or `from`
-  /// when that is beyond.
-  Index firstWithout(StatusWord bits, Index from, Index to) const;
   /// The rows of the factors are no longer valid from row `from` on.
   void releaseFactors(Index from);
 
@@ -712,6 +739,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   void clearFactors();
   /// Takes `rows` as the working basis and forgets what was known of the former.
   void replaceBasis(Matrix<T> rows);
+  /// Nothing is known any more of the rows of B, which were changed.
+  void forgetBasis();
 };
 
 }  // namespace starsift

@@ -8,23 +8,12 @@
 #include <memory>
 #include <utility>
 
+#include "algorithms/LastCoordinate.h"
 #include "core/Console.h"
 #include "lattice/Lattice.h"
 #include "numbers/ExactArithmetic.h"
 
 namespace starsift {
-
-namespace latticeaardal {
-
-/// The greatest integer not above a / b; the quotient itself may be no number of T.
-template <class T>
-T flooredQuotient(const T& a, const T& b) {
-  T rest = NumberTraits<T>::remainder(a, b);
-  if (!(rest == T()) && (rest < T()) != (b < T())) rest += b;
-  return ExactArithmetic<T>::quotient(a - rest, b);
-}
-
-}  // namespace latticeaardal
 
 template <class T, class R>
 Array<Matrix<T>> Lattice<T, R>::aardalReduce() {
@@ -45,16 +34,13 @@ Array<Matrix<T>> Lattice<T, R>::aardalReduce() {
 
 template <class T, class R>
 void Lattice<T, R>::prepareAardal() {
-  this->reactionsOff = true;
-  params.consistency = true;
+  setTracking(true);
   params.eenum = true;
-  this->reactionsOff = false;
   // Tracking goes on to the end here, also where the lattice had turned it on before.
   consistencyForced = false;
   // The switch for extended output is the process's: it follows the outer lattice.
   params.verb.setTextSilently("0");
-  TT.resize(1, false);
-  TT[1] = Matrix<T>::identity(n);
+  pushTransformation(false);
 }
 
 template <class T, class R>
@@ -110,47 +96,23 @@ Vector<T> Lattice<T, R>::extractInhomogeneous() {
   }
   Matrix<T> rows = backMapAll(B);
   Vector<T> found;
-  while (const Index pick = leastLast(rows)) {
-    checkSolution(rows[pick], false, 0, false);
-    const T& last = rows[pick][m];
-    if (NumberTraits<T>::equal(NumberTraits<T>::absolute(last),
-                               NumberTraits<T>::absolute(this->homValue))) {
-      found = rows[pick];
-      break;
+  while (!found.isSet()) {
+    Index pick = 0;
+    for (Index i = 1; i <= n && !found.isSet(); ++i) {
+      if (!lastIsLess(rows, i, pick)) continue;
+      pick = i;
+      checkSolution(rows[i], false, 0, false);
+      if (NumberTraits<T>::equal(NumberTraits<T>::absolute(rows[i][m]),
+                                 NumberTraits<T>::absolute(this->homValue)))
+        found = rows[i];
     }
-    if (!reduceLast(rows, pick)) break;
+    if (pick == 0 || !reduceLast(rows, pick)) break;
   }
   if (params.verb > 1 && found.isSet()) {
     std::cout << closeStamp(false);
     stampOutputTime();
   }
   return found;
-}
-
-template <class T, class R>
-Index Lattice<T, R>::leastLast(const Matrix<T>& rows) const {
-  Index pick = 0;
-  T least = T();
-  for (Index i = 1; i <= rows.rowCount(); ++i) {
-    const T size = NumberTraits<T>::absolute(rows[i][m]);
-    if (NumberTraits<T>::isZero(size) || (pick != 0 && !(size < least))) continue;
-    pick = i;
-    least = size;
-  }
-  return pick;
-}
-
-template <class T, class R>
-bool Lattice<T, R>::reduceLast(Matrix<T>& rows, Index pick) const {
-  using Exact = ExactArithmetic<T>;
-  bool changed = false;
-  for (Index i = 1; i <= rows.rowCount(); ++i) {
-    if (i == pick || NumberTraits<T>::isZero(rows[i][m])) continue;
-    const T q = latticeaardal::flooredQuotient(rows[i][m], rows[pick][m]);
-    for (Index j = 1; j <= m; ++j) Exact::subtractProduct(rows[i][j], q, rows[pick][j]);
-    changed = true;
-  }
-  return changed;
 }
 
 }  // namespace starsift

@@ -9,6 +9,7 @@
 #include "files/StarCheck.h"
 #include "lattice/ClearAtEnd.h"
 #include "lattice/Lattice.h"
+#include "problem/Rows.h"
 
 namespace starsift {
 
@@ -52,18 +53,17 @@ std::optional<Vector<T>> Lattice<T, R>::backupForm(const Vector<T>& vector, Back
       form.resize(m, false);
       return form;
     case BackupMode::columns:
-      for (Index i = 1; i <= count; ++i) {
+      if (form.dimension() != m) return std::nullopt;
+      for (Index i = position; i < position + count; ++i)
         // An equation that doesn't hold is no coordinate to leave out.
-        if (!equationsRemoved && !(form.element(position) == T())) return std::nullopt;
-        form.removeComponent(position);
-      }
+        if (!equationsRemoved && !(form[i] == T())) return std::nullopt;
+      removeElements(form, position, count);
       return form;
     case BackupMode::coordinates:
       if (vector.dimension() != m || !coordinatesOf(vector, form, false)) return std::nullopt;
       return form;
     case BackupMode::points:
-      if (!(lat2opt(vector, form, true, false, true) == T(1))) return std::nullopt;
-      return form;
+      return starOf(vector);
   }
   return std::nullopt;
 }
@@ -115,9 +115,8 @@ void Lattice<T, R>::takeStars(Array<Star<T>> former) {
 
 template <class T, class R>
 bool Lattice<T, R>::violatesProblem(const Vector<T>& vector) const {
-  Star<T> star;
-  return !(lat2opt(vector, star, true, false, true) == T(1)) ||
-         !StarChecker<T>(problemAsRead()).judge(star).isSolution;
+  const std::optional<Star<T>> star = starOf(vector);
+  return !star || !StarChecker<T>(problemAsRead()).judge(*star).isSolution;
 }
 
 }  // namespace starsift

@@ -3,7 +3,7 @@
 #pragma once
 
 #include <algorithm>
-#include <cmath>
+#include <optional>
 #include <utility>
 
 #include "files/StarCheck.h"
@@ -18,8 +18,9 @@ unsigned Lattice<T, R>::checkSolution(const Vector<T>& vector, bool transformed,
   if (latticeKind == LatticeKind::none) fail("checkSolution: You should set the check vectors!");
   if (vector.dimension() == 0) return 0;
   Vector<T> raw = oriented(vector, transformed);
-  if (!isConsistent(raw, false)) return 0;
-  if (this->deviationCount > 0 && hasLastInBox(raw[m])) raw = withLeastDeviations(raw);
+  std::optional<Vector<T>> image = imageOfPoint(raw);
+  if (!image || !isImage(raw, *image, false)) return 0;
+  if (this->deviationCount > 0 && hasLastInBox(raw[m])) raw = std::move(*image);
   collect(raw, time);
   if (!liesInBox(raw)) {
     offerBest(raw, time);
@@ -32,7 +33,7 @@ unsigned Lattice<T, R>::checkSolution(const Vector<T>& vector, bool transformed,
   }
   const unsigned bits = fileSolution(raw, time);
   if (silent) return bits;
-  if ((bits & CHECK_STORED) != 0) writeSolFile(false);
+  if ((bits & CHECK_SOLUTION) != 0) writeSolFile(false);
   if ((bits & CHECK_LIMIT) != 0) restartHandling(true);
   return bits;
 }
@@ -57,42 +58,6 @@ void Lattice<T, R>::checkBasisVector(Index k) {
     if (hasUnitScale() && collectsNone(image * image)) return;
   }
   checkSolution(B[k], true, 0, false);
-}
-
-template <class T, class R>
-void Lattice<T, R>::checkNearMisses() {
-  if (latticeKind != LatticeKind::full || this->originalCount() == 0) return;
-  if (bestVector.isSet() && !stopped()) checkInsideOf(bestVector);
-  for (Index k = 1; k <= n && !stopped(); ++k)
-    if (!isHopeless(B[k])) checkInsideOf(oriented(B[k], true));
-}
-
-template <class T, class R>
-void Lattice<T, R>::checkInsideOf(const Vector<T>& vector) {
-  const std::optional<Vector<T>> inside = movedInside(vector);
-  if (inside) checkSolution(*inside, false, 0, false);
-}
-
-template <class T, class R>
-std::optional<Vector<T>> Lattice<T, R>::movedInside(const Vector<T>& vector) {
-  Vector<T> inside(vector);
-  const Index before = m - 1 - this->rx.dimension() - (modsInLattice ? this->modulusCount() : 0);
-  for (Index j = before + 1; j <= before + this->originalCount(); ++j)
-    inside[j] = std::min(std::max(inside[j], l[j]), r[j]);
-  try {
-    Vector<T> x;
-    if (!(lat2opt(inside, x, true, false, true) == T(1))) return std::nullopt;
-    // Slacks and deviations follow from the variables.
-    opt2lat(x, inside, false, T(1));
-    // The check of stars has a tolerance for equations, the lattice has none.
-    if (!liesInBox(inside) || !coordinatesOf(inside, x, true)) return std::nullopt;
-  } catch (const ModuloException&) {
-    return std::nullopt;
-  } catch (const PrecisionException&) {
-    // The vector itself was good enough for T, and nothing asks for this one.
-    return std::nullopt;
-  }
-  return inside;
 }
 
 template <class T, class R>
@@ -158,15 +123,26 @@ bool Lattice<T, R>::liesInBox(const Vector<T>& vector) const {
 
 template <class T, class R>
 bool Lattice<T, R>::isConsistent(const Vector<T>& vector, bool exact) const {
+  const std::optional<Vector<T>> image = imageOfPoint(vector);
+  return image && isImage(vector, *image, exact);
+}
+
+template <class T, class R>
+std::optional<Vector<T>> Lattice<T, R>::imageOfPoint(const Vector<T>& vector) const {
+  Vector<T> x;
   Vector<T> image;
   try {
-    Vector<T> x;
     const T h = lat2opt(vector, x, true, false, false);
     opt2lat(x, image, false, h);
   } catch (const ModuloException&) {
-    return false;
+    return std::nullopt;
   }
-  image -= vector;
+  return image;
+}
+
+template <class T, class R>
+bool Lattice<T, R>::isImage(const Vector<T>& vector, const Vector<T>& image, bool exact) const {
+  const Vector<T> rest = image - vector;
   const auto isZero = [exact](const T& entry) {
     return exact ? entry == T() : NumberTraits<T>::isZero(entry);
   };
@@ -176,27 +152,23 @@ bool Lattice<T, R>::isConsistent(const Vector<T>& vector, bool exact) const {
     Index column = this->rx.dimension();
     for (; first <= this->bg.dimension(); ++first) {
       const bool isCongruence = this->qg.dimension() > 0 && !(this->qg[first] == T());
-      if (!isZero(isCongruence ? NumberTraits<T>::remainder(image[first], this->Ag[first][++column])
-                               : image[first]))
+      if (!isZero(isCongruence ? NumberTraits<T>::remainder(rest[first], this->Ag[first][++column])
+                               : rest[first]))
         return false;
     }
   }
   const Index last = m - (modsInLattice ? moduli : 0) - 1;
   const Index deviations = last - this->deviationCount;
   for (Index i = first; i <= deviations; ++i)
-    if (!isZero(image[i])) return false;
+    if (!isZero(rest[i])) return false;
   for (Index i = deviations + 1; i < last; i += 2)
-    if (!isZero(image[i + 1] - image[i])) return false;
-  return isZero(image[m]);
+    if (!isZero(rest[i + 1] - rest[i])) return false;
+  return isZero(rest[m]);
 }
 
 template <class T, class R>
-Vector<T> Lattice<T, R>::withLeastDeviations(const Vector<T>& vector) const {
-  Vector<T> x;
-  Vector<T> result;
-  const T h = lat2opt(vector, x, true, false, false);
-  opt2lat(x, result, false, h);
-  return result;
+Index Lattice<T, R>::columnsBeforeVariables() const {
+  return m - 1 - this->rx.dimension() - (modsInLattice ? this->modulusCount() : 0);
 }
 
 template <class T, class R>
@@ -226,26 +198,28 @@ HeuristicVector<T, R> Lattice<T, R>::scored(const Vector<T>& vector, std::int64_
 
 template <class T, class R>
 unsigned Lattice<T, R>::fileSolution(const Vector<T>& vector, std::int64_t time) {
-  Star<T> star;
-  if (!(lat2opt(vector, star, true, false, true) == T(1))) return 0;
-  const StarVerdict<T> verdict = StarChecker<T>(problemAsRead()).judge(star);
+  const std::optional<Star<T>> star = starOf(vector);
+  if (!star) return 0;
+  const StarVerdict<T> verdict = StarChecker<T>(problemAsRead()).judge(*star);
   if (!verdict.isSolution) return 0;
-  if (this->At.rowCount() > 0 && !competesForTarget(vector, verdict, time)) return CHECK_SOLUTION;
-  if (isStored(vector)) return CHECK_SOLUTION | limitBits(verdict.norms);
+  if (this->At.rowCount() > 0 && !competesForTarget(vector, verdict, time))
+    return CHECK_SOLUTION | limitBits(verdict.norms, bestTarget == vector);
+  if (solutionIndex.contains(solutions, vector))
+    return CHECK_SOLUTION | limitBits(verdict.norms, true);
   Star<T> solution;
   static_cast<Vector<T>&>(solution) = vector;
   solution.time = discoveryTime(time);
   solution.targetNorm = verdict.norms.target;
   solution.slackNorm = verdict.norms.slack;
-  solutions.resize(solutions.dimension() + 1, true);
-  solutions[solutions.dimension()] = std::move(solution);
-  return CHECK_SOLUTION | CHECK_STORED | limitBits(verdict.norms);
+  append(solutions, std::move(solution));
+  return CHECK_SOLUTION | CHECK_STORED | limitBits(verdict.norms, true);
 }
 
 template <class T, class R>
-bool Lattice<T, R>::isStored(const Vector<T>& vector) const {
-  return std::any_of(solutions.begin(), solutions.end(),
-                     [&](const Star<T>& solution) { return solution.x() == vector; });
+std::optional<Star<T>> Lattice<T, R>::starOf(const Vector<T>& raw) const {
+  std::optional<Star<T>> star(std::in_place);
+  if (!(lat2opt(raw, *star, true, false, true) == T(1))) star.reset();
+  return star;
 }
 
 template <class T, class R>
@@ -266,8 +240,8 @@ bool Lattice<T, R>::competesForTarget(const Vector<T>& vector, const StarVerdict
 }
 
 template <class T, class R>
-unsigned Lattice<T, R>::limitBits(const Norms<T>& norms) const {
-  return hasEnough() || meetsGoal(norms.target, norms.slack) ? CHECK_LIMIT : 0;
+unsigned Lattice<T, R>::limitBits(const Norms<T>& norms, bool isFiled) const {
+  return hasEnough() || (isFiled && meetsGoal(norms.target, norms.slack)) ? CHECK_LIMIT : 0;
 }
 
 template <class T, class R>

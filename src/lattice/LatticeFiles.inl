@@ -2,6 +2,7 @@
 #pragma once
 
 #include <iostream>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -77,8 +78,9 @@ Array<Star<T>> Lattice<T, R>::solutionStars() const {
   paramsText << params;
   StarChecker<T> checker(problemAsRead());
   const auto fill = [&](Star<T>& star, const TimeVector<T>& source) {
-    if (!(lat2opt(source, star, true, false, true) == T(1)))
-      fail("sol2star: lat2opt can not compute x_opt");
+    std::optional<Star<T>> point = starOf(source);
+    if (!point) fail("sol2star: lat2opt can not compute x_opt");
+    star = std::move(*point);
     checker.check(star);
     star.paramsText = paramsText.str();
     star.versionText = solverVersion;

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "algorithms/CommonMultiple.h"
+#include "algorithms/SizeReduce.h"
 #include "core/Console.h"
 #include "lattice/Lattice.h"
 #include "lattice/StarsAside.h"
@@ -187,15 +188,14 @@ void Lattice<T, R>::takeGenerated(LatticeKind kind) {
   lEqualsR = l == r;
   latticeKind = kind;
   supLimit = boxLimit();
-  TT.resize(1, false);
-  TT[1] = Matrix<T>::identity(n);
+  pushTransformation(false);
   replaceBasis(Matrix<T>(B_save));
   clearFactors();
 }
 
 template <class T, class R>
 R Lattice<T, R>::boxLimit() const {
-  return R(3) * std::max(squaredNorm(l), squaredNorm(r));
+  return R(3) * std::max(squaredNorm<R>(l), squaredNorm<R>(r));
 }
 
 template <class T, class R>
@@ -234,36 +234,23 @@ void Lattice<T, R>::removeColumns(ColumnsOf columns, Index count, Index position
   const bool ofEquations = columns == ColumnsOf::equations;
   if (ofEquations) {
     n -= count;
-    TT.resize(1, false);
-    TT[1] = Matrix<T>::identity(n);
+    pushTransformation(false);
     B_save = backMapAll(B);
   }
   VectorBackup<T, R> backup = backupVectors(BackupMode::columns, count, position);
-  const auto cut = [&](Vector<T>& vector) {
-    for (Index i = 1; i <= count; ++i) vector.removeComponent(position);
-  };
-  for (Vector<T>* vector : {&l, &r, &lSave, &rSave, &c, &scale, &translation}) cut(*vector);
+  for (Vector<T>* vector : {&l, &r, &lSave, &rSave, &c, &scale, &translation})
+    removeElements(*vector, position, count);
   supLimit = boxLimit();
-  Matrix<T> rows = withoutColumns(B, count, position);
-  Matrix<T> saved = withoutColumns(B_save, count, position);
-  m -= count;
-  resize(n, m, false);
-  B = std::move(rows);
+  Matrix<T> rows = withoutColumns(B, n, position, count);
+  Matrix<T> saved = withoutColumns(B_save, n, position, count);
+  resize(n, m - count, false);
+  replaceBasis(std::move(rows));
   B_save = std::move(saved);
-  std::fill(vecStatus.begin(), vecStatus.end(), StatusWord());
   if (ofEquations)
     equationsRemoved = true;
   else
     modsInLattice = false;
   restoreVectors(std::move(backup), BackupMode::vectors);
-}
-
-template <class T, class R>
-Matrix<T> Lattice<T, R>::withoutColumns(const Matrix<T>& rows, Index count, Index position) const {
-  Matrix<T> result(n, m - count);
-  for (Index i = 1; i <= n; ++i)
-    for (Index j = 1; j <= m - count; ++j) result[i][j] = rows[i][j < position ? j : j + count];
-  return result;
 }
 
 }  // namespace starsift

@@ -9,6 +9,7 @@
 #include "lattice/LatticeLll.inl"
 #include "lattice/LatticeMapping.inl"
 #include "lattice/LatticeMoves.inl"
+#include "lattice/LatticeNearby.inl"
 #include "lattice/LatticeNormalise.inl"
 #include "lattice/LatticeOrthogonal.inl"
 #include "lattice/LatticeRecord.inl"

@@ -7,6 +7,7 @@
 #include <iostream>
 #include <string>
 
+#include "algorithms/IndependentRows.h"
 #include "algorithms/LllConditions.h"
 #include "algorithms/SizeReduce.h"
 #include "core/Console.h"
@@ -78,7 +79,7 @@ R Lattice<T, R>::reduceCoefficients(Index k, bool strict) {
   for (Index j = k - 1; j >= 1; --j) {
     if (sizeReduced(k, j, mu, R(latticelll::eta))) continue;
     const R q = std::round(mu[k][j]);
-    if (strict && lengthens(k, j, q)) continue;
+    if (strict && lengthens(B[k], B[j], NumberConversion<T, R>::ofInteger(q))) continue;
     subtractCoefficients(mu, k, j, q);
     subtractBasisVector(k, j, q);
     largest = std::max(largest, std::fabs(q));
@@ -86,13 +87,6 @@ R Lattice<T, R>::reduceCoefficients(Index k, bool strict) {
   }
   if (last > 0) rowImages.products().keep(k, last, mu[k], cLen);
   return largest;
-}
-
-template <class T, class R>
-bool Lattice<T, R>::lengthens(Index k, Index j, const R& q) const {
-  Vector<T> difference(B[k]);
-  subtractMultiple(difference, B[j], NumberConversion<T, R>::ofInteger(q));
-  return supNorm(difference) > supNorm(B[k]);
 }
 
 template <class T, class R>
@@ -185,7 +179,7 @@ Index Lattice<T, R>::lllPass(Index from, Index to, Index kmax) {
   for (Index j = pass.k; j <= pass.to && goesOn(pass); ++j)
     if (!lllStep(j, pass.kmax, pass.strict)) break;
   lastPass = pass.counts;
-  checkNearMisses();
+  if (from <= pass.to) checkNearby();
   return std::min(pass.k, from);
 }
 
@@ -246,13 +240,14 @@ bool Lattice<T, R>::reduce(Index count) {
     if (searchIsOver()) return false;
     // A pass that a dependent vector ended may have moved others before.
     if ((lastPass.skipped == 0 || allChecked(count)) && isReduced(count)) return true;
+    forgetSkipped(count);
   }
   return false;
 }
 
 template <class T, class R>
 bool Lattice<T, R>::allChecked(Index count) const {
-  return firstWithout(ST_SWAP_CHECKED, 1, count) > count;
+  return firstWithout(vecStatus, ST_SWAP_CHECKED, 1, count) > count;
 }
 
 template <class T, class R>
@@ -262,12 +257,37 @@ bool Lattice<T, R>::isReduced(Index count) const {
   };
   Index k = 1;
   for (; k <= count && counts(k); ++k) {
-    if (vecStatus[k] == 0) return false;
+    if (vecStatus[k] == 0 || !isSizeReduced(k)) return false;
     const bool isTested = k > (params.deep ? 2 : 1);
     if (isTested && !lovaszHolds(k, mu, cLen, R(latticelll::delta))) return false;
   }
+  const Index independent = k - 1;
   while (k <= count && !counts(k)) ++k;
-  return k > count;
+  return k > count && areDependent(count, independent);
+}
+
+template <class T, class R>
+bool Lattice<T, R>::isSizeReduced(Index k) const {
+  for (Index j = 1; j < k; ++j)
+    if (!sizeReduced(k, j, mu, R(latticelll::eta + eps))) return false;
+  return true;
+}
+
+template <class T, class R>
+bool Lattice<T, R>::areDependent(Index count, Index independent) const {
+  if (!NumberTraits<T>::exact) return true;
+  const auto isZero = [](const Vector<T>& row) { return supNorm(row) == T(); };
+  if (std::all_of(B.begin() + independent, B.begin() + count, isZero)) return true;
+  Matrix<T> rows(B);
+  rows.resize(count, m, false);
+  return static_cast<Index>(independentRows(rows).size()) == independent;
+}
+
+template <class T, class R>
+void Lattice<T, R>::forgetSkipped(Index count) {
+  for (Index k = 1; k <= count; ++k)
+    if (carries(vecStatus[k], ST_MU) && !isSizeReduced(k))
+      vecStatus[k] = without(vecStatus[k], ST_SIZE_REDUCED | ST_SWAP_CHECKED);
 }
 
 }  // namespace starsift

@@ -5,19 +5,14 @@
 #pragma once
 
 #include <cassert>
-#include <memory>
 #include <utility>
 
 #include "algorithms/CoordinateSolver.h"
-#include "algorithms/ExactProduct.h"
 #include "lattice/Lattice.h"
 #include "numbers/ExactArithmetic.h"
 #include "problem/ProblemPoint.h"
 
 namespace starsift {
-
-/// The text where a vector of the basis has no coordinates.
-constexpr const char* coordinateText = "transformation coord error";
 
 namespace latticemapping {
 
@@ -99,8 +94,7 @@ template <class T, class R>
 Vector<T> Lattice<T, R>::variablesOf(const Vector<T>& vector, const T& h, bool negative,
                                      Index count) const {
   using Exact = ExactArithmetic<T>;
-  const Index moduli = modsInLattice ? this->modulusCount() : 0;
-  const Index before = m - 1 - moduli - this->rx.dimension();
+  const Index before = columnsBeforeVariables();
   assert(before >= 0);
   const T sign(negative ? -1 : 1);
   Vector<T> z(count);
@@ -154,33 +148,17 @@ Matrix<T> Lattice<T, R>::backMapAll(const Matrix<T>& rows) const {
 template <class T, class R>
 bool Lattice<T, R>::coordinatesOf(const Vector<T>& vector, Vector<T>& out, bool useSaved,
                                   bool round) {
-  CoordinateFactors<T>& factors = useSaved ? savedFactors : workingFactors;
-  const Matrix<T> rows = useSaved ? B_save : backMapAll(B);
-  if (round) {
-    if (!factors.solver) factors.solver = std::make_shared<const BasisSolver>(rows);
-    if (factors.solver->isIndependent()) {
-      std::optional<Vector<T>> found = factors.solver->integerCoordinates(vector);
-      // The rows may have changed without a word.
-      if (!found || !identical(exactProduct(*found, rows), vector)) return false;
-      out = std::move(*found);
-      return true;
-    }
-  }
-  if (!factors.transform.isSet()) {
-    CoordinateFactors<T> made = factorBasis(rows);
-    made.solver = std::move(factors.solver);
-    factors = std::move(made);
-  }
-  return solveCoordinates(factors, rows, vector, round, out);
+  return useSaved ? coordinatesOver(savedFactors, B_save, vector, round, out)
+                  : coordinatesOver(workingFactors, backMapAll(B), vector, round, out);
 }
 
 template <class T, class R>
 Matrix<T> Lattice<T, R>::coordinatesOfAll(const Matrix<T>& rows, bool useSaved, bool round) {
-  Matrix<T> result(rows.rowCount(), n);
-  for (Index i = 1; i <= rows.rowCount(); ++i)
-    if (!coordinatesOf(rows[i], result[i], useSaved, round))
-      throw PrecisionException(coordinateText);
-  return result;
+  std::optional<Matrix<T>> found =
+      useSaved ? coordinatesOverAll(savedFactors, B_save, rows, round)
+               : coordinatesOverAll(workingFactors, backMapAll(B), rows, round);
+  if (!found) throw PrecisionException("transformation coord error");
+  return std::move(*found);
 }
 
 }  // namespace starsift

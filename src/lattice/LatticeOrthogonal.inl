@@ -56,13 +56,13 @@ template <class T, class R>
 Index Lattice<T, R>::modifiedOrthogonalise(Index from, Index to, bool abortOnDependency,
                                            bool useCache) {
   if (to == 0) to = n;
-  const Index first = firstWithout(ST_CACHED_ROW, from, to);
+  const Index first = firstWithout(vecStatus, ST_CACHED_ROW, from, to);
   if (first > to) return 0;
   const Matrix<R>& rows = rowImages.of(B, to);
   const StepObserver onStep = [to](Index k) { latticeorthogonal::reportStep(k, to); };
   Index dependent = 0;
   if (useCache) {
-    const Index restart = firstWithout(ST_CACHED_ROW, 1, first);
+    const Index restart = firstWithout(vecStatus, ST_CACHED_ROW, 1, first);
     releaseFactors(restart);
     const Index stop = lq_reduced(rows, Lr, Q, _d, &lqCache, restart, to, onStep);
     dependent = takeReduced(Lr, _d, first, stop == 0 ? to : stop, ST_CACHED_ROW);
@@ -98,9 +98,9 @@ Index Lattice<T, R>::takeReduced(const Matrix<R>& triangle, const Vector<R>& len
 template <class T, class R>
 Index Lattice<T, R>::fullOrthogonalise(Index from, Index to, bool abortOnDependency) {
   if (to == 0) to = n;
-  const Index first = firstWithout(ST_FULL_ROW, from, to);
+  const Index first = firstWithout(vecStatus, ST_FULL_ROW, from, to);
   if (first > to) return 0;
-  const Index restart = firstWithout(ST_FULL_ROW, 1, first);
+  const Index restart = firstWithout(vecStatus, ST_FULL_ROW, 1, first);
   releaseFactors(restart);
   lq_full(rowImages.of(B, to), L, Q, Ps, restart, to);
   Q.resize(std::min(n, m), m, false);
@@ -143,12 +143,6 @@ void Lattice<T, R>::takeCoefficients(Index k, const Matrix<R>& triangle) {
   for (Index j = 1; j < k; ++j) mu[k][j] = triangle[k][j] / triangle[j][j];
   mu[k][k] = R(1);
   std::fill(mu[k].begin() + k, mu[k].end(), R());
-}
-
-template <class T, class R>
-Index Lattice<T, R>::firstWithout(StatusWord bits, Index from, Index to) const {
-  while (from <= std::min(to, n) && carries(vecStatus[from], bits)) ++from;
-  return from;
 }
 
 template <class T, class R>

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 #include "lattice/Lattice.h"
 
@@ -66,8 +68,7 @@ void Lattice<T, R>::reset(const Matrix<T>* basis, bool clearFileName) {
   B_save = basis != nullptr ? *basis : Matrix<T>();
   n = B_save.rowCount();
   m = B_save.columnCount();
-  TT.resize(1, false);
-  TT[1] = Matrix<T>::identity(n);
+  pushTransformation(false);
   resize(n, m, true);
   if (clearFileName) latFile.clear();
   collected.clear();
@@ -135,6 +136,7 @@ void Lattice<T, R>::discardVectors() {
   bestRecord = VectorScore<R>();
   bestTarget = TargetVector<T>();
   solutions.clear();
+  solutionIndex.forgetAll();
 }
 
 template <class T, class R>
@@ -142,6 +144,7 @@ void Lattice<T, R>::fitStoredVectors() {
   if (bestVector.isSet()) bestVector.resize(m, false);
   if (bestTarget.isSet()) bestTarget.resize(m, false);
   for (Star<T>& solution : solutions) solution.resize(m, false);
+  solutionIndex.forgetAll();
   for (auto* set : {&collected, &chosen})
     for (HeuristicVector<T, R>& vector : *set) vector.resize(m, false);
 }
@@ -177,6 +180,7 @@ void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, bool keepParams) {
   bestRecord = other.bestRecord;
   bestTarget.convertFrom(other.bestTarget, false);
   latticerecord::convertAll(solutions, other.solutions);
+  solutionIndex.forgetAll();
   latticerecord::convertAll(TT, other.TT);
   B_save.convertFrom(other.B_save, false);
   B.convertFrom(other.B, false);
@@ -232,8 +236,7 @@ template <class T, class R>
 void Lattice<T, R>::consistencyChanged(bool on) {
   if (this->reactionsOff || !on) return;
   B_save = backMapAll(B);
-  TT.resize(1, false);
-  TT[1] = Matrix<T>::identity(n);
+  pushTransformation(false);
   savedFactors.clear();
   this->trackingRestarted = true;
 }
@@ -261,6 +264,11 @@ void Lattice<T, R>::translateChanged() {
 template <class T, class R>
 void Lattice<T, R>::replaceBasis(Matrix<T> rows) {
   B = std::move(rows);
+  forgetBasis();
+}
+
+template <class T, class R>
+void Lattice<T, R>::forgetBasis() {
   rowImages.forgetAll();
   checkedRows.forgetAll(n);
   std::fill(vecStatus.begin(), vecStatus.end(), StatusWord());

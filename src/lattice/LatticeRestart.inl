@@ -59,8 +59,10 @@ void Lattice<T, R>::restartHandling(bool finished) {
     latticerestart::closeBlock(verbose);
     throw RestartException("Lattice was regenerated");
   }
-  if (!params.stopping) std::raise(SIGTERM);
-  runVariables[MainMutexVariable::runState].set(std::string(latticerestart::stoppedText));
+  if (params.stopping)
+    runVariables[MainMutexVariable::runState].set(std::string(latticerestart::stoppedText));
+  else
+    std::raise(SIGTERM);
 }
 
 template <class T, class R>
@@ -86,6 +88,8 @@ void Lattice<T, R>::regenerateLattice() {
     next->outputSwitch = outputSwitch;
     next->terminationSwitch = terminationSwitch;
     assignFrom(*next, true);
+    // Tracking that the former lattice had turned on ended with it.
+    setTracking(next->params.consistency);
   }
   writeSolFile(false);
   writeLatFile();

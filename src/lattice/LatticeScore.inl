@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "algorithms/SizeReduce.h"
 #include "files/StarNorms.h"
 #include "lattice/Lattice.h"
 
@@ -47,19 +48,9 @@ void Lattice<T, R>::score(VectorScore<R>& record, const Vector<T>& vector, bool 
     record.firstDeviation = record.deviations[1].right;
   }
   for (const auto& deviation : record.deviations) record.deviationSum += deviation.right;
-  record.squaredNorm = squaredNorm(raw);
+  record.squaredNorm = squaredNorm<R>(raw);
   if (this->atuValid && record.isSolution && record.status == ScoreStatus::inhomogeneous)
     record.targetValue = targetNormOf(raw);
-}
-
-template <class T, class R>
-R Lattice<T, R>::squaredNorm(const Vector<T>& raw) const {
-  R sum = R();
-  for (const T& entry : raw) {
-    const R value = NumberConversion<R, T>::nearest(entry);
-    sum += value * value;
-  }
-  return sum;
 }
 
 template <class T, class R>
@@ -93,7 +84,8 @@ void Lattice<T, R>::countAccepted() {
 
 template <class T, class R>
 std::int64_t Lattice<T, R>::discoveryTime(std::int64_t time) const {
-  if (time != 0) return time;
+  // What comes back from a backup may have been found in the first second.
+  if (time != 0 || restoring) return time;
   const std::int64_t seconds = secondsSinceStart();
   if (!(params.bench > 0)) return seconds;
   return static_cast<std::int64_t>(static_cast<float>(seconds) * params.bench);

@@ -6,9 +6,13 @@
 #include <iostream>
 #include <utility>
 
+#include "algorithms/CoordinateSolver.h"
 #include "algorithms/ExactProduct.h"
 #include "algorithms/Unimodular.h"
+#include "core/Console.h"
+#include "lattice/ClearAtEnd.h"
 #include "lattice/Lattice.h"
+#include "numbers/ExactArithmetic.h"
 
 namespace starsift {
 
@@ -62,13 +66,17 @@ bool Lattice<T, R>::verifyTransformation(bool aardal, bool silent) {
 
 template <class T, class R>
 bool Lattice<T, R>::findTransformation(const Matrix<T>& untransformed) {
-  try {
-    TT[TT.dimension()] = identical(untransformed, B_save) ? Matrix<T>::identity(n)
-                                                          : coordinatesOfAll(untransformed, true);
+  if (identical(untransformed, B_save)) {
+    TT[TT.dimension()] = Matrix<T>::identity(n);
     return true;
-  } catch (const PrecisionException& exception) {
+  }
+  try {
+    auto found = coordinatesOverAll(savedFactors, B_save, untransformed, true);
+    if (found) TT[TT.dimension()] = std::move(*found);
+    return found.has_value();
+  } catch (const PrecisionException&) {
     // In exact numbers there is no better try.
-    if (!NumberTraits<T>::exact && exception.message() != coordinateText) throw;
+    if (!NumberTraits<T>::exact) throw;
     return false;
   }
 }
@@ -117,8 +125,8 @@ bool Lattice<T, R>::restartTracking() {
 template <class T, class R>
 void Lattice<T, R>::setTracking(bool on) {
   this->reactionsOff = true;
+  const ClearAtEnd clearing(this->reactionsOff);
   params.consistency = on;
-  this->reactionsOff = false;
 }
 
 template <class T, class R>
@@ -146,9 +154,19 @@ void Lattice<T, R>::pushTransformation(bool checkIdentity) {
 template <class T, class R>
 void Lattice<T, R>::setScale(Index i, const T& value) {
   if (scale[i] == value) return;
-  Matrix<T> raw = backMapAll(B);
+  if (i < m && !params.translate) {
+    for (Vector<T>& row : B) {
+      row[i] /= scale[i];
+      row[i] *= value;
+    }
+    scale[i] = value;
+    forgetBasis();
+    return;
+  }
+  const T newHom = i == m ? ExactArithmetic<T>::product(this->homValue, value) : homScaled;
+  const Matrix<T> raw = backMapAll(B);
   scale[i] = value;
-  if (i == m) homScaled = ExactArithmetic<T>::product(this->homValue, value);
+  homScaled = newHom;
   replaceBasis(forwardMapAll(raw));
 }
 

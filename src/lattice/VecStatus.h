@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "core/Array.h"
+
 namespace starsift {
 
 using StatusWord = std::uint16_t;
@@ -35,6 +37,14 @@ constexpr bool carries(StatusWord word, StatusWord bits) {
 
 constexpr StatusWord without(StatusWord word, StatusWord bits) {
   return static_cast<StatusWord>(word & ~bits);
+}
+
+/// The first row from..to whose word lacks one of the bits, else to + 1, or `from` when that
+/// is beyond.
+inline Index firstWithout(const Array<StatusWord>& words, StatusWord bits, Index from, Index to) {
+  Index k = from;
+  while (k <= to && carries(words[k], bits)) ++k;
+  return k;
 }
 
 }  // namespace starsift

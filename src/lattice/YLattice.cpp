@@ -20,13 +20,14 @@ constexpr long reportingLevel = 2;
 /// Lets a lattice write files as long as it lives.
 class OutputOn {
  public:
-  explicit OutputOn(bool& output) : output_(&output) { *output_ = true; }
+  explicit OutputOn(bool& output) : output_(output), before_(std::exchange(output, true)) {}
   OutputOn(const OutputOn&) = delete;
   OutputOn& operator=(const OutputOn&) = delete;
-  ~OutputOn() { *output_ = false; }
+  ~OutputOn() { output_ = before_; }
 
  private:
-  bool* output_;
+  bool& output_;
+  bool before_;
 };
 
 }  // namespace
@@ -81,6 +82,11 @@ void YLattice<R>::normalise(bool generate, bool force) {
 template <class R>
 bool YLattice<R>::prepareLattice() {
   return runStep([](auto& lattice) { return lattice.prepareLattice(); });
+}
+
+template <class R>
+void YLattice<R>::sortBasis(Index count) {
+  runStep([count](auto& lattice) { lattice.sortBasis(count); });
 }
 
 template <class R>

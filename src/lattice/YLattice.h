@@ -72,6 +72,7 @@ class YLattice {
   // Steps of Lattice.
   void normalise(bool generate, bool force);
   bool prepareLattice();
+  void sortBasis(Index count);
   /// What the pass did.
   PassCounts lllPass(Index from, Index to, Index kmax);
   /// RestartException passes through; the lattice in use is a new one then.

@@ -83,4 +83,25 @@ void selectColumns(Matrix<T>& matrix, const std::vector<Index>& selected) {
   matrix.resize(matrix.rowCount(), static_cast<Index>(selected.size()), false);
 }
 
+/// Removes `count` elements from `position` on, 1 <= position, position + count - 1 <=
+/// dimension.
+template <class T>
+void removeElements(Array<T>& elements, Index position, Index count) {
+  std::move(elements.begin() + (position + count - 1), elements.end(),
+            elements.begin() + (position - 1));
+  elements.resize(elements.dimension() - count, false);
+}
+
+/// The first `rowCount` rows without `count` columns from `position` on.
+template <class T>
+Matrix<T> withoutColumns(const Matrix<T>& rows, Index rowCount, Index position, Index count) {
+  Matrix<T> result(rowCount, rows.columnCount() - count);
+  for (Index i = 1; i <= rowCount; ++i) {
+    const Vector<T>& row = rows[i];
+    const auto next = std::copy_n(row.begin(), position - 1, result[i].begin());
+    std::copy(row.begin() + (position + count - 1), row.end(), next);
+  }
+  return result;
+}
+
 }  // namespace starsift

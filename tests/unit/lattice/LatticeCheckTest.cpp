@@ -470,15 +470,15 @@ TYPED_TEST(LatticeCheckOver, ReductionOffersItsVectorsUnderANegativeHomValue) {
 TYPED_TEST(LatticeCheckOver, PointsWithinTheBoundsAreCheckedBehindAPass) {
   this->prepare("[ -2 ] [ [ 3 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 2 ] [ 0 ] [ 0.02 ]");
   this->live.params.sol = 0;
-  this->live.lllPass(2, 1, 0);
+  this->live.lllPass(1, 1, 0);
   ASSERT_EQ(this->live.solutions.dimension(), 1);
   EXPECT_EQ(this->stored(1), "[ 0 ]");
 }
 
 TYPED_TEST(LatticeCheckOver, PointsBesideAnInequationAreNoSolutions) {
-  this->prepare("[ ] [ ] [ ] [ ] [ ] [ [ 7 -7 ] ] [ 50 ] [ 99 ] [ 0 0 ] [ 0 0 ] [ 9 1 ]");
+  this->prepare("[ ] [ ] [ ] [ ] [ ] [ [ 7 -6 ] ] [ 51 ] [ 55 ] [ 0 0 ] [ 0 0 ] [ 9 1 ]");
   this->live.params.sol = 0;
-  this->live.lllPass(2, 1, 0);
+  this->live.lllPass(1, 1, 0);
   EXPECT_EQ(this->live.solutions.dimension(), 0);
 }
 

@@ -1,0 +1,75 @@
+// Indices of a sequence by the hash of their elements.
+#pragma once
+
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include "core/Index.h"
+
+namespace starsift {
+
+/// A hash table of indices from 1 on: open addressing with linear probing, and room for
+/// twice the indices, so that a free slot is near. What the indices stand for is the
+/// caller's, who says which of those with one hash is meant.
+class HashedIndices {
+ public:
+  /// No index any more; the storage stays.
+  void clear() {
+    slots_.assign(slots_.size(), Slot());
+    count_ = 0;
+  }
+
+  /// Room for `most` indices altogether without another growth.
+  void reserve(Index most) {
+    std::size_t size = 16;
+    while (size < 2 * static_cast<std::size_t>(most)) size *= 2;
+    if (size > slots_.size()) grow(size);
+  }
+
+  /// The index with this hash that `fits`, a condition on indices; 0 without one.
+  template <class Fits>
+  Index find(std::size_t hash, Fits fits) const {
+    return slots_.empty() ? 0 : slots_[position(hash, fits)].index;
+  }
+
+  /// The same; without one `index` is entered and returned.
+  template <class Fits>
+  Index findOrEnter(std::size_t hash, Index index, Fits fits) {
+    reserve(count_ + 1);
+    Slot& slot = slots_[position(hash, fits)];
+    if (slot.index != 0) return slot.index;
+    slot = {index, hash};
+    ++count_;
+    return index;
+  }
+
+ private:
+  /// Index 0 is a free slot.
+  struct Slot {
+    Index index = 0;
+    std::size_t hash = 0;
+  };
+
+  /// Where the index with this hash that fits stands, or a free slot to use for it.
+  template <class Fits>
+  std::size_t position(std::size_t hash, Fits fits) const {
+    std::size_t k = hash & (slots_.size() - 1);
+    while (slots_[k].index != 0 && !(slots_[k].hash == hash && fits(slots_[k].index)))
+      k = (k + 1) & (slots_.size() - 1);
+    return k;
+  }
+
+  void grow(std::size_t size) {
+    std::vector<Slot> former(size);
+    std::swap(former, slots_);
+    for (const Slot& slot : former)
+      if (slot.index != 0) slots_[position(slot.hash, [](Index) { return false; })] = slot;
+  }
+
+  /// A power of two of them, or none.
+  std::vector<Slot> slots_;
+  Index count_ = 0;
+};
+
+}  // namespace starsift

@@ -1,0 +1,157 @@
+// Lattice: vectors that a pass has not met, but come next to those that it has. Goals to reach
+// and a box far from 0 keep a reduced basis away from solutions that are a step from it.
+#pragma once
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "algorithms/LastCoordinate.h"
+#include "lattice/Lattice.h"
+
+namespace starsift {
+
+namespace latticenearby {
+
+/// Rounds over the basis of one walk at most.
+constexpr Index mostRounds = 20;
+
+/// Vectors of a basis at most whose sums and differences are steps too.
+constexpr Index mostPaired = 16;
+
+/// The sums and the differences of any two rows behind them.
+template <class T>
+void appendPairs(Matrix<T>& rows) {
+  const Index n = rows.rowCount();
+  rows.resize(n * n, rows.columnCount(), false);
+  Index last = n;
+  for (Index i = 2; i <= n; ++i)
+    for (Index j = 1; j < i; ++j) {
+      rows[++last] = rows[i] + rows[j];
+      rows[++last] = rows[i] - rows[j];
+    }
+}
+
+}  // namespace latticenearby
+
+template <class T, class R>
+void Lattice<T, R>::checkNearby() {
+  if (latticeKind != LatticeKind::full || this->originalCount() == 0) return;
+  checkNearMisses();
+  walkNearby();
+}
+
+template <class T, class R>
+void Lattice<T, R>::checkNearMisses() {
+  if (bestVector.isSet() && !stopped()) checkInsideOf(bestVector);
+  for (Index k = 1; k <= n && !stopped(); ++k)
+    if (!isHopeless(B[k])) checkInsideOf(oriented(B[k], true));
+}
+
+template <class T, class R>
+void Lattice<T, R>::checkInsideOf(const Vector<T>& vector) {
+  const std::optional<Vector<T>> inside = movedInside(vector);
+  if (inside) checkSolution(*inside, false, 0, false);
+}
+
+template <class T, class R>
+std::optional<Vector<T>> Lattice<T, R>::movedInside(const Vector<T>& vector) {
+  Vector<T> inside(vector);
+  const Index before = columnsBeforeVariables();
+  for (Index j = before + 1; j <= before + this->originalCount(); ++j)
+    inside[j] = std::min(std::max(inside[j], l[j]), r[j]);
+  try {
+    const std::optional<Star<T>> x = starOf(inside);
+    if (!x) return std::nullopt;
+    // Slacks and deviations follow from the variables.
+    opt2lat(*x, inside, false, T(1));
+    Vector<T> coordinates;
+    // The check of stars has a tolerance for equations, the lattice has none.
+    if (!liesInBox(inside) || !coordinatesOf(inside, coordinates, true)) return std::nullopt;
+  } catch (const ModuloException&) {
+    return std::nullopt;
+  } catch (const PrecisionException&) {
+    // The vector itself was good enough for T, and nothing asks for this one.
+    return std::nullopt;
+  }
+  return inside;
+}
+
+template <class T, class R>
+void Lattice<T, R>::walkNearby() {
+  Matrix<T> steps = backMapAll(B);
+  Index start = 0;
+  for (Index k = 1; k <= n; ++k)
+    if (lastIsLess(steps, k, start)) start = k;
+  // One inhomogeneous vector is a start, and makes steps of the others.
+  if (start != 0) reduceLast(steps, start);
+  if (n <= latticenearby::mostPaired) latticenearby::appendPairs(steps);
+  const auto hasSolution = [this] { return bestTarget.isSet() || solutions.isSet(); };
+  if (!hasSolution() && start != 0) walkIntoBox(oriented(steps[start], false), steps);
+  if (!hasSolution() && bestVector.isSet()) walkIntoBox(bestVector, steps);
+  if (hasSolution()) walkBetweenSolutions(steps);
+}
+
+template <class T, class R>
+void Lattice<T, R>::walkIntoBox(const Vector<T>& from, const Matrix<T>& steps) {
+  if (!hasLastInBox(from[m])) return;
+  R distance = distanceFromBox(from);
+  walk(from, steps, [&](const Vector<T>& next) {
+    const R nextDistance = distanceFromBox(next);
+    if (!(nextDistance < distance)) return false;
+    distance = nextDistance;
+    if (distance == R()) checkSolution(next, false, 0, false);
+    return true;
+  });
+}
+
+template <class T, class R>
+void Lattice<T, R>::walkBetweenSolutions(const Matrix<T>& steps) {
+  // The best one, without targets the last one.
+  const auto current = [this] {
+    return bestTarget.isSet() ? Vector<T>(bestTarget) : Vector<T>(solutions[solutions.dimension()]);
+  };
+  walk(current(), steps, [&](const Vector<T>& next) {
+    if (!liesInBox(next)) return false;
+    checkSolution(next, false, 0, false);
+    return identical(current(), next);
+  });
+}
+
+template <class T, class R>
+template <class Move>
+void Lattice<T, R>::walk(Vector<T> at, const Matrix<T>& steps, Move move) {
+  const Index all = 2 * steps.rowCount();
+  Index vain = 0;
+  for (Index i = 0; vain < all && i < latticenearby::mostRounds * all; ++i) {
+    const Vector<T>& step = steps[i / 2 + 1 - i / all * steps.rowCount()];
+    ++vain;
+    if (!(step[m] == T())) continue;
+    if (observer != nullptr) observer->onStep(lastPass);
+    if (stopped()) return;
+    Vector<T> next = withLeastDeviations(i % 2 == 0 ? at + step : at - step);
+    if (!move(next)) continue;
+    at = std::move(next);
+    vain = 0;
+  }
+}
+
+template <class T, class R>
+R Lattice<T, R>::distanceFromBox(const Vector<T>& vector) const {
+  R sum = R();
+  for (const auto& deviation : deviationsOf(vector)) sum += deviation.right;
+  return sum;
+}
+
+template <class T, class R>
+Vector<T> Lattice<T, R>::withLeastDeviations(Vector<T> vector) const {
+  const Index last = m - 1 - (modsInLattice ? this->modulusCount() : 0);
+  for (Index i = last - this->deviationCount + 1; i < last; i += 2) {
+    const T common = std::min(vector[i], vector[i + 1]) + rangeMultiple;
+    vector[i] -= common;
+    vector[i + 1] -= common;
+  }
+  return vector;
+}
+
+}  // namespace starsift
