@@ -4,13 +4,17 @@
 #include <cctype>
 #include <charconv>
 #include <sstream>
+#include <stdexcept>
 #include <string_view>
 
 #include "core/Failure.h"
+#include "numbers/QQ.h"
 
 namespace starsift {
 
 namespace {
+
+constexpr std::string_view dashes = "--";
 
 /// Without one plus sign, which a stream takes and std::from_chars doesn't.
 std::string_view withoutPlus(std::string_view text) {
@@ -32,6 +36,18 @@ bool startsLikeNumber(std::string_view text) {
   return first <= 1 && std::isdigit(static_cast<unsigned char>(text[first])) != 0;
 }
 
+/// QQ::parse takes the text, or refuses it with a report that says what is wrong.
+bool isNumber(std::string_view text) {
+  if (!startsLikeNumber(text)) return false;
+  try {
+    QQ::parse(text);
+    return true;
+  } catch (const std::invalid_argument&) {
+    // Where digits are due stands something else.
+    return false;
+  }
+}
+
 bool isValueOf(ParamKind kind, std::string_view text) {
   if (text == "inf" || text == "-inf") return true;
   switch (kind) {
@@ -45,7 +61,7 @@ bool isValueOf(ParamKind kind, std::string_view text) {
     case ParamKind::real:
       return isWhole<float>(withoutPlus(text));
     case ParamKind::number:
-      return startsLikeNumber(text);
+      return isNumber(text);
   }
   return false;
 }
@@ -59,12 +75,13 @@ bool isItem(const std::string& name, const std::string& text) {
 }
 
 void readArgument(Params& params, const std::string& argument) {
+  if (!argument.starts_with(dashes) || argument == dashes) fail("Malformed parameter: " + argument);
   std::istringstream stream(argument);
   ParamInfo item;
   stream >> item;
   const bool alone = stream.peek() == std::istringstream::traits_type::eof();
   if (!alone || !isItem(item.name(), item.text()))
-    fail("Malformed parameter: " + argument.substr(std::min<std::size_t>(2, argument.size())));
+    fail("Malformed parameter: " + argument.substr(dashes.size()));
   std::istringstream(argument) >> params;
 }
 

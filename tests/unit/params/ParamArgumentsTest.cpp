@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "numbers/QQFunctions.h"
 #include "params/ExtendedParams.h"
 #include "support/ExpectFails.h"
 
@@ -39,7 +40,14 @@ void readOne(const std::string& argument) {
 
 TEST(ParamArguments, NeedAnEqualsSign) {
   EXPECT_FAILS_WITH(readOne("--beta"), "Malformed parameter: beta");
-  EXPECT_FAILS_WITH(readOne("--"), "Malformed parameter: ");
+}
+
+TEST(ParamArguments, NeedTwoDashesAndSomethingBehindThem) {
+  EXPECT_FAILS_WITH(readOne("--"), "Malformed parameter: --");
+  EXPECT_FAILS_WITH(readOne("-"), "Malformed parameter: -");
+  EXPECT_FAILS_WITH(readOne("-x"), "Malformed parameter: -x");
+  EXPECT_FAILS_WITH(readOne("-sol=2"), "Malformed parameter: -sol=2");
+  EXPECT_FAILS_WITH(readOne("-xsol=2"), "Malformed parameter: -xsol=2");
 }
 
 TEST(ParamArguments, NeedAKnownName) {
@@ -66,6 +74,25 @@ TEST(ParamArguments, NeedAValueThatTheTypeCanHold) {
 TEST(ParamArguments, NeedADigitInFrontOfThePoint) {
   EXPECT_FAILS_WITH(readOne("--tnorm=.5"), "Malformed parameter: tnorm=.5");
   EXPECT_FAILS_WITH(readOne("--tnorm=+-5"), "Malformed parameter: tnorm=+-5");
+}
+
+TEST(ParamArguments, NeedDigitsWhereANumberHasThem) {
+  for (const std::string value : {"1x", "5-3", "1/x", "1/", "1.x", "1:x", "1/2/3", "1i", "1ex"})
+    EXPECT_FAILS_WITH(readOne("--tnorm=" + value), "Malformed parameter: tnorm=" + value);
+  EXPECT_FAILS_WITH(readOne("--snorm=1i"), "Malformed parameter: snorm=1i");
+}
+
+TEST(ParamArguments, TakeEveryFormOfANumber) {
+  const auto tnormOf = [](const std::string& value) {
+    ExtendedParams<QQ> params;
+    readArguments(params, {"--tnorm=" + value});
+    return params.tnorm.get();
+  };
+  EXPECT_EQ(tnormOf("1:1/2"), QQ(3, 2));
+  EXPECT_EQ(tnormOf("+0x10"), QQ(16));
+  EXPECT_EQ(tnormOf("1.5e2"), QQ(150));
+  EXPECT_EQ(tnormOf("1e"), QQ(1));
+  EXPECT_EQ(tnormOf("1e1e1"), pow(QQ(10), QQ(10)));
 }
 
 TEST(ParamArguments, LeaveOtherNumbersToTheReportsOfNumbers) {
