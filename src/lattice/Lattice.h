@@ -90,8 +90,9 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// T can't hold a number safely.
   void normalise(bool generate, bool force);
   /// The part of normalise() on the working copy, which is lifted: from there to normal
-  /// form. With `verbose` dependent equations are reported.
-  void normaliseCopy(bool verbose);
+  /// form. With `verbose` dependent equations are reported; with that or on the `first`
+  /// call for a problem also inequations that became equations, and swapped variables.
+  void normaliseCopy(bool verbose, bool first);
   /// The problem of the user, whether it was lifted since or not: what stars satisfy.
   const Vanu<T>& problemAsRead() const;
 

@@ -17,13 +17,14 @@ namespace starsift {
 template <class T, class R>
 void Lattice<T, R>::normalise(bool generate, bool force) {
   if (force && optOriginal.lifted) optOriginal = optAsRead;
-  if (!optOriginal.lifted) liftProblem(generate);
+  const bool first = !optOriginal.lifted;
+  if (first) liftProblem(generate);
   const bool reactionsWereOff = this->reactionsOff;
   const bool trackingWasRestarted = this->trackingRestarted;
   Vanu<T>::operator=(optOriginal);
   this->reactionsOff = reactionsWereOff;
   this->trackingRestarted = trackingWasRestarted;
-  normaliseCopy(params.verb == 2);
+  normaliseCopy(params.verb == 2, first);
 }
 
 template <class T, class R>
@@ -31,7 +32,7 @@ void Lattice<T, R>::liftProblem(bool withTargetRange) {
   // A step that throws leaves the problem as it was read.
   Vanu<T> problem(optOriginal);
   dropUselessInequations(problem);
-  transferFakeInequations(problem);
+  transferFakeInequations(problem, true);
   liftOneSidedInequations(problem);
   liftFiniteTargets(problem);
   aggregateTargets(problem);
@@ -42,8 +43,10 @@ void Lattice<T, R>::liftProblem(bool withTargetRange) {
 }
 
 template <class T, class R>
-void Lattice<T, R>::normaliseCopy(bool verbose) {
+void Lattice<T, R>::normaliseCopy(bool verbose, bool first) {
   Vanu<T>& problem = *this;
+  // A search makes the copy anew many times a second.
+  const bool tell = verbose || first;
   roundBounds(problem);
   removeFixedVariables(problem);
   scaleDecimalVariables(problem);
@@ -51,10 +54,10 @@ void Lattice<T, R>::normaliseCopy(bool verbose) {
   toIntegerRows(problem);
   dropZeroModulusColumns(problem);
   removeDependentEquations(problem, verbose);
-  swapHalfFreeVariables(problem);
+  swapHalfFreeVariables(problem, tell);
   checkRows(problem, RowKind::inequations);
   // Tightening can leave an inequation one value only.
-  if (transferFakeInequations(problem) > 0) removeDependentEquations(problem, verbose);
+  if (transferFakeInequations(problem, tell) > 0) removeDependentEquations(problem, verbose);
   checkRows(problem, RowKind::equations);
   aggregateTargets(problem);
   shiftLowerBounds(problem);

@@ -157,7 +157,7 @@ void scaleDecimalVariables(Vanu<T>& problem) {
 }
 
 template <class T>
-void swapHalfFreeVariables(Vanu<T>& problem) {
+void swapHalfFreeVariables(Vanu<T>& problem, bool verbose) {
   problem.swappedVars.clear();
   for (Index j = 1; j <= problem.rx.dimension(); ++j) {
     if (freedomDegree(problem.lx[j], problem.rx[j]) != FreedomDegree::leftFree) continue;
@@ -168,7 +168,7 @@ void swapHalfFreeVariables(Vanu<T>& problem) {
     problem.fd[j] = FreedomDegree::rightFree;
     problem.swappedVars.resize(problem.swappedVars.dimension() + 1, true);
     problem.swappedVars[problem.swappedVars.dimension()] = j;
-    report(std::cout, "Swapped half-free variable detected");
+    if (verbose) report(std::cout, "Swapped half-free variable detected");
   }
 }
 
@@ -187,11 +187,11 @@ void shiftLowerBounds(Vanu<T>& problem) {
   }
 }
 
-#define STARSIFT_INSTANTIATE_BOUNDS(T)           \
-  template void roundBounds(Vanu<T>&);           \
-  template void removeFixedVariables(Vanu<T>&);  \
-  template void scaleDecimalVariables(Vanu<T>&); \
-  template void swapHalfFreeVariables(Vanu<T>&); \
+#define STARSIFT_INSTANTIATE_BOUNDS(T)                 \
+  template void roundBounds(Vanu<T>&);                 \
+  template void removeFixedVariables(Vanu<T>&);        \
+  template void scaleDecimalVariables(Vanu<T>&);       \
+  template void swapHalfFreeVariables(Vanu<T>&, bool); \
   template void shiftLowerBounds(Vanu<T>&)
 
 STARSIFT_INSTANTIATE_BOUNDS(long double);

@@ -28,10 +28,10 @@ void removeFixedVariables(Vanu<T>& problem);
 template <class T>
 void scaleDecimalVariables(Vanu<T>& problem);
 
-/// Negates the variables with an upper bound and no lower one; swappedVars names them. A
-/// console line each: "Swapped half-free variable detected".
+/// Negates the variables with an upper bound and no lower one; swappedVars names them. With
+/// `verbose` a console line each: "Swapped half-free variable detected".
 template <class T>
-void swapHalfFreeVariables(Vanu<T>& problem);
+void swapHalfFreeVariables(Vanu<T>& problem, bool verbose);
 
 /// Moves every variable with a lower bound to start at 0, by `shift`, which has an entry
 /// per column of Ag. The data are integers. PrecisionException "bg overflow", "lu

@@ -64,7 +64,7 @@ void dropUselessInequations(Vanu<T>& problem) {
 }
 
 template <class T>
-Index transferFakeInequations(Vanu<T>& problem) {
+Index transferFakeInequations(Vanu<T>& problem, bool verbose) {
   std::vector<Index> kept;
   PlainEquations<T> equalities;
   for (Index i = 1; i <= problem.lu.dimension(); ++i) {
@@ -75,7 +75,7 @@ Index transferFakeInequations(Vanu<T>& problem) {
     if (NumberTraits<T>::isInfinite(problem.lu[i]))
       fail("Unfulfillable infinite inequation detected --> NO SOLUTIONS!");
     equalities.add(std::move(problem.Au[i]), problem.lu[i]);
-    report(std::cout, "Fake inequation detected and transfered");
+    if (verbose) report(std::cout, "Fake inequation detected and transfered");
   }
   const Index moved = equalities.count();
   selectInequations(problem, kept);
@@ -106,8 +106,8 @@ void liftOneSidedInequations(Vanu<T>& problem) {
 
 template void dropUselessInequations(Vanu<long double>&);
 template void dropUselessInequations(Vanu<QQ>&);
-template Index transferFakeInequations(Vanu<long double>&);
-template Index transferFakeInequations(Vanu<QQ>&);
+template Index transferFakeInequations(Vanu<long double>&, bool);
+template Index transferFakeInequations(Vanu<QQ>&, bool);
 template void liftOneSidedInequations(Vanu<long double>&);
 template void liftOneSidedInequations(Vanu<QQ>&);
 

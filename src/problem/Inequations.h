@@ -12,11 +12,11 @@ template <class T>
 void dropUselessInequations(Vanu<T>& problem);
 
 /// Turns the inequations with lu = ru into plain equations, in order, which stand behind
-/// all others but before the lifted ones. Returns their number. A console line each:
-/// "Fake inequation detected and transfered". An infinite common value is fatal:
+/// all others but before the lifted ones. Returns their number. With `verbose` a
+/// console line each: "Fake inequation detected and transfered". An infinite common value is fatal:
 /// "Unfulfillable infinite inequation detected --> NO SOLUTIONS!".
 template <class T>
-Index transferFakeInequations(Vanu<T>& problem);
+Index transferFakeInequations(Vanu<T>& problem, bool verbose);
 
 /// Turns the inequations with one finite bound into equations with a slack variable:
 /// row * x >= l becomes row * x - s = l, s >= 0, and an upper bound is negated first. The

@@ -161,6 +161,20 @@ TYPED_TEST(NormalFormOver, InequationTightenedToOneValueBecomesAnEquation) {
   EXPECT_EQ(this->lattice.Au.rowCount(), 0);
 }
 
+TYPED_TEST(NormalFormOver, LaterCallsRepeatTheReportsAtTheHighestLevelOnly) {
+  const std::string reports = this->normalise(
+      "[ ] [ ] [ [ 1 -1 1 ] ] [ 0 ] [ ] [ [ 1 1 0 ] ] [ 10 ] [ 50 ] [ 0 0 0 ] [ 0 0 -inf ] "
+      "[ 5 5 2 ]");
+  EXPECT_EQ(reports,
+            "|-> Swapped half-free variable detected\n"
+            "|-> Fake inequation detected and transfered\n");
+  EXPECT_EQ(this->normaliseAgain(false, false), "");
+  EXPECT_EQ(this->normaliseAgain(false, true), reports);
+  this->lattice.params.verb = 2;
+  EXPECT_EQ(this->normaliseAgain(false, false), reports);
+  this->lattice.params.verb = 0;
+}
+
 TYPED_TEST(NormalFormOver, EquationsThatJoinLateMayMakeEquationsDependent) {
   this->normalise(
       "[ ] [ ] [ [ 2 2 ] ] [ 20 ] [ ] [ [ 1 1 ] ] [ 10 ] [ 50 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");

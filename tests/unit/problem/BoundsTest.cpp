@@ -142,7 +142,7 @@ TYPED_TEST(BoundsOver, SwapsHalfFreeVariables) {
   auto problem = problemFrom<TypeParam>(
       "[ inf ] [ [ 1 2 3 4 ] ] [ [ 5 6 7 8 ] ] [ 4 ] [ ] [ [ 1 -1 1 -1 ] ] [ 0 ] [ 9 ] "
       "[ 0 0 0 0 ] [ -inf 0 -inf -inf ] [ 7 5 inf -2 ]");
-  EXPECT_EQ(this->consoleOf([&] { swapHalfFreeVariables(problem); }),
+  EXPECT_EQ(this->consoleOf([&] { swapHalfFreeVariables(problem, true); }),
             "|-> Swapped half-free variable detected\n"
             "|-> Swapped half-free variable detected\n");
   EXPECT_EQ(rowsText(problem.At), "[ -1 2 3 -4 ]");
@@ -158,9 +158,15 @@ TYPED_TEST(BoundsOver, SwapsHalfFreeVariables) {
   EXPECT_EQ(problem.swappedVars[2], 4);
 }
 
+TYPED_TEST(BoundsOver, SwapsWithoutAWordWhenNotVerbose) {
+  auto problem = this->sumOf(1, "[ 0 ] [ -inf ] [ 7 ]");
+  EXPECT_EQ(this->consoleOf([&] { swapHalfFreeVariables(problem, false); }), "");
+  EXPECT_EQ(textOf(problem.lx), "[ -7 ]");
+}
+
 TYPED_TEST(BoundsOver, NoVariableIsFreeBelowOnlyBehindTheSwap) {
   auto problem = this->sumOf(3, "[ 0 0 0 ] [ -inf -inf -inf ] [ 1 2 3 ]");
-  this->consoleOf([&] { swapHalfFreeVariables(problem); });
+  this->consoleOf([&] { swapHalfFreeVariables(problem, true); });
   for (const FreedomDegree kind : problem.fd) EXPECT_EQ(kind, FreedomDegree::rightFree);
 }
 

@@ -47,7 +47,7 @@ TYPED_TEST(InequationsOver, EqualitiesBecomeEquationsInOrder) {
       "[ ] [ ] [ [ 1 1 ] ] [ 4 ] [ ] [ [ 1 2 ] [ 3 4 ] [ 5 6 ] ] [ 7 0 8 ] [ 7 9 8 ] "
       "[ 0 0 ] [ 0 0 ] [ 5 5 ]");
   std::string console;
-  console = this->consoleOf([&] { EXPECT_EQ(transferFakeInequations(problem), 2); });
+  console = this->consoleOf([&] { EXPECT_EQ(transferFakeInequations(problem, true), 2); });
   EXPECT_EQ(console,
             "|-> Fake inequation detected and transfered\n"
             "|-> Fake inequation detected and transfered\n");
@@ -59,17 +59,26 @@ TYPED_TEST(InequationsOver, EqualitiesBecomeEquationsInOrder) {
   EXPECT_EQ(textOf(problem.ru), "[ 9 ]");
 }
 
+TYPED_TEST(InequationsOver, EqualitiesBecomeEquationsWithoutAWordWhenNotVerbose) {
+  auto problem =
+      problemFrom<TypeParam>("[ ] [ ] [ ] [ ] [ ] [ [ 2 3 ] ] [ 7 ] [ 7 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");
+  std::string console;
+  console = this->consoleOf([&] { EXPECT_EQ(transferFakeInequations(problem, false), 1); });
+  EXPECT_EQ(console, "");
+  EXPECT_EQ(rowsText(problem.Ag), "[ 2 3 ]");
+}
+
 TYPED_TEST(InequationsOver, EqualitiesJoinCongruencesAsPlainEquations) {
   auto problem = problemFrom<TypeParam>(
       "[ ] [ ] [ [ 1 ] ] [ 4 ] [ 3 ] [ [ 2 ] ] [ 7 ] [ 7 ] [ 0 ] [ 0 ] [ 5 ]");
-  this->consoleOf([&] { transferFakeInequations(problem); });
+  this->consoleOf([&] { transferFakeInequations(problem, true); });
   EXPECT_EQ(textOf(problem.qg), "[ 3 0 ]");
 }
 
 TYPED_TEST(InequationsOver, EqualitiesNeedNoEquationsBefore) {
   auto problem =
       problemFrom<TypeParam>("[ ] [ ] [ ] [ ] [ ] [ [ 2 3 ] ] [ 7 ] [ 7 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");
-  this->consoleOf([&] { transferFakeInequations(problem); });
+  this->consoleOf([&] { transferFakeInequations(problem, true); });
   EXPECT_EQ(rowsText(problem.Ag), "[ 2 3 ]");
   EXPECT_EQ(problem.Ag.columnCount(), 2);
   EXPECT_EQ(textOf(problem.bg), "[ 7 ]");
@@ -82,7 +91,7 @@ TYPED_TEST(InequationsOver, EqualitiesWithoutVariablesJoinTheEquations) {
   problem.bg = Vector<TypeParam>{TypeParam(5)};
   problem.Au.resize(1, 0, false);
   problem.lu = problem.ru = Vector<TypeParam>{TypeParam(0)};
-  this->consoleOf([&] { transferFakeInequations(problem); });
+  this->consoleOf([&] { transferFakeInequations(problem, true); });
   EXPECT_EQ(problem.Ag.rowCount(), 2);
   EXPECT_EQ(textOf(problem.bg), "[ 5 0 ]");
 }
@@ -93,7 +102,7 @@ TYPED_TEST(InequationsOver, EqualitiesStandBeforeLiftedEquations) {
       "[ 0 0 0 0 ] [ 0 0 0 0 ] [ 5 inf inf inf ]");
   problem.slackCount = 1;
   problem.deviationCount = 2;
-  this->consoleOf([&] { transferFakeInequations(problem); });
+  this->consoleOf([&] { transferFakeInequations(problem, true); });
   EXPECT_EQ(textOf(problem.bg), "[ 4 7 5 6 ]");
   EXPECT_EQ(rowsText(problem.Ag), "[ 1 0 0 0 ] [ 2 0 0 0 ] [ 1 -1 0 0 ] [ 1 0 1 -1 ]");
 }
@@ -102,7 +111,7 @@ TYPED_TEST(InequationsOver, InfiniteEqualityHasNoSolution) {
   for (const char* bound : {"inf", "-inf"}) {
     auto problem = problemFrom<TypeParam>(std::string("[ ] [ ] [ ] [ ] [ ] [ [ 1 ] ] [ ") + bound +
                                           " ] [ " + bound + " ] [ 0 ] [ 0 ] [ 5 ]");
-    EXPECT_FAILS_WITH(transferFakeInequations(problem),
+    EXPECT_FAILS_WITH(transferFakeInequations(problem, true),
                       "Unfulfillable infinite inequation detected --> NO SOLUTIONS!");
   }
 }
@@ -159,7 +168,7 @@ TYPED_TEST(InequationsOver, ProblemWithoutInequationsStaysAsItIs) {
   auto problem =
       problemFrom<TypeParam>("[ ] [ ] [ [ 1 2 ] ] [ 4 ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");
   dropUselessInequations(problem);
-  EXPECT_EQ(transferFakeInequations(problem), 0);
+  EXPECT_EQ(transferFakeInequations(problem, true), 0);
   liftOneSidedInequations(problem);
   EXPECT_EQ(problem.slackCount, 0);
   EXPECT_EQ(rowsText(problem.Ag), "[ 1 2 ]");
