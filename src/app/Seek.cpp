@@ -138,13 +138,20 @@ void Seek::restartLattice() {
   solutionsBefore_ = lattice_.solutionCount();
   if (!limited_ && fruitless_ == fruitlessRestarts) throw SearchEnded(SearchEnd::fruitless);
   ++fruitless_;
-  lattice_.saveLattice();
+  // The next lattice is made from the problem: it needs nothing of this one's file.
+  if (latticePace_.isDue(SavePace::Clock::now())) saveLattice();
   try {
     lattice_.restartHandling(false);
   } catch (const RestartException&) {
     // There is a new lattice, which may be simpler than the one before.
     lattice_.tryStandardPrecision();
   }
+}
+
+void Seek::saveLattice() {
+  const auto start = SavePace::Clock::now();
+  lattice_.saveLattice();
+  latticePace_.saved(start, SavePace::Clock::now());
 }
 
 /// Reports the status unless the lattice has done so, and saves it.

@@ -3,6 +3,7 @@
 
 #include <iosfwd>
 
+#include "app/SavePace.h"
 #include "app/SearchWatch.h"
 #include "lattice/YLattice.h"
 
@@ -29,6 +30,7 @@ class Seek {
   void reduceLattice();
   PassCounts runPass();
   void restartLattice();
+  void saveLattice();
   void conclude(SearchEnd end);
   void writeStatistics(SearchEnd end);
   void writeVerdict(bool anyStars);
@@ -41,6 +43,8 @@ class Seek {
   long passLimit_ = -1;
   /// Somebody said when to end.
   bool limited_ = false;
+  /// Of the lattice file: some problems restart a thousand times a second.
+  SavePace latticePace_;
   /// Restarts since the last new solution, and the solutions there were then.
   Index fruitless_ = 0;
   Index solutionsBefore_ = 0;

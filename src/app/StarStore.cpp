@@ -6,13 +6,6 @@
 
 namespace starsift {
 
-namespace {
-
-/// Time between two writings, as a multiple of what the last one took.
-constexpr int pausePerSave = 10;
-
-}  // namespace
-
 StarStore::StarStore(const YLattice<long double>& search, std::function<Clock::time_point()> now)
     : now_(std::move(now)) {
   stars_.takeProblem(search);
@@ -22,7 +15,7 @@ StarStore::StarStore(const YLattice<long double>& search, std::function<Clock::t
 }
 
 bool StarStore::isDue(const YLattice<long double>& search) const {
-  return search.solutionCount() > taken_ && now_() >= nextSave_;
+  return search.solutionCount() > taken_ && pace_.isDue(now_());
 }
 
 void StarStore::save(const YLattice<long double>& search) {
@@ -30,8 +23,7 @@ void StarStore::save(const YLattice<long double>& search) {
   take(search);
   cleanStars(stars_);
   writeStars(stars_);
-  const auto end = now_();
-  nextSave_ = end + pausePerSave * (end - start);
+  pace_.saved(start, now_());
 }
 
 bool StarStore::saveAndReport(const YLattice<long double>& search, std::ostream& report) {

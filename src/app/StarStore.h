@@ -1,10 +1,10 @@
 // The solution file of a search: the stars that are known, and those that it finds.
 #pragma once
 
-#include <chrono>
 #include <functional>
 #include <iosfwd>
 
+#include "app/SavePace.h"
 #include "lattice/YLattice.h"
 
 namespace starsift {
@@ -16,7 +16,7 @@ namespace starsift {
 /// What it writes is what starsift would make of it: the stars go the same way.
 class StarStore {
  public:
-  using Clock = std::chrono::steady_clock;
+  using Clock = SavePace::Clock;
 
   /// Reads the file beside the problem of `search`, and drops wrong stars. `now` tells the time.
   explicit StarStore(const YLattice<long double>& search,
@@ -39,7 +39,7 @@ class StarStore {
   YLattice<long double> stars_;
   /// Solutions of the search when they were last taken.
   Index taken_ = 0;
-  Clock::time_point nextSave_;
+  SavePace pace_;
 };
 
 }  // namespace starsift
