@@ -22,10 +22,6 @@ constexpr std::string_view unusedParameters[] = {
     "eenum",        "beta",  "eprune", "btime",       "etime", "pair",      "pairLimit",
     "collectLimit", "sieve", "sample", "sampleLimit", "scale", "translate", "reinsert"};
 
-bool isDefault(const ParamInfo& parameter) {
-  return parameter.text() == parameter.defaultText();
-}
-
 bool isUnused(std::string_view name) {
   return std::ranges::any_of(unusedParameters,
                              [name](std::string_view unused) { return unused == name; });
@@ -35,21 +31,22 @@ bool isUnused(std::string_view name) {
 void reportUnused(const Params& params) {
   std::string text;
   for (const auto& entry : params.table())
-    if (isUnused(entry.left) && !isDefault(*entry.right))
+    if (isUnused(entry.left) && !entry.right->isDefault())
       text += " --" + entry.left + '=' + entry.right->text();
   if (text.empty()) return;
   std::cerr << "*** Without effect so far:" << text << endLine();
   stampOutputTime();
 }
 
-/// When the search is to end was said.
-bool isLimited(const Params& params) {
-  const auto isGiven = [&params](const char* name) {
-    ParamInfo* const* const parameter = params.table().find(name);
-    return parameter != nullptr && !isDefault(**parameter);
-  };
-  return params.iters >= 0 || params.rtime.get() > 0 || params.sol > 1 || isGiven("snorm") ||
-         isGiven("tnorm");
+bool isGiven(const Params& params, const char* name) {
+  ParamInfo* const* const parameter = params.table().find(name);
+  return parameter != nullptr && !(*parameter)->isDefault();
+}
+
+/// When the search is to end was said. Norms end it only where there are targets.
+bool isLimited(const Params& params, bool hasTargets) {
+  return params.iters >= 0 || params.rtime.get() > 0 || params.sol > 1 ||
+         (hasTargets && (isGiven(params, "snorm") || isGiven(params, "tnorm")));
 }
 
 std::string_view reasonText(SearchEnd end) {
@@ -76,7 +73,6 @@ Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, std::ostream& rep
     : lattice_(lattice), watch_(watch), report_(report) {
   const Params& params = lattice.params();
   passLimit_ = params.iters;
-  limited_ = isLimited(params);
   watch.setTimeLimit(params.rtime.get());
   setExtendedOutput(params.verb == 2);
   reportUnused(params);
@@ -84,6 +80,7 @@ Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, std::ostream& rep
 
 SearchEnd Seek::run() {
   lattice_.readOpt();
+  limited_ = isLimited(lattice_.params(), lattice_.hasTargets());
   StarStore store(lattice_);
   watch_.setStore(store);
   lattice_.tryStandardPrecision();

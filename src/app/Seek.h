@@ -11,9 +11,9 @@ namespace starsift {
 
 /// One search, from the files to the files.
 ///
-/// Its limits are parameters of the lattice: `sol` solutions, `tnorm`, `snorm`, `iters`
-/// passes, `rtime` seconds; with none of them it ends when it restarted 20 times without a
-/// new solution. A signal ends it too (see Interrupt.h).
+/// Its limits are parameters of the lattice: `sol` solutions, where there are targets
+/// `tnorm` and `snorm`, `iters` passes, `rtime` seconds; with none of them it ends when it
+/// restarted 20 times without a new solution. A signal ends it too (see Interrupt.h).
 ///
 /// A fatal report ends the process; what was found before is on disk then.
 class Seek {

@@ -49,6 +49,15 @@ void extract(const std::string& text, QQ& value) {
   value = QQ::parse(text);
 }
 
+template <class T>
+bool isSame(const T& a, const T& b) {
+  return a == b;
+}
+
+bool isSame(const MutexType<long>& a, const MutexType<long>& b) {
+  return a.copied() == b.copied();
+}
+
 }  // namespace
 
 template <class T>
@@ -81,6 +90,13 @@ Param<T>::Param(std::string_view name, ParamRegistry& registry) : ParamInfo(para
   assert(paramRow(name).kind == paramKindOf<T>);
   ParamText<T>::parse(std::string(defaultText()), value_);
   registry.add(*this);
+}
+
+template <class T>
+bool Param<T>::isDefault() const {
+  T standard = T();
+  if (!defaultText().empty()) ParamText<T>::parse(std::string(defaultText()), standard);
+  return isSame(value_, standard);
 }
 
 template <class T>

@@ -52,6 +52,7 @@ class Param : public ParamInfo {
   // NOLINTNEXTLINE(google-explicit-constructor): a setting reads like its value.
   operator const T&() const { return value_; }
 
+  bool isDefault() const override;
   bool isBool() const override;
   void update() override;
   void setCallback(Callback& callback) override;

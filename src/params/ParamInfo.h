@@ -33,6 +33,8 @@ class ParamInfo : public Serializable {
   /// The value's text at registration.
   std::string_view defaultText() const { return defaultText_; }
   std::string text() const { return text_.get(); }
+  /// The value is that of the default, however it is written: "+20" is 20.
+  virtual bool isDefault() const { return text() == defaultText_; }
 
   /// "--name=value"; nothing when the value's text is empty.
   std::ostream& write(std::ostream& stream) const override;

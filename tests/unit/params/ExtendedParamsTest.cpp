@@ -56,6 +56,17 @@ TYPED_TEST(ExtendedParamsOver, StartAtNormsThatNoStarReaches) {
   EXPECT_EQ(this->params.tnorm.get(), -NumberTraits<TypeParam>::infinity());
 }
 
+TYPED_TEST(ExtendedParamsOver, AreAtTheDefaultHoweverItIsWritten) {
+  this->params.snorm = "-01";
+  this->params.tnorm = "-inf";
+  EXPECT_TRUE(this->params.snorm.isDefault());
+  EXPECT_TRUE(this->params.tnorm.isDefault());
+  this->params.snorm = "-2";
+  this->params.tnorm = "inf";
+  EXPECT_FALSE(this->params.snorm.isDefault());
+  EXPECT_FALSE(this->params.tnorm.isDefault());
+}
+
 TYPED_TEST(ExtendedParamsOver, ReadTheNormsOfAText) {
   std::istringstream("--snorm=2.5 --tnorm=inf") >> this->params;
   EXPECT_EQ(this->params.snorm.get() + this->params.snorm.get(), TypeParam(5));

@@ -39,6 +39,29 @@ TEST(Param, StartsAtItsDefault) {
   EXPECT_EQ(parameters.rtime.get(), 0);
 }
 
+TEST(Param, IsAtItsDefaultHoweverThatIsWritten) {
+  Parameters parameters;
+  parameters.beta = "+020";
+  parameters.bench = "-0.0";
+  parameters.rtime = "00";
+  EXPECT_TRUE(parameters.beta.isDefault());
+  EXPECT_TRUE(parameters.bench.isDefault());
+  EXPECT_TRUE(parameters.rtime.isDefault());
+  EXPECT_TRUE(parameters.pair.isDefault());
+}
+
+TEST(Param, IsAtAnotherValueThanItsDefault) {
+  Parameters parameters;
+  parameters.beta = "21";
+  parameters.bench = "1e-30";
+  parameters.rtime = "1";
+  parameters.pair = "0";
+  EXPECT_FALSE(parameters.beta.isDefault());
+  EXPECT_FALSE(parameters.bench.isDefault());
+  EXPECT_FALSE(parameters.rtime.isDefault());
+  EXPECT_FALSE(parameters.pair.isDefault());
+}
+
 TEST(Param, IsEnteredIntoItsRegistry) {
   Parameters parameters;
   EXPECT_EQ(parameters.registry.find("beta"), &parameters.beta);
