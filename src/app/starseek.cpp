@@ -58,13 +58,8 @@ int runCommand(std::span<char* const> arguments, StatusLine::Clock::time_point s
     printUsage(program, synopsis);
     return EXIT_FAILURE;
   }
-  rememberInterrupts();
-  unlinkSemaphoresOnSignals();
   setFailureRemark(proofRemark);
-  const int status = unwinding([start] { return seek(lattice, start); });
-  std::cout.flush();
-  endByInterrupt();
-  return status;
+  return unwinding([start] { return seek(lattice, start); });
 }
 
 }  // namespace
@@ -74,5 +69,11 @@ int runCommand(std::span<char* const> arguments, StatusLine::Clock::time_point s
 int main(int count, char** arguments) {
   const auto start = starsift::StatusLine::Clock::now();
   starsift::nameUncaughtExceptions();
-  return starsift::runCommand({arguments, arguments + count}, start);
+  // Ahead of the lattice, whose locks are files that nobody else removes.
+  starsift::rememberInterrupts();
+  starsift::unlinkSemaphoresOnSignals();
+  const int status = starsift::runCommand({arguments, arguments + count}, start);
+  std::cout.flush();
+  starsift::endByInterrupt();
+  return status;
 }

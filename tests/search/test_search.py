@@ -67,6 +67,9 @@ class SearchCase(unittest.TestCase):
 
 
 class Signals(SearchCase):
+    def semaphores_of(self, process):
+        return list(pathlib.Path("/dev/shm").glob(f"sem.{process.pid}_*"))
+
     def assert_saves_before_it_ends_by(self, number):
         process = self.start()
         self.wait_for_solution(process)
@@ -76,14 +79,25 @@ class Signals(SearchCase):
         self.assertIn(process.returncode, (-number, -signal.SIGTERM))
         self.assertEqual(errors, "")
         self.assert_saved(printed)
-        left = list(pathlib.Path("/dev/shm").glob(f"sem.{process.pid}_*"))
-        self.assertEqual(left, [])
+        self.assertEqual(self.semaphores_of(process), [])
 
     def test_interrupt_saves_what_there_is(self):
         self.assert_saves_before_it_ends_by(signal.SIGINT)
 
     def test_termination_saves_what_there_is(self):
         self.assert_saves_before_it_ends_by(signal.SIGTERM)
+
+    def test_interrupt_among_the_arguments_leaves_no_semaphore(self):
+        # So many that they are still read when their first lock is seen.
+        process = self.start(*["--verb=0"] * 20_000)
+        end = time.monotonic() + TIME_LIMIT
+        while not self.semaphores_of(process):
+            self.assertIsNone(process.poll(), "the search has ended")
+            self.assertLess(time.monotonic(), end, "no semaphore")
+        process.send_signal(signal.SIGINT)
+        self.finish(process)
+        self.assertIn(process.returncode, (-signal.SIGINT, -signal.SIGTERM))
+        self.assertEqual(self.semaphores_of(process), [])
 
     def test_ignored_interrupt_does_not_end_the_search(self):
         def ignore():
