@@ -592,7 +592,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// One more first best vector of a search.
   void countAccepted();
   /// `time`, or for 0 the seconds since the start of the process, times params.bench in a
-  /// benchmark run.
+  /// benchmark run, at most the longest time there is.
   std::int64_t discoveryTime(std::int64_t time) const;
   /// 0 where nobody has set the start.
   std::int64_t secondsSinceStart() const;

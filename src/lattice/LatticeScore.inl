@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
@@ -87,8 +88,11 @@ std::int64_t Lattice<T, R>::discoveryTime(std::int64_t time) const {
   // What comes back from a backup may have been found in the first second.
   if (time != 0 || restoring) return time;
   const std::int64_t seconds = secondsSinceStart();
-  if (!(params.bench > 0)) return seconds;
-  return static_cast<std::int64_t>(static_cast<float>(seconds) * params.bench);
+  if (!(params.bench > 0) || seconds <= 0) return seconds;
+  constexpr std::int64_t longest = std::numeric_limits<std::int64_t>::max();
+  const float scaled = static_cast<float>(seconds) * params.bench;
+  // As a float the longest time is 2^63, one second too long.
+  return scaled < static_cast<float>(longest) ? static_cast<std::int64_t>(scaled) : longest;
 }
 
 template <class T, class R>

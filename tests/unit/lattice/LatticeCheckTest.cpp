@@ -1,6 +1,8 @@
 // Is a vector a solution, and what becomes of it?
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "support/CheckVectors.h"
 #include "support/ExpectFails.h"
 #include "support/LatticeOfProblem.h"
@@ -86,6 +88,25 @@ TYPED_TEST(LatticeCheckOver, TimeIsThatSinceTheStartUnlessGiven) {
   this->live.params.bench = 2.0F;
   this->checkPoint(2, 3);
   EXPECT_GE(this->live.solutions[2].time, 2000);
+}
+
+TYPED_TEST(LatticeCheckOver, TimeOfABenchmarkIsTheLongestAtMost) {
+  this->use(band);
+  this->live.runVariables[MainMutexVariable::startTime].set(
+      std::to_string(std::time(nullptr) - 1000));
+  this->live.params.bench = std::numeric_limits<float>::infinity();
+  this->checkPoint(1, 4);
+  EXPECT_EQ(this->live.solutions[1].time, std::numeric_limits<std::int64_t>::max());
+  this->live.params.bench = 1e16F;
+  this->checkPoint(2, 3);
+  EXPECT_EQ(this->live.solutions[2].time, std::numeric_limits<std::int64_t>::max());
+}
+
+TYPED_TEST(LatticeCheckOver, TimeOfNothingStaysNothingInABenchmark) {
+  this->use(band);
+  this->live.params.bench = std::numeric_limits<float>::infinity();
+  this->checkPoint(1, 4);
+  EXPECT_EQ(this->live.solutions[1].time, 0);
 }
 
 TYPED_TEST(LatticeCheckOver, NegativeOfASolutionIsTurned) {
