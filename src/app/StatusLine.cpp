@@ -1,5 +1,7 @@
 #include "app/StatusLine.h"
 
+#include <sys/ioctl.h>
+
 #include <ostream>
 
 namespace starsift {
@@ -14,7 +16,7 @@ constexpr std::string_view eraseLine = "\r\033[K";
 void StatusLine::draw(std::string_view text, Clock::time_point now) {
   if (terminal_ == nullptr) return;
   write(eraseLine);
-  write(text.substr(0, width));
+  write(text.substr(0, width_()));
   terminal_->pubsync();
   shown_ = true;
   next_ = now + interval;
@@ -29,6 +31,13 @@ void StatusLine::clear() {
 
 void StatusLine::write(std::string_view text) {
   terminal_->sputn(text.data(), static_cast<std::streamsize>(text.size()));
+}
+
+std::size_t statusWidth(int descriptor) {
+  struct winsize size {};
+  // Terminals without a window, serial ones say, have 0 columns.
+  if (ioctl(descriptor, TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return StatusLine::usualWidth;
+  return size.ws_col - 1U;
 }
 
 ClearedStream::ClearedStream(std::ostream& stream, StatusLine& line)

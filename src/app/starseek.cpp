@@ -32,7 +32,7 @@ std::streambuf* statusTerminal(const YLattice<long double>& lattice) {
 }
 
 int seek(YLattice<long double>& lattice, StatusLine::Clock::time_point start) {
-  StatusLine line(statusTerminal(lattice), start);
+  StatusLine line(statusTerminal(lattice), start, [] { return statusWidth(STDERR_FILENO); });
   const ClearedStream output(std::cout, line);
   const ClearedStream errors(std::cerr, line);
   SearchWatch watch(lattice, line, start);

@@ -12,6 +12,7 @@ import shutil
 import signal
 import subprocess
 import tempfile
+import termios
 import time
 import unittest
 
@@ -123,9 +124,10 @@ class Clock(SearchCase):
 
 
 class Terminal(SearchCase):
-    def shown_on_terminal(self, *parameters, share_output=False, term="xterm"):
+    def shown_on_terminal(self, *parameters, share_output=False, term="xterm", columns=0):
         """What reaches a terminal in a run of three seconds, and what is printed beside it."""
         terminal, end = pty.openpty()
+        termios.tcsetwinsize(end, (24, columns))
         options = {"stderr": end, "env": dict(os.environ, TERM=term)}
         if share_output:
             options["stdout"] = end
@@ -147,6 +149,13 @@ class Terminal(SearchCase):
         line = r"pass \d+, \d+ exchanges(, best norm [0-9.e+]+)?, [01] solutions, \d+ s"
         self.assertRegex(shown, f"^({re.escape(ERASE)}{line}){{1,3}}{re.escape(ERASE)}$")
         self.assert_saved(printed)
+
+    def test_status_line_does_not_break_on_a_narrow_terminal(self):
+        shown, _ = self.shown_on_terminal(columns=30)
+        lines = shown.split(ERASE)[1:-1]
+        self.assertGreater(len(lines), 0)
+        for line in lines:
+            self.assertEqual(len(line), 29, line)
 
     def test_status_line_leaves_no_trace_between_the_reports(self):
         shown, _ = self.shown_on_terminal(share_output=True)

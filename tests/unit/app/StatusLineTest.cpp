@@ -44,6 +44,19 @@ TEST_F(StatusLineTest, NeverBreaksIntoASecondLine) {
   EXPECT_EQ(terminal_.str(), erase + std::string(79, 'x'));
 }
 
+TEST_F(StatusLineTest, HasTheWidthThatTheTerminalHasAtTheDrawing) {
+  std::size_t width = 5;
+  StatusLine line(&terminal_, start_, [&width] { return width; });
+  line.draw("pass 100", start_);
+  width = 7;
+  line.draw("pass 100", start_);
+  EXPECT_EQ(terminal_.str(), erase + "pass " + erase + "pass 10");
+}
+
+TEST_F(StatusLineTest, HasTheUsualWidthWhereThereIsNoTerminal) {
+  EXPECT_EQ(statusWidth(-1), StatusLine::usualWidth);
+}
+
 TEST_F(StatusLineTest, IsErasedOnceInTheEnd) {
   {
     StatusLine line(&terminal_, start_);
