@@ -6,6 +6,7 @@
 #include <string>
 
 #include "core/Console.h"
+#include "core/FailureRemark.h"
 #include "core/Semaphore.h"
 
 namespace starsift {
@@ -24,6 +25,8 @@ namespace {
     // It has no name.
   }
   std::cerr << "terminate: " << name << std::endl;
+  const std::string remark = failureRemark(name);
+  if (!remark.empty()) std::cerr << remark << std::endl;
   std::abort();
 }
 

@@ -9,21 +9,17 @@ void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::
   lattice.readOpt();
   lattice.tryStandardPrecision();
   lattice.readStarsExactly(false);
-  saveStars(lattice, report);
+  cleanStars(lattice);
+  lattice.setOutputSwitch(true);
+  lattice.writeSolFile(true);
+  reportStars(lattice, report);
 }
 
-void saveStars(YLattice<long double>& lattice, std::ostream& report) {
-  cleanStars(lattice);
-  writeStars(lattice);
+void reportStars(YLattice<long double>& lattice, std::ostream& report) {
   // The file keeps stars that differ in their parameters; the report doesn't.
   lattice.sortStars();
   lattice.removeDuplicates(false);
   lattice.writeSolutions(report);
-}
-
-void writeStars(YLattice<long double>& lattice) {
-  lattice.setOutputSwitch(true);
-  lattice.writeSolFile(true);
 }
 
 void cleanStars(YLattice<long double>& lattice) {

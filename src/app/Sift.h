@@ -17,12 +17,9 @@ namespace starsift {
 /// then unchanged. `lattice` is fresh and holds problem and stars in the end.
 void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::ostream& report);
 
-/// The part of siftStars() behind the reading, on a lattice that is in the standard
-/// precision if problem and stars allow it.
-void saveStars(YLattice<long double>& lattice, std::ostream& report);
-
-/// Writes the stars to their file, or removes it where there is none.
-void writeStars(YLattice<long double>& lattice);
+/// The report of stars that are clean. Of those that differ in their parameters only one is
+/// left.
+void reportStars(YLattice<long double>& lattice, std::ostream& report);
 
 /// Drops the stars that fail or repeat, and sorts the others. Stars that differ in their
 /// parameters are no repetition.

@@ -2,7 +2,10 @@
 
 #include <utility>
 
+#include "app/FolderLock.h"
+#include "app/RescueFile.h"
 #include "app/Sift.h"
+#include "files/SolWriter.h"
 
 namespace starsift {
 
@@ -10,6 +13,8 @@ StarStore::StarStore(const YLattice<long double>& search, std::function<Clock::t
     : now_(std::move(now)) {
   stars_.takeProblem(search);
   stars_.tryStandardPrecision();
+  solFile_ = stars_.withLive([](const auto& lattice) { return lattice.solFile; });
+  known_ = fileIdentity(solFile_);
   stars_.readStarsExactly(false);
   cleanStars(stars_);
 }
@@ -21,15 +26,35 @@ bool StarStore::isDue(const YLattice<long double>& search) const {
 void StarStore::save(const YLattice<long double>& search) {
   const auto start = now_();
   take(search);
-  cleanStars(stars_);
-  writeStars(stars_);
+  replaceFile();
   pace_.saved(start, now_());
 }
 
 bool StarStore::saveAndReport(const YLattice<long double>& search, std::ostream& report) {
   take(search);
-  saveStars(stars_, report);
+  replaceFile();
+  reportStars(stars_, report);
   return stars_.hasStars();
+}
+
+void StarStore::replaceFile() {
+  const FolderLock lock(solFile_);
+  cleanStars(stars_);
+  if (fileIdentity(solFile_) == known_) {
+    writeFile();
+    return;
+  }
+  RescueFile rescue(stars_, solFile_);
+  stars_.readStarsExactly(false);
+  cleanStars(stars_);
+  writeFile();
+  rescue.remove();
+}
+
+void StarStore::writeFile() {
+  known_ =
+      stars_.runStep([this](const auto& lattice) { return writeStars(solFile_, lattice.stars); },
+                     OnFailure::unchanged);
 }
 
 void StarStore::take(const YLattice<long double>& search) {

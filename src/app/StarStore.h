@@ -3,8 +3,11 @@
 
 #include <functional>
 #include <iosfwd>
+#include <optional>
+#include <string>
 
 #include "app/SavePace.h"
+#include "files/FileIdentity.h"
 #include "lattice/YLattice.h"
 
 namespace starsift {
@@ -12,6 +15,10 @@ namespace starsift {
 /// Keeps the stars apart from the lattice that is searched. There, every step would copy
 /// all of them, and a star found again would drop those that differ from it in their
 /// parameters only.
+///
+/// Others may write the file meanwhile: another search, starsift, a user. What they left is
+/// read again, checked and joined ahead of the next writing. Should it have a form that is
+/// fatal, the file stays as it is, and the stars are in a file beside it (see RescueFile.h).
 ///
 /// What it writes is what starsift would make of it: the stars go the same way.
 class StarStore {
@@ -34,9 +41,14 @@ class StarStore {
 
  private:
   void take(const YLattice<long double>& search);
+  void replaceFile();
+  void writeFile();
 
   std::function<Clock::time_point()> now_;
   YLattice<long double> stars_;
+  std::string solFile_;
+  /// The file as it was last read or written here.
+  std::optional<FileIdentity> known_;
   /// Solutions of the search when they were last taken.
   Index taken_ = 0;
   SavePace pace_;

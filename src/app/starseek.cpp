@@ -5,11 +5,13 @@
 #include <cstdlib>
 #include <iostream>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "app/Interrupt.h"
 #include "app/Program.h"
 #include "app/ProofRemark.h"
+#include "app/RescueFile.h"
 #include "app/Seek.h"
 #include "app/SeekArguments.h"
 #include "core/Console.h"
@@ -29,6 +31,12 @@ std::streambuf* statusTerminal(const YLattice<long double>& lattice) {
   if (isatty(STDERR_FILENO) == 0 || kind == nullptr || std::string_view(kind) == "dumb")
     return nullptr;
   return lattice.params().verb > 0 && isatty(STDOUT_FILENO) != 0 ? nullptr : std::cerr.rdbuf();
+}
+
+/// What a fatal report means for the search that it ends.
+std::string searchRemark(std::string_view message) {
+  const std::string proof = proofRemark(message);
+  return proof.empty() ? rescueRemark() : proof;
 }
 
 int seek(YLattice<long double>& lattice, StatusLine::Clock::time_point start) {
@@ -58,7 +66,7 @@ int runCommand(std::span<char* const> arguments, StatusLine::Clock::time_point s
     printUsage(program, synopsis);
     return EXIT_FAILURE;
   }
-  setFailureRemark(proofRemark);
+  setFailureRemark(searchRemark);
   return unwinding([start] { return seek(lattice, start); });
 }
 

@@ -88,7 +88,7 @@ void syncDirectory(const std::string& path) {
 
 }  // namespace
 
-ResultFile::ResultFile(std::string path) : path_(std::move(path)) {
+ResultFile::ResultFile(std::string path) : path_(std::move(path)), identity_(fileIdentity(path_)) {
   std::optional<std::string> target = linkTarget(path_);
   if (!target) return;
   target_ = std::move(*target);
@@ -164,6 +164,7 @@ void ResultFile::commit() {
 void ResultFile::replace() {
   flush();
   const bool synced = syncFile(descriptor_);
+  identity_ = fileIdentity(descriptor_);
   const bool closed = closeFile(std::exchange(descriptor_, -1));
   if (!synced || !closed || rename(temporary_.c_str(), target_.c_str()) != 0) failToWrite();
   temporary_.clear();
@@ -179,6 +180,7 @@ void ResultFile::rewriteInPlace() {
   const bool whole = writeAll(descriptor_, buffer_) && cutFile(descriptor_, buffer_.size()) &&
                      syncFile(descriptor_);
   if (!whole && old) putBack(old->view());
+  identity_ = fileIdentity(descriptor_);
   if (!closeFile(std::exchange(descriptor_, -1)) || !whole) failToWrite();
 }
 
@@ -212,7 +214,10 @@ void ResultFile::putBack(std::string_view old) const {
 }
 
 void ResultFile::remove() {
-  if (unlink(path_.c_str()) == 0 || errno == ENOENT) return;
+  if (unlink(path_.c_str()) == 0 || errno == ENOENT) {
+    identity_.reset();
+    return;
+  }
   // Where the name can't go, an empty file is the nearest to none.
   if (mode_ == Mode::beside)
     replace();

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "core/InputText.h"
+#include "files/FileIdentity.h"
 
 namespace starsift {
 
@@ -39,6 +40,10 @@ class ResultFile {
   /// behind a symbolic link the link.
   void commit();
 
+  /// What is at the path, as the constructor met it and commit() left it: whoever has
+  /// replaced it since doesn't count.
+  const std::optional<FileIdentity>& identity() const { return identity_; }
+
  private:
   enum class Mode { closed, beside, inPlace };
 
@@ -62,6 +67,7 @@ class ResultFile {
 
   /// As the user named it.
   std::string path_;
+  std::optional<FileIdentity> identity_;
   /// Where the symbolic links end.
   std::string target_;
   /// The new file beside the target, empty while there is none.

@@ -59,7 +59,7 @@ std::string starText(const Star<T>& star) {
 }
 
 template <class T>
-void writeStars(const std::string& path, const Array<Star<T>>& stars) {
+std::optional<FileIdentity> writeStars(const std::string& path, const Array<Star<T>>& stars) {
   const DeferredSignals deferred;
   ResultFile file(path);
   std::string line;
@@ -72,11 +72,13 @@ void writeStars(const std::string& path, const Array<Star<T>>& stars) {
     file.write(line);
   }
   file.commit();
+  return file.identity();
 }
 
 template std::string starText(const Star<long double>&);
 template std::string starText(const Star<QQ>&);
-template void writeStars(const std::string&, const Array<Star<long double>>&);
-template void writeStars(const std::string&, const Array<Star<QQ>>&);
+template std::optional<FileIdentity> writeStars(const std::string&,
+                                                const Array<Star<long double>>&);
+template std::optional<FileIdentity> writeStars(const std::string&, const Array<Star<QQ>>&);
 
 }  // namespace starsift

@@ -1,9 +1,11 @@
 // The .sol file, written: one star a line, the fields joined by " | ".
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "core/Star.h"
+#include "files/FileIdentity.h"
 
 namespace starsift {
 
@@ -17,11 +19,13 @@ std::string starText(const Star<T>& star);
 /// and SIGTERM wait until the file is complete. Throws PrecisionException
 /// "Precision lost during write" before the file is touched when the text of a
 /// component of some x wouldn't read back as the same value. A file that can't be
-/// opened is left alone; a write that fails is fatal, see ResultFile.h.
+/// opened is left alone; a write that fails is fatal, see ResultFile.h. Returns what is at the
+/// path then.
 template <class T>
-void writeStars(const std::string& path, const Array<Star<T>>& stars);
+std::optional<FileIdentity> writeStars(const std::string& path, const Array<Star<T>>& stars);
 
 extern template std::string starText(const Star<long double>&);
-extern template void writeStars(const std::string&, const Array<Star<long double>>&);
+extern template std::optional<FileIdentity> writeStars(const std::string&,
+                                                       const Array<Star<long double>>&);
 
 }  // namespace starsift

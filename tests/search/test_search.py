@@ -112,6 +112,48 @@ class Signals(SearchCase):
         self.assert_saved(printed)
 
 
+class SharedFile(SearchCase):
+    """A solution file that others write while the search is under way."""
+
+    def test_stars_that_come_into_the_file_stay(self):
+        process = self.start()
+        self.wait_for_solution(process)
+        record = f"{SOLUTION} | 0 | [ ] | 0 | 99 | --beta=7 | 1.0\n"
+        self.sol.write_text(record)
+        process.send_signal(signal.SIGINT)
+        self.assertEqual(self.finish(process)[1], "")
+        lines = self.sol.read_text().splitlines(keepends=True)
+        self.assertEqual(len(lines), 2, lines)
+        self.assertEqual(lines[1], record)
+        self.assertEqual(sorted(os.listdir(self.folder)), ["p.lat", "p.opt", "p.sol"])
+
+    def test_searches_of_one_problem_leave_the_solutions_of_all(self):
+        searches = [self.start("--rtime=4", f"--iters={n}000000") for n in (1, 2, 3)]
+        for process in searches:
+            self.assertEqual(self.finish(process)[1], "")
+            self.assertEqual(process.returncode, 0)
+        lines = self.sol.read_text().splitlines()
+        parameters = [re.search(r"--iters=(\d)000000", line)[1] for line in lines]
+        self.assertEqual(sorted(parameters), ["1", "2", "3"])
+        self.assertEqual(sorted(os.listdir(self.folder)), ["p.lat", "p.opt", "p.sol"])
+
+    def test_bad_file_stays_and_the_solutions_are_beside(self):
+        process = self.start()
+        self.wait_for_solution(process)
+        self.sol.write_text("[ 1/0 ]\n")
+        process.send_signal(signal.SIGINT)
+        _, errors = self.finish(process)
+        self.assertEqual(process.returncode, 1)
+        self.assertEqual(self.sol.read_text(), "[ 1/0 ]\n")
+        (rescued,) = self.folder.glob("p.sol.found.*")
+        self.assertTrue(rescued.read_text().startswith(SOLUTION))
+        self.assertEqual(
+            errors,
+            "\n*** FAIL: QQ: division by zero1\n"
+            f"The stars of this search are in {rescued.name}.\n",
+        )
+
+
 class Clock(SearchCase):
     def test_search_ends_when_its_time_is_over(self):
         began = time.monotonic()

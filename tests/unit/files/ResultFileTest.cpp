@@ -60,6 +60,24 @@ TEST(ResultFile, NewFileHoldsTheText) {
   EXPECT_EQ(scratch.names(), Names{"p.sol"});
 }
 
+TEST(ResultFile, KnowsTheFileThatItHasWritten) {
+  const ScratchDir scratch;
+  const std::string path = scratch.write("p.sol", "old\n");
+  ResultFile file(path);
+  EXPECT_EQ(file.identity(), fileIdentity(path));
+  file.write("new\n");
+  file.commit();
+  EXPECT_EQ(file.identity(), fileIdentity(path));
+  EXPECT_NE(file.identity(), std::nullopt);
+}
+
+TEST(ResultFile, KnowsThatItHasRemovedTheFile) {
+  const ScratchDir scratch;
+  ResultFile file(scratch.write("p.sol", "old\n"));
+  file.commit();
+  EXPECT_EQ(file.identity(), std::nullopt);
+}
+
 TEST(ResultFile, TextReplacesALongerOne) {
   const ScratchDir scratch;
   scratch.write("p.sol", longText());

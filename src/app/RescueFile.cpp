@@ -1,0 +1,51 @@
+#include "app/RescueFile.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+#include "files/SolWriter.h"
+
+namespace starsift {
+
+namespace {
+
+/// Name of the file that there is now.
+std::string& presentName() {
+  static std::string name;
+  return name;
+}
+
+/// The name of a new empty file beside `path`; empty where there can be none.
+std::string createdBeside(const std::string& path) {
+  std::string name = path + ".found.XXXXXX";
+  const int descriptor = mkostemp(name.data(), O_CLOEXEC);
+  if (descriptor < 0) return "";
+  close(descriptor);
+  return name;
+}
+
+}  // namespace
+
+RescueFile::RescueFile(YLattice<long double>& lattice, const std::string& path) {
+  if (!lattice.hasStars()) return;
+  name_ = createdBeside(path);
+  if (name_.empty()) return;
+  lattice.runStep([this](const auto& live) { return writeStars(name_, live.stars); },
+                  OnFailure::unchanged);
+  presentName() = name_;
+}
+
+void RescueFile::remove() {
+  if (name_.empty()) return;
+  unlink(name_.c_str());
+  name_.clear();
+  presentName().clear();
+}
+
+std::string rescueRemark() {
+  return presentName().empty() ? "" : "The stars of this search are in " + presentName() + '.';
+}
+
+}  // namespace starsift

@@ -1,0 +1,32 @@
+// Stars beside their file while that is read again: to read may be the last thing that the
+// process does.
+#pragma once
+
+#include <string>
+
+#include "lattice/YLattice.h"
+
+namespace starsift {
+
+/// A file "PATH.found.XXXXXX" with stars. It stays when the process ends by a fatal report, an
+/// exception or a signal; nobody but remove() removes it. One at a time.
+class RescueFile {
+ public:
+  /// Writes the stars of `lattice` beside the file at `path`. Without stars, or where no file
+  /// can be created, there is none.
+  RescueFile(YLattice<long double>& lattice, const std::string& path);
+  RescueFile(const RescueFile&) = delete;
+  RescueFile& operator=(const RescueFile&) = delete;
+
+  /// The stars are safe elsewhere.
+  void remove();
+
+ private:
+  std::string name_;
+};
+
+/// What a user has to know of the file that there is now, as a remark on a fatal report;
+/// empty where there is none.
+std::string rescueRemark();
+
+}  // namespace starsift

@@ -1,0 +1,138 @@
+// The solution file of a search that somebody else writes too.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <sstream>
+
+#include "app/RescueFile.h"
+#include "app/StarStore.h"
+#include "support/ExpectFails.h"
+#include "support/FreshConsole.h"
+#include "support/ScratchDir.h"
+
+namespace starsift {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+using Names = std::vector<std::string>;
+
+class StarStoreJoinTest : public test::FreshConsole {
+ protected:
+  /// x + 2 y between 2 and 9, both from 0 to 5; nothing is found yet.
+  void SetUp() override {
+    search_.setFileNames(
+        dir_.write("p.opt", "[ ] [ ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 2 ] [ 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]"));
+    search_.useExtendedPrecision();
+    search_.readOpt();
+    search_.tryStandardPrecision();
+    search_.normalise(true, false);
+    search_.prepareLattice();
+    search_.withLive([](auto& lattice) { lattice.params.sol = 0; });
+  }
+
+  /// The search files a point.
+  void find(const Vector<long double>& point) {
+    Vector<long double> vector;
+    search_.standard().opt2lat(point, vector, false, 1.0L);
+    EXPECT_NE(search_.standard().checkSolution(vector, false, 3, true), 0U);
+  }
+
+  std::string solFile() const { return dir_.read("p.sol"); }
+
+  test::ScratchDir dir_;
+  YLattice<long double> search_;
+};
+
+TEST_F(StarStoreJoinTest, KeepsWhatCameIntoTheFileSinceItWasRead) {
+  StarStore stars(search_);
+  dir_.write("p.sol", "[ 5 1 ] | 0 | [ ] | 0 | 7 | other | 1.0\n");
+  find({1, 4});
+  stars.save(search_);
+  EXPECT_THAT(solFile(), HasSubstr("[ 1 4 ] | "));
+  EXPECT_THAT(solFile(), HasSubstr("[ 5 1 ] | 0 | [ ] | 0 | 7 | other | 1.0\n"));
+  EXPECT_EQ(dir_.names(), (Names{"p.opt", "p.sol"}));
+}
+
+TEST_F(StarStoreJoinTest, KeepsWhatCameIntoTheFileSinceItWasWritten) {
+  StarStore stars(search_);
+  find({1, 4});
+  stars.save(search_);
+  dir_.write("p.sol", "[ 5 1 ]\n[ 1/3 4 ]\n");
+  std::ostringstream report;
+  EXPECT_TRUE(stars.saveAndReport(search_, report));
+  for (const char* star : {"[ 1 4 ]", "[ 5 1 ]", "[ 1/3 4 ]"}) {
+    EXPECT_THAT(solFile(), HasSubstr(star));
+    EXPECT_THAT(report.str(), HasSubstr(std::string("x = ") + star));
+  }
+}
+
+TEST_F(StarStoreJoinTest, DropsWrongStarsThatCameIntoTheFile) {
+  StarStore stars(search_);
+  dir_.write("p.sol", "[ 5 5 ]\n[ 5 1 ]\n");
+  find({1, 4});
+  stars.save(search_);
+  EXPECT_THAT(solFile(), Not(HasSubstr("[ 5 5 ]")));
+  EXPECT_THAT(solFile(), HasSubstr("[ 5 1 ]"));
+}
+
+TEST_F(StarStoreJoinTest, LetsTwoSearchesKeepTheStarsOfBoth) {
+  StarStore one(search_);
+  StarStore other(search_);
+  find({1, 4});
+  one.save(search_);
+  search_.standard().solutions.clear();
+  find({2, 3});
+  other.save(search_);
+  search_.standard().solutions.clear();
+  find({3, 2});
+  one.save(search_);
+  for (const char* star : {"[ 1 4 ]", "[ 2 3 ]", "[ 3 2 ]"})
+    EXPECT_THAT(solFile(), HasSubstr(star));
+}
+
+TEST_F(StarStoreJoinTest, DoesNotReadItsOwnFileAgain) {
+  StarStore stars(search_);
+  find({1, 4});
+  stars.save(search_);
+  // As if nobody had written: with the time and the size of before.
+  const std::string path = dir_.file("p.sol");
+  const auto time = std::filesystem::last_write_time(path);
+  std::string text = solFile();
+  text.replace(text.find("[ 1 4 ]"), 7, "[ 5 1 ]");
+  dir_.write("p.sol", text);
+  std::filesystem::last_write_time(path, time);
+  stars.save(search_);
+  EXPECT_THAT(solFile(), Not(HasSubstr("[ 5 1 ]")));
+}
+
+TEST_F(StarStoreJoinTest, LeavesABadFileAloneAndItsStarsBeside) {
+  StarStore stars(search_);
+  find({1, 4});
+  dir_.write("p.sol", "[ 1/0 4 ]\n");
+  EXPECT_FAILS_WITH(stars.save(search_), "QQ: division by zero1");
+  EXPECT_EQ(solFile(), "[ 1/0 4 ]\n");
+  const Names names = dir_.names();
+  ASSERT_EQ(names.size(), 3U);
+  EXPECT_THAT(names[2], testing::StartsWith("p.sol.found."));
+  EXPECT_THAT(dir_.read(names[2]), testing::StartsWith("[ 1 4 ] | 0 |"));
+}
+
+TEST_F(StarStoreJoinTest, NamesTheFileBesideOnlyWhileItIsThere) {
+  StarStore stars(search_);
+  find({1, 4});
+  stars.save(search_);
+  EXPECT_EQ(rescueRemark(), "");
+  RescueFile rescue(search_, dir_.file("p.sol"));
+  EXPECT_EQ(rescueRemark(), "");
+  search_.addStars(search_.solutionStars());
+  RescueFile full(search_, dir_.file("p.sol"));
+  EXPECT_EQ(rescueRemark(), "The stars of this search are in " + dir_.file(dir_.names()[2]) + ".");
+  full.remove();
+  EXPECT_EQ(rescueRemark(), "");
+  EXPECT_EQ(dir_.names(), (Names{"p.opt", "p.sol"}));
+}
+
+}  // namespace
+}  // namespace starsift
