@@ -41,4 +41,10 @@ void printUsage(std::string_view path, std::string_view arguments) {
   stampOutputTime();
 }
 
+int statusOfOutput(int status) {
+  if (std::cout.flush()) return status;
+  std::cerr << "*** Could not write the report" << std::endl;
+  return EXIT_FAILURE;
+}
+
 }  // namespace starsift

@@ -13,6 +13,10 @@ void nameUncaughtExceptions();
 /// takes.
 void printUsage(std::string_view path, std::string_view arguments);
 
+/// Hands on all that was printed on standard output. Returns `status`, or EXIT_FAILURE where
+/// some of it could not be written, which a line on the error stream says.
+int statusOfOutput(int status);
+
 /// Runs `run()` so that an exception nobody catches unwinds the stack first. Without a
 /// handler above it it would end the process on the spot, and an unfinished new file
 /// would stay beside the old one.

@@ -80,8 +80,8 @@ int main(int count, char** arguments) {
   // Ahead of the lattice, whose locks are files that nobody else removes.
   starsift::rememberInterrupts();
   starsift::unlinkSemaphoresOnSignals();
-  const int status = starsift::runCommand({arguments, arguments + count}, start);
-  std::cout.flush();
+  const int status =
+      starsift::statusOfOutput(starsift::runCommand({arguments, arguments + count}, start));
   starsift::endByInterrupt();
   return status;
 }

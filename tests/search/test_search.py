@@ -165,6 +165,16 @@ class Clock(SearchCase):
         self.assert_saved(printed)
 
 
+class Report(SearchCase):
+    def test_report_that_cannot_be_written_is_no_success_but_costs_no_file(self):
+        with open("/dev/full", "wb") as full:
+            process = self.start("--sol=1", stdout=full)
+            errors = self.finish(process)[1]
+        self.assertEqual((process.returncode, errors), (1, "*** Could not write the report\n"))
+        self.assertTrue(self.sol.read_text().startswith(SOLUTION))
+        self.assertEqual(sorted(os.listdir(self.folder)), ["p.lat", "p.opt", "p.sol"])
+
+
 class Terminal(SearchCase):
     def shown_on_terminal(self, *parameters, share_output=False, term="xterm", columns=0):
         """What reaches a terminal in a run of three seconds, and what is printed beside it."""
