@@ -571,14 +571,22 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// Walks over single vectors of the basis: into the box while there is no solution, and from
   /// there to better or further ones.
   void walkNearby();
-  /// From an inhomogeneous raw vector nearer and nearer to the box; what gets there is checked.
-  void walkIntoBox(const Vector<T>& from, const Matrix<T>& steps);
+  /// From an inhomogeneous raw vector nearer and nearer to the box, as far as that goes; what
+  /// gets there is checked.
+  Vector<T> walkIntoBox(const Vector<T>& from, const Matrix<T>& steps);
   /// From the best solution to better ones; without targets from the last one to new ones.
   void walkBetweenSolutions(const Matrix<T>& steps);
   /// Tries the steps, raw vectors, forth and back, one after the other, those that aren't
-  /// homogeneous left out. `move` decides about the vector ahead. Ends when a round led nowhere.
+  /// homogeneous left out. `move` decides about the vector ahead. Ends when a round led nowhere,
+  /// and returns where.
   template <class Move>
-  void walk(Vector<T> at, const Matrix<T>& steps, Move move);
+  Vector<T> walk(Vector<T> at, const Matrix<T>& steps, Move move);
+  /// From a vector near to inhomogeneous step `start`, another one after each restart, into the
+  /// box and on to better solutions than where it got there.
+  void walkFromAnywhere(const Matrix<T>& steps, Index start);
+  /// What all targets together try to make large, up to a constant, at an inhomogeneous raw
+  /// vector.
+  R commonTarget(const Vector<T>& vector) const;
   /// The sum of deviationsOf().
   R distanceFromBox(const Vector<T>& vector) const;
   /// A consistent raw vector without what both deviations of a pair have in common, as

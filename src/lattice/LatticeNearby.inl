@@ -3,10 +3,13 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 #include <optional>
+#include <random>
 #include <utility>
 
 #include "algorithms/LastCoordinate.h"
+#include "algorithms/SizeReduce.h"
 #include "lattice/Lattice.h"
 
 namespace starsift {
@@ -30,6 +33,13 @@ void appendPairs(Matrix<T>& rows) {
       rows[++last] = rows[i] + rows[j];
       rows[++last] = rows[i] - rows[j];
     }
+}
+
+/// An integer that leads some steps away, but not out of sight.
+template <class T>
+T randomFactor(std::mt19937_64& random) {
+  constexpr long farthest = 3;
+  return T(static_cast<long>(random() % (2 * farthest + 1)) - farthest);
 }
 
 }  // namespace latticenearby
@@ -90,13 +100,32 @@ void Lattice<T, R>::walkNearby() {
   if (!hasSolution() && start != 0) walkIntoBox(oriented(steps[start], false), steps);
   if (!hasSolution() && bestVector.isSet()) walkIntoBox(bestVector, steps);
   if (hasSolution()) walkBetweenSolutions(steps);
+  if (params.variate && restarts > 0 && start != 0) walkFromAnywhere(steps, start);
 }
 
 template <class T, class R>
-void Lattice<T, R>::walkIntoBox(const Vector<T>& from, const Matrix<T>& steps) {
-  if (!hasLastInBox(from[m])) return;
-  R distance = distanceFromBox(from);
+void Lattice<T, R>::walkFromAnywhere(const Matrix<T>& steps, Index start) {
+  std::mt19937_64 random(static_cast<std::uint64_t>(restarts));
+  Vector<T> from = oriented(steps[start], false);
+  for (Index k = 1; k <= n; ++k)
+    if (k != start) subtractMultiple(from, steps[k], latticenearby::randomFactor<T>(random));
+  from = walkIntoBox(withLeastDeviations(std::move(from)), steps);
+  if (this->At.rowCount() == 0 || !liesInBox(from)) return;
+  R value = commonTarget(from);
   walk(from, steps, [&](const Vector<T>& next) {
+    const R nextValue = commonTarget(next);
+    if (!(nextValue > value) || !liesInBox(next)) return false;
+    value = nextValue;
+    checkSolution(next, false, 0, false);
+    return true;
+  });
+}
+
+template <class T, class R>
+Vector<T> Lattice<T, R>::walkIntoBox(const Vector<T>& from, const Matrix<T>& steps) {
+  if (!hasLastInBox(from[m])) return from;
+  R distance = distanceFromBox(from);
+  return walk(from, steps, [&](const Vector<T>& next) {
     const R nextDistance = distanceFromBox(next);
     if (!(nextDistance < distance)) return false;
     distance = nextDistance;
@@ -120,7 +149,7 @@ void Lattice<T, R>::walkBetweenSolutions(const Matrix<T>& steps) {
 
 template <class T, class R>
 template <class Move>
-void Lattice<T, R>::walk(Vector<T> at, const Matrix<T>& steps, Move move) {
+Vector<T> Lattice<T, R>::walk(Vector<T> at, const Matrix<T>& steps, Move move) {
   const Index all = 2 * steps.rowCount();
   Index vain = 0;
   for (Index i = 0; vain < all && i < latticenearby::mostRounds * all; ++i) {
@@ -128,12 +157,25 @@ void Lattice<T, R>::walk(Vector<T> at, const Matrix<T>& steps, Move move) {
     ++vain;
     if (!(step[m] == T())) continue;
     if (observer != nullptr) observer->onStep(lastPass);
-    if (stopped()) return;
+    if (stopped()) break;
     Vector<T> next = withLeastDeviations(i % 2 == 0 ? at + step : at - step);
     if (!move(next)) continue;
     at = std::move(next);
     vain = 0;
   }
+  return at;
+}
+
+template <class T, class R>
+R Lattice<T, R>::commonTarget(const Vector<T>& vector) const {
+  const Index before = columnsBeforeVariables();
+  R sum = R();
+  for (Index i = 1; i <= this->atu.dimension(); ++i)
+    if (!(this->atu[i] == T()))
+      sum += NumberConversion<R, T>::nearest(this->atu[i]) *
+             (NumberConversion<R, T>::nearest(vector[before + i]) /
+              NumberConversion<R, T>::nearest(c[before + i]));
+  return sum;
 }
 
 template <class T, class R>
