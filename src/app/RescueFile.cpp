@@ -5,8 +5,6 @@
 
 #include <cstdlib>
 
-#include "files/SolWriter.h"
-
 namespace starsift {
 
 namespace {
@@ -32,8 +30,7 @@ RescueFile::RescueFile(YLattice<long double>& lattice, const std::string& path) 
   if (!lattice.hasStars()) return;
   name_ = createdBeside(path);
   if (name_.empty()) return;
-  lattice.runStep([this](const auto& live) { return writeStars(name_, live.stars); },
-                  OnFailure::unchanged);
+  lattice.writeStarsTo(name_);
   presentName() = name_;
 }
 

@@ -5,7 +5,6 @@
 #include "app/FolderLock.h"
 #include "app/RescueFile.h"
 #include "app/Sift.h"
-#include "files/SolWriter.h"
 
 namespace starsift {
 
@@ -41,20 +40,14 @@ void StarStore::replaceFile() {
   const FolderLock lock(solFile_);
   cleanStars(stars_);
   if (fileIdentity(solFile_) == known_) {
-    writeFile();
+    known_ = stars_.writeStarsTo(solFile_);
     return;
   }
   RescueFile rescue(stars_, solFile_);
   stars_.readStarsExactly(false);
   cleanStars(stars_);
-  writeFile();
+  known_ = stars_.writeStarsTo(solFile_);
   rescue.remove();
-}
-
-void StarStore::writeFile() {
-  known_ =
-      stars_.runStep([this](const auto& lattice) { return writeStars(solFile_, lattice.stars); },
-                     OnFailure::unchanged);
 }
 
 void StarStore::take(const YLattice<long double>& search) {

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "app/SavePace.h"
-#include "files/FileIdentity.h"
+#include "core/FileIdentity.h"
 #include "lattice/YLattice.h"
 
 namespace starsift {
@@ -42,7 +42,6 @@ class StarStore {
  private:
   void take(const YLattice<long double>& search);
   void replaceFile();
-  void writeFile();
 
   std::function<Clock::time_point()> now_;
   YLattice<long double> stars_;

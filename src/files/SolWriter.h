@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "core/FileIdentity.h"
 #include "core/Star.h"
-#include "files/FileIdentity.h"
 
 namespace starsift {
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "files/SolWriter.h"
 #include "files/StarOrder.h"
 #include "numbers/Conversion.h"
 #include "params/ParamArguments.h"
@@ -136,6 +137,12 @@ void YLattice<R>::writeSolFile(bool complete) {
 template <class R>
 std::string YLattice<R>::solutionsText() {
   return runStep([](const auto& lattice) { return lattice.solutionsText(); }, OnFailure::unchanged);
+}
+
+template <class R>
+std::optional<FileIdentity> YLattice<R>::writeStarsTo(const std::string& path) {
+  return runStep([&path](const auto& lattice) { return writeStars(path, lattice.stars); },
+                 OnFailure::unchanged);
 }
 
 template <class R>

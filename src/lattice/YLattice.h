@@ -6,12 +6,14 @@
 #include <chrono>
 #include <concepts>
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <type_traits>
 #include <vector>
 
 #include "core/Console.h"
 #include "core/Exceptions.h"
+#include "core/FileIdentity.h"
 #include "lattice/Lattice.h"
 #include "numbers/QQ.h"
 
@@ -84,6 +86,9 @@ class YLattice {
   bool checkStars();
   void writeSolFile(bool complete);
   std::string solutionsText();
+  /// Writes the stars to another file than that of the lattice, or to that one whatever the
+  /// output switch says. Returns what is there then.
+  std::optional<FileIdentity> writeStarsTo(const std::string& path);
 
   // On the live lattice: what can't lose precision.
 

@@ -1,4 +1,4 @@
-#include "files/FileIdentity.h"
+#include "core/FileIdentity.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
