@@ -657,12 +657,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   void setTargetColumn();
   void setInequationColumn(Index i);
   void setVariableColumn(Index column, Index i);
-  /// The entries of B_save: -middle, then factor * row.
-  void setColumn(Index column, const T& middle, const Vector<T>& row, const T& factor);
   /// What follows from B_save and the check vectors.
   void takeGenerated(LatticeKind kind);
-  /// 3 times the larger squared length of l and r.
-  R boxLimit() const;
 
   // Parts of the backup: LatticeBackup.inl
 
@@ -697,8 +693,6 @@ class Lattice : public Vanu<T>, private ParamReactions {
   bool searchIsOver() const;
   /// A line on the console where there was none for long.
   void reportPass(const Pass& pass) const;
-  /// swapBudget for the next pass.
-  void adjustBudget(const PassCounts& counts);
   /// The exchange test was made for the first `count` vectors.
   bool allChecked(Index count) const;
   /// The first `count` vectors are up to date and stay as they are, dependent ones behind the
@@ -724,8 +718,6 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// bSq[k] and cLen[k]; true, with the status set, for a dependent row. The row of mu
   /// is not valid yet.
   bool takeLengths(Index k, const R& rowLength, const R& orthogonalLength);
-  /// Row k of mu from a triangular factor.
-  void takeCoefficients(Index k, const Matrix<R>& triangle);
   /// The rows of the factors are no longer valid from row `from` on.
   void releaseFactors(Index from);
 

@@ -28,6 +28,21 @@ void takeIn(T& multiple, const T& range) {
   checkedRange(multiple, "R overflow");
 }
 
+/// The entries of one coordinate: -middle, then factor * row.
+template <class T>
+void setColumn(Matrix<T>& basis, Index column, const T& middle, const Vector<T>& row,
+               const T& factor) {
+  basis[1][column] = negated(middle);
+  for (Index v = 1; v <= row.dimension(); ++v)
+    basis[1 + v][column] = ExactArithmetic<T>::product(factor, row[v]);
+}
+
+/// 3 times the larger squared length of the two check vectors.
+template <class R, class T>
+R boxLimit(const Vector<T>& l, const Vector<T>& r) {
+  return R(3) * std::max(squaredNorm<R>(l), squaredNorm<R>(r));
+}
+
 }  // namespace latticegenerate
 
 template <class T, class R>
@@ -126,7 +141,7 @@ void Lattice<T, R>::setEquationColumn(Index i) {
   c[i] = T();
   l[i] = T();
   r[i] = T();
-  setColumn(i, this->bg[i], this->Ag[i], T(1));
+  latticegenerate::setColumn(B_save, i, this->bg[i], this->Ag[i], T(1));
 }
 
 template <class T, class R>
@@ -137,7 +152,7 @@ void Lattice<T, R>::setTargetColumn() {
   l[1] = T();
   r[1] = T();
   const T middle = ExactArithmetic<T>::product(this->rtu + this->ltu, c[1]);
-  setColumn(1, middle, this->atu, ExactArithmetic<T>::product(T(2), c[1]));
+  latticegenerate::setColumn(B_save, 1, middle, this->atu, ExactArithmetic<T>::product(T(2), c[1]));
 }
 
 template <class T, class R>
@@ -149,15 +164,8 @@ void Lattice<T, R>::setInequationColumn(Index i) {
   r[column] = rangeMultiple;
   c[column] = ExactArithmetic<T>::quotient(rangeMultiple, width);
   const T middle = ExactArithmetic<T>::product(this->lu[i] + this->ru[i], c[column]);
-  setColumn(column, middle, this->Au[i], ExactArithmetic<T>::product(T(2), c[column]));
-}
-
-template <class T, class R>
-void Lattice<T, R>::setColumn(Index column, const T& middle, const Vector<T>& row,
-                              const T& factor) {
-  B_save[1][column] = negated(middle);
-  for (Index v = 1; v <= row.dimension(); ++v)
-    B_save[1 + v][column] = ExactArithmetic<T>::product(factor, row[v]);
+  latticegenerate::setColumn(B_save, column, middle, this->Au[i],
+                             ExactArithmetic<T>::product(T(2), c[column]));
 }
 
 template <class T, class R>
@@ -187,15 +195,10 @@ void Lattice<T, R>::takeGenerated(LatticeKind kind) {
   rSave = r;
   lEqualsR = l == r;
   latticeKind = kind;
-  supLimit = boxLimit();
+  supLimit = latticegenerate::boxLimit<R>(l, r);
   pushTransformation(false);
   replaceBasis(Matrix<T>(B_save));
   clearFactors();
-}
-
-template <class T, class R>
-R Lattice<T, R>::boxLimit() const {
-  return R(3) * std::max(squaredNorm<R>(l), squaredNorm<R>(r));
 }
 
 template <class T, class R>
@@ -240,7 +243,7 @@ void Lattice<T, R>::removeColumns(ColumnsOf columns, Index count, Index position
   VectorBackup<T, R> backup = backupVectors(BackupMode::columns, count, position);
   for (Vector<T>* vector : {&l, &r, &lSave, &rSave, &c, &scale, &translation})
     removeElements(*vector, position, count);
-  supLimit = boxLimit();
+  supLimit = latticegenerate::boxLimit<R>(l, r);
   Matrix<T> rows = withoutColumns(B, n, position, count);
   Matrix<T> saved = withoutColumns(B_save, n, position, count);
   resize(n, m - count, false);

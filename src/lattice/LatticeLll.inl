@@ -39,6 +39,12 @@ constexpr int mostPasses = 20;
 /// something, unless cancellation makes a vector seem short: that one would come round again.
 constexpr Index mostMoves = 64;
 
+/// The exchanges that the pass behind one with these counts may make.
+inline Index nextBudget(Index budget, Index floor, const PassCounts& counts) {
+  if (counts.skipped > counts.swaps / 10) return 2 * budget;
+  return counts.skipped == 0 && budget > floor ? budget - 1 : budget;
+}
+
 }  // namespace latticelll
 
 template <class T, class R>
@@ -174,7 +180,7 @@ Index Lattice<T, R>::lllPass(Index from, Index to, Index kmax) {
   Pass pass{from, to == 0 ? n : to, kmax == 0 ? n : kmax};
   const ClearAtEnd sparing(keepDependent);
   exchangeVectors(pass);
-  adjustBudget(pass.counts);
+  swapBudget = latticelll::nextBudget(swapBudget, swapBudgetFloor, pass.counts);
   // Vectors that the exchanges didn't reach are brought up to date all the same.
   for (Index j = pass.k; j <= pass.to && goesOn(pass); ++j)
     if (!lllStep(j, pass.kmax, pass.strict)) break;
@@ -221,14 +227,6 @@ void Lattice<T, R>::reportPass(const Pass& pass) const {
          "lll status: k = " + std::to_string(pass.k) + " (m = " + std::to_string(pass.to) +
              "), strict = " + std::to_string(static_cast<int>(pass.strict)) +
              ", swaps = " + std::to_string(pass.counts.swaps) + " / " + std::to_string(swapBudget));
-}
-
-template <class T, class R>
-void Lattice<T, R>::adjustBudget(const PassCounts& counts) {
-  if (counts.skipped > counts.swaps / 10)
-    swapBudget *= 2;
-  else if (counts.skipped == 0 && swapBudget > swapBudgetFloor)
-    --swapBudget;
 }
 
 template <class T, class R>

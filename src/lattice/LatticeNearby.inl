@@ -35,11 +35,14 @@ void appendPairs(Matrix<T>& rows) {
     }
 }
 
-/// An integer that leads some steps away, but not out of sight.
+/// Restarts walk from up to 2, 4, 8 ... steps away, so many numbers in turn.
+constexpr Index distances = 6;
+
+/// An integer from -farthest to farthest.
 template <class T>
-T randomFactor(std::mt19937_64& random) {
-  constexpr long farthest = 3;
-  return T(static_cast<long>(random() % (2 * farthest + 1)) - farthest);
+T randomFactor(std::mt19937_64& random, Index farthest) {
+  const auto count = static_cast<std::uint64_t>(2 * farthest + 1);
+  return T(static_cast<long>(random() % count) - static_cast<long>(farthest));
 }
 
 }  // namespace latticenearby
@@ -106,9 +109,11 @@ void Lattice<T, R>::walkNearby() {
 template <class T, class R>
 void Lattice<T, R>::walkFromAnywhere(const Matrix<T>& steps, Index start) {
   std::mt19937_64 random(static_cast<std::uint64_t>(restarts));
+  const Index farthest = Index{2} << (restarts % latticenearby::distances);
   Vector<T> from = oriented(steps[start], false);
   for (Index k = 1; k <= n; ++k)
-    if (k != start) subtractMultiple(from, steps[k], latticenearby::randomFactor<T>(random));
+    if (k != start)
+      subtractMultiple(from, steps[k], latticenearby::randomFactor<T>(random, farthest));
   from = walkIntoBox(withLeastDeviations(std::move(from)), steps);
   if (this->At.rowCount() == 0 || !liesInBox(from)) return;
   R value = commonTarget(from);

@@ -29,6 +29,14 @@ bool isDependent(const R& length) {
   return length <= NumberTraits<R>::tolerance();
 }
 
+/// Row k of the Gram-Schmidt coefficients from a triangular factor.
+template <class R>
+void takeCoefficients(Vector<R>& row, Index k, const Matrix<R>& triangle) {
+  for (Index j = 1; j < k; ++j) row[j] = triangle[k][j] / triangle[j][j];
+  row[k] = R(1);
+  std::fill(row.begin() + k, row.end(), R());
+}
+
 inline void reportStep(Index k, Index last) {
   if (!extendedOutput() || !consoleWasSilent()) return;
   report(std::cout, "lq_reduced k = " + std::to_string(k) + ", mm = " + std::to_string(last));
@@ -84,7 +92,7 @@ Index Lattice<T, R>::takeReduced(const Matrix<R>& triangle, const Vector<R>& len
   // A dependency before the first row is told too.
   for (Index k = std::min(first, last); k <= last; ++k) {
     if (takeLengths(k, rows[k] * rows[k], lengths[k])) return k;
-    takeCoefficients(k, triangle);
+    latticeorthogonal::takeCoefficients(mu[k], k, triangle);
     // An infinite coefficient makes nans of the rest of its row.
     for (Index j = 1; j < k; ++j)
       if (!std::isfinite(mu[k][j])) throw DecimalPrecisionException("mu-mod has nan entry");
@@ -119,7 +127,7 @@ Index Lattice<T, R>::takeFull(Index restart, Index first, Index last) {
     // A dependency before the first row is told too.
     if (k < first && !latticeorthogonal::isDependent(length)) continue;
     if (takeLengths(k, rows[k] * rows[k], length)) return k;
-    takeCoefficients(k, L);
+    latticeorthogonal::takeCoefficients(mu[k], k, L);
     // The square root of the length, with the sign that turns Q's row over where it
     // points away from the vector.
     for (R& entry : Q[k]) entry *= diagonal;
@@ -136,13 +144,6 @@ bool Lattice<T, R>::takeLengths(Index k, const R& rowLength, const R& orthogonal
   // What was known of the row goes even where its coefficients can't be made.
   vecStatus[k] = isDependent ? ST_DEPENDENT : without(vecStatus[k], ST_MU);
   return isDependent;
-}
-
-template <class T, class R>
-void Lattice<T, R>::takeCoefficients(Index k, const Matrix<R>& triangle) {
-  for (Index j = 1; j < k; ++j) mu[k][j] = triangle[k][j] / triangle[j][j];
-  mu[k][k] = R(1);
-  std::fill(mu[k].begin() + k, mu[k].end(), R());
 }
 
 template <class T, class R>
