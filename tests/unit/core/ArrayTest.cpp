@@ -300,5 +300,43 @@ TEST(Array, HasNothingToRunOverWhileItIsEmpty) {
   EXPECT_EQ(cleared.begin(), cleared.end());
 }
 
+TEST(Array, AppendedElementsStandBehindTheOthers) {
+  Array<std::string> array;
+  for (int i = 1; i <= 5; ++i) append(array, std::to_string(i));
+  ASSERT_EQ(array.dimension(), 5);
+  for (Index i = 1; i <= 5; ++i) EXPECT_EQ(array[i], std::to_string(i));
+}
+
+TEST(Array, AppendingMovesTheElement) {
+  Array<std::unique_ptr<int>> array;
+  auto number = std::make_unique<int>(7);
+  const int* const address = number.get();
+  append(array, std::move(number));
+  append(array, std::make_unique<int>(8));
+  EXPECT_EQ(array[1].get(), address);
+}
+
+TEST(Array, AppendingGrowsTheStorageAFewTimesOnly) {
+  Array<long> array;
+  int growths = 0;
+  for (long i = 1; i <= 1000; ++i) {
+    const Index before = array.capacity();
+    append(array, i);
+    if (array.capacity() > before) ++growths;
+  }
+  EXPECT_EQ(array.dimension(), 1000);
+  EXPECT_LE(growths, 10);
+}
+
+TEST(Array, AppendingFillsTheRoomThatThereIs) {
+  Array<long> array = counted(5);
+  array.resize(2, false);
+  const long* const storage = array.data();
+  append(array, 17L);
+  EXPECT_EQ(array.data(), storage);
+  EXPECT_EQ(array[2], 102);
+  EXPECT_EQ(array[3], 17);
+}
+
 }  // namespace
 }  // namespace starsift
