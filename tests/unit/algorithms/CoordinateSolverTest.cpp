@@ -4,6 +4,7 @@
 
 #include "core/Exceptions.h"
 #include "support/ExpectFails.h"
+#include "support/RowsText.h"
 #include "support/TextOf.h"
 
 namespace starsift {
@@ -19,6 +20,15 @@ class CoordinateSolverOver : public testing::Test {
                                  bool rounded = true) {
     Vector<T> found{T(7)};
     if (solveCoordinates(factorBasis(basis), basis, vector, rounded, found)) return textOf(found);
+    EXPECT_EQ(textOf(found), "[ 7 ]");
+    return "none";
+  }
+
+  /// The same, asking `factors`.
+  static std::string coordinates(CoordinateFactors<T>& factors, const Matrix<T>& basis,
+                                 const Vector<T>& vector, bool rounded) {
+    Vector<T> found{T(7)};
+    if (coordinatesOver(factors, basis, vector, rounded, found)) return textOf(found);
     EXPECT_EQ(textOf(found), "[ 7 ]");
     return "none";
   }
@@ -66,6 +76,70 @@ TYPED_TEST(CoordinateSolverOver, HandlesMoreRowsThanColumns) {
 
 TYPED_TEST(CoordinateSolverOver, VectorOfAnotherLengthIsRefused) {
   EXPECT_FAILS_WITH(this->coordinates(this->basis, {6, -5, -2}), "Vector: dimension mismatch8");
+}
+
+TYPED_TEST(CoordinateSolverOver, FactorsAnswerAllQuestionsOfTheirBasis) {
+  CoordinateFactors<TypeParam> factors;
+  for (int round = 1; round <= 2; ++round) {
+    EXPECT_EQ(this->coordinates(factors, this->basis, {6, -5, -2, 7}, true), "[ 3 -2 ]");
+    EXPECT_EQ(this->coordinates(factors, this->basis, {6, -5, -2, 8}, true), "none");
+    EXPECT_EQ(this->coordinates(factors, this->basis, this->between, true), "none");
+    EXPECT_EQ(this->coordinates(factors, this->basis, this->between, false),
+              textOf(Vector<TypeParam>{TypeParam(1) / TypeParam(2), 1}));
+    EXPECT_EQ(this->coordinates(factors, this->basis, {6, -5, -2, 8}, false), "none");
+  }
+}
+
+TYPED_TEST(CoordinateSolverOver, FactorsAreMadeOnceAndAsNeeded) {
+  CoordinateFactors<TypeParam> factors;
+  this->coordinates(factors, this->basis, {6, -5, -2, 7}, true);
+  const auto solver = factors.solver;
+  EXPECT_TRUE(solver);
+  EXPECT_FALSE(factors.transform.isSet());
+  this->coordinates(factors, this->basis, this->between, false);
+  EXPECT_TRUE(factors.transform.isSet());
+  // The one must not cost the other.
+  EXPECT_EQ(factors.solver, solver);
+}
+
+TYPED_TEST(CoordinateSolverOver, FractionsNeedNoSolverOfIntegers) {
+  CoordinateFactors<TypeParam> factors;
+  this->coordinates(factors, this->basis, this->between, false);
+  EXPECT_FALSE(factors.solver);
+}
+
+TYPED_TEST(CoordinateSolverOver, FactorsOfDependentRowsAnswerForIntegersToo) {
+  const Matrix<TypeParam> dependent{{2, 1, 0}, {4, 2, 0}, {0, 0, 0}, {0, 4, 1}};
+  CoordinateFactors<TypeParam> factors;
+  EXPECT_EQ(this->coordinates(factors, dependent, {6, -5, -2}, true), "[ 3 0 0 -2 ]");
+  EXPECT_EQ(this->coordinates(factors, dependent, {1, 0, 0}, true), "none");
+  EXPECT_TRUE(factors.transform.isSet());
+}
+
+TYPED_TEST(CoordinateSolverOver, FactorsOfAnotherBasisGiveNoCoordinates) {
+  CoordinateFactors<TypeParam> factors;
+  this->coordinates(factors, this->basis, {6, -5, -2, 7}, true);
+  const Matrix<TypeParam> other{{2, 1, 0, 3}, {0, 4, 1, 2}};
+  EXPECT_EQ(this->coordinates(factors, other, {6, -5, -2, 7}, true), "none");
+  EXPECT_EQ(this->coordinates(factors, other, {2, 1, 0, 3}, true), "[ 1 0 ]");
+}
+
+TYPED_TEST(CoordinateSolverOver, EveryRowHasItsCoordinates) {
+  CoordinateFactors<TypeParam> factors;
+  const Matrix<TypeParam> rows{{6, -5, -2, 7}, {0, 0, 0, 0}, {0, 4, 1, 1}};
+  const auto found = coordinatesOverAll(factors, this->basis, rows, true);
+  ASSERT_TRUE(found);
+  EXPECT_EQ(test::rowsText(*found), "[ 3 -2 ] [ 0 0 ] [ 0 1 ]");
+  const auto none = coordinatesOverAll(factors, this->basis, Matrix<TypeParam>(0, 4), true);
+  ASSERT_TRUE(none);
+  EXPECT_EQ(none->rowCount(), 0);
+}
+
+TYPED_TEST(CoordinateSolverOver, OneRowWithoutCoordinatesLeavesNothing) {
+  CoordinateFactors<TypeParam> factors;
+  const Matrix<TypeParam> rows{{6, -5, -2, 7}, {6, -5, -2, 8}, {0, 4, 1, 1}};
+  EXPECT_FALSE(coordinatesOverAll(factors, this->basis, rows, true));
+  EXPECT_FALSE(coordinatesOverAll(factors, this->basis, rows, false));
 }
 
 // The second pivot is 1e-10.
