@@ -1,0 +1,210 @@
+// What a pass finds next to the vectors that it has met.
+#include <gtest/gtest.h>
+
+#include "support/CheckVectors.h"
+#include "support/LatticeOfProblem.h"
+#include "support/TextOf.h"
+
+namespace starsift {
+namespace {
+
+using test::LatticeStage;
+using test::textOf;
+
+// x + 2 y between 2 and 9, both from 0 to 5.
+constexpr const char* band = "[ ] [ ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 2 ] [ 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
+// 5 x - 4 y between 0 and 2, x + y from 3 to 9, both from 0 to 5: from 0 no step of x or y alone
+// leads nearer.
+constexpr const char* channel =
+    "[ ] [ ] [ ] [ ] [ ] [ [ 5 -4 ] [ 1 1 ] ] [ 0 3 ] [ 2 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
+// x + 2 y largest, x + y from 0 to 4, both from 0 to 4.
+constexpr const char* climb =
+    "[ inf ] [ [ 1 2 ] ] [ ] [ ] [ ] [ [ 1 1 ] ] [ 0 ] [ 4 ] [ 0 0 ] [ 0 0 ] [ 4 4 ]";
+// 2 x + 7 y to be 53 and x - y to be 7, both from 0 to 9: best at (9, 5).
+constexpr const char* aim =
+    "[ 53 7 ] [ [ 2 7 ] [ 1 -1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 9 9 ]";
+
+/// Ends the search ahead of a step, and counts on.
+template <class T>
+class CountingStopper : public ReductionObserver {
+ public:
+  CountingStopper(Lattice<T, long double>& lattice, Index last) : lattice_(&lattice), last_(last) {}
+  void onStep(const PassCounts& /*counts*/) override {
+    if (++steps == last_) lattice_->runVariables[MainMutexVariable::runState].set("stopped");
+  }
+
+  Index steps = 0;
+
+ private:
+  Lattice<T, long double>* lattice_;
+  Index last_;
+};
+
+template <class T>
+class LatticeNearbyOver : public test::LatticeOfProblem<T> {
+ protected:
+  /// The generated basis: the constants, then a vector per variable.
+  void use(const char* problem) {
+    this->normalise(problem);
+    generateByHand(this->live, LatticeStage::full);
+    endAtFirst();
+    this->live.params.pair = false;
+  }
+  void endAtFirst() {
+    this->live.params.sol = 1;
+    this->live.params.stopping = true;
+    this->live.terminationSwitch = true;
+  }
+  void goOn() { this->live.params.sol = 0; }
+
+  /// A pass over the first vector, which exchanges nothing.
+  void passOverFirst() {
+    this->consoleOf([this] { this->live.lllPass(1, 1, 1); });
+  }
+
+  std::string found(Index i) const { return textOf(this->pointOf(this->live.solutions[i])); }
+};
+TYPED_TEST_SUITE(LatticeNearbyOver, test::LatticeNumbers);
+
+TYPED_TEST(LatticeNearbyOver, StepsOfTheBasisLeadIntoTheBox) {
+  this->use(band);
+  this->passOverFirst();
+  ASSERT_EQ(this->live.solutions.dimension(), 1);
+  EXPECT_EQ(this->found(1), "[ 1 1 ]");
+}
+
+TYPED_TEST(LatticeNearbyOver, StepsAreTriedBackwardsToo) {
+  this->use(band);
+  this->live.B[1] = this->image({TypeParam(5), TypeParam(5)});
+  this->passOverFirst();
+  ASSERT_EQ(this->live.solutions.dimension(), 1);
+  EXPECT_EQ(textOf(this->pointOf(this->live.B[1])), "[ 5 5 ]");
+}
+
+TYPED_TEST(LatticeNearbyOver, TwoStepsTogetherLeadOnWhereNoneAloneDoes) {
+  this->use(channel);
+  this->passOverFirst();
+  ASSERT_EQ(this->live.solutions.dimension(), 1);
+  EXPECT_EQ(this->found(1), "[ 2 2 ]");
+}
+
+// From (0, 5) neither x nor y alone leads nearer.
+TYPED_TEST(LatticeNearbyOver, DifferenceOfTwoVectorsIsAStep) {
+  this->use("[ ] [ ] [ ] [ ] [ ] [ [ 5 4 ] [ 1 -1 ] ] [ 20 -3 ] [ 22 2 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");
+  this->live.B[1] = this->image({TypeParam(0), TypeParam(5)});
+  this->passOverFirst();
+  ASSERT_EQ(this->live.solutions.dimension(), 1);
+}
+
+// Each vector of the basis has the constants in it, in sums and differences of two as well.
+TYPED_TEST(LatticeNearbyOver, InhomogeneousVectorsBecomeSteps) {
+  this->use(band);
+  auto& lattice = this->live;
+  for (const Index k : {2, 3}) {
+    lattice.B[k] += lattice.B[1];
+    lattice.B[k] += lattice.B[1];
+  }
+  this->passOverFirst();
+  EXPECT_EQ(lattice.solutions.dimension(), 1);
+}
+
+TYPED_TEST(LatticeNearbyOver, WalkGoesOnFromTheBestVector) {
+  this->use(band);
+  auto& lattice = this->live;
+  lattice.offerBest(this->image({TypeParam(5), TypeParam(3)}), 1);
+  // No vector of the basis is a start.
+  for (TypeParam& entry : lattice.B[1]) entry *= TypeParam(3);
+  this->passOverFirst();
+  EXPECT_EQ(lattice.solutions.dimension(), 1);
+}
+
+TYPED_TEST(LatticeNearbyOver, OneSolutionLeadsToTheOthers) {
+  this->use(band);
+  this->goOn();
+  this->passOverFirst();
+  const Index count = this->live.solutions.dimension();
+  EXPECT_GE(count, 5);
+  // The walk ends where all solutions a step away are filed.
+  const Vector<TypeParam> last = this->pointOf(this->live.solutions[count]);
+  for (int x = -1; x <= 1; ++x)
+    for (int y = -1; y <= 1; ++y)
+      this->live.checkSolution(this->image({last[1] + TypeParam(x), last[2] + TypeParam(y)}), false,
+                               0, true);
+  EXPECT_EQ(this->live.solutions.dimension(), count);
+}
+
+TYPED_TEST(LatticeNearbyOver, BetterAndBetterSolutionsEndAtTheBest) {
+  this->use(climb);
+  this->goOn();
+  this->passOverFirst();
+  EXPECT_EQ(this->live.bestTarget.targetNorm, TypeParam(-8));
+  EXPECT_EQ(textOf(this->pointOf(this->live.bestTarget)), "[ 0 4 ]");
+}
+
+TYPED_TEST(LatticeNearbyOver, BestOfAPreparedProblemIsFoundByOnePass) {
+  this->prepare(climb);
+  this->goOn();
+  this->live.lllPass(1, 0, 0);
+  EXPECT_EQ(this->live.bestTarget.targetNorm, TypeParam(-8));
+}
+
+// A step may take from both deviations of a goal what only one of them has.
+TYPED_TEST(LatticeNearbyOver, DeviationsFollowFromTheirDifference) {
+  this->prepare(aim);
+  this->live.resize(this->live.n, 0, true);
+  this->goOn();
+  this->passOverFirst();
+  EXPECT_EQ(this->live.bestTarget.targetNorm, TypeParam(3));
+  EXPECT_EQ(textOf(this->pointOf(this->live.bestTarget)), "[ 9 5 ]");
+}
+
+TYPED_TEST(LatticeNearbyOver, StoppedSearchEndsTheWalk) {
+  this->use(band);
+  // The first step is that of the pass, (1, 0) the second one.
+  CountingStopper<TypeParam> stopper(this->live, 3);
+  this->live.observer = &stopper;
+  this->passOverFirst();
+  EXPECT_EQ(this->live.solutions.dimension(), 0);
+  EXPECT_LE(stopper.steps, 4);
+}
+
+TYPED_TEST(LatticeNearbyOver, ObserverHearsOfEachStep) {
+  this->use(band);
+  this->goOn();
+  CountingStopper<TypeParam> counter(this->live, 0);
+  this->live.observer = &counter;
+  this->passOverFirst();
+  // All steps, forth and back, were in vain at the end: two vectors, sum and difference.
+  EXPECT_GE(counter.steps, 1 + 8);
+}
+
+TYPED_TEST(LatticeNearbyOver, EmptyPassFilesNothing) {
+  this->use(band);
+  auto& lattice = this->live;
+  lattice.swapBudget = 150;
+  EXPECT_EQ(lattice.lllPass(2, 1, 2), 2);
+  EXPECT_EQ(lattice.solutions.dimension(), 0);
+  EXPECT_FALSE(lattice.bestVector.isSet());
+  EXPECT_EQ(lattice.swapBudget, 149);
+}
+
+TYPED_TEST(LatticeNearbyOver, EquationLatticeIsNotSearched) {
+  this->use(band);
+  this->live.latticeKind = LatticeKind::equations;
+  CountingStopper<TypeParam> counter(this->live, 0);
+  this->live.observer = &counter;
+  this->passOverFirst();
+  EXPECT_EQ(counter.steps, 1);
+}
+
+TYPED_TEST(LatticeNearbyOver, WalkLeavesTheBasisAlone) {
+  this->use(band);
+  this->goOn();
+  const Matrix<TypeParam> before(this->live.B);
+  this->passOverFirst();
+  EXPECT_TRUE(identical(this->live.B, before));
+  EXPECT_TRUE(identical(this->live.B_save, before));
+}
+
+}  // namespace
+}  // namespace starsift
