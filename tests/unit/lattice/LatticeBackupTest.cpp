@@ -1,6 +1,8 @@
 // Stored vectors across a change of the lattice.
 #include <gtest/gtest.h>
 
+#include <ctime>
+
 #include "support/CheckVectors.h"
 #include "support/ExpectFails.h"
 #include "support/LatticeOfProblem.h"
@@ -43,6 +45,29 @@ class LatticeBackupOver : public test::LatticeOfProblem<T> {
     lattice.chosen.insert(good);
     lattice.stars.resize(1, false);
     lattice.stars[1] = Star<T>{T(5)};
+  }
+
+  /// The same, all found in the first second of a search that began long ago.
+  void fillInFirstSecond() {
+    fill();
+    auto& lattice = this->live;
+    lattice.bestVector.time = lattice.bestTarget.time = 0;
+    for (Star<T>& solution : lattice.solutions) solution.time = 0;
+    for (auto* set : {&lattice.collected, &lattice.chosen}) set->first()->time = 0;
+    lattice.runVariables[MainMutexVariable::startTime].set(
+        std::to_string(std::time(nullptr) - 1000));
+  }
+
+  void expectFirstSecond() {
+    auto& lattice = this->live;
+    EXPECT_EQ(lattice.bestVector.time, 0);
+    EXPECT_EQ(lattice.bestTarget.time, 0);
+    ASSERT_EQ(lattice.solutions.dimension(), 2);
+    for (const Star<T>& solution : lattice.solutions) EXPECT_EQ(solution.time, 0);
+    for (auto* set : {&lattice.collected, &lattice.chosen}) {
+      ASSERT_EQ(set->count(), 1);
+      EXPECT_EQ(set->first()->time, 0);
+    }
   }
 
   static std::string entriesText(const VectorBackup<T, long double>& backup) {
@@ -288,6 +313,71 @@ TYPED_TEST(LatticeBackupOver, CollectedVectorsThatBecameInconsistentAreDropped) 
   this->live.restoreVectors(std::move(backup), BackupMode::vectors);
   EXPECT_EQ(this->live.collected.count(), 0);
   EXPECT_EQ(this->live.chosen.count(), 1);
+}
+
+TYPED_TEST(LatticeBackupOver, FirstSecondStaysTheTimeOfDiscovery) {
+  for (const BackupMode mode : {BackupMode::vectors, BackupMode::coordinates, BackupMode::points}) {
+    SCOPED_TRACE(static_cast<int>(mode));
+    this->live.collected.clear();
+    this->live.chosen.clear();
+    this->live.runVariables[MainMutexVariable::startTime].set("0");
+    this->use(climb);
+    this->fillInFirstSecond();
+    auto backup = this->live.backupVectors(mode);
+    this->live.restoreVectors(std::move(backup), mode);
+    this->expectFirstSecond();
+  }
+}
+
+// Columns go by removeColumns() only, which brings the vectors back.
+TYPED_TEST(LatticeBackupOver, FirstSecondStaysWhereColumnsGo) {
+  this->use(congruence, LatticeStage::fullWithModuli);
+  auto& lattice = this->live;
+  lattice.offerBest(this->image({TypeParam(7), TypeParam(0)}), 0);
+  lattice.checkSolution(this->image({TypeParam(2), TypeParam(2)}), false, 0, true);
+  lattice.runVariables[MainMutexVariable::startTime].set(std::to_string(std::time(nullptr) - 1000));
+  lattice.removeColumns(ColumnsOf::moduli, 1, 3);
+  ASSERT_TRUE(lattice.bestVector.isSet());
+  EXPECT_EQ(lattice.bestVector.time, 0);
+  ASSERT_EQ(lattice.solutions.dimension(), 1);
+  EXPECT_EQ(lattice.solutions[1].time, 0);
+}
+
+TYPED_TEST(LatticeBackupOver, FoundBehindARestoreIsFoundNow) {
+  this->use(climb);
+  this->fillInFirstSecond();
+  auto backup = this->live.backupVectors(BackupMode::points);
+  this->live.restoreVectors(std::move(backup), BackupMode::points);
+  this->live.checkSolution(this->image({TypeParam(4), TypeParam(2)}), false, 0, true);
+  ASSERT_EQ(this->live.solutions.dimension(), 3);
+  EXPECT_GE(this->live.solutions[3].time, 1000);
+}
+
+TYPED_TEST(LatticeBackupOver, ColumnsOfAnotherLengthAreDropped) {
+  this->use(congruence, LatticeStage::fullWithModuli);
+  auto& lattice = this->live;
+  lattice.offerBest(this->image({TypeParam(7), TypeParam(0)}), 3);
+  lattice.checkSolution(this->image({TypeParam(2), TypeParam(2)}), false, 4, true);
+  ASSERT_TRUE(lattice.bestVector.isSet());
+  lattice.bestVector.resize(lattice.m - 1, false);
+  EXPECT_EQ(this->entriesText(lattice.backupVectors(BackupMode::columns, 1, 3)),
+            "3:[ -1 -1 1 ]@4 ");
+  lattice.offerBest(this->image({TypeParam(7), TypeParam(0)}), 3);
+  lattice.bestVector.resize(lattice.m + 1, false);
+  EXPECT_EQ(this->entriesText(lattice.backupVectors(BackupMode::columns, 1, 3)), "");
+}
+
+using LatticeBackup = LatticeBackupOver<long double>;
+
+TEST_F(LatticeBackup, RestoringEndsWithAnException) {
+  this->use(climb);
+  this->fill();
+  auto backup = live.backupVectors(BackupMode::vectors);
+  backup.entries[2].vector[1] = 2e9L;
+  EXPECT_EQ(test::messageOf<PrecisionException>(
+                [&] { live.restoreVectors(std::move(backup), BackupMode::vectors); }),
+            "lat_vec overflow");
+  EXPECT_FALSE(live.restoring);
 }
 
 }  // namespace

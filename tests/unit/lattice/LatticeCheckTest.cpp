@@ -187,6 +187,30 @@ TYPED_TEST(LatticeCheckOver, FreeVariablesHaveNoBounds) {
   EXPECT_EQ(this->checkPoint(-60, 65), filed);
 }
 
+TYPED_TEST(LatticeCheckOver, KindOfAVariableSaysWhichOfItsBoundsHold) {
+  using enum FreedomDegree;
+  struct Case {
+    FreedomDegree kind;
+    bool below;
+    bool above;
+  };
+  for (const Case& x : {Case{bounded, false, false}, Case{leftFree, true, false},
+                        Case{rightFree, false, true}, Case{free, true, true}}) {
+    SCOPED_TRACE(static_cast<int>(x.kind));
+    this->use(band);
+    auto& lattice = this->live;
+    lattice.fd[1] = x.kind;
+    lattice.optAsRead.lx[1] = TypeParam(-9);
+    lattice.optAsRead.rx[1] = TypeParam(9);
+    EXPECT_EQ(this->checkPoint(-1, 2), x.below ? filed : 0U);
+    EXPECT_EQ(this->checkPoint(6, 1), x.above ? filed : 0U);
+    EXPECT_EQ(this->checkPoint(1, 1), filed);
+    // The other variable and the row hold as ever.
+    EXPECT_EQ(this->checkPoint(4, -1), 0U);
+    EXPECT_EQ(this->checkPoint(5, 3), 0U);
+  }
+}
+
 TYPED_TEST(LatticeCheckOver, VectorBesideTheLatticeIsNone) {
   this->use(band);
   Vector<TypeParam> vector = this->image({TypeParam(1), TypeParam(4)});
@@ -273,6 +297,37 @@ TYPED_TEST(LatticeCheckOver, NumberOfSolutionsIsLimited) {
   EXPECT_EQ(this->checkPoint(1, 4), CHECK_SOLUTION | CHECK_LIMIT);
 }
 
+TYPED_TEST(LatticeCheckOver, EnoughSolutionsAreToldByAnyFurtherOne) {
+  this->use(climb);
+  this->live.params.sol = 1;
+  EXPECT_EQ(this->checkPoint(5, 1), filed | CHECK_LIMIT);
+  // The best target again, and a worse one.
+  EXPECT_EQ(this->checkPoint(5, 1), CHECK_SOLUTION | CHECK_LIMIT);
+  EXPECT_EQ(this->checkPoint(2, 2), CHECK_SOLUTION | CHECK_LIMIT);
+  EXPECT_EQ(this->live.solutions.dimension(), 1);
+  EXPECT_EQ(this->checkPoint(0, 0), 0U);
+}
+
+TYPED_TEST(LatticeCheckOver, FiledSolutionThatMeetsTheGoalTellsItEachTime) {
+  this->use(climb);
+  this->checkPoint(5, 1);
+  this->checkPoint(4, 2);
+  this->live.params.tnorm = TypeParam(-6);
+  EXPECT_EQ(this->checkPoint(5, 1), CHECK_SOLUTION | CHECK_LIMIT);
+  EXPECT_EQ(this->checkPoint(4, 2), CHECK_SOLUTION | CHECK_LIMIT);
+}
+
+TYPED_TEST(LatticeCheckOver, SolutionThatIsNotFiledMeetsNoGoal) {
+  this->use(climb);
+  this->checkPoint(5, 1);
+  this->live.params.tnorm = TypeParam(-4);
+  EXPECT_EQ(this->checkPoint(2, 2), CHECK_SOLUTION);
+  this->live.params.tnorm = TypeParam(-9);
+  this->live.params.snorm = TypeParam(0);
+  EXPECT_EQ(this->checkPoint(2, 2), CHECK_SOLUTION);
+  EXPECT_EQ(this->checkPoint(5, 1), CHECK_SOLUTION | CHECK_LIMIT);
+}
+
 TYPED_TEST(LatticeCheckOver, GoodTargetNormIsEnough) {
   this->use(climb);
   this->live.params.tnorm = TypeParam(-6);
@@ -332,6 +387,32 @@ TYPED_TEST(LatticeCheckOver, SolutionIsWrittenUnlessSilent) {
   const std::string text = scratch.read("p.sol");
   EXPECT_NE(text.find("[ 1 4 ]"), std::string::npos) << text;
   EXPECT_NE(text.find("[ 2 3 ]"), std::string::npos) << text;
+}
+
+TYPED_TEST(LatticeCheckOver, SolutionFiledInSilenceIsWrittenWhereItIsMetAgain) {
+  const test::ScratchDir scratch;
+  this->use(band);
+  auto& lattice = this->live;
+  lattice.outputSwitch = true;
+  lattice.solFile = scratch.file("p.sol");
+  this->checkPoint(1, 4);
+  EXPECT_EQ(lattice.checkSolution(this->image({TypeParam(1), TypeParam(4)}), false, 0, false),
+            CHECK_SOLUTION);
+  const std::string text = scratch.read("p.sol");
+  EXPECT_NE(text.find("[ 1 4 ]"), std::string::npos) << text;
+}
+
+TYPED_TEST(LatticeCheckOver, LimitReachedInSilenceEndsTheSearchWhereASolutionIsMetAgain) {
+  this->use(band);
+  auto& lattice = this->live;
+  lattice.params.sol = 1;
+  lattice.params.stopping = true;
+  lattice.terminationSwitch = true;
+  this->checkPoint(1, 4);
+  this->consoleOf([&] {
+    lattice.checkSolution(this->image({TypeParam(1), TypeParam(4)}), false, 0, false);
+  });
+  EXPECT_TRUE(lattice.stopped());
 }
 
 TYPED_TEST(LatticeCheckOver, LimitEndsTheSearchUnlessSilent) {
@@ -461,6 +542,35 @@ TEST(LatticeCheck, LargeVectorAsksForExactArithmetic) {
   vector[1] = 2e9L;
   EXPECT_EQ(messageOf<PrecisionException>([&] { lattice.checkSolution(vector, false, 0, true); }),
             "lat_vec overflow");
+}
+
+// x from 9 * 10^8 on.
+TEST(LatticeCheck, LargePointAsksForExactArithmetic) {
+  Lattice<long double, long double> lattice;
+  lattice.optOriginal = test::problemFrom<long double>(
+      "[ inf ] [ [ 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 ] [ 900000000 ] [ inf ]");
+  lattice.normalise(true, false);
+  generateByHand(lattice, LatticeStage::full);
+  EXPECT_EQ(messageOf<PrecisionException>([&] {
+              lattice.checkSolution({999999999, 1}, false, 0, true);
+            }),
+            "opt_vec overflow1");
+  EXPECT_EQ(lattice.solutions.dimension(), 0);
+}
+
+TEST(LatticeCheck, LargeTargetValueAsksForExactArithmetic) {
+  Lattice<long double, long double> lattice;
+  lattice.optOriginal = test::problemFrom<long double>(
+      "[ inf ] [ [ 1 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");
+  lattice.normalise(true, false);
+  generateByHand(lattice, LatticeStage::full);
+  lattice.optAsRead.At[1][1] = 999999999999999999.0L;
+  Vector<long double> vector;
+  lattice.opt2lat({5, 1}, vector, false, 1.0L);
+  EXPECT_EQ(messageOf<PrecisionException>([&] { lattice.checkSolution(vector, false, 0, true); }),
+            "Precision lost during check");
+  EXPECT_FALSE(lattice.bestTarget.isSet());
+  EXPECT_EQ(lattice.solutions.dimension(), 0);
 }
 
 // Vectors without a chance are turned away by a glance; nothing else may be.
