@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <ctime>
+#include <filesystem>
 
 #include "algorithms/LatticeEquality.h"
 #include "support/ExpectFails.h"
@@ -239,6 +241,118 @@ TYPED_TEST(LatticeRestartOver, BlockIsClosedWhereNothingEnds) {
   this->finish();
   EXPECT_EQ(this->console, "|-> Restart / termination handling ...\n\n");
   EXPECT_EQ(consoleDepth(), 0);
+}
+
+TYPED_TEST(LatticeRestartOver, FirstSecondStaysTheTimeOfDiscovery) {
+  auto& lattice = this->live;
+  lattice.params.pair = false;
+  lattice.params.sieve = true;
+  lattice.checkSolution(this->image({TypeParam(1), TypeParam(0), TypeParam(4)}), false, 0, true);
+  lattice.checkSolution(this->image({TypeParam(2), TypeParam(5), TypeParam(0)}), false, 0, true);
+  lattice.offerBest(this->image({TypeParam(-3), TypeParam(8), TypeParam(0)}), 0);
+  ASSERT_TRUE(lattice.bestVector.isSet());
+  lattice.runVariables[MainMutexVariable::startTime].set(std::to_string(std::time(nullptr) - 1000));
+  // Only what the lattice made anew finds by itself is found now.
+  lattice.params.sieve = false;
+  lattice.regenerateLattice();
+  EXPECT_THAT(this->solutionTexts(), testing::IsSupersetOf({"[ 1 0 4 ] @0", "[ 2 5 0 ] @0"}));
+  EXPECT_EQ(lattice.bestTarget.time, 0);
+  ASSERT_TRUE(lattice.bestVector.isSet());
+  EXPECT_EQ(lattice.bestVector.time, 0);
+  ASSERT_GE(lattice.collected.count(), 2);
+  for (const auto& vector : lattice.collected) EXPECT_EQ(vector.time, 0);
+}
+
+TYPED_TEST(LatticeRestartOver, TrackingOfTheFormerLatticeEndsWithIt) {
+  auto& lattice = this->live;
+  this->setSilently(lattice.params.consistency, true);
+  lattice.consistencyForced = true;
+  lattice.regenerateLattice();
+  EXPECT_FALSE(lattice.params.consistency);
+  EXPECT_FALSE(lattice.consistencyForced);
+  EXPECT_FALSE(lattice.reactionsOff);
+}
+
+TYPED_TEST(LatticeRestartOver, TrackingThatTheUserAskedForStays) {
+  auto& lattice = this->live;
+  lattice.params.consistency = true;
+  lattice.regenerateLattice();
+  EXPECT_TRUE(lattice.params.consistency);
+  EXPECT_FALSE(lattice.consistencyForced);
+}
+
+// Saving makes the basis of the moment the generated one.
+TYPED_TEST(LatticeRestartOver, ResultsAreWrittenBehindTheRegenerationToo) {
+  auto& lattice = this->live;
+  lattice.params.variate = true;
+  Lattice<TypeParam, long double> silent;
+  silent.assignFrom(lattice, false);
+  this->consoleOf([&] { EXPECT_THROW(silent.restartHandling(false), RestartException); });
+  ASSERT_FALSE(identical(silent.B_save, silent.B));
+  lattice.outputSwitch = true;
+  this->restart();
+  EXPECT_TRUE(identical(lattice.B, silent.B));
+  EXPECT_TRUE(identical(lattice.B_save, lattice.B));
+}
+
+TYPED_TEST(LatticeRestartOver, ResultsAreWrittenWhereNothingEnds) {
+  for (const bool finished : {false, true}) {
+    this->findSolutions();
+    this->live.terminationSwitch = false;
+    this->live.outputSwitch = true;
+    this->consoleOf([&] { this->live.restartHandling(finished); });
+    EXPECT_EQ(this->scratch.names(), (std::vector<std::string>{"p.lat", "p.sol"}));
+    for (const char* name : {"p.lat", "p.sol"}) std::filesystem::remove(this->scratch.file(name));
+  }
+}
+
+TYPED_TEST(LatticeRestartOver, LimitBelowTheRestartsSoFarEndsNothing) {
+  this->live.restarts = 3;
+  this->live.params.iters = 2;
+  EXPECT_EQ(this->restart(), "Lattice was regenerated");
+  EXPECT_EQ(this->live.restarts, 4);
+  EXPECT_FALSE(this->live.stopped());
+}
+
+TYPED_TEST(LatticeRestartOver, UnfinishedSearchSaysNothingBelowTheHighestLevel) {
+  this->findSolutions();
+  this->live.params.verb = 1;
+  EXPECT_EQ(this->restart(), "Lattice was regenerated");
+  EXPECT_EQ(this->console, "");
+  // Nor where it ends for good.
+  this->live.params.iters = this->live.restarts;
+  EXPECT_EQ(this->restart(), "nothing thrown");
+  EXPECT_EQ(this->console, "");
+  EXPECT_TRUE(this->live.stopped());
+}
+
+/// SIGTERM does nothing but count, while this lives.
+class CountedTermination {
+ public:
+  CountedTermination() : before_(std::signal(SIGTERM, &count)) { received_ = 0; }
+  CountedTermination(const CountedTermination&) = delete;
+  CountedTermination& operator=(const CountedTermination&) = delete;
+  ~CountedTermination() { std::signal(SIGTERM, before_); }
+
+  static int received() { return received_; }
+
+ private:
+  static void count(int /*signal*/) { received_ = received_ + 1; }
+
+  static inline volatile std::sig_atomic_t received_ = 0;
+  void (*before_)(int);
+};
+
+TYPED_TEST(LatticeRestartOver, TerminationIsNoStop) {
+  const CountedTermination termination;
+  this->live.params.stopping = false;
+  this->finish();
+  EXPECT_EQ(termination.received(), 1);
+  EXPECT_FALSE(this->live.stopped());
+  this->live.params.stopping = true;
+  this->finish();
+  EXPECT_EQ(termination.received(), 1);
+  EXPECT_TRUE(this->live.stopped());
 }
 
 }  // namespace
