@@ -22,18 +22,19 @@ Matrix<T> converted(const Matrix<QQ>& rows) {
 /// The reduced rows span the lattice of the given ones; those in front are reduced, the others
 /// depend on them.
 template <class T>
-void checkReduction(const Matrix<QQ>& rows) {
+void checkReduction(const Matrix<QQ>& rows, bool deep = false) {
   const auto basis = converted<T>(rows);
   Lattice<T, long double> lattice(&basis);
   test::allowChecks(lattice);
+  lattice.params.deep = deep;
   RC_ASSERT(lattice.reduce(0));
-  RC_ASSERT(test::isReduced(lattice.B));
+  RC_ASSERT(test::isReduced(lattice.B, test::firstCompared(deep)));
   RC_ASSERT(sameLattice(lattice.B, basis));
 }
 
-void checkBothReductions(const Matrix<QQ>& rows) {
-  checkReduction<long double>(rows);
-  checkReduction<QQ>(rows);
+void checkBothReductions(const Matrix<QQ>& rows, bool deep = false) {
+  checkReduction<long double>(rows, deep);
+  checkReduction<QQ>(rows, deep);
 }
 
 /// Entries below 2^bits.
@@ -70,6 +71,11 @@ RC_GTEST_PROP(Reduction, ReducesLongIntegers, ()) {
 RC_GTEST_PROP(Reduction, ReducesHugeIntegersInTheExactLattice, ()) {
   const auto rows = *rc::gen::inRange<Index>(1, 7);
   checkReduction<QQ>(arbitraryEntries(rows, rows, *rc::gen::element(60U, 120U, 200U)));
+}
+
+RC_GTEST_PROP(Reduction, ReducesLongIntegersByDeepInsertionsToo, ()) {
+  const auto rows = *rc::gen::inRange<Index>(1, 8);
+  checkBothReductions(arbitraryEntries(rows, rows, *rc::gen::element(8U, 16U, 24U)), true);
 }
 
 // More vectors than coordinates, so that some come to depend on others on the way. A squared
@@ -111,10 +117,11 @@ RC_GTEST_PROP(Reduction, IsReachedThroughPassesOfAnyBudget, ()) {
   Lattice<QQ, long double> lattice(&basis);
   test::allowChecks(lattice);
   lattice.swapBudget = *rc::gen::inRange<Index>(1, 20);
-  lattice.params.deep = *rc::gen::arbitrary<bool>();
+  const auto deep = *rc::gen::arbitrary<bool>();
+  lattice.params.deep = deep;
   RC_ASSERT(lattice.reduce(0));
   RC_ASSERT(sameLattice(lattice.B, basis));
-  if (!lattice.params.deep) RC_ASSERT(test::isReduced(lattice.B));
+  RC_ASSERT(test::isReduced(lattice.B, test::firstCompared(deep)));
 }
 
 }  // namespace

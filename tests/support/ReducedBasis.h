@@ -21,11 +21,16 @@ void allowChecks(Lattice<T, long double>& lattice) {
   lattice.r[lattice.m] = T(1) / T(2);
 }
 
+/// The first vector that the reduction compares with the one next above.
+inline Index firstCompared(bool deep) {
+  return deep ? 3 : 2;
+}
+
 /// Reduced by the conditions of the reduction, judged exactly; rows that depend on those above
-/// must be the last ones. Where there are such rows the reduction may have become strict and
-/// left coefficients, so that only the exchanges are judged.
+/// must be the last ones. Exchanges are judged from row `first` on. For a basis of which the
+/// reduction itself says that it is reduced.
 template <class T>
-bool isReduced(const Matrix<T>& basis) {
+bool isReduced(const Matrix<T>& basis, Index first = 2) {
   using Kind = LllViolation::Kind;
   // The Gram-Schmidt data round in the 19th digit, so near one half and delta.
   const QQ rounding(1, 1'000'000'000'000);
@@ -35,7 +40,7 @@ bool isReduced(const Matrix<T>& basis) {
   const Index dependent = std::count_if(violations.begin(), violations.end(), isDependent);
   const Index rank = basis.rowCount() - dependent;
   return std::all_of(violations.begin(), violations.end(), [&](const LllViolation& found) {
-    return isDependent(found) ? found.k > rank : dependent > 0 && found.kind == Kind::size;
+    return isDependent(found) ? found.k > rank : found.kind == Kind::exchange && found.k < first;
   });
 }
 

@@ -192,7 +192,9 @@ TYPED_TEST(LatticeAardalOver, WeightsAreReported) {
   auto& lattice = this->live;
   lattice.params.verb = 2;
   const std::string text = this->consoleOf([&] { lattice.aardalReduce(); });
-  EXPECT_EQ(text.find(" Aardal reducing ... [ NN = 30"), text.find(" Aardal")) << text;
+  const std::size_t start = text.find(" Aardal reducing ... [ NN = 30");
+  ASSERT_NE(start, std::string::npos) << text;
+  EXPECT_EQ(start, text.find(" Aardal")) << text;
   EXPECT_NE(text.find(" ]"), std::string::npos) << text;
   EXPECT_EQ(consoleDepth(), 0);
   EXPECT_NE(lastOutputTime(), 0);
@@ -226,6 +228,16 @@ TYPED_TEST(LatticeAardalOver, LastCoordinatesMayBeNegative) {
 TYPED_TEST(LatticeAardalOver, NegativeOfHomValueWillDo) {
   this->useLast({0, -1});
   EXPECT_EQ(textOf(this->live.extractInhomogeneous()), "[ 0 2 -1 ]");
+}
+
+// A combination of both would end at another one.
+TYPED_TEST(LatticeAardalOver, FirstRowThatFitsIsTaken) {
+  this->useLast({0, 7, -1, 1});
+  EXPECT_EQ(textOf(this->live.extractInhomogeneous()), "[ 0 0 2 0 -1 ]");
+  this->useLast({5, 3});
+  this->live.homValue = TypeParam(5);
+  this->live.homScaled = TypeParam(5);
+  EXPECT_EQ(textOf(this->live.extractInhomogeneous()), "[ 2 0 5 ]");
 }
 
 TYPED_TEST(LatticeAardalOver, HomValueIsTheUnit) {

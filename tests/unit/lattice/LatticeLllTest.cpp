@@ -91,6 +91,12 @@ TYPED_TEST(LllStepsOver, StrictReductionMakesNoCoordinateGreater) {
   EXPECT_EQ(textOf(this->lattice.B[2]), "[ 3 3 -9 ]");
 }
 
+TYPED_TEST(LllStepsOver, StrictReductionMayKeepTheGreatestCoordinate) {
+  this->use({{2, 0}, {3, 5}}, 1);
+  EXPECT_TRUE(this->lattice.sizeReduce(2, true));
+  EXPECT_EQ(textOf(this->lattice.B[2]), "[ -1 5 ]");
+}
+
 TYPED_TEST(LllStepsOver, DependentVectorIsToldByItsStatus) {
   this->use({{1, 2}, {3, 6}}, 1);
   EXPECT_FALSE(this->lattice.sizeReduce(2, false));
@@ -175,6 +181,29 @@ TYPED_TEST(LllStepsOver, ProjectionCountsInTheExchangeCondition) {
   EXPECT_EQ(this->lattice.swapStep(2), 3);
   this->use({{5, 0}, {2, 4}}, 2);
   EXPECT_EQ(this->lattice.swapStep(2), 1);
+}
+
+// The ratio of the squared lengths is 1 - 1e-9 for coordinates of 2e9.
+TYPED_TEST(LllStepsOver, ExchangeWantsABillionthOfTheSquaredLength) {
+  this->use({{1990000000, 0}, {0, 1989999999}}, 2);
+  EXPECT_EQ(this->lattice.swapStep(2), 1);
+  this->use({{2010000000, 0}, {0, 2009999999}}, 2);
+  EXPECT_EQ(this->lattice.swapStep(2), 3);
+}
+
+TYPED_TEST(LllStepsOver, DeepInsertionWantsABillionthOfTheSquaredLength) {
+  this->use({{1, 0, 0}, {0, 1990000000, 0}, {0, 0, 1989999999}}, 3);
+  EXPECT_EQ(this->lattice.deepInsertStep(3), 2);
+  this->use({{1, 0, 0}, {0, 2010000000, 0}, {0, 0, 2009999999}}, 3);
+  EXPECT_EQ(this->lattice.deepInsertStep(3), 4);
+}
+
+TYPED_TEST(LllStepsOver, DeepInsertionOfNothingThatIsLeftIsNone) {
+  this->use({{1, 0, 0}, {0, 4, 0}, {3, 0, 0}}, 2);
+  EXPECT_FALSE(this->lattice.classicOrthogonalise(3, 3));
+  EXPECT_EQ(this->lattice.deepInsertStep(3), 4);
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 1 0 0 ] [ 0 4 0 ] [ 3 0 0 ]");
+  EXPECT_EQ(this->lattice.deepInsertions, 0);
 }
 
 TYPED_TEST(LllStepsOver, DeepInsertionGoesToTheFirstPositionThatFits) {

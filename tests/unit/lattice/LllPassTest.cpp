@@ -1,12 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <random>
 #include <stdexcept>
 #include <vector>
 
 #include "algorithms/LatticeEquality.h"
 #include "lattice/Lattice.h"
 #include "numbers/Conversion.h"
+#include "numbers/QQFunctions.h"
 #include "numbers/VectorQQ.h"
 #include "support/FreshConsole.h"
 #include "support/ReducedBasis.h"
@@ -371,6 +373,56 @@ TYPED_TEST(LllPassOver, ReductionOfDependentVectorsSucceeds) {
   this->use({{0, 0}, {1, 7}, {2, 14}, {0, 3}});
   EXPECT_TRUE(this->lattice.reduce(0));
   EXPECT_TRUE(test::isReduced(this->lattice.B));
+}
+
+// Once strict, a pass leaves the second vector as long as it has the smaller coordinates.
+TYPED_TEST(LllPassOver, ReductionLeavesNoCoefficientBehindAStrictPass) {
+  this->use({{4, 4, 4}, {0, 0, 0}, {7, 7, -5}});
+  EXPECT_TRUE(this->lattice.reduce(0));
+  EXPECT_TRUE(test::isReduced(this->lattice.B)) << rowsText(this->lattice.B);
+  EXPECT_EQ(rowsText(this->lattice.B), "[ 4 4 4 ] [ 3 3 -9 ] [ 0 0 0 ]");
+}
+
+/// f * q * (1, 2, ..., 8) and small noise in each row, for q of so many bits: nearly
+/// dependent.
+Matrix<QQ> nearlyDependentRows(unsigned bits, std::mt19937_64& random) {
+  constexpr Index n = 8;
+  const auto below = [&random](std::int64_t bound) {
+    return static_cast<std::int64_t>(random() % static_cast<std::uint64_t>(bound));
+  };
+  const QQ q = pow(QQ(2), QQ(static_cast<std::int64_t>(bits))) + QQ(below(1000));
+  Matrix<QQ> rows(n, n);
+  for (Vector<QQ>& row : rows) {
+    const QQ common = QQ(1 + below(1000)) * q;
+    for (Index j = 1; j <= n; ++j) row[j] = common * QQ(j) + QQ(below(7) - 3);
+  }
+  return rows;
+}
+
+TEST(Reduction, NearlyDependentRowsAreReducedWhereItSaysSo) {
+  std::mt19937_64 random(1);
+  Index reduced = 0;
+  for (int i = 1; i <= 60; ++i) {
+    const Matrix<QQ> rows = nearlyDependentRows(57U + static_cast<unsigned>(i % 3), random);
+    Lattice<QQ, long double> lattice(&rows);
+    test::allowChecks(lattice);
+    if (!lattice.reduce(0)) continue;
+    ++reduced;
+    EXPECT_TRUE(test::isReduced(lattice.B)) << i;
+    EXPECT_TRUE(sameLattice(lattice.B, rows)) << i;
+  }
+  EXPECT_GE(reduced, 50);
+}
+
+// In long double both have the direction (1, 2).
+TEST(Reduction, RowsThatOnlySeemDependentAreNotTakenForReduced) {
+  const QQ large = pow(QQ(2), QQ(80));
+  const Matrix<QQ> rows{{large + QQ(1), large + large}, {large, large + large + QQ(1)}};
+  Lattice<QQ, long double> lattice(&rows);
+  test::allowChecks(lattice);
+  const bool said = lattice.reduce(0);
+  EXPECT_EQ(said, test::isReduced(lattice.B));
+  EXPECT_TRUE(sameLattice(lattice.B, rows));
 }
 
 TYPED_TEST(LllPassOver, ReductionIsTrackedWhereAskedFor) {
