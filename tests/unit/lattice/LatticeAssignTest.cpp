@@ -21,6 +21,8 @@ void fillAll(LatticeOver<T>& lattice) {
   static_cast<Vanu<T>&>(lattice) =
       problemFrom<T>("[ 2.5 ] [ [ 1 2 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 9 inf ]");
   lattice.optOriginal = lattice;
+  lattice.optAsRead =
+      problemFrom<T>("[ 3.5 ] [ [ 7 8 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 1 0 ] [ 6 inf ]");
   lattice.optOriginal.optFile = "o.opt";
   lattice.solFile = "s.sol";
   lattice.latFile = "l.lat";
@@ -41,11 +43,13 @@ void fillAll(LatticeOver<T>& lattice) {
   lattice.bestRecord.deviations.resize(1, false);
   lattice.bestRecord.deviations[1].left = 2;
   lattice.bestTarget = TargetVector<T>{T(4), T(5), T(6)};
+  lattice.bestTarget.time = 8;
   lattice.bestTarget.targetNorm = T(-3);
   lattice.bestTarget.slackNorm = T(4);
   lattice.bestTarget.targetValues = Vector<T>{T(5)};
   lattice.solutions.resize(1, false);
   lattice.solutions[1] = Star<T>{T(7), T(8), T(9)};
+  lattice.solutions[1].time = 9;
   lattice.TT.resize(2, false);
   lattice.TT[2] = Matrix<T>{{T(0), T(1)}, {T(1), T(0)}};
   lattice.B[1][1] = T(11);
@@ -64,6 +68,9 @@ void fillAll(LatticeOver<T>& lattice) {
   lattice.lEqualsR = true;
   lattice.swapBudget = 123;
   lattice.swapBudgetFloor = 122;
+  lattice.lastPass = {51, 52, 53};
+  lattice.restarts = 54;
+  lattice.deepInsertions = 55;
   lattice.latticeKind = LatticeKind::full;
   lattice.equationsRemoved = false;
   lattice.modsInLattice = true;
@@ -110,6 +117,9 @@ void expectSameProblemAndNames(const LatticeOver<T>& a, const LatticeOver<T>& b)
   EXPECT_TRUE(identical(a.rx, b.rx));
   EXPECT_TRUE(identical(a.optOriginal.dt, b.optOriginal.dt));
   EXPECT_TRUE(sameMatrix(a.optOriginal.At, b.optOriginal.At));
+  EXPECT_TRUE(identical(a.optAsRead.dt, b.optAsRead.dt));
+  EXPECT_TRUE(sameMatrix(a.optAsRead.At, b.optAsRead.At));
+  EXPECT_TRUE(identical(a.optAsRead.rx, b.optAsRead.rx));
   EXPECT_EQ(a.optFile, b.optFile);
   EXPECT_EQ(a.solFile, b.solFile);
   EXPECT_EQ(a.optOriginal.optFile, b.optOriginal.optFile);
@@ -134,11 +144,13 @@ void expectSameVectors(const LatticeOver<T>& a, const LatticeOver<T>& b) {
   ASSERT_EQ(a.bestRecord.deviations.dimension(), b.bestRecord.deviations.dimension());
   EXPECT_EQ(a.bestRecord.deviations[1].left, b.bestRecord.deviations[1].left);
   EXPECT_TRUE(identical<T>(a.bestTarget, b.bestTarget));
+  EXPECT_EQ(a.bestTarget.time, b.bestTarget.time);
   EXPECT_EQ(a.bestTarget.targetNorm, b.bestTarget.targetNorm);
   EXPECT_EQ(a.bestTarget.slackNorm, b.bestTarget.slackNorm);
   EXPECT_TRUE(identical(a.bestTarget.targetValues, b.bestTarget.targetValues));
   ASSERT_EQ(a.solutions.dimension(), b.solutions.dimension());
   EXPECT_TRUE(identical<T>(a.solutions[1], b.solutions[1]));
+  EXPECT_EQ(a.solutions[1].time, b.solutions[1].time);
 }
 
 template <class T>
@@ -195,6 +207,11 @@ void expectSameState(LatticeOver<T>& a, LatticeOver<T>& b) {
   EXPECT_EQ(a.lEqualsR, b.lEqualsR);
   EXPECT_EQ(a.swapBudget, b.swapBudget);
   EXPECT_EQ(a.swapBudgetFloor, b.swapBudgetFloor);
+  EXPECT_EQ(a.lastPass.swaps, b.lastPass.swaps);
+  EXPECT_EQ(a.lastPass.skipped, b.lastPass.skipped);
+  EXPECT_EQ(a.lastPass.exchanges, b.lastPass.exchanges);
+  EXPECT_EQ(a.restarts, b.restarts);
+  EXPECT_EQ(a.deepInsertions, b.deepInsertions);
   EXPECT_EQ(a.latticeKind, b.latticeKind);
   EXPECT_EQ(a.equationsRemoved, b.equationsRemoved);
   EXPECT_EQ(a.modsInLattice, b.modsInLattice);

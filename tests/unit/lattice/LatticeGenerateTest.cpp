@@ -131,6 +131,23 @@ TYPED_TEST(LatticeGenerateOver, FreeVariablesHaveNoBox) {
   EXPECT_EQ(rowsText(lattice.B_save), "[ -3 -3 -3 1 ] [ 2 0 0 0 ] [ 0 2 0 0 ] [ 0 0 2 0 ]");
 }
 
+TYPED_TEST(LatticeGenerateOver, InfiniteBoundsHaveNoLimit) {
+  this->generate(open, false);
+  EXPECT_TRUE(NumberTraits<long double>::isInfinite(this->live.supLimit));
+  EXPECT_GT(this->live.supLimit, 0.0L);
+  EXPECT_FALSE(this->live.lEqualsR);
+}
+
+TYPED_TEST(LatticeGenerateOver, ConstantsAreOnePointWithoutABox) {
+  this->generate("[ inf ] [ [ 1 2 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 3 4 ] [ 3 4 ]", false);
+  const auto& lattice = this->live;
+  EXPECT_EQ(rowsText(lattice.B_save), "[ 1 ]");
+  EXPECT_EQ(textOf(lattice.l), "[ 1 ]");
+  EXPECT_EQ(textOf(lattice.r), "[ 1 ]");
+  EXPECT_TRUE(lattice.lEqualsR);
+  EXPECT_EQ(lattice.supLimit, 3.0L);
+}
+
 TYPED_TEST(LatticeGenerateOver, InequationIsCentredOnItsRange) {
   this->generate(band, false);
   const auto& lattice = this->live;
@@ -354,6 +371,17 @@ TYPED_TEST(LatticeGenerateOver, StarsSurviveAndProveThatTheEquationsAreSolvable)
   EXPECT_EQ(text.find("Extracting"), std::string::npos) << text;
   ASSERT_EQ(lattice.stars.dimension(), 1);
   EXPECT_EQ(textOf(lattice.stars[1]), "[ 2 5 0 ]");
+}
+
+// The reduction of the equations meets an integer solution of them, in the box or not.
+TYPED_TEST(LatticeGenerateOver, BestVectorAloneProvesThatTheEquationsAreSolvable) {
+  this->normalise("[ ] [ ] [ [ 3 5 7 ] ] [ 100 ] [ ] [ ] [ ] [ ] [ 0 0 0 ] [ 0 0 0 ] [ 9 9 9 ]");
+  auto& lattice = this->live;
+  lattice.params.verb = 2;
+  const std::string text = this->consoleOf([&] { lattice.prepareLattice(); });
+  EXPECT_TRUE(lattice.bestVector.isSet() || lattice.solutions.isSet());
+  EXPECT_EQ(text.find("Extracting"), std::string::npos) << text;
+  EXPECT_EQ(lattice.stars.dimension(), 0);
 }
 
 TYPED_TEST(LatticeGenerateOver, PreparationTellsCountsAndSteps) {

@@ -70,6 +70,57 @@ TYPED_TEST(LatticeLatFileOver, ReadsTheSameWithAndWithoutItsLegend) {
   }
 }
 
+/// The text without comments, from two slashes to the end of the line.
+std::string withoutComments(std::string text) {
+  for (std::size_t at = text.find("//"); at != std::string::npos; at = text.find("//"))
+    text.erase(at, text.find('\n', at) - at);
+  return text;
+}
+
+TYPED_TEST(LatticeLatFileOver, HoldsAllValuesInTheirOrder) {
+  auto& lattice = this->live;
+  lattice.runVariables[MainMutexVariable::startTime].set(std::to_string(std::time(nullptr) - 1000));
+  lattice.lx[2] = TypeParam(-7);
+  std::istringstream stream(withoutComments(this->written()));
+  Matrix<TypeParam> basis;
+  Vector<TypeParam> l;
+  Vector<TypeParam> r;
+  Vector<TypeParam> c;
+  TypeParam range;
+  Vector<TypeParam> lx;
+  Vector<TypeParam> rx;
+  int hasTarget = 0;
+  Vector<TypeParam> targetRange;
+  long seconds = 0;
+  stream >> basis >> l >> r >> c >> range >> lx >> rx >> hasTarget >> targetRange >> seconds;
+  ASSERT_TRUE(stream);
+  EXPECT_EQ(rowsText(basis), rowsText(lattice.B));
+  EXPECT_EQ(textOf(l), textOf(lattice.l));
+  EXPECT_EQ(textOf(r), textOf(lattice.r));
+  EXPECT_EQ(textOf(c), textOf(lattice.c));
+  EXPECT_EQ(range, lattice.rangeMultiple);
+  EXPECT_EQ(textOf(lx), "[ 0 -7 ]");
+  EXPECT_EQ(textOf(rx), "[ 5 5 ]");
+  EXPECT_EQ(hasTarget, 1);
+  EXPECT_EQ(textOf(targetRange), textOf(Vector<TypeParam>{lattice.ltu, lattice.rtu}));
+  EXPECT_GE(seconds, 1000);
+  EXPECT_LE(seconds, 1060);
+  std::string rest;
+  EXPECT_FALSE(stream >> rest) << rest;
+}
+
+TYPED_TEST(LatticeLatFileOver, TranslationIsTakenBack) {
+  auto& lattice = this->live;
+  const std::string before = this->written();
+  const Matrix<TypeParam> raw(lattice.B);
+  this->setSilently(lattice.params.translate, true);
+  lattice.translation[1] = TypeParam(3);
+  lattice.translation[2] = TypeParam(-4);
+  lattice.B = lattice.forwardMapAll(raw);
+  ASSERT_FALSE(identical(lattice.B, raw));
+  EXPECT_EQ(this->written(), before);
+}
+
 TYPED_TEST(LatticeLatFileOver, TellsTheTimeOfTheRun) {
   this->live.runVariables[MainMutexVariable::startTime].set(
       std::to_string(std::time(nullptr) - 1000));

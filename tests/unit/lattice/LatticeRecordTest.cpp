@@ -123,6 +123,10 @@ TYPED_TEST(LatticeRecordOver, ResetForgetsTheSearch) {
   lattice.keepDependent = true;
   lattice.rangeMultiple = TypeParam(9);
   lattice.supLimit = 9;
+  lattice.deepInsertions = 9;
+  lattice.lastPass = {9, 8, 7};
+  lattice.restarts = 9;
+  lattice.optAsRead.dt = Vector<TypeParam>{TypeParam(3)};
   lattice.runVariables[MainMutexVariable::counter5].set("3");
   lattice.runVariables[MainMutexVariable::counter6].set("4");
   lattice.runVariables[MainMutexVariable::counter7].set("5");
@@ -143,6 +147,14 @@ TYPED_TEST(LatticeRecordOver, ResetForgetsTheSearch) {
   EXPECT_FALSE(lattice.keepDependent);
   EXPECT_EQ(lattice.rangeMultiple, TypeParam(0));
   EXPECT_EQ(lattice.supLimit, 0.0L);
+  EXPECT_EQ(lattice.deepInsertions, 0);
+  EXPECT_EQ(lattice.lastPass.swaps, 0);
+  EXPECT_EQ(lattice.lastPass.skipped, 0);
+  EXPECT_EQ(lattice.lastPass.exchanges, 0);
+  EXPECT_EQ(lattice.bestTarget.time, unknownTime);
+  // What outlasts a lattice.
+  EXPECT_EQ(lattice.restarts, 9);
+  EXPECT_EQ(lattice.optAsRead.dt.dimension(), 1);
   EXPECT_EQ(lattice.runVariables[MainMutexVariable::counter5].get(), "0");
   EXPECT_EQ(lattice.runVariables[MainMutexVariable::counter6].get(), "0");
   EXPECT_EQ(lattice.runVariables[MainMutexVariable::counter7].get(), "0");
