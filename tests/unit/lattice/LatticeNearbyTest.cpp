@@ -158,6 +158,30 @@ TYPED_TEST(LatticeNearbyOver, DeviationsFollowFromTheirDifference) {
   EXPECT_EQ(textOf(this->pointOf(this->live.bestTarget)), "[ 9 5 ]");
 }
 
+// 5 x - 4 y from 0 to 1 and x + y from 3 to 9 at (4, 5) only: from 0 the walk ends at (1, 1).
+constexpr const char* island =
+    "[ ] [ ] [ ] [ ] [ ] [ [ 5 -4 ] [ 1 1 ] ] [ 0 3 ] [ 1 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
+
+TYPED_TEST(LatticeNearbyOver, RestartsThatVaryBeginElsewhere) {
+  this->use(island);
+  auto& lattice = this->live;
+  lattice.params.variate = true;
+  this->passOverFirst();
+  EXPECT_EQ(lattice.solutions.dimension(), 0);
+  for (lattice.restarts = 1; lattice.restarts < 50 && !lattice.stopped(); ++lattice.restarts)
+    this->passOverFirst();
+  ASSERT_EQ(lattice.solutions.dimension(), 1);
+  EXPECT_EQ(this->found(1), "[ 4 5 ]");
+}
+
+TYPED_TEST(LatticeNearbyOver, RestartsThatVaryNothingBeginAtTheSamePlace) {
+  this->use(island);
+  auto& lattice = this->live;
+  lattice.params.variate = false;
+  for (lattice.restarts = 1; lattice.restarts < 50; ++lattice.restarts) this->passOverFirst();
+  EXPECT_EQ(lattice.solutions.dimension(), 0);
+}
+
 TYPED_TEST(LatticeNearbyOver, StoppedSearchEndsTheWalk) {
   this->use(band);
   // The first step is that of the pass, (1, 0) the second one.
