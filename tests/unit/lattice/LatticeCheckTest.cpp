@@ -3,15 +3,13 @@
 
 #include <limits>
 
-#include "support/CheckVectors.h"
+#include "support/CheckedLattice.h"
 #include "support/ExpectFails.h"
-#include "support/LatticeOfProblem.h"
-#include "support/ScratchDir.h"
-#include "support/TextOf.h"
 
 namespace starsift {
 namespace {
 
+using test::filed;
 using test::LatticeStage;
 using test::messageOf;
 using test::textOf;
@@ -23,9 +21,6 @@ constexpr const char* climb =
     "[ inf ] = [ 4 ] [ [ 1 1 ] ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 2 ] [ 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
 // x + y to be 7, both from 0 to 5.
 constexpr const char* aim = "[ 7 ] [ [ 1 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
-// x largest and y to be 2, both from 0 to 5.
-constexpr const char* twoGoals =
-    "[ inf 2 ] [ [ 1 0 ] [ 0 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
 // x free, y from 0 on.
 constexpr const char* open =
     "[ ] [ ] [ ] [ ] [ ] [ [ 1 1 ] ] [ 0 ] [ 9 ] [ 0 0 ] [ -inf 0 ] [ inf inf ]";
@@ -33,30 +28,8 @@ constexpr const char* open =
 constexpr const char* congruence =
     "[ ] [ ] [ [ 1 1 0 ] [ 1 -1 1 ] ] [ 1 1 ] [ 3 0 ] [ ] [ ] [ ] [ 0 0 0 ] [ 0 0 0 ] [ 5 5 5 ]";
 
-constexpr unsigned filed = CHECK_SOLUTION | CHECK_STORED;
-
 template <class T>
-class LatticeCheckOver : public test::LatticeOfProblem<T> {
- protected:
-  void use(const char* problem, LatticeStage stage = LatticeStage::full) {
-    this->normalise(problem);
-    generateByHand(this->live, stage);
-    this->live.params.sol = 0;
-    this->live.params.pair = false;
-  }
-
-  unsigned check(const Vector<T>& vector, std::int64_t time = 0) {
-    return this->live.checkSolution(vector, false, time, true);
-  }
-  unsigned checkPoint(int x, int y) { return check(this->image({T(x), T(y)})); }
-
-  static Vector<T> negative(Vector<T> vector) {
-    for (T& entry : vector) entry = T() - entry;
-    return vector;
-  }
-
-  std::string stored(Index i) const { return textOf(this->pointOf(this->live.solutions[i])); }
-};
+using LatticeCheckOver = test::CheckedLattice<T>;
 TYPED_TEST_SUITE(LatticeCheckOver, test::LatticeNumbers);
 
 TYPED_TEST(LatticeCheckOver, NothingIsCheckedBeforeGeneration) {
@@ -289,156 +262,6 @@ TYPED_TEST(LatticeCheckOver, WithoutTargetsThereIsNoBestTarget) {
   EXPECT_FALSE(this->live.bestTarget.isSet());
 }
 
-TYPED_TEST(LatticeCheckOver, NumberOfSolutionsIsLimited) {
-  this->use(band);
-  this->live.params.sol = 2;
-  EXPECT_EQ(this->checkPoint(1, 4), filed);
-  EXPECT_EQ(this->checkPoint(2, 3), filed | CHECK_LIMIT);
-  EXPECT_EQ(this->checkPoint(1, 4), CHECK_SOLUTION | CHECK_LIMIT);
-}
-
-TYPED_TEST(LatticeCheckOver, EnoughSolutionsAreToldByAnyFurtherOne) {
-  this->use(climb);
-  this->live.params.sol = 1;
-  EXPECT_EQ(this->checkPoint(5, 1), filed | CHECK_LIMIT);
-  // The best target again, and a worse one.
-  EXPECT_EQ(this->checkPoint(5, 1), CHECK_SOLUTION | CHECK_LIMIT);
-  EXPECT_EQ(this->checkPoint(2, 2), CHECK_SOLUTION | CHECK_LIMIT);
-  EXPECT_EQ(this->live.solutions.dimension(), 1);
-  EXPECT_EQ(this->checkPoint(0, 0), 0U);
-}
-
-TYPED_TEST(LatticeCheckOver, FiledSolutionThatMeetsTheGoalTellsItEachTime) {
-  this->use(climb);
-  this->checkPoint(5, 1);
-  this->checkPoint(4, 2);
-  this->live.params.tnorm = TypeParam(-6);
-  EXPECT_EQ(this->checkPoint(5, 1), CHECK_SOLUTION | CHECK_LIMIT);
-  EXPECT_EQ(this->checkPoint(4, 2), CHECK_SOLUTION | CHECK_LIMIT);
-}
-
-TYPED_TEST(LatticeCheckOver, SolutionThatIsNotFiledMeetsNoGoal) {
-  this->use(climb);
-  this->checkPoint(5, 1);
-  this->live.params.tnorm = TypeParam(-4);
-  EXPECT_EQ(this->checkPoint(2, 2), CHECK_SOLUTION);
-  this->live.params.tnorm = TypeParam(-9);
-  this->live.params.snorm = TypeParam(0);
-  EXPECT_EQ(this->checkPoint(2, 2), CHECK_SOLUTION);
-  EXPECT_EQ(this->checkPoint(5, 1), CHECK_SOLUTION | CHECK_LIMIT);
-}
-
-TYPED_TEST(LatticeCheckOver, GoodTargetNormIsEnough) {
-  this->use(climb);
-  this->live.params.tnorm = TypeParam(-6);
-  EXPECT_EQ(this->checkPoint(4, 1), filed);
-  EXPECT_EQ(this->checkPoint(5, 1), filed | CHECK_LIMIT);
-}
-
-TYPED_TEST(LatticeCheckOver, GoodSlackNormIsEnough) {
-  this->use(aim);
-  this->live.params.snorm = TypeParam(1);
-  EXPECT_EQ(this->checkPoint(3, 2), filed);
-  EXPECT_EQ(this->live.bestTarget.slackNorm, TypeParam(2));
-  EXPECT_EQ(this->checkPoint(3, 3), filed | CHECK_LIMIT);
-}
-
-TYPED_TEST(LatticeCheckOver, NormsDoNotCountWithoutTargets) {
-  this->use(band);
-  this->live.params.tnorm = TypeParam(9);
-  this->live.params.snorm = TypeParam(9);
-  EXPECT_EQ(this->checkPoint(5, 1), filed);
-  EXPECT_FALSE(this->live.isSatisfied());
-}
-
-TYPED_TEST(LatticeCheckOver, SearchIsSatisfiedByWhatWasFiledInSilence) {
-  this->use(climb);
-  EXPECT_FALSE(this->live.isSatisfied());
-  EXPECT_EQ(this->checkPoint(4, 1), filed);
-  EXPECT_FALSE(this->live.isSatisfied());
-  this->live.params.tnorm = TypeParam(-5);
-  EXPECT_TRUE(this->live.isSatisfied());
-  this->live.params.tnorm = TypeParam(-6);
-  EXPECT_FALSE(this->live.isSatisfied());
-  this->live.params.sol = 1;
-  EXPECT_TRUE(this->live.isSatisfied());
-}
-
-TYPED_TEST(LatticeCheckOver, SlackOfASolutionCountsBesideAnEquallyGoodTarget) {
-  this->use(twoGoals);
-  this->live.params.snorm = TypeParam(0);
-  EXPECT_EQ(this->checkPoint(4, 3), filed);
-  EXPECT_FALSE(this->live.isSatisfied());
-  EXPECT_EQ(this->checkPoint(3, 2), filed | CHECK_LIMIT);
-  EXPECT_EQ(this->live.bestTarget.slackNorm, TypeParam(1));
-  EXPECT_TRUE(this->live.isSatisfied());
-}
-
-TYPED_TEST(LatticeCheckOver, SolutionIsWrittenUnlessSilent) {
-  const test::ScratchDir scratch;
-  this->use(band);
-  auto& lattice = this->live;
-  lattice.outputSwitch = true;
-  lattice.solFile = scratch.file("p.sol");
-  this->checkPoint(1, 4);
-  EXPECT_EQ(scratch.read("p.sol"), "<no file>");
-  EXPECT_EQ(lattice.checkSolution(this->image({TypeParam(2), TypeParam(3)}), false, 0, false),
-            filed);
-  const std::string text = scratch.read("p.sol");
-  EXPECT_NE(text.find("[ 1 4 ]"), std::string::npos) << text;
-  EXPECT_NE(text.find("[ 2 3 ]"), std::string::npos) << text;
-}
-
-TYPED_TEST(LatticeCheckOver, SolutionFiledInSilenceIsWrittenWhereItIsMetAgain) {
-  const test::ScratchDir scratch;
-  this->use(band);
-  auto& lattice = this->live;
-  lattice.outputSwitch = true;
-  lattice.solFile = scratch.file("p.sol");
-  this->checkPoint(1, 4);
-  EXPECT_EQ(lattice.checkSolution(this->image({TypeParam(1), TypeParam(4)}), false, 0, false),
-            CHECK_SOLUTION);
-  const std::string text = scratch.read("p.sol");
-  EXPECT_NE(text.find("[ 1 4 ]"), std::string::npos) << text;
-}
-
-TYPED_TEST(LatticeCheckOver, LimitReachedInSilenceEndsTheSearchWhereASolutionIsMetAgain) {
-  this->use(band);
-  auto& lattice = this->live;
-  lattice.params.sol = 1;
-  lattice.params.stopping = true;
-  lattice.terminationSwitch = true;
-  this->checkPoint(1, 4);
-  this->consoleOf([&] {
-    lattice.checkSolution(this->image({TypeParam(1), TypeParam(4)}), false, 0, false);
-  });
-  EXPECT_TRUE(lattice.stopped());
-}
-
-TYPED_TEST(LatticeCheckOver, LimitEndsTheSearchUnlessSilent) {
-  this->use(band);
-  auto& lattice = this->live;
-  lattice.params.sol = 1;
-  lattice.params.stopping = true;
-  lattice.terminationSwitch = true;
-  this->checkPoint(1, 4);
-  EXPECT_FALSE(lattice.stopped());
-  this->consoleOf([&] {
-    lattice.checkSolution(this->image({TypeParam(2), TypeParam(3)}), false, 0, false);
-  });
-  EXPECT_TRUE(lattice.stopped());
-}
-
-TYPED_TEST(LatticeCheckOver, SearchGoesOnBelowTheLimit) {
-  this->use(band);
-  auto& lattice = this->live;
-  lattice.params.sol = 2;
-  lattice.params.stopping = true;
-  lattice.terminationSwitch = true;
-  lattice.checkSolution(this->image({TypeParam(2), TypeParam(3)}), false, 0, false);
-  EXPECT_FALSE(lattice.stopped());
-}
-
 TYPED_TEST(LatticeCheckOver, GoodVectorsAreCollectedWhereAParameterAsksForIt) {
   this->use(band);
   auto& lattice = this->live;
@@ -595,22 +418,6 @@ TYPED_TEST(LatticeCheckOver, ReductionOffersItsVectorsUnderANegativeHomValue) {
   bool strict = false;
   lattice.lllStep(1, 1, strict);
   EXPECT_EQ(lattice.solutions.dimension(), 1);
-}
-
-// 3 x to be -2: a vector that meets the goal leaves the bounds of x.
-TYPED_TEST(LatticeCheckOver, PointsWithinTheBoundsAreCheckedBehindAPass) {
-  this->prepare("[ -2 ] [ [ 3 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 2 ] [ 0 ] [ 0.02 ]");
-  this->live.params.sol = 0;
-  this->live.lllPass(1, 1, 0);
-  ASSERT_EQ(this->live.solutions.dimension(), 1);
-  EXPECT_EQ(this->stored(1), "[ 0 ]");
-}
-
-TYPED_TEST(LatticeCheckOver, PointsBesideAnInequationAreNoSolutions) {
-  this->prepare("[ ] [ ] [ ] [ ] [ ] [ [ 7 -6 ] ] [ 51 ] [ 55 ] [ 0 0 ] [ 0 0 ] [ 9 1 ]");
-  this->live.params.sol = 0;
-  this->live.lllPass(1, 1, 0);
-  EXPECT_EQ(this->live.solutions.dimension(), 0);
 }
 
 }  // namespace

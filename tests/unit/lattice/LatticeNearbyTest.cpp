@@ -230,5 +230,21 @@ TYPED_TEST(LatticeNearbyOver, WalkLeavesTheBasisAlone) {
   EXPECT_TRUE(identical(this->live.B_save, before));
 }
 
+// 3 x to be -2: a vector that meets the goal leaves the bounds of x.
+TYPED_TEST(LatticeNearbyOver, PointsWithinTheBoundsAreCheckedBehindAPass) {
+  this->prepare("[ -2 ] [ [ 3 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 2 ] [ 0 ] [ 0.02 ]");
+  this->live.params.sol = 0;
+  this->live.lllPass(1, 1, 0);
+  ASSERT_EQ(this->live.solutions.dimension(), 1);
+  EXPECT_EQ(this->found(1), "[ 0 ]");
+}
+
+TYPED_TEST(LatticeNearbyOver, PointsBesideAnInequationAreNoSolutions) {
+  this->prepare("[ ] [ ] [ ] [ ] [ ] [ [ 7 -6 ] ] [ 51 ] [ 55 ] [ 0 0 ] [ 0 0 ] [ 9 1 ]");
+  this->live.params.sol = 0;
+  this->live.lllPass(1, 1, 0);
+  EXPECT_EQ(this->live.solutions.dimension(), 0);
+}
+
 }  // namespace
 }  // namespace starsift
