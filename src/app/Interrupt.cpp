@@ -1,6 +1,7 @@
 #include "app/Interrupt.h"
 
 #include <csignal>
+#include <ctime>
 
 #include "core/Semaphore.h"
 
@@ -8,7 +9,19 @@ namespace starsift {
 
 namespace {
 
+/// A further signal within this time is the first one over again: some send it to a process
+/// and to its group, and one of the two may come as SIGTERM from the end of a writing.
+constexpr long sameSignal = 500'000'000;  // nanoseconds
+
 volatile std::sig_atomic_t firstSignal = 0;
+timespec firstTime;
+
+bool isRepeated() {
+  timespec now;
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  constexpr long second = 1'000'000'000;
+  return (now.tv_sec - firstTime.tv_sec) * second + now.tv_nsec - firstTime.tv_nsec < sameSignal;
+}
 
 void endBySignal(int number) {
   unlinkAllSemaphores();
@@ -18,10 +31,12 @@ void endBySignal(int number) {
 }
 
 extern "C" void meetSignal(int number) {
-  if (firstSignal == 0)
+  if (firstSignal == 0) {
+    clock_gettime(CLOCK_MONOTONIC, &firstTime);
     firstSignal = number;
-  else
+  } else if (!isRepeated()) {
     endBySignal(number);
+  }
 }
 
 void rememberSignal(int number) {

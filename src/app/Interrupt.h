@@ -4,7 +4,8 @@
 namespace starsift {
 
 /// From now on the first of SIGINT and SIGTERM is only remembered, and the next one ends
-/// the process at once. A signal that is ignored stays so.
+/// the process at once, unless it comes within half a second: timeout(1) sends its signal
+/// twice. A signal that is ignored stays so.
 void rememberInterrupts();
 
 /// The number of the signal that came first, 0 while there was none.

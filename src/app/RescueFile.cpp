@@ -4,6 +4,11 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <fstream>
+#include <iostream>
+
+#include "core/Console.h"
+#include "core/SizeSignal.h"
 
 namespace starsift {
 
@@ -24,19 +29,38 @@ std::string createdBeside(const std::string& path) {
   return name;
 }
 
+/// False where that can't be, which ends nothing here.
+bool writeFile(const std::string& path, const std::string& text) {
+  const SizeSignalIgnored ignored;
+  std::ofstream file(path);
+  file << text;
+  file.close();
+  return !file.fail();
+}
+
 }  // namespace
 
-RescueFile::RescueFile(YLattice<long double>& lattice, const std::string& path) {
+RescueFile::RescueFile(const YLattice<long double>& lattice, const std::string& path) {
   if (!lattice.hasStars()) return;
   name_ = createdBeside(path);
   if (name_.empty()) return;
-  lattice.writeStarsTo(name_);
-  presentName() = name_;
+  if (writeFile(name_, lattice.starsText()))
+    presentName() = name_;
+  else
+    remove();
 }
 
 void RescueFile::remove() {
   if (name_.empty()) return;
   unlink(name_.c_str());
+  name_.clear();
+  presentName().clear();
+}
+
+void RescueFile::leave() {
+  if (name_.empty()) return;
+  std::cerr << "*** " << rescueRemark() << endLine();
+  stampOutputTime();
   name_.clear();
   presentName().clear();
 }

@@ -13,13 +13,15 @@ namespace starsift {
 class RescueFile {
  public:
   /// Writes the stars of `lattice` beside the file at `path`. Without stars, or where no file
-  /// can be created, there is none.
-  RescueFile(YLattice<long double>& lattice, const std::string& path);
+  /// can be written, there is none.
+  RescueFile(const YLattice<long double>& lattice, const std::string& path);
   RescueFile(const RescueFile&) = delete;
   RescueFile& operator=(const RescueFile&) = delete;
 
   /// The stars are safe elsewhere.
   void remove();
+  /// They are nowhere else: a line on the error stream tells where they are.
+  void leave();
 
  private:
   std::string name_;

@@ -55,6 +55,9 @@ class SearchWatch : public ReductionObserver {
   /// signal or when the time is over.
   void look();
 
+  /// There are solutions that wait for the end of a pause between two savings.
+  bool hasUnsaved() const { return store_ != nullptr && store_->hasNews(lattice_); }
+
   /// Ahead of a pass of the search itself, and behind it.
   void beginPass() { ++passes_; }
   void endPass(const PassCounts& counts);

@@ -86,9 +86,11 @@ SearchEnd Seek::run() {
   lattice_.tryStandardPrecision();
   lattice_.beginSearch(watch_, watch_.elapsed());
   const SearchEnd end = search();
+  // Ahead of the lattice: a file that can't be written is the end.
+  store.save(lattice_);
   conclude(end);
   writeStatistics(end);
-  const bool anyStars = store.saveAndReport(lattice_, report_);
+  const bool anyStars = store.report(report_);
   report_ << endLine();
   writeVerdict(anyStars);
   return end;
@@ -136,7 +138,7 @@ void Seek::restartLattice() {
   if (!limited_ && fruitless_ == fruitlessRestarts) throw SearchEnded(SearchEnd::fruitless);
   ++fruitless_;
   // The next lattice is made from the problem: it needs nothing of this one's file.
-  if (latticePace_.isDue(SavePace::Clock::now())) saveLattice();
+  if (latticePace_.isDue(SavePace::Clock::now()) && !watch_.hasUnsaved()) saveLattice();
   try {
     lattice_.restartHandling(false);
   } catch (const RestartException&) {

@@ -18,8 +18,12 @@ StarStore::StarStore(const YLattice<long double>& search, std::function<Clock::t
   cleanStars(stars_);
 }
 
+bool StarStore::hasNews(const YLattice<long double>& search) const {
+  return search.solutionCount() > taken_;
+}
+
 bool StarStore::isDue(const YLattice<long double>& search) const {
-  return search.solutionCount() > taken_ && pace_.isDue(now_());
+  return hasNews(search) && pace_.isDue(now_());
 }
 
 void StarStore::save(const YLattice<long double>& search) {
@@ -29,10 +33,8 @@ void StarStore::save(const YLattice<long double>& search) {
   pace_.saved(start, now_());
 }
 
-bool StarStore::saveAndReport(const YLattice<long double>& search, std::ostream& report) {
-  take(search);
-  replaceFile();
-  reportStars(stars_, report);
+bool StarStore::report(std::ostream& stream) {
+  reportStars(stars_, stream);
   return stars_.hasStars();
 }
 
@@ -40,14 +42,18 @@ void StarStore::replaceFile() {
   const FolderLock lock(solFile_);
   cleanStars(stars_);
   if (fileIdentity(solFile_) == known_) {
-    known_ = stars_.writeStarsTo(solFile_);
+    known_ = stars_.writeStarsTo(solFile_).identity;
     return;
   }
   RescueFile rescue(stars_, solFile_);
   stars_.readStarsExactly(false);
   cleanStars(stars_);
-  known_ = stars_.writeStarsTo(solFile_);
-  rescue.remove();
+  const WrittenFile written = stars_.writeStarsTo(solFile_);
+  known_ = written.identity;
+  if (written.isWritten)
+    rescue.remove();
+  else
+    rescue.leave();
 }
 
 void StarStore::take(const YLattice<long double>& search) {

@@ -29,15 +29,17 @@ class StarStore {
   explicit StarStore(const YLattice<long double>& search,
                      std::function<Clock::time_point()> now = Clock::now);
 
-  /// The search has solutions that were not taken, and since the last writing enough time
-  /// has passed that a search with many solutions doesn't spend it on files.
+  /// The search has solutions that were not taken.
+  bool hasNews(const YLattice<long double>& search) const;
+  /// The same, and since the last writing enough time has passed that a search with many
+  /// solutions doesn't spend it on files.
   bool isDue(const YLattice<long double>& search) const;
 
   /// Takes the solutions of the search and writes the file.
   void save(const YLattice<long double>& search);
 
-  /// The same, and the report of all stars. Returns whether there are any.
-  bool saveAndReport(const YLattice<long double>& search, std::ostream& report);
+  /// Reports all stars, one for each point. Returns whether there are any.
+  bool report(std::ostream& stream);
 
  private:
   void take(const YLattice<long double>& search);

@@ -59,7 +59,7 @@ std::string starText(const Star<T>& star) {
 }
 
 template <class T>
-std::optional<FileIdentity> writeStars(const std::string& path, const Array<Star<T>>& stars) {
+WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars) {
   const DeferredSignals deferred;
   ResultFile file(path);
   std::string line;
@@ -71,14 +71,14 @@ std::optional<FileIdentity> writeStars(const std::string& path, const Array<Star
     line += '\n';
     file.write(line);
   }
+  const bool isWritten = file.isOpen();
   file.commit();
-  return file.identity();
+  return {isWritten, file.identity()};
 }
 
 template std::string starText(const Star<long double>&);
 template std::string starText(const Star<QQ>&);
-template std::optional<FileIdentity> writeStars(const std::string&,
-                                                const Array<Star<long double>>&);
-template std::optional<FileIdentity> writeStars(const std::string&, const Array<Star<QQ>>&);
+template WrittenFile writeStars(const std::string&, const Array<Star<long double>>&);
+template WrittenFile writeStars(const std::string&, const Array<Star<QQ>>&);
 
 }  // namespace starsift

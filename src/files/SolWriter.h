@@ -15,17 +15,23 @@ namespace starsift {
 template <class T>
 std::string starText(const Star<T>& star);
 
+/// What has come of a writing.
+struct WrittenFile {
+  /// The file could be opened.
+  bool isWritten;
+  /// What is at the path then.
+  std::optional<FileIdentity> identity;
+};
+
 /// Writes the stars to `path`, or removes the file when there are none. SIGINT
 /// and SIGTERM wait until the file is complete. Throws PrecisionException
 /// "Precision lost during write" before the file is touched when the text of a
 /// component of some x wouldn't read back as the same value. A file that can't be
-/// opened is left alone; a write that fails is fatal, see ResultFile.h. Returns what is at the
-/// path then.
+/// opened is left alone; a write that fails is fatal, see ResultFile.h.
 template <class T>
-std::optional<FileIdentity> writeStars(const std::string& path, const Array<Star<T>>& stars);
+WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars);
 
 extern template std::string starText(const Star<long double>&);
-extern template std::optional<FileIdentity> writeStars(const std::string&,
-                                                       const Array<Star<long double>>&);
+extern template WrittenFile writeStars(const std::string&, const Array<Star<long double>>&);
 
 }  // namespace starsift

@@ -563,19 +563,22 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// The points within the bounds of the variables next to the best vector and to those of
   /// the basis.
   void checkNearMisses();
-  /// checkSolution() of movedInside().
-  void checkInsideOf(const Vector<T>& vector);
   /// A raw vector with its variables moved inside their bounds, if that is one of the
   /// lattice and lies in the box.
   std::optional<Vector<T>> movedInside(const Vector<T>& vector);
   /// Walks over single vectors of the basis: into the box while there is no solution, and from
-  /// there to better or further ones.
+  /// there to better ones; without targets to further ones where the parameter sol asks for
+  /// several.
   void walkNearby();
   /// From an inhomogeneous raw vector nearer and nearer to the box, as far as that goes; what
   /// gets there is checked.
   Vector<T> walkIntoBox(const Vector<T>& from, const Matrix<T>& steps);
-  /// From the best solution to better ones; without targets from the last one to new ones.
-  void walkBetweenSolutions(const Matrix<T>& steps);
+  /// From a vector in the box on to better and better targets.
+  void climb(const Vector<T>& from, const Matrix<T>& steps);
+  /// From the last solution to further ones.
+  void walkOn(const Matrix<T>& steps);
+  /// checkSolution() of a raw vector in the box, unless its targets are no better than the best.
+  void checkArrival(const Vector<T>& vector);
   /// Tries the steps, raw vectors, forth and back, one after the other, those that aren't
   /// homogeneous left out. `move` decides about the vector ahead. Ends when a round led nowhere,
   /// and returns where.
@@ -587,7 +590,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// What all targets together try to make large, up to a constant, at an inhomogeneous raw
   /// vector.
   R commonTarget(const Vector<T>& vector) const;
-  /// The sum of deviationsOf().
+  /// The sum of the amounts of deviationsOf().
   R distanceFromBox(const Vector<T>& vector) const;
   /// A consistent raw vector without what both deviations of a pair have in common, as
   /// imageOfPoint() gives it.

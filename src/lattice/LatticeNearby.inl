@@ -56,15 +56,13 @@ void Lattice<T, R>::checkNearby() {
 
 template <class T, class R>
 void Lattice<T, R>::checkNearMisses() {
-  if (bestVector.isSet() && !stopped()) checkInsideOf(bestVector);
+  const auto checkInside = [this](const Vector<T>& vector) {
+    const std::optional<Vector<T>> inside = movedInside(vector);
+    if (inside) checkSolution(*inside, false, 0, false);
+  };
+  if (bestVector.isSet() && !stopped()) checkInside(bestVector);
   for (Index k = 1; k <= n && !stopped(); ++k)
-    if (!isHopeless(B[k])) checkInsideOf(oriented(B[k], true));
-}
-
-template <class T, class R>
-void Lattice<T, R>::checkInsideOf(const Vector<T>& vector) {
-  const std::optional<Vector<T>> inside = movedInside(vector);
-  if (inside) checkSolution(*inside, false, 0, false);
+    if (!isHopeless(B[k])) checkInside(oriented(B[k], true));
 }
 
 template <class T, class R>
@@ -102,7 +100,12 @@ void Lattice<T, R>::walkNearby() {
   const auto hasSolution = [this] { return bestTarget.isSet() || solutions.isSet(); };
   if (!hasSolution() && start != 0) walkIntoBox(oriented(steps[start], false), steps);
   if (!hasSolution() && bestVector.isSet()) walkIntoBox(bestVector, steps);
-  if (hasSolution()) walkBetweenSolutions(steps);
+  if (bestTarget.isSet()) climb(bestTarget, steps);
+  // Neighbours without end are no news: without targets somebody must have asked for more.
+  if (hasSolution() && !bestTarget.isSet()) {
+    if (!(params.sol > 1)) return;
+    walkOn(steps);
+  }
   if (params.variate && restarts > 0 && start != 0) walkFromAnywhere(steps, start);
 }
 
@@ -115,13 +118,17 @@ void Lattice<T, R>::walkFromAnywhere(const Matrix<T>& steps, Index start) {
     if (k != start)
       subtractMultiple(from, steps[k], latticenearby::randomFactor<T>(random, farthest));
   from = walkIntoBox(withLeastDeviations(std::move(from)), steps);
-  if (this->At.rowCount() == 0 || !liesInBox(from)) return;
+  if (this->At.rowCount() > 0 && liesInBox(from)) climb(from, steps);
+}
+
+template <class T, class R>
+void Lattice<T, R>::climb(const Vector<T>& from, const Matrix<T>& steps) {
   R value = commonTarget(from);
   walk(from, steps, [&](const Vector<T>& next) {
     const R nextValue = commonTarget(next);
     if (!(nextValue > value) || !liesInBox(next)) return false;
     value = nextValue;
-    checkSolution(next, false, 0, false);
+    checkArrival(next);
     return true;
   });
 }
@@ -130,43 +137,47 @@ template <class T, class R>
 Vector<T> Lattice<T, R>::walkIntoBox(const Vector<T>& from, const Matrix<T>& steps) {
   if (!hasLastInBox(from[m])) return from;
   R distance = distanceFromBox(from);
+  if (distance == R()) checkArrival(from);
   return walk(from, steps, [&](const Vector<T>& next) {
     const R nextDistance = distanceFromBox(next);
     if (!(nextDistance < distance)) return false;
     distance = nextDistance;
-    if (distance == R()) checkSolution(next, false, 0, false);
+    if (distance == R()) checkArrival(next);
     return true;
   });
 }
 
 template <class T, class R>
-void Lattice<T, R>::walkBetweenSolutions(const Matrix<T>& steps) {
-  // The best one, without targets the last one.
-  const auto current = [this] {
-    return bestTarget.isSet() ? Vector<T>(bestTarget) : Vector<T>(solutions[solutions.dimension()]);
-  };
-  walk(current(), steps, [&](const Vector<T>& next) {
+void Lattice<T, R>::walkOn(const Matrix<T>& steps) {
+  walk(solutions[solutions.dimension()], steps, [&](const Vector<T>& next) {
     if (!liesInBox(next)) return false;
-    checkSolution(next, false, 0, false);
-    return identical(current(), next);
+    return (checkSolution(next, false, 0, false) & CHECK_STORED) != 0;
   });
+}
+
+template <class T, class R>
+void Lattice<T, R>::checkArrival(const Vector<T>& vector) {
+  const bool isBetter = !bestTarget.isSet() || commonTarget(vector) > commonTarget(bestTarget);
+  if (isBetter) checkSolution(vector, false, 0, false);
 }
 
 template <class T, class R>
 template <class Move>
 Vector<T> Lattice<T, R>::walk(Vector<T> at, const Matrix<T>& steps, Move move) {
-  const Index all = 2 * steps.rowCount();
-  Index vain = 0;
-  for (Index i = 0; vain < all && i < latticenearby::mostRounds * all; ++i) {
-    const Vector<T>& step = steps[i / 2 + 1 - i / all * steps.rowCount()];
-    ++vain;
-    if (!(step[m] == T())) continue;
-    if (observer != nullptr) observer->onStep(lastPass);
-    if (stopped()) break;
-    Vector<T> next = withLeastDeviations(i % 2 == 0 ? at + step : at - step);
-    if (!move(next)) continue;
-    at = std::move(next);
-    vain = 0;
+  bool moved = true;
+  for (Index round = 1; moved && round <= latticenearby::mostRounds; ++round) {
+    moved = false;
+    for (const Vector<T>& step : steps) {
+      if (!(step[m] == T()) || supNorm(step) == T()) continue;
+      for (const bool back : {false, true}) {
+        if (observer != nullptr) observer->onStep(lastPass);
+        if (stopped()) return at;
+        Vector<T> next = withLeastDeviations(back ? at - step : at + step);
+        if (!move(next)) continue;
+        at = std::move(next);
+        moved = true;
+      }
+    }
   }
   return at;
 }
@@ -186,7 +197,10 @@ R Lattice<T, R>::commonTarget(const Vector<T>& vector) const {
 template <class T, class R>
 R Lattice<T, R>::distanceFromBox(const Vector<T>& vector) const {
   R sum = R();
-  for (const auto& deviation : deviationsOf(vector)) sum += deviation.right;
+  for (Index i = firstChecked(); i < m; ++i) {
+    if (vector[i] < l[i]) sum += NumberConversion<R, T>::nearest(T(l[i] - vector[i]));
+    if (vector[i] > r[i]) sum += NumberConversion<R, T>::nearest(T(vector[i] - r[i]));
+  }
   return sum;
 }
 

@@ -5,7 +5,6 @@
 #include <memory>
 #include <utility>
 
-#include "files/SolWriter.h"
 #include "files/StarOrder.h"
 #include "numbers/Conversion.h"
 #include "params/ParamArguments.h"
@@ -140,7 +139,7 @@ std::string YLattice<R>::solutionsText() {
 }
 
 template <class R>
-std::optional<FileIdentity> YLattice<R>::writeStarsTo(const std::string& path) {
+WrittenFile YLattice<R>::writeStarsTo(const std::string& path) {
   return runStep([&path](const auto& lattice) { return writeStars(path, lattice.stars); },
                  OnFailure::unchanged);
 }
@@ -167,6 +166,19 @@ void YLattice<R>::takeProblem(const YLattice& other) {
     useExtendedPrecision();
     exact_.optOriginal.convertFrom(source.problemAsRead());
   });
+}
+
+template <class R>
+std::string YLattice<R>::starsText() const {
+  std::string text;
+  withLive([&text](const auto& lattice) {
+    for (const auto& star : lattice.stars) {
+      Star<QQ> exact;
+      exact.convertFrom(star, false);
+      text += starText(exact) + '\n';
+    }
+  });
+  return text;
 }
 
 template <class R>

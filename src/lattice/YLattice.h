@@ -13,7 +13,7 @@
 
 #include "core/Console.h"
 #include "core/Exceptions.h"
-#include "core/FileIdentity.h"
+#include "files/SolWriter.h"
 #include "lattice/Lattice.h"
 #include "numbers/QQ.h"
 
@@ -88,7 +88,7 @@ class YLattice {
   std::string solutionsText();
   /// Writes the stars to another file than that of the lattice, or to that one whatever the
   /// output switch says. Returns what is there then.
-  std::optional<FileIdentity> writeStarsTo(const std::string& path);
+  WrittenFile writeStarsTo(const std::string& path);
 
   // On the live lattice: what can't lose precision.
 
@@ -101,6 +101,8 @@ class YLattice {
   void readParams(const std::vector<std::string>& arguments);
   /// Takes problem and paths of `other` into a fresh exact lattice.
   void takeProblem(const YLattice& other);
+  /// All stars as a file has them, in exact numbers.
+  std::string starsText() const;
   /// Appends stars.
   void addStars(Array<Star<QQ>> added);
   /// The solutions found as stars. In exact numbers whatever lattice is live, and beside it,

@@ -8,6 +8,7 @@ import os
 import pathlib
 import pty
 import re
+import resource
 import shutil
 import signal
 import subprocess
@@ -237,6 +238,37 @@ class Terminal(SearchCase):
     def test_without_terminal_there_is_no_status_line(self):
         process = self.start("--rtime=2")
         self.assertEqual(self.finish(process)[1], "")
+
+
+class EndTest(SearchCase):
+    def test_many_solutions_are_no_reason_to_go_on(self):
+        # Without a number of solutions to reach, and nearly every point of a large box is one.
+        (self.folder / "p.opt").write_text(
+            "[ ] [ ] [ ] [ ] [ ] [ [ 1 1 1 1 1 1 ] ] [ 0 ] [ 30 ]"
+            " [ 0 0 0 0 0 0 ] [ 0 0 0 0 0 0 ] [ 10 10 10 10 10 10 ]"
+        )
+        out, err = self.finish(self.start("--sol=0", "--verb=1"))
+        self.assertIn("Search ended: nothing new for long", out)
+        self.assertEqual(err, "")
+
+    def test_solutions_are_saved_ahead_of_the_lattice(self):
+        # The solution fits into a file of that size, the lattice doesn't.
+        def limit():
+            resource.setrlimit(resource.RLIMIT_FSIZE, (1024, 1024))
+
+        process = self.start("--sol=1", preexec_fn=limit)
+        _, err = self.finish(process)
+        self.assertIn("Could not write file", err)
+        self.assertEqual(process.returncode, 1)
+        self.assertTrue(self.sol.read_text().startswith(SOLUTION))
+
+    def test_timeout_that_sends_its_signal_twice_loses_nothing(self):
+        process = self.start("--sol=2", "--verb=1")
+        self.wait_for_solution(process)
+        process.send_signal(signal.SIGTERM)
+        process.send_signal(signal.SIGTERM)
+        out, _ = self.finish(process)
+        self.assertIn("Search ended: interrupted", out)
 
 
 if __name__ == "__main__":

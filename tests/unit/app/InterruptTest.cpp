@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <thread>
 
 namespace starsift {
 namespace {
@@ -23,11 +25,24 @@ TEST(Interrupt, IsRememberedTheFirstTime) {
       testing::ExitedWithCode(0), "");
 }
 
-TEST(Interrupt, EndsTheProcessTheSecondTime) {
+TEST(Interrupt, IsMeantOnceWhenItComesTwiceAtOnce) {
+  EXPECT_EXIT(
+      {
+        rememberInterrupts();
+        std::raise(SIGINT);
+        std::raise(SIGINT);
+        std::raise(SIGTERM);
+        std::_Exit(interrupted() == SIGINT ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+}
+
+TEST(Interrupt, EndsTheProcessWhenItComesAgainLater) {
   EXPECT_EXIT(
       {
         rememberInterrupts();
         std::raise(SIGTERM);
+        std::this_thread::sleep_for(std::chrono::milliseconds(600));
         std::raise(SIGINT);
         std::_Exit(1);
       },

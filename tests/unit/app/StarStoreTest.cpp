@@ -142,7 +142,8 @@ TEST_F(StarStoreTest, WritesWhatStarsiftWouldMakeOfIt) {
   EXPECT_EQ(solFile(), written);
 
   std::ostringstream own;
-  EXPECT_TRUE(stars.saveAndReport(search_, own));
+  stars.save(search_);
+  EXPECT_TRUE(stars.report(own));
   EXPECT_EQ(own.str(), report);
   EXPECT_EQ(solFile(), written);
 }
@@ -187,9 +188,16 @@ TEST_F(StarStoreTest, FileThatCannotBeWrittenIsNoEnd) {
   StarStore stars = store();
   std::filesystem::create_directory(dir_.file("p.sol"));
   find({1, 4}, 3);
+  testing::internal::CaptureStderr();
   stars.save(search_);
+  const std::string told = testing::internal::GetCapturedStderr();
   EXPECT_TRUE(std::filesystem::is_directory(dir_.file("p.sol")));
-  EXPECT_EQ(dir_.names(), (Names{"p.opt", "p.sol"}));
+  ASSERT_EQ(dir_.names().size(), 3U);
+  const std::string beside = dir_.names().back();
+  EXPECT_THAT(beside, StartsWith("p.sol.found."));
+  EXPECT_THAT(dir_.read(beside), StartsWith("[ 1 4 ] | 0 |"));
+  EXPECT_THAT(told, HasSubstr("*** The stars of this search are in "));
+  EXPECT_THAT(told, HasSubstr(beside));
   std::filesystem::remove(dir_.file("p.sol"));
   find({2, 3}, 4);
   stars.save(search_);
@@ -201,7 +209,8 @@ TEST_F(StarStoreTest, ReportsThatThereIsNothing) {
   search(band, "[ 5 5 ]\n");
   StarStore stars = store();
   std::ostringstream report;
-  EXPECT_FALSE(stars.saveAndReport(search_, report));
+  stars.save(search_);
+  EXPECT_FALSE(stars.report(report));
   EXPECT_EQ(report.str(), "\n");
   EXPECT_EQ(dir_.names(), Names{"p.opt"});
 }
@@ -223,7 +232,8 @@ TEST_F(StarStoreTest, TakesWhatTheLatticeInUseCanNotMap) {
   ASSERT_EQ(search_.solutionCount(), 1);
   EXPECT_THROW(search_.standard().sol2star(), PrecisionException);
   std::ostringstream report;
-  EXPECT_TRUE(stars.saveAndReport(search_, report));
+  stars.save(search_);
+  EXPECT_TRUE(stars.report(report));
   EXPECT_THAT(report.str(), HasSubstr("x = [ 1 4 ]"));
   EXPECT_THAT(solFile(), StartsWith("[ 1 4 ] | 0 |"));
 }

@@ -118,9 +118,9 @@ TYPED_TEST(LatticeNearbyOver, WalkGoesOnFromTheBestVector) {
   EXPECT_EQ(lattice.solutions.dimension(), 1);
 }
 
-TYPED_TEST(LatticeNearbyOver, OneSolutionLeadsToTheOthers) {
+TYPED_TEST(LatticeNearbyOver, OneSolutionLeadsToOthersWhereSeveralAreAskedFor) {
   this->use(band);
-  this->goOn();
+  this->live.params.sol = 1000;
   this->passOverFirst();
   const Index count = this->live.solutions.dimension();
   EXPECT_GE(count, 5);
@@ -131,6 +131,23 @@ TYPED_TEST(LatticeNearbyOver, OneSolutionLeadsToTheOthers) {
       this->live.checkSolution(this->image({last[1] + TypeParam(x), last[2] + TypeParam(y)}), false,
                                0, true);
   EXPECT_EQ(this->live.solutions.dimension(), count);
+}
+
+TYPED_TEST(LatticeNearbyOver, OneSolutionLeadsNowhereWithoutANumberToReach) {
+  this->use(band);
+  this->goOn();
+  this->passOverFirst();
+  EXPECT_EQ(this->live.solutions.dimension(), 1);
+}
+
+// x + 2 y between 2 and 9, x largest: with x = 5 there are several.
+TYPED_TEST(LatticeNearbyOver, SolutionsNoBetterThanTheBestAreNotLookedFor) {
+  this->use("[ inf ] [ [ 1 0 ] ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 2 ] [ 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");
+  this->goOn();
+  this->live.checkSolution(this->image({TypeParam(5), TypeParam(0)}), false, 0, true);
+  this->live.restarts = 1;
+  this->passOverFirst();
+  EXPECT_EQ(this->live.solutions.dimension(), 1);
 }
 
 TYPED_TEST(LatticeNearbyOver, BetterAndBetterSolutionsEndAtTheBest) {
