@@ -149,7 +149,7 @@ Vector<T> Lattice<T, R>::walkIntoBox(const Vector<T>& from, const Matrix<T>& ste
 
 template <class T, class R>
 void Lattice<T, R>::walkOn(const Matrix<T>& steps) {
-  walk(solutions[solutions.dimension()], steps, [&](const Vector<T>& next) {
+  walk(solutions[solutions.dimension()].x(), steps, [&](const Vector<T>& next) {
     if (!liesInBox(next)) return false;
     return (checkSolution(next, false, 0, false) & CHECK_STORED) != 0;
   });

@@ -184,8 +184,7 @@ void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, bool keepParams) {
   latticerecord::convertAll(TT, other.TT);
   B_save.convertFrom(other.B_save, false);
   B.convertFrom(other.B, false);
-  rowImages.forgetAll();
-  checkedRows.forgetAll(n);
+  forgetBasis();
   Q = other.Q;
   mu = other.mu;
   bSq = other.bSq;
