@@ -3,9 +3,8 @@
 
 #include <ctime>
 
-#include "support/CheckVectors.h"
+#include "support/CheckedLattice.h"
 #include "support/ExpectFails.h"
-#include "support/LatticeOfProblem.h"
 #include "support/RowsText.h"
 
 namespace starsift {
@@ -22,15 +21,8 @@ constexpr const char* congruence =
     "[ ] [ ] [ [ 1 1 ] ] [ 1 ] [ 3 ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
 
 template <class T>
-class LatticeBackupOver : public test::LatticeOfProblem<T> {
+class LatticeBackupOver : public test::CheckedLattice<T> {
  protected:
-  void use(const char* problem, LatticeStage stage = LatticeStage::full) {
-    this->normalise(problem);
-    generateByHand(this->live, stage);
-    this->live.params.sol = 0;
-    this->live.params.pair = false;
-  }
-
   /// A best vector, and two solutions of which the second one is the best target.
   void fill() {
     auto& lattice = this->live;

@@ -21,7 +21,20 @@ constexpr const char* twoGoals =
     "[ inf 2 ] [ [ 1 0 ] [ 0 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
 
 template <class T>
-using LatticeLimitOver = test::CheckedLattice<T>;
+class LatticeLimitOver : public test::CheckedLattice<T> {
+ protected:
+  /// A search that ends at so many solutions.
+  void searchFor(Index solutions) {
+    this->use(band);
+    this->live.params.sol = solutions;
+    this->live.params.stopping = true;
+    this->live.terminationSwitch = true;
+  }
+  /// As a reduction meets a vector, without silence.
+  void meet(int x, int y) {
+    this->consoleOf([&] { this->live.checkSolution(this->image({T(x), T(y)}), false, 0, false); });
+  }
+};
 TYPED_TEST_SUITE(LatticeLimitOver, test::LatticeNumbers);
 
 TYPED_TEST(LatticeLimitOver, NumberOfSolutionsIsLimited) {
@@ -138,40 +151,24 @@ TYPED_TEST(LatticeLimitOver, SolutionFiledInSilenceIsWrittenWhereItIsMetAgain) {
 }
 
 TYPED_TEST(LatticeLimitOver, LimitReachedInSilenceEndsTheSearchWhereASolutionIsMetAgain) {
-  this->use(band);
-  auto& lattice = this->live;
-  lattice.params.sol = 1;
-  lattice.params.stopping = true;
-  lattice.terminationSwitch = true;
+  this->searchFor(1);
   this->checkPoint(1, 4);
-  this->consoleOf([&] {
-    lattice.checkSolution(this->image({TypeParam(1), TypeParam(4)}), false, 0, false);
-  });
-  EXPECT_TRUE(lattice.stopped());
+  this->meet(1, 4);
+  EXPECT_TRUE(this->live.stopped());
 }
 
 TYPED_TEST(LatticeLimitOver, LimitEndsTheSearchUnlessSilent) {
-  this->use(band);
-  auto& lattice = this->live;
-  lattice.params.sol = 1;
-  lattice.params.stopping = true;
-  lattice.terminationSwitch = true;
+  this->searchFor(1);
   this->checkPoint(1, 4);
-  EXPECT_FALSE(lattice.stopped());
-  this->consoleOf([&] {
-    lattice.checkSolution(this->image({TypeParam(2), TypeParam(3)}), false, 0, false);
-  });
-  EXPECT_TRUE(lattice.stopped());
+  EXPECT_FALSE(this->live.stopped());
+  this->meet(2, 3);
+  EXPECT_TRUE(this->live.stopped());
 }
 
 TYPED_TEST(LatticeLimitOver, SearchGoesOnBelowTheLimit) {
-  this->use(band);
-  auto& lattice = this->live;
-  lattice.params.sol = 2;
-  lattice.params.stopping = true;
-  lattice.terminationSwitch = true;
-  lattice.checkSolution(this->image({TypeParam(2), TypeParam(3)}), false, 0, false);
-  EXPECT_FALSE(lattice.stopped());
+  this->searchFor(2);
+  this->meet(2, 3);
+  EXPECT_FALSE(this->live.stopped());
 }
 
 }  // namespace
