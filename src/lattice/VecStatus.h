@@ -1,6 +1,7 @@
 // What is known of a basis vector: the bits of its status word.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
 #include "core/Array.h"
@@ -40,10 +41,11 @@ constexpr StatusWord without(StatusWord word, StatusWord bits) {
 }
 
 /// The first row from..to whose word lacks one of the bits, else to + 1, or `from` when that
-/// is beyond.
+/// is beyond. A row behind the last word lacks them all.
 inline Index firstWithout(const Array<StatusWord>& words, StatusWord bits, Index from, Index to) {
+  const Index last = std::min(to, words.dimension());
   Index k = from;
-  while (k <= to && carries(words[k], bits)) ++k;
+  while (k <= last && carries(words[k], bits)) ++k;
   return k;
 }
 
