@@ -8,6 +8,9 @@ template <class T>
 MutexType<T>::MutexType(T value) : Serializable(commaStyle()), value_(std::move(value)) {}
 
 template <class T>
+MutexType<T>::~MutexType() = default;
+
+template <class T>
 MutexType<T>::MutexType(const MutexType& other) : Serializable(other), value_(other.copied()) {}
 
 template <class T>

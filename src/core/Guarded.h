@@ -26,7 +26,7 @@ class MutexType : public Serializable {
   MutexType(MutexType&& other) noexcept;
   MutexType& operator=(const MutexType& other);
   MutexType& operator=(MutexType&& other) noexcept;
-  ~MutexType() override = default;
+  ~MutexType() override;
 
   T get() const;
   void set(T value);

@@ -51,7 +51,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   explicit Lattice(const Matrix<T>* basis = nullptr);
   Lattice(const Lattice&) = delete;
   Lattice& operator=(const Lattice&) = delete;
-  ~Lattice() override = default;
+  ~Lattice() override;
 
   /// Back to a lattice without solutions and check vectors over `basis`, or over
   /// none. Problem, parameters and stars stay. With `clearFileName` the path of

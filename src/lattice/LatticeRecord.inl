@@ -64,6 +64,9 @@ Lattice<T, R>::Lattice(const Matrix<T>* basis) : params(this) {
 }
 
 template <class T, class R>
+Lattice<T, R>::~Lattice() = default;
+
+template <class T, class R>
 void Lattice<T, R>::reset(const Matrix<T>* basis, bool clearFileName) {
   B_save = basis != nullptr ? *basis : Matrix<T>();
   n = B_save.rowCount();

@@ -33,6 +33,12 @@ class OutputOn {
 }  // namespace
 
 template <class R>
+YLattice<R>::YLattice() = default;
+
+template <class R>
+YLattice<R>::~YLattice() = default;
+
+template <class R>
 void YLattice<R>::useExtendedPrecision() {
   if (useExact_) return;
   if (standard_.params.verb >= reportingLevel)

@@ -34,10 +34,10 @@ class YLattice {
   using Standard = Lattice<R, R>;
   using Exact = Lattice<QQ, R>;
 
-  YLattice() = default;
+  YLattice();
   YLattice(const YLattice&) = delete;
   YLattice& operator=(const YLattice&) = delete;
-  virtual ~YLattice() = default;
+  virtual ~YLattice();
 
   /// Makes the exact lattice the live one. Nothing when it is already.
   void useExtendedPrecision();

@@ -26,6 +26,9 @@ ExtendedParams<T>::ExtendedParams(ParamReactions* owner) {
 }
 
 template <LatticeNumber T>
+ExtendedParams<T>::~ExtendedParams() = default;
+
+template <LatticeNumber T>
 ExtendedParams<T>::ExtendedParams(const ExtendedParams& other) : ExtendedParams() {
   *this = other;
 }

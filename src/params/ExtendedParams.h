@@ -24,7 +24,7 @@ class ExtendedParams : public Params {
   ExtendedParams(const ExtendedParams& other);
   /// Copies texts and typed values, as Params does.
   ExtendedParams& operator=(const ExtendedParams& other);
-  ~ExtendedParams() override = default;
+  ~ExtendedParams() override;
 
   /// As assignment, from a set over the other number type. The two parameters over
   /// T are converted strictly: PrecisionException where T can't hold one, and this

@@ -21,6 +21,10 @@ constexpr std::string_view itemSpace = " \t\r";
 
 }  // namespace
 
+Params::Params() : Serializable(commaStyle()) {}
+
+Params::~Params() = default;
+
 Params::Params(const Params& other) : Params() {
   *this = other;
 }

@@ -15,13 +15,13 @@ class Params : public Serializable {
 
  public:
   /// All parameters at their defaults.
-  Params() : Serializable(commaStyle()) {}
+  Params();
   /// The copy has parameters of its own; callbacks stay behind.
   Params(const Params& other);
   /// Copies texts and typed values. No callback is called; each set keeps its own.
   /// A set without parameters makes this one a set without parameters.
   Params& operator=(const Params& other);
-  ~Params() override = default;
+  ~Params() override;
 
   /// The items in the order of registration with a blank between them, no line
   /// feed. A parameter without a name or with an empty text is left out.

@@ -8,6 +8,24 @@
 namespace starsift {
 
 template <class T>
+Vanu<T>::Vanu() = default;
+
+template <class T>
+Vanu<T>::Vanu(const Vanu&) = default;
+
+template <class T>
+Vanu<T>::Vanu(Vanu&&) noexcept = default;
+
+template <class T>
+Vanu<T>& Vanu<T>::operator=(const Vanu&) = default;
+
+template <class T>
+Vanu<T>& Vanu<T>::operator=(Vanu&&) noexcept = default;
+
+template <class T>
+Vanu<T>::~Vanu() = default;
+
+template <class T>
 void Vanu<T>::clear(bool keepPaths) {
   Vanu empty;
   if (keepPaths) {

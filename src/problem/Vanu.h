@@ -21,12 +21,12 @@ namespace starsift {
 template <class T>
 class Vanu {
  public:
-  Vanu() = default;
-  Vanu(const Vanu&) = default;
-  Vanu(Vanu&&) noexcept = default;
-  Vanu& operator=(const Vanu&) = default;
-  Vanu& operator=(Vanu&&) noexcept = default;
-  virtual ~Vanu() = default;
+  Vanu();
+  Vanu(const Vanu&);
+  Vanu(Vanu&&) noexcept;
+  Vanu& operator=(const Vanu&);
+  Vanu& operator=(Vanu&&) noexcept;
+  virtual ~Vanu();
 
   /// Empties all vectors, matrices and lists and clears counts and state flags.
   /// Without `keepPaths` the paths too. fixedTargets stays.
