@@ -8,8 +8,7 @@
 #include "app/RescueFile.h"
 #include "app/StarStore.h"
 #include "support/ExpectFails.h"
-#include "support/FreshConsole.h"
-#include "support/ScratchDir.h"
+#include "support/PreparedSearch.h"
 
 namespace starsift {
 namespace {
@@ -18,31 +17,12 @@ using testing::HasSubstr;
 using testing::Not;
 using Names = std::vector<std::string>;
 
-class StarStoreJoinTest : public test::FreshConsole {
+class StarStoreJoinTest : public test::PreparedSearch {
  protected:
-  /// x + 2 y between 2 and 9, both from 0 to 5; nothing is found yet.
+  /// x + 2 y between 2 and 9, both from 0 to 5.
   void SetUp() override {
-    search_.setFileNames(
-        dir_.write("p.opt", "[ ] [ ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 2 ] [ 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]"));
-    search_.useExtendedPrecision();
-    search_.readOpt();
-    search_.tryStandardPrecision();
-    search_.normalise(true, false);
-    search_.prepareLattice();
-    search_.withLive([](auto& lattice) { lattice.params.sol = 0; });
+    prepare("[ ] [ ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 2 ] [ 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");
   }
-
-  /// The search files a point.
-  void find(const Vector<long double>& point) {
-    Vector<long double> vector;
-    search_.standard().opt2lat(point, vector, false, 1.0L);
-    EXPECT_NE(search_.standard().checkSolution(vector, false, 3, true), 0U);
-  }
-
-  std::string solFile() const { return dir_.read("p.sol"); }
-
-  test::ScratchDir dir_;
-  YLattice<long double> search_;
 };
 
 TEST_F(StarStoreJoinTest, KeepsWhatCameIntoTheFileSinceItWasRead) {

@@ -9,8 +9,7 @@
 #include <type_traits>
 
 #include "numbers/Conversion.h"
-#include "support/FreshConsole.h"
-#include "support/ScratchDir.h"
+#include "support/PreparedSearch.h"
 #include "support/StarRun.h"
 
 namespace starsift {
@@ -30,41 +29,24 @@ constexpr std::string_view band =
 constexpr std::string_view climb =
     "[ inf ] [ [ 1 0 ] ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 2 ] [ 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
 
-class StarStoreTest : public test::FreshConsole {
+class StarStoreTest : public test::PreparedSearch {
  protected:
-  /// A search in p.opt that has found nothing yet, with `stars` in p.sol.
+  /// A search that has found nothing yet, with `stars` in p.sol.
   void search(std::string_view problem, std::string_view stars = "") {
     if (!stars.empty()) dir_.write("p.sol", stars);
-    search_.setFileNames(dir_.write("p.opt", problem));
-    search_.useExtendedPrecision();
-    search_.readOpt();
-    search_.tryStandardPrecision();
-    search_.normalise(true, false);
-    search_.prepareLattice();
-    search_.withLive([](auto& lattice) { lattice.params.sol = 0; });
-    ASSERT_EQ(search_.solutionCount(), 0);
-  }
-
-  /// The search files a point, `time` seconds after its start.
-  void find(const Vector<long double>& point, std::int64_t time) {
-    Vector<long double> vector;
-    search_.standard().opt2lat(point, vector, false, 1.0L);
-    EXPECT_NE(search_.standard().checkSolution(vector, false, time, true), 0U);
+    prepare(problem);
   }
 
   StarStore store() {
     return StarStore(search_, [this] { return now_ += reading_; });
   }
 
-  std::string solFile() const { return dir_.read("p.sol"); }
   std::string paramsText() const {
     std::ostringstream text;
     text << search_.params();
     return text.str();
   }
 
-  test::ScratchDir dir_;
-  YLattice<long double> search_;
   StarStore::Clock::time_point now_{};
   /// What it takes to look at the clock once more.
   StarStore::Clock::duration reading_{};
