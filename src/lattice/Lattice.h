@@ -41,6 +41,9 @@ enum class LatticeKind : std::uint8_t {
   full = 2,
 };
 
+template <class T, class R>
+class NearbySearch;
+
 /// A problem (the base: its working copy in normal form) with its lattice state.
 template <class T, class R>
 class Lattice : public Vanu<T>, private ParamReactions {
@@ -482,6 +485,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   Vector<T> translation;
 
  private:
+  friend class NearbySearch<T, R>;
+
   // Parts of the normal form: LatticeNormalise.inl
 
   /// Lifts optOriginal and keeps what it was.
@@ -555,46 +560,6 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// Is the vector better than the best target, which it then becomes, or as good? Without
   /// a best target it is.
   bool competesForTarget(const Vector<T>& vector, const StarVerdict<T>& verdict, std::int64_t time);
-
-  // Vectors near to those of a pass: LatticeNearby.inl
-
-  /// After a pass: asks for vectors next to the best ones and to those of the basis.
-  void checkNearby();
-  /// The points within the bounds of the variables next to the best vector and to those of
-  /// the basis.
-  void checkNearMisses();
-  /// A raw vector with its variables moved inside their bounds, if that is one of the
-  /// lattice and lies in the box.
-  std::optional<Vector<T>> movedInside(const Vector<T>& vector);
-  /// Walks over single vectors of the basis: into the box while there is no solution, and from
-  /// there to better ones; without targets to further ones where the parameter sol asks for
-  /// several.
-  void walkNearby();
-  /// From an inhomogeneous raw vector nearer and nearer to the box, as far as that goes; what
-  /// gets there is checked.
-  Vector<T> walkIntoBox(const Vector<T>& from, const Matrix<T>& steps);
-  /// From a vector in the box on to better and better targets.
-  void climb(const Vector<T>& from, const Matrix<T>& steps);
-  /// From the last solution to further ones.
-  void walkOn(const Matrix<T>& steps);
-  /// checkSolution() of a raw vector in the box, unless its targets are no better than the best.
-  void checkArrival(const Vector<T>& vector);
-  /// Tries the steps, raw vectors, forth and back, one after the other, those that aren't
-  /// homogeneous left out. `move` decides about the vector ahead. Ends when a round led nowhere,
-  /// and returns where.
-  template <class Move>
-  Vector<T> walk(Vector<T> at, const Matrix<T>& steps, Move move);
-  /// From a vector near to inhomogeneous step `start`, another one after each restart, into the
-  /// box and on to better solutions than where it got there.
-  void walkFromAnywhere(const Matrix<T>& steps, Index start);
-  /// What all targets together try to make large, up to a constant, at an inhomogeneous raw
-  /// vector.
-  R commonTarget(const Vector<T>& vector) const;
-  /// The sum of the amounts of deviationsOf().
-  R distanceFromBox(const Vector<T>& vector) const;
-  /// A consistent raw vector without what both deviations of a pair have in common, as
-  /// imageOfPoint() gives it.
-  Vector<T> withLeastDeviations(Vector<T> vector) const;
 
   // Parts of the scores: LatticeScore.inl
 

@@ -9,7 +9,6 @@
 #include "lattice/LatticeLll.inl"
 #include "lattice/LatticeMapping.inl"
 #include "lattice/LatticeMoves.inl"
-#include "lattice/LatticeNearby.inl"
 #include "lattice/LatticeNormalise.inl"
 #include "lattice/LatticeOrthogonal.inl"
 #include "lattice/LatticeRecord.inl"
@@ -17,3 +16,4 @@
 #include "lattice/LatticeRestart.inl"
 #include "lattice/LatticeScore.inl"
 #include "lattice/LatticeTransform.inl"
+#include "lattice/NearbySearch.inl"

@@ -15,6 +15,7 @@
 #include "core/Failure.h"
 #include "lattice/ClearAtEnd.h"
 #include "lattice/Lattice.h"
+#include "lattice/NearbySearch.h"
 
 namespace starsift {
 
@@ -185,7 +186,7 @@ Index Lattice<T, R>::lllPass(Index from, Index to, Index kmax) {
   for (Index j = pass.k; j <= pass.to && goesOn(pass); ++j)
     if (!lllStep(j, pass.kmax, pass.strict)) break;
   lastPass = pass.counts;
-  if (from <= pass.to) checkNearby();
+  if (from <= pass.to) NearbySearch<T, R>(*this).run();
   return std::min(pass.k, from);
 }
 

@@ -1,4 +1,5 @@
-// What a pass finds next to the vectors that it has met.
+#include "lattice/NearbySearch.h"
+
 #include <gtest/gtest.h>
 
 #include "support/CheckVectors.h"
@@ -41,7 +42,7 @@ class CountingStopper : public ReductionObserver {
 };
 
 template <class T>
-class LatticeNearbyOver : public test::LatticeOfProblem<T> {
+class NearbySearchOver : public test::LatticeOfProblem<T> {
  protected:
   /// The generated basis: the constants, then a vector per variable.
   void use(const char* problem) {
@@ -64,16 +65,16 @@ class LatticeNearbyOver : public test::LatticeOfProblem<T> {
 
   std::string found(Index i) const { return textOf(this->pointOf(this->live.solutions[i])); }
 };
-TYPED_TEST_SUITE(LatticeNearbyOver, test::LatticeNumbers);
+TYPED_TEST_SUITE(NearbySearchOver, test::LatticeNumbers);
 
-TYPED_TEST(LatticeNearbyOver, StepsOfTheBasisLeadIntoTheBox) {
+TYPED_TEST(NearbySearchOver, StepsOfTheBasisLeadIntoTheBox) {
   this->use(band);
   this->passOverFirst();
   ASSERT_EQ(this->live.solutions.dimension(), 1);
   EXPECT_EQ(this->found(1), "[ 1 1 ]");
 }
 
-TYPED_TEST(LatticeNearbyOver, StepsAreTriedBackwardsToo) {
+TYPED_TEST(NearbySearchOver, StepsAreTriedBackwardsToo) {
   this->use(band);
   this->live.B[1] = this->image({TypeParam(5), TypeParam(5)});
   this->passOverFirst();
@@ -81,7 +82,7 @@ TYPED_TEST(LatticeNearbyOver, StepsAreTriedBackwardsToo) {
   EXPECT_EQ(textOf(this->pointOf(this->live.B[1])), "[ 5 5 ]");
 }
 
-TYPED_TEST(LatticeNearbyOver, TwoStepsTogetherLeadOnWhereNoneAloneDoes) {
+TYPED_TEST(NearbySearchOver, TwoStepsTogetherLeadOnWhereNoneAloneDoes) {
   this->use(channel);
   this->passOverFirst();
   ASSERT_EQ(this->live.solutions.dimension(), 1);
@@ -89,7 +90,7 @@ TYPED_TEST(LatticeNearbyOver, TwoStepsTogetherLeadOnWhereNoneAloneDoes) {
 }
 
 // From (0, 5) neither x nor y alone leads nearer.
-TYPED_TEST(LatticeNearbyOver, DifferenceOfTwoVectorsIsAStep) {
+TYPED_TEST(NearbySearchOver, DifferenceOfTwoVectorsIsAStep) {
   this->use("[ ] [ ] [ ] [ ] [ ] [ [ 5 4 ] [ 1 -1 ] ] [ 20 -3 ] [ 22 2 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");
   this->live.B[1] = this->image({TypeParam(0), TypeParam(5)});
   this->passOverFirst();
@@ -97,7 +98,7 @@ TYPED_TEST(LatticeNearbyOver, DifferenceOfTwoVectorsIsAStep) {
 }
 
 // Each vector of the basis has the constants in it, in sums and differences of two as well.
-TYPED_TEST(LatticeNearbyOver, InhomogeneousVectorsBecomeSteps) {
+TYPED_TEST(NearbySearchOver, InhomogeneousVectorsBecomeSteps) {
   this->use(band);
   auto& lattice = this->live;
   for (const Index k : {2, 3}) {
@@ -108,7 +109,7 @@ TYPED_TEST(LatticeNearbyOver, InhomogeneousVectorsBecomeSteps) {
   EXPECT_EQ(lattice.solutions.dimension(), 1);
 }
 
-TYPED_TEST(LatticeNearbyOver, WalkGoesOnFromTheBestVector) {
+TYPED_TEST(NearbySearchOver, WalkGoesOnFromTheBestVector) {
   this->use(band);
   auto& lattice = this->live;
   lattice.offerBest(this->image({TypeParam(5), TypeParam(3)}), 1);
@@ -118,7 +119,7 @@ TYPED_TEST(LatticeNearbyOver, WalkGoesOnFromTheBestVector) {
   EXPECT_EQ(lattice.solutions.dimension(), 1);
 }
 
-TYPED_TEST(LatticeNearbyOver, OneSolutionLeadsToOthersWhereSeveralAreAskedFor) {
+TYPED_TEST(NearbySearchOver, OneSolutionLeadsToOthersWhereSeveralAreAskedFor) {
   this->use(band);
   this->live.params.sol = 1000;
   this->passOverFirst();
@@ -133,7 +134,7 @@ TYPED_TEST(LatticeNearbyOver, OneSolutionLeadsToOthersWhereSeveralAreAskedFor) {
   EXPECT_EQ(this->live.solutions.dimension(), count);
 }
 
-TYPED_TEST(LatticeNearbyOver, OneSolutionLeadsNowhereWithoutANumberToReach) {
+TYPED_TEST(NearbySearchOver, OneSolutionLeadsNowhereWithoutANumberToReach) {
   this->use(band);
   this->goOn();
   this->passOverFirst();
@@ -141,7 +142,7 @@ TYPED_TEST(LatticeNearbyOver, OneSolutionLeadsNowhereWithoutANumberToReach) {
 }
 
 // x + 2 y between 2 and 9, x largest: with x = 5 there are several.
-TYPED_TEST(LatticeNearbyOver, SolutionsNoBetterThanTheBestAreNotLookedFor) {
+TYPED_TEST(NearbySearchOver, SolutionsNoBetterThanTheBestAreNotLookedFor) {
   this->use("[ inf ] [ [ 1 0 ] ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 2 ] [ 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");
   this->goOn();
   this->live.checkSolution(this->image({TypeParam(5), TypeParam(0)}), false, 0, true);
@@ -150,7 +151,7 @@ TYPED_TEST(LatticeNearbyOver, SolutionsNoBetterThanTheBestAreNotLookedFor) {
   EXPECT_EQ(this->live.solutions.dimension(), 1);
 }
 
-TYPED_TEST(LatticeNearbyOver, BetterAndBetterSolutionsEndAtTheBest) {
+TYPED_TEST(NearbySearchOver, BetterAndBetterSolutionsEndAtTheBest) {
   this->use(climb);
   this->goOn();
   this->passOverFirst();
@@ -158,7 +159,7 @@ TYPED_TEST(LatticeNearbyOver, BetterAndBetterSolutionsEndAtTheBest) {
   EXPECT_EQ(textOf(this->pointOf(this->live.bestTarget)), "[ 0 4 ]");
 }
 
-TYPED_TEST(LatticeNearbyOver, BestOfAPreparedProblemIsFoundByOnePass) {
+TYPED_TEST(NearbySearchOver, BestOfAPreparedProblemIsFoundByOnePass) {
   this->prepare(climb);
   this->goOn();
   this->live.lllPass(1, 0, 0);
@@ -166,7 +167,7 @@ TYPED_TEST(LatticeNearbyOver, BestOfAPreparedProblemIsFoundByOnePass) {
 }
 
 // A step may take from both deviations of a goal what only one of them has.
-TYPED_TEST(LatticeNearbyOver, DeviationsFollowFromTheirDifference) {
+TYPED_TEST(NearbySearchOver, DeviationsFollowFromTheirDifference) {
   this->prepare(aim);
   this->live.resize(this->live.n, 0, true);
   this->goOn();
@@ -179,7 +180,7 @@ TYPED_TEST(LatticeNearbyOver, DeviationsFollowFromTheirDifference) {
 constexpr const char* island =
     "[ ] [ ] [ ] [ ] [ ] [ [ 5 -4 ] [ 1 1 ] ] [ 0 3 ] [ 1 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
 
-TYPED_TEST(LatticeNearbyOver, RestartsThatVaryBeginElsewhere) {
+TYPED_TEST(NearbySearchOver, RestartsThatVaryBeginElsewhere) {
   this->use(island);
   auto& lattice = this->live;
   lattice.params.variate = true;
@@ -191,7 +192,7 @@ TYPED_TEST(LatticeNearbyOver, RestartsThatVaryBeginElsewhere) {
   EXPECT_EQ(this->found(1), "[ 4 5 ]");
 }
 
-TYPED_TEST(LatticeNearbyOver, RestartsThatVaryNothingBeginAtTheSamePlace) {
+TYPED_TEST(NearbySearchOver, RestartsThatVaryNothingBeginAtTheSamePlace) {
   this->use(island);
   auto& lattice = this->live;
   lattice.params.variate = false;
@@ -199,7 +200,7 @@ TYPED_TEST(LatticeNearbyOver, RestartsThatVaryNothingBeginAtTheSamePlace) {
   EXPECT_EQ(lattice.solutions.dimension(), 0);
 }
 
-TYPED_TEST(LatticeNearbyOver, StoppedSearchEndsTheWalk) {
+TYPED_TEST(NearbySearchOver, StoppedSearchEndsTheWalk) {
   this->use(band);
   // The first step is that of the pass, (1, 0) the second one.
   CountingStopper<TypeParam> stopper(this->live, 3);
@@ -209,7 +210,7 @@ TYPED_TEST(LatticeNearbyOver, StoppedSearchEndsTheWalk) {
   EXPECT_LE(stopper.steps, 4);
 }
 
-TYPED_TEST(LatticeNearbyOver, ObserverHearsOfEachStep) {
+TYPED_TEST(NearbySearchOver, ObserverHearsOfEachStep) {
   this->use(band);
   this->goOn();
   CountingStopper<TypeParam> counter(this->live, 0);
@@ -219,7 +220,7 @@ TYPED_TEST(LatticeNearbyOver, ObserverHearsOfEachStep) {
   EXPECT_GE(counter.steps, 1 + 8);
 }
 
-TYPED_TEST(LatticeNearbyOver, EmptyPassFilesNothing) {
+TYPED_TEST(NearbySearchOver, EmptyPassFilesNothing) {
   this->use(band);
   auto& lattice = this->live;
   lattice.swapBudget = 150;
@@ -229,7 +230,7 @@ TYPED_TEST(LatticeNearbyOver, EmptyPassFilesNothing) {
   EXPECT_EQ(lattice.swapBudget, 149);
 }
 
-TYPED_TEST(LatticeNearbyOver, EquationLatticeIsNotSearched) {
+TYPED_TEST(NearbySearchOver, EquationLatticeIsNotSearched) {
   this->use(band);
   this->live.latticeKind = LatticeKind::equations;
   CountingStopper<TypeParam> counter(this->live, 0);
@@ -238,7 +239,7 @@ TYPED_TEST(LatticeNearbyOver, EquationLatticeIsNotSearched) {
   EXPECT_EQ(counter.steps, 1);
 }
 
-TYPED_TEST(LatticeNearbyOver, WalkLeavesTheBasisAlone) {
+TYPED_TEST(NearbySearchOver, WalkLeavesTheBasisAlone) {
   this->use(band);
   this->goOn();
   const Matrix<TypeParam> before(this->live.B);
@@ -248,7 +249,7 @@ TYPED_TEST(LatticeNearbyOver, WalkLeavesTheBasisAlone) {
 }
 
 // 3 x to be -2: a vector that meets the goal leaves the bounds of x.
-TYPED_TEST(LatticeNearbyOver, PointsWithinTheBoundsAreCheckedBehindAPass) {
+TYPED_TEST(NearbySearchOver, PointsWithinTheBoundsAreCheckedBehindAPass) {
   this->prepare("[ -2 ] [ [ 3 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 2 ] [ 0 ] [ 0.02 ]");
   this->live.params.sol = 0;
   this->live.lllPass(1, 1, 0);
@@ -256,7 +257,7 @@ TYPED_TEST(LatticeNearbyOver, PointsWithinTheBoundsAreCheckedBehindAPass) {
   EXPECT_EQ(this->found(1), "[ 0 ]");
 }
 
-TYPED_TEST(LatticeNearbyOver, PointsBesideAnInequationAreNoSolutions) {
+TYPED_TEST(NearbySearchOver, PointsBesideAnInequationAreNoSolutions) {
   this->prepare("[ ] [ ] [ ] [ ] [ ] [ [ 7 -6 ] ] [ 51 ] [ 55 ] [ 0 0 ] [ 0 0 ] [ 9 1 ]");
   this->live.params.sol = 0;
   this->live.lllPass(1, 1, 0);
