@@ -22,7 +22,7 @@ R partialDot(const Vector<R>& a, const Vector<R>& b, Index count) {
 template <class R>
 void classicGramSchmidt(const Matrix<R>& rows, Index k, RowProducts<R>& products, Matrix<R>& mu,
                         Vector<R>& cLen, Vector<R>& bSq) {
-  const Vector<R>& r = products.ofRow(rows, k, mu);
+  const Vector<R>& r = products.ofRow(rows, k, mu, cLen);
   for (Index j = 1; j < k; ++j) {
     mu[k][j] = r[j] / cLen[j];
     if (std::isnan(mu[k][j])) throw DecimalPrecisionException("mu-classic has nan entry");

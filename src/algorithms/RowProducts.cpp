@@ -1,6 +1,7 @@
 #include "algorithms/RowProducts.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace starsift {
@@ -30,6 +31,14 @@ std::array<R, 4> fourProducts(const Matrix<R>& rows, Index first, const Vector<R
 
 /// Rounding errors of products may be so many times those of new ones.
 constexpr long double mostGrowth = 64;
+
+/// What a product of rounded rows must have of the product of their lengths, so that its
+/// rounding errors leave enough digits of it: 2^-16.
+constexpr long double leastShare = 0x1p-16L;
+
+/// So large a product of lengths, in units of the squared length that it is divided by for a
+/// Gram-Schmidt coefficient, makes rounding errors of the coefficient that matter: 2^24.
+constexpr long double leastRatio = 0x1p24L;
 
 }  // namespace
 
@@ -88,7 +97,8 @@ void RowProducts<R>::keep(Index k, Index last, const Vector<R>& mu, const Vector
 }
 
 template <class R>
-const Vector<R>& RowProducts<R>::ofRow(const Matrix<R>& rows, Index k, const Matrix<R>& mu) {
+const Vector<R>& RowProducts<R>::ofRow(const Matrix<R>& rows, Index k, const Matrix<R>& mu,
+                                       const Vector<R>& lengths) {
   Row& row = rows_[k];
   if (!row.isKnown || row.isChanged) {
     std::fill(row.stamps.begin(), row.stamps.end(), 0);
@@ -99,10 +109,10 @@ const Vector<R>& RowProducts<R>::ofRow(const Matrix<R>& rows, Index k, const Mat
   for (Index j = 1; j < k; ++j) {
     if (knows(row, j)) continue;
     if (j + 4 <= k && !knows(row, j + 1) && !knows(row, j + 2) && !knows(row, j + 3)) {
-      computeFour(rows, k, j, mu);
+      computeFour(rows, k, j, mu, lengths);
       j += 3;
     } else {
-      computeOne(rows, k, j, mu);
+      computeOne(rows, k, j, mu, lengths);
     }
   }
   return row.products;
@@ -111,8 +121,11 @@ const Vector<R>& RowProducts<R>::ofRow(const Matrix<R>& rows, Index k, const Mat
 template <class R>
 const R& RowProducts<R>::squaredLength(const Matrix<R>& rows, Index k) {
   Row& row = rows_[k];
-  if (!row.isLengthKnown) row.squaredLength = rowProduct(rows, k, k);
-  row.isLengthKnown = true;
+  if (!row.isLengthKnown) {
+    const ShortRow<R>& image = imageOf(rows, k);
+    row.squaredLength = image.isExactWith(image) ? image.product(image) : rows[k] * rows[k];
+    row.isLengthKnown = true;
+  }
   return row.squaredLength;
 }
 
@@ -122,19 +135,21 @@ void RowProducts<R>::renewVectors(Index first, Index last) {
 }
 
 template <class R>
-void RowProducts<R>::computeOne(const Matrix<R>& rows, Index k, Index j, const Matrix<R>& mu) {
+void RowProducts<R>::computeOne(const Matrix<R>& rows, Index k, Index j, const Matrix<R>& mu,
+                                const Vector<R>& lengths) {
   Row& row = rows_[k];
   R sum = R();
   for (Index i = 1; i < j; ++i) sum += mu[j][i] * row.products[i];
-  row.products[j] = rowProduct(rows, k, j) - sum;
+  row.products[j] = rowProduct(rows, k, j, lengths) - sum;
   row.stamps[j] = stamps_[j];
 }
 
 template <class R>
-void RowProducts<R>::computeFour(const Matrix<R>& rows, Index k, Index first, const Matrix<R>& mu) {
+void RowProducts<R>::computeFour(const Matrix<R>& rows, Index k, Index first, const Matrix<R>& mu,
+                                 const Vector<R>& lengths) {
   Row& row = rows_[k];
   R* const r = &row.products[first];
-  const Four full = rowProducts(rows, k, first);
+  const Four full = rowProducts(rows, k, first, lengths);
   const Four before = fourProducts(mu, first, row.products, first - 1);
   for (Index a = 0; a < 4; ++a) {
     const auto place = static_cast<std::size_t>(a);
@@ -147,7 +162,8 @@ void RowProducts<R>::computeFour(const Matrix<R>& rows, Index k, Index first, co
 }
 
 template <class R>
-auto RowProducts<R>::rowProducts(const Matrix<R>& rows, Index k, Index first) -> Four {
+auto RowProducts<R>::rowProducts(const Matrix<R>& rows, Index k, Index first,
+                                 const Vector<R>& lengths) -> Four {
   const ShortRow<R>& image = imageOf(rows, k);
   std::array<const ShortRow<R>*, 4> images{};
   bool isExact = true;
@@ -155,14 +171,27 @@ auto RowProducts<R>::rowProducts(const Matrix<R>& rows, Index k, Index first) ->
     images[a] = &imageOf(rows, first + static_cast<Index>(a));
     isExact = isExact && image.isExactWith(*images[a]);
   }
-  return isExact ? image.products(images) : fourProducts(rows, first, rows[k], rows[k].dimension());
+  if (isExact) return image.products(images);
+  Four result = fourProducts(rows, first, rows[k], rows[k].dimension());
+  for (std::size_t a = 0; a < 4; ++a)
+    result[a] = withoutLoss(result[a], rows, k, first + static_cast<Index>(a), lengths);
+  return result;
 }
 
 template <class R>
-R RowProducts<R>::rowProduct(const Matrix<R>& rows, Index k, Index j) {
+R RowProducts<R>::rowProduct(const Matrix<R>& rows, Index k, Index j, const Vector<R>& lengths) {
   const ShortRow<R>& a = imageOf(rows, k);
   const ShortRow<R>& b = imageOf(rows, j);
-  return a.isExactWith(b) ? a.product(b) : rows[j] * rows[k];
+  return a.isExactWith(b) ? a.product(b) : withoutLoss(rows[j] * rows[k], rows, k, j, lengths);
+}
+
+template <class R>
+R RowProducts<R>::withoutLoss(const R& product, const Matrix<R>& rows, Index k, Index j,
+                              const Vector<R>& lengths) {
+  if (!exact_) return product;
+  const R most = std::sqrt(squaredLength(rows, k)) * std::sqrt(squaredLength(rows, j));
+  const bool isLost = std::fabs(product) < leastShare * most && leastRatio * lengths[j] < most;
+  return isLost ? exact_(k, j) : product;
 }
 
 template <class R>

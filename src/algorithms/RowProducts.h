@@ -9,6 +9,8 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <utility>
 
 #include "algorithms/ShortRow.h"
 #include "core/Matrix.h"
@@ -19,6 +21,13 @@ namespace starsift {
 template <class R>
 class RowProducts {
  public:
+  /// The product of rows i and j of the basis that the rows were rounded from, rounded once.
+  using ExactProduct = std::function<R(Index i, Index j)>;
+
+  /// Rows are rounded: where cancellation leaves too little of their product `exact` is asked.
+  /// What it looks at must live as long as this, or until the next call.
+  void roundedFrom(ExactProduct exact) { exact_ = std::move(exact); }
+
   /// For so many rows; of another number than before nothing is known.
   void resize(Index count);
   /// Any row may have been changed.
@@ -39,9 +48,11 @@ class RowProducts {
   /// The products of row k with the orthogonal vectors 1..k-1 as its first entries, those that
   /// aren't known computed.
   ///
-  /// rows   1..k, of any equal length
-  /// mu     Gram-Schmidt coefficients; rows 1..k-1 are valid
-  const Vector<R>& ofRow(const Matrix<R>& rows, Index k, const Matrix<R>& mu);
+  /// rows     1..k, of any equal length
+  /// mu       Gram-Schmidt coefficients; rows 1..k-1 are valid
+  /// lengths  squared lengths of the orthogonal vectors; entries 1..k-1 are valid
+  const Vector<R>& ofRow(const Matrix<R>& rows, Index k, const Matrix<R>& mu,
+                         const Vector<R>& lengths);
   /// The squared length of row k.
   const R& squaredLength(const Matrix<R>& rows, Index k);
 
@@ -68,17 +79,25 @@ class RowProducts {
   bool knows(const Row& row, Index j) const { return row.stamps[j] == stamps_[j]; }
   void renewVectors(Index first, Index last);
   /// Products first..first+3, or the first of them; those before are known.
-  void computeFour(const Matrix<R>& rows, Index k, Index first, const Matrix<R>& mu);
-  void computeOne(const Matrix<R>& rows, Index k, Index j, const Matrix<R>& mu);
-  /// Products of row k with rows first..first+3, or the first of them.
-  Four rowProducts(const Matrix<R>& rows, Index k, Index first);
-  R rowProduct(const Matrix<R>& rows, Index k, Index j);
+  void computeFour(const Matrix<R>& rows, Index k, Index first, const Matrix<R>& mu,
+                   const Vector<R>& lengths);
+  void computeOne(const Matrix<R>& rows, Index k, Index j, const Matrix<R>& mu,
+                  const Vector<R>& lengths);
+  /// Products of row k with rows first..first+3.
+  Four rowProducts(const Matrix<R>& rows, Index k, Index first, const Vector<R>& lengths);
+  /// The same with row j, j < k.
+  R rowProduct(const Matrix<R>& rows, Index k, Index j, const Vector<R>& lengths);
+  /// A product of rounded rows, or the exact one where that says too little.
+  R withoutLoss(const R& product, const Matrix<R>& rows, Index k, Index j,
+                const Vector<R>& lengths);
   const ShortRow<R>& imageOf(const Matrix<R>& rows, Index k);
 
   Array<Row> rows_;
   /// Of the orthogonal vectors.
   Array<std::int64_t> stamps_;
   std::int64_t lastStamp_ = 0;
+  /// Empty where rows aren't rounded.
+  ExactProduct exact_;
 };
 
 extern template class RowProducts<long double>;

@@ -546,11 +546,9 @@ class Lattice : public Vanu<T>, private ParamReactions {
   void collect(const Vector<T>& vector, std::int64_t time);
   /// A vector as an element of the collections.
   HeuristicVector<T, R> scored(const Vector<T>& vector, std::int64_t time) const;
-  /// Checks the point of a vector in the box against the problem as read and files the
-  /// vector. Returns the bits of checkSolution().
+  /// checkSolution() of a vector in the box, whose point the problem as read is asked about.
   unsigned fileSolution(const Vector<T>& vector, std::int64_t time);
-  /// The star of a raw vector, its point only; nothing where that is none of the problem.
-  /// Throws as lat2opt().
+  /// The star of a raw vector, its point only, if that is one of the problem. As lat2opt().
   std::optional<Star<T>> starOf(const Vector<T>& raw) const;
   /// CHECK_LIMIT or 0, behind a solution with these norms that is filed or not.
   unsigned limitBits(const Norms<T>& norms, bool isFiled) const;
@@ -668,11 +666,18 @@ class Lattice : public Vanu<T>, private ParamReactions {
   bool isReduced(Index count) const;
   /// No coefficient of vector k exceeds 1/2, but by rounding.
   bool isSizeReduced(Index k) const;
+  /// Vector k isn't 0, nor marked as one that depends on those before it.
+  bool seemsIndependent(Index k) const;
+  /// The exchange condition that a pass asks of vector k holds.
+  bool isInOrder(Index k) const;
+  /// Makes the Gram-Schmidt data of the first `count` vectors anew where some are too long for R:
+  /// those that modifiedOrthogonalise() made may be far off. False where the new ones are spoilt.
+  bool renewLongData(Index count);
   /// The first `count` vectors span no more than those of them that aren't marked as
   /// dependent, or are 0, which are `independent`. True in long double, where the marks say all
   /// that can be known.
   bool areDependent(Index count, Index independent) const;
-  /// What a strict pass has left of the first `count` vectors is looked at anew.
+  /// What a pass has left of the first `count` vectors is looked at anew.
   void forgetSkipped(Index count);
 
   // Parts of the orthogonalisation: LatticeOrthogonal.inl

@@ -30,6 +30,9 @@ constexpr long double eta = 0.5L;
 /// Coefficients above this leave rounding errors worth a second look.
 constexpr long double largeQuotient = 1000;
 
+/// Products of integer vectors up to this squared length are exact in R: 2^63.
+constexpr long double exactSquare = 0x1p63L;
+
 /// Looks at one vector at most, each with new Gram-Schmidt data.
 constexpr int mostLooks = 50;
 
@@ -128,7 +131,7 @@ Index Lattice<T, R>::blendDependent(Index k, Index kmax) {
     if (position < k) return position;
   }
   for (Index j = kmax; j > k; --j) {
-    if (vecStatus[j] == ST_DEPENDENT || supNorm(B[j]) == T()) continue;
+    if (!seemsIndependent(j)) continue;
     for (Index i = k; i < j; ++i) swapBasisVectors(i, i + 1, i > k);
     return -k;
   }
@@ -238,7 +241,8 @@ bool Lattice<T, R>::reduce(Index count) {
     lllPass(1, count, count);
     if (searchIsOver()) return false;
     // A pass that a dependent vector ended may have moved others before.
-    if ((lastPass.skipped == 0 || allChecked(count)) && isReduced(count)) return true;
+    if ((lastPass.skipped == 0 || allChecked(count)) && renewLongData(count) && isReduced(count))
+      return true;
     forgetSkipped(count);
   }
   return false;
@@ -251,17 +255,11 @@ bool Lattice<T, R>::allChecked(Index count) const {
 
 template <class T, class R>
 bool Lattice<T, R>::isReduced(Index count) const {
-  const auto counts = [this](Index k) {
-    return vecStatus[k] != ST_DEPENDENT && !(supNorm(B[k]) == T());
-  };
   Index k = 1;
-  for (; k <= count && counts(k); ++k) {
-    if (vecStatus[k] == 0 || !isSizeReduced(k)) return false;
-    const bool isTested = k > (params.deep ? 2 : 1);
-    if (isTested && !lovaszHolds(k, mu, cLen, R(latticelll::delta))) return false;
-  }
+  for (; k <= count && seemsIndependent(k); ++k)
+    if (vecStatus[k] == 0 || !isSizeReduced(k) || !isInOrder(k)) return false;
   const Index independent = k - 1;
-  while (k <= count && !counts(k)) ++k;
+  while (k <= count && !seemsIndependent(k)) ++k;
   return k > count && areDependent(count, independent);
 }
 
@@ -270,6 +268,29 @@ bool Lattice<T, R>::isSizeReduced(Index k) const {
   for (Index j = 1; j < k; ++j)
     if (!sizeReduced(k, j, mu, R(latticelll::eta + eps))) return false;
   return true;
+}
+
+template <class T, class R>
+bool Lattice<T, R>::seemsIndependent(Index k) const {
+  return vecStatus[k] != ST_DEPENDENT && !(supNorm(B[k]) == T());
+}
+
+template <class T, class R>
+bool Lattice<T, R>::isInOrder(Index k) const {
+  return k <= (params.deep ? 2 : 1) || lovaszHolds(k, mu, cLen, R(latticelll::delta));
+}
+
+template <class T, class R>
+bool Lattice<T, R>::renewLongData(Index count) {
+  if (!NumberTraits<T>::exact) return true;
+  Index last = 0;
+  bool isLong = false;
+  while (last < count && seemsIndependent(last + 1))
+    isLong = bSq[++last] > latticelll::exactSquare || isLong;
+  if (!isLong) return true;
+  for (Index k = 1; k <= last; ++k) vecStatus[k] = without(vecStatus[k], ST_MU);
+  rowImages.products().forgetAll();
+  return classicOrthogonalise(1, last);
 }
 
 template <class T, class R>
@@ -285,7 +306,7 @@ bool Lattice<T, R>::areDependent(Index count, Index independent) const {
 template <class T, class R>
 void Lattice<T, R>::forgetSkipped(Index count) {
   for (Index k = 1; k <= count; ++k)
-    if (carries(vecStatus[k], ST_MU) && !isSizeReduced(k))
+    if (carries(vecStatus[k], ST_MU) && !(isSizeReduced(k) && isInOrder(k)))
       vecStatus[k] = without(vecStatus[k], ST_SIZE_REDUCED | ST_SWAP_CHECKED);
 }
 

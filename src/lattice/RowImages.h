@@ -42,7 +42,8 @@ class RowImages {
   }
 
   /// A matrix whose rows 1..last are those of the basis, as far as it has them. A squared
-  /// length beyond R is fatal: "numbers too large for the reduction".
+  /// length beyond R is fatal: "numbers too large for the reduction". The basis must live as
+  /// long as the products are used.
   const Matrix<R>& of(const Matrix<T>& basis, Index last) {
     if (images_.rowCount() != basis.rowCount() || images_.columnCount() != basis.columnCount()) {
       images_.resize(basis.rowCount(), basis.columnCount(), false);
@@ -51,6 +52,9 @@ class RowImages {
     }
     for (Index k = 1; k <= std::min(last, basis.rowCount()); ++k)
       if (!valid_[k]) convert(basis[k], k);
+    products_.roundedFrom([&basis](Index i, Index j) {
+      return NumberConversion<R, T>::nearest(T(basis[i] * basis[j]));
+    });
     return images_;
   }
   /// The products of these rows.

@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include "algorithms/IndependentRows.h"
 #include "algorithms/LatticeEquality.h"
+#include "algorithms/SizeReduce.h"
 #include "lattice/Lattice.h"
 #include "numbers/Conversion.h"
 #include "numbers/QQFunctions.h"
@@ -71,6 +73,20 @@ RC_GTEST_PROP(Reduction, ReducesLongIntegers, ()) {
 RC_GTEST_PROP(Reduction, ReducesHugeIntegersInTheExactLattice, ()) {
   const auto rows = *rc::gen::inRange<Index>(1, 7);
   checkReduction<QQ>(arbitraryEntries(rows, rows, *rc::gen::element(60U, 120U, 200U)));
+}
+
+// The minima of such a lattice lie far apart, so that long rows meet short ones at nearly right
+// angles; combinations hide that.
+RC_GTEST_PROP(Reduction, ReducesRowsOfVeryDifferentLengthsInTheExactLattice, ()) {
+  const auto count = *rc::gen::inRange<Index>(2, 13);
+  const QQ factor(*rc::gen::element<std::int64_t>(3, 64, 1000, 65537));
+  Matrix<QQ> rows = arbitraryEntries(count, count, 4);
+  for (Index i = 2; i <= count; ++i)
+    for (QQ& entry : rows[i]) entry *= pow(factor, QQ(i));
+  for (Index i = count; i >= 2; --i)
+    for (Index j = 1; j < i; ++j) subtractMultiple(rows[j], rows[i], QQ(test::arbitraryIndex(3)));
+  RC_PRE(!independentRows(rows).empty());
+  checkReduction<QQ>(rows);
 }
 
 RC_GTEST_PROP(Reduction, ReducesLongIntegersByDeepInsertionsToo, ()) {

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <random>
+#include <utility>
+#include <vector>
 
 #include "algorithms/GramSchmidt.h"
 #include "algorithms/SizeReduce.h"
@@ -165,10 +167,51 @@ TEST(RowProducts, OfIntegersHaveNoRoundingErrors) {
   RowProducts<long double> products;
   products.resize(3);
   mu[2][1] = 0;
-  const V& third = products.ofRow(rows, 3, mu);
+  const V& third = products.ofRow(rows, 3, mu, V{14, 5, 0});
   EXPECT_EQ(third[1], 26);
   EXPECT_EQ(third[2], 10);
   EXPECT_EQ(products.squaredLength(rows, 3), 74);
+}
+
+/// Asks for the product of a row with (1, -1); the exact one is -7, and who asks for it is seen.
+class RoundedRowProducts : public testing::Test {
+ protected:
+  long double productWith(const V& second) {
+    rows[2] = second;
+    products.resize(2);
+    products.roundedFrom([this](Index i, Index j) {
+      asked.emplace_back(i, j);
+      return -7.0L;
+    });
+    return products.ofRow(rows, 2, M(2, 2), V{length, 0})[1];
+  }
+
+  M rows{{1, -1}, {0, 0}};
+  long double length = 2;
+  RowProducts<long double> products;
+  std::vector<std::pair<Index, Index>> asked;
+};
+
+TEST_F(RoundedRowProducts, AreExactWhereCancellationLeavesTooLittle) {
+  EXPECT_EQ(productWith({0x1p60L + 1, 0x1p60L}), -7);
+  EXPECT_EQ(asked, (std::vector<std::pair<Index, Index>>{{2, 1}}));
+}
+
+TEST_F(RoundedRowProducts, AreTakenAsTheyAreWhereMostDigitsAreLeft) {
+  EXPECT_EQ(productWith({0x1p60L, 0x1p59L}), 0x1p59L);
+  EXPECT_TRUE(asked.empty());
+}
+
+TEST_F(RoundedRowProducts, AreTakenAsTheyAreWhereTheCoefficientIsSmallAllTheSame) {
+  length = 0x1p40L;
+  EXPECT_EQ(productWith({0x1p60L + 1, 0x1p60L}), 1);
+  EXPECT_TRUE(asked.empty());
+}
+
+TEST_F(RoundedRowProducts, OfShortRowsAreExactAnyway) {
+  length = 0;
+  EXPECT_EQ(productWith({0x1p45L + 1, 0x1p45L}), 1);
+  EXPECT_TRUE(asked.empty());
 }
 
 TEST(RowProducts, MayBeForgottenBeforeThereAreAny) {

@@ -425,6 +425,16 @@ TEST(Reduction, RowsThatOnlySeemDependentAreNotTakenForReduced) {
   EXPECT_TRUE(sameLattice(lattice.B, rows));
 }
 
+// In long double the second row is (2^66, 2^66), orthogonal to the first one.
+TEST(Reduction, CoefficientsOfLongRowsAreNotTakenFromRoundedOnes) {
+  const QQ large = pow(QQ(2), QQ(66));
+  const Matrix<QQ> rows{{QQ(1), QQ(-1)}, {large + QQ(2), large}};
+  Lattice<QQ, long double> lattice(&rows);
+  test::allowChecks(lattice);
+  EXPECT_TRUE(lattice.reduce(0));
+  EXPECT_EQ(rowsText(lattice.B), "[ 1 -1 ] [ 73786976294838206465 73786976294838206465 ]");
+}
+
 TYPED_TEST(LllPassOver, ReductionIsTrackedWhereAskedFor) {
   this->use(this->rows);
   this->lattice.params.consistency = true;
