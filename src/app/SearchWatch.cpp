@@ -10,8 +10,8 @@ namespace starsift {
 
 namespace {
 
-/// Steps from one look at the clock to the next, which is a call of the system on some
-/// machines. A step takes microseconds, with long numbers milliseconds.
+/// Steps of the standard lattice, microseconds each, from one look at the clock to the next,
+/// which is a call of the system on some machines. With long numbers a step takes milliseconds.
 constexpr Index stepsPerLook = 16;
 
 /// The target norm of the best solution, or while there is none the length of the best
@@ -40,7 +40,7 @@ void SearchWatch::endPass(const PassCounts& counts) {
 
 void SearchWatch::onStep(const PassCounts& counts) {
   count(counts);
-  if (interrupted() != 0 || ++steps_ % stepsPerLook == 0) look();
+  if (interrupted() != 0 || lattice_.usesExact() || ++steps_ % stepsPerLook == 0) look();
 }
 
 void SearchWatch::look() {

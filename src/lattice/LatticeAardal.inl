@@ -36,6 +36,9 @@ template <class T, class R>
 void Lattice<T, R>::prepareAardal() {
   setTracking(true);
   params.eenum = true;
+  // It never inserts at the first position. Where the vector there has to become shorter the
+  // weight would grow until R can't hold it.
+  params.deep = false;
   // Tracking goes on to the end here, also where the lattice had turned it on before.
   consistencyForced = false;
   // The switch for extended output is the process's: it follows the outer lattice.

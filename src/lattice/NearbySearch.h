@@ -26,7 +26,7 @@ class NearbySearch {
   /// of the basis.
   void checkNearMisses();
   /// Walks into the box while there is no solution, and from there to better ones; without
-  /// targets to further ones where the parameter sol asks for several.
+  /// targets to further ones where several are asked for.
   void walk();
   /// A vector with its variables moved inside their bounds, if that is one of the lattice and
   /// lies in the box.
@@ -36,6 +36,8 @@ class NearbySearch {
   /// Steps and sums and differences of any two.
   void appendPairs();
   bool hasSolution() const;
+  /// The parameters ask for more than one solution, by a number or by a limit to their search.
+  bool wantsSeveral() const;
   /// The first of the steps that isn't homogeneous, with the last coordinate of a solution.
   Vector<T> start() const;
   /// From an inhomogeneous vector nearer and nearer to the box, as far as that goes; what gets
@@ -48,12 +50,21 @@ class NearbySearch {
   /// From a vector near to the start, another one after each restart, into the box and on to
   /// better solutions than where it got there.
   void walkFromAnywhere();
-  /// checkSolution() of a vector in the box, unless its targets are no better than the best.
+  /// checkSolution() of a vector in the box, unless its targets are no better than the best or
+  /// the search is over.
   void checkArrival(const Vector<T>& vector);
+  /// How far a step may lead: once, or further in each round.
+  enum class Stride { single, growing };
   /// Tries the steps that are homogeneous forth and back, one after the other. `move` decides
   /// about the vector ahead. Ends when a round led nowhere, and returns where.
   template <class Move>
-  Vector<T> follow(Vector<T> at, Move move);
+  Vector<T> follow(Vector<T> at, Stride stride, Move move);
+  /// Takes a step, then one twice as long, and so on, `most` of them, as long as `move` agrees.
+  /// True when that led anywhere.
+  template <class Move>
+  bool advance(Vector<T>& at, Vector<T> step, Index most, Move move);
+  /// Tells the observer of a step; false once the search has ended.
+  bool mayGoOn();
   /// What all targets together try to make large, up to a constant, at an inhomogeneous vector.
   R commonTarget(const Vector<T>& vector) const;
   /// The sum of the amounts by which coordinates leave the check vectors.

@@ -83,7 +83,7 @@ void NearbySearch<T, R>::walk() {
   if (lattice_.bestTarget.isSet()) climb(lattice_.bestTarget);
   // Neighbours without end are no news: without targets somebody must have asked for more.
   if (hasSolution() && !lattice_.bestTarget.isSet()) {
-    if (!(lattice_.params.sol > 1)) return;
+    if (!wantsSeveral()) return;
     walkOn();
   }
   if (lattice_.params.variate && lattice_.restarts > 0 && start_ != 0) walkFromAnywhere();
@@ -118,6 +118,13 @@ bool NearbySearch<T, R>::hasSolution() const {
 }
 
 template <class T, class R>
+bool NearbySearch<T, R>::wantsSeveral() const {
+  const auto& params = lattice_.params;
+  const bool isLimited = params.iters >= 0 || params.rtime.get() > 0;
+  return params.sol > 1 || (params.sol <= 0 && isLimited);
+}
+
+template <class T, class R>
 Vector<T> NearbySearch<T, R>::start() const {
   return lattice_.oriented(steps_[start_], false);
 }
@@ -137,7 +144,7 @@ void NearbySearch<T, R>::walkFromAnywhere() {
 template <class T, class R>
 void NearbySearch<T, R>::climb(const Vector<T>& from) {
   R value = commonTarget(from);
-  follow(from, [&](const Vector<T>& next) {
+  follow(from, Stride::growing, [&](const Vector<T>& next) {
     const R nextValue = commonTarget(next);
     if (!(nextValue > value) || !lattice_.liesInBox(next)) return false;
     value = nextValue;
@@ -151,7 +158,7 @@ Vector<T> NearbySearch<T, R>::walkIntoBox(const Vector<T>& from) {
   if (!lattice_.hasLastInBox(from[lattice_.m])) return from;
   R distance = distanceFromBox(from);
   if (distance == R()) checkArrival(from);
-  return follow(from, [&](const Vector<T>& next) {
+  return follow(from, Stride::growing, [&](const Vector<T>& next) {
     const R nextDistance = distanceFromBox(next);
     if (!(nextDistance < distance)) return false;
     distance = nextDistance;
@@ -162,7 +169,8 @@ Vector<T> NearbySearch<T, R>::walkIntoBox(const Vector<T>& from) {
 
 template <class T, class R>
 void NearbySearch<T, R>::walkOn() {
-  follow(lattice_.solutions[lattice_.solutions.dimension()].x(), [&](const Vector<T>& next) {
+  const Vector<T> last = lattice_.solutions[lattice_.solutions.dimension()].x();
+  follow(last, Stride::single, [&](const Vector<T>& next) {
     if (!lattice_.liesInBox(next)) return false;
     return (lattice_.checkSolution(next, false, 0, false) & CHECK_STORED) != 0;
   });
@@ -170,30 +178,47 @@ void NearbySearch<T, R>::walkOn() {
 
 template <class T, class R>
 void NearbySearch<T, R>::checkArrival(const Vector<T>& vector) {
-  const bool isBetter =
-      !lattice_.bestTarget.isSet() || commonTarget(vector) > commonTarget(lattice_.bestTarget);
+  if (lattice_.stopped()) return;
+  const auto& best = lattice_.bestTarget;
+  const bool isBetter = !best.isSet() || commonTarget(vector) > commonTarget(best);
   if (isBetter) lattice_.checkSolution(vector, false, 0, false);
 }
 
 template <class T, class R>
 template <class Move>
-Vector<T> NearbySearch<T, R>::follow(Vector<T> at, Move move) {
+Vector<T> NearbySearch<T, R>::follow(Vector<T> at, Stride stride, Move move) {
   bool moved = true;
   for (Index round = 1; moved && round <= nearbysearch::mostRounds; ++round) {
     moved = false;
+    const Index most = stride == Stride::growing ? round : 1;
     for (const Vector<T>& step : steps_) {
       if (!(step[lattice_.m] == T()) || supNorm(step) == T()) continue;
-      for (const bool back : {false, true}) {
-        if (lattice_.observer != nullptr) lattice_.observer->onStep(lattice_.lastPass);
-        if (lattice_.stopped()) return at;
-        Vector<T> next = withLeastDeviations(back ? at - step : at + step);
-        if (!move(next)) continue;
-        at = std::move(next);
-        moved = true;
-      }
+      moved = advance(at, step, most, move) || moved;
+      if (!lattice_.stopped())
+        moved = advance(at, Vector<T>(lattice_.m) - step, most, move) || moved;
+      if (lattice_.stopped()) return at;
     }
   }
   return at;
+}
+
+template <class T, class R>
+template <class Move>
+bool NearbySearch<T, R>::advance(Vector<T>& at, Vector<T> step, Index most, Move move) {
+  Index moves = 0;
+  for (; moves < most && mayGoOn(); ++moves) {
+    if (moves > 0) step = step + step;
+    Vector<T> next = withLeastDeviations(at + step);
+    if (!move(next)) break;
+    at = std::move(next);
+  }
+  return moves > 0;
+}
+
+template <class T, class R>
+bool NearbySearch<T, R>::mayGoOn() {
+  if (lattice_.observer != nullptr) lattice_.observer->onStep(lattice_.lastPass);
+  return !lattice_.stopped();
 }
 
 template <class T, class R>

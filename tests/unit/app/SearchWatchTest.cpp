@@ -65,6 +65,14 @@ TEST_F(SearchWatchTest, LooksAtTheClockEverySixteenSteps) {
   EXPECT_THROW(watch.onStep({16, 0}), SearchEnded);
 }
 
+TEST_F(SearchWatchTest, LooksAtTheClockInEachStepOfTheExactLattice) {
+  lattice_.useExtendedPrecision();
+  StatusLine line(nullptr, now_);
+  SearchWatch watch(lattice_, line, now_ - hours(1));
+  watch.setTimeLimit(3600);
+  EXPECT_THROW(watch.onStep({1, 0}), SearchEnded);
+}
+
 TEST_F(SearchWatchTest, LetsASearchWithoutTimeLimitGoOn) {
   StatusLine line(nullptr, now_);
   SearchWatch watch(lattice_, line, now_ - hours(1000));

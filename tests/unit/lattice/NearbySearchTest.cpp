@@ -141,6 +141,29 @@ TYPED_TEST(NearbySearchOver, OneSolutionLeadsNowhereWithoutANumberToReach) {
   EXPECT_EQ(this->live.solutions.dimension(), 1);
 }
 
+TYPED_TEST(NearbySearchOver, OneSolutionLeadsToOthersWithinANumberOfPasses) {
+  this->use(band);
+  this->goOn();
+  this->live.params.iters = 3;
+  this->passOverFirst();
+  EXPECT_GE(this->live.solutions.dimension(), 5);
+}
+
+TYPED_TEST(NearbySearchOver, OneSolutionLeadsToOthersWithinATime) {
+  this->use(band);
+  this->goOn();
+  this->live.params.rtime = 60;
+  this->passOverFirst();
+  EXPECT_GE(this->live.solutions.dimension(), 5);
+}
+
+// x + 2 y from 14990 to 15000, both from 0 to 10000: one at a time it takes thousands of steps.
+TYPED_TEST(NearbySearchOver, StepsThatLeadOnGrow) {
+  this->use("[ ] [ ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 14990 ] [ 15000 ] [ 0 0 ] [ 0 0 ] [ 10000 10000 ]");
+  this->passOverFirst();
+  EXPECT_EQ(this->live.solutions.dimension(), 1);
+}
+
 // x + 2 y between 2 and 9, x largest: with x = 5 there are several.
 TYPED_TEST(NearbySearchOver, SolutionsNoBetterThanTheBestAreNotLookedFor) {
   this->use("[ inf ] [ [ 1 0 ] ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 2 ] [ 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");
@@ -208,6 +231,21 @@ TYPED_TEST(NearbySearchOver, StoppedSearchEndsTheWalk) {
   this->passOverFirst();
   EXPECT_EQ(this->live.solutions.dimension(), 0);
   EXPECT_LE(stopper.steps, 4);
+}
+
+// The search ends with the number that the walk onwards reaches; the walk from elsewhere, which
+// comes next after a restart, would begin at another solution.
+TYPED_TEST(NearbySearchOver, StoppedSearchBeginsNoOtherWalk) {
+  for (Index count = 2; count <= 60; ++count) {
+    this->use("[ ] [ ] [ ] [ ] [ ] [ [ 1 1 1 ] ] [ 0 ] [ 9 ] [ 0 0 0 ] [ 0 0 0 ] [ 9 9 9 ]");
+    this->live.runVariables[MainMutexVariable::runState].set("");
+    this->live.params.sol = count;
+    this->live.params.variate = true;
+    this->live.restarts = count;
+    this->passOverFirst();
+    ASSERT_TRUE(this->live.stopped());
+    EXPECT_EQ(this->live.solutions.dimension(), count);
+  }
 }
 
 TYPED_TEST(NearbySearchOver, ObserverHearsOfEachStep) {
