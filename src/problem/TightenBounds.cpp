@@ -1,0 +1,197 @@
+#include "problem/TightenBounds.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "numbers/ExactArithmetic.h"
+#include "numbers/VectorQQ.h"
+
+namespace starsift {
+
+namespace {
+
+/// Cycles of rows may narrow a wide range by one step a round: what they haven't said by
+/// then isn't worth the time.
+constexpr int mostRounds = 20;
+
+/// The values of a variable, counted in its steps: integers, unless it is a constant.
+struct Range {
+  QQ least;
+  QQ greatest;
+
+  bool isConstant() const { return least == greatest; }
+  bool isFinite() const { return !least.isInf() && !greatest.isInf(); }
+};
+
+/// One coefficient of a row, not 0.
+struct Term {
+  std::size_t variable;
+  QQ coefficient;
+};
+
+/// sum of the terms <= limit, a finite one.
+struct Limit {
+  std::vector<Term> terms;
+  QQ limit;
+};
+
+/// The end of a range at which the term is least.
+const QQ& leastEnd(const Term& term, const Range& range) {
+  return term.coefficient.sign() ? range.least : range.greatest;
+}
+
+/// The least value of a sum: infinite terms, all -inf, are counted.
+struct LeastSum {
+  QQ finite;
+  std::size_t infinite = 0;
+};
+
+LeastSum leastSum(const Limit& row, const std::vector<Range>& ranges) {
+  LeastSum sum;
+  for (const Term& term : row.terms) {
+    const QQ& end = leastEnd(term, ranges[term.variable]);
+    if (end.isInf())
+      ++sum.infinite;
+    else
+      addProduct(sum.finite, term.coefficient, end);
+  }
+  return sum;
+}
+
+enum class Outcome { unchanged, narrowed, contradiction };
+
+/// coefficient * variable <= room.
+Outcome narrow(Range& range, const QQ& coefficient, const QQ& room) {
+  const QQ end = room / coefficient;
+  if (coefficient.sign()) {
+    if (range.greatest <= end) return Outcome::unchanged;
+    range.greatest = floor(end);
+  } else {
+    if (range.least >= end) return Outcome::unchanged;
+    range.least = ceil(end);
+  }
+  return range.least <= range.greatest ? Outcome::narrowed : Outcome::contradiction;
+}
+
+/// Every variable against the least value of the others.
+Outcome narrow(std::vector<Range>& ranges, const Limit& row) {
+  const LeastSum sum = leastSum(row, ranges);
+  if (sum.infinite == 0 && sum.finite > row.limit) return Outcome::contradiction;
+  if (sum.infinite > 1) return Outcome::unchanged;
+  Outcome outcome = Outcome::unchanged;
+  for (const Term& term : row.terms) {
+    Range& range = ranges[term.variable];
+    const QQ& own = leastEnd(term, range);
+    if (range.isConstant() || (sum.infinite == 1 && !own.isInf())) continue;
+    QQ room = row.limit - sum.finite;
+    if (!own.isInf()) addProduct(room, term.coefficient, own);
+    const Outcome one = narrow(range, term.coefficient, room);
+    if (one == Outcome::contradiction) return one;
+    if (one == Outcome::narrowed) outcome = one;
+  }
+  return outcome;
+}
+
+/// False where the rows contradict the ranges.
+bool propagate(std::vector<Range>& ranges, const std::vector<Limit>& rows) {
+  for (int round = 1; round <= mostRounds; ++round) {
+    bool isNarrowed = false;
+    for (const Limit& row : rows) {
+      const Outcome outcome = narrow(ranges, row);
+      if (outcome == Outcome::contradiction) return false;
+      isNarrowed = isNarrowed || outcome == Outcome::narrowed;
+    }
+    if (!isNarrowed) return true;
+  }
+  return true;
+}
+
+/// More decimals than anybody counts in; powers of ten are refused far beyond only.
+constexpr int mostDecimals = 1000;
+
+bool isSmallCount(const QQ& decimals) {
+  return isNonNegativeInteger(decimals) && decimals <= QQ(mostDecimals);
+}
+
+/// 10^dx of each variable; nothing where one isn't a small count.
+std::optional<std::vector<QQ>> stepsPerUnit(const Vector<QQ>& dx) {
+  if (!std::all_of(dx.begin(), dx.end(), &isSmallCount)) return std::nullopt;
+  std::vector<QQ> steps;
+  for (const QQ& decimals : dx) steps.push_back(ExactArithmetic<QQ>::powerOfTen(decimals));
+  return steps;
+}
+
+/// The ranges of the bounds, rounded inwards; nothing where one is empty.
+std::optional<std::vector<Range>> rangesOf(const Vanu<QQ>& problem, const std::vector<QQ>& steps) {
+  std::vector<Range> ranges;
+  for (Index j = 1; j <= problem.rx.dimension(); ++j) {
+    const QQ& unit = steps[static_cast<std::size_t>(j - 1)];
+    if (problem.lx[j] == QQ::infinity() || problem.rx[j] == -QQ::infinity()) return std::nullopt;
+    Range range{problem.lx[j] * unit, problem.rx[j] * unit};
+    if (!range.isConstant()) range = {ceil(range.least), floor(range.greatest)};
+    if (range.least > range.greatest) return std::nullopt;
+    ranges.push_back(std::move(range));
+  }
+  return ranges;
+}
+
+/// Rows as limits from above; those from below are negated.
+class Limits {
+ public:
+  explicit Limits(const std::vector<QQ>& steps) : steps_(steps) {}
+
+  void add(const Vector<QQ>& row, const QQ& lower, const QQ& upper) {
+    if (!upper.isInf()) limits_.push_back({termsOf(row, QQ::one()), upper});
+    if (!lower.isInf()) limits_.push_back({termsOf(row, QQ::minusOne()), -lower});
+  }
+  const std::vector<Limit>& all() const { return limits_; }
+
+ private:
+  std::vector<Term> termsOf(const Vector<QQ>& row, const QQ& sign) const {
+    std::vector<Term> terms;
+    for (std::size_t j = 0; j < steps_.size(); ++j) {
+      const QQ& entry = row[static_cast<Index>(j) + 1];
+      if (!entry.isZero()) terms.push_back({j, sign * entry / steps_[j]});
+    }
+    return terms;
+  }
+
+  const std::vector<QQ>& steps_;
+  std::vector<Limit> limits_;
+};
+
+/// The rows that limit the variables; an infinite limit limits nothing.
+Limits limitsOf(const Vanu<QQ>& problem, const std::vector<QQ>& steps) {
+  Limits limits(steps);
+  for (Index i = 1; i <= problem.bg.dimension(); ++i)
+    if (!problem.qg.isSet() || problem.qg[i].isZero())
+      limits.add(problem.Ag[i], problem.bg[i], problem.bg[i]);
+  for (Index i = 1; i <= problem.lu.dimension(); ++i)
+    limits.add(problem.Au[i], problem.lu[i], problem.ru[i]);
+  return limits;
+}
+
+bool isHalved(const Range& before, const Range& after) {
+  return before.isFinite() && !before.isConstant() &&
+         QQ(2) * (after.greatest - after.least) <= before.greatest - before.least;
+}
+
+}  // namespace
+
+void tightenBounds(Vanu<QQ>& problem) {
+  const auto steps = stepsPerUnit(problem.dx);
+  if (!steps) return;
+  const auto before = rangesOf(problem, *steps);
+  if (!before) return;
+  std::vector<Range> ranges = *before;
+  if (!propagate(ranges, limitsOf(problem, *steps).all())) return;
+  for (std::size_t j = 0; j < ranges.size(); ++j) {
+    if (!isHalved((*before)[j], ranges[j])) continue;
+    problem.lx[static_cast<Index>(j) + 1] = ranges[j].least / (*steps)[j];
+    problem.rx[static_cast<Index>(j) + 1] = ranges[j].greatest / (*steps)[j];
+  }
+}
+
+}  // namespace starsift
