@@ -83,6 +83,8 @@ SearchEnd Seek::run() {
   limited_ = isLimited(lattice_.params(), lattice_.hasTargets());
   StarStore store(lattice_);
   watch_.setStore(store);
+  // The store has taken the problem as it was read: that is what stars are judged by.
+  lattice_.tightenBounds();
   lattice_.tryStandardPrecision();
   lattice_.beginSearch(watch_, watch_.elapsed());
   const SearchEnd end = search();

@@ -9,6 +9,7 @@
 #include "numbers/Conversion.h"
 #include "params/ParamArguments.h"
 #include "problem/OptReader.h"
+#include "problem/TightenBounds.h"
 
 namespace starsift {
 
@@ -158,6 +159,11 @@ void YLattice<R>::setFileNames(const std::string& path) {
 template <class R>
 void YLattice<R>::readOpt() {
   starsift::readOpt(exact_.optOriginal);
+}
+
+template <class R>
+void YLattice<R>::tightenBounds() {
+  starsift::tightenBounds(exact_.optOriginal);
 }
 
 template <class R>

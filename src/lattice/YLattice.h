@@ -97,6 +97,9 @@ class YLattice {
   /// Reads the problem into the exact lattice, which must be live: the numbers of
   /// a file are rationals. Fatal where it can't be read.
   void readOpt();
+  /// Narrows the bounds of the problem that readOpt() read to what its rows allow. The exact
+  /// lattice must be live, and not normalised yet.
+  void tightenBounds();
   /// Sets parameters of the exact lattice, which must be live, as readArguments().
   void readParams(const std::vector<std::string>& arguments);
   /// Takes problem and paths of `other` into a fresh exact lattice.

@@ -30,6 +30,11 @@ constexpr std::string_view best =
 constexpr std::string_view none =
     "[ ] [ ] [ [ 3 5 ] ] [ 7 ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
 
+// Its bounds allow more than the hundredfold of what its row does.
+constexpr std::string_view wide =
+    "[ ] [ ] [ [ 7 11 13 29 ] ] [ 1000 ] [ ] [ ] [ ] [ ] "
+    "[ 0 0 0 0 ] [ 0 0 0 0 ] [ 1000 1000 1000 1000 ]";
+
 /// Meets in the middle of a step what can't be computed.
 class BreakingWatch : public SearchWatch {
  public:
@@ -70,6 +75,19 @@ TEST_F(SeekTest, EndsWhenThereAreEnoughSolutions) {
   EXPECT_THAT(solFile(), testing::StartsWith("[ 2 5 ] | 0 | [ ] | 0 | 0 | "));
   EXPECT_THAT(report(), HasSubstr("x = [ 2 5 ]"));
   EXPECT_THAT(console_, HasSubstr("Solutions found: 1"));
+}
+
+TEST_F(SeekTest, FindsASolutionInABoxFarWiderThanItsRowAllows) {
+  EXPECT_EQ(run(wide, {"--iters=1"}), SearchEnd::goal);
+  EXPECT_EQ(lattice_.solutionCount(), 1);
+}
+
+// The row leaves x = 0 alone, but a star may miss it by a billionth.
+TEST_F(SeekTest, KeepsStarsThatAreOutsideOfWhatItSearches) {
+  dir_.write("p.sol", "[ 5 ]\n");
+  run("[ ] [ ] [ [ 1/100000000000 ] ] [ 0 ] [ ] [ ] [ ] [ ] [ 0 ] [ 0 ] [ 5 ]", {});
+  EXPECT_THAT(solFile(), HasSubstr("[ 5 ]"));
+  EXPECT_THAT(solFile(), HasSubstr("[ 0 ]"));
 }
 
 TEST_F(SeekTest, EndsWhenATargetNormIsMet) {
