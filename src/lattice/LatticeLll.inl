@@ -306,7 +306,7 @@ bool Lattice<T, R>::areDependent(Index count, Index independent) const {
 template <class T, class R>
 void Lattice<T, R>::forgetSkipped(Index count) {
   for (Index k = 1; k <= count; ++k)
-    if (carries(vecStatus[k], ST_MU) && !(isSizeReduced(k) && isInOrder(k)))
+    if (seemsIndependent(k) && !(isSizeReduced(k) && isInOrder(k)))
       vecStatus[k] = without(vecStatus[k], ST_SIZE_REDUCED | ST_SWAP_CHECKED);
 }
 

@@ -144,7 +144,8 @@ void NearbySearch<T, R>::walkFromAnywhere() {
 template <class T, class R>
 void NearbySearch<T, R>::climb(const Vector<T>& from) {
   R value = commonTarget(from);
-  follow(from, Stride::growing, [&](const Vector<T>& next) {
+  // Where nothing bounds a target, longer steps would lead ever further away.
+  follow(from, Stride::single, [&](const Vector<T>& next) {
     const R nextValue = commonTarget(next);
     if (!(nextValue > value) || !lattice_.liesInBox(next)) return false;
     value = nextValue;

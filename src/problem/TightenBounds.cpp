@@ -16,6 +16,9 @@ namespace {
 /// then isn't worth the time.
 constexpr int mostRounds = 20;
 
+/// Entries that all rounds but the first may look at: a second or two of long fractions.
+constexpr std::size_t mostEntries = 2'000'000;
+
 /// The values of a variable, counted in its steps: integers, unless it is a constant.
 struct Range {
   QQ least;
@@ -94,9 +97,16 @@ Outcome narrow(std::vector<Range>& ranges, const Limit& row) {
   return outcome;
 }
 
+std::size_t entriesOf(const std::vector<Limit>& rows) {
+  std::size_t count = 1;
+  for (const Limit& row : rows) count += row.terms.size();
+  return count;
+}
+
 /// False where the rows contradict the ranges.
 bool propagate(std::vector<Range>& ranges, const std::vector<Limit>& rows) {
-  for (int round = 1; round <= mostRounds; ++round) {
+  const auto rounds = 1 + std::min<std::size_t>(mostRounds - 1, mostEntries / entriesOf(rows));
+  for (std::size_t round = 1; round <= rounds; ++round) {
     bool isNarrowed = false;
     for (const Limit& row : rows) {
       const Outcome outcome = narrow(ranges, row);

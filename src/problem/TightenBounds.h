@@ -20,8 +20,9 @@ namespace starsift {
 /// or a dx isn't one of 0, 1, ... 1000: a later step says so, with a text of its own. Never
 /// throws, never fatal.
 ///
-/// Interval propagation in exact arithmetic over at most 20 rounds, each O(entries other
-/// than 0): E. Davis, Constraint propagation with interval labels, Artif. Intell. 32 (1987).
+/// Interval propagation in exact arithmetic over at most 20 rounds, fewer over more than
+/// 100,000 entries, each O(entries other than 0): E. Davis, Constraint propagation with interval
+/// labels, Artif. Intell. 32 (1987).
 void tightenBounds(Vanu<QQ>& problem);
 
 }  // namespace starsift

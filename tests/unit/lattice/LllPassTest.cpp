@@ -383,6 +383,17 @@ TYPED_TEST(LllPassOver, ReductionLeavesNoCoefficientBehindAStrictPass) {
   EXPECT_EQ(rowsText(this->lattice.B), "[ 4 4 4 ] [ 3 3 -9 ] [ 0 0 0 ]");
 }
 
+// Deep insertion leaves the first two vectors as they are sorted.
+TYPED_TEST(LllPassOver, ReductionAsksAnewWhatDeepInsertionDidNot) {
+  this->use({{7, 0}, {5, 5}});
+  this->lattice.params.deep = true;
+  EXPECT_TRUE(this->lattice.reduce(0));
+  EXPECT_FALSE(test::isReduced(this->lattice.B));
+  this->lattice.params.deep = false;
+  EXPECT_TRUE(this->lattice.reduce(0));
+  EXPECT_TRUE(test::isReduced(this->lattice.B));
+}
+
 /// f * q * (1, 2, ..., 8) and small noise in each row, for q of so many bits: nearly
 /// dependent.
 Matrix<QQ> nearlyDependentRows(unsigned bits, std::mt19937_64& random) {
