@@ -1,7 +1,6 @@
 #include "algorithms/RowProducts.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace starsift {
@@ -33,12 +32,12 @@ std::array<R, 4> fourProducts(const Matrix<R>& rows, Index first, const Vector<R
 constexpr long double mostGrowth = 64;
 
 /// What a product of rounded rows must have of the product of their lengths, so that its
-/// rounding errors leave enough digits of it: 2^-16.
-constexpr long double leastShare = 0x1p-16L;
+/// rounding errors leave enough digits of it: 2^-16, squared.
+constexpr long double leastShare = 0x1p-32L;
 
 /// So large a product of lengths, in units of the squared length that it is divided by for a
-/// Gram-Schmidt coefficient, makes rounding errors of the coefficient that matter: 2^24.
-constexpr long double leastRatio = 0x1p24L;
+/// Gram-Schmidt coefficient, makes rounding errors of the coefficient that matter: 2^24, squared.
+constexpr long double leastRatio = 0x1p48L;
 
 }  // namespace
 
@@ -189,8 +188,10 @@ template <class R>
 R RowProducts<R>::withoutLoss(const R& product, const Matrix<R>& rows, Index k, Index j,
                               const Vector<R>& lengths) {
   if (!exact_) return product;
-  const R most = std::sqrt(squaredLength(rows, k)) * std::sqrt(squaredLength(rows, j));
-  const bool isLost = std::fabs(product) < leastShare * most && leastRatio * lengths[j] < most;
+  // Squares, as roots would take longer than the rest.
+  const R most = squaredLength(rows, k) * squaredLength(rows, j);
+  const bool isLost =
+      product * product < leastShare * most && leastRatio * (lengths[j] * lengths[j]) < most;
   return isLost ? exact_(k, j) : product;
 }
 
