@@ -258,7 +258,11 @@ struct Regenerate : LatticeMove<Regenerate> {
   void apply(Model& model) const override { model.scale = ones(model.scale.dimension()); }
   void on(auto& lattice) const {
     lattice.params.variate = i % 2 == 1;
-    lattice.regenerateLattice();
+    try {
+      lattice.regenerateLattice();
+    } catch (const PrecisionException&) {
+      RC_DISCARD("solutions that long double can't hold in between");
+    }
   }
 };
 
