@@ -1,6 +1,5 @@
 #include "app/SearchWatch.h"
 
-#include <algorithm>
 #include <cmath>
 #include <sstream>
 
@@ -45,8 +44,6 @@ void SearchWatch::onStep(const PassCounts& counts) {
 
 void SearchWatch::look() {
   if (store_ != nullptr && store_->isDue(lattice_)) store_->save(lattice_);
-  // While a lattice is made anew its solutions are elsewhere.
-  mostSolutions_ = std::max(mostSolutions_, lattice_.solutionCount());
   if (interrupted() != 0) throw SearchEnded(SearchEnd::interrupt);
   const auto now = StatusLine::Clock::now();
   if (timeLimit_ > 0 && now - start_ >= std::chrono::duration<long double>(timeLimit_))
@@ -58,7 +55,7 @@ std::string SearchWatch::status(StatusLine::Clock::time_point now) const {
   std::ostringstream text;
   text << "pass " << passes_ << ", " << exchanges_ << " exchanges";
   lattice_.withLive([&text](const auto& lattice) { writeBest(text, lattice); });
-  text << ", " << mostSolutions_ << " solutions, "
+  text << ", " << lattice_.solutionCount() << " solutions, "
        << std::chrono::duration_cast<std::chrono::seconds>(now - start_).count() << " s";
   return text.str();
 }

@@ -84,8 +84,6 @@ class SearchWatch : public ReductionObserver {
   /// Exchanges of the pass under way that are counted already.
   Index counted_ = 0;
   Index steps_ = 0;
-  /// The most solutions that the lattice ever had at a look.
-  Index mostSolutions_ = 0;
 };
 
 }  // namespace starsift

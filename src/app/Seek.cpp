@@ -6,6 +6,7 @@
 
 #include "app/StarStore.h"
 #include "core/Console.h"
+#include "params/SearchLimits.h"
 
 namespace starsift {
 
@@ -45,7 +46,7 @@ bool isGiven(const Params& params, const char* name) {
 
 /// When the search is to end was said. Norms end it only where there are targets.
 bool isLimited(const Params& params, bool hasTargets) {
-  return params.iters >= 0 || params.rtime.get() > 0 || params.sol > 1 ||
+  return hasPassOrTimeLimit(params) || params.sol > 1 ||
          (hasTargets && (isGiven(params, "snorm") || isGiven(params, "tnorm")));
 }
 

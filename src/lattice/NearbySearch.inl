@@ -10,6 +10,7 @@
 #include "algorithms/LastCoordinate.h"
 #include "algorithms/SizeReduce.h"
 #include "lattice/NearbySearch.h"
+#include "params/SearchLimits.h"
 
 namespace starsift {
 
@@ -120,8 +121,7 @@ bool NearbySearch<T, R>::hasSolution() const {
 template <class T, class R>
 bool NearbySearch<T, R>::wantsSeveral() const {
   const auto& params = lattice_.params;
-  const bool isLimited = params.iters >= 0 || params.rtime.get() > 0;
-  return params.sol > 1 || (params.sol <= 0 && isLimited);
+  return params.sol > 1 || (params.sol <= 0 && hasPassOrTimeLimit(params));
 }
 
 template <class T, class R>
