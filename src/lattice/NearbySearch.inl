@@ -194,10 +194,10 @@ Vector<T> NearbySearch<T, R>::follow(Vector<T> at, Stride stride, Move move) {
     const Index most = stride == Stride::growing ? round : 1;
     for (const Vector<T>& step : steps_) {
       if (!(step[lattice_.m] == T()) || supNorm(step) == T()) continue;
-      moved = advance(at, step, most, move) || moved;
-      if (!lattice_.stopped())
-        moved = advance(at, Vector<T>(lattice_.m) - step, most, move) || moved;
-      if (lattice_.stopped()) return at;
+      for (const Vector<T>& way : {step, Vector<T>(lattice_.m) - step}) {
+        moved = advance(at, way, most, move) || moved;
+        if (lattice_.stopped()) return at;
+      }
     }
   }
   return at;
