@@ -3,19 +3,20 @@
 # Floors made so far, lowest first.
 set(STARSIFT_FLOORS)
 
-# starsift_add_floor(<floor> [LINKS <target>...])
+# starsift_add_floor(<floor> [BESIDE <floor>] [LINKS <target>...])
 #
-# Makes starsift_<floor> from src/<floor>/*.cpp, linked to the floor below and
-# to LINKS. Headers are a file set, so that each one is compiled alone by the
+# Makes starsift_<floor> from all sources in src/<floor>/ and its rooms, linked to the floor
+# below and to LINKS. A floor BESIDE the house stands on the one named, and no other floor
+# stands on it. Headers are a file set, so that each one is compiled alone by the
 # target all_verify_interface_header_sets; the template bodies in *.inl are
 # installed with them but need their header first and so are not compiled alone.
 # A floor without sources is an interface library, one without files is skipped.
 function(starsift_add_floor floor)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINKS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "BESIDE" "LINKS")
   set(folder "${PROJECT_SOURCE_DIR}/src/${floor}")
-  file(GLOB sources CONFIGURE_DEPENDS "${folder}/*.cpp")
-  file(GLOB headers CONFIGURE_DEPENDS "${folder}/*.h")
-  file(GLOB bodies CONFIGURE_DEPENDS "${folder}/*.inl")
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${folder}/*.cpp")
+  file(GLOB_RECURSE headers CONFIGURE_DEPENDS "${folder}/*.h")
+  file(GLOB_RECURSE bodies CONFIGURE_DEPENDS "${folder}/*.inl")
   if(NOT sources AND NOT headers)
     return()
   endif()
@@ -45,7 +46,9 @@ function(starsift_add_floor floor)
                  COMPONENT development)
   endif()
 
-  if(STARSIFT_FLOORS)
+  if(arg_BESIDE)
+    target_link_libraries(${target} ${scope} starsift_${arg_BESIDE})
+  elseif(STARSIFT_FLOORS)
     list(GET STARSIFT_FLOORS -1 below)
     target_link_libraries(${target} ${scope} starsift_${below})
   endif()
@@ -56,6 +59,9 @@ function(starsift_add_floor floor)
     FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/starsift" COMPONENT development
     ${body_set})
 
+  if(arg_BESIDE)
+    return()
+  endif()
   list(APPEND STARSIFT_FLOORS ${floor})
   set(STARSIFT_FLOORS "${STARSIFT_FLOORS}" PARENT_SCOPE)
 endfunction()

@@ -15,7 +15,7 @@ endif()
 
 # Generators, oracles and macros for all test programs. It names no floor to
 # link: each test program adds its own, and members for higher floors stay out.
-file(GLOB support_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/support/*.cpp")
+file(GLOB_RECURSE support_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/support/*.cpp")
 if(support_sources)
   set(support_scope PUBLIC)
   add_library(starsift_test_support STATIC ${support_sources})
@@ -50,13 +50,17 @@ function(starsift_add_gtest name folder library)
 endfunction()
 
 include(GoogleTest)
-foreach(floor IN LISTS STARSIFT_FLOORS ITEMS app)
+foreach(floor IN LISTS STARSIFT_FLOORS ITEMS certificates app)
   starsift_add_gtest(unit_${floor} "${PROJECT_SOURCE_DIR}/tests/unit/${floor}" starsift_${floor})
 endforeach()
+# These judge bases by certificates.
+target_link_libraries(unit_lattice PRIVATE starsift_certificates)
 starsift_add_gtest(property "${PROJECT_SOURCE_DIR}/tests/property" starsift_app)
+target_link_libraries(property PRIVATE starsift_certificates)
 # Its fail() throws: see ThrowingFailure.h there.
 starsift_add_gtest(property_fatal "${PROJECT_SOURCE_DIR}/tests/property/fatal" starsift_app)
 if(TARGET property_fatal)
+  target_link_libraries(property_fatal PRIVATE starsift_certificates)
   set(problem_count 2000)
   if(STARSIFT_SANITIZE)
     set(problem_count 400)  # twenty times as slow, and looking for other faults

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "Target.h"
-#include "core/InputText.h"
+#include "text/InputText.h"
 
 /// Usage: replay FOLDER. The last file named is the one that ended the process.
 int main(int count, char** arguments) {

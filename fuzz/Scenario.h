@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "support/StarOracle.h"
+#include "support/oracles/StarOracle.h"
 
 namespace starsift::fuzz {
 

@@ -5,7 +5,7 @@
 #include <iostream>
 #include <new>
 
-#include "core/Failure.h"
+#include "system/Failure.h"
 
 namespace starsift {
 

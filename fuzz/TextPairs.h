@@ -4,7 +4,7 @@
 #include <sstream>
 
 #include "Target.h"
-#include "core/TextCursor.h"
+#include "text/TextCursor.h"
 
 namespace starsift::fuzz {
 

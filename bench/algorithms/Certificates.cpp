@@ -2,18 +2,18 @@
 // forms, equality of lattices, kernels and coordinates, by rows and by digits of the
 // entries. The answers are yes, which takes all of the work.
 #include "Benchmarks.h"
-#include "algorithms/BasisSolver.h"
-#include "algorithms/CoordinateSolver.h"
-#include "algorithms/HermiteForm.h"
-#include "algorithms/Kernel.h"
-#include "algorithms/LatticeEquality.h"
-#include "algorithms/LllConditions.h"
-#include "algorithms/Unimodular.h"
+#include "algorithms/exact/BasisSolver.h"
+#include "algorithms/exact/CoordinateSolver.h"
+#include "algorithms/exact/Unimodular.h"
+#include "certificates/HermiteForm.h"
+#include "certificates/Kernel.h"
+#include "certificates/LatticeEquality.h"
+#include "certificates/LllViolations.h"
 #include "numbers/VectorQQ.h"
 #include "support/Register.h"
 #include "support/Samples.h"
-#include "support/SlowDeterminant.h"
-#include "support/SlowHermite.h"
+#include "support/oracles/SlowDeterminant.h"
+#include "support/oracles/SlowHermite.h"
 
 namespace starsift::bench {
 

@@ -3,8 +3,8 @@
 #include <numeric>
 
 #include "Benchmarks.h"
-#include "algorithms/ScaledRow.h"
 #include "numbers/VectorQQ.h"
+#include "stars/ScaledRow.h"
 #include "support/Register.h"
 #include "support/Samples.h"
 

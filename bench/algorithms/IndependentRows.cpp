@@ -1,12 +1,12 @@
 // The choice of independent rows, by size and by the share of dependent ones. There are
 // twice as many columns as rows; entries have ten digits.
-#include "algorithms/IndependentRows.h"
+#include "algorithms/exact/IndependentRows.h"
 
 #include "Benchmarks.h"
 #include "numbers/VectorQQ.h"
-#include "support/BareissRows.h"
 #include "support/Register.h"
 #include "support/Samples.h"
+#include "support/oracles/BareissRows.h"
 
 namespace starsift::bench {
 

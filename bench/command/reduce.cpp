@@ -17,10 +17,10 @@
 #include <string>
 #include <vector>
 
-#include "core/Exceptions.h"
 #include "lattice/Lattice.h"
 #include "numbers/Conversion.h"
 #include "numbers/VectorQQ.h"
+#include "system/Exceptions.h"
 
 namespace starsift::bench {
 

@@ -1,6 +1,6 @@
 // The check of stars against a prepared problem, by variables and kind of numbers.
 #include "Benchmarks.h"
-#include "files/StarCheck.h"
+#include "stars/StarCheck.h"
 #include "support/Register.h"
 #include "support/StarSamples.h"
 

@@ -1,6 +1,6 @@
 // Removing duplicates: each x occurs twice, with other parameters.
 #include "Benchmarks.h"
-#include "files/StarOrder.h"
+#include "stars/StarOrder.h"
 #include "support/FreshCopy.h"
 #include "support/Growth.h"
 #include "support/Register.h"

@@ -1,6 +1,6 @@
 // Sorting stars: unsorted ones, and ones that are sorted already, as in a file that was rewritten.
 #include "Benchmarks.h"
-#include "files/StarOrder.h"
+#include "stars/StarOrder.h"
 #include "support/FreshCopy.h"
 #include "support/Growth.h"
 #include "support/Register.h"

@@ -3,11 +3,11 @@
 #include <iostream>
 
 #include "Benchmarks.h"
-#include "core/Console.h"
 #include "lattice/Lattice.h"
 #include "numbers/VectorQQ.h"
 #include "support/Register.h"
 #include "support/Samples.h"
+#include "system/Console.h"
 
 namespace starsift::bench {
 

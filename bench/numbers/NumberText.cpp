@@ -5,10 +5,10 @@
 
 #include "Benchmarks.h"
 #include "core/NumberTraits.h"
-#include "core/TextCursor.h"
 #include "numbers/QQText.h"
 #include "support/Register.h"
 #include "support/Samples.h"
+#include "text/TextCursor.h"
 
 namespace starsift::bench {
 

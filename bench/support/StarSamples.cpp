@@ -5,9 +5,9 @@
 #include <sstream>
 
 #include "files/SolWriter.h"
-#include "files/StarCheck.h"
 #include "numbers/VectorQQ.h"
 #include "problem/OptReader.h"
+#include "stars/StarCheck.h"
 
 namespace starsift::bench {
 

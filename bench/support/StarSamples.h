@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "core/Star.h"
 #include "peer/Stars.h"
 #include "problem/Vanu.h"
+#include "stars/Star.h"
 #include "support/Samples.h"
 
 namespace starsift::bench {

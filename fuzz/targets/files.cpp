@@ -4,7 +4,7 @@
 
 #include "Target.h"
 #include "WorkFolder.h"
-#include "support/StarRun.h"
+#include "support/fixtures/StarRun.h"
 
 namespace starsift::fuzz {
 

@@ -4,7 +4,7 @@
 
 #include "Target.h"
 #include "numbers/QQText.h"
-#include "support/ReferenceNumberText.h"
+#include "support/oracles/ReferenceNumberText.h"
 
 namespace starsift::fuzz {
 

@@ -7,7 +7,7 @@
 #include "Scenario.h"
 #include "Target.h"
 #include "WorkFolder.h"
-#include "support/StarRun.h"
+#include "support/fixtures/StarRun.h"
 
 namespace starsift::fuzz {
 

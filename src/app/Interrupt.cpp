@@ -3,7 +3,7 @@
 #include <csignal>
 #include <ctime>
 
-#include "core/Semaphore.h"
+#include "system/Semaphore.h"
 
 namespace starsift {
 

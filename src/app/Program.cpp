@@ -5,9 +5,9 @@
 #include <iostream>
 #include <string>
 
-#include "core/Console.h"
-#include "core/FailureRemark.h"
-#include "core/Semaphore.h"
+#include "system/Console.h"
+#include "system/FailureRemark.h"
+#include "system/Semaphore.h"
 
 namespace starsift {
 

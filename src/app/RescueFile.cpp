@@ -7,8 +7,8 @@
 #include <fstream>
 #include <iostream>
 
-#include "core/Console.h"
-#include "core/SizeSignal.h"
+#include "system/Console.h"
+#include "system/SizeSignal.h"
 
 namespace starsift {
 

@@ -6,8 +6,8 @@
 
 #include "app/StarStore.h"
 #include "app/StatusLine.h"
-#include "core/Exceptions.h"
 #include "lattice/YLattice.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 

@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "app/StarStore.h"
-#include "core/Console.h"
 #include "params/SearchLimits.h"
+#include "system/Console.h"
 
 namespace starsift {
 

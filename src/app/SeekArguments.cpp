@@ -1,6 +1,6 @@
 #include "app/SeekArguments.h"
 
-#include "core/Text.h"
+#include "text/Text.h"
 
 namespace starsift {
 

@@ -13,7 +13,7 @@ namespace starsift {
 /// the report of the solutions without a final line end.
 ///
 /// A file that can't be read, has a wrong form or can't be written ends the process
-/// (see core/Failure.h), and a number without its integer part throws; solFile is
+/// (see system/Failure.h), and a number without its integer part throws; solFile is
 /// then unchanged. `lattice` is fresh and holds problem and stars in the end.
 void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::ostream& report);
 

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "app/SavePace.h"
-#include "core/FileIdentity.h"
 #include "lattice/YLattice.h"
+#include "system/FileIdentity.h"
 
 namespace starsift {
 

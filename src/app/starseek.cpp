@@ -14,10 +14,10 @@
 #include "app/RescueFile.h"
 #include "app/Seek.h"
 #include "app/SeekArguments.h"
-#include "core/Console.h"
-#include "core/EndingSignals.h"
-#include "core/FailureRemark.h"
 #include "params/ParamHelp.h"
+#include "system/Console.h"
+#include "system/EndingSignals.h"
+#include "system/FailureRemark.h"
 
 namespace starsift {
 namespace {

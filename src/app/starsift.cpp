@@ -6,9 +6,9 @@
 
 #include "app/Program.h"
 #include "app/Sift.h"
-#include "core/Console.h"
-#include "core/EndingSignals.h"
-#include "core/Text.h"
+#include "system/Console.h"
+#include "system/EndingSignals.h"
+#include "text/Text.h"
 
 /// Usage: starsift file.sol. Of two arguments the last one counts.
 int main(int count, char** arguments) {

@@ -4,8 +4,8 @@
 #include <type_traits>
 
 #include "core/Array.h"
-#include "core/Exceptions.h"
 #include "core/NumberConversion.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 

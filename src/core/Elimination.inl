@@ -6,7 +6,7 @@
 #include <cstdlib>
 
 #include "core/Elimination.h"
-#include "core/Exceptions.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "core/Exceptions.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 

@@ -13,8 +13,8 @@
 #include <string>
 
 #include "core/Index.h"
-#include "core/IntegerText.h"
-#include "core/TextCursor.h"
+#include "text/IntegerText.h"
+#include "text/TextCursor.h"
 
 namespace starsift {
 

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "core/ConversionArray.h"
-#include "core/Serializable.h"
+#include "text/Serializable.h"
 
 namespace starsift {
 

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "core/ConversionArray.h"
-#include "core/Serializable.h"
-#include "core/Text.h"
-#include "core/TextCursor.h"
+#include "text/Serializable.h"
+#include "text/Text.h"
+#include "text/TextCursor.h"
 
 namespace starsift {
 

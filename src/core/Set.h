@@ -10,8 +10,8 @@
 #include <memory>
 #include <utility>
 
-#include "core/Failure.h"
 #include "core/Index.h"
+#include "system/Failure.h"
 
 namespace starsift {
 

@@ -1,6 +1,6 @@
 #include "files/DeferredSignals.h"
 
-#include "core/Semaphore.h"
+#include "system/Semaphore.h"
 
 namespace starsift {
 

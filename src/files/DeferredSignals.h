@@ -3,7 +3,7 @@
 
 #include <csignal>
 
-#include "core/EndingSignals.h"
+#include "system/EndingSignals.h"
 
 namespace starsift {
 

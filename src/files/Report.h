@@ -5,7 +5,7 @@
 #include <iosfwd>
 #include <string>
 
-#include "core/Star.h"
+#include "stars/Star.h"
 
 namespace starsift {
 

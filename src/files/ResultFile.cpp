@@ -11,10 +11,10 @@
 #include <optional>
 #include <utility>
 
-#include "core/Exceptions.h"
-#include "core/Failure.h"
-#include "core/SizeSignal.h"
-#include "core/SystemCall.h"
+#include "system/Exceptions.h"
+#include "system/Failure.h"
+#include "system/SizeSignal.h"
+#include "system/SystemCall.h"
 
 namespace starsift {
 

@@ -9,8 +9,8 @@
 #include <string>
 #include <string_view>
 
-#include "core/FileIdentity.h"
-#include "core/InputText.h"
+#include "system/FileIdentity.h"
+#include "text/InputText.h"
 
 namespace starsift {
 

@@ -7,14 +7,14 @@
 #include <utility>
 #include <vector>
 
-#include "core/Exceptions.h"
-#include "core/Failure.h"
-#include "core/InputText.h"
-#include "core/Text.h"
 #include "core/VectorText.h"
-#include "files/StarCheck.h"
 #include "numbers/Conversion.h"
 #include "numbers/QQText.h"
+#include "stars/StarCheck.h"
+#include "system/Exceptions.h"
+#include "system/Failure.h"
+#include "text/InputText.h"
+#include "text/Text.h"
 
 namespace starsift {
 

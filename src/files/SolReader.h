@@ -8,9 +8,9 @@
 
 #include <string>
 
-#include "core/Star.h"
-#include "core/TextCursor.h"
 #include "problem/Vanu.h"
+#include "stars/Star.h"
+#include "text/TextCursor.h"
 
 namespace starsift {
 

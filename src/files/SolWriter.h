@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "core/FileIdentity.h"
-#include "core/Star.h"
+#include "stars/Star.h"
+#include "system/FileIdentity.h"
 
 namespace starsift {
 

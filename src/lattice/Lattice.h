@@ -11,13 +11,9 @@
 #include <optional>
 #include <string>
 
-#include "algorithms/CoordinateFactors.h"
-#include "algorithms/Reflectors.h"
-#include "core/Guarded.h"
+#include "algorithms/exact/CoordinateFactors.h"
+#include "algorithms/reduction/Reflectors.h"
 #include "core/Set.h"
-#include "core/Star.h"
-#include "files/StarCheck.h"
-#include "files/StarNorms.h"
 #include "lattice/CheckBits.h"
 #include "lattice/ReductionObserver.h"
 #include "lattice/RowImages.h"
@@ -27,7 +23,11 @@
 #include "lattice/VectorBackup.h"
 #include "lattice/VectorScore.h"
 #include "params/ExtendedParams.h"
+#include "params/Guarded.h"
 #include "problem/Vanu.h"
+#include "stars/Star.h"
+#include "stars/StarCheck.h"
+#include "stars/StarNorms.h"
 
 namespace starsift {
 

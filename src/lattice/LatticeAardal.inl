@@ -8,10 +8,10 @@
 #include <memory>
 #include <utility>
 
-#include "algorithms/LastCoordinate.h"
-#include "core/Console.h"
+#include "algorithms/exact/LastCoordinate.h"
 #include "lattice/Lattice.h"
 #include "numbers/ExactArithmetic.h"
+#include "system/Console.h"
 
 namespace starsift {
 

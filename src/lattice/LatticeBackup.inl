@@ -5,11 +5,11 @@
 #include <optional>
 #include <utility>
 
-#include "algorithms/ExactProduct.h"
-#include "files/StarCheck.h"
+#include "algorithms/exact/ExactProduct.h"
 #include "lattice/ClearAtEnd.h"
 #include "lattice/Lattice.h"
 #include "problem/Rows.h"
+#include "stars/StarCheck.h"
 
 namespace starsift {
 

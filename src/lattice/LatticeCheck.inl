@@ -6,9 +6,9 @@
 #include <optional>
 #include <utility>
 
-#include "files/StarCheck.h"
 #include "lattice/Lattice.h"
 #include "problem/Rows.h"
+#include "stars/StarCheck.h"
 
 namespace starsift {
 

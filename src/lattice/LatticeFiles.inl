@@ -7,14 +7,14 @@
 #include <string>
 #include <utility>
 
-#include "core/Console.h"
 #include "files/FileNames.h"
 #include "files/LatText.h"
 #include "files/SolReader.h"
 #include "files/SolWriter.h"
-#include "files/StarCheck.h"
-#include "files/StarOrder.h"
 #include "lattice/Lattice.h"
+#include "stars/StarCheck.h"
+#include "stars/StarOrder.h"
+#include "system/Console.h"
 
 namespace starsift {
 

@@ -8,14 +8,14 @@
 #include <string>
 #include <utility>
 
-#include "algorithms/CommonMultiple.h"
-#include "algorithms/SizeReduce.h"
-#include "core/Console.h"
+#include "algorithms/exact/CommonMultiple.h"
+#include "algorithms/reduction/SizeReduce.h"
 #include "lattice/Lattice.h"
 #include "lattice/StarsAside.h"
 #include "numbers/ExactArithmetic.h"
 #include "numbers/Gcd.h"
 #include "problem/Rows.h"
+#include "system/Console.h"
 
 namespace starsift {
 

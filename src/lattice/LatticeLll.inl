@@ -7,15 +7,15 @@
 #include <iostream>
 #include <string>
 
-#include "algorithms/IndependentRows.h"
-#include "algorithms/LllConditions.h"
-#include "algorithms/SizeReduce.h"
-#include "core/Console.h"
-#include "core/Exceptions.h"
-#include "core/Failure.h"
+#include "algorithms/exact/IndependentRows.h"
+#include "algorithms/reduction/LllConditions.h"
+#include "algorithms/reduction/SizeReduce.h"
 #include "lattice/ClearAtEnd.h"
 #include "lattice/Lattice.h"
 #include "lattice/NearbySearch.h"
+#include "system/Console.h"
+#include "system/Exceptions.h"
+#include "system/Failure.h"
 
 namespace starsift {
 

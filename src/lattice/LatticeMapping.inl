@@ -7,7 +7,7 @@
 #include <cassert>
 #include <utility>
 
-#include "algorithms/CoordinateSolver.h"
+#include "algorithms/exact/CoordinateSolver.h"
 #include "lattice/Lattice.h"
 #include "numbers/ExactArithmetic.h"
 #include "problem/ProblemPoint.h"

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <utility>
 
-#include "algorithms/SizeReduce.h"
+#include "algorithms/reduction/SizeReduce.h"
 #include "lattice/Lattice.h"
 
 namespace starsift {

@@ -12,12 +12,12 @@
 #include <iostream>
 #include <string>
 
-#include "algorithms/GramSchmidt.h"
-#include "algorithms/LqFull.h"
-#include "algorithms/LqReduced.h"
-#include "core/Console.h"
-#include "core/Exceptions.h"
+#include "algorithms/reduction/GramSchmidt.h"
+#include "algorithms/reduction/LqFull.h"
+#include "algorithms/reduction/LqReduced.h"
 #include "lattice/Lattice.h"
+#include "system/Console.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 

@@ -9,9 +9,9 @@
 #include <string_view>
 #include <utility>
 
-#include "core/Console.h"
 #include "lattice/Lattice.h"
 #include "lattice/StarsAside.h"
+#include "system/Console.h"
 
 namespace starsift {
 

@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
-#include "algorithms/SizeReduce.h"
-#include "files/StarNorms.h"
+#include "algorithms/reduction/SizeReduce.h"
 #include "lattice/Lattice.h"
+#include "stars/StarNorms.h"
 
 namespace starsift {
 

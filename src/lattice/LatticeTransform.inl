@@ -6,13 +6,13 @@
 #include <iostream>
 #include <utility>
 
-#include "algorithms/CoordinateSolver.h"
-#include "algorithms/ExactProduct.h"
-#include "algorithms/Unimodular.h"
-#include "core/Console.h"
+#include "algorithms/exact/CoordinateSolver.h"
+#include "algorithms/exact/ExactProduct.h"
+#include "algorithms/exact/Unimodular.h"
 #include "lattice/ClearAtEnd.h"
 #include "lattice/Lattice.h"
 #include "numbers/ExactArithmetic.h"
+#include "system/Console.h"
 
 namespace starsift {
 

@@ -7,8 +7,8 @@
 #include <random>
 #include <utility>
 
-#include "algorithms/LastCoordinate.h"
-#include "algorithms/SizeReduce.h"
+#include "algorithms/exact/LastCoordinate.h"
+#include "algorithms/reduction/SizeReduce.h"
 #include "lattice/NearbySearch.h"
 #include "params/SearchLimits.h"
 

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "algorithms/RowProducts.h"
+#include "algorithms/reduction/RowProducts.h"
 #include "core/Matrix.h"
 
 namespace starsift {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "core/HashedIndices.h"
-#include "core/Star.h"
 #include "core/VectorHash.h"
+#include "stars/Star.h"
 
 namespace starsift {
 

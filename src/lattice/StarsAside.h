@@ -1,7 +1,7 @@
 // The stars of a lattice, out of reach of what is done to it.
 #pragma once
 
-#include "core/Star.h"
+#include "stars/Star.h"
 
 namespace starsift {
 

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "core/Set.h"
-#include "core/Star.h"
 #include "lattice/VectorScore.h"
+#include "stars/Star.h"
 
 namespace starsift {
 

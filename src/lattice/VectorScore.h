@@ -6,7 +6,7 @@
 #include "core/Array.h"
 #include "core/NumberTraits.h"
 #include "core/Pair.h"
-#include "core/TimeVector.h"
+#include "stars/TimeVector.h"
 
 namespace starsift {
 

@@ -5,11 +5,11 @@
 #include <memory>
 #include <utility>
 
-#include "files/StarOrder.h"
 #include "numbers/Conversion.h"
 #include "params/ParamArguments.h"
 #include "problem/OptReader.h"
 #include "problem/TightenBounds.h"
+#include "stars/StarOrder.h"
 
 namespace starsift {
 

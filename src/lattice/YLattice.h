@@ -11,11 +11,11 @@
 #include <type_traits>
 #include <vector>
 
-#include "core/Console.h"
-#include "core/Exceptions.h"
 #include "files/SolWriter.h"
 #include "lattice/Lattice.h"
 #include "numbers/QQ.h"
+#include "system/Console.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 

@@ -11,9 +11,9 @@
 #include <cstdlib>
 
 #include "core/ConversionArray.h"
-#include "core/Exceptions.h"
 #include "numbers/QQDecimal.h"
 #include "numbers/QQStorage.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 

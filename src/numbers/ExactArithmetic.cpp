@@ -2,9 +2,9 @@
 
 #include <cmath>
 
-#include "core/Exceptions.h"
-#include "core/Failure.h"
 #include "numbers/QQFunctions.h"
+#include "system/Exceptions.h"
+#include "system/Failure.h"
 
 namespace starsift {
 

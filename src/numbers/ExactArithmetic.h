@@ -2,8 +2,8 @@
 // type: a result is exact or the operation throws.
 #pragma once
 
-#include "core/Exceptions.h"
 #include "numbers/Conversion.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 

@@ -4,7 +4,7 @@
 #include <limits>
 #include <numeric>
 
-#include "core/Failure.h"
+#include "system/Failure.h"
 
 namespace starsift {
 

@@ -4,8 +4,8 @@
 #include <numeric>
 #include <type_traits>
 
-#include "core/Failure.h"
 #include "numbers/QQStorage.h"
+#include "system/Failure.h"
 
 namespace starsift {
 

@@ -2,9 +2,9 @@
 // integers end: small fractions in 128 bits, all else in GMP, infinities apart.
 #include <numeric>
 
-#include "core/Failure.h"
 #include "numbers/QQ.h"
 #include "numbers/QQStorage.h"
+#include "system/Failure.h"
 
 namespace starsift {
 

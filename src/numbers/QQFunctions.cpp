@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "core/Failure.h"
 #include "numbers/QQDecimal.h"
 #include "numbers/QQStorage.h"
+#include "system/Failure.h"
 
 namespace starsift {
 

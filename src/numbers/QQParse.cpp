@@ -5,11 +5,11 @@
 #include <optional>
 #include <vector>
 
-#include "core/Failure.h"
 #include "numbers/QQDecimal.h"
 #include "numbers/QQFunctions.h"
 #include "numbers/QQStorage.h"
 #include "numbers/QQText.h"
+#include "system/Failure.h"
 
 namespace starsift {
 

@@ -5,10 +5,10 @@
 #include <istream>
 #include <ostream>
 
-#include "core/Failure.h"
-#include "core/IntegerText.h"
 #include "numbers/QQDecimal.h"
 #include "numbers/QQStorage.h"
+#include "system/Failure.h"
+#include "text/IntegerText.h"
 
 namespace starsift {
 

@@ -21,8 +21,8 @@
 #include <string>
 #include <string_view>
 
-#include "core/TextCursor.h"
 #include "numbers/QQ.h"
+#include "text/TextCursor.h"
 
 namespace starsift {
 

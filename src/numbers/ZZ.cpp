@@ -4,7 +4,7 @@
 #include <ostream>
 #include <stdexcept>
 
-#include "core/Failure.h"
+#include "system/Failure.h"
 
 namespace starsift {
 

@@ -1,7 +1,7 @@
 #include "params/ExtendedParams.h"
 
-#include "core/Console.h"
 #include "numbers/Conversion.h"
+#include "system/Console.h"
 
 namespace starsift {
 

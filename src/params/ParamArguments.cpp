@@ -7,8 +7,8 @@
 #include <stdexcept>
 #include <string_view>
 
-#include "core/Failure.h"
 #include "numbers/QQ.h"
+#include "system/Failure.h"
 
 namespace starsift {
 

@@ -2,8 +2,8 @@
 
 #include <cctype>
 
-#include "core/Failure.h"
-#include "core/TextCursor.h"
+#include "system/Failure.h"
+#include "text/TextCursor.h"
 
 namespace starsift {
 

@@ -7,9 +7,9 @@
 #include <string_view>
 #include <utility>
 
-#include "core/Guarded.h"
-#include "core/Serializable.h"
+#include "params/Guarded.h"
 #include "params/ParamTable.h"
+#include "text/Serializable.h"
 
 namespace starsift {
 

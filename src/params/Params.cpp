@@ -3,9 +3,9 @@
 #include <cctype>
 #include <sstream>
 
-#include "core/Failure.h"
-#include "core/Text.h"
-#include "core/TextCursor.h"
+#include "system/Failure.h"
+#include "text/Text.h"
+#include "text/TextCursor.h"
 
 namespace starsift {
 

@@ -2,11 +2,11 @@
 
 #include <iostream>
 
-#include "core/Console.h"
-#include "core/Failure.h"
 #include "numbers/ExactArithmetic.h"
 #include "numbers/VectorQQ.h"
 #include "problem/Rows.h"
+#include "system/Console.h"
+#include "system/Failure.h"
 
 namespace starsift {
 

@@ -3,11 +3,11 @@
 #include <iostream>
 #include <string>
 
-#include "algorithms/IndependentRows.h"
-#include "core/Console.h"
+#include "algorithms/exact/IndependentRows.h"
 #include "numbers/ExactArithmetic.h"
 #include "numbers/VectorQQ.h"
 #include "problem/Rows.h"
+#include "system/Console.h"
 
 namespace starsift {
 

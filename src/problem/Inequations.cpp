@@ -2,10 +2,10 @@
 
 #include <iostream>
 
-#include "core/Console.h"
-#include "core/Failure.h"
 #include "numbers/VectorQQ.h"
 #include "problem/Rows.h"
+#include "system/Console.h"
+#include "system/Failure.h"
 
 namespace starsift {
 

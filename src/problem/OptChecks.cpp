@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/Failure.h"
+#include "system/Failure.h"
 
 namespace starsift::optchecks {
 

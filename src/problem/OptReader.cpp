@@ -1,9 +1,9 @@
 #include "problem/OptReader.h"
 
-#include "core/Exceptions.h"
-#include "core/InputText.h"
 #include "core/VectorText.h"
 #include "problem/OptChecks.h"
+#include "system/Exceptions.h"
+#include "text/InputText.h"
 
 namespace starsift {
 

@@ -7,9 +7,9 @@
 // and their texts are in OptChecks.h.
 #pragma once
 
-#include "core/TextCursor.h"
 #include "numbers/QQ.h"
 #include "problem/Vanu.h"
+#include "text/TextCursor.h"
 
 namespace starsift {
 

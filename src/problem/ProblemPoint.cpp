@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cassert>
 
-#include "core/Failure.h"
 #include "numbers/ExactArithmetic.h"
 #include "numbers/VectorQQ.h"
 #include "problem/Rows.h"
+#include "system/Failure.h"
 
 namespace starsift {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <iostream>
 
-#include "core/Failure.h"
 #include "numbers/ExactArithmetic.h"
 #include "numbers/VectorQQ.h"
+#include "system/Failure.h"
 
 namespace starsift {
 

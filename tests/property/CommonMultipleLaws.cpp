@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "algorithms/CommonMultiple.h"
+#include "algorithms/exact/CommonMultiple.h"
 #include "numbers/Gcd.h"
 
 namespace starsift {

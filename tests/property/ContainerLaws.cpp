@@ -9,7 +9,7 @@
 
 #include "numbers/Conversion.h"
 #include "numbers/VectorQQ.h"
-#include "support/ContainerGenerators.h"
+#include "support/generators/ContainerGenerators.h"
 
 namespace starsift {
 namespace {

@@ -13,9 +13,9 @@
 
 #include "core/SerializableArray.h"
 #include "numbers/VectorQQ.h"
-#include "support/ContainerGenerators.h"
-#include "support/SingleCharacterBuffer.h"
-#include "support/TextOf.h"
+#include "support/fixtures/SingleCharacterBuffer.h"
+#include "support/fixtures/TextOf.h"
+#include "support/generators/ContainerGenerators.h"
 
 namespace starsift {
 namespace {

@@ -5,10 +5,10 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "core/Exceptions.h"
 #include "numbers/Conversion.h"
 #include "numbers/QQDecimal.h"
-#include "support/NumberGenerators.h"
+#include "support/generators/NumberGenerators.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

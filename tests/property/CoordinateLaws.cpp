@@ -5,12 +5,12 @@
 
 #include <algorithm>
 
-#include "algorithms/CoordinateSolver.h"
+#include "algorithms/exact/CoordinateSolver.h"
 #include "lattice/Lattice.h"
 #include "numbers/Conversion.h"
-#include "support/BareissRows.h"
-#include "support/LatticeGenerators.h"
-#include "support/NumberGenerators.h"
+#include "support/generators/LatticeGenerators.h"
+#include "support/generators/NumberGenerators.h"
+#include "support/oracles/BareissRows.h"
 
 namespace starsift {
 namespace {

@@ -9,10 +9,10 @@
 #include <cstdlib>
 #include <utility>
 
-#include "algorithms/Echelon.h"
+#include "algorithms/exact/Echelon.h"
 #include "numbers/VectorQQ.h"
-#include "support/ContainerGenerators.h"
-#include "support/EchelonCertificate.h"
+#include "support/generators/ContainerGenerators.h"
+#include "support/oracles/EchelonCertificate.h"
 
 namespace starsift {
 namespace {

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "algorithms/HermiteForm.h"
-#include "algorithms/LatticeEquality.h"
-#include "support/LatticeGenerators.h"
-#include "support/SlowHermite.h"
+#include "certificates/HermiteForm.h"
+#include "certificates/LatticeEquality.h"
+#include "support/generators/LatticeGenerators.h"
+#include "support/oracles/SlowHermite.h"
 
 namespace starsift {
 namespace {

@@ -5,14 +5,14 @@
 
 #include <algorithm>
 
-#include "algorithms/IndependentRows.h"
-#include "algorithms/IndependentRowsDetail.h"
-#include "algorithms/ModularElimination.h"
+#include "algorithms/exact/IndependentRows.h"
+#include "algorithms/exact/IndependentRowsDetail.h"
+#include "algorithms/exact/ModularElimination.h"
 #include "numbers/Conversion.h"
 #include "numbers/VectorQQ.h"
-#include "support/BareissRows.h"
-#include "support/ContainerGenerators.h"
-#include "support/NumberGenerators.h"
+#include "support/generators/ContainerGenerators.h"
+#include "support/generators/NumberGenerators.h"
+#include "support/oracles/BareissRows.h"
 
 namespace starsift {
 namespace {

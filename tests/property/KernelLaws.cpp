@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "algorithms/Kernel.h"
-#include "support/LatticeGenerators.h"
-#include "support/SlowDeterminant.h"
-#include "support/SlowHermite.h"
+#include "certificates/Kernel.h"
+#include "support/generators/LatticeGenerators.h"
+#include "support/oracles/SlowDeterminant.h"
+#include "support/oracles/SlowHermite.h"
 
 namespace starsift {
 namespace {

@@ -5,10 +5,10 @@
 
 #include <numeric>
 
-#include "algorithms/LllJudge.h"
+#include "certificates/LllJudge.h"
 #include "numbers/VectorQQ.h"
-#include "support/ContainerGenerators.h"
-#include "support/OrthogonalCertificate.h"
+#include "support/generators/ContainerGenerators.h"
+#include "support/oracles/OrthogonalCertificate.h"
 
 namespace starsift {
 namespace {

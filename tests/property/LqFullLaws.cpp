@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-#include "algorithms/LqFull.h"
-#include "support/ContainerGenerators.h"
-#include "support/OrthogonalCertificate.h"
+#include "algorithms/reduction/LqFull.h"
+#include "support/generators/ContainerGenerators.h"
+#include "support/oracles/OrthogonalCertificate.h"
 
 namespace starsift {
 namespace {

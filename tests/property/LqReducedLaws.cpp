@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "algorithms/LqReduced.h"
-#include "support/ContainerGenerators.h"
+#include "algorithms/reduction/LqReduced.h"
+#include "support/generators/ContainerGenerators.h"
 
 namespace starsift {
 namespace {

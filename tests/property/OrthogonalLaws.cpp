@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "support/ContainerGenerators.h"
-#include "support/OrthogonalWays.h"
+#include "support/fixtures/OrthogonalWays.h"
+#include "support/generators/ContainerGenerators.h"
 
 namespace starsift {
 namespace {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "support/NumberGenerators.h"
+#include "support/generators/NumberGenerators.h"
 
 namespace starsift {
 namespace {

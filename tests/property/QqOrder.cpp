@@ -3,7 +3,7 @@
 #include <rapidcheck/gtest.h>
 
 #include "numbers/Gcd.h"
-#include "support/NumberGenerators.h"
+#include "support/generators/NumberGenerators.h"
 
 namespace starsift {
 namespace {

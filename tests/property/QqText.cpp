@@ -5,8 +5,8 @@
 #include <sstream>
 
 #include "numbers/VectorQQ.h"
-#include "support/NumberGenerators.h"
-#include "support/ParseOutcome.h"
+#include "support/generators/NumberGenerators.h"
+#include "support/oracles/ParseOutcome.h"
 
 namespace starsift {
 namespace {

@@ -2,14 +2,14 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "algorithms/IndependentRows.h"
-#include "algorithms/LatticeEquality.h"
-#include "algorithms/SizeReduce.h"
+#include "algorithms/exact/IndependentRows.h"
+#include "algorithms/reduction/SizeReduce.h"
+#include "certificates/LatticeEquality.h"
 #include "lattice/Lattice.h"
 #include "numbers/Conversion.h"
 #include "numbers/QQFunctions.h"
-#include "support/LatticeGenerators.h"
-#include "support/ReducedBasis.h"
+#include "support/fixtures/ReducedBasis.h"
+#include "support/generators/LatticeGenerators.h"
 
 namespace starsift {
 namespace {

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "algorithms/RowTests.h"
+#include "stars/RowTests.h"
 
 namespace starsift {
 namespace {

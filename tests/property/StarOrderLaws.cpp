@@ -5,8 +5,8 @@
 
 #include "files/SolReader.h"
 #include "files/SolWriter.h"
-#include "files/StarOrder.h"
 #include "numbers/QQ.h"
+#include "stars/StarOrder.h"
 
 namespace starsift {
 namespace {

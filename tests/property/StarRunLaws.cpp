@@ -6,9 +6,9 @@
 #include <set>
 #include <sstream>
 
-#include "support/ProblemGenerators.h"
-#include "support/ScratchDir.h"
-#include "support/StarRun.h"
+#include "support/fixtures/ScratchDir.h"
+#include "support/fixtures/StarRun.h"
+#include "support/generators/ProblemGenerators.h"
 
 namespace starsift {
 namespace {

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "algorithms/Determinant.h"
-#include "algorithms/Unimodular.h"
-#include "support/LatticeGenerators.h"
-#include "support/SlowDeterminant.h"
+#include "algorithms/exact/Determinant.h"
+#include "algorithms/exact/Unimodular.h"
+#include "support/generators/LatticeGenerators.h"
+#include "support/oracles/SlowDeterminant.h"
 
 namespace starsift {
 namespace {

@@ -16,7 +16,7 @@ class CheckLayers(unittest.TestCase):
         with tempfile.TemporaryDirectory() as scratch:
             source = pathlib.Path(scratch)
             for name, text in files.items():
-                (source / name).parent.mkdir(exist_ok=True)
+                (source / name).parent.mkdir(parents=True, exist_ok=True)
                 (source / name).write_text(text)
             return layers.check(source)
 
@@ -69,6 +69,25 @@ class CheckLayers(unittest.TestCase):
 
     def test_unknown_floor_is_refused(self):
         self.assert_one("not in a folder", {"util/A.cpp": ""})
+
+    def test_unknown_room_is_refused(self):
+        self.assert_one("no room", {"algorithms/fast/A.cpp": ""})
+        self.assert_one("no room", {"algorithms/exact/fast/A.cpp": ""})
+        self.assert_one("no room", {"core/exact/A.cpp": ""})
+        self.assertEqual(self.problems({"algorithms/exact/A.cpp": ""}), [])
+
+    def test_floor_beside_the_house_sees_its_own_floors_only(self):
+        header = {"algorithms/exact/A.h": HEADER, "problem/B.h": HEADER}
+        judge = HEADER + '#include "algorithms/exact/A.h"\n'
+        self.assertEqual(self.problems({**header, "certificates/J.h": judge}), [])
+        judge = HEADER + '#include "problem/B.h"\n'
+        self.assert_one("must not include problem/B.h", {**header, "certificates/J.h": judge})
+
+    def test_no_floor_sees_the_one_beside_the_house(self):
+        files = {"certificates/J.h": HEADER}
+        include = HEADER + '#include "certificates/J.h"\n'
+        for user in ("algorithms/exact/A.h", "lattice/A.h", "app/A.h"):
+            self.assert_one("must not include certificates/J.h", {**files, user: include})
 
     def test_empty_folder_is_refused(self):
         self.assert_one("no source files", {})

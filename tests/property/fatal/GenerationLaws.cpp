@@ -7,10 +7,10 @@
 #include <string>
 
 #include "PreparedProblems.h"
-#include "algorithms/Kernel.h"
-#include "algorithms/LatticeEquality.h"
-#include "algorithms/LllConditions.h"
-#include "algorithms/SizeReduce.h"
+#include "algorithms/reduction/SizeReduce.h"
+#include "certificates/Kernel.h"
+#include "certificates/LatticeEquality.h"
+#include "certificates/LllViolations.h"
 
 namespace starsift {
 namespace {

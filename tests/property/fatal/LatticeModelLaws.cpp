@@ -9,8 +9,8 @@
 #include <string>
 
 #include "PreparedProblems.h"
-#include "algorithms/LatticeEquality.h"
-#include "support/LatticeInvariants.h"
+#include "certificates/LatticeEquality.h"
+#include "support/oracles/LatticeInvariants.h"
 
 namespace starsift {
 namespace {

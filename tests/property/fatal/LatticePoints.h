@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "SmallProblems.h"
-#include "core/Exceptions.h"
 #include "numbers/Conversion.h"
-#include "support/NormalFormOracle.h"
-#include "support/NumberGenerators.h"
+#include "support/generators/NumberGenerators.h"
+#include "support/oracles/NormalFormOracle.h"
+#include "system/Exceptions.h"
 
 namespace starsift::test {
 

@@ -7,7 +7,7 @@
 
 #include "LatticePoints.h"
 #include "problem/ProblemPoint.h"
-#include "support/CheckVectors.h"
+#include "support/fixtures/CheckVectors.h"
 
 namespace starsift {
 namespace {

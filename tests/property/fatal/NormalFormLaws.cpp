@@ -11,8 +11,8 @@
 #include "SmallProblems.h"
 #include "lattice/YLattice.h"
 #include "numbers/Conversion.h"
-#include "support/NormalFormFeatures.h"
-#include "support/NormalFormOracle.h"
+#include "support/generators/NormalFormFeatures.h"
+#include "support/oracles/NormalFormOracle.h"
 
 namespace starsift {
 namespace {

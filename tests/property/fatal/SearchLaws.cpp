@@ -8,7 +8,7 @@
 #include <string>
 
 #include "PreparedProblems.h"
-#include "support/ScratchDir.h"
+#include "support/fixtures/ScratchDir.h"
 
 namespace starsift {
 namespace {

@@ -9,11 +9,11 @@
 #include <string>
 
 #include "ThrowingFailure.h"
-#include "core/Console.h"
 #include "lattice/Lattice.h"
 #include "numbers/VectorQQ.h"
-#include "support/NormalFormGenerators.h"
-#include "support/PlainRecord.h"
+#include "support/generators/NormalFormGenerators.h"
+#include "support/oracles/PlainRecord.h"
+#include "system/Console.h"
 
 namespace starsift::test {
 

@@ -1,6 +1,6 @@
 #include "ThrowingFailure.h"
 
-#include "core/Failure.h"
+#include "system/Failure.h"
 
 namespace starsift {
 

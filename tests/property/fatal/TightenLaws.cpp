@@ -5,7 +5,7 @@
 
 #include "SmallProblems.h"
 #include "problem/TightenBounds.h"
-#include "support/NormalFormOracle.h"
+#include "support/oracles/NormalFormOracle.h"
 
 namespace starsift {
 namespace {

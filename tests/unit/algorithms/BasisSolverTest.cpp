@@ -1,11 +1,11 @@
 // Integer coordinates over independent rows, by lifting.
 #include <gtest/gtest.h>
 
-#include "algorithms/BasisSolver.h"
-#include "algorithms/ExactProduct.h"
-#include "core/Exceptions.h"
-#include "support/Problem.h"
-#include "support/TextOf.h"
+#include "algorithms/exact/BasisSolver.h"
+#include "algorithms/exact/ExactProduct.h"
+#include "support/fixtures/Problem.h"
+#include "support/fixtures/TextOf.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

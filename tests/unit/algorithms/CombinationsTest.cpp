@@ -1,8 +1,8 @@
-#include "algorithms/Combinations.h"
+#include "algorithms/exact/Combinations.h"
 
 #include <gtest/gtest.h>
 
-#include "support/IntegerRows.h"
+#include "support/fixtures/IntegerRows.h"
 
 namespace starsift {
 namespace {

@@ -1,4 +1,4 @@
-#include "algorithms/CommonMultiple.h"
+#include "algorithms/exact/CommonMultiple.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
-#include "algorithms/CoordinateSolver.h"
+#include "algorithms/exact/CoordinateSolver.h"
 
 #include <gtest/gtest.h>
 
-#include "core/Exceptions.h"
-#include "support/ExpectFails.h"
-#include "support/RowsText.h"
-#include "support/TextOf.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/RowsText.h"
+#include "support/fixtures/TextOf.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

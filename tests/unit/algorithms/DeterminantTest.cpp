@@ -1,8 +1,8 @@
-#include "algorithms/Determinant.h"
+#include "algorithms/exact/Determinant.h"
 
 #include <gtest/gtest.h>
 
-#include "support/IntegerRows.h"
+#include "support/fixtures/IntegerRows.h"
 
 namespace starsift {
 namespace {

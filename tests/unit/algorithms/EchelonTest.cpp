@@ -1,4 +1,4 @@
-#include "algorithms/Echelon.h"
+#include "algorithms/exact/Echelon.h"
 
 #include <gtest/gtest.h>
 
@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <string>
 
-#include "core/Exceptions.h"
-#include "support/EchelonCertificate.h"
+#include "support/oracles/EchelonCertificate.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

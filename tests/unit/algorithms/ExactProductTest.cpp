@@ -1,10 +1,10 @@
-#include "algorithms/ExactProduct.h"
+#include "algorithms/exact/ExactProduct.h"
 
 #include <gtest/gtest.h>
 
-#include "core/Exceptions.h"
-#include "support/Problem.h"
-#include "support/RowsText.h"
+#include "support/fixtures/Problem.h"
+#include "support/fixtures/RowsText.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

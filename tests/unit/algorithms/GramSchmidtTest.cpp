@@ -1,4 +1,4 @@
-#include "algorithms/GramSchmidt.h"
+#include "algorithms/reduction/GramSchmidt.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@
 #include <limits>
 #include <string>
 
-#include "core/Exceptions.h"
-#include "support/OrthogonalCertificate.h"
+#include "support/oracles/OrthogonalCertificate.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

@@ -1,4 +1,4 @@
-#include "algorithms/IndependentRows.h"
+#include "algorithms/exact/IndependentRows.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -6,10 +6,10 @@
 #include <algorithm>
 #include <random>
 
-#include "algorithms/IndependentRowsDetail.h"
+#include "algorithms/exact/IndependentRowsDetail.h"
 #include "numbers/Conversion.h"
 #include "numbers/VectorQQ.h"
-#include "support/IntegerRows.h"
+#include "support/fixtures/IntegerRows.h"
 
 namespace starsift {
 namespace {

@@ -1,4 +1,4 @@
-#include "algorithms/IntegerMatrix.h"
+#include "algorithms/exact/IntegerMatrix.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 
 #include "numbers/Conversion.h"
 #include "numbers/VectorQQ.h"
-#include "support/ExpectFails.h"
+#include "support/fixtures/ExpectFails.h"
 
 namespace starsift {
 namespace {

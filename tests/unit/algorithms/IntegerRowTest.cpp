@@ -1,4 +1,4 @@
-#include "algorithms/IntegerRow.h"
+#include "algorithms/exact/IntegerRow.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "algorithms/LastCoordinate.h"
+#include "algorithms/exact/LastCoordinate.h"
 
 #include <gtest/gtest.h>
 
-#include "core/Exceptions.h"
 #include "numbers/VectorQQ.h"
-#include "support/RowsText.h"
+#include "support/fixtures/RowsText.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

@@ -1,4 +1,4 @@
-#include "algorithms/LqFull.h"
+#include "algorithms/reduction/LqFull.h"
 
 #include <gtest/gtest.h>
 
@@ -6,9 +6,9 @@
 #include <limits>
 #include <string>
 
-#include "core/Exceptions.h"
-#include "support/ExpectFails.h"
-#include "support/OrthogonalCertificate.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/oracles/OrthogonalCertificate.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

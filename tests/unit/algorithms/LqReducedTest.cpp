@@ -1,13 +1,13 @@
-#include "algorithms/LqReduced.h"
+#include "algorithms/reduction/LqReduced.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 #include <string>
 
-#include "core/Exceptions.h"
-#include "support/ExpectFails.h"
-#include "support/OrthogonalCertificate.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/oracles/OrthogonalCertificate.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

@@ -1,9 +1,9 @@
-#include "algorithms/ModularElimination.h"
+#include "algorithms/exact/ModularElimination.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "support/IntegerRows.h"
+#include "support/fixtures/IntegerRows.h"
 
 namespace starsift {
 namespace {

@@ -1,4 +1,4 @@
-#include "support/OrthogonalCertificate.h"
+#include "support/oracles/OrthogonalCertificate.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "algorithms/PadicLift.h"
+#include "algorithms/exact/PadicLift.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 
-#include "support/IntegerRows.h"
+#include "support/fixtures/IntegerRows.h"
 
 namespace starsift {
 namespace {

@@ -1,4 +1,4 @@
-#include "algorithms/PrimeField.h"
+#include "algorithms/exact/PrimeField.h"
 
 #include <gtest/gtest.h>
 

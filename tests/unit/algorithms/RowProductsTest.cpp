@@ -1,4 +1,4 @@
-#include "algorithms/RowProducts.h"
+#include "algorithms/reduction/RowProducts.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "algorithms/GramSchmidt.h"
-#include "algorithms/SizeReduce.h"
+#include "algorithms/reduction/GramSchmidt.h"
+#include "algorithms/reduction/SizeReduce.h"
 
 namespace starsift {
 namespace {

@@ -1,4 +1,4 @@
-#include "algorithms/ShortRow.h"
+#include "algorithms/reduction/ShortRow.h"
 
 #include <gtest/gtest.h>
 

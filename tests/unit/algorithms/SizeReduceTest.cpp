@@ -1,9 +1,9 @@
-#include "algorithms/SizeReduce.h"
+#include "algorithms/reduction/SizeReduce.h"
 
 #include <gtest/gtest.h>
 
 #include "numbers/VectorQQ.h"
-#include "support/TextOf.h"
+#include "support/fixtures/TextOf.h"
 
 namespace starsift {
 namespace {

@@ -1,11 +1,11 @@
-#include "algorithms/Unimodular.h"
+#include "algorithms/exact/Unimodular.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
 #include "numbers/VectorQQ.h"
-#include "support/ExpectFails.h"
+#include "support/fixtures/ExpectFails.h"
 
 namespace starsift {
 namespace {

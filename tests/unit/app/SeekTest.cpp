@@ -9,8 +9,8 @@
 #include <sstream>
 
 #include "app/Interrupt.h"
-#include "support/FreshConsole.h"
-#include "support/ScratchDir.h"
+#include "support/fixtures/FreshConsole.h"
+#include "support/fixtures/ScratchDir.h"
 
 namespace starsift {
 namespace {

@@ -7,8 +7,8 @@
 
 #include "app/RescueFile.h"
 #include "app/StarStore.h"
-#include "support/ExpectFails.h"
-#include "support/PreparedSearch.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/PreparedSearch.h"
 
 namespace starsift {
 namespace {

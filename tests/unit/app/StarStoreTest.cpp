@@ -9,8 +9,8 @@
 #include <type_traits>
 
 #include "numbers/Conversion.h"
-#include "support/PreparedSearch.h"
-#include "support/StarRun.h"
+#include "support/fixtures/PreparedSearch.h"
+#include "support/fixtures/StarRun.h"
 
 namespace starsift {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "support/ExpectFails.h"
+#include "support/fixtures/ExpectFails.h"
 
 namespace starsift {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "core/Matrix.h"
-#include "support/LossyConversion.h"
+#include "support/fixtures/LossyConversion.h"
 
 namespace starsift {
 namespace {

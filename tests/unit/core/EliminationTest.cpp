@@ -6,8 +6,8 @@
 #include <limits>
 #include <string>
 
-#include "core/Exceptions.h"
-#include "support/EliminationSuite.h"
+#include "support/fixtures/EliminationSuite.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 

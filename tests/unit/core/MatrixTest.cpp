@@ -5,8 +5,8 @@
 #include <limits>
 #include <type_traits>
 
-#include "core/Exceptions.h"
-#include "support/MatrixSuite.h"
+#include "support/fixtures/MatrixSuite.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 

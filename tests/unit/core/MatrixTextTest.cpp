@@ -6,7 +6,7 @@
 #include <string>
 
 #include "core/Matrix.h"
-#include "support/MatrixTextSuite.h"
+#include "support/fixtures/MatrixTextSuite.h"
 
 namespace starsift {
 

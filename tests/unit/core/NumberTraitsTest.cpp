@@ -9,7 +9,7 @@
 #include <sstream>
 #include <string>
 
-#include "core/Exceptions.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

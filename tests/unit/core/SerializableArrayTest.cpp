@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "support/ExpectFails.h"
-#include "support/LossyConversion.h"
-#include "support/TextOf.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/LossyConversion.h"
+#include "support/fixtures/TextOf.h"
 
 namespace starsift {
 namespace {

@@ -3,7 +3,7 @@
 #include <utility>
 #include <vector>
 
-#include "support/ExpectFails.h"
+#include "support/fixtures/ExpectFails.h"
 
 namespace starsift {
 namespace {

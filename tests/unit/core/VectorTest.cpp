@@ -6,9 +6,9 @@
 #include <limits>
 #include <type_traits>
 
-#include "core/Exceptions.h"
-#include "support/LossyConversion.h"
-#include "support/VectorSuite.h"
+#include "support/fixtures/LossyConversion.h"
+#include "support/fixtures/VectorSuite.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 

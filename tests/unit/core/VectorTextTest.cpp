@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "support/VectorTextSuite.h"
+#include "support/fixtures/VectorTextSuite.h"
 
 namespace starsift {
 

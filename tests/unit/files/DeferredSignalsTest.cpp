@@ -7,11 +7,11 @@
 
 #include <cstdlib>
 
-#include "core/Semaphore.h"
 #include "files/ResultFile.h"
 #include "files/SolWriter.h"
 #include "numbers/QQ.h"
-#include "support/ScratchDir.h"
+#include "support/fixtures/ScratchDir.h"
+#include "system/Semaphore.h"
 
 namespace starsift {
 namespace {

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "files/LatText.h"
-#include "support/Problem.h"
-#include "support/ScratchDir.h"
+#include "support/fixtures/Problem.h"
+#include "support/fixtures/ScratchDir.h"
 
 namespace starsift {
 namespace {

@@ -3,7 +3,7 @@
 #include <sstream>
 
 #include "numbers/QQ.h"
-#include "support/ExpectFails.h"
+#include "support/fixtures/ExpectFails.h"
 
 namespace starsift {
 namespace {

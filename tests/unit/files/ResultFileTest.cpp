@@ -4,10 +4,10 @@
 #include <unistd.h>
 #include <csignal>
 
-#include "support/ExpectFails.h"
-#include "support/ScratchDir.h"
-#include "support/SizeLimit.h"
-#include "support/Unprivileged.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/ScratchDir.h"
+#include "support/fixtures/SizeLimit.h"
+#include "support/fixtures/Unprivileged.h"
 
 namespace starsift {
 namespace {

@@ -3,10 +3,10 @@
 #include <cmath>
 #include <stdexcept>
 
-#include "core/Exceptions.h"
-#include "support/ExpectFails.h"
-#include "support/Problem.h"
-#include "support/ScratchDir.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/Problem.h"
+#include "support/fixtures/ScratchDir.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

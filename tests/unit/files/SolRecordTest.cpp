@@ -3,8 +3,8 @@
 #include <stdexcept>
 
 #include "files/SolWriter.h"
-#include "support/ExpectFails.h"
-#include "support/Problem.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/Problem.h"
 
 namespace starsift {
 namespace {

@@ -1,10 +1,10 @@
 #include "files/SolWriter.h"
 
-#include "core/Exceptions.h"
 #include "numbers/Conversion.h"
-#include "support/ExpectFails.h"
-#include "support/Problem.h"
-#include "support/ScratchDir.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/Problem.h"
+#include "support/fixtures/ScratchDir.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

@@ -1,10 +1,10 @@
 // Equations out of the lattice by reduction, and the vector that solves them.
 #include <gtest/gtest.h>
 
-#include "algorithms/Kernel.h"
+#include "certificates/Kernel.h"
 #include "lattice/YLattice.h"
-#include "support/LatticeOfProblem.h"
-#include "support/RowsText.h"
+#include "support/fixtures/LatticeOfProblem.h"
+#include "support/fixtures/RowsText.h"
 
 namespace starsift {
 namespace {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "core/Exceptions.h"
 #include "lattice/Lattice.h"
-#include "support/Problem.h"
+#include "support/fixtures/Problem.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

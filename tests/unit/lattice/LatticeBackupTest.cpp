@@ -3,9 +3,9 @@
 
 #include <ctime>
 
-#include "support/CheckedLattice.h"
-#include "support/ExpectFails.h"
-#include "support/RowsText.h"
+#include "support/fixtures/CheckedLattice.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/RowsText.h"
 
 namespace starsift {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <limits>
 
-#include "support/CheckedLattice.h"
-#include "support/ExpectFails.h"
+#include "support/fixtures/CheckedLattice.h"
+#include "support/fixtures/ExpectFails.h"
 
 namespace starsift {
 namespace {

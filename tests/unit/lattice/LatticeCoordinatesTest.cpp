@@ -3,11 +3,11 @@
 
 #include <algorithm>
 
-#include "core/Exceptions.h"
 #include "lattice/YLattice.h"
-#include "support/Problem.h"
-#include "support/RowsText.h"
-#include "support/TextOf.h"
+#include "support/fixtures/Problem.h"
+#include "support/fixtures/RowsText.h"
+#include "support/fixtures/TextOf.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "core/Console.h"
-#include "files/StarCheck.h"
 #include "lattice/Lattice.h"
-#include "support/Problem.h"
-#include "support/ScratchDir.h"
+#include "stars/StarCheck.h"
+#include "support/fixtures/Problem.h"
+#include "support/fixtures/ScratchDir.h"
+#include "system/Console.h"
 
 namespace starsift {
 namespace {

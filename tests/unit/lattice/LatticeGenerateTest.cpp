@@ -1,11 +1,11 @@
 // From the normal form of a problem to the basis that is reduced.
 #include <gtest/gtest.h>
 
-#include "algorithms/Kernel.h"
-#include "algorithms/LatticeEquality.h"
-#include "support/ExpectFails.h"
-#include "support/LatticeOfProblem.h"
-#include "support/RowsText.h"
+#include "certificates/Kernel.h"
+#include "certificates/LatticeEquality.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/LatticeOfProblem.h"
+#include "support/fixtures/RowsText.h"
 
 namespace starsift {
 namespace {

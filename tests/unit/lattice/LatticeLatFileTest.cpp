@@ -4,12 +4,12 @@
 #include <ctime>
 #include <fstream>
 
-#include "core/InputText.h"
 #include "core/VectorText.h"
-#include "support/CheckVectors.h"
-#include "support/LatticeOfProblem.h"
-#include "support/RowsText.h"
-#include "support/ScratchDir.h"
+#include "support/fixtures/CheckVectors.h"
+#include "support/fixtures/LatticeOfProblem.h"
+#include "support/fixtures/RowsText.h"
+#include "support/fixtures/ScratchDir.h"
+#include "text/InputText.h"
 
 namespace starsift {
 namespace {

@@ -1,8 +1,8 @@
 // When does a checked solution end the search, and when is it written?
 #include <gtest/gtest.h>
 
-#include "support/CheckedLattice.h"
-#include "support/ScratchDir.h"
+#include "support/fixtures/CheckedLattice.h"
+#include "support/fixtures/ScratchDir.h"
 
 namespace starsift {
 namespace {

@@ -1,14 +1,14 @@
 #include <gtest/gtest.h>
 
-#include "algorithms/LllConditions.h"
-#include "core/Exceptions.h"
+#include "certificates/LllViolations.h"
 #include "lattice/Lattice.h"
 #include "numbers/Conversion.h"
 #include "numbers/QQFunctions.h"
 #include "numbers/VectorQQ.h"
-#include "support/ExpectFails.h"
-#include "support/Problem.h"
-#include "support/RowsText.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/Problem.h"
+#include "support/fixtures/RowsText.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

@@ -1,6 +1,6 @@
 #include "lattice/Lattice.h"
-#include "support/ExpectFails.h"
-#include "support/Problem.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/Problem.h"
 
 namespace starsift {
 namespace {

@@ -3,8 +3,8 @@
 #include "lattice/Lattice.h"
 #include "numbers/Conversion.h"
 #include "numbers/VectorQQ.h"
-#include "support/ExpectFails.h"
-#include "support/RowsText.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/RowsText.h"
 
 namespace starsift {
 namespace {

@@ -3,11 +3,11 @@
 #include <gtest/gtest.h>
 
 #include "lattice/YLattice.h"
-#include "support/ExpectFails.h"
-#include "support/FreshConsole.h"
-#include "support/Problem.h"
-#include "support/ProblemFields.h"
-#include "support/RowsText.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/FreshConsole.h"
+#include "support/fixtures/Problem.h"
+#include "support/fixtures/ProblemFields.h"
+#include "support/fixtures/RowsText.h"
 
 namespace starsift {
 namespace {

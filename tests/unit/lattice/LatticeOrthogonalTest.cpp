@@ -2,9 +2,9 @@
 
 #include <cmath>
 
-#include "core/Exceptions.h"
-#include "support/ExpectFails.h"
-#include "support/OrthogonalWays.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/OrthogonalWays.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

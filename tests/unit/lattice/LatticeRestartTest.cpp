@@ -6,11 +6,11 @@
 #include <ctime>
 #include <filesystem>
 
-#include "algorithms/LatticeEquality.h"
-#include "support/ExpectFails.h"
-#include "support/LatticeOfProblem.h"
-#include "support/RowsText.h"
-#include "support/ScratchDir.h"
+#include "certificates/LatticeEquality.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/LatticeOfProblem.h"
+#include "support/fixtures/RowsText.h"
+#include "support/fixtures/ScratchDir.h"
 
 namespace starsift {
 namespace {

@@ -1,10 +1,10 @@
 // How far is a vector from a solution, and which one is the best so far.
 #include <gtest/gtest.h>
 
-#include "support/CheckVectors.h"
-#include "support/ExpectFails.h"
-#include "support/LatticeOfProblem.h"
-#include "support/TextOf.h"
+#include "support/fixtures/CheckVectors.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/LatticeOfProblem.h"
+#include "support/fixtures/TextOf.h"
 
 namespace starsift {
 namespace {

@@ -1,11 +1,11 @@
 // What becomes of the generated basis: tracking, the test that nothing was lost, scales.
 #include <gtest/gtest.h>
 
-#include "algorithms/LatticeEquality.h"
-#include "support/ExpectFails.h"
-#include "support/LatticeOfProblem.h"
-#include "support/RowsText.h"
-#include "support/ScratchDir.h"
+#include "certificates/LatticeEquality.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/LatticeOfProblem.h"
+#include "support/fixtures/RowsText.h"
+#include "support/fixtures/ScratchDir.h"
 
 namespace starsift {
 namespace {

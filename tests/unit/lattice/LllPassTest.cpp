@@ -5,14 +5,14 @@
 #include <stdexcept>
 #include <vector>
 
-#include "algorithms/LatticeEquality.h"
+#include "certificates/LatticeEquality.h"
 #include "lattice/Lattice.h"
 #include "numbers/Conversion.h"
 #include "numbers/QQFunctions.h"
 #include "numbers/VectorQQ.h"
-#include "support/FreshConsole.h"
-#include "support/ReducedBasis.h"
-#include "support/RowsText.h"
+#include "support/fixtures/FreshConsole.h"
+#include "support/fixtures/ReducedBasis.h"
+#include "support/fixtures/RowsText.h"
 
 namespace starsift {
 namespace {

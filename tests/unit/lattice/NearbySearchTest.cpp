@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "support/CheckVectors.h"
-#include "support/LatticeOfProblem.h"
-#include "support/TextOf.h"
+#include "support/fixtures/CheckVectors.h"
+#include "support/fixtures/LatticeOfProblem.h"
+#include "support/fixtures/TextOf.h"
 
 namespace starsift {
 namespace {

@@ -6,8 +6,8 @@
 #include <ostream>
 
 #include "lattice/Lattice.h"
-#include "support/NormalFormGenerators.h"
-#include "support/NormalFormOracle.h"
+#include "support/generators/NormalFormGenerators.h"
+#include "support/oracles/NormalFormOracle.h"
 
 namespace starsift {
 namespace {

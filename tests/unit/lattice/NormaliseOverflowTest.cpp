@@ -4,9 +4,9 @@
 
 #include "lattice/YLattice.h"
 #include "problem/IntegerRows.h"
-#include "support/FreshConsole.h"
-#include "support/Problem.h"
-#include "support/ProblemFields.h"
+#include "support/fixtures/FreshConsole.h"
+#include "support/fixtures/Problem.h"
+#include "support/fixtures/ProblemFields.h"
 
 namespace starsift {
 namespace {

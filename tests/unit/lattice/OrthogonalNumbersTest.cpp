@@ -5,11 +5,11 @@
 #include <limits>
 #include <string>
 
-#include "core/Console.h"
-#include "core/Exceptions.h"
-#include "support/ExpectFails.h"
-#include "support/OrthogonalWays.h"
-#include "support/Problem.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/OrthogonalWays.h"
+#include "support/fixtures/Problem.h"
+#include "system/Console.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

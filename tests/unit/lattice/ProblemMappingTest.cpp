@@ -3,12 +3,12 @@
 
 #include <functional>
 
-#include "core/Console.h"
 #include "lattice/Lattice.h"
-#include "support/CheckVectors.h"
-#include "support/ExpectFails.h"
-#include "support/Problem.h"
-#include "support/TextOf.h"
+#include "support/fixtures/CheckVectors.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/Problem.h"
+#include "support/fixtures/TextOf.h"
+#include "system/Console.h"
 
 namespace starsift {
 namespace {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/Matrix.inl"
-#include "support/ExpectFails.h"
+#include "support/fixtures/ExpectFails.h"
 
 namespace starsift {
 

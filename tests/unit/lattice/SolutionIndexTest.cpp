@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "support/CheckVectors.h"
-#include "support/LatticeOfProblem.h"
+#include "support/fixtures/CheckVectors.h"
+#include "support/fixtures/LatticeOfProblem.h"
 
 namespace starsift {
 namespace {

@@ -1,6 +1,6 @@
 #include "lattice/VectorScore.h"
 
-#include "support/ExpectFails.h"
+#include "support/fixtures/ExpectFails.h"
 
 namespace starsift {
 namespace {

@@ -4,11 +4,11 @@
 #include <algorithm>
 
 #include "lattice/YLattice.h"
-#include "support/FreshConsole.h"
-#include "support/Problem.h"
-#include "support/ReducedBasis.h"
-#include "support/RowsText.h"
-#include "support/ScratchDir.h"
+#include "support/fixtures/FreshConsole.h"
+#include "support/fixtures/Problem.h"
+#include "support/fixtures/ReducedBasis.h"
+#include "support/fixtures/RowsText.h"
+#include "support/fixtures/ScratchDir.h"
 
 namespace starsift {
 namespace {

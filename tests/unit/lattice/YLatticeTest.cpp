@@ -5,9 +5,9 @@
 #include <stdexcept>
 #include <typeinfo>
 
-#include "support/ExpectFails.h"
-#include "support/Problem.h"
-#include "support/ScratchDir.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/Problem.h"
+#include "support/fixtures/ScratchDir.h"
 
 namespace starsift {
 namespace {

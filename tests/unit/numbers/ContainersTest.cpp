@@ -3,21 +3,19 @@
 
 #include <string>
 
-#include "core/Exceptions.h"
-#include "core/Star.h"
 #include "numbers/Conversion.h"
-#include "numbers/Mpreal.h"
 #include "numbers/VectorQQ.h"
-#include "support/EliminationSuite.h"
-#include "support/MatrixSuite.h"
-#include "support/MatrixTextSuite.h"
-#include "support/VectorSuite.h"
-#include "support/VectorTextSuite.h"
+#include "support/fixtures/EliminationSuite.h"
+#include "support/fixtures/MatrixSuite.h"
+#include "support/fixtures/MatrixTextSuite.h"
+#include "support/fixtures/VectorSuite.h"
+#include "support/fixtures/VectorTextSuite.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 
 namespace test {
-using HighTypes = ::testing::Types<QQ, mpfr::mpreal>;
+using HighTypes = ::testing::Types<QQ>;
 INSTANTIATE_TYPED_TEST_SUITE_P(High, VectorOver, HighTypes);
 INSTANTIATE_TYPED_TEST_SUITE_P(High, VectorTextOver, HighTypes);
 INSTANTIATE_TYPED_TEST_SUITE_P(High, MatrixOver, HighTypes);
@@ -107,19 +105,6 @@ TEST(ContainersOfBothWorlds, ConvertMatrices) {
   EXPECT_THROW(rounded.convertFrom(matrixIn<QQ>("[ [ 1 ] [ 1/3 ] ]"), false), PrecisionException);
   EXPECT_EQ(rounded.rowCount(), 2);
   EXPECT_EQ(rounded.columnCount(), 2);
-}
-
-TEST(ContainersOfBothWorlds, ConvertStars) {
-  Star<QQ> exact{QQ(1), QQ(2)};
-  exact.time = 5;
-  exact.targetNorm = QQ(-1, 4);
-  Star<long double> rounded;
-  rounded.convertFrom(exact, true);
-  EXPECT_EQ(rounded.time, 5);
-  EXPECT_EQ(rounded.targetNorm, -0.25L);
-  exact.slackNorm = QQ(1, 3);
-  EXPECT_THROW(rounded.convertFrom(exact, true), PostCommaPrecisionException);
-  EXPECT_EQ(rounded.slackNorm, 0);
 }
 
 TEST(MatrixOverQQ, HasTheExactDeterminantOfAHilbertMatrix) {

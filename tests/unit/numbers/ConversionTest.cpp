@@ -5,9 +5,9 @@
 #include <cfloat>
 #include <cmath>
 
-#include "core/Exceptions.h"
 #include "numbers/QQFunctions.h"
 #include "numbers/VectorQQ.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "support/ExpectFails.h"
+#include "support/fixtures/ExpectFails.h"
 
 namespace starsift {
 namespace {

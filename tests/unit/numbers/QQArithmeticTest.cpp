@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "numbers/QQ.h"
-#include "support/ExpectFails.h"
+#include "support/fixtures/ExpectFails.h"
 
 namespace starsift {
 namespace {

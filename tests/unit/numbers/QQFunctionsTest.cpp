@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "numbers/QQText.h"
-#include "support/ExpectFails.h"
+#include "support/fixtures/ExpectFails.h"
 
 namespace starsift {
 namespace {

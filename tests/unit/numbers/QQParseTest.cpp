@@ -6,7 +6,7 @@
 
 #include "numbers/QQFunctions.h"
 #include "numbers/QQText.h"
-#include "support/ExpectFails.h"
+#include "support/fixtures/ExpectFails.h"
 
 namespace starsift {
 namespace {

@@ -5,7 +5,7 @@
 
 #include <climits>
 
-#include "support/ExpectFails.h"
+#include "support/fixtures/ExpectFails.h"
 
 namespace starsift {
 namespace {

@@ -5,7 +5,7 @@
 #include <stdexcept>
 
 #include "numbers/QQText.h"
-#include "support/ExpectFails.h"
+#include "support/fixtures/ExpectFails.h"
 
 namespace starsift {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "numbers/QQText.h"
 #include "numbers/VectorQQ.h"
-#include "support/ExpectFails.h"
+#include "support/fixtures/ExpectFails.h"
 
 namespace starsift {
 namespace {

@@ -6,7 +6,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "support/ExpectFails.h"
+#include "support/fixtures/ExpectFails.h"
 
 namespace starsift {
 namespace {

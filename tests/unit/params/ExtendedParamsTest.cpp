@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "core/Console.h"
-#include "core/Exceptions.h"
+#include "system/Console.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

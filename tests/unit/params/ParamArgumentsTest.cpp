@@ -4,7 +4,7 @@
 
 #include "numbers/QQFunctions.h"
 #include "params/ExtendedParams.h"
-#include "support/ExpectFails.h"
+#include "support/fixtures/ExpectFails.h"
 
 namespace starsift {
 namespace {

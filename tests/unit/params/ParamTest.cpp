@@ -4,8 +4,8 @@
 #include <sstream>
 #include <vector>
 
-#include "core/Text.h"
-#include "support/ExpectFails.h"
+#include "core/HostTools.h"
+#include "support/fixtures/ExpectFails.h"
 
 namespace starsift {
 namespace {

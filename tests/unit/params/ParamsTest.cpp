@@ -4,7 +4,7 @@
 #include <sstream>
 #include <string>
 
-#include "support/ExpectFails.h"
+#include "support/fixtures/ExpectFails.h"
 
 namespace starsift {
 namespace {

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "core/Exceptions.h"
-#include "support/FreshConsole.h"
-#include "support/Problem.h"
-#include "support/RowsText.h"
+#include "support/fixtures/FreshConsole.h"
+#include "support/fixtures/Problem.h"
+#include "support/fixtures/RowsText.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

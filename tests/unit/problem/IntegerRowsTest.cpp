@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "core/Exceptions.h"
-#include "support/Problem.h"
-#include "support/RowsText.h"
+#include "support/fixtures/Problem.h"
+#include "support/fixtures/RowsText.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

@@ -1,8 +1,8 @@
 #include "problem/OptChecks.h"
 
-#include "support/ExpectFails.h"
-#include "support/OptText.h"
-#include "support/Problem.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/OptText.h"
+#include "support/fixtures/Problem.h"
 
 namespace starsift {
 namespace {

@@ -1,9 +1,9 @@
 #include "problem/OptReader.h"
 
-#include "support/ExpectFails.h"
-#include "support/OptText.h"
-#include "support/Problem.h"
-#include "support/ScratchDir.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/OptText.h"
+#include "support/fixtures/Problem.h"
+#include "support/fixtures/ScratchDir.h"
 
 namespace starsift {
 namespace {

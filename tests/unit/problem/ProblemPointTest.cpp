@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "core/Exceptions.h"
 #include "numbers/VectorQQ.h"
-#include "support/ExpectFails.h"
-#include "support/TextOf.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/TextOf.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

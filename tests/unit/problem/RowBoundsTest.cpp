@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "support/ExpectFails.h"
-#include "support/Problem.h"
-#include "support/RowsText.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/Problem.h"
+#include "support/fixtures/RowsText.h"
 
 namespace starsift {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "support/RowsText.h"
+#include "support/fixtures/RowsText.h"
 
 namespace starsift {
 namespace {

@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "numbers/VectorQQ.h"
-#include "support/Problem.h"
-#include "support/ProblemFields.h"
-#include "support/RowsText.h"
+#include "support/fixtures/Problem.h"
+#include "support/fixtures/ProblemFields.h"
+#include "support/fixtures/RowsText.h"
 
 namespace starsift {
 namespace {

@@ -1,8 +1,8 @@
 #include "problem/Vanu.h"
 
-#include "core/Exceptions.h"
-#include "support/ExpectFails.h"
-#include "support/Problem.h"
+#include "support/fixtures/ExpectFails.h"
+#include "support/fixtures/Problem.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 namespace {

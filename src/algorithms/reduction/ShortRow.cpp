@@ -1,0 +1,63 @@
+#include "algorithms/reduction/ShortRow.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+namespace starsift {
+
+template <class R>
+void ShortRow<R>::assign(const Vector<R>& row) {
+  constexpr R bound = 9007199254740992;  // 2^53
+  const auto count = static_cast<std::size_t>(row.dimension());
+  entries_.resize(count);
+  greatest_ = 1;
+  const R* const source = row.begin();
+  for (std::size_t i = 0; i < count; ++i) {
+    if (!(std::fabs(source[i]) < bound) ||
+        static_cast<R>(static_cast<std::int64_t>(source[i])) != source[i]) {
+      greatest_ = std::numeric_limits<double>::infinity();
+      return;
+    }
+    entries_[i] = static_cast<double>(source[i]);
+    greatest_ = std::max(greatest_, std::fabs(entries_[i]));
+  }
+}
+
+template <class R>
+R ShortRow<R>::product(const ShortRow& other) const {
+  const double* const a = entries_.data();
+  const double* const b = other.entries_.data();
+  const std::size_t count = entries_.size();
+  double even = 0;
+  double odd = 0;
+  std::size_t i = 0;
+  for (; i + 1 < count; i += 2) {
+    even += a[i] * b[i];
+    odd += a[i + 1] * b[i + 1];
+  }
+  if (i < count) even += a[i] * b[i];
+  return static_cast<R>(even + odd);
+}
+
+template <class R>
+std::array<R, 4> ShortRow<R>::products(const std::array<const ShortRow*, 4>& others) const {
+  const double* const x = entries_.data();
+  const double* const a = others[0]->entries_.data();
+  const double* const b = others[1]->entries_.data();
+  const double* const c = others[2]->entries_.data();
+  const double* const d = others[3]->entries_.data();
+  std::array<double, 4> sum{};
+  for (std::size_t i = 0; i < entries_.size(); ++i) {
+    sum[0] += a[i] * x[i];
+    sum[1] += b[i] * x[i];
+    sum[2] += c[i] * x[i];
+    sum[3] += d[i] * x[i];
+  }
+  return {sum[0], sum[1], sum[2], sum[3]};
+}
+
+template class ShortRow<long double>;
+
+}  // namespace starsift

@@ -1,0 +1,88 @@
+#include "core/HostTools.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <fstream>
+#include <regex>
+#include <sstream>
+
+#include "core/NumberTraits.h"
+#include "text/Serializable.h"
+
+namespace starsift {
+
+namespace {
+
+/// Applies a mapping of <cctype>, which is defined on unsigned char only.
+std::string mapped(std::string_view text, int (*mapping)(int)) {
+  std::string result(text);
+  std::transform(result.begin(), result.end(), result.begin(), [mapping](char c) {
+    return static_cast<char>(mapping(static_cast<unsigned char>(c)));
+  });
+  return result;
+}
+
+}  // namespace
+
+Array<std::string> split(std::string_view text, char separator) {
+  // Counted first: an array that grows piece by piece copies them all again and again.
+  auto count = std::count(text.begin(), text.end(), separator);
+  if (!text.empty() && text.back() != separator) ++count;
+  Array<std::string> pieces(count);
+  for (std::string& piece : pieces) {
+    const auto end = std::min(text.find(separator), text.size());
+    piece = text.substr(0, end);
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return pieces;
+}
+
+std::string toLower(std::string_view text) {
+  return mapped(text, std::tolower);
+}
+
+std::string toUpper(std::string_view text) {
+  return mapped(text, std::toupper);
+}
+
+std::string regexReplace(const std::string& text, const std::string& pattern,
+                         const std::string& replacement) {
+  return std::regex_replace(text, std::regex(pattern), replacement);
+}
+
+std::string limitedText(const Serializable& object, Index limit) {
+  std::ostringstream stream;
+  stream.precision(fileDigits);
+  stream << object;
+  std::string text = stream.str();
+  if (limit == 0 || static_cast<Index>(text.size()) <= limit) return text;
+  const auto half = static_cast<std::size_t>(limit / 2);
+  return text.substr(0, half) + " ... " + text.substr(text.size() - half);
+}
+
+Index residentGibibytes(const std::string& statm) {
+  std::ifstream file(statm);
+  long double totalPages = 0;
+  long double residentPages = 0;
+  if (!(file >> totalPages >> residentPages)) return 0;
+  const auto bytes = residentPages * static_cast<long double>(sysconf(_SC_PAGESIZE));
+  return std::lround(std::ldexp(bytes, -30));
+}
+
+Index availableKibibytes(const std::string& meminfo) {
+  std::ifstream file(meminfo);
+  const std::string label = "MemAvailable:";
+  std::string line;
+  while (std::getline(file, line)) {
+    if (!line.starts_with(label)) continue;
+    Index kibibytes = 0;
+    std::istringstream(line.substr(label.size())) >> kibibytes;
+    return kibibytes;
+  }
+  return 0;
+}
+
+}  // namespace starsift

@@ -1,0 +1,39 @@
+// What programs around the library are promised and nothing in it calls: small tools for
+// text, and the memory figures of the process and the machine from the files of /proc.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/Array.h"
+
+namespace starsift {
+
+class Serializable;
+
+/// The pieces between the separators, as std::getline delivers them: an empty text
+/// has none, and nothing follows a separator at the very end.
+Array<std::string> split(std::string_view text, char separator);
+
+/// Each character through the C library's mapping.
+std::string toLower(std::string_view text);
+std::string toUpper(std::string_view text);
+
+/// Replaces all matches of an ECMAScript regular expression. `replacement` may
+/// refer to groups ("$1"). A malformed pattern throws std::regex_error.
+std::string regexReplace(const std::string& text, const std::string& pattern,
+                         const std::string& replacement);
+
+/// The text form with 17 significant digits. A text longer than `limit` keeps its
+/// first and last limit / 2 characters with " ... " between them; limit 0: whole.
+std::string limitedText(const Serializable& object, Index limit);
+
+/// Resident memory of this process in gibibytes, rounded to the nearest whole one.
+/// `statm` holds page counts, the resident ones second; 0 when it can't be read.
+Index residentGibibytes(const std::string& statm = "/proc/self/statm");
+
+/// Memory available to new processes in kibibytes: the figure of the line
+/// "MemAvailable:" of `meminfo`; 0 when there is none.
+Index availableKibibytes(const std::string& meminfo = "/proc/meminfo");
+
+}  // namespace starsift

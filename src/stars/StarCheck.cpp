@@ -1,0 +1,166 @@
+#include "stars/StarCheck.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "numbers/Conversion.h"
+#include "stars/StarDefinition.h"
+#include "stars/StarNorms.h"
+
+namespace starsift {
+
+namespace {
+
+template <class T>
+QQ exactly(const T& value) {
+  return NumberConversion<QQ, T>::convert(value);
+}
+
+template <class T>
+Vector<QQ> exactly(const Vector<T>& vector) {
+  Vector<QQ> result;
+  result.convertFrom(vector, false);
+  return result;
+}
+
+/// The verdicts on many stars, in few blocks of memory.
+template <class T>
+class Verdicts {
+ public:
+  /// Of star i; those that are no solutions are forgotten.
+  void add(Index i, const StarVerdict<T>& verdict) {
+    if (!verdict.isSolution) return;
+    solutions_.push_back(i);
+    norms_.push_back(verdict.norms);
+    targetCount_ = verdict.targetValues.dimension();
+    values_.insert(values_.end(), verdict.targetValues.begin(), verdict.targetValues.end());
+  }
+
+  /// Indices of the stars that are solutions, ascending.
+  const std::vector<Index>& solutions() const { return solutions_; }
+
+  /// Writes what was computed of the k-th solution into its star.
+  void apply(Index k, Star<T>& star) {
+    star.targetValues.resize(targetCount_, false);
+    const auto first = values_.begin() + (k - 1) * targetCount_;
+    std::move(first, first + targetCount_, star.targetValues.begin());
+    const Norms<T>& norms = norms_[static_cast<std::size_t>(k - 1)];
+    star.targetNorm = norms.target;
+    star.slackNorm = norms.slack;
+  }
+
+ private:
+  std::vector<Index> solutions_;
+  std::vector<Norms<T>> norms_;
+  /// Target values of one solution behind those of the other.
+  std::vector<T> values_;
+  Index targetCount_ = 0;
+};
+
+}  // namespace
+
+template <class T>
+StarChecker<T>::StarChecker(const Vanu<T>& problem)
+    : problem_(problem),
+      box_(problem.lx, problem.rx),
+      goals_(exactly(problem.dt)),
+      values_(problem.At.rowCount()) {
+  prepareEquations();
+  for (Index i = 1; i <= problem.Au.rowCount(); ++i)
+    intervals_.emplace_back(problem.Au[i], exactly(problem.lu[i]), exactly(problem.ru[i]));
+  for (const Vector<T>& row : problem.At) targets_.emplace_back(row, ZZ::one());
+}
+
+template <class T>
+void StarChecker<T>::prepareEquations() {
+  const QQ& tolerance = NumberTraits<QQ>::tolerance();
+  for (Index i = 1; i <= problem_.Ag.rowCount(); ++i) {
+    const QQ value = exactly(problem_.bg[i]);
+    const QQ modulus = problem_.qg.isSet() ? exactly(problem_.qg[i]) : QQ::zero();
+    if (NumberTraits<QQ>::isZero(modulus))
+      intervals_.emplace_back(problem_.Ag[i], value - tolerance, value + tolerance);
+    else
+      congruences_.emplace_back(problem_.Ag[i], value, modulus, tolerance);
+  }
+}
+
+template <class T>
+bool StarChecker<T>::check(Star<T>& star) {
+  StarVerdict<T> verdict = judge(star);
+  if (verdict.isSolution && !targets_.empty()) {
+    star.targetValues.exchange(verdict.targetValues);
+    star.targetNorm = verdict.norms.target;
+    star.slackNorm = verdict.norms.slack;
+  }
+  return verdict.isSolution;
+}
+
+template <class T>
+StarVerdict<T> StarChecker<T>::judge(const Star<T>& star) {
+  const Vector<T>& x = star.x();
+  const bool isFinite = point_.assign(x);
+  if (!withinBounds(x)) return {};
+  checkColumns(x.dimension());
+  if (!isFinite) return judgeByDefinition(problem_, x);
+  StarVerdict<T> verdict;
+  verdict.isSolution = rowsAdmit();
+  if (verdict.isSolution && !targets_.empty()) computeTargets(verdict);
+  return verdict;
+}
+
+template <class T>
+bool StarChecker<T>::withinBounds(const Vector<T>& x) const {
+  const Index n = x.dimension();
+  if (point_.isSmall() && n == problem_.lx.dimension() && n == problem_.rx.dimension())
+    return box_.contains(point_.small());
+  return x >= problem_.lx && x <= problem_.rx;
+}
+
+template <class T>
+void StarChecker<T>::checkColumns(Index n) const {
+  for (const Matrix<T>* rows : {&problem_.Ag, &problem_.Au, &problem_.At})
+    if (rows->rowCount() > 0 && rows->columnCount() != n)
+      fail("Matrix: mat-vec multiplication dimension mismatch");
+}
+
+template <class T>
+bool StarChecker<T>::rowsAdmit() const {
+  const auto admits = [this](const auto& test) { return test.admits(point_); };
+  return std::all_of(intervals_.begin(), intervals_.end(), admits) &&
+         std::all_of(congruences_.begin(), congruences_.end(), admits);
+}
+
+template <class T>
+void StarChecker<T>::computeTargets(StarVerdict<T>& verdict) {
+  std::transform(targets_.begin(), targets_.end(), values_.begin(),
+                 [this](const ScaledRow& row) { return row.product(point_); });
+  const Norms<QQ> norms = goalNorms(goals_, values_);
+  using Number = NumberConversion<T, QQ>;
+  try {
+    verdict.targetValues.convertFrom(values_, false);
+    verdict.norms = {Number::convert(norms.target), Number::convert(norms.slack)};
+  } catch (const PrecisionException&) {
+    throw PrecisionException(checkLossText);
+  }
+}
+
+template <class T>
+bool checkStars(const Vanu<T>& problem, Array<Star<T>>& stars) {
+  StarChecker<T> checker(problem);
+  // No star is touched before all are judged: a verdict may throw.
+  Verdicts<T> verdicts;
+  for (Index i = 1; i <= stars.dimension(); ++i) verdicts.add(i, checker.judge(stars[i]));
+  const bool noneDropped =
+      verdicts.solutions().size() == static_cast<std::size_t>(stars.dimension());
+  keepOnly(stars, verdicts.solutions());
+  if (problem.At.rowCount() > 0)
+    for (Index k = 1; k <= stars.dimension(); ++k) verdicts.apply(k, stars[k]);
+  return noneDropped;
+}
+
+template class StarChecker<long double>;
+template class StarChecker<QQ>;
+template bool checkStars(const Vanu<long double>&, Array<Star<long double>>&);
+template bool checkStars(const Vanu<QQ>&, Array<Star<QQ>>&);
+
+}  // namespace starsift

@@ -1,0 +1,62 @@
+// The check of a star against its problem: is it a solution, and what are its
+// target values and norms. No verdict and no value depends on rounding.
+#pragma once
+
+#include <vector>
+
+#include "problem/Vanu.h"
+#include "stars/ExactPoint.h"
+#include "stars/RowTests.h"
+#include "stars/SmallBox.h"
+#include "stars/Star.h"
+#include "stars/StarNorms.h"
+
+namespace starsift {
+
+/// A problem prepared for the check of many stars. O(entries) to prepare; a check
+/// costs the components of the star and the non-zero entries of the problem.
+template <class T>
+class StarChecker {
+ public:
+  /// `problem` must outlive the checker and stay as it is.
+  explicit StarChecker(const Vanu<T>& problem);
+
+  /// True when star.x() is a solution: within the bounds exactly, equations
+  /// within the tolerance, congruences too, ranged rows exactly. Sets target
+  /// values and norms then, if there are targets; else the star stays untouched.
+  /// A star of another length is fatal, "Vector: dimension mismatch10", and so are
+  /// rows of another length, "Matrix: mat-vec multiplication dimension mismatch". Throws
+  /// PrecisionException "Precision lost during check" where T can't hold a result.
+  bool check(Star<T>& star);
+
+  /// The same without touching the star.
+  StarVerdict<T> judge(const Star<T>& star);
+
+ private:
+  void prepareEquations();
+  bool withinBounds(const Vector<T>& x) const;
+  /// All rows have `n` entries.
+  void checkColumns(Index n) const;
+  bool rowsAdmit() const;
+  void computeTargets(StarVerdict<T>& verdict);
+
+  const Vanu<T>& problem_;
+  SmallBox box_;
+  Vector<QQ> goals_;
+  std::vector<IntervalTest> intervals_;
+  std::vector<CongruenceTest> congruences_;
+  std::vector<ScaledRow> targets_;
+  /// The star in work, and its target values.
+  ExactPoint point_;
+  Vector<QQ> values_;
+};
+
+/// Checks all stars and drops those that fail, in order. True when none was
+/// dropped. The stars are unchanged after an exception.
+template <class T>
+bool checkStars(const Vanu<T>& problem, Array<Star<T>>& stars);
+
+extern template class StarChecker<long double>;
+extern template bool checkStars(const Vanu<long double>&, Array<Star<long double>>&);
+
+}  // namespace starsift

@@ -1,0 +1,15 @@
+// The check of a star word by word in the arithmetic of its number type, for
+// stars with infinite components: over QQ an undefined operation is fatal, in
+// long double it gives a nan, with which every comparison fails.
+#pragma once
+
+#include "problem/Vanu.h"
+#include "stars/StarNorms.h"
+
+namespace starsift {
+
+/// The verdict on a point with one component per variable.
+template <class T>
+StarVerdict<T> judgeByDefinition(const Vanu<T>& problem, const Vector<T>& x);
+
+}  // namespace starsift

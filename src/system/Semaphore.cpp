@@ -1,0 +1,124 @@
+#include "system/Semaphore.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstdlib>
+#include <utility>
+
+#include "system/EndingSignals.h"
+#include "system/Failure.h"
+#include "system/SizeSignal.h"
+
+namespace starsift {
+
+namespace {
+
+/// 600 in decimal, not in octal: the permission bits that semaphores of this
+/// system have always had.
+constexpr mode_t creationMode = 600;
+
+/// The latest live semaphore. A signal handler may walk the list at any moment, so
+/// it is changed by single stores only, each of which leaves it whole.
+std::atomic<NamedSemaphore*> latestSemaphore = nullptr;
+static_assert(std::atomic<NamedSemaphore*>::is_always_lock_free);
+
+void cleanUpAtExit() {
+  [[maybe_unused]] static const int registered = std::atexit(unlinkAllSemaphores);
+}
+
+/// Creates a semaphore with the value 1; SEM_FAILED with errno set.
+sem_t* createSemaphore(const std::string& name) {
+  const SizeSignalIgnored ignored;
+  errno = 0;
+  sem_t* const handle = sem_open(name.c_str(), O_CREAT | O_EXCL, creationMode, 1);
+  // The C library takes a file that came out too short for a failure without a
+  // reason. Only the limit of file sizes cuts one so small.
+  if (handle == SEM_FAILED && errno == 0) errno = EFBIG;
+  return handle;
+}
+
+}  // namespace
+
+void unlinkAllSemaphores() {
+  for (NamedSemaphore* semaphore = latestSemaphore; semaphore != nullptr;
+       semaphore = semaphore->next_) {
+    if (!semaphore->ownedHere() || !semaphore->linked_) continue;
+    // In this order: a signal between the two unlinks the name again, which does
+    // no harm, and never passes it over.
+    sem_unlink(semaphore->name_.c_str());
+    semaphore->linked_ = false;
+  }
+}
+
+std::string SemaphoreNames::next(std::time_t now) {
+  if (now != lastSecond_) {
+    lastSecond_ = now;
+    counter_ = 1;
+  }
+  std::string name = "/";
+  for (const std::int64_t number : {std::int64_t{process_}, std::int64_t{now}, counter_++})
+    (name += std::to_string(number)) += '_';
+  name.pop_back();
+  return name;
+}
+
+std::string nextSemaphoreName() {
+  static SemaphoreNames names(getpid());
+  return names.next(std::time(nullptr));
+}
+
+NamedSemaphore::NamedSemaphore(const std::function<std::string()>& nextName) : owner_(getpid()) {
+  cleanUpAtExit();
+  // A signal between the creation of the name and its entry in the list would
+  // leave it behind.
+  const SignalsHeld held(endingSignals());
+  do {
+    name_ = nextName();
+    handle_ = createSemaphore(name_);
+  } while (handle_ == SEM_FAILED && errno == EEXIST);
+  if (handle_ == SEM_FAILED) failErrno("SEM could not be opened");
+  enlist();
+}
+
+void NamedSemaphore::wait() {
+  if (handle_ == nullptr) fail("No semaphore available for lock!");
+  // A signal whose handler returns interrupts the wait; it goes on.
+  while (sem_wait(handle_) != 0 && errno == EINTR) {
+  }
+  holder_.clear();
+}
+
+void NamedSemaphore::post() {
+  sem_post(handle_);
+}
+
+void NamedSemaphore::release() {
+  if (handle_ == nullptr) return;
+  if (sem_close(std::exchange(handle_, nullptr)) != 0) failErrno("SEM could not be closed");
+  if (ownedHere() && linked_ && sem_unlink(name_.c_str()) != 0)
+    failErrno("SEM could not be unlinked");
+  // Last: up to here a signal has to find the name.
+  delist();
+}
+
+void NamedSemaphore::enlist() {
+  NamedSemaphore* const next = latestSemaphore;
+  if (next != nullptr) next->previous_ = this;
+  next_ = next;
+  latestSemaphore = this;
+}
+
+void NamedSemaphore::delist() {
+  NamedSemaphore* const next = next_;
+  if (next != nullptr) next->previous_ = previous_;
+  (previous_ == nullptr ? latestSemaphore : previous_->next_) = next;
+}
+
+bool NamedSemaphore::ownedHere() const {
+  return owner_ == getpid();
+}
+
+}  // namespace starsift

@@ -1,0 +1,94 @@
+#include "text/InputText.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+
+#include "system/Exceptions.h"
+#include "system/SystemCall.h"
+
+namespace starsift {
+
+namespace {
+
+/// Closes a file descriptor at the end of the scope.
+class Descriptor {
+ public:
+  explicit Descriptor(int number) : number_(number) {}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() {
+    if (number_ >= 0) close(number_);
+  }
+  int number() const { return number_; }
+
+ private:
+  int number_;
+};
+
+/// True for the errors by which a path names no file.
+bool isAbsence(int error) {
+  return error == ENOENT || error == ENOTDIR || error == ELOOP || error == ENAMETOOLONG;
+}
+
+/// Whether there may be a text under a path that open() refused with errno.
+bool mayHoldText(const std::string& path) {
+  if (isAbsence(errno)) return false;
+  struct stat status {};
+  if (stat(path.c_str(), &status) != 0) return !isAbsence(errno);
+  return S_ISREG(status.st_mode);
+}
+
+[[noreturn]] void refuse(const std::string& path) {
+  throw ReadException("Could not read file: " + path);
+}
+
+/// Bytes in storage that grows behind them.
+struct Buffer {
+  explicit Buffer(std::size_t room)
+      : bytes(std::make_unique_for_overwrite<char[]>(room)), capacity(room) {}
+
+  void grow() {
+    Buffer larger(2 * capacity);
+    std::copy_n(bytes.get(), size, larger.bytes.get());
+    bytes = std::move(larger.bytes);
+    capacity = larger.capacity;
+  }
+
+  std::unique_ptr<char[]> bytes;
+  std::size_t capacity;
+  std::size_t size = 0;
+};
+
+}  // namespace
+
+std::optional<InputText> readFileText(const std::string& path) {
+  // Without O_NONBLOCK opening a pipe waits for a writer that may never come.
+  const Descriptor file(
+      uninterrupted([&] { return open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC); }));
+  if (file.number() < 0) {
+    if (mayHoldText(path)) refuse(path);
+    return std::nullopt;
+  }
+  struct stat status {};
+  if (fstat(file.number(), &status) != 0) refuse(path);
+  if (!S_ISREG(status.st_mode)) return std::nullopt;
+  // The size is only where to start: a writer may be adding to the file. The byte
+  // more lets a file of that size end without growing.
+  Buffer buffer(static_cast<std::size_t>(status.st_size) + 1);
+  while (true) {
+    const ssize_t count = uninterrupted([&] {
+      return read(file.number(), buffer.bytes.get() + buffer.size, buffer.capacity - buffer.size);
+    });
+    if (count < 0) refuse(path);
+    if (count == 0) break;
+    buffer.size += static_cast<std::size_t>(count);
+    if (buffer.size == buffer.capacity) buffer.grow();
+  }
+  return InputText(std::move(buffer.bytes), buffer.size);
+}
+
+}  // namespace starsift

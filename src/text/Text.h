@@ -1,0 +1,23 @@
+// Operations on text. All return new strings; characters are bytes.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace starsift {
+
+/// What trim removes unless told otherwise: the white space of the C library.
+constexpr std::string_view trimmedCharacters = " \t\n\r\f\v";
+
+/// Replaces each occurrence of `from`, left to right; what was put in isn't
+/// searched again. `from` is not empty.
+std::string replaceAll(std::string_view text, std::string_view from, std::string_view to);
+
+std::string trimLeft(std::string_view text, std::string_view characters = trimmedCharacters);
+std::string trimRight(std::string_view text, std::string_view characters = trimmedCharacters);
+std::string trim(std::string_view text, std::string_view characters = trimmedCharacters);
+
+/// Case-sensitive; false when the suffix is longer than the text.
+bool endsWith(std::string_view text, std::string_view suffix);
+
+}  // namespace starsift
