@@ -94,14 +94,14 @@ void measure(std::size_t runs, auto call) {
 /// `checks` no vector fits them, so that the check ends at the first look.
 template <class T>
 void setCheckVectors(Lattice<T, dbl_t>& lattice, bool checks) {
-  lattice.latticeKind = LatticeKind::full;
-  const Index m = lattice.m;
+  lattice.frame.latticeKind = LatticeKind::full;
+  const Index m = lattice.basis.m;
   const T last = checks ? T(1) : T(1) / T(2);
-  for (Index j = 1; j < m; ++j) lattice.r[j] = T(1);
-  lattice.l[m] = last;
-  lattice.r[m] = last;
-  lattice.lSave = lattice.l;
-  lattice.rSave = lattice.r;
+  for (Index j = 1; j < m; ++j) lattice.frame.r[j] = T(1);
+  lattice.frame.l[m] = last;
+  lattice.frame.r[m] = last;
+  lattice.frame.lSave = lattice.frame.l;
+  lattice.frame.rSave = lattice.frame.r;
 }
 
 /// A reduction gives up after some passes, which small bases with many exchanges need more of.
@@ -128,7 +128,7 @@ int run(const Settings& settings, const Matrix<QQ>& rows) {
   if (!settings.output.empty()) {
     std::ofstream file(settings.output);
     file << std::setprecision(21) << '[';
-    for (const Vector<T>& row : lattice.B) {
+    for (const Vector<T>& row : lattice.basis.B()) {
       file << '[';
       for (const T& entry : row) file << ' ' << entry;
       file << "]\n";

@@ -64,8 +64,8 @@ void addWay(Index dimension, const std::string& way, const std::string& type, au
     Lattice<T, dbl_t> lattice(&basis);
     run(lattice);
     for (auto _ : state) {
-      std::fill(lattice.vecStatus.begin(), lattice.vecStatus.end(), StatusWord());
-      lattice.rowImages.products().forgetAll();
+      std::fill(lattice.basis.vecStatus.begin(), lattice.basis.vecStatus.end(), StatusWord());
+      lattice.basis.forgetAllProducts();
       run(lattice);
     }
     count(state, static_cast<std::size_t>(dimension * dimension));
@@ -75,11 +75,14 @@ void addWay(Index dimension, const std::string& way, const std::string& type, au
 template <class T>
 void addWays(Index dimension, const std::string& type) {
   addWay<T>(dimension, "classic", type, [](auto& lattice) { lattice.classicOrthogonalise(1, 0); });
-  addWay<T>(dimension, "modified", type,
-            [](auto& lattice) { lattice.modifiedOrthogonalise(1, 0, false, false); });
-  addWay<T>(dimension, "cached", type,
-            [](auto& lattice) { lattice.modifiedOrthogonalise(1, 0, false, true); });
-  addWay<T>(dimension, "full", type, [](auto& lattice) { lattice.fullOrthogonalise(1, 0, false); });
+  addWay<T>(dimension, "modified", type, [](auto& lattice) {
+    lattice.modifiedOrthogonalise(1, 0, OnDependency::report, LqCache::bypass);
+  });
+  addWay<T>(dimension, "cached", type, [](auto& lattice) {
+    lattice.modifiedOrthogonalise(1, 0, OnDependency::report, LqCache::use);
+  });
+  addWay<T>(dimension, "full", type,
+            [](auto& lattice) { lattice.fullOrthogonalise(1, 0, OnDependency::report); });
   addPeer("orthogonalise", std::to_string(dimension) + "_rows_" + type, dimension,
           dimension * dimension);
 }
@@ -90,11 +93,12 @@ void addRestart(Index dimension) {
   add("orthogonalise_last_row", input, "cached", [dimension](State& state) {
     const Matrix<dbl_t> basis = squareBasis<dbl_t>(dimension);
     Lattice<dbl_t, dbl_t> lattice(&basis);
-    lattice.modifiedOrthogonalise(1, 0, false, true);
+    lattice.modifiedOrthogonalise(1, 0, OnDependency::report, LqCache::use);
     for (auto _ : state) {
-      lattice.B[dimension][1] += 1;
-      lattice.vecStatus[dimension] = 0;
-      lattice.modifiedOrthogonalise(1, 0, false, true);
+      // The last row changes.
+      lattice.basis.subtract(dimension, 1, -1);
+      lattice.basis.vecStatus[dimension] = 0;
+      lattice.modifiedOrthogonalise(1, 0, OnDependency::report, LqCache::use);
     }
     count(state, static_cast<std::size_t>(dimension));
   })->Unit(benchmark::kMillisecond);

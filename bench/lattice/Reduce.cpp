@@ -31,11 +31,11 @@ Matrix<T> knapsack(Index dimension) {
 /// Check vectors from 0 to 1; the last coordinate is that of a point, or with none.
 template <class T>
 void setCheckVectors(Lattice<T, dbl_t>& lattice, bool checked) {
-  lattice.latticeKind = LatticeKind::full;
-  std::fill(lattice.r.begin(), lattice.r.end(), T(1));
+  lattice.frame.latticeKind = LatticeKind::full;
+  std::fill(lattice.frame.r.begin(), lattice.frame.r.end(), T(1));
   const T last = checked ? T(1) : T(1) / T(2);
-  lattice.l[lattice.m] = last;
-  lattice.r[lattice.m] = last;
+  lattice.frame.l[lattice.basis.m] = last;
+  lattice.frame.r[lattice.basis.m] = last;
   lattice.params.pair = checked;
 }
 

@@ -17,19 +17,19 @@ constexpr Index stepsPerLook = 16;
 /// vector.
 template <class T, class R>
 void writeBest(std::ostream& stream, const Lattice<T, R>& lattice) {
-  if (lattice.bestTarget.isSet())
-    stream << ", best target norm " << lattice.bestTarget.targetNorm;
-  else if (lattice.bestVector.isSet())
-    stream << ", best norm " << std::sqrt(lattice.bestRecord.squaredNorm);
+  if (lattice.found.bestTarget.isSet())
+    stream << ", best target norm " << lattice.found.bestTarget.targetNorm;
+  else if (lattice.found.bestVector.isSet())
+    stream << ", best norm " << std::sqrt(lattice.found.bestRecord.squaredNorm);
 }
 
 }  // namespace
 
 void SearchWatch::count(const PassCounts& counts) {
   // The counts of a new pass begin at 0.
-  if (counts.exchanges < counted_) counted_ = 0;
-  exchanges_ += counts.exchanges - counted_;
-  counted_ = counts.exchanges;
+  if (counts.swaps < counted_) counted_ = 0;
+  exchanges_ += counts.swaps - counted_;
+  counted_ = counts.swaps;
 }
 
 void SearchWatch::endPass(const PassCounts& counts) {

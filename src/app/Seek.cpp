@@ -6,6 +6,7 @@
 
 #include "app/StarStore.h"
 #include "params/SearchLimits.h"
+#include "search/SearchPass.h"
 #include "system/Console.h"
 
 namespace starsift {
@@ -129,7 +130,7 @@ PassCounts Seek::runPass() {
   if (passLimit_ >= 0 && watch_.passes() >= passLimit_) throw SearchEnded(SearchEnd::passes);
   watch_.look();
   watch_.beginPass();
-  const PassCounts counts = lattice_.lllPass(1, 0, 0);
+  const PassCounts counts = searchPass(lattice_);
   watch_.endPass(counts);
   return counts;
 }

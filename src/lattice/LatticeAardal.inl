@@ -15,80 +15,90 @@
 
 namespace starsift {
 
-template <class T, class R>
-Array<Matrix<T>> Lattice<T, R>::aardalReduce() {
-  auto inner = std::make_unique<Lattice>();
-  inner->assignFrom(*this, false);
-  inner->observer = observer;
-  inner->prepareAardal();
-  inner->reduceEquations(params.verb);
-  const Vector<T> kept = scale;
-  for (Index i = 1; i <= this->Ag.rowCount(); ++i) inner->setScale(i, kept[i]);
-  assignFrom(*inner, true);
-  if (params.verb >= 2) {
-    std::cout << " ]" << closeStamp(false);
-    stampOutputTime();
-  }
-  return TT;
-}
+namespace latticeaardal {
 
+/// Settings of the inner lattice: tracking, silence.
 template <class T, class R>
-void Lattice<T, R>::prepareAardal() {
-  setTracking(true);
-  params.eenum = true;
+void prepare(Lattice<T, R>& inner) {
+  inner.setTracking(true);
+  inner.params.eenum = true;
   // It never inserts at the first position. Where the vector there has to become shorter the
   // weight would grow until R can't hold it.
-  params.deep = false;
+  inner.params.deep = false;
   // Tracking goes on to the end here, also where the lattice had turned it on before.
-  consistencyForced = false;
+  inner.run.consistencyForced = false;
   // The switch for extended output is the process's: it follows the outer lattice.
-  params.verb.setTextSilently("0");
-  pushTransformation(false);
+  inner.params.verb.setTextSilently("0");
+  inner.pushTransformation(false);
 }
 
+/// Moves those of the first `active` vectors that solve the equations behind the others of
+/// them; returns how many don't.
 template <class T, class R>
-void Lattice<T, R>::reduceEquations(long verb) {
+Index sinkSolutions(Lattice<T, R>& lattice, Index active) {
+  Basis<T, R>& basis = lattice.basis;
+  const CoordinateBlock equations = lattice.blocks().equations;
+  const auto solves = [&](const Vector<T>& row) {
+    return std::all_of(equations.begin(), equations.end(),
+                       [&row](Index j) { return row[j] == T(); });
+  };
+  for (Index i = 1; i <= active;) {
+    if (!solves(basis.B()[i])) {
+      ++i;
+      continue;
+    }
+    for (Index j = i; j < active; ++j)
+      basis.swap(j, j + 1, j > i ? RowStatus::keep : RowStatus::forget);
+    --active;
+  }
+  return active;
+}
+
+/// The reduction itself, on the inner lattice; `verb` is that of the outer one.
+template <class T, class R>
+void reduceEquations(Lattice<T, R>& inner, long verb) {
   using Exact = ExactArithmetic<T>;
-  const Index equations = this->Ag.rowCount();
-  T weight(10 * this->Ag.columnCount());
+  const CoordinateBlock equations = inner.blocks().equations;
+  const Index n = inner.basis.n;
+  T weight(10 * inner.Ag.columnCount());
   if (verb == 2) {
     std::cout << openStamp(false) << " Aardal reducing ... [ NN = " << weight << std::flush;
     stampOutputTime();
   }
   for (Index active = n;;) {
-    for (Index i = 1; i <= equations; ++i) setScale(i, weight);
-    sortBasis(active);
-    reduce(active);
-    sortBasis(active);
-    verifyTransformation(true, true);
-    active = sinkSolutions(active);
-    if (active <= equations) break;
+    for (const Index j : equations) inner.setScale(j, weight);
+    inner.sortBasis(active);
+    inner.reduce(active);
+    inner.sortBasis(active);
+    inner.verifyTransformation(LatticeKind::equations, Announce::silent);
+    active = sinkSolutions(inner, active);
+    if (active <= equations.count) break;
     weight = Exact::product(weight, weight);
     if (verb >= 2) {
       std::cout << ' ' << weight << std::flush;
       stampOutputTime();
     }
   }
-  for (Index i = 1; i <= std::min(equations, n - equations); ++i)
-    swapBasisVectors(i, n - i + 1, i >= 2);
+  for (Index i = 1; i <= std::min(equations.count, n - equations.count); ++i)
+    inner.basis.swap(i, n - i + 1, i >= 2 ? RowStatus::keep : RowStatus::forget);
 }
 
+}  // namespace latticeaardal
+
 template <class T, class R>
-Index Lattice<T, R>::sinkSolutions(Index active) {
-  const auto solves = [this](const Vector<T>& row) {
-    for (Index j = 1; j <= this->Ag.rowCount(); ++j)
-      if (!(row[j] == T())) return false;
-    return true;
-  };
-  for (Index i = 1; i <= active;) {
-    if (!solves(B[i])) {
-      ++i;
-      continue;
-    }
-    for (Index j = i; j < active; ++j) swapBasisVectors(j, j + 1, j > i);
-    --active;
+Array<Matrix<T>> Lattice<T, R>::aardalReduce() {
+  auto inner = std::make_unique<Lattice>();
+  inner->assignFrom(*this, false);
+  inner->run.observer = run.observer;
+  latticeaardal::prepare(*inner);
+  latticeaardal::reduceEquations(*inner, params.verb);
+  for (const Index j : blocks().equations) inner->setScale(j, basis.scale[j]);
+  assignFrom(*inner, true);
+  if (params.verb >= 2) {
+    std::cout << " ]" << closeStamp(false);
+    stampOutputTime();
   }
-  return active;
+  return basis.TT;
 }
 
 template <class T, class R>
@@ -97,25 +107,25 @@ Vector<T> Lattice<T, R>::extractInhomogeneous() {
     std::cout << openStamp(false) << " Extracting current inhomogenous vector ...";
     stampOutputTime();
   }
-  Matrix<T> rows = backMapAll(B);
-  Vector<T> found;
-  while (!found.isSet()) {
+  Matrix<T> rows = basis.untransformed();
+  Vector<T> result;
+  while (!result.isSet()) {
     Index pick = 0;
-    for (Index i = 1; i <= n && !found.isSet(); ++i) {
+    for (Index i = 1; i <= basis.n && !result.isSet(); ++i) {
       if (!lastIsLess(rows, i, pick)) continue;
       pick = i;
-      checkSolution(rows[i], false, 0, false);
-      if (NumberTraits<T>::equal(NumberTraits<T>::absolute(rows[i][m]),
+      checkSolution(rows[i], Space::raw, 0, Announce::full);
+      if (NumberTraits<T>::equal(NumberTraits<T>::absolute(rows[i][basis.m]),
                                  NumberTraits<T>::absolute(this->homValue)))
-        found = rows[i];
+        result = rows[i];
     }
     if (pick == 0 || !reduceLast(rows, pick)) break;
   }
-  if (params.verb > 1 && found.isSet()) {
+  if (params.verb > 1 && result.isSet()) {
     std::cout << closeStamp(false);
     stampOutputTime();
   }
-  return found;
+  return result;
 }
 
 }  // namespace starsift

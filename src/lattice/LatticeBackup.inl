@@ -13,28 +13,106 @@
 
 namespace starsift {
 
+namespace latticebackup {
+
+/// What is kept of a vector; nothing if it doesn't survive.
+template <class T, class R>
+std::optional<Vector<T>> backupForm(Lattice<T, R>& lattice, const Vector<T>& vector,
+                                    BackupMode mode, Index count, Index position) {
+  const Index m = lattice.basis.m;
+  Vector<T> form(vector);
+  switch (mode) {
+    case BackupMode::vectors:
+      form.resize(m, false);
+      return form;
+    case BackupMode::columns:
+      if (form.dimension() != m) return std::nullopt;
+      for (Index i = position; i < position + count; ++i)
+        // An equation that doesn't hold is no coordinate to leave out.
+        if (!lattice.frame.equationsRemoved && !(form[i] == T())) return std::nullopt;
+      removeElements(form, position, count);
+      return form;
+    case BackupMode::coordinates:
+      if (vector.dimension() != m ||
+          !lattice.coordinatesOf(vector, form, Over::working, Coordinates::integer))
+        return std::nullopt;
+      return form;
+    case BackupMode::points:
+      return lattice.starOf(vector);
+  }
+  return std::nullopt;
+}
+
+/// The raw vector of such a form, over the untransformed `basis`.
+template <class T, class R>
+std::optional<Vector<T>> restoredForm(const Lattice<T, R>& lattice, const Vector<T>& form,
+                                      BackupMode mode, const Matrix<T>& basis) {
+  if (mode == BackupMode::coordinates) {
+    if (form.dimension() != lattice.basis.n) return std::nullopt;
+    return exactProduct(form, basis);
+  }
+  if (mode != BackupMode::points) return form;
+  Vector<T> vector;
+  try {
+    lattice.opt2lat(form, vector, Space::raw, T(1));
+  } catch (const ModuloException&) {
+    return std::nullopt;
+  }
+  return vector;
+}
+
+/// Puts stars in front of those of the lattice.
+template <class T>
+void prepend(Array<Star<T>> former, Array<Star<T>>& stars) {
+  const Index kept = former.dimension();
+  former.resize(kept + stars.dimension(), true);
+  std::move(stars.begin(), stars.end(), former.begin() + kept);
+  stars.exchange(former);
+}
+
+/// The point of a raw vector is no solution of the problem as read.
+template <class T, class R>
+bool violatesProblem(const Lattice<T, R>& lattice, const Vector<T>& vector) {
+  const std::optional<Star<T>> star = lattice.starOf(vector);
+  return !star || !StarChecker<T>(lattice.problemAsRead()).judge(*star).isSolution;
+}
+
+/// A vector of a heuristic collection, with its score in the present lattice.
+template <class T, class R>
+HeuristicVector<T, R> scored(const Lattice<T, R>& lattice, const Vector<T>& vector,
+                             std::int64_t time) {
+  HeuristicVector<T, R> result;
+  static_cast<Vector<T>&>(result) = vector;
+  result.time = lattice.discoveryTime(time);
+  lattice.score(result.score, vector, Space::raw);
+  return result;
+}
+
+}  // namespace latticebackup
+
 template <class T, class R>
 VectorBackup<T, R> Lattice<T, R>::backupVectors(BackupMode mode, Index count, Index position) {
   VectorBackup<T, R> backup;
   backup.stars.exchange(stars);
   const auto keep = [&](BackupOrigin origin, const TimeVector<T>& source) {
-    std::optional<Vector<T>> form = backupForm(source, mode, count, position);
+    std::optional<Vector<T>> form = latticebackup::backupForm(*this, source, mode, count, position);
     if (!form) return;
     auto& entry = backup.entries.emplace_back();
     entry.origin = origin;
     static_cast<Vector<T>&>(entry.vector) = std::move(*form);
     entry.vector.time = source.time;
   };
-  if (bestVector.isSet()) keep(BackupOrigin::best, bestVector);
-  if (bestTarget.isSet()) keep(BackupOrigin::target, bestTarget);
-  for (const Star<T>& solution : solutions) keep(BackupOrigin::store, solution);
-  discardVectors();
-  for (auto [from, to] : {std::pair(&collected, &backup.collected), {&chosen, &backup.chosen}}) {
+  if (found.bestVector.isSet()) keep(BackupOrigin::best, found.bestVector);
+  if (found.bestTarget.isSet()) keep(BackupOrigin::target, found.bestTarget);
+  for (const Star<T>& solution : found.solutions) keep(BackupOrigin::store, solution);
+  found.discard();
+  for (auto [from, to] :
+       {std::pair(&found.collected, &backup.collected), {&found.chosen, &backup.chosen}}) {
     to->exchange(*from);
     from->setLimit(to->limit());
     for (HeuristicVector<T, R>* vector = to->first(); vector != nullptr;) {
       HeuristicVector<T, R>* const next = vector->next;
-      if (auto form = backupForm(*vector, mode, count, position))
+      if (auto form = latticebackup::backupForm(*this, *vector, mode, count, position))
         static_cast<Vector<T>&>(*vector) = std::move(*form);
       else
         to->take(vector);
@@ -45,78 +123,25 @@ VectorBackup<T, R> Lattice<T, R>::backupVectors(BackupMode mode, Index count, In
 }
 
 template <class T, class R>
-std::optional<Vector<T>> Lattice<T, R>::backupForm(const Vector<T>& vector, BackupMode mode,
-                                                   Index count, Index position) {
-  Vector<T> form(vector);
-  switch (mode) {
-    case BackupMode::vectors:
-      form.resize(m, false);
-      return form;
-    case BackupMode::columns:
-      if (form.dimension() != m) return std::nullopt;
-      for (Index i = position; i < position + count; ++i)
-        // An equation that doesn't hold is no coordinate to leave out.
-        if (!equationsRemoved && !(form[i] == T())) return std::nullopt;
-      removeElements(form, position, count);
-      return form;
-    case BackupMode::coordinates:
-      if (vector.dimension() != m || !coordinatesOf(vector, form, false)) return std::nullopt;
-      return form;
-    case BackupMode::points:
-      return starOf(vector);
-  }
-  return std::nullopt;
-}
-
-template <class T, class R>
-std::optional<Vector<T>> Lattice<T, R>::restoredForm(const Vector<T>& form, BackupMode mode,
-                                                     const Matrix<T>& basis) const {
-  if (mode == BackupMode::coordinates) {
-    if (form.dimension() != n) return std::nullopt;
-    return exactProduct(form, basis);
-  }
-  if (mode != BackupMode::points) return form;
-  Vector<T> vector;
-  try {
-    opt2lat(form, vector, false, T(1));
-  } catch (const ModuloException&) {
-    return std::nullopt;
-  }
-  return vector;
-}
-
-template <class T, class R>
 void Lattice<T, R>::restoreVectors(VectorBackup<T, R> backup, BackupMode mode) {
-  restoring = true;
-  const ClearAtEnd clearing(restoring);
-  takeStars(std::move(backup.stars));
-  const Matrix<T> basis = mode == BackupMode::coordinates ? backMapAll(B) : Matrix<T>();
+  run.restoring = true;
+  const ClearAtEnd clearing(run.restoring);
+  latticebackup::prepend(std::move(backup.stars), stars);
+  const Matrix<T> rows = mode == BackupMode::coordinates ? basis.untransformed() : Matrix<T>();
   for (const auto& entry : backup.entries) {
-    const auto vector = restoredForm(entry.vector, mode, basis);
+    const auto vector = latticebackup::restoredForm(*this, entry.vector, mode, rows);
     if (!vector) continue;
-    if (entry.origin == BackupOrigin::target && violatesProblem(*vector))
+    if (entry.origin == BackupOrigin::target && latticebackup::violatesProblem(*this, *vector))
       fail("This case should not happen between a backup / restore!");
-    checkSolution(*vector, false, entry.vector.time, true);
+    checkSolution(*vector, Space::raw, entry.vector.time, Announce::silent);
   }
-  for (auto [from, to] : {std::pair(&backup.collected, &collected), {&backup.chosen, &chosen}})
+  for (auto [from, to] :
+       {std::pair(&backup.collected, &found.collected), {&backup.chosen, &found.chosen}})
     for (const HeuristicVector<T, R>& entry : *from) {
-      const auto vector = restoredForm(entry, mode, basis);
-      if (vector && isConsistent(*vector, false)) to->insert(scored(*vector, entry.time));
+      const auto vector = latticebackup::restoredForm(*this, entry, mode, rows);
+      if (vector && isConsistent(*vector, false))
+        to->insert(latticebackup::scored(*this, *vector, entry.time));
     }
-}
-
-template <class T, class R>
-void Lattice<T, R>::takeStars(Array<Star<T>> former) {
-  const Index kept = former.dimension();
-  former.resize(kept + stars.dimension(), true);
-  std::move(stars.begin(), stars.end(), former.begin() + kept);
-  stars.exchange(former);
-}
-
-template <class T, class R>
-bool Lattice<T, R>::violatesProblem(const Vector<T>& vector) const {
-  const std::optional<Star<T>> star = starOf(vector);
-  return !star || !StarChecker<T>(problemAsRead()).judge(*star).isSolution;
 }
 
 }  // namespace starsift

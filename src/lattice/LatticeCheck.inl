@@ -1,5 +1,5 @@
-// Lattice: is a vector a solution? Every vector that a reduction touches is asked, so
-// nearly all of them are turned away by one look at the last coordinate.
+// Lattice: is a vector a solution? Every vector that a reduction touches is checked, so nearly
+// all of them are rejected by one look at the last coordinate.
 #pragma once
 
 #include <algorithm>
@@ -12,254 +12,195 @@
 
 namespace starsift {
 
-template <class T, class R>
-unsigned Lattice<T, R>::checkSolution(const Vector<T>& vector, bool transformed, std::int64_t time,
-                                      bool silent) {
-  if (latticeKind == LatticeKind::none) fail("checkSolution: You should set the check vectors!");
-  if (vector.dimension() == 0) return 0;
-  Vector<T> raw = oriented(vector, transformed);
-  std::optional<Vector<T>> image = imageOfPoint(raw);
-  if (!image || !isImage(raw, *image, false)) return 0;
-  if (this->deviationCount > 0 && hasLastInBox(raw[m])) raw = std::move(*image);
-  collect(raw, time);
-  if (!liesInBox(raw)) {
-    offerBest(raw, time);
-    return 0;
-  }
-  if (latticeKind == LatticeKind::equations) {
-    // Nothing is filed yet; as best vector it comes along to the full lattice.
-    offerBest(raw, time);
-    return 0;
-  }
-  const unsigned bits = fileSolution(raw, time);
-  if (silent) return bits;
-  if ((bits & CHECK_SOLUTION) != 0) writeSolFile(false);
-  if ((bits & CHECK_LIMIT) != 0) restartHandling(true);
-  return bits;
-}
+namespace latticecheck {
 
+/// All entries of a vector of working space are in the range in which T is safe, and so they
+/// are in raw space.
 template <class T, class R>
-Index Lattice<T, R>::firstChecked() const {
-  return latticeKind == LatticeKind::full && this->atuValid ? 2 : 1;
-}
-
-template <class T, class R>
-bool Lattice<T, R>::hasLastInBox(const T& last) const {
-  return l[m] <= last && last <= r[m];
-}
-
-template <class T, class R>
-void Lattice<T, R>::checkBasisVector(Index k) {
-  // What a vector didn't gain when it came it doesn't gain later.
-  if (checkedRows.mark(k)) return;
-  if (latticeKind != LatticeKind::none && isHopeless(B[k])) {
-    if (!isCollectable(B[k])) return;
-    const Vector<R>& image = rowImages.of(B, k)[k];
-    if (hasUnitScale() && collectsNone(image * image)) return;
-  }
-  checkSolution(B[k], true, 0, false);
-}
-
-template <class T, class R>
-bool Lattice<T, R>::isHopeless(const Vector<T>& vector) const {
-  // The translation leaves the last coordinate alone.
-  const T size = NumberTraits<T>::absolute(vector.element(m));
-  const T last = homScaled > T() ? size : negated(size);
-  const bool fits = l[m] * scale[m] <= last && last <= r[m] * scale[m];
-  return !fits && isInSafeRange(vector);
-}
-
-template <class T, class R>
-bool Lattice<T, R>::isInSafeRange(const Vector<T>& vector) const {
+bool isInSafeRange(const Basis<T, R>& basis, const Vector<T>& vector) {
   if constexpr (NumberTraits<T>::exact) return true;
-  if (params.translate) return false;
-  for (Index i = 1; i <= m; ++i)
-    if (!(NumberTraits<T>::absolute(vector[i]) <= T(safeBound)) || scale[i] < T(1)) return false;
+  if (basis.isTranslated) return false;
+  for (Index i = 1; i <= basis.m; ++i)
+    if (!(NumberTraits<T>::absolute(vector[i]) <= T(safeBound)) || basis.scale[i] < T(1))
+      return false;
   return true;
 }
 
+/// The image of the point that a raw vector stands for; nothing if the point violates a
+/// congruence. Of a consistent vector it is the one with one deviation of each pair at 0: any
+/// amount added to both is as consistent, but out of the box where it is negative, and another
+/// solution for the same point where it isn't.
 template <class T, class R>
-bool Lattice<T, R>::hasUnitScale() const {
-  return !params.translate &&
-         std::all_of(scale.begin(), scale.end(), [](const T& factor) { return factor == T(1); });
-}
-
-template <class T, class R>
-bool Lattice<T, R>::collectsNone(const R& squaredLength) const {
-  const auto limit = static_cast<Index>(params.collectLimit);
-  if (collected.limit() != limit || collected.count() < limit) return false;
-  const VectorScore<R>& worst = collected.first()->score;
-  return worst.status == ScoreStatus::inhomogeneous ||
-         worst.squaredNorm + NumberTraits<R>::tolerance() < squaredLength;
-}
-
-template <class T, class R>
-Vector<T> Lattice<T, R>::oriented(const Vector<T>& vector, bool transformed) const {
-  const T& hom = transformed ? homScaled : this->homValue;
-  const T& last = vector.element(m);
-  const bool turns = hom > T() ? last <= T() : last >= T();
-  Vector<T> result(vector);
-  if (turns)
-    for (T& entry : result) entry = negated(entry);
-  return transformed ? forwardMap(result, true) : result;
-}
-
-template <class T, class R>
-bool Lattice<T, R>::liesInBox(const Vector<T>& vector) const {
-  if (!hasLastInBox(vector[m])) return false;
-  const Index variables = this->fd.dimension();
-  const Index before = m - 1 - variables - (modsInLattice ? this->modulusCount() : 0);
-  for (Index i = 1; i <= variables; ++i) {
-    const FreedomDegree kind = this->fd[i];
-    const T& entry = vector[before + i];
-    if (kind == FreedomDegree::free) continue;
-    if (entry < l[before + i] && kind != FreedomDegree::leftFree) return false;
-    if (entry > r[before + i] && kind != FreedomDegree::rightFree) return false;
-  }
-  for (Index j = before; j >= firstChecked(); --j)
-    if (vector[j] < l[j] || vector[j] > r[j]) return false;
-  return true;
-}
-
-template <class T, class R>
-bool Lattice<T, R>::isConsistent(const Vector<T>& vector, bool exact) const {
-  const std::optional<Vector<T>> image = imageOfPoint(vector);
-  return image && isImage(vector, *image, exact);
-}
-
-template <class T, class R>
-std::optional<Vector<T>> Lattice<T, R>::imageOfPoint(const Vector<T>& vector) const {
+std::optional<Vector<T>> imageOfPoint(const Lattice<T, R>& lattice, const Vector<T>& vector) {
   Vector<T> x;
   Vector<T> image;
   try {
-    const T h = lat2opt(vector, x, true, false, false);
-    opt2lat(x, image, false, h);
+    const T h = lattice.lat2opt(vector, x, Constants::insert, Slacks::omit, Orientation::given);
+    lattice.opt2lat(x, image, Space::raw, h);
   } catch (const ModuloException&) {
     return std::nullopt;
   }
   return image;
 }
 
+/// isConsistent() of a raw vector whose point has this image.
 template <class T, class R>
-bool Lattice<T, R>::isImage(const Vector<T>& vector, const Vector<T>& image, bool exact) const {
+bool isImage(const Lattice<T, R>& lattice, const Vector<T>& vector, const Vector<T>& image,
+             bool exact) {
   const Vector<T> rest = image - vector;
   const auto isZero = [exact](const T& entry) {
     return exact ? entry == T() : NumberTraits<T>::isZero(entry);
   };
-  const Index moduli = this->modulusCount();
-  Index first = 1;
-  if (latticeKind == LatticeKind::equations && !equationsRemoved) {
-    Index column = this->rx.dimension();
-    for (; first <= this->bg.dimension(); ++first) {
-      const bool isCongruence = this->qg.dimension() > 0 && !(this->qg[first] == T());
-      if (!isZero(isCongruence ? NumberTraits<T>::remainder(rest[first], this->Ag[first][++column])
-                               : rest[first]))
-        return false;
-    }
+  const CoordinateBlocks blocks = lattice.blocks();
+  Index modulus = lattice.rx.dimension();
+  for (const Index i : blocks.equations) {
+    const bool isCongruence = lattice.qg.dimension() > 0 && !(lattice.qg[i] == T());
+    if (!isZero(isCongruence ? NumberTraits<T>::remainder(rest[i], lattice.Ag[i][++modulus])
+                             : rest[i]))
+      return false;
   }
-  const Index last = m - (modsInLattice ? moduli : 0) - 1;
-  const Index deviations = last - this->deviationCount;
-  for (Index i = first; i <= deviations; ++i)
+  for (Index i = blocks.target.first; i < blocks.deviations.first; ++i)
     if (!isZero(rest[i])) return false;
-  for (Index i = deviations + 1; i < last; i += 2)
+  for (Index i = blocks.deviations.first; i < blocks.deviations.last(); i += 2)
     if (!isZero(rest[i + 1] - rest[i])) return false;
-  return isZero(rest[m]);
+  return isZero(rest[lattice.basis.m]);
 }
 
 template <class T, class R>
-Index Lattice<T, R>::columnsBeforeVariables() const {
-  return m - 1 - this->rx.dimension() - (modsInLattice ? this->modulusCount() : 0);
+bool hasEnough(const Lattice<T, R>& lattice) {
+  return lattice.params.sol > 0 && lattice.found.solutions.dimension() >= lattice.params.sol;
 }
 
+/// A solution with these norms ends the search; none does in a problem without targets.
 template <class T, class R>
-bool Lattice<T, R>::isCollectable(const Vector<T>& vector) const {
-  if ((!params.pair && !params.sieve) || params.collectLimit == 0) return false;
-  if (latticeKind != LatticeKind::equations || equationsRemoved) return true;
-  // Any other vector is left behind with the coordinates of the equations.
-  return std::all_of(vector.begin(), vector.begin() + this->Ag.rowCount(),
-                     [](const T& entry) { return entry == T(); });
+bool meetsGoal(const Lattice<T, R>& lattice, const T& targetNorm, const T& slackNorm) {
+  return lattice.At.rowCount() > 0 &&
+         (targetNorm <= lattice.params.tnorm || slackNorm <= lattice.params.snorm);
 }
 
+/// CHECK_LIMIT or 0, after a solution with these norms that is filed or not.
 template <class T, class R>
-void Lattice<T, R>::collect(const Vector<T>& vector, std::int64_t time) {
-  if (!isCollectable(vector)) return;
-  collected.setLimit(static_cast<Index>(params.collectLimit));
-  collected.insert(scored(vector, time));
+unsigned limitBits(const Lattice<T, R>& lattice, const Norms<T>& norms, bool isFiled) {
+  const bool ends =
+      hasEnough(lattice) || (isFiled && meetsGoal(lattice, norms.target, norms.slack));
+  return ends ? CHECK_LIMIT : 0;
 }
 
+/// Is the vector better than the best target, which it then becomes, or as good? Without a best
+/// target it is.
 template <class T, class R>
-HeuristicVector<T, R> Lattice<T, R>::scored(const Vector<T>& vector, std::int64_t time) const {
-  HeuristicVector<T, R> result;
-  static_cast<Vector<T>&>(result) = vector;
-  result.time = discoveryTime(time);
-  score(result.score, vector, false);
-  return result;
+bool competesForTarget(Lattice<T, R>& lattice, const Vector<T>& vector,
+                       const StarVerdict<T>& verdict, std::int64_t time) {
+  TargetVector<T>& best = lattice.found.bestTarget;
+  const bool isFirst = !best.isSet();
+  if (!isFirst && best == vector) return false;
+  // Stored vectors were good enough when they came.
+  if (!isFirst && !lattice.run.restoring && verdict.norms.target > best.targetNorm) return false;
+  if (isFirst || verdict.norms.target < best.targetNorm) {
+    static_cast<Vector<T>&>(best) = vector;
+    best.time = lattice.discoveryTime(time);
+    best.targetValues = verdict.targetValues;
+    best.targetNorm = verdict.norms.target;
+    best.slackNorm = verdict.norms.slack;
+  }
+  return true;
 }
 
+/// checkSolution() of a vector in the box, whose point is judged by the problem as read.
 template <class T, class R>
-unsigned Lattice<T, R>::fileSolution(const Vector<T>& vector, std::int64_t time) {
-  const std::optional<Star<T>> star = starOf(vector);
+unsigned fileSolution(Lattice<T, R>& lattice, const Vector<T>& vector, std::int64_t time) {
+  const std::optional<Star<T>> star = lattice.starOf(vector);
   if (!star) return 0;
-  const StarVerdict<T> verdict = StarChecker<T>(problemAsRead()).judge(*star);
+  const StarVerdict<T> verdict = StarChecker<T>(lattice.problemAsRead()).judge(*star);
   if (!verdict.isSolution) return 0;
-  if (this->At.rowCount() > 0 && !competesForTarget(vector, verdict, time))
-    return CHECK_SOLUTION | limitBits(verdict.norms, bestTarget == vector);
-  if (solutionIndex.contains(solutions, vector))
-    return CHECK_SOLUTION | limitBits(verdict.norms, true);
+  FoundVectors<T, R>& found = lattice.found;
+  if (lattice.At.rowCount() > 0 && !competesForTarget(lattice, vector, verdict, time))
+    return CHECK_SOLUTION | limitBits(lattice, verdict.norms, found.bestTarget == vector);
+  if (found.solutionIndex.contains(found.solutions, vector))
+    return CHECK_SOLUTION | limitBits(lattice, verdict.norms, true);
   Star<T> solution;
   static_cast<Vector<T>&>(solution) = vector;
-  solution.time = discoveryTime(time);
+  solution.time = lattice.discoveryTime(time);
   solution.targetNorm = verdict.norms.target;
   solution.slackNorm = verdict.norms.slack;
-  append(solutions, std::move(solution));
-  return CHECK_SOLUTION | CHECK_STORED | limitBits(verdict.norms, true);
+  append(found.solutions, std::move(solution));
+  return CHECK_SOLUTION | CHECK_STORED | limitBits(lattice, verdict.norms, true);
+}
+
+}  // namespace latticecheck
+
+template <class T, class R>
+unsigned Lattice<T, R>::checkSolution(const Vector<T>& vector, Space space, std::int64_t time,
+                                      Announce announce) {
+  if (frame.latticeKind == LatticeKind::none)
+    fail("checkSolution: You should set the check vectors!");
+  if (vector.dimension() == 0) return 0;
+  Vector<T> raw = oriented(vector, space);
+  std::optional<Vector<T>> image = latticecheck::imageOfPoint(*this, raw);
+  if (!image || !latticecheck::isImage(*this, raw, *image, false)) return 0;
+  if (this->deviationCount > 0 && frame.hasLastInBox(raw[basis.m])) raw = std::move(*image);
+  // In the equation lattice nothing is filed yet; as best vector it comes along to the full one.
+  if (!frame.liesInBox(*this, raw) || frame.latticeKind == LatticeKind::equations) {
+    offerBest(raw, time);
+    return 0;
+  }
+  const unsigned bits = latticecheck::fileSolution(*this, raw, time);
+  if (announce == Announce::silent) return bits;
+  if ((bits & CHECK_SOLUTION) != 0) writeSolFile(false);
+  if ((bits & CHECK_LIMIT) != 0) restartHandling(true);
+  return bits;
+}
+
+template <class T, class R>
+void Lattice<T, R>::checkRow(Index k) {
+  // What a vector didn't gain when it came it doesn't gain later.
+  if (basis.markChecked(k)) return;
+  if (frame.latticeKind != LatticeKind::none && isHopeless(basis.B()[k])) return;
+  checkSolution(basis.B()[k], Space::working, 0, Announce::full);
+}
+
+template <class T, class R>
+bool Lattice<T, R>::isHopeless(const Vector<T>& vector) const {
+  // The translation leaves the last coordinate alone.
+  const Index m = basis.m;
+  const T size = NumberTraits<T>::absolute(vector.element(m));
+  const T last = basis.homScaled > T() ? size : negated(size);
+  const bool fits = frame.l[m] * basis.scale[m] <= last && last <= frame.r[m] * basis.scale[m];
+  return !fits && latticecheck::isInSafeRange(basis, vector);
+}
+
+template <class T, class R>
+Vector<T> Lattice<T, R>::oriented(const Vector<T>& vector, Space space) const {
+  const T& hom = space == Space::working ? basis.homScaled : this->homValue;
+  const T& last = vector.element(basis.m);
+  const bool turns = hom > T() ? last <= T() : last >= T();
+  Vector<T> result(vector);
+  if (turns)
+    for (T& entry : result) entry = negated(entry);
+  return space == Space::working ? backMap(result) : result;
+}
+
+template <class T, class R>
+bool Lattice<T, R>::isConsistent(const Vector<T>& vector, bool exact) const {
+  const std::optional<Vector<T>> image = latticecheck::imageOfPoint(*this, vector);
+  return image && latticecheck::isImage(*this, vector, *image, exact);
 }
 
 template <class T, class R>
 std::optional<Star<T>> Lattice<T, R>::starOf(const Vector<T>& raw) const {
   std::optional<Star<T>> star(std::in_place);
-  if (!(lat2opt(raw, *star, true, false, true) == T(1))) star.reset();
+  const T h = lat2opt(raw, *star, Constants::insert, Slacks::omit, Orientation::either);
+  if (!(h == T(1))) star.reset();
   return star;
 }
 
 template <class T, class R>
-bool Lattice<T, R>::competesForTarget(const Vector<T>& vector, const StarVerdict<T>& verdict,
-                                      std::int64_t time) {
-  const bool isFirst = !bestTarget.isSet();
-  if (!isFirst && bestTarget == vector) return false;
-  // Stored vectors were good enough when they came.
-  if (!isFirst && !restoring && verdict.norms.target > bestTarget.targetNorm) return false;
-  if (isFirst || verdict.norms.target < bestTarget.targetNorm) {
-    static_cast<Vector<T>&>(bestTarget) = vector;
-    bestTarget.time = discoveryTime(time);
-    bestTarget.targetValues = verdict.targetValues;
-    bestTarget.targetNorm = verdict.norms.target;
-    bestTarget.slackNorm = verdict.norms.slack;
-  }
-  return true;
-}
-
-template <class T, class R>
-unsigned Lattice<T, R>::limitBits(const Norms<T>& norms, bool isFiled) const {
-  return hasEnough() || (isFiled && meetsGoal(norms.target, norms.slack)) ? CHECK_LIMIT : 0;
-}
-
-template <class T, class R>
-bool Lattice<T, R>::hasEnough() const {
-  return params.sol > 0 && solutions.dimension() >= params.sol;
-}
-
-template <class T, class R>
-bool Lattice<T, R>::meetsGoal(const T& targetNorm, const T& slackNorm) const {
-  return this->At.rowCount() > 0 && (targetNorm <= params.tnorm || slackNorm <= params.snorm);
-}
-
-template <class T, class R>
 bool Lattice<T, R>::isSatisfied() const {
-  return hasEnough() ||
-         std::any_of(solutions.begin(), solutions.end(), [this](const Star<T>& solution) {
-           return meetsGoal(solution.targetNorm, solution.slackNorm);
-         });
+  return latticecheck::hasEnough(*this) ||
+         std::any_of(
+             found.solutions.begin(), found.solutions.end(), [this](const Star<T>& solution) {
+               return latticecheck::meetsGoal(*this, solution.targetNorm, solution.slackNorm);
+             });
 }
 
 }  // namespace starsift

@@ -48,7 +48,7 @@ bool Lattice<T, R>::checkStars() {
 
 template <class T, class R>
 void Lattice<T, R>::writeSolFile(bool complete) {
-  if (!outputSwitch) return;
+  if (!run.outputSwitch) return;
   if (!complete) sol2star();
   if (this->solFile.empty()) {
     std::cerr << "\n*** solFile is not set - solution write not possible" << endLine();
@@ -60,20 +60,20 @@ void Lattice<T, R>::writeSolFile(bool complete) {
 
 template <class T, class R>
 void Lattice<T, R>::sol2star() {
-  Array<Star<T>> found = solutionStars();
-  if (!found.isSet()) return;
+  Array<Star<T>> added = solutionStars();
+  if (!added.isSet()) return;
   const Index before = stars.dimension();
-  stars.resize(before + found.dimension(), true);
-  std::move(found.begin(), found.end(), stars.begin() + before);
+  stars.resize(before + added.dimension(), true);
+  std::move(added.begin(), added.end(), stars.begin() + before);
   sortStars(stars);
   removeDuplicates(stars, params.bench > 0);
 }
 
 template <class T, class R>
 Array<Star<T>> Lattice<T, R>::solutionStars() const {
-  const Index targets = bestTarget.isSet() ? 1 : 0;
-  Array<Star<T>> found(targets + solutions.dimension());
-  if (!found.isSet()) return found;
+  const Index targets = found.bestTarget.isSet() ? 1 : 0;
+  Array<Star<T>> result(targets + found.solutions.dimension());
+  if (!result.isSet()) return result;
   std::ostringstream paramsText;
   paramsText << params;
   StarChecker<T> checker(problemAsRead());
@@ -87,25 +87,26 @@ Array<Star<T>> Lattice<T, R>::solutionStars() const {
     star.time = source.time;
     star.fresh = true;
   };
-  if (bestTarget.isSet()) fill(found[1], bestTarget);
-  for (Index i = 1; i <= solutions.dimension(); ++i) fill(found[targets + i], solutions[i]);
-  return found;
+  if (found.bestTarget.isSet()) fill(result[1], found.bestTarget);
+  for (Index i = 1; i <= found.solutions.dimension(); ++i)
+    fill(result[targets + i], found.solutions[i]);
+  return result;
 }
 
 template <class T, class R>
 void Lattice<T, R>::writeLatFile() {
-  if (!outputSwitch) return;
+  if (!run.outputSwitch) return;
   if (latFile.empty()) {
     std::cerr << "\n*** latFile is not set - lattice write not possible" << endLine();
     stampOutputTime();
     return;
   }
   LatticeData<T> data;
-  data.basis = backMapAll(B);
-  data.l = l;
-  data.r = r;
-  data.c = c;
-  data.rangeMultiple = rangeMultiple;
+  data.basis = basis.untransformed();
+  data.l = frame.l;
+  data.r = frame.r;
+  data.c = frame.c;
+  data.rangeMultiple = frame.rangeMultiple;
   data.lx = this->lx;
   data.rx = this->rx;
   data.hasTarget = this->atuValid;

@@ -4,12 +4,12 @@
 #pragma once
 
 #include <algorithm>
+#include <cassert>
 #include <iostream>
 #include <string>
 #include <utility>
 
 #include "algorithms/exact/CommonMultiple.h"
-#include "algorithms/reduction/SizeReduce.h"
 #include "lattice/Lattice.h"
 #include "lattice/StarsAside.h"
 #include "numbers/ExactArithmetic.h"
@@ -21,9 +21,9 @@ namespace starsift {
 
 namespace latticegenerate {
 
-/// Makes `multiple` one of the range too.
+/// multiple := the least common multiple of it and the range.
 template <class T>
-void takeIn(T& multiple, const T& range) {
+void makeMultipleOf(T& multiple, const T& range) {
   multiple = lcmQQ(multiple, range);
   checkedRange(multiple, "R overflow");
 }
@@ -37,197 +37,194 @@ void setColumn(Matrix<T>& basis, Index column, const T& middle, const Vector<T>&
     basis[1 + v][column] = ExactArithmetic<T>::product(factor, row[v]);
 }
 
-/// 3 times the larger squared length of the two check vectors.
-template <class R, class T>
-R boxLimit(const Vector<T>& l, const Vector<T>& r) {
-  return R(3) * std::max(squaredNorm<R>(l), squaredNorm<R>(r));
+/// Makes check vectors, scale factors and basis entries of a lattice, coordinate by coordinate.
+template <class T, class R>
+class Columns {
+ public:
+  /// The problem in normal form, with the half width of its box in the frame; both it and
+  /// B_save have their size.
+  Columns(const Vanu<T>& problem, CoordinateFrame<T>& frame, Basis<T, R>& basis)
+      : problem_(problem), frame_(frame), basis_(basis), R_(frame.rangeMultiple) {}
+
+  void setEquation(Index i, Index column) {
+    setBounds(column, T(), T(), T());
+    setColumn(basis_.B_save, column, problem_.bg[i], problem_.Ag[i], T(1));
+  }
+
+  void setTarget(Index column) {
+    const T width = problem_.rtu - problem_.ltu;
+    const T c = NumberTraits<T>::isZero(width) ? R_ : Exact::quotient(R_, width);
+    setBounds(column, T(), T(), c);
+    const T middle = Exact::product(problem_.rtu + problem_.ltu, c);
+    setColumn(basis_.B_save, column, middle, problem_.atu, Exact::product(T(2), c));
+  }
+
+  void setInequation(Index i, Index column) {
+    const T width = problem_.ru[i] - problem_.lu[i];
+    if (NumberTraits<T>::isZero(width)) fail("ineq bounds error2");
+    const T c = Exact::quotient(R_, width);
+    setBounds(column, negated(R_), R_, c);
+    const T middle = Exact::product(problem_.lu[i] + problem_.ru[i], c);
+    setColumn(basis_.B_save, column, middle, problem_.Au[i], Exact::product(T(2), c));
+  }
+
+  /// Variable i, or behind the variables modulus i - variables.
+  void setVariable(Index i, Index column) {
+    const T infinity = NumberTraits<T>::infinity();
+    const Index variables = problem_.rx.dimension();
+    const bool isModulus = i > problem_.fd.dimension();
+    const FreedomDegree kind = isModulus ? FreedomDegree::free : problem_.fd[i];
+    const T lower = kind == FreedomDegree::free ? -infinity : negated(R_);
+    if (i > variables - problem_.deviationCount) {
+      setBounds(column, lower, infinity, R_);
+    } else if (kind == FreedomDegree::free || kind == FreedomDegree::rightFree) {
+      setBounds(column, lower, infinity, T(1));
+    } else {
+      // The lower bound is 0 here.
+      if (NumberTraits<T>::isZero(problem_.rx[i] - problem_.lx[i])) fail("sol bounds error");
+      setBounds(column, lower, R_, Exact::quotient(R_, problem_.rx[i]));
+    }
+    basis_.B_save[1][column] = negated(R_);
+    basis_.B_save[1 + i][column] = Exact::product(T(2), frame_.c[column]);
+  }
+
+  /// The last coordinate, that of h.
+  void setLast() {
+    setBounds(basis_.m, problem_.homValue, problem_.homValue, T());
+    basis_.B_save[1][basis_.m] = problem_.homValue;
+  }
+
+ private:
+  using Exact = ExactArithmetic<T>;
+
+  void setBounds(Index column, const T& l, const T& r, const T& c) {
+    frame_.l[column] = l;
+    frame_.r[column] = r;
+    frame_.c[column] = c;
+  }
+
+  const Vanu<T>& problem_;
+  CoordinateFrame<T>& frame_;
+  Basis<T, R>& basis_;
+  /// Half width of the box.
+  const T R_;
+};
+
+template <class T>
+void reportCounts(const Vanu<T>& problem) {
+  const auto count = [](Index value) { return std::to_string(value); };
+  report(std::cout, "Optimization program: Targets = " + count(problem.At.rowCount()) +
+                        ", Equations = " + count(problem.Ag.rowCount()) +
+                        ", Inequations = " + count(problem.Au.rowCount()) +
+                        ", Variables = " + count(problem.rx.dimension()));
+}
+
+/// From the lattice of variables and equations to that of the solutions of the equations.
+template <class T, class R>
+void removeEquations(Lattice<T, R>& lattice, Array<Matrix<T>> transformations, Index equations) {
+  Basis<T, R>& basis = lattice.basis;
+  // A lattice that was just generated has stored nothing.
+  assert(lattice.found.isEmpty());
+  basis.TT = std::move(transformations);
+  Matrix<T> rows(basis.B());
+  lattice.applyTransformations(rows);
+  basis.replace(std::move(rows));
+  lattice.resize(basis.n - equations, 0, false);
+  const CoordinateBlock moduli = lattice.blocks().moduli;
+  lattice.removeColumns(ColumnsOf::moduli, moduli.count, moduli.first);
+  lattice.frame.modsInLattice = false;
+  basis.B_save = basis.untransformed();
+  basis.savedFactors.clear();
 }
 
 }  // namespace latticegenerate
 
 template <class T, class R>
 bool Lattice<T, R>::prepareLattice() {
-  reportCounts();
-  if (latticeKind != LatticeKind::none) {
+  if (params.verb == 2) latticegenerate::reportCounts<T>(*this);
+  if (frame.latticeKind != LatticeKind::none) {
     // What is stored are vectors of another basis: only their points last.
-    if (latticeKind == LatticeKind::full) sol2star();
+    if (frame.latticeKind == LatticeKind::full) sol2star();
     reset(nullptr, false);
   }
   const StarsAside<T> aside(stars);
   Array<Matrix<T>> transformations;
   const Index equations = this->Ag.rowCount();
   if (equations > 0) {
-    generateLattice(true);
+    generateLattice(LatticeKind::equations);
     transformations = aardalReduce();
     removeColumns(ColumnsOf::equations, equations, 1);
     const bool isKnownSolvable =
-        aside.areThere() || solutions.dimension() > 0 || bestVector.isSet();
+        aside.areThere() || found.solutions.dimension() > 0 || found.bestVector.isSet();
     if (!isKnownSolvable && !extractInhomogeneous().isSet())
       fail("The equation system has no integer solution :(");
   }
   VectorBackup<T, R> backup = backupVectors(BackupMode::coordinates);
-  generateLattice(false);
+  generateLattice(LatticeKind::full);
   if (transformations.dimension() > 0)
-    removeEquations(std::move(transformations), equations);
+    latticegenerate::removeEquations(*this, std::move(transformations), equations);
   else
-    modsInLattice = false;
+    frame.modsInLattice = false;
   pushTransformation(false);
   restoreVectors(std::move(backup), BackupMode::coordinates);
   return true;
 }
 
 template <class T, class R>
-void Lattice<T, R>::reportCounts() const {
-  if (params.verb != 2) return;
-  const auto count = [](Index value) { return std::to_string(value); };
-  report(std::cout, "Optimization program: Targets = " + count(this->At.rowCount()) +
-                        ", Equations = " + count(this->Ag.rowCount()) +
-                        ", Inequations = " + count(this->Au.rowCount()) +
-                        ", Variables = " + count(this->rx.dimension()));
-}
-
-template <class T, class R>
-void Lattice<T, R>::removeEquations(Array<Matrix<T>> transformations, Index equations) {
-  TT = std::move(transformations);
-  Matrix<T> rows(B);
-  applyTransformations(rows);
-  replaceBasis(std::move(rows));
-  resize(n - equations, 0, false);
-  removeColumns(ColumnsOf::moduli, modsInLattice ? this->modulusCount() : 0,
-                targetColumns() + this->Au.rowCount() + this->rx.dimension() + 1);
-  modsInLattice = false;
-  B_save = backMapAll(B);
-  savedFactors.clear();
-}
-
-template <class T, class R>
-Index Lattice<T, R>::targetColumns() const {
-  return this->atuValid ? 1 : 0;
-}
-
-template <class T, class R>
-void Lattice<T, R>::generateLattice(bool aardal) {
-  equationsRemoved = !aardal;
-  rangeMultiple = computeR(aardal);
-  const Index rows = aardal ? this->Ag.rowCount() : this->Au.rowCount() + targetColumns();
-  const Index columns = this->rx.dimension() + this->modulusCount();
-  modsInLattice = this->modulusCount() > 0;
-  resize(columns + 1, rows + columns + 1, true);
+void Lattice<T, R>::generateLattice(LatticeKind kind) {
+  const bool hasEquations = kind == LatticeKind::equations;
+  frame.equationsRemoved = !hasEquations;
+  frame.rangeMultiple = computeR(kind);
+  const CoordinateBlocks blocks = CoordinateFrame<T>::generated(*this, kind);
+  frame.modsInLattice = blocks.moduli.count > 0;
+  resize(blocks.variables.count + blocks.moduli.count + 1, blocks.moduli.last() + 1, true);
   // Vectors of another lattice, of other lengths.
-  collected.clear();
-  chosen.clear();
-  std::fill(scale.begin(), scale.end(), T(1));
-  std::fill(translation.begin(), translation.end(), T());
-  homScaled = this->homValue;
-  B_save = Matrix<T>(n, m);
-  if (aardal) {
-    for (Index i = 1; i <= rows; ++i) setEquationColumn(i);
-  } else {
-    if (this->atuValid) setTargetColumn();
-    for (Index i = 1; i <= this->Au.rowCount(); ++i) setInequationColumn(i);
-  }
-  for (Index i = 1; i <= columns; ++i) setVariableColumn(rows + i, i);
-  l[m] = this->homValue;
-  r[m] = this->homValue;
-  B_save[1][m] = this->homValue;
-  c[m] = T();
-  for (const Vector<T>& row : B_save)
+  found.clearCollections();
+  basis.B_save = Matrix<T>(basis.n, basis.m);
+  latticegenerate::Columns<T, R> columns(*this, frame, basis);
+  for (Index i = 1; i <= blocks.equations.count; ++i)
+    columns.setEquation(i, blocks.equations.at(i));
+  for (const Index j : blocks.target) columns.setTarget(j);
+  for (Index i = 1; i <= blocks.inequations.count; ++i)
+    columns.setInequation(i, blocks.inequations.at(i));
+  for (Index i = 1; i < basis.n; ++i) columns.setVariable(i, blocks.variables.at(i));
+  columns.setLast();
+  for (const Vector<T>& row : basis.B_save)
     for (const T& entry : row) checkedRange(entry, "B_save overflow2");
-  takeGenerated(aardal ? LatticeKind::equations : LatticeKind::full);
+  frame.recordBounds();
+  frame.latticeKind = kind;
+  basis.startFromSaved(this->homValue);
+  gramSchmidt.clearFactors();
 }
 
 template <class T, class R>
-void Lattice<T, R>::setEquationColumn(Index i) {
-  c[i] = T();
-  l[i] = T();
-  r[i] = T();
-  latticegenerate::setColumn(B_save, i, this->bg[i], this->Ag[i], T(1));
-}
-
-template <class T, class R>
-void Lattice<T, R>::setTargetColumn() {
-  const T width = this->rtu - this->ltu;
-  c[1] = NumberTraits<T>::isZero(width) ? rangeMultiple
-                                        : ExactArithmetic<T>::quotient(rangeMultiple, width);
-  l[1] = T();
-  r[1] = T();
-  const T middle = ExactArithmetic<T>::product(this->rtu + this->ltu, c[1]);
-  latticegenerate::setColumn(B_save, 1, middle, this->atu, ExactArithmetic<T>::product(T(2), c[1]));
-}
-
-template <class T, class R>
-void Lattice<T, R>::setInequationColumn(Index i) {
-  const Index column = targetColumns() + i;
-  const T width = this->ru[i] - this->lu[i];
-  if (NumberTraits<T>::isZero(width)) fail("ineq bounds error2");
-  l[column] = negated(rangeMultiple);
-  r[column] = rangeMultiple;
-  c[column] = ExactArithmetic<T>::quotient(rangeMultiple, width);
-  const T middle = ExactArithmetic<T>::product(this->lu[i] + this->ru[i], c[column]);
-  latticegenerate::setColumn(B_save, column, middle, this->Au[i],
-                             ExactArithmetic<T>::product(T(2), c[column]));
-}
-
-template <class T, class R>
-void Lattice<T, R>::setVariableColumn(Index column, Index i) {
-  const Index variables = this->rx.dimension();
-  const bool isModulus = i > this->fd.dimension();
-  const FreedomDegree kind = isModulus ? FreedomDegree::free : this->fd[i];
-  l[column] = kind == FreedomDegree::free ? -NumberTraits<T>::infinity() : negated(rangeMultiple);
-  r[column] = NumberTraits<T>::infinity();
-  if (i > variables - this->deviationCount) {
-    c[column] = rangeMultiple;
-  } else if (kind == FreedomDegree::free || kind == FreedomDegree::rightFree) {
-    c[column] = T(1);
-  } else {
-    // The lower bound is 0 here.
-    if (NumberTraits<T>::isZero(this->rx[i] - this->lx[i])) fail("sol bounds error");
-    r[column] = rangeMultiple;
-    c[column] = ExactArithmetic<T>::quotient(rangeMultiple, this->rx[i]);
-  }
-  B_save[1][column] = negated(rangeMultiple);
-  B_save[1 + i][column] = ExactArithmetic<T>::product(T(2), c[column]);
-}
-
-template <class T, class R>
-void Lattice<T, R>::takeGenerated(LatticeKind kind) {
-  lSave = l;
-  rSave = r;
-  lEqualsR = l == r;
-  latticeKind = kind;
-  supLimit = latticegenerate::boxLimit<R>(l, r);
-  pushTransformation(false);
-  replaceBasis(Matrix<T>(B_save));
-  clearFactors();
-}
-
-template <class T, class R>
-T Lattice<T, R>::computeR(bool aardal) {
-  rangeMultiple = T(1);
+T Lattice<T, R>::computeR(LatticeKind kind) {
+  T& multiple = frame.rangeMultiple;
+  multiple = T(1);
   extendBounds(true);
-  if (!aardal) {
-    for (Index i = 1; i <= this->Au.rowCount(); ++i) {
-      const T width = this->ru[i] - this->lu[i];
-      if (NumberTraits<T>::isZero(width)) fail("ineq bounds error1");
-      latticegenerate::takeIn(rangeMultiple, width);
-    }
-    if (this->atuValid) {
-      this->ltu = lcmAdjust(rangeMultiple, this->rtu, this->ltu);
-      const T width = this->rtu - this->ltu;
-      if (!NumberTraits<T>::isZero(width)) latticegenerate::takeIn(rangeMultiple, width);
-    }
+  if (kind == LatticeKind::equations) return multiple;
+  for (Index i = 1; i <= this->Au.rowCount(); ++i) {
+    const T width = this->ru[i] - this->lu[i];
+    if (NumberTraits<T>::isZero(width)) fail("ineq bounds error1");
+    latticegenerate::makeMultipleOf(multiple, width);
   }
-  return rangeMultiple;
+  if (this->atuValid) {
+    this->ltu = lcmAdjust(multiple, this->rtu, this->ltu);
+    const T width = this->rtu - this->ltu;
+    if (!NumberTraits<T>::isZero(width)) latticegenerate::makeMultipleOf(multiple, width);
+  }
+  return multiple;
 }
 
 template <class T, class R>
 void Lattice<T, R>::extendBounds(bool useLcm) {
+  T& multiple = frame.rangeMultiple;
   for (Index i = 1; i <= this->rx.dimension(); ++i) {
     T& upper = this->rx[i];
     if (NumberTraits<T>::isInfinite(this->lx[i]) || NumberTraits<T>::isInfinite(upper)) continue;
     if (this->fd[i] == FreedomDegree::rightFree || this->fd[i] == FreedomDegree::free)
-      upper -= lcmAdjust(rangeMultiple, upper, T());
-    if (useLcm && !NumberTraits<T>::isZero(upper)) latticegenerate::takeIn(rangeMultiple, upper);
+      upper -= lcmAdjust(multiple, upper, T());
+    if (useLcm && !NumberTraits<T>::isZero(upper)) latticegenerate::makeMultipleOf(multiple, upper);
   }
 }
 
@@ -235,24 +232,24 @@ template <class T, class R>
 void Lattice<T, R>::removeColumns(ColumnsOf columns, Index count, Index position) {
   if (count == 0) return;
   const bool ofEquations = columns == ColumnsOf::equations;
-  if (ofEquations) {
-    n -= count;
-    pushTransformation(false);
-    B_save = backMapAll(B);
-  }
   VectorBackup<T, R> backup = backupVectors(BackupMode::columns, count, position);
-  for (Vector<T>* vector : {&l, &r, &lSave, &rSave, &c, &scale, &translation})
+  // The backup has taken all stored vectors.
+  assert(found.isEmpty());
+  const Index rows = ofEquations ? basis.n - count : basis.n;
+  const Matrix<T> raw = ofEquations ? basis.untransformed() : basis.B_save;
+  Matrix<T> working = withoutColumns(basis.B(), rows, position, count);
+  Matrix<T> saved = withoutColumns(raw, rows, position, count);
+  frame.remove(position, count);
+  for (Vector<T>* vector : {&basis.scale, &basis.translation})
     removeElements(*vector, position, count);
-  supLimit = latticegenerate::boxLimit<R>(l, r);
-  Matrix<T> rows = withoutColumns(B, n, position, count);
-  Matrix<T> saved = withoutColumns(B_save, n, position, count);
-  resize(n, m - count, false);
-  replaceBasis(std::move(rows));
-  B_save = std::move(saved);
+  resize(rows, basis.m - count, false);
+  if (ofEquations) pushTransformation(false);
+  basis.replace(std::move(working));
+  basis.B_save = std::move(saved);
   if (ofEquations)
-    equationsRemoved = true;
+    frame.equationsRemoved = true;
   else
-    modsInLattice = false;
+    frame.modsInLattice = false;
   restoreVectors(std::move(backup), BackupMode::vectors);
 }
 

@@ -14,32 +14,40 @@
 
 namespace starsift {
 
+namespace latticenormalise {
+
+/// One-sided inequations with slacks, targets to reach with deviations, and with `hasTargetRange`
+/// the range of the target value.
+template <class T>
+Vanu<T> lifted(Vanu<T> problem, bool hasTargetRange) {
+  dropUselessInequations(problem);
+  transferFakeInequations(problem, true);
+  liftOneSidedInequations(problem);
+  liftFiniteTargets(problem);
+  aggregateTargets(problem);
+  if (hasTargetRange) addTargetThreshold(problem);
+  problem.lifted = true;
+  return problem;
+}
+
+}  // namespace latticenormalise
+
 template <class T, class R>
 void Lattice<T, R>::normalise(bool generate, bool force) {
   if (force && optOriginal.lifted) optOriginal = optAsRead;
   const bool first = !optOriginal.lifted;
-  if (first) liftProblem(generate);
+  if (first) {
+    // A step that throws leaves the problem as it was read.
+    Vanu<T> problem = latticenormalise::lifted(optOriginal, generate);
+    optAsRead = std::move(optOriginal);
+    optOriginal = std::move(problem);
+  }
   const bool reactionsWereOff = this->reactionsOff;
   const bool trackingWasRestarted = this->trackingRestarted;
   Vanu<T>::operator=(optOriginal);
   this->reactionsOff = reactionsWereOff;
   this->trackingRestarted = trackingWasRestarted;
   normaliseCopy(params.verb == 2, first);
-}
-
-template <class T, class R>
-void Lattice<T, R>::liftProblem(bool withTargetRange) {
-  // A step that throws leaves the problem as it was read.
-  Vanu<T> problem(optOriginal);
-  dropUselessInequations(problem);
-  transferFakeInequations(problem, true);
-  liftOneSidedInequations(problem);
-  liftFiniteTargets(problem);
-  aggregateTargets(problem);
-  if (withTargetRange) addTargetThreshold(problem);
-  problem.lifted = true;
-  optAsRead = std::move(optOriginal);
-  optOriginal = std::move(problem);
 }
 
 template <class T, class R>

@@ -25,12 +25,13 @@ template <class T, class R>
 std::string Lattice<T, R>::statusText() const {
   SearchStatus<T> status;
   status.hasTarget = this->atuValid;
-  status.bestTargetNorm = bestTarget.targetNorm;
-  status.bestSlackNorm = bestTarget.slackNorm;
-  status.bestTime = bestTarget.time;
+  status.bestTargetNorm = found.bestTarget.targetNorm;
+  status.bestSlackNorm = found.bestTarget.slackNorm;
+  status.bestTime = found.bestTarget.time;
   status.benchmark = params.bench != 0;
-  status.solutionTimes.resize(solutions.dimension(), false);
-  for (Index i = 1; i <= solutions.dimension(); ++i) status.solutionTimes[i] = solutions[i].time;
+  status.solutionTimes.resize(found.solutions.dimension(), false);
+  for (Index i = 1; i <= found.solutions.dimension(); ++i)
+    status.solutionTimes[i] = found.solutions[i].time;
   return starsift::statusText(status);
 }
 

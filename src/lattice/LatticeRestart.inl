@@ -35,14 +35,37 @@ inline void closeBlock(bool verbose) {
   stampOutputTime();
 }
 
+/// Another order of the basis, a different one after each restart.
+template <class T, class R>
+void shuffleBasis(Lattice<T, R>& lattice) {
+  std::mt19937_64 random(shuffleSeed + static_cast<std::uint64_t>(lattice.run.restarts));
+  for (Index i = lattice.basis.n; i >= 2; --i) {
+    const auto j = static_cast<Index>(random() % static_cast<std::uint64_t>(i)) + 1;
+    lattice.basis.swap(i, j, RowStatus::forget);
+  }
+}
+
+/// The regeneration itself, on a lattice without stars; clears the switches.
+template <class T, class R>
+void makeAnew(Lattice<T, R>& lattice) {
+  VectorBackup<T, R> backup = lattice.backupVectors(BackupMode::points);
+  lattice.run.outputSwitch = false;
+  lattice.run.terminationSwitch = false;
+  lattice.reset(nullptr, false);
+  lattice.normalise(false, false);
+  lattice.prepareLattice();
+  lattice.restoreVectors(std::move(backup), BackupMode::points);
+  if (lattice.params.variate) shuffleBasis(lattice);
+}
+
 }  // namespace latticerestart
 
 template <class T, class R>
 void Lattice<T, R>::restartHandling(bool finished) {
   const bool verbose = params.verb == 2;
   latticerestart::openBlock(verbose, "Restart / termination handling ...");
-  if (outputSwitch) writeResults();
-  if (!terminationSwitch) {
+  if (run.outputSwitch) writeResults();
+  if (!run.terminationSwitch) {
     latticerestart::closeBlock(verbose);
     return;
   }
@@ -52,28 +75,30 @@ void Lattice<T, R>::restartHandling(bool finished) {
     std::cout << endLine();
     stampOutputTime();
   }
-  if (!finished && restarts != params.iters) {
+  if (!finished && run.restarts != params.iters) {
     regenerateLattice();
-    ++restarts;
-    if (outputSwitch) writeResults();
+    ++run.restarts;
+    if (run.outputSwitch) writeResults();
     latticerestart::closeBlock(verbose);
     throw RestartException("Lattice was regenerated");
   }
   if (params.stopping)
-    runVariables[MainMutexVariable::runState].set(std::string(latticerestart::stoppedText));
+    run.runVariables[MainMutexVariable::runState].set(std::string(latticerestart::stoppedText));
   else
     std::raise(SIGTERM);
 }
 
 template <class T, class R>
 bool Lattice<T, R>::stopped() const {
-  return runVariables.find(MainMutexVariable::runState)->copied() == latticerestart::stoppedText;
+  return run.runVariables.find(MainMutexVariable::runState)->copied() ==
+         latticerestart::stoppedText;
 }
 
 template <class T, class R>
 void Lattice<T, R>::writeResults() {
   writeSolFile(false);
-  if (n > 0 && latticeKind == LatticeKind::full) verifyTransformation(false, false);
+  if (basis.n > 0 && frame.latticeKind == LatticeKind::full)
+    verifyTransformation(LatticeKind::full, Announce::full);
 }
 
 template <class T, class R>
@@ -83,10 +108,10 @@ void Lattice<T, R>::regenerateLattice() {
     const StarsAside<T> aside(stars);
     auto next = std::make_unique<Lattice>();
     next->assignFrom(*this, false);
-    next->observer = observer;
-    next->makeAnew();
-    next->outputSwitch = outputSwitch;
-    next->terminationSwitch = terminationSwitch;
+    next->run.observer = run.observer;
+    latticerestart::makeAnew(*next);
+    next->run.outputSwitch = run.outputSwitch;
+    next->run.terminationSwitch = run.terminationSwitch;
     assignFrom(*next, true);
     // Tracking that the former lattice had turned on ended with it.
     setTracking(next->params.consistency);
@@ -94,27 +119,6 @@ void Lattice<T, R>::regenerateLattice() {
   writeSolFile(false);
   writeLatFile();
   latticerestart::closeBlock(params.verb == 2);
-}
-
-template <class T, class R>
-void Lattice<T, R>::makeAnew() {
-  VectorBackup<T, R> backup = backupVectors(BackupMode::points);
-  outputSwitch = false;
-  terminationSwitch = false;
-  reset(nullptr, false);
-  this->normalise(false, false);
-  prepareLattice();
-  restoreVectors(std::move(backup), BackupMode::points);
-  if (params.variate) shuffleBasis();
-}
-
-template <class T, class R>
-void Lattice<T, R>::shuffleBasis() {
-  std::mt19937_64 random(latticerestart::shuffleSeed + static_cast<std::uint64_t>(restarts));
-  for (Index i = n; i >= 2; --i) {
-    const auto j = static_cast<Index>(random() % static_cast<std::uint64_t>(i)) + 1;
-    swapBasisVectors(i, j, false);
-  }
 }
 
 }  // namespace starsift

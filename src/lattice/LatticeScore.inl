@@ -14,14 +14,34 @@
 
 namespace starsift {
 
+namespace latticescore {
+
+/// The target norm, on the problem as read, of the point of a raw vector.
+template <class T, class R>
+R targetNormOf(const Lattice<T, R>& lattice, const Vector<T>& raw) {
+  Vector<T> x;
+  lattice.lat2opt(raw, x, Constants::insert, Slacks::omit, Orientation::either);
+  const Vanu<T>& problem = lattice.problemAsRead();
+  const Norms<T> norms = computeNorms<T>(problem, problem.At * x, x);
+  return NumberConversion<R, T>::nearest(norms.target);
+}
+
+/// One more first best vector of a search.
+inline void countAccepted(MainMutexVars& runVariables) {
+  auto& counter = runVariables[MainMutexVariable::counter5];
+  counter.set(std::to_string(std::stoll("0" + counter.copied()) + 1));
+}
+
+}  // namespace latticescore
+
 template <class T, class R>
 Array<RightOrderPair<Index, R>> Lattice<T, R>::deviationsOf(const Vector<T>& vector) const {
   std::vector<std::pair<R, Index>> amounts;
-  for (Index i = firstChecked(); i < m; ++i) {
-    if (vector[i] < l[i])
-      amounts.emplace_back(NumberConversion<R, T>::nearest(T(l[i] - vector[i])), i);
-    else if (vector[i] > r[i])
-      amounts.emplace_back(NumberConversion<R, T>::nearest(T(vector[i] - r[i])), i);
+  for (Index i = frame.firstChecked(*this); i < basis.m; ++i) {
+    if (vector[i] < frame.l[i])
+      amounts.emplace_back(NumberConversion<R, T>::nearest(T(frame.l[i] - vector[i])), i);
+    else if (vector[i] > frame.r[i])
+      amounts.emplace_back(NumberConversion<R, T>::nearest(T(vector[i] - frame.r[i])), i);
   }
   std::stable_sort(amounts.begin(), amounts.end(),
                    [](const auto& a, const auto& b) { return a.first > b.first; });
@@ -35,11 +55,11 @@ Array<RightOrderPair<Index, R>> Lattice<T, R>::deviationsOf(const Vector<T>& vec
 }
 
 template <class T, class R>
-void Lattice<T, R>::score(VectorScore<R>& record, const Vector<T>& vector, bool transformed) const {
-  const Vector<T> raw = transformed ? forwardMap(vector, true) : Vector<T>(vector);
+void Lattice<T, R>::score(VectorScore<R>& record, const Vector<T>& vector, Space space) const {
+  const Vector<T> raw = space == Space::working ? backMap(vector) : Vector<T>(vector);
   using Traits = NumberTraits<T>;
   record = VectorScore<R>();
-  record.status = Traits::absolute(raw[m]) == Traits::absolute(this->homValue)
+  record.status = Traits::absolute(raw[basis.m]) == Traits::absolute(this->homValue)
                       ? ScoreStatus::inhomogeneous
                       : ScoreStatus::homogeneous;
   record.deviations = deviationsOf(raw);
@@ -51,42 +71,27 @@ void Lattice<T, R>::score(VectorScore<R>& record, const Vector<T>& vector, bool 
   for (const auto& deviation : record.deviations) record.deviationSum += deviation.right;
   record.squaredNorm = squaredNorm<R>(raw);
   if (this->atuValid && record.isSolution && record.status == ScoreStatus::inhomogeneous)
-    record.targetValue = targetNormOf(raw);
-}
-
-template <class T, class R>
-R Lattice<T, R>::targetNormOf(const Vector<T>& raw) const {
-  Vector<T> x;
-  lat2opt(raw, x, true, false, true);
-  const Vanu<T>& problem = problemAsRead();
-  const Norms<T> norms = computeNorms<T>(problem, problem.At * x, x);
-  return NumberConversion<R, T>::nearest(norms.target);
+    record.targetValue = latticescore::targetNormOf(*this, raw);
 }
 
 template <class T, class R>
 bool Lattice<T, R>::offerBest(const Vector<T>& vector, std::int64_t time) {
-  if (bestVector.isSet() && bestVector == vector) return true;
-  if (!hasLastInBox(NumberTraits<T>::absolute(vector[m]))) return false;
+  if (found.bestVector.isSet() && found.bestVector == vector) return true;
+  if (!frame.hasLastInBox(NumberTraits<T>::absolute(vector[basis.m]))) return false;
   VectorScore<R> record;
-  score(record, vector, false);
-  if (bestVector.isSet() && !better(record, bestRecord)) return false;
-  if (!bestVector.isSet() && !restoring) countAccepted();
-  static_cast<Vector<T>&>(bestVector) = vector;
-  bestVector.time = discoveryTime(time);
-  bestRecord = std::move(record);
+  score(record, vector, Space::raw);
+  if (found.bestVector.isSet() && !better(record, found.bestRecord)) return false;
+  if (!found.bestVector.isSet() && !run.restoring) latticescore::countAccepted(run.runVariables);
+  static_cast<Vector<T>&>(found.bestVector) = vector;
+  found.bestVector.time = discoveryTime(time);
+  found.bestRecord = std::move(record);
   return true;
-}
-
-template <class T, class R>
-void Lattice<T, R>::countAccepted() {
-  auto& counter = runVariables[MainMutexVariable::counter5];
-  counter.set(std::to_string(std::stoll("0" + counter.copied()) + 1));
 }
 
 template <class T, class R>
 std::int64_t Lattice<T, R>::discoveryTime(std::int64_t time) const {
   // What comes back from a backup may have been found in the first second.
-  if (time != 0 || restoring) return time;
+  if (time != 0 || run.restoring) return time;
   const std::int64_t seconds = secondsSinceStart();
   if (!(params.bench > 0) || seconds <= 0) return seconds;
   constexpr std::int64_t longest = std::numeric_limits<std::int64_t>::max();
@@ -97,7 +102,7 @@ std::int64_t Lattice<T, R>::discoveryTime(std::int64_t time) const {
 
 template <class T, class R>
 std::int64_t Lattice<T, R>::secondsSinceStart() const {
-  const auto* text = runVariables.find(MainMutexVariable::startTime);
+  const auto* text = run.runVariables.find(MainMutexVariable::startTime);
   const std::int64_t start = std::stoll("0" + text->copied());
   return start == 0 ? 0 : std::time(nullptr) - start;
 }

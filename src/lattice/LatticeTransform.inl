@@ -9,7 +9,6 @@
 #include "algorithms/exact/CoordinateSolver.h"
 #include "algorithms/exact/ExactProduct.h"
 #include "algorithms/exact/Unimodular.h"
-#include "lattice/ClearAtEnd.h"
 #include "lattice/Lattice.h"
 #include "numbers/ExactArithmetic.h"
 #include "system/Console.h"
@@ -19,7 +18,7 @@ namespace starsift {
 namespace latticetransform {
 
 /// Matrices that the stack is expected to hold.
-constexpr Index mostTransformations = 20;
+constexpr Index maxTransformations = 20;
 
 template <class T>
 bool isIdentity(const Matrix<T>& matrix) {
@@ -44,35 +43,22 @@ void checkRange(const Matrix<T>& matrix, const char* text) {
     for (const T& entry : row) checkedRange(entry, text);
 }
 
-}  // namespace latticetransform
-
+/// The last matrix of TT.
 template <class T, class R>
-bool Lattice<T, R>::verifyTransformation(bool aardal, bool silent) {
-  if (!aardal && TT.dimension() != 1) fail("In the non-aardal case TT.MN should always be == 1");
-  latticetransform::checkRange(B, "base matrix overflow");
-  Matrix<T> untransformed = backMapAll(B);
-  if (!params.consistency && !findTransformation(untransformed)) return restartTracking();
-  latticetransform::dropRounding(TT[TT.dimension()]);
-  if (!passesUnimodularTest()) return restartTracking();
-  if (consistencyForced) {
-    consistencyForced = false;
-    setTracking(false);
-  }
-  const bool agrees = takeTracked(std::move(untransformed));
-  pushTransformation(aardal);
-  if (!silent) writeLatFile();
-  return agrees;
+Matrix<T>& current(Basis<T, R>& basis) {
+  return basis.TT[basis.TT.dimension()];
 }
 
+/// The last matrix of TT := the coordinates of the rows over B_save; false if they have none.
 template <class T, class R>
-bool Lattice<T, R>::findTransformation(const Matrix<T>& untransformed) {
-  if (identical(untransformed, B_save)) {
-    TT[TT.dimension()] = Matrix<T>::identity(n);
+bool findTransformation(Basis<T, R>& basis, const Matrix<T>& untransformed) {
+  if (identical(untransformed, basis.B_save)) {
+    current(basis) = Matrix<T>::identity(basis.n);
     return true;
   }
   try {
-    auto found = coordinatesOverAll(savedFactors, B_save, untransformed, true);
-    if (found) TT[TT.dimension()] = std::move(*found);
+    auto found = coordinatesOverAll(basis.savedFactors, basis.B_save, untransformed, true);
+    if (found) current(basis) = std::move(*found);
     return found.has_value();
   } catch (const PrecisionException&) {
     // In exact numbers there is no better try.
@@ -81,57 +67,79 @@ bool Lattice<T, R>::findTransformation(const Matrix<T>& untransformed) {
   }
 }
 
+/// Tests the last matrix of TT. In exact numbers a failure is only reported: "unimodularity check
+/// skipped".
 template <class T, class R>
-bool Lattice<T, R>::passesUnimodularTest() {
-  if (isUnimodular(TT[TT.dimension()])) return true;
+bool passesUnimodularTest(Basis<T, R>& basis, bool isTracked) {
+  if (isUnimodular(current(basis))) return true;
   if (NumberTraits<T>::exact) {
     std::cerr << "*** unimodularity check skipped" << endLine();
     stampOutputTime();
     return true;
   }
-  if (params.consistency) throw PrecisionException("unimodular error");
+  if (isTracked) throw PrecisionException("unimodular error");
   return false;
 }
 
+/// B_save := what tracking says that B is; true if it is.
 template <class T, class R>
-bool Lattice<T, R>::takeTracked(Matrix<T> untransformed) {
+bool storeTracked(Basis<T, R>& basis, const Matrix<T>& untransformed, const T& homValue) {
   try {
-    Matrix<T> tracked = exactProduct(TT[TT.dimension()], B_save);
-    latticetransform::dropRounding(tracked);
+    Matrix<T> tracked = exactProduct(current(basis), basis.B_save);
+    dropRounding(tracked);
     for (const Vector<T>& row : tracked)
       std::for_each(row.begin(), row.end(), &NumberTraits<T>::overflowCheck);
     const bool agrees = identical(tracked, untransformed);
-    if (!identical(tracked, B_save))
-      savedFactors = agrees ? workingFactors : CoordinateFactors<T>();
-    B_save = std::move(tracked);
-    if (!agrees) replaceBasis(forwardMapAll(B_save));
+    if (!identical(tracked, basis.B_save))
+      basis.savedFactors = agrees ? basis.workingFactors : CoordinateFactors<T>();
+    basis.B_save = std::move(tracked);
+    if (!agrees) basis.replace(basis.toWorking(basis.B_save, homValue));
     return agrees;
   } catch (const FatalPrecisionException&) {
     throw PrecisionException("transformation overflow");
   }
 }
 
+/// Back to B_save, with tracking on.
 template <class T, class R>
-bool Lattice<T, R>::restartTracking() {
-  CoordinateFactors<T> factors = savedFactors;
-  replaceBasis(forwardMapAll(B_save));
-  workingFactors = std::move(factors);
-  TT[TT.dimension()] = Matrix<T>::identity(n);
-  consistencyForced = true;
-  setTracking(true);
-  return false;
+void restartTracking(Lattice<T, R>& lattice) {
+  Basis<T, R>& basis = lattice.basis;
+  CoordinateFactors<T> factors = basis.savedFactors;
+  basis.replace(lattice.forwardMapAll(basis.B_save));
+  basis.workingFactors = std::move(factors);
+  current(basis) = Matrix<T>::identity(basis.n);
+  lattice.run.consistencyForced = true;
+  lattice.setTracking(true);
 }
 
+}  // namespace latticetransform
+
 template <class T, class R>
-void Lattice<T, R>::setTracking(bool on) {
-  this->reactionsOff = true;
-  const ClearAtEnd clearing(this->reactionsOff);
-  params.consistency = on;
+bool Lattice<T, R>::verifyTransformation(LatticeKind stage, Announce announce) {
+  if (stage == LatticeKind::full && basis.TT.dimension() != 1)
+    fail("In the non-aardal case TT.MN should always be == 1");
+  latticetransform::checkRange(basis.B(), "base matrix overflow");
+  const Matrix<T> untransformed = basis.untransformed();
+  const bool isFound =
+      params.consistency || latticetransform::findTransformation(basis, untransformed);
+  if (isFound) latticetransform::dropRounding(latticetransform::current(basis));
+  if (!isFound || !latticetransform::passesUnimodularTest(basis, params.consistency)) {
+    latticetransform::restartTracking(*this);
+    return false;
+  }
+  if (run.consistencyForced) {
+    run.consistencyForced = false;
+    setTracking(false);
+  }
+  const bool agrees = latticetransform::storeTracked(basis, untransformed, this->homValue);
+  pushTransformation(stage == LatticeKind::equations);
+  if (announce == Announce::full) writeLatFile();
+  return agrees;
 }
 
 template <class T, class R>
 void Lattice<T, R>::applyTransformations(Matrix<T>& rows) const {
-  for (const Matrix<T>& transformation : TT) {
+  for (const Matrix<T>& transformation : basis.TT) {
     rows = exactProduct(transformation, rows);
     latticetransform::checkRange(rows, "Overflow when applying transformation");
   }
@@ -139,35 +147,17 @@ void Lattice<T, R>::applyTransformations(Matrix<T>& rows) const {
 
 template <class T, class R>
 void Lattice<T, R>::pushTransformation(bool checkIdentity) {
+  Array<Matrix<T>>& TT = basis.TT;
   if (!checkIdentity) {
     TT.resize(1, false);
   } else if (!latticetransform::isIdentity(TT[TT.dimension()])) {
-    if (TT.dimension() >= latticetransform::mostTransformations) {
+    if (TT.dimension() >= latticetransform::maxTransformations) {
       std::cerr << "*** TT.MN > T_MAT_NBR" << endLine();
       stampOutputTime();
     }
     TT.resize(TT.dimension() + 1, false);
   }
-  TT[TT.dimension()] = Matrix<T>::identity(n);
-}
-
-template <class T, class R>
-void Lattice<T, R>::setScale(Index i, const T& value) {
-  if (scale[i] == value) return;
-  if (i < m && !params.translate) {
-    for (Vector<T>& row : B) {
-      row[i] /= scale[i];
-      row[i] *= value;
-    }
-    scale[i] = value;
-    forgetBasis();
-    return;
-  }
-  const T newHom = i == m ? ExactArithmetic<T>::product(this->homValue, value) : homScaled;
-  const Matrix<T> raw = backMapAll(B);
-  scale[i] = value;
-  homScaled = newHom;
-  replaceBasis(forwardMapAll(raw));
+  TT[TT.dimension()] = Matrix<T>::identity(basis.n);
 }
 
 }  // namespace starsift

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "core/Set.h"
-#include "lattice/VectorScore.h"
+#include "lattice/state/VectorScore.h"
 #include "stars/Star.h"
 
 namespace starsift {

@@ -100,7 +100,7 @@ template <class R>
 PassCounts YLattice<R>::lllPass(Index from, Index to, Index kmax) {
   return runStep([from, to, kmax](auto& lattice) {
     lattice.lllPass(from, to, kmax);
-    return lattice.lastPass;
+    return lattice.run.lastPass;
   });
 }
 
@@ -112,9 +112,9 @@ void YLattice<R>::restartHandling(bool finished) {
 template <class R>
 void YLattice<R>::saveLattice() {
   runStep([](auto& lattice) {
-    if (lattice.latticeKind != LatticeKind::full) return;
-    const OutputOn output(lattice.outputSwitch);
-    lattice.verifyTransformation(false, false);
+    if (lattice.frame.latticeKind != LatticeKind::full) return;
+    const OutputOn output(lattice.run.outputSwitch);
+    lattice.verifyTransformation(LatticeKind::full, Announce::full);
   });
 }
 
@@ -214,25 +214,25 @@ Array<Star<QQ>> YLattice<R>::solutionStars() const {
 template <class R>
 void YLattice<R>::beginSearch(ReductionObserver& observer,
                               std::chrono::steady_clock::duration elapsed) {
-  standard_.observer = &observer;
-  exact_.observer = &observer;
+  standard_.run.observer = &observer;
+  exact_.run.observer = &observer;
   // By the clock that is read for the times: another one may be some milliseconds ahead, and
   // -1 stands for an unknown time.
   const std::time_t start =
       std::time(nullptr) - std::chrono::duration_cast<std::chrono::seconds>(elapsed).count();
   withLive([start](auto& lattice) {
     using enum MainMutexVariable;
-    lattice.runVariables[startTime].set(std::to_string(start));
+    lattice.run.runVariables[startTime].set(std::to_string(start));
     lattice.params.stopping = true;
-    lattice.terminationSwitch = true;
-    lattice.outputSwitch = false;
+    lattice.run.terminationSwitch = true;
+    lattice.run.outputSwitch = false;
   });
 }
 
 template <class R>
 void YLattice<R>::endSearch() {
-  standard_.observer = nullptr;
-  exact_.observer = nullptr;
+  standard_.run.observer = nullptr;
+  exact_.run.observer = nullptr;
 }
 
 template <class R>
@@ -247,12 +247,12 @@ bool YLattice<R>::isSatisfied() const {
 
 template <class R>
 Index YLattice<R>::solutionCount() const {
-  return withLive([](const auto& lattice) { return lattice.solutions.dimension(); });
+  return withLive([](const auto& lattice) { return lattice.found.solutions.dimension(); });
 }
 
 template <class R>
 Index YLattice<R>::restarts() const {
-  return withLive([](const auto& lattice) { return lattice.restarts; });
+  return withLive([](const auto& lattice) { return lattice.run.restarts; });
 }
 
 template <class R>
@@ -288,7 +288,7 @@ void YLattice<R>::writeSolutions(std::ostream& stream) const {
 
 template <class R>
 void YLattice<R>::setOutputSwitch(bool on) {
-  withLive([on](auto& lattice) { lattice.outputSwitch = on; });
+  withLive([on](auto& lattice) { lattice.run.outputSwitch = on; });
 }
 
 template class YLattice<long double>;

@@ -59,16 +59,16 @@ template <class T>
 void checkUnimodularImage() {
   const TwoBases<T> bases = arbitraryBases<T>();
   Lattice<T, long double> lattice(&bases.first);
-  lattice.B = bases.second;
-  const Vector<T> coefficients = arbitraryCoefficients<T>(lattice.n);
+  lattice.basis.replace(bases.second);
+  const Vector<T> coefficients = arbitraryCoefficients<T>(lattice.basis.n);
   const Vector<T> vector = coefficients * bases.second;
   Vector<T> found;
-  RC_ASSERT(lattice.coordinatesOf(vector, found, false));
+  RC_ASSERT(lattice.coordinatesOf(vector, found, Over::working));
   RC_ASSERT(identical(found, coefficients));
-  RC_ASSERT(lattice.coordinatesOf(vector, found, true));
+  RC_ASSERT(lattice.coordinatesOf(vector, found, Over::saved));
   RC_ASSERT(identical(found, coefficients * bases.transform));
-  const Matrix<T> all = lattice.coordinatesOfAll(bases.second, true);
-  for (Index i = 1; i <= lattice.n; ++i) RC_ASSERT(identical(all[i], bases.transform[i]));
+  const Matrix<T> all = lattice.coordinatesOfAll(bases.second, Over::saved);
+  for (Index i = 1; i <= lattice.basis.n; ++i) RC_ASSERT(identical(all[i], bases.transform[i]));
 }
 
 RC_GTEST_PROP(CoordinatesOverQQ, LeadToABasisOfTheSameLattice, ()) {

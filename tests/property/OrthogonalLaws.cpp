@@ -51,8 +51,8 @@ RC_GTEST_PROP(Orthogonalisation, FindsTheFirstDependentRowAndIsRightBeforeIt, ()
   for (const Way way : allWays) {
     Lattice<long double, long double> lattice(&basis);
     RC_ASSERT(orthogonalise(lattice, way) == expected);
-    RC_ASSERT(
-        test::isOrthogonalisation(firstRows(rows, done), lattice.mu, lattice.cLen, tenth(15)));
+    RC_ASSERT(test::isOrthogonalisation(firstRows(rows, done), lattice.gramSchmidt.mu,
+                                        lattice.gramSchmidt.cLen, tenth(15)));
   }
 }
 
@@ -64,11 +64,11 @@ RC_GTEST_PROP(Orthogonalisation, OfIntegersIsTheSameInBothLattices, ()) {
   Lattice<long double, long double> standard(&basis);
   Lattice<QQ, long double> exact(&exactBasis);
   RC_ASSERT(orthogonalise(standard, way) == orthogonalise(exact, way));
-  RC_ASSERT(identical(standard.cLen, exact.cLen));
-  RC_ASSERT(identical(standard.bSq, exact.bSq));
-  for (Index k = 1; k <= standard.n; ++k) {
-    RC_ASSERT(identical(standard.mu[k], exact.mu[k]));
-    RC_ASSERT(standard.vecStatus[k] == exact.vecStatus[k]);
+  RC_ASSERT(identical(standard.gramSchmidt.cLen, exact.gramSchmidt.cLen));
+  RC_ASSERT(identical(standard.gramSchmidt.bSq, exact.gramSchmidt.bSq));
+  for (Index k = 1; k <= standard.basis.n; ++k) {
+    RC_ASSERT(identical(standard.gramSchmidt.mu[k], exact.gramSchmidt.mu[k]));
+    RC_ASSERT(standard.basis.vecStatus[k] == exact.basis.vecStatus[k]);
   }
 }
 
@@ -91,7 +91,8 @@ RC_GTEST_PROP(Orthogonalisation, OfThirtyDigitsIsRight, ()) {
   for (const Way way : allWays) {
     Lattice<QQ, long double> lattice(&basis);
     RC_ASSERT(orthogonalise(lattice, way) == 0);
-    RC_ASSERT(test::isOrthogonalisation(exactRows(basis), lattice.mu, lattice.cLen, tenth(16)));
+    RC_ASSERT(test::isOrthogonalisation(exactRows(basis), lattice.gramSchmidt.mu,
+                                        lattice.gramSchmidt.cLen, tenth(16)));
   }
 }
 

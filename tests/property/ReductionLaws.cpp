@@ -30,8 +30,8 @@ void checkReduction(const Matrix<QQ>& rows, bool deep = false) {
   test::allowChecks(lattice);
   lattice.params.deep = deep;
   RC_ASSERT(lattice.reduce(0));
-  RC_ASSERT(test::isReduced(lattice.B, test::firstCompared(deep)));
-  RC_ASSERT(sameLattice(lattice.B, basis));
+  RC_ASSERT(test::isReduced(lattice.basis.B(), test::firstCompared(deep)));
+  RC_ASSERT(sameLattice(lattice.basis.B(), basis));
 }
 
 void checkBothReductions(const Matrix<QQ>& rows, bool deep = false) {
@@ -117,13 +117,13 @@ RC_GTEST_PROP(Reduction, LeavesReducedRowsAlone, ()) {
   Lattice<QQ, long double> lattice(&basis);
   test::allowChecks(lattice);
   RC_ASSERT(lattice.reduce(0));
-  RC_PRE(lattice.vecStatus[rows] != ST_DEPENDENT);
-  const Matrix<QQ> reduced(lattice.B);
+  RC_PRE(lattice.basis.vecStatus[rows] != ST_DEPENDENT);
+  const Matrix<QQ> reduced(lattice.basis.B());
   Lattice<QQ, long double> again(&reduced);
   test::allowChecks(again);
   RC_ASSERT(again.reduce(0));
-  RC_ASSERT(again.lastPass.swaps == rows);
-  for (Index k = 1; k <= rows; ++k) RC_ASSERT(identical(again.B[k], reduced[k]));
+  RC_ASSERT(again.run.lastPass.tests == rows);
+  for (Index k = 1; k <= rows; ++k) RC_ASSERT(identical(again.basis.B()[k], reduced[k]));
 }
 
 // Only the order of tests differs, so both end reduced; the first vectors are what a pass is for.
@@ -132,12 +132,12 @@ RC_GTEST_PROP(Reduction, IsReachedThroughPassesOfAnyBudget, ()) {
   const Matrix<QQ> basis = arbitraryEntries(rows, rows, 12);
   Lattice<QQ, long double> lattice(&basis);
   test::allowChecks(lattice);
-  lattice.swapBudget = *rc::gen::inRange<Index>(1, 20);
+  lattice.run.swapBudget = *rc::gen::inRange<Index>(1, 20);
   const auto deep = *rc::gen::arbitrary<bool>();
   lattice.params.deep = deep;
   RC_ASSERT(lattice.reduce(0));
-  RC_ASSERT(sameLattice(lattice.B, basis));
-  RC_ASSERT(test::isReduced(lattice.B, test::firstCompared(deep)));
+  RC_ASSERT(sameLattice(lattice.basis.B(), basis));
+  RC_ASSERT(test::isReduced(lattice.basis.B(), test::firstCompared(deep)));
 }
 
 }  // namespace

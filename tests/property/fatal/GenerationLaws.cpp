@@ -51,18 +51,19 @@ Matrix<T> withRow(Matrix<T> matrix, const Vector<T>& row) {
 template <class T>
 void checkSolution(const Lattice<T, long double>& lattice, const Matrix<T>& basis, const Point& x) {
   Vector<T> vector;
-  lattice.opt2lat(vectorOf<T>(x), vector, false);
+  lattice.opt2lat(vectorOf<T>(x), vector, Space::raw);
   RC_ASSERT(sameLattice(withRow(basis, vector), basis));
   RC_ASSERT(test::isWithinBounds(lattice, vector));
   Vector<T> back;
-  RC_ASSERT(lattice.lat2opt(vector, back, true, false, false) == T(1));
+  RC_ASSERT(lattice.lat2opt(vector, back, Constants::insert, Slacks::omit, Orientation::given) ==
+            T(1));
   RC_ASSERT(oracle::pointText(pointOf(back)) == oracle::pointText(x));
 }
 
 TYPED_TEST(GenerationBy, TakesEverySolutionIntoTheLattice) {
   const Tally tally = checkOverPrepared<TypeParam>(
       []<class T>(Lattice<T, long double>& lattice, const SmallProblem& small) {
-        const Matrix<T> basis = lattice.backMapAll(lattice.B);
+        const Matrix<T> basis = lattice.backMapAll(lattice.basis.B());
         for (const Point& x : test::someOf(test::solutionsOf(small.problem), 5))
           checkSolution(lattice, basis, x);
       });
@@ -97,13 +98,13 @@ template <class T>
 Vector<QQ> solutionOf(const Lattice<T, long double>& lattice, const Vector<T>& raw) {
   using Exact = NumberConversion<QQ, T>;
   const Index variables = lattice.rx.dimension();
-  const QQ h = Exact::convert(raw[lattice.m]) / Exact::convert(lattice.homValue);
+  const QQ h = Exact::convert(raw[lattice.basis.m]) / Exact::convert(lattice.homValue);
   Vector<QQ> result{h};
   for (Index i = 1; i <= variables; ++i) {
-    const Index j = lattice.m - 1 - variables + i;
-    result.insertComponent(i + 1,
-                           (Exact::convert(raw[j]) + Exact::convert(lattice.rangeMultiple) * h) /
-                               (QQ(2) * Exact::convert(lattice.c[j])));
+    const Index j = lattice.basis.m - 1 - variables + i;
+    result.insertComponent(
+        i + 1, (Exact::convert(raw[j]) + Exact::convert(lattice.frame.rangeMultiple) * h) /
+                   (QQ(2) * Exact::convert(lattice.frame.c[j])));
   }
   Index column = variables;
   for (Index i = 1; i <= lattice.qg.dimension(); ++i) {
@@ -136,10 +137,11 @@ template <class T>
 void checkKernel(const Lattice<T, long double>& lattice) {
   const Matrix<QQ> equations = homogeneousEquations(lattice);
   Matrix<QQ> rows;
-  rows.resize(lattice.n, equations.columnCount(), false);
-  for (Index i = 1; i <= lattice.n; ++i) rows[i] = solutionOf(lattice, lattice.B_save[i]);
+  rows.resize(lattice.basis.n, equations.columnCount(), false);
+  for (Index i = 1; i <= lattice.basis.n; ++i)
+    rows[i] = solutionOf(lattice, lattice.basis.B_save[i]);
   RC_ASSERT(isKernelBasis(rows, equations));
-  RC_ASSERT(identical(lattice.B_save, lattice.backMapAll(lattice.B)));
+  RC_ASSERT(identical(lattice.basis.B_save, lattice.backMapAll(lattice.basis.B())));
 }
 
 TYPED_TEST(GenerationBy, HasExactlyTheSolutionsOfTheHomogeneousEquations) {
@@ -176,14 +178,14 @@ TYPED_TEST(GenerationBy, LeadsToAReducedBasisOfTheSameLattice) {
   const Tally tally = checkOverPrepared<TypeParam>(
       []<class T>(Lattice<T, long double>& lattice, const SmallProblem& /*small*/) {
         const Silence silence;
-        const Matrix<T> before = lattice.B_save;
+        const Matrix<T> before = lattice.basis.B_save;
         RC_ASSERT(lattice.reduce(0));
-        checkReduced(lattice.B);
-        RC_ASSERT(sameLattice(lattice.backMapAll(lattice.B), before));
-        RC_ASSERT(identical(lattice.B_save, before));
-        RC_ASSERT(lattice.verifyTransformation(false, true));
-        RC_ASSERT(sameLattice(lattice.B_save, before));
-        RC_ASSERT(identical(lattice.backMapAll(lattice.B), lattice.B_save));
+        checkReduced(lattice.basis.B());
+        RC_ASSERT(sameLattice(lattice.backMapAll(lattice.basis.B()), before));
+        RC_ASSERT(identical(lattice.basis.B_save, before));
+        RC_ASSERT(lattice.verifyTransformation(LatticeKind::full, Announce::silent));
+        RC_ASSERT(sameLattice(lattice.basis.B_save, before));
+        RC_ASSERT(identical(lattice.backMapAll(lattice.basis.B()), lattice.basis.B_save));
       });
   expectCarried<TypeParam>(tally);
 }
@@ -191,7 +193,7 @@ TYPED_TEST(GenerationBy, LeadsToAReducedBasisOfTheSameLattice) {
 template <class T>
 Matrix<QQ> exactBasis(const Lattice<T, long double>& lattice) {
   Matrix<QQ> rows;
-  rows.convertFrom(lattice.backMapAll(lattice.B), false);
+  rows.convertFrom(lattice.backMapAll(lattice.basis.B()), false);
   return rows;
 }
 
@@ -205,7 +207,7 @@ void checkBothWays(const SmallProblem& small) {
       LatticeOver<QQ>::carry(small, [&](Lattice<QQ, long double>& exact, const SmallProblem&) {
         if (!report.empty()) return;
         const auto basis = [](const auto& live) { return exactBasis(live); };
-        RC_ASSERT(sameLattice(both.withLive(basis), exact.B_save));
+        RC_ASSERT(sameLattice(both.withLive(basis), exact.basis.B_save));
         both.runStep([](auto& live) { return live.reduce(0); });
         exact.reduce(0);
         RC_ASSERT(sameLattice(both.withLive(basis), exactBasis(exact)));

@@ -44,9 +44,10 @@ Matrix<QQ> exactRows(const Matrix<T>& rows) {
 template <class T>
 std::multiset<std::string> storedPoints(const Lattice<T, long double>& lattice) {
   std::multiset<std::string> points;
-  for (const Star<T>& solution : lattice.solutions) {
+  for (const Star<T>& solution : lattice.found.solutions) {
     Vector<T> x;
-    RC_ASSERT(lattice.lat2opt(solution, x, true, false, true) == T(1));
+    RC_ASSERT(lattice.lat2opt(solution, x, Constants::insert, Slacks::omit, Orientation::either) ==
+              T(1));
     points.insert(oracle::pointText(pointOf(x)));
   }
   for (const Star<T>& star : lattice.stars) points.insert(oracle::pointText(pointOf<T>(star)));
@@ -62,11 +63,11 @@ void checkAgainst(Lattice<T, long double>& lattice, const Model& model) {
   const std::string faults = test::sizeFaults(lattice) + test::knowledgeFaults(lattice);
   if (!faults.empty()) RC_FAIL(faults);
   Vector<QQ> scale;
-  scale.convertFrom(lattice.scale, false);
+  scale.convertFrom(lattice.basis.scale, false);
   RC_ASSERT(identical(scale, model.scale));
   RC_ASSERT(lattice.params.consistency == model.tracks);
-  RC_ASSERT(sameLattice(exactRows(lattice.backMapAll(lattice.B)), model.basis));
-  RC_ASSERT(sameLattice(exactRows(lattice.B_save), model.basis));
+  RC_ASSERT(sameLattice(exactRows(lattice.backMapAll(lattice.basis.B())), model.basis));
+  RC_ASSERT(sameLattice(exactRows(lattice.basis.B_save), model.basis));
 }
 
 using Command = rc::state::Command<Model, Subject>;
@@ -121,26 +122,27 @@ struct SetScale : LatticeMove<SetScale> {
   }
   template <class T>
   void on(Lattice<T, long double>& lattice) const {
-    lattice.setScale(chosen(i, lattice.m), NumberConversion<T, QQ>::convert(value()));
+    lattice.setScale(chosen(i, lattice.basis.m), NumberConversion<T, QQ>::convert(value()));
   }
 };
 
 struct Swap : LatticeMove<Swap> {
   static constexpr const char* name = "swapBasisVectors";
   void on(auto& lattice) const {
-    lattice.swapBasisVectors(chosen(i, lattice.n), chosen(j, lattice.n), false);
+    lattice.swapBasisVectors(chosen(i, lattice.basis.n), chosen(j, lattice.basis.n),
+                             RowStatus::forget);
   }
 };
 
 struct Sort : LatticeMove<Sort> {
   static constexpr const char* name = "sortBasis";
-  void on(auto& lattice) const { lattice.sortBasis(i % (lattice.n + 1)); }
+  void on(auto& lattice) const { lattice.sortBasis(i % (lattice.basis.n + 1)); }
 };
 
 struct SizeReduce : LatticeMove<SizeReduce> {
   static constexpr const char* name = "sizeReduce";
   void on(auto& lattice) const {
-    const Index k = chosen(i, lattice.n);
+    const Index k = chosen(i, lattice.basis.n);
     if (k > 1) RC_ASSERT(lattice.classicOrthogonalise(1, k - 1));
     lattice.sizeReduce(k, false);
   }
@@ -149,7 +151,7 @@ struct SizeReduce : LatticeMove<SizeReduce> {
 struct Exchange : LatticeMove<Exchange> {
   static constexpr const char* name = "swapStep";
   void on(auto& lattice) const {
-    const Index k = chosen(i, lattice.n);
+    const Index k = chosen(i, lattice.basis.n);
     RC_ASSERT(lattice.classicOrthogonalise(1, k));
     if (j % 2 == 0)
       lattice.swapStep(k);
@@ -161,19 +163,19 @@ struct Exchange : LatticeMove<Exchange> {
 struct Orthogonalise : LatticeMove<Orthogonalise> {
   static constexpr const char* name = "orthogonalise";
   void on(auto& lattice) const {
-    const Index to = i % (lattice.n + 1);
+    const Index to = i % (lattice.basis.n + 1);
     switch (j % 4) {
       case 0:
         RC_ASSERT(lattice.classicOrthogonalise(1, to));
         break;
       case 1:
-        RC_ASSERT(lattice.modifiedOrthogonalise(1, to, false, false) == 0);
+        RC_ASSERT(lattice.modifiedOrthogonalise(1, to, OnDependency::report, LqCache::bypass) == 0);
         break;
       case 2:
-        RC_ASSERT(lattice.modifiedOrthogonalise(1, to, false, true) == 0);
+        RC_ASSERT(lattice.modifiedOrthogonalise(1, to, OnDependency::report, LqCache::use) == 0);
         break;
       default:
-        RC_ASSERT(lattice.fullOrthogonalise(1, to, false) == 0);
+        RC_ASSERT(lattice.fullOrthogonalise(1, to, OnDependency::report) == 0);
     }
   }
 };
@@ -182,7 +184,7 @@ struct Pass : LatticeMove<Pass> {
   static constexpr const char* name = "lllPass";
   void on(auto& lattice) const {
     lattice.params.deep = j % 3 == 0;
-    lattice.lllPass(1, chosen(i, lattice.n), 0);
+    lattice.lllPass(1, chosen(i, lattice.basis.n), 0);
   }
 };
 
@@ -197,8 +199,8 @@ struct Reduce : LatticeMove<Reduce> {
 struct Verify : LatticeMove<Verify> {
   static constexpr const char* name = "verifyTransformation";
   void on(auto& lattice) const {
-    RC_ASSERT(lattice.verifyTransformation(false, true));
-    RC_ASSERT(identical(lattice.B_save, lattice.backMapAll(lattice.B)));
+    RC_ASSERT(lattice.verifyTransformation(LatticeKind::full, Announce::silent));
+    RC_ASSERT(identical(lattice.basis.B_save, lattice.backMapAll(lattice.basis.B())));
   }
 };
 
@@ -226,7 +228,9 @@ struct Translate : LatticeMove<Translate> {
 
 struct Resize : LatticeMove<Resize> {
   static constexpr const char* name = "resize";
-  void on(auto& lattice) const { lattice.resize(lattice.n, i % 2 == 0 ? 0 : lattice.m, false); }
+  void on(auto& lattice) const {
+    lattice.resize(lattice.basis.n, i % 2 == 0 ? 0 : lattice.basis.m, false);
+  }
 };
 
 struct BackUp : LatticeMove<BackUp> {
@@ -236,7 +240,7 @@ struct BackUp : LatticeMove<BackUp> {
                       : i % 3 == 1 ? BackupMode::coordinates
                                    : BackupMode::points;
     auto backup = lattice.backupVectors(mode);
-    RC_ASSERT(lattice.solutions.dimension() == 0);
+    RC_ASSERT(lattice.found.solutions.dimension() == 0);
     RC_ASSERT(lattice.stars.dimension() == 0);
     lattice.restoreVectors(std::move(backup), mode);
   }
@@ -281,7 +285,7 @@ struct UseStandard : Move<UseStandard> {
 /// All entries are so small that no sequence of these moves leads out of long double.
 template <class T>
 bool isSmall(const Lattice<T, long double>& lattice) {
-  return std::all_of(lattice.B.begin(), lattice.B.end(), [](const Vector<T>& row) {
+  return std::all_of(lattice.basis.B().begin(), lattice.basis.B().end(), [](const Vector<T>& row) {
     return std::all_of(row.begin(), row.end(), [](const T& entry) {
       return NumberTraits<T>::absolute(entry) <= T(1000000);
     });
@@ -299,8 +303,8 @@ void checkMoves(const SmallProblem& small) {
     RC_DISCARD("norms that long double can't hold");
   }
   Model model;
-  model.basis = exactRows(subject.standard().B_save);
-  model.scale = ones(subject.standard().m);
+  model.basis = exactRows(subject.standard().basis.B_save);
+  model.scale = ones(subject.standard().basis.m);
   model.scales = subject.standard().params.scale;
   rc::state::check(
       model, subject,

@@ -50,9 +50,9 @@ inline std::vector<oracle::Point> solutionsOf(const oracle::Problem& problem) {
 /// Every coordinate lies between l and r; that of the target counts for nothing.
 template <class T>
 bool isWithinBounds(const Lattice<T, long double>& lattice, const Vector<T>& vector) {
-  const bool hasTarget = lattice.latticeKind == LatticeKind::full && lattice.atuValid;
-  for (Index j = hasTarget ? 2 : 1; j <= lattice.m; ++j)
-    if (vector[j] < lattice.l[j] || vector[j] > lattice.r[j]) return false;
+  const bool hasTarget = lattice.frame.latticeKind == LatticeKind::full && lattice.atuValid;
+  for (Index j = hasTarget ? 2 : 1; j <= lattice.basis.m; ++j)
+    if (vector[j] < lattice.frame.l[j] || vector[j] > lattice.frame.r[j]) return false;
   return true;
 }
 

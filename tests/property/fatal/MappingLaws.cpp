@@ -36,9 +36,9 @@ std::string textOf(const Vector<T>& vector) {
 /// The inhomogeneous row of the basis and z times the others.
 template <class T>
 Point combination(const Lattice<T, long double>& lattice, const Point& z) {
-  Point sum = pointOf(lattice.B_save[1]);
+  Point sum = pointOf(lattice.basis.B_save[1]);
   for (std::size_t v = 0; v < z.size(); ++v) {
-    const Point row = pointOf(lattice.B_save[static_cast<Index>(v) + 2]);
+    const Point row = pointOf(lattice.basis.B_save[static_cast<Index>(v) + 2]);
     for (std::size_t j = 0; j < sum.size(); ++j) sum[j] += z[v] * row[j];
   }
   return sum;
@@ -47,20 +47,23 @@ Point combination(const Lattice<T, long double>& lattice, const Point& z) {
 template <class T>
 void checkWayBack(const Lattice<T, long double>& lattice, const Vector<T>& vector, const Point& x) {
   Vector<T> back;
-  RC_ASSERT(lattice.lat2opt(vector, back, true, false, false) == T(1));
+  RC_ASSERT(lattice.lat2opt(vector, back, Constants::insert, Slacks::omit, Orientation::given) ==
+            T(1));
   RC_ASSERT(textOf(back) == oracle::pointText(x));
   Vector<T> negative(vector);
   for (T& entry : negative) entry = T() - entry;
-  RC_ASSERT(lattice.lat2opt(negative, back, true, false, true) == T(1));
+  RC_ASSERT(lattice.lat2opt(negative, back, Constants::insert, Slacks::omit, Orientation::either) ==
+            T(1));
   RC_ASSERT(textOf(back) == oracle::pointText(x));
-  RC_ASSERT(lattice.lat2opt(negative, back, true, false, false) == T(-1));
+  RC_ASSERT(lattice.lat2opt(negative, back, Constants::insert, Slacks::omit, Orientation::given) ==
+            T(-1));
 }
 
 template <class T>
 void checkSolution(const Lattice<T, long double>& lattice, const PlainRecord& normal,
                    const Point& x) {
   Vector<T> vector;
-  lattice.opt2lat(vectorOf<T>(x), vector, false);
+  lattice.opt2lat(vectorOf<T>(x), vector, Space::raw);
   RC_ASSERT(textOf(vector) ==
             oracle::pointText(combination(lattice, oracle::image(normal, x).value())));
   RC_ASSERT(isWithinBounds(lattice, vector));
@@ -117,12 +120,12 @@ bool isAccepted(Lattice<QQ, long double>& lattice, LatticeStage stage, const Vec
   generateByHand(lattice, stage);
   Vector<QQ> vector;
   try {
-    lattice.opt2lat(x, vector, false, QQ(1));
+    lattice.opt2lat(x, vector, Space::raw, QQ(1));
   } catch (const ModuloException&) {
     return false;
   }
   Vector<QQ> back;
-  lattice.lat2opt(vector, back, true, false, false);
+  lattice.lat2opt(vector, back, Constants::insert, Slacks::omit, Orientation::given);
   return isWithinBounds(lattice, vector) && identical(back, x);
 }
 
@@ -159,11 +162,11 @@ TEST(Mapping, UndoesTheWayBackOfAnyFactor) {
     Vector<QQ> residuals = equationResiduals<QQ>(lattice, z, h);
     appendModulusFactors<QQ>(lattice, z, residuals);
     z.insertComponent(1, h);
-    const Vector<QQ> vector = z * lattice.B_save;
+    const Vector<QQ> vector = z * lattice.basis.B_save;
     Vector<QQ> x;
-    RC_ASSERT(lattice.lat2opt(vector, x, true, false, false) == h);
+    RC_ASSERT(lattice.lat2opt(vector, x, Constants::insert, Slacks::omit, Orientation::given) == h);
     Vector<QQ> again;
-    lattice.opt2lat(x, again, false, h);
+    lattice.opt2lat(x, again, Space::raw, h);
     RC_ASSERT(identical(again, vector));
   });
 }

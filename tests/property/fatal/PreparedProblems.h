@@ -95,8 +95,9 @@ template <class T>
 void fileAll(Lattice<T, long double>& lattice, const std::vector<oracle::Point>& points) {
   for (const oracle::Point& x : points) {
     Vector<T> vector;
-    lattice.opt2lat(vectorOf<T>(x), vector, false);
-    RC_ASSERT((lattice.checkSolution(vector, false, 7, true) & CHECK_SOLUTION) != 0);
+    lattice.opt2lat(vectorOf<T>(x), vector, Space::raw);
+    RC_ASSERT((lattice.checkSolution(vector, Space::raw, 7, Announce::silent) & CHECK_SOLUTION) !=
+              0);
   }
 }
 

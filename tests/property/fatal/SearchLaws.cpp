@@ -32,7 +32,8 @@ TYPED_TEST_SUITE(SearchBy, Ways);
 template <class T>
 Point filedPoint(const Lattice<T, long double>& lattice, const Vector<T>& vector) {
   Vector<T> x;
-  RC_ASSERT(lattice.lat2opt(vector, x, true, false, true) == T(1));
+  RC_ASSERT(lattice.lat2opt(vector, x, Constants::insert, Slacks::omit, Orientation::either) ==
+            T(1));
   return pointOf(x);
 }
 
@@ -40,7 +41,7 @@ Point filedPoint(const Lattice<T, long double>& lattice, const Vector<T>& vector
 template <class T>
 std::set<std::string> pointsOf(const Lattice<T, long double>& lattice) {
   std::set<std::string> points;
-  for (const Star<T>& solution : lattice.solutions)
+  for (const Star<T>& solution : lattice.found.solutions)
     points.insert(oracle::pointText(filedPoint<T>(lattice, solution)));
   for (const Star<T>& star : lattice.stars) points.insert(oracle::pointText(pointOf<T>(star)));
   return points;
@@ -49,10 +50,10 @@ std::set<std::string> pointsOf(const Lattice<T, long double>& lattice) {
 template <class T>
 void checkFiled(Lattice<T, long double>& lattice, const oracle::Problem& problem) {
   const std::set<std::string> filed = pointsOf(lattice);
-  for (const Star<T>& solution : lattice.solutions)
+  for (const Star<T>& solution : lattice.found.solutions)
     RC_ASSERT(oracle::solves(problem, filedPoint<T>(lattice, solution)));
-  if (lattice.bestTarget.isSet())
-    RC_ASSERT(oracle::solves(problem, filedPoint<T>(lattice, lattice.bestTarget)));
+  if (lattice.found.bestTarget.isSet())
+    RC_ASSERT(oracle::solves(problem, filedPoint<T>(lattice, lattice.found.bestTarget)));
   lattice.sol2star();
   RC_ASSERT(pointsOf(lattice) == filed);
   for (const Star<T>& star : lattice.stars) {
@@ -70,7 +71,7 @@ TYPED_TEST(SearchBy, FilesOnlySolutions) {
       [&]<class T>(Lattice<T, long double>& lattice, const SmallProblem& small) {
         const Silence silence;
         lattice.reduce(0);
-        if (lattice.solutions.dimension() > 0) ++filed;
+        if (lattice.found.solutions.dimension() > 0) ++filed;
         checkFiled(lattice, small.problem);
       });
   EXPECT_GE(filed, problemCount / 8);
@@ -91,7 +92,7 @@ void keepAll(Lattice<T, long double>& lattice, const std::vector<Point>& points)
 
 template <class T>
 void regenerate(Lattice<T, long double>& lattice) {
-  lattice.terminationSwitch = true;
+  lattice.run.terminationSwitch = true;
   lattice.params.stopping = true;
   lattice.params.variate.setTextSilently("1");
   try {
@@ -109,17 +110,17 @@ TYPED_TEST(SearchBy, LosesNothingWhenTheLatticeIsMadeAnew) {
         const std::vector<Point> some = test::someStars(small.problem);
         keepAll(lattice, some);
         const std::set<std::string> known = pointsOf(lattice);
-        const Index solutions = lattice.solutions.dimension();
-        const bool hasTarget = lattice.bestTarget.isSet();
-        const T norm = lattice.bestTarget.targetNorm;
+        const Index solutions = lattice.found.solutions.dimension();
+        const bool hasTarget = lattice.found.bestTarget.isSet();
+        const T norm = lattice.found.bestTarget.targetNorm;
         regenerate(lattice);
-        RC_ASSERT(lattice.restarts == 1);
+        RC_ASSERT(lattice.run.restarts == 1);
         const std::set<std::string> after = pointsOf(lattice);
         RC_ASSERT(std::includes(after.begin(), after.end(), known.begin(), known.end()));
-        RC_ASSERT(lattice.solutions.dimension() >= solutions);
-        RC_ASSERT(lattice.bestTarget.isSet() >= hasTarget);
-        if (hasTarget) RC_ASSERT(lattice.bestTarget.targetNorm <= norm);
-        RC_ASSERT(lattice.terminationSwitch);
+        RC_ASSERT(lattice.found.solutions.dimension() >= solutions);
+        RC_ASSERT(lattice.found.bestTarget.isSet() >= hasTarget);
+        if (hasTarget) RC_ASSERT(lattice.found.bestTarget.targetNorm <= norm);
+        RC_ASSERT(lattice.run.terminationSwitch);
         checkFiled(lattice, small.problem);
       });
 }
@@ -157,7 +158,7 @@ TYPED_TEST(SearchBy, WritesEverythingThatIsFiled) {
         const std::set<std::string> known = pointsOf(lattice);
         if (known.empty() || ++written % 8 != 0) return;
         lattice.setFileNames(dir.file("a.sol"));
-        lattice.outputSwitch = true;
+        lattice.run.outputSwitch = true;
         lattice.writeResults();
         RC_ASSERT(pointsOf(lattice) == known);
         RC_ASSERT(pointsIn(dir.file("a.sol"), small) == known);
@@ -174,7 +175,7 @@ template <class T>
 int triedLattices(Lattice<T, long double>& lattice) {
   for (int tried = 1; tried <= mostRestarts; ++tried) {
     lattice.reduce(0);
-    if (lattice.solutions.dimension() > 0) return tried;
+    if (lattice.found.solutions.dimension() > 0) return tried;
     regenerate(lattice);
   }
   return 0;
@@ -234,7 +235,7 @@ TYPED_TEST(SearchBy, FilesAPointWhateverItsDeviationsHaveInCommon) {
       TypeParam::carry({problem, true}, [](auto& lattice, const SmallProblem& /*small*/) {
         const Silence silence;
         lattice.reduce(0);
-        EXPECT_EQ(lattice.solutions.dimension(), 1);
+        EXPECT_EQ(lattice.found.solutions.dimension(), 1);
       });
   EXPECT_EQ(report, "");
 }

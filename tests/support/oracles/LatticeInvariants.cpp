@@ -57,12 +57,13 @@ class GramSchmidtFaults {
   template <class T>
   void expectData(const Lattice<T, long double>& lattice, Index k, Faults& faults) const {
     const auto at = static_cast<std::size_t>(k - 1);
-    faults.expect(isNear(lattice.bSq[k], product(rows_[at], rows_[at])), ofRow("bSq", k));
-    faults.expect(isNear(lattice.cLen[k], product(orthogonal_[at], orthogonal_[at])),
+    faults.expect(isNear(lattice.gramSchmidt.bSq[k], product(rows_[at], rows_[at])),
+                  ofRow("bSq", k));
+    faults.expect(isNear(lattice.gramSchmidt.cLen[k], product(orthogonal_[at], orthogonal_[at])),
                   ofRow("cLen", k));
     for (Index j = 1; j < k; ++j)
-      faults.expect(isNear(lattice.mu[k][j], coefficient(k, j)), ofRow("mu", k));
-    faults.expect(lattice.mu[k][k] == 1, ofRow("the diagonal of mu", k));
+      faults.expect(isNear(lattice.gramSchmidt.mu[k][j], coefficient(k, j)), ofRow("mu", k));
+    faults.expect(lattice.gramSchmidt.mu[k][k] == 1, ofRow("the diagonal of mu", k));
   }
 
   void expectReduced(Index k, Faults& faults) const {
@@ -82,9 +83,9 @@ class GramSchmidtFaults {
 
 template <class T>
 void expectStatus(const Lattice<T, long double>& lattice, Faults& faults) {
-  const GramSchmidtFaults exact(lattice.B);
-  for (Index k = 1; k <= lattice.n; ++k) {
-    const StatusWord word = lattice.vecStatus[k];
+  const GramSchmidtFaults exact(lattice.basis.B());
+  for (Index k = 1; k <= lattice.basis.n; ++k) {
+    const StatusWord word = lattice.basis.vecStatus[k];
     faults.expect(!carries(word, ST_DEPENDENT), ofRow("independence", k));
     if (carries(word, ST_MU)) exact.expectData(lattice, k, faults);
     if (carries(word, ST_SIZE_REDUCED)) exact.expectReduced(k, faults);
@@ -93,22 +94,24 @@ void expectStatus(const Lattice<T, long double>& lattice, Faults& faults) {
 
 template <class T>
 void expectImages(Lattice<T, long double>& lattice, Faults& faults) {
-  const Matrix<long double>& images = lattice.rowImages.of(lattice.B, lattice.n);
-  for (Index k = 1; k <= lattice.n; ++k)
-    for (Index j = 1; j <= lattice.m; ++j)
-      faults.expect(images[k][j] == NumberConversion<long double, T>::nearest(lattice.B[k][j]),
-                    ofRow("the image", k));
+  const Matrix<long double>& images = lattice.basis.imagesUpTo(lattice.basis.n);
+  for (Index k = 1; k <= lattice.basis.n; ++k)
+    for (Index j = 1; j <= lattice.basis.m; ++j)
+      faults.expect(
+          images[k][j] == NumberConversion<long double, T>::nearest(lattice.basis.B()[k][j]),
+          ofRow("the image", k));
 }
 
 /// The coordinates of a basis over itself.
 template <class T>
 void expectCoordinates(Lattice<T, long double>& lattice, const Matrix<T>& basis, bool useSaved,
                        Faults& faults) {
-  const Matrix<T> unit = Matrix<T>::identity(lattice.n);
-  for (Index k = 1; k <= lattice.n; ++k) {
+  const Matrix<T> unit = Matrix<T>::identity(lattice.basis.n);
+  for (Index k = 1; k <= lattice.basis.n; ++k) {
     Vector<T> coordinates;
     faults.expect(
-        lattice.coordinatesOf(basis[k], coordinates, useSaved) && identical(coordinates, unit[k]),
+        lattice.coordinatesOf(basis[k], coordinates, useSaved ? Over::saved : Over::working) &&
+            identical(coordinates, unit[k]),
         ofRow(useSaved ? "the coordinates in B_save" : "the coordinates", k));
   }
 }
@@ -118,27 +121,32 @@ void expectCoordinates(Lattice<T, long double>& lattice, const Matrix<T>& basis,
 template <class T>
 std::string sizeFaults(const Lattice<T, long double>& lattice) {
   Faults faults;
-  const Index n = lattice.n;
-  const Index m = lattice.m;
-  for (const auto* basis : {&lattice.B, &lattice.B_save})
+  const Index n = lattice.basis.n;
+  const Index m = lattice.basis.m;
+  for (const auto* basis : {&lattice.basis.B(), &lattice.basis.B_save})
     faults.expect(basis->rowCount() == n && (n == 0 || basis->columnCount() == m),
                   "n x m entries of a basis");
-  faults.expect(isSquare(lattice.mu, n), "n x n entries of mu");
-  faults.expect(lattice.TT.dimension() == 1 && isSquare(lattice.TT[1], n), "one matrix in TT");
-  for (const auto* vector : {&lattice.bSq, &lattice.cLen, &lattice.vectorAmounts})
+  faults.expect(isSquare(lattice.gramSchmidt.mu, n), "n x n entries of mu");
+  faults.expect(lattice.basis.TT.dimension() == 1 && isSquare(lattice.basis.TT[1], n),
+                "one matrix in TT");
+  for (const auto* vector :
+       {&lattice.gramSchmidt.bSq, &lattice.gramSchmidt.cLen, &lattice.basis.vectorAmounts})
     faults.expect(vector->dimension() == n, "n entries per row");
-  faults.expect(lattice.vecStatus.dimension() == n && lattice.vectorMarks.dimension() == n,
-                "n words");
-  for (const auto* vector : {&lattice.c, &lattice.l, &lattice.r, &lattice.lSave, &lattice.rSave,
-                             &lattice.scale, &lattice.translation})
+  faults.expect(
+      lattice.basis.vecStatus.dimension() == n && lattice.basis.vectorMarks.dimension() == n,
+      "n words");
+  for (const auto* vector :
+       {&lattice.frame.c, &lattice.frame.l, &lattice.frame.r, &lattice.frame.lSave,
+        &lattice.frame.rSave, &lattice.basis.scale, &lattice.basis.translation})
     faults.expect(vector->dimension() == m, "m entries per coordinate");
-  faults.expect(m == 0 || lattice.homScaled == lattice.homValue * lattice.scale[m], "homScaled");
-  for (const Star<T>& solution : lattice.solutions)
+  faults.expect(m == 0 || lattice.basis.homScaled == lattice.homValue * lattice.basis.scale[m],
+                "homScaled");
+  for (const Star<T>& solution : lattice.found.solutions)
     faults.expect(solution.dimension() == m, "m coordinates of a solution");
-  faults.expect(!lattice.bestVector.isSet() || lattice.bestVector.dimension() == m,
+  faults.expect(!lattice.found.bestVector.isSet() || lattice.found.bestVector.dimension() == m,
                 "m coordinates of the best vector");
-  faults.expect(!lattice.keepDependent && !lattice.restoring, "flags of a step");
-  faults.expect(lattice.swapBudget >= lattice.swapBudgetFloor, "the budget");
+  faults.expect(!lattice.basis.keepDependent && !lattice.run.restoring, "flags of a step");
+  faults.expect(lattice.run.swapBudget >= lattice.run.swapBudgetFloor, "the budget");
   return faults.text();
 }
 
@@ -147,12 +155,12 @@ std::string knowledgeFaults(Lattice<T, long double>& lattice) {
   Faults faults;
   expectStatus(lattice, faults);
   expectImages(lattice, faults);
-  const Matrix<T> raw = lattice.backMapAll(lattice.B);
+  const Matrix<T> raw = lattice.backMapAll(lattice.basis.B());
   if (lattice.params.consistency)
-    faults.expect(identical(exactProduct(lattice.TT[1], lattice.B_save), raw),
+    faults.expect(identical(exactProduct(lattice.basis.TT[1], lattice.basis.B_save), raw),
                   "the tracked transformation");
   expectCoordinates(lattice, raw, false, faults);
-  expectCoordinates(lattice, lattice.B_save, true, faults);
+  expectCoordinates(lattice, lattice.basis.B_save, true, faults);
   return faults.text();
 }
 

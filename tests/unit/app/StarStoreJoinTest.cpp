@@ -63,10 +63,10 @@ TEST_F(StarStoreJoinTest, LetsTwoSearchesKeepTheStarsOfBoth) {
   StarStore other(search_);
   find({1, 4});
   one.save(search_);
-  search_.standard().solutions.clear();
+  search_.standard().found.solutions.clear();
   find({2, 3});
   other.save(search_);
-  search_.standard().solutions.clear();
+  search_.standard().found.solutions.clear();
   find({3, 2});
   one.save(search_);
   for (const char* star : {"[ 1 4 ]", "[ 2 3 ]", "[ 3 2 ]"})

@@ -160,7 +160,7 @@ TEST_F(StarStoreTest, KeepsWhatTheSearchHasLost) {
   find({1, 4}, 3);
   stars.save(search_);
   const std::string written = solFile();
-  search_.standard().solutions.clear();
+  search_.standard().found.solutions.clear();
   stars.save(search_);
   EXPECT_EQ(solFile(), written);
 }
@@ -207,8 +207,8 @@ TEST_F(StarStoreTest, TakesWhatTheLatticeInUseCanNotMap) {
     Vector<Entry> vector;
     Vector<Entry> x;
     x.convertFrom(point, false);
-    lattice.opt2lat(x, vector, false, Entry(1));
-    lattice.checkSolution(vector, false, 3, true);
+    lattice.opt2lat(x, vector, Space::raw, Entry(1));
+    lattice.checkSolution(vector, Space::raw, 3, Announce::silent);
   });
   ASSERT_FALSE(search_.usesExact());
   ASSERT_EQ(search_.solutionCount(), 1);

@@ -33,27 +33,27 @@ class LatticeAardalOver : public test::LatticeOfProblem<T> {
  protected:
   void generate(const char* problem) {
     this->normalise(problem);
-    this->live.generateLattice(true);
+    this->live.generateLattice(LatticeKind::equations);
   }
 
   /// Reduces; the first rows must be a basis of what solves the equations, and what the
   /// result says they are.
   Array<Matrix<T>> reduceAndCheck() {
     auto& lattice = this->live;
-    const Matrix<T> generated(lattice.B_save);
+    const Matrix<T> generated(lattice.basis.B_save);
     const Index equations = lattice.Ag.rowCount();
     const Array<Matrix<T>> transformations = lattice.aardalReduce();
     Lattice<T, long double> whole(&generated);
     Matrix<T> rows(generated);
     lattice.applyTransformations(rows);
-    EXPECT_EQ(rowsText(rows), rowsText(lattice.B));
-    Matrix<T> kernel(lattice.n - equations, lattice.n);
+    EXPECT_EQ(rowsText(rows), rowsText(lattice.basis.B()));
+    Matrix<T> kernel(lattice.basis.n - equations, lattice.basis.n);
     for (Index i = 1; i <= kernel.rowCount(); ++i) {
-      EXPECT_TRUE(whole.coordinatesOf(lattice.B[i], kernel[i], true));
-      EXPECT_FALSE(missesEquations(lattice.B[i])) << i;
+      EXPECT_TRUE(whole.coordinatesOf(lattice.basis.B()[i], kernel[i], Over::saved));
+      EXPECT_FALSE(missesEquations(lattice.basis.B()[i])) << i;
     }
-    for (Index i = kernel.rowCount() + 1; i <= lattice.n; ++i)
-      EXPECT_TRUE(missesEquations(lattice.B[i])) << i;
+    for (Index i = kernel.rowCount() + 1; i <= lattice.basis.n; ++i)
+      EXPECT_TRUE(missesEquations(lattice.basis.B()[i])) << i;
     EXPECT_TRUE(isKernelBasis(kernel, equationColumns(generated, equations)));
     return transformations;
   }
@@ -83,15 +83,17 @@ class LatticeAardalOver : public test::LatticeOfProblem<T> {
       basis[i][n + 1] = T(value);
     }
     this->live.reset(&basis, false);
-    this->live.latticeKind = LatticeKind::equations;
+    this->live.frame.latticeKind = LatticeKind::equations;
     this->live.rx = Vector<T>(n);
     this->live.lx = Vector<T>(n);
     this->live.shift = Vector<T>(n);
     this->live.slackUnit = Vector<T>(n);
     this->live.dx = Vector<T>(n);
+    this->live.fd.resize(n, false);
+    for (FreedomDegree& kind : this->live.fd) kind = FreedomDegree::bounded;
     for (T& unit : this->live.slackUnit) unit = T(1);
-    for (Index j = 1; j <= n; ++j) this->live.c[j] = T(1);
-    this->live.l[n + 1] = this->live.r[n + 1] = T(1);
+    for (Index j = 1; j <= n; ++j) this->live.frame.c[j] = T(1);
+    this->live.frame.l[n + 1] = this->live.frame.r[n + 1] = T(1);
   }
 };
 TYPED_TEST_SUITE(LatticeAardalOver, test::LatticeNumbers);
@@ -107,9 +109,9 @@ TYPED_TEST(LatticeAardalOver, FirstVectorsAreABasisOfTheSolutions) {
 TYPED_TEST(LatticeAardalOver, ResultIsTheStackOfTransformations) {
   this->generate(small);
   const Array<Matrix<TypeParam>> result = this->reduceAndCheck();
-  ASSERT_EQ(result.dimension(), this->live.TT.dimension());
+  ASSERT_EQ(result.dimension(), this->live.basis.TT.dimension());
   for (Index i = 1; i <= result.dimension(); ++i)
-    EXPECT_TRUE(identical(result[i], this->live.TT[i]));
+    EXPECT_TRUE(identical(result[i], this->live.basis.TT[i]));
 }
 
 TYPED_TEST(LatticeAardalOver, ScaleAndParametersStay) {
@@ -118,7 +120,7 @@ TYPED_TEST(LatticeAardalOver, ScaleAndParametersStay) {
   lattice.params.eenum = false;
   lattice.setScale(2, TypeParam(3));
   lattice.aardalReduce();
-  EXPECT_EQ(textOf(lattice.scale), "[ 1 3 1 1 1 ]");
+  EXPECT_EQ(textOf(lattice.basis.scale), "[ 1 3 1 1 1 ]");
   EXPECT_FALSE(lattice.params.consistency);
   EXPECT_FALSE(lattice.params.eenum);
   EXPECT_FALSE(lattice.reactionsOff);
@@ -133,7 +135,7 @@ TEST(LatticeAardal, FurtherRoundsGoOnWithTheRestOfTheVectors) {
     lattice.normalise(true, false);
     lattice.standard().params.deep = deep;
     EXPECT_GE(lattice.runStep([](auto& live) {
-      live.generateLattice(true);
+      live.generateLattice(LatticeKind::equations);
       return live.aardalReduce().dimension();
     }),
               2);
@@ -157,9 +159,9 @@ TYPED_TEST(LatticeAardalOver, ForcedTrackingLastsToTheEnd) {
   this->generate(small);
   auto& lattice = this->live;
   this->setSilently(lattice.params.consistency, true);
-  lattice.consistencyForced = true;
+  lattice.run.consistencyForced = true;
   this->reduceAndCheck();
-  EXPECT_FALSE(lattice.consistencyForced);
+  EXPECT_FALSE(lattice.run.consistencyForced);
 }
 
 /// Ends a reduction at its third step.
@@ -177,13 +179,13 @@ TYPED_TEST(LatticeAardalOver, LatticeIsAsItWasAfterAnException) {
   this->generate(small);
   auto& lattice = this->live;
   ThirdStep observer;
-  lattice.observer = &observer;
-  const std::string rows = rowsText(lattice.B);
+  lattice.run.observer = &observer;
+  const std::string rows = rowsText(lattice.basis.B());
   EXPECT_EQ(messageOf<PrecisionException>([&] { lattice.aardalReduce(); }), "third step");
-  EXPECT_EQ(rowsText(lattice.B), rows);
-  EXPECT_EQ(rowsText(lattice.B_save), rows);
-  EXPECT_EQ(textOf(lattice.scale), "[ 1 1 1 1 1 ]");
-  EXPECT_EQ(lattice.TT.dimension(), 1);
+  EXPECT_EQ(rowsText(lattice.basis.B()), rows);
+  EXPECT_EQ(rowsText(lattice.basis.B_save), rows);
+  EXPECT_EQ(textOf(lattice.basis.scale), "[ 1 1 1 1 1 ]");
+  EXPECT_EQ(lattice.basis.TT.dimension(), 1);
   EXPECT_FALSE(lattice.params.consistency);
 }
 
@@ -209,13 +211,13 @@ TEST_F(ExactLatticeAardal, EachRoundAppendsItsWeight) {
 
 TYPED_TEST(LatticeAardalOver, VectorWithHomValueIsExtracted) {
   this->useLast({6, 10, 15});
-  const Matrix<TypeParam> basis(this->live.B);
+  const Matrix<TypeParam> basis(this->live.basis.B());
   const Vector<TypeParam> found = this->live.extractInhomogeneous();
   ASSERT_TRUE(found.isSet());
   EXPECT_EQ(NumberTraits<TypeParam>::absolute(found[4]), TypeParam(1));
   Vector<TypeParam> coordinates;
-  EXPECT_TRUE(this->live.coordinatesOf(found, coordinates, false));
-  EXPECT_TRUE(identical(this->live.B, basis));
+  EXPECT_TRUE(this->live.coordinatesOf(found, coordinates, Over::working));
+  EXPECT_TRUE(identical(this->live.basis.B(), basis));
 }
 
 TYPED_TEST(LatticeAardalOver, LastCoordinatesMayBeNegative) {
@@ -236,14 +238,14 @@ TYPED_TEST(LatticeAardalOver, FirstRowThatFitsIsTaken) {
   EXPECT_EQ(textOf(this->live.extractInhomogeneous()), "[ 0 0 2 0 -1 ]");
   this->useLast({5, 3});
   this->live.homValue = TypeParam(5);
-  this->live.homScaled = TypeParam(5);
+  this->live.basis.homScaled = TypeParam(5);
   EXPECT_EQ(textOf(this->live.extractInhomogeneous()), "[ 2 0 5 ]");
 }
 
 TYPED_TEST(LatticeAardalOver, HomValueIsTheUnit) {
   this->useLast({10, 15});
   this->live.homValue = TypeParam(5);
-  this->live.homScaled = TypeParam(5);
+  this->live.basis.homScaled = TypeParam(5);
   EXPECT_TRUE(this->live.extractInhomogeneous().isSet());
 }
 
@@ -264,8 +266,8 @@ TYPED_TEST(LatticeAardalOver, HomogeneousVectorsHaveNone) {
 TYPED_TEST(LatticeAardalOver, ExtractedVectorBecomesTheBestOne) {
   this->useLast({2, 3});
   const Vector<TypeParam> found = this->live.extractInhomogeneous();
-  ASSERT_TRUE(this->live.bestVector.isSet());
-  EXPECT_EQ(this->live.bestVector[3], TypeParam(1));
+  ASSERT_TRUE(this->live.found.bestVector.isSet());
+  EXPECT_EQ(this->live.found.bestVector[3], TypeParam(1));
   EXPECT_EQ(NumberTraits<TypeParam>::absolute(found[3]), TypeParam(1));
 }
 
@@ -282,10 +284,10 @@ TYPED_TEST(LatticeAardalOver, ExtractionIsReported) {
 
 TYPED_TEST(LatticeAardalOver, EquationsGoAlsoWhereTheSearchIsOver) {
   this->normalise("[ ] [ ] [ [ 2 3 5 ] ] [ 11 ] [ ] [ ] [ ] [ ] [ 0 0 0 ] [ 0 0 0 ] [ 9 9 9 ]");
-  this->live.runVariables[MainMutexVariable::runState].set("stopped");
+  this->live.run.runVariables[MainMutexVariable::runState].set("stopped");
   this->live.prepareLattice();
-  EXPECT_EQ(this->live.n, 3);
-  EXPECT_TRUE(this->live.equationsRemoved);
+  EXPECT_EQ(this->live.basis.n, 3);
+  EXPECT_TRUE(this->live.frame.equationsRemoved);
 }
 
 }  // namespace

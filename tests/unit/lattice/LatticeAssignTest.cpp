@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "lattice/Lattice.h"
+#include "support/fixtures/BasisRows.h"
 #include "support/fixtures/Problem.h"
 #include "system/Exceptions.h"
 
@@ -27,9 +28,9 @@ void fillAll(LatticeOver<T>& lattice) {
   lattice.solFile = "s.sol";
   lattice.latFile = "l.lat";
   lattice.homValue = T(17);
-  lattice.homScaled = T(34);
-  lattice.outputSwitch = true;
-  lattice.terminationSwitch = true;
+  lattice.basis.homScaled = T(34);
+  lattice.run.outputSwitch = true;
+  lattice.run.terminationSwitch = true;
   lattice.params.beta = 33;
   lattice.params.snorm = "2.5";
   lattice.stars.resize(2, false);
@@ -37,70 +38,70 @@ void fillAll(LatticeOver<T>& lattice) {
   lattice.stars[1].paramsText = "p";
   lattice.stars[1].time = 3;
   lattice.stars[2] = Star<T>{T(2)};
-  lattice.bestVector = TimeVector<T>{T(1), T(2), T(3)};
-  lattice.bestVector.time = 7;
-  lattice.bestRecord.status = ScoreStatus::homogeneous;
-  lattice.bestRecord.deviations.resize(1, false);
-  lattice.bestRecord.deviations[1].left = 2;
-  lattice.bestTarget = TargetVector<T>{T(4), T(5), T(6)};
-  lattice.bestTarget.time = 8;
-  lattice.bestTarget.targetNorm = T(-3);
-  lattice.bestTarget.slackNorm = T(4);
-  lattice.bestTarget.targetValues = Vector<T>{T(5)};
-  lattice.solutions.resize(1, false);
-  lattice.solutions[1] = Star<T>{T(7), T(8), T(9)};
-  lattice.solutions[1].time = 9;
-  lattice.TT.resize(2, false);
-  lattice.TT[2] = Matrix<T>{{T(0), T(1)}, {T(1), T(0)}};
-  lattice.B[1][1] = T(11);
-  lattice.Q = Matrix<long double>{{1, 2}, {3, 4}};
-  lattice.mu[2][1] = 0.25L;
-  lattice.bSq[1] = 5;
-  lattice.cLen[1] = 6;
-  lattice.runVariables[MainMutexVariable::counter6].set("66");
-  lattice.rangeMultiple = T(12);
-  lattice.c[1] = T(1) / T(4);
-  lattice.l[1] = T(-3);
-  lattice.r[1] = T(3);
-  lattice.lSave[1] = T(-4);
-  lattice.rSave[1] = T(4);
-  lattice.supLimit = 27;
-  lattice.lEqualsR = true;
-  lattice.swapBudget = 123;
-  lattice.swapBudgetFloor = 122;
-  lattice.lastPass = {51, 52, 53};
-  lattice.restarts = 54;
-  lattice.deepInsertions = 55;
-  lattice.latticeKind = LatticeKind::full;
-  lattice.equationsRemoved = false;
-  lattice.modsInLattice = true;
-  lattice.savedFactors.echelon = Matrix<T>{{T(8)}};
-  lattice.workingFactors.transform = Matrix<T>{{T(9)}};
-  lattice.vecStatus[2] = 5;
-  lattice.consistencyForced = true;
-  lattice.keepDependent = true;
-  lattice.lqCache.resize(1, false);
-  lattice.lqCache[1] = Matrix<long double>{{1}};
-  lattice._d = Vector<long double>{1, 2};
-  lattice.Lr = Matrix<long double>{{2}};
-  lattice.L = Matrix<long double>{{3}};
-  lattice.Ps.resize(1);
-  lattice.Ps.set(1, {Vector<long double>{4}, -2});
-  lattice.vectorAmounts[1] = 0.5L;
-  lattice.vectorMarks[2] = 6;
+  lattice.found.bestVector = TimeVector<T>{T(1), T(2), T(3)};
+  lattice.found.bestVector.time = 7;
+  lattice.found.bestRecord.status = ScoreStatus::homogeneous;
+  lattice.found.bestRecord.deviations.resize(1, false);
+  lattice.found.bestRecord.deviations[1].left = 2;
+  lattice.found.bestTarget = TargetVector<T>{T(4), T(5), T(6)};
+  lattice.found.bestTarget.time = 8;
+  lattice.found.bestTarget.targetNorm = T(-3);
+  lattice.found.bestTarget.slackNorm = T(4);
+  lattice.found.bestTarget.targetValues = Vector<T>{T(5)};
+  lattice.found.solutions.resize(1, false);
+  lattice.found.solutions[1] = Star<T>{T(7), T(8), T(9)};
+  lattice.found.solutions[1].time = 9;
+  lattice.basis.TT.resize(2, false);
+  lattice.basis.TT[2] = Matrix<T>{{T(0), T(1)}, {T(1), T(0)}};
+  test::setEntry(lattice, 1, 1, T(11));
+  lattice.gramSchmidt.Q = Matrix<long double>{{1, 2}, {3, 4}};
+  lattice.gramSchmidt.mu[2][1] = 0.25L;
+  lattice.gramSchmidt.bSq[1] = 5;
+  lattice.gramSchmidt.cLen[1] = 6;
+  lattice.run.runVariables[MainMutexVariable::counter6].set("66");
+  lattice.frame.rangeMultiple = T(12);
+  lattice.frame.c[1] = T(1) / T(4);
+  lattice.frame.l[1] = T(-3);
+  lattice.frame.r[1] = T(3);
+  lattice.frame.lSave[1] = T(-4);
+  lattice.frame.rSave[1] = T(4);
+  lattice.frame.supLimit = 27;
+  lattice.frame.lEqualsR = true;
+  lattice.run.swapBudget = 123;
+  lattice.run.swapBudgetFloor = 122;
+  lattice.run.lastPass = {51, 52, 53};
+  lattice.run.restarts = 54;
+  lattice.run.deepInsertions = 55;
+  lattice.frame.latticeKind = LatticeKind::full;
+  lattice.frame.equationsRemoved = false;
+  lattice.frame.modsInLattice = true;
+  lattice.basis.savedFactors.echelon = Matrix<T>{{T(8)}};
+  lattice.basis.workingFactors.transform = Matrix<T>{{T(9)}};
+  lattice.basis.vecStatus[2] = 5;
+  lattice.run.consistencyForced = true;
+  lattice.basis.keepDependent = true;
+  lattice.gramSchmidt.factors.lqCache.resize(1, false);
+  lattice.gramSchmidt.factors.lqCache[1] = Matrix<long double>{{1}};
+  lattice.gramSchmidt.factors._d = Vector<long double>{1, 2};
+  lattice.gramSchmidt.factors.Lr = Matrix<long double>{{2}};
+  lattice.gramSchmidt.factors.L = Matrix<long double>{{3}};
+  lattice.gramSchmidt.factors.Ps.resize(1);
+  lattice.gramSchmidt.factors.Ps.set(1, {Vector<long double>{4}, -2});
+  lattice.basis.vectorAmounts[1] = 0.5L;
+  lattice.basis.vectorMarks[2] = 6;
   HeuristicVector<T, long double> good;
   good.resize(3, false);
   good[1] = T(1);
   good.time = 44;
   good.score.status = ScoreStatus::inhomogeneous;
-  lattice.collected.setLimit(9);
-  lattice.collected.insert(good);
+  lattice.found.collected.setLimit(9);
+  lattice.found.collected.insert(good);
   good[1] = T(2);
   good.score.status = ScoreStatus::homogeneous;
-  lattice.collected.insert(good);
-  lattice.chosen.insert(good);
-  lattice.scale[3] = T(2);
-  lattice.translation[2] = T(5);
+  lattice.found.collected.insert(good);
+  lattice.found.chosen.insert(good);
+  lattice.basis.scale[3] = T(2);
+  lattice.basis.translation[2] = T(5);
 }
 
 template <class T>
@@ -125,9 +126,9 @@ void expectSameProblemAndNames(const LatticeOver<T>& a, const LatticeOver<T>& b)
   EXPECT_EQ(a.optOriginal.optFile, b.optOriginal.optFile);
   EXPECT_EQ(a.latFile, b.latFile);
   EXPECT_EQ(a.homValue, b.homValue);
-  EXPECT_EQ(a.homScaled, b.homScaled);
-  EXPECT_EQ(a.outputSwitch, b.outputSwitch);
-  EXPECT_EQ(a.terminationSwitch, b.terminationSwitch);
+  EXPECT_EQ(a.basis.homScaled, b.basis.homScaled);
+  EXPECT_EQ(a.run.outputSwitch, b.run.outputSwitch);
+  EXPECT_EQ(a.run.terminationSwitch, b.run.terminationSwitch);
 }
 
 template <class T>
@@ -138,90 +139,91 @@ void expectSameVectors(const LatticeOver<T>& a, const LatticeOver<T>& b) {
     EXPECT_EQ(a.stars[i].paramsText, b.stars[i].paramsText);
     EXPECT_EQ(a.stars[i].time, b.stars[i].time);
   }
-  EXPECT_TRUE(identical<T>(a.bestVector, b.bestVector));
-  EXPECT_EQ(a.bestVector.time, b.bestVector.time);
-  EXPECT_EQ(a.bestRecord.status, b.bestRecord.status);
-  ASSERT_EQ(a.bestRecord.deviations.dimension(), b.bestRecord.deviations.dimension());
-  EXPECT_EQ(a.bestRecord.deviations[1].left, b.bestRecord.deviations[1].left);
-  EXPECT_TRUE(identical<T>(a.bestTarget, b.bestTarget));
-  EXPECT_EQ(a.bestTarget.time, b.bestTarget.time);
-  EXPECT_EQ(a.bestTarget.targetNorm, b.bestTarget.targetNorm);
-  EXPECT_EQ(a.bestTarget.slackNorm, b.bestTarget.slackNorm);
-  EXPECT_TRUE(identical(a.bestTarget.targetValues, b.bestTarget.targetValues));
-  ASSERT_EQ(a.solutions.dimension(), b.solutions.dimension());
-  EXPECT_TRUE(identical<T>(a.solutions[1], b.solutions[1]));
-  EXPECT_EQ(a.solutions[1].time, b.solutions[1].time);
+  EXPECT_TRUE(identical<T>(a.found.bestVector, b.found.bestVector));
+  EXPECT_EQ(a.found.bestVector.time, b.found.bestVector.time);
+  EXPECT_EQ(a.found.bestRecord.status, b.found.bestRecord.status);
+  ASSERT_EQ(a.found.bestRecord.deviations.dimension(), b.found.bestRecord.deviations.dimension());
+  EXPECT_EQ(a.found.bestRecord.deviations[1].left, b.found.bestRecord.deviations[1].left);
+  EXPECT_TRUE(identical<T>(a.found.bestTarget, b.found.bestTarget));
+  EXPECT_EQ(a.found.bestTarget.time, b.found.bestTarget.time);
+  EXPECT_EQ(a.found.bestTarget.targetNorm, b.found.bestTarget.targetNorm);
+  EXPECT_EQ(a.found.bestTarget.slackNorm, b.found.bestTarget.slackNorm);
+  EXPECT_TRUE(identical(a.found.bestTarget.targetValues, b.found.bestTarget.targetValues));
+  ASSERT_EQ(a.found.solutions.dimension(), b.found.solutions.dimension());
+  EXPECT_TRUE(identical<T>(a.found.solutions[1], b.found.solutions[1]));
+  EXPECT_EQ(a.found.solutions[1].time, b.found.solutions[1].time);
 }
 
 template <class T>
 void expectSameSets(const LatticeOver<T>& a, const LatticeOver<T>& b) {
-  EXPECT_EQ(a.collected.limit(), b.collected.limit());
-  ASSERT_EQ(a.collected.count(), 2);
-  ASSERT_EQ(b.collected.count(), 2);
-  EXPECT_TRUE(identical<T>(*a.collected.first(), *b.collected.first()));
-  EXPECT_TRUE(identical<T>(*a.collected.last(), *b.collected.last()));
-  EXPECT_EQ(a.collected.last()->time, b.collected.last()->time);
-  EXPECT_EQ(a.collected.last()->score.status, b.collected.last()->score.status);
-  EXPECT_EQ(a.chosen.count(), b.chosen.count());
+  EXPECT_EQ(a.found.collected.limit(), b.found.collected.limit());
+  ASSERT_EQ(a.found.collected.count(), 2);
+  ASSERT_EQ(b.found.collected.count(), 2);
+  EXPECT_TRUE(identical<T>(*a.found.collected.first(), *b.found.collected.first()));
+  EXPECT_TRUE(identical<T>(*a.found.collected.last(), *b.found.collected.last()));
+  EXPECT_EQ(a.found.collected.last()->time, b.found.collected.last()->time);
+  EXPECT_EQ(a.found.collected.last()->score.status, b.found.collected.last()->score.status);
+  EXPECT_EQ(a.found.chosen.count(), b.found.chosen.count());
 }
 
 template <class T>
 void expectSameBasis(const LatticeOver<T>& a, const LatticeOver<T>& b) {
-  EXPECT_EQ(a.n, b.n);
-  EXPECT_EQ(a.m, b.m);
-  ASSERT_EQ(a.TT.dimension(), b.TT.dimension());
-  EXPECT_TRUE(sameMatrix(a.TT[1], b.TT[1]));
-  EXPECT_TRUE(sameMatrix(a.TT[2], b.TT[2]));
-  EXPECT_TRUE(sameMatrix(a.B_save, b.B_save));
-  EXPECT_TRUE(sameMatrix(a.B, b.B));
-  EXPECT_TRUE(sameMatrix(a.savedFactors.echelon, b.savedFactors.echelon));
-  EXPECT_TRUE(sameMatrix(a.workingFactors.transform, b.workingFactors.transform));
-  EXPECT_TRUE(identical(a.c, b.c));
-  EXPECT_TRUE(identical(a.l, b.l));
-  EXPECT_TRUE(identical(a.r, b.r));
-  EXPECT_TRUE(identical(a.lSave, b.lSave));
-  EXPECT_TRUE(identical(a.rSave, b.rSave));
-  EXPECT_TRUE(identical(a.scale, b.scale));
-  EXPECT_TRUE(identical(a.translation, b.translation));
-  EXPECT_EQ(a.rangeMultiple, b.rangeMultiple);
+  EXPECT_EQ(a.basis.n, b.basis.n);
+  EXPECT_EQ(a.basis.m, b.basis.m);
+  ASSERT_EQ(a.basis.TT.dimension(), b.basis.TT.dimension());
+  EXPECT_TRUE(sameMatrix(a.basis.TT[1], b.basis.TT[1]));
+  EXPECT_TRUE(sameMatrix(a.basis.TT[2], b.basis.TT[2]));
+  EXPECT_TRUE(sameMatrix(a.basis.B_save, b.basis.B_save));
+  EXPECT_TRUE(sameMatrix(a.basis.B(), b.basis.B()));
+  EXPECT_TRUE(sameMatrix(a.basis.savedFactors.echelon, b.basis.savedFactors.echelon));
+  EXPECT_TRUE(sameMatrix(a.basis.workingFactors.transform, b.basis.workingFactors.transform));
+  EXPECT_TRUE(identical(a.frame.c, b.frame.c));
+  EXPECT_TRUE(identical(a.frame.l, b.frame.l));
+  EXPECT_TRUE(identical(a.frame.r, b.frame.r));
+  EXPECT_TRUE(identical(a.frame.lSave, b.frame.lSave));
+  EXPECT_TRUE(identical(a.frame.rSave, b.frame.rSave));
+  EXPECT_TRUE(identical(a.basis.scale, b.basis.scale));
+  EXPECT_TRUE(identical(a.basis.translation, b.basis.translation));
+  EXPECT_EQ(a.frame.rangeMultiple, b.frame.rangeMultiple);
 }
 
 template <class T>
 void expectSameOrthogonalisation(const LatticeOver<T>& a, const LatticeOver<T>& b) {
-  EXPECT_TRUE(sameMatrix(a.Q, b.Q));
-  EXPECT_TRUE(sameMatrix(a.mu, b.mu));
-  EXPECT_TRUE(identical(a.bSq, b.bSq));
-  EXPECT_TRUE(identical(a.cLen, b.cLen));
-  EXPECT_TRUE(identical(a._d, b._d));
-  EXPECT_TRUE(sameMatrix(a.Lr, b.Lr));
-  EXPECT_TRUE(sameMatrix(a.L, b.L));
-  ASSERT_EQ(a.lqCache.dimension(), b.lqCache.dimension());
-  EXPECT_TRUE(sameMatrix(a.lqCache[1], b.lqCache[1]));
-  ASSERT_EQ(a.Ps.count(), b.Ps.count());
-  EXPECT_TRUE(sameMatrix(a.Ps.product(1, 1), b.Ps.product(1, 1)));
+  EXPECT_TRUE(sameMatrix(a.gramSchmidt.Q, b.gramSchmidt.Q));
+  EXPECT_TRUE(sameMatrix(a.gramSchmidt.mu, b.gramSchmidt.mu));
+  EXPECT_TRUE(identical(a.gramSchmidt.bSq, b.gramSchmidt.bSq));
+  EXPECT_TRUE(identical(a.gramSchmidt.cLen, b.gramSchmidt.cLen));
+  EXPECT_TRUE(identical(a.gramSchmidt.factors._d, b.gramSchmidt.factors._d));
+  EXPECT_TRUE(sameMatrix(a.gramSchmidt.factors.Lr, b.gramSchmidt.factors.Lr));
+  EXPECT_TRUE(sameMatrix(a.gramSchmidt.factors.L, b.gramSchmidt.factors.L));
+  ASSERT_EQ(a.gramSchmidt.factors.lqCache.dimension(), b.gramSchmidt.factors.lqCache.dimension());
+  EXPECT_TRUE(sameMatrix(a.gramSchmidt.factors.lqCache[1], b.gramSchmidt.factors.lqCache[1]));
+  ASSERT_EQ(a.gramSchmidt.factors.Ps.count(), b.gramSchmidt.factors.Ps.count());
+  EXPECT_TRUE(
+      sameMatrix(a.gramSchmidt.factors.Ps.product(1, 1), b.gramSchmidt.factors.Ps.product(1, 1)));
 }
 
 template <class T>
 void expectSameState(LatticeOver<T>& a, LatticeOver<T>& b) {
-  EXPECT_EQ(a.supLimit, b.supLimit);
-  EXPECT_EQ(a.lEqualsR, b.lEqualsR);
-  EXPECT_EQ(a.swapBudget, b.swapBudget);
-  EXPECT_EQ(a.swapBudgetFloor, b.swapBudgetFloor);
-  EXPECT_EQ(a.lastPass.swaps, b.lastPass.swaps);
-  EXPECT_EQ(a.lastPass.skipped, b.lastPass.skipped);
-  EXPECT_EQ(a.lastPass.exchanges, b.lastPass.exchanges);
-  EXPECT_EQ(a.restarts, b.restarts);
-  EXPECT_EQ(a.deepInsertions, b.deepInsertions);
-  EXPECT_EQ(a.latticeKind, b.latticeKind);
-  EXPECT_EQ(a.equationsRemoved, b.equationsRemoved);
-  EXPECT_EQ(a.modsInLattice, b.modsInLattice);
-  EXPECT_EQ(a.consistencyForced, b.consistencyForced);
-  EXPECT_EQ(a.keepDependent, b.keepDependent);
-  EXPECT_EQ(a.vecStatus[2], b.vecStatus[2]);
-  EXPECT_TRUE(identical(a.vectorAmounts, b.vectorAmounts));
-  EXPECT_EQ(a.vectorMarks[2], b.vectorMarks[2]);
-  EXPECT_EQ(a.runVariables[MainMutexVariable::counter6].get(),
-            b.runVariables[MainMutexVariable::counter6].get());
+  EXPECT_EQ(a.frame.supLimit, b.frame.supLimit);
+  EXPECT_EQ(a.frame.lEqualsR, b.frame.lEqualsR);
+  EXPECT_EQ(a.run.swapBudget, b.run.swapBudget);
+  EXPECT_EQ(a.run.swapBudgetFloor, b.run.swapBudgetFloor);
+  EXPECT_EQ(a.run.lastPass.tests, b.run.lastPass.tests);
+  EXPECT_EQ(a.run.lastPass.skipped, b.run.lastPass.skipped);
+  EXPECT_EQ(a.run.lastPass.swaps, b.run.lastPass.swaps);
+  EXPECT_EQ(a.run.restarts, b.run.restarts);
+  EXPECT_EQ(a.run.deepInsertions, b.run.deepInsertions);
+  EXPECT_EQ(a.frame.latticeKind, b.frame.latticeKind);
+  EXPECT_EQ(a.frame.equationsRemoved, b.frame.equationsRemoved);
+  EXPECT_EQ(a.frame.modsInLattice, b.frame.modsInLattice);
+  EXPECT_EQ(a.run.consistencyForced, b.run.consistencyForced);
+  EXPECT_EQ(a.basis.keepDependent, b.basis.keepDependent);
+  EXPECT_EQ(a.basis.vecStatus[2], b.basis.vecStatus[2]);
+  EXPECT_TRUE(identical(a.basis.vectorAmounts, b.basis.vectorAmounts));
+  EXPECT_EQ(a.basis.vectorMarks[2], b.basis.vectorMarks[2]);
+  EXPECT_EQ(a.run.runVariables[MainMutexVariable::counter6].get(),
+            b.run.runVariables[MainMutexVariable::counter6].get());
 }
 
 template <class T>
@@ -255,10 +257,10 @@ TYPED_TEST(LatticeAssignOver, AssignedLatticeIsItsOwn) {
   fillAll(source);
   LatticeOver<TypeParam> target;
   target.assignFrom(source, false);
-  source.B[1][1] = TypeParam(0);
+  test::setEntry(source, 1, 1, TypeParam(0));
   source.stars.clear();
   source.params.beta = 5;
-  EXPECT_EQ(target.B[1][1], TypeParam(11));
+  EXPECT_EQ(target.basis.B()[1][1], TypeParam(11));
   EXPECT_EQ(target.stars.dimension(), 2);
   EXPECT_EQ(target.params.beta.get(), 33);
 }
@@ -288,8 +290,8 @@ TEST(LatticeAssign, AssignmentConvertsFromRationals) {
   fillAll(source);
   LatticeOver<long double> expected;
   fillAll(expected);
-  expected.savedFactors.clear();
-  expected.workingFactors.clear();
+  expected.basis.savedFactors.clear();
+  expected.basis.workingFactors.clear();
   LatticeOver<long double> target;
   target.assignFrom(source, false);
   expectSameLattice(target, expected);
@@ -302,8 +304,8 @@ TEST(LatticeAssign, AssignmentConvertsFromLongDouble) {
   fillAll(source);
   LatticeOver<QQ> expected;
   fillAll(expected);
-  expected.savedFactors.clear();
-  expected.workingFactors.clear();
+  expected.basis.savedFactors.clear();
+  expected.basis.workingFactors.clear();
   LatticeOver<QQ> target;
   target.assignFrom(source, false);
   expectSameLattice(target, expected);

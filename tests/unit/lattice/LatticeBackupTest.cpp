@@ -3,6 +3,7 @@
 
 #include <ctime>
 
+#include "support/fixtures/BasisRows.h"
 #include "support/fixtures/CheckedLattice.h"
 #include "support/fixtures/ExpectFails.h"
 #include "support/fixtures/RowsText.h"
@@ -27,14 +28,14 @@ class LatticeBackupOver : public test::CheckedLattice<T> {
   void fill() {
     auto& lattice = this->live;
     lattice.offerBest(this->image({T(0), T(0)}), 3);
-    lattice.checkSolution(this->image({T(1), T(2)}), false, 4, true);
-    lattice.checkSolution(this->image({T(5), T(1)}), false, 5, true);
+    lattice.checkSolution(this->image({T(1), T(2)}), Space::raw, 4, Announce::silent);
+    lattice.checkSolution(this->image({T(5), T(1)}), Space::raw, 5, Announce::silent);
     HeuristicVector<T, long double> good;
     static_cast<Vector<T>&>(good) = this->image({T(1), T(2)});
-    lattice.score(good.score, good, false);
+    lattice.score(good.score, good, Space::raw);
     good.time = 6;
-    lattice.collected.insert(good);
-    lattice.chosen.insert(good);
+    lattice.found.collected.insert(good);
+    lattice.found.chosen.insert(good);
     lattice.stars.resize(1, false);
     lattice.stars[1] = Star<T>{T(5)};
   }
@@ -43,20 +44,20 @@ class LatticeBackupOver : public test::CheckedLattice<T> {
   void fillInFirstSecond() {
     fill();
     auto& lattice = this->live;
-    lattice.bestVector.time = lattice.bestTarget.time = 0;
-    for (Star<T>& solution : lattice.solutions) solution.time = 0;
-    for (auto* set : {&lattice.collected, &lattice.chosen}) set->first()->time = 0;
-    lattice.runVariables[MainMutexVariable::startTime].set(
+    lattice.found.bestVector.time = lattice.found.bestTarget.time = 0;
+    for (Star<T>& solution : lattice.found.solutions) solution.time = 0;
+    for (auto* set : {&lattice.found.collected, &lattice.found.chosen}) set->first()->time = 0;
+    lattice.run.runVariables[MainMutexVariable::startTime].set(
         std::to_string(std::time(nullptr) - 1000));
   }
 
   void expectFirstSecond() {
     auto& lattice = this->live;
-    EXPECT_EQ(lattice.bestVector.time, 0);
-    EXPECT_EQ(lattice.bestTarget.time, 0);
-    ASSERT_EQ(lattice.solutions.dimension(), 2);
-    for (const Star<T>& solution : lattice.solutions) EXPECT_EQ(solution.time, 0);
-    for (auto* set : {&lattice.collected, &lattice.chosen}) {
+    EXPECT_EQ(lattice.found.bestVector.time, 0);
+    EXPECT_EQ(lattice.found.bestTarget.time, 0);
+    ASSERT_EQ(lattice.found.solutions.dimension(), 2);
+    for (const Star<T>& solution : lattice.found.solutions) EXPECT_EQ(solution.time, 0);
+    for (auto* set : {&lattice.found.collected, &lattice.found.chosen}) {
       ASSERT_EQ(set->count(), 1);
       EXPECT_EQ(set->first()->time, 0);
     }
@@ -72,17 +73,17 @@ class LatticeBackupOver : public test::CheckedLattice<T> {
 
   void expectFilled() {
     auto& lattice = this->live;
-    EXPECT_EQ(textOf<Vector<T>>(lattice.bestVector), textOf(this->image({T(0), T(0)})));
-    EXPECT_EQ(lattice.bestVector.time, 3);
-    EXPECT_EQ(textOf<Vector<T>>(lattice.bestTarget), textOf(this->image({T(5), T(1)})));
-    EXPECT_EQ(lattice.bestTarget.time, 5);
-    EXPECT_EQ(lattice.bestTarget.targetNorm, T(-6));
-    ASSERT_EQ(lattice.solutions.dimension(), 2);
-    EXPECT_EQ(textOf(this->pointOf(lattice.solutions[1])), "[ 5 1 ]");
-    EXPECT_EQ(lattice.solutions[1].time, 5);
-    EXPECT_EQ(textOf(this->pointOf(lattice.solutions[2])), "[ 1 2 ]");
-    EXPECT_EQ(lattice.solutions[2].time, 4);
-    for (auto* set : {&lattice.collected, &lattice.chosen}) {
+    EXPECT_EQ(textOf<Vector<T>>(lattice.found.bestVector), textOf(this->image({T(0), T(0)})));
+    EXPECT_EQ(lattice.found.bestVector.time, 3);
+    EXPECT_EQ(textOf<Vector<T>>(lattice.found.bestTarget), textOf(this->image({T(5), T(1)})));
+    EXPECT_EQ(lattice.found.bestTarget.time, 5);
+    EXPECT_EQ(lattice.found.bestTarget.targetNorm, T(-6));
+    ASSERT_EQ(lattice.found.solutions.dimension(), 2);
+    EXPECT_EQ(textOf(this->pointOf(lattice.found.solutions[1])), "[ 5 1 ]");
+    EXPECT_EQ(lattice.found.solutions[1].time, 5);
+    EXPECT_EQ(textOf(this->pointOf(lattice.found.solutions[2])), "[ 1 2 ]");
+    EXPECT_EQ(lattice.found.solutions[2].time, 4);
+    for (auto* set : {&lattice.found.collected, &lattice.found.chosen}) {
       ASSERT_EQ(set->count(), 1);
       EXPECT_EQ(textOf<Vector<T>>(*set->first()), textOf(this->image({T(1), T(2)})));
       EXPECT_EQ(set->first()->time, 6);
@@ -90,15 +91,15 @@ class LatticeBackupOver : public test::CheckedLattice<T> {
     }
     ASSERT_EQ(lattice.stars.dimension(), 1);
     EXPECT_EQ(textOf(lattice.stars[1]), "[ 5 ]");
-    EXPECT_FALSE(lattice.restoring);
+    EXPECT_FALSE(lattice.run.restoring);
   }
 
   void expectTaken() const {
-    EXPECT_FALSE(this->live.bestVector.isSet());
-    EXPECT_FALSE(this->live.bestTarget.isSet());
-    EXPECT_EQ(this->live.solutions.dimension(), 0);
-    EXPECT_EQ(this->live.collected.count(), 0);
-    EXPECT_EQ(this->live.chosen.count(), 0);
+    EXPECT_FALSE(this->live.found.bestVector.isSet());
+    EXPECT_FALSE(this->live.found.bestTarget.isSet());
+    EXPECT_EQ(this->live.found.solutions.dimension(), 0);
+    EXPECT_EQ(this->live.found.collected.count(), 0);
+    EXPECT_EQ(this->live.found.chosen.count(), 0);
     EXPECT_EQ(this->live.stars.dimension(), 0);
   }
 };
@@ -125,8 +126,8 @@ TYPED_TEST(LatticeBackupOver, EveryFormComesBack) {
   for (const BackupMode mode : {BackupMode::vectors, BackupMode::coordinates, BackupMode::points}) {
     SCOPED_TRACE(static_cast<int>(mode));
     this->live.stars.clear();
-    this->live.collected.clear();
-    this->live.chosen.clear();
+    this->live.found.collected.clear();
+    this->live.found.chosen.clear();
     this->use(climb);
     this->fill();
     auto backup = this->live.backupVectors(mode);
@@ -140,7 +141,7 @@ TYPED_TEST(LatticeBackupOver, VectorsThatComeBackAreNotCounted) {
   this->fill();
   auto backup = this->live.backupVectors(BackupMode::vectors);
   this->live.restoreVectors(std::move(backup), BackupMode::vectors);
-  EXPECT_EQ(this->live.runVariables[MainMutexVariable::counter5].get(), "1");
+  EXPECT_EQ(this->live.run.runVariables[MainMutexVariable::counter5].get(), "1");
 }
 
 TYPED_TEST(LatticeBackupOver, NothingIsWrittenOrEndedOnTheWayBack) {
@@ -149,8 +150,8 @@ TYPED_TEST(LatticeBackupOver, NothingIsWrittenOrEndedOnTheWayBack) {
   auto& lattice = this->live;
   lattice.params.sol = 1;
   lattice.params.stopping = true;
-  lattice.terminationSwitch = true;
-  lattice.outputSwitch = true;
+  lattice.run.terminationSwitch = true;
+  lattice.run.outputSwitch = true;
   testing::internal::CaptureStderr();
   auto backup = lattice.backupVectors(BackupMode::vectors);
   lattice.restoreVectors(std::move(backup), BackupMode::vectors);
@@ -161,7 +162,7 @@ TYPED_TEST(LatticeBackupOver, NothingIsWrittenOrEndedOnTheWayBack) {
 TYPED_TEST(LatticeBackupOver, VectorsTakeTheLengthOfTheLattice) {
   this->use(climb);
   this->fill();
-  this->live.m = 5;
+  this->live.basis.m = 5;
   const auto backup = this->live.backupVectors(BackupMode::vectors);
   ASSERT_EQ(backup.entries.size(), 4U);
   EXPECT_EQ(backup.entries[0].vector.dimension(), 5);
@@ -174,23 +175,23 @@ TYPED_TEST(LatticeBackupOver, CoordinatesFollowTheBasis) {
   this->fill();
   auto& lattice = this->live;
   lattice.setScale(1, TypeParam(3));
-  lattice.bestTarget.clear();
+  lattice.found.bestTarget.clear();
   auto backup = lattice.backupVectors(BackupMode::coordinates);
   // The constants, x and two y.
   EXPECT_EQ(textOf<Vector<TypeParam>>(backup.entries[1].vector), "[ 1 1 2 ]");
   // x and y change places in the basis.
-  lattice.B.swapRows(2, 3);
+  test::exchangeRows(lattice, 2, 3);
   lattice.restoreVectors(std::move(backup), BackupMode::coordinates);
-  ASSERT_EQ(lattice.solutions.dimension(), 1);
-  EXPECT_EQ(textOf(this->pointOf(lattice.solutions[1])), "[ 2 1 ]");
+  ASSERT_EQ(lattice.found.solutions.dimension(), 1);
+  EXPECT_EQ(textOf(this->pointOf(lattice.found.solutions[1])), "[ 2 1 ]");
 }
 
 TYPED_TEST(LatticeBackupOver, VectorWithoutCoordinatesIsDropped) {
   this->use(climb);
   this->fill();
   auto& lattice = this->live;
-  lattice.bestVector[1] += TypeParam(1);
-  (*lattice.collected.first())[1] += TypeParam(1);
+  lattice.found.bestVector[1] += TypeParam(1);
+  (*lattice.found.collected.first())[1] += TypeParam(1);
   const auto backup = lattice.backupVectors(BackupMode::coordinates);
   EXPECT_EQ(backup.entries.size(), 3U);
   EXPECT_EQ(backup.collected.count(), 0);
@@ -204,14 +205,14 @@ TYPED_TEST(LatticeBackupOver, CoordinatesOfAnotherBasisAreDropped) {
   auto backup = lattice.backupVectors(BackupMode::coordinates);
   lattice.resize(2, 0, true);
   lattice.restoreVectors(std::move(backup), BackupMode::coordinates);
-  EXPECT_EQ(lattice.solutions.dimension(), 0);
-  EXPECT_FALSE(lattice.bestVector.isSet());
+  EXPECT_EQ(lattice.found.solutions.dimension(), 0);
+  EXPECT_FALSE(lattice.found.bestVector.isSet());
 }
 
 TYPED_TEST(LatticeBackupOver, HomogeneousVectorStandsForNoPoint) {
   this->use(climb);
   this->fill();
-  this->live.bestVector[this->live.m] = TypeParam(0);
+  this->live.found.bestVector[this->live.basis.m] = TypeParam(0);
   const auto backup = this->live.backupVectors(BackupMode::points);
   EXPECT_EQ(backup.entries.size(), 3U);
 }
@@ -219,15 +220,15 @@ TYPED_TEST(LatticeBackupOver, HomogeneousVectorStandsForNoPoint) {
 TYPED_TEST(LatticeBackupOver, PointOfABrokenCongruenceIsDropped) {
   this->use(congruence);
   auto& lattice = this->live;
-  lattice.checkSolution(this->image({TypeParam(2), TypeParam(2)}), false, 4, true);
+  lattice.checkSolution(this->image({TypeParam(2), TypeParam(2)}), Space::raw, 4, Announce::silent);
   auto backup = lattice.backupVectors(BackupMode::points);
   ASSERT_EQ(backup.entries.size(), 1U);
   backup.entries[0].vector[1] = TypeParam(3);
   backup.entries.push_back(backup.entries[0]);
   backup.entries[1].vector[2] = TypeParam(1);
   lattice.restoreVectors(std::move(backup), BackupMode::points);
-  ASSERT_EQ(lattice.solutions.dimension(), 1);
-  EXPECT_EQ(textOf(this->pointOf(lattice.solutions[1])), "[ 3 1 ]");
+  ASSERT_EQ(lattice.found.solutions.dimension(), 1);
+  EXPECT_EQ(textOf(this->pointOf(lattice.found.solutions[1])), "[ 3 1 ]");
 }
 
 TYPED_TEST(LatticeBackupOver, NegativeSlackIsOnlyAnEntry) {
@@ -235,18 +236,18 @@ TYPED_TEST(LatticeBackupOver, NegativeSlackIsOnlyAnEntry) {
   this->use("[ ] [ ] [ ] [ ] [ ] [ [ 1 1 ] ] [ 4 ] [ inf ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");
   auto& lattice = this->live;
   const Vector<TypeParam> below = this->image({TypeParam(1), TypeParam(1)});
-  EXPECT_EQ(lattice.checkSolution(below, false, 3, true), 0U);
-  ASSERT_TRUE(lattice.bestVector.isSet());
+  EXPECT_EQ(lattice.checkSolution(below, Space::raw, 3, Announce::silent), 0U);
+  ASSERT_TRUE(lattice.found.bestVector.isSet());
   auto backup = lattice.backupVectors(BackupMode::points);
   lattice.restoreVectors(std::move(backup), BackupMode::points);
-  EXPECT_EQ(textOf<Vector<TypeParam>>(lattice.bestVector), textOf(below));
+  EXPECT_EQ(textOf<Vector<TypeParam>>(lattice.found.bestVector), textOf(below));
 }
 
 TYPED_TEST(LatticeBackupOver, ColumnsLeaveTheVectors) {
   this->use(congruence, LatticeStage::fullWithModuli);
   auto& lattice = this->live;
-  lattice.checkSolution(this->image({TypeParam(2), TypeParam(2)}), false, 4, true);
-  ASSERT_EQ(lattice.solutions.dimension(), 1);
+  lattice.checkSolution(this->image({TypeParam(2), TypeParam(2)}), Space::raw, 4, Announce::silent);
+  ASSERT_EQ(lattice.found.solutions.dimension(), 1);
   const auto backup = lattice.backupVectors(BackupMode::columns, 1, 3);
   EXPECT_EQ(this->entriesText(backup), "3:[ -1 -1 1 ]@4 ");
 }
@@ -259,7 +260,7 @@ TYPED_TEST(LatticeBackupOver, VectorThatMissesAnEquationDoesNotLoseIt) {
   EXPECT_EQ(this->entriesText(lattice.backupVectors(BackupMode::columns, 1, 1)),
             "1:" + textOf(Vector<TypeParam>{hit[2], hit[3], hit[4], hit[5]}) + "@4 ");
   lattice.offerBest(this->image({TypeParam(2), TypeParam(1)}), 4);
-  ASSERT_TRUE(lattice.bestVector.isSet());
+  ASSERT_TRUE(lattice.found.bestVector.isSet());
   EXPECT_EQ(this->entriesText(lattice.backupVectors(BackupMode::columns, 1, 1)), "");
 }
 
@@ -267,10 +268,10 @@ TYPED_TEST(LatticeBackupOver, WorseSolutionsComeBackBehindTheBestTarget) {
   this->use(climb);
   this->fill();
   auto backup = this->live.backupVectors(BackupMode::points);
-  EXPECT_EQ(this->live.bestTarget.targetNorm, NumberTraits<TypeParam>::infinity());
+  EXPECT_EQ(this->live.found.bestTarget.targetNorm, NumberTraits<TypeParam>::infinity());
   this->live.restoreVectors(std::move(backup), BackupMode::points);
   // In a search the first one would have been turned away.
-  EXPECT_EQ(this->live.solutions.dimension(), 2);
+  EXPECT_EQ(this->live.found.solutions.dimension(), 2);
 }
 
 TYPED_TEST(LatticeBackupOver, BestTargetThatIsNoSolutionIsFatal) {
@@ -303,16 +304,16 @@ TYPED_TEST(LatticeBackupOver, CollectedVectorsThatBecameInconsistentAreDropped) 
   auto backup = this->live.backupVectors(BackupMode::vectors);
   (*backup.collected.first())[1] += TypeParam(1);
   this->live.restoreVectors(std::move(backup), BackupMode::vectors);
-  EXPECT_EQ(this->live.collected.count(), 0);
-  EXPECT_EQ(this->live.chosen.count(), 1);
+  EXPECT_EQ(this->live.found.collected.count(), 0);
+  EXPECT_EQ(this->live.found.chosen.count(), 1);
 }
 
 TYPED_TEST(LatticeBackupOver, FirstSecondStaysTheTimeOfDiscovery) {
   for (const BackupMode mode : {BackupMode::vectors, BackupMode::coordinates, BackupMode::points}) {
     SCOPED_TRACE(static_cast<int>(mode));
-    this->live.collected.clear();
-    this->live.chosen.clear();
-    this->live.runVariables[MainMutexVariable::startTime].set("0");
+    this->live.found.collected.clear();
+    this->live.found.chosen.clear();
+    this->live.run.runVariables[MainMutexVariable::startTime].set("0");
     this->use(climb);
     this->fillInFirstSecond();
     auto backup = this->live.backupVectors(mode);
@@ -326,13 +327,14 @@ TYPED_TEST(LatticeBackupOver, FirstSecondStaysWhereColumnsGo) {
   this->use(congruence, LatticeStage::fullWithModuli);
   auto& lattice = this->live;
   lattice.offerBest(this->image({TypeParam(7), TypeParam(0)}), 0);
-  lattice.checkSolution(this->image({TypeParam(2), TypeParam(2)}), false, 0, true);
-  lattice.runVariables[MainMutexVariable::startTime].set(std::to_string(std::time(nullptr) - 1000));
+  lattice.checkSolution(this->image({TypeParam(2), TypeParam(2)}), Space::raw, 0, Announce::silent);
+  lattice.run.runVariables[MainMutexVariable::startTime].set(
+      std::to_string(std::time(nullptr) - 1000));
   lattice.removeColumns(ColumnsOf::moduli, 1, 3);
-  ASSERT_TRUE(lattice.bestVector.isSet());
-  EXPECT_EQ(lattice.bestVector.time, 0);
-  ASSERT_EQ(lattice.solutions.dimension(), 1);
-  EXPECT_EQ(lattice.solutions[1].time, 0);
+  ASSERT_TRUE(lattice.found.bestVector.isSet());
+  EXPECT_EQ(lattice.found.bestVector.time, 0);
+  ASSERT_EQ(lattice.found.solutions.dimension(), 1);
+  EXPECT_EQ(lattice.found.solutions[1].time, 0);
 }
 
 TYPED_TEST(LatticeBackupOver, FoundBehindARestoreIsFoundNow) {
@@ -340,22 +342,23 @@ TYPED_TEST(LatticeBackupOver, FoundBehindARestoreIsFoundNow) {
   this->fillInFirstSecond();
   auto backup = this->live.backupVectors(BackupMode::points);
   this->live.restoreVectors(std::move(backup), BackupMode::points);
-  this->live.checkSolution(this->image({TypeParam(4), TypeParam(2)}), false, 0, true);
-  ASSERT_EQ(this->live.solutions.dimension(), 3);
-  EXPECT_GE(this->live.solutions[3].time, 1000);
+  this->live.checkSolution(this->image({TypeParam(4), TypeParam(2)}), Space::raw, 0,
+                           Announce::silent);
+  ASSERT_EQ(this->live.found.solutions.dimension(), 3);
+  EXPECT_GE(this->live.found.solutions[3].time, 1000);
 }
 
 TYPED_TEST(LatticeBackupOver, ColumnsOfAnotherLengthAreDropped) {
   this->use(congruence, LatticeStage::fullWithModuli);
   auto& lattice = this->live;
   lattice.offerBest(this->image({TypeParam(7), TypeParam(0)}), 3);
-  lattice.checkSolution(this->image({TypeParam(2), TypeParam(2)}), false, 4, true);
-  ASSERT_TRUE(lattice.bestVector.isSet());
-  lattice.bestVector.resize(lattice.m - 1, false);
+  lattice.checkSolution(this->image({TypeParam(2), TypeParam(2)}), Space::raw, 4, Announce::silent);
+  ASSERT_TRUE(lattice.found.bestVector.isSet());
+  lattice.found.bestVector.resize(lattice.basis.m - 1, false);
   EXPECT_EQ(this->entriesText(lattice.backupVectors(BackupMode::columns, 1, 3)),
             "3:[ -1 -1 1 ]@4 ");
   lattice.offerBest(this->image({TypeParam(7), TypeParam(0)}), 3);
-  lattice.bestVector.resize(lattice.m + 1, false);
+  lattice.found.bestVector.resize(lattice.basis.m + 1, false);
   EXPECT_EQ(this->entriesText(lattice.backupVectors(BackupMode::columns, 1, 3)), "");
 }
 
@@ -369,7 +372,7 @@ TEST_F(LatticeBackup, RestoringEndsWithAnException) {
   EXPECT_EQ(test::messageOf<PrecisionException>(
                 [&] { live.restoreVectors(std::move(backup), BackupMode::vectors); }),
             "lat_vec overflow");
-  EXPECT_FALSE(live.restoring);
+  EXPECT_FALSE(live.run.restoring);
 }
 
 }  // namespace

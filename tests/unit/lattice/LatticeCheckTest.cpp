@@ -3,6 +3,7 @@
 
 #include <limits>
 
+#include "support/fixtures/BasisRows.h"
 #include "support/fixtures/CheckedLattice.h"
 #include "support/fixtures/ExpectFails.h"
 
@@ -45,47 +46,48 @@ TYPED_TEST(LatticeCheckOver, EmptyVectorIsNone) {
 TYPED_TEST(LatticeCheckOver, SolutionIsFiledWithItsTime) {
   this->use(band);
   EXPECT_EQ(this->check(this->image({TypeParam(1), TypeParam(4)}), 17), filed);
-  ASSERT_EQ(this->live.solutions.dimension(), 1);
+  ASSERT_EQ(this->live.found.solutions.dimension(), 1);
   EXPECT_EQ(this->stored(1), "[ 1 4 ]");
-  EXPECT_EQ(this->live.solutions[1].time, 17);
-  EXPECT_FALSE(this->live.bestVector.isSet());
+  EXPECT_EQ(this->live.found.solutions[1].time, 17);
+  EXPECT_FALSE(this->live.found.bestVector.isSet());
 }
 
 TYPED_TEST(LatticeCheckOver, TimeIsThatSinceTheStartUnlessGiven) {
   this->use(band);
-  this->live.runVariables[MainMutexVariable::startTime].set(
+  this->live.run.runVariables[MainMutexVariable::startTime].set(
       std::to_string(std::time(nullptr) - 1000));
   this->checkPoint(1, 4);
-  EXPECT_GE(this->live.solutions[1].time, 1000);
-  EXPECT_LE(this->live.solutions[1].time, 1060);
+  EXPECT_GE(this->live.found.solutions[1].time, 1000);
+  EXPECT_LE(this->live.found.solutions[1].time, 1060);
   this->live.params.bench = 2.0F;
   this->checkPoint(2, 3);
-  EXPECT_GE(this->live.solutions[2].time, 2000);
+  EXPECT_GE(this->live.found.solutions[2].time, 2000);
 }
 
 TYPED_TEST(LatticeCheckOver, TimeOfABenchmarkIsTheLongestAtMost) {
   this->use(band);
-  this->live.runVariables[MainMutexVariable::startTime].set(
+  this->live.run.runVariables[MainMutexVariable::startTime].set(
       std::to_string(std::time(nullptr) - 1000));
   this->live.params.bench = std::numeric_limits<float>::infinity();
   this->checkPoint(1, 4);
-  EXPECT_EQ(this->live.solutions[1].time, std::numeric_limits<std::int64_t>::max());
+  EXPECT_EQ(this->live.found.solutions[1].time, std::numeric_limits<std::int64_t>::max());
   this->live.params.bench = 1e16F;
   this->checkPoint(2, 3);
-  EXPECT_EQ(this->live.solutions[2].time, std::numeric_limits<std::int64_t>::max());
+  EXPECT_EQ(this->live.found.solutions[2].time, std::numeric_limits<std::int64_t>::max());
 }
 
 TYPED_TEST(LatticeCheckOver, TimeOfNothingStaysNothingInABenchmark) {
   this->use(band);
   this->live.params.bench = std::numeric_limits<float>::infinity();
   this->checkPoint(1, 4);
-  EXPECT_EQ(this->live.solutions[1].time, 0);
+  EXPECT_EQ(this->live.found.solutions[1].time, 0);
 }
 
 TYPED_TEST(LatticeCheckOver, NegativeOfASolutionIsTurned) {
   this->use(band);
   EXPECT_EQ(this->check(this->negative(this->image({TypeParam(1), TypeParam(4)}))), filed);
-  EXPECT_EQ(textOf(this->live.solutions[1].x()), textOf(this->image({TypeParam(1), TypeParam(4)})));
+  EXPECT_EQ(textOf(this->live.found.solutions[1].x()),
+            textOf(this->image({TypeParam(1), TypeParam(4)})));
 }
 
 TYPED_TEST(LatticeCheckOver, SolutionIsFiledOnce) {
@@ -93,7 +95,7 @@ TYPED_TEST(LatticeCheckOver, SolutionIsFiledOnce) {
   EXPECT_EQ(this->checkPoint(1, 4), filed);
   EXPECT_EQ(this->checkPoint(1, 4), CHECK_SOLUTION);
   EXPECT_EQ(this->checkPoint(2, 3), filed);
-  EXPECT_EQ(this->live.solutions.dimension(), 2);
+  EXPECT_EQ(this->live.found.solutions.dimension(), 2);
 }
 
 TYPED_TEST(LatticeCheckOver, VectorsOfWorkingSpaceAreTakenBack) {
@@ -101,30 +103,31 @@ TYPED_TEST(LatticeCheckOver, VectorsOfWorkingSpaceAreTakenBack) {
   auto& lattice = this->live;
   const Vector<TypeParam> raw = this->image({TypeParam(1), TypeParam(4)});
   lattice.setScale(1, TypeParam(3));
-  lattice.setScale(lattice.m, TypeParam(2));
-  const Vector<TypeParam> working = lattice.forwardMap(raw, false);
-  EXPECT_EQ(lattice.checkSolution(this->negative(working), true, 0, true), filed);
-  EXPECT_EQ(textOf(lattice.solutions[1].x()), textOf(raw));
+  lattice.setScale(lattice.basis.m, TypeParam(2));
+  const Vector<TypeParam> working = lattice.forwardMap(raw);
+  EXPECT_EQ(lattice.checkSolution(this->negative(working), Space::working, 0, Announce::silent),
+            filed);
+  EXPECT_EQ(textOf(lattice.found.solutions[1].x()), textOf(raw));
   EXPECT_EQ(this->check(working), 0U);
 }
 
 TYPED_TEST(LatticeCheckOver, NegativeHomValueTurnsTheOtherWay) {
   this->normalise(band);
   auto& lattice = this->live;
-  lattice.homValue = lattice.optOriginal.homValue = lattice.homScaled = TypeParam(-1);
+  lattice.homValue = lattice.optOriginal.homValue = lattice.basis.homScaled = TypeParam(-1);
   generateByHand(lattice, LatticeStage::full);
   const Vector<TypeParam> raw = this->image({TypeParam(1), TypeParam(4)});
   EXPECT_EQ(raw[4], TypeParam(-1));
   EXPECT_EQ(this->check(raw) & filed, filed);
   EXPECT_EQ(this->check(this->negative(raw)) & filed, CHECK_SOLUTION);
-  EXPECT_EQ(textOf(lattice.solutions[1].x()), textOf(raw));
+  EXPECT_EQ(textOf(lattice.found.solutions[1].x()), textOf(raw));
 }
 
 TYPED_TEST(LatticeCheckOver, PointOutsideTheBoxCompetesForTheBestVector) {
   this->use(band);
   EXPECT_EQ(this->checkPoint(0, 0), 0U);
-  EXPECT_EQ(this->live.solutions.dimension(), 0);
-  EXPECT_EQ(textOf<Vector<TypeParam>>(this->live.bestVector),
+  EXPECT_EQ(this->live.found.solutions.dimension(), 0);
+  EXPECT_EQ(textOf<Vector<TypeParam>>(this->live.found.bestVector),
             textOf(this->image({TypeParam(0), TypeParam(0)})));
 }
 
@@ -144,8 +147,8 @@ TYPED_TEST(LatticeCheckOver, HomogeneousVectorIsNone) {
   Vector<TypeParam> difference = this->image({TypeParam(1), TypeParam(4)});
   difference -= this->image({TypeParam(2), TypeParam(3)});
   EXPECT_EQ(this->check(difference), 0U);
-  EXPECT_FALSE(this->live.bestVector.isSet());
-  EXPECT_EQ(this->live.solutions.dimension(), 0);
+  EXPECT_FALSE(this->live.found.bestVector.isSet());
+  EXPECT_EQ(this->live.found.solutions.dimension(), 0);
 }
 
 TYPED_TEST(LatticeCheckOver, FreeVariablesHaveNoBounds) {
@@ -154,7 +157,7 @@ TYPED_TEST(LatticeCheckOver, FreeVariablesHaveNoBounds) {
   EXPECT_EQ(this->checkPoint(3, -1), 0U);
   auto& lattice = this->live;
   // A kind says more than the check vectors.
-  for (TypeParam& bound : lattice.r)
+  for (TypeParam& bound : lattice.frame.r)
     bound = NumberTraits<TypeParam>::isInfinite(bound) ? TypeParam(0) : bound;
   EXPECT_EQ(this->checkPoint(70, -61), 0U);
   EXPECT_EQ(this->checkPoint(-60, 65), filed);
@@ -189,16 +192,16 @@ TYPED_TEST(LatticeCheckOver, VectorBesideTheLatticeIsNone) {
   Vector<TypeParam> vector = this->image({TypeParam(1), TypeParam(4)});
   vector[1] += TypeParam(2);
   EXPECT_EQ(this->check(vector), 0U);
-  EXPECT_FALSE(this->live.bestVector.isSet());
+  EXPECT_FALSE(this->live.found.bestVector.isSet());
 }
 
 TYPED_TEST(LatticeCheckOver, PointMustSolveTheProblemAsRead) {
   this->use(band);
   auto& lattice = this->live;
-  for (TypeParam& bound : lattice.r) bound += TypeParam(100);
-  lattice.r[lattice.m] = TypeParam(1);
+  for (TypeParam& bound : lattice.frame.r) bound += TypeParam(100);
+  lattice.frame.r[lattice.basis.m] = TypeParam(1);
   EXPECT_EQ(this->checkPoint(5, 3), 0U);
-  EXPECT_EQ(lattice.solutions.dimension(), 0);
+  EXPECT_EQ(lattice.found.solutions.dimension(), 0);
   EXPECT_EQ(this->checkPoint(5, 2), filed);
 }
 
@@ -206,9 +209,9 @@ TYPED_TEST(LatticeCheckOver, EquationLatticeFilesNothing) {
   this->use(congruence, LatticeStage::equations);
   const Vector<TypeParam> vector = this->image({TypeParam(3), TypeParam(4), TypeParam(2)});
   EXPECT_EQ(this->check(vector, 5), 0U);
-  EXPECT_EQ(this->live.solutions.dimension(), 0);
-  EXPECT_EQ(textOf<Vector<TypeParam>>(this->live.bestVector), textOf(vector));
-  EXPECT_EQ(this->live.bestVector.time, 5);
+  EXPECT_EQ(this->live.found.solutions.dimension(), 0);
+  EXPECT_EQ(textOf<Vector<TypeParam>>(this->live.found.bestVector), textOf(vector));
+  EXPECT_EQ(this->live.found.bestVector.time, 5);
 }
 
 TYPED_TEST(LatticeCheckOver, TargetRejectsNothing) {
@@ -220,7 +223,7 @@ TYPED_TEST(LatticeCheckOver, TargetRejectsNothing) {
 
 TYPED_TEST(LatticeCheckOver, BestTargetIsTheBestSolution) {
   this->use(climb);
-  auto& best = this->live.bestTarget;
+  auto& best = this->live.found.bestTarget;
   EXPECT_EQ(this->checkPoint(2, 2), filed);
   EXPECT_EQ(best.targetNorm, TypeParam(-4));
   EXPECT_EQ(this->check(this->image({TypeParam(5), TypeParam(1)}), 9), filed);
@@ -229,57 +232,48 @@ TYPED_TEST(LatticeCheckOver, BestTargetIsTheBestSolution) {
   EXPECT_EQ(best.slackNorm, TypeParam(0));
   EXPECT_EQ(best.time, 9);
   EXPECT_EQ(textOf(this->pointOf(best)), "[ 5 1 ]");
-  EXPECT_EQ(this->live.solutions.dimension(), 2);
+  EXPECT_EQ(this->live.found.solutions.dimension(), 2);
 }
 
 TYPED_TEST(LatticeCheckOver, WorseThanTheBestTargetIsNotFiled) {
   this->use(climb);
   this->checkPoint(5, 1);
   EXPECT_EQ(this->checkPoint(2, 2), CHECK_SOLUTION);
-  EXPECT_EQ(this->live.solutions.dimension(), 1);
-  EXPECT_EQ(this->live.bestTarget.targetNorm, TypeParam(-6));
+  EXPECT_EQ(this->live.found.solutions.dimension(), 1);
+  EXPECT_EQ(this->live.found.bestTarget.targetNorm, TypeParam(-6));
 }
 
 TYPED_TEST(LatticeCheckOver, AsGoodAsTheBestTargetIsFiledBehindIt) {
   this->use(climb);
   this->checkPoint(5, 1);
   EXPECT_EQ(this->checkPoint(4, 2), filed);
-  EXPECT_EQ(this->live.solutions.dimension(), 2);
-  EXPECT_EQ(textOf(this->pointOf(this->live.bestTarget)), "[ 5 1 ]");
+  EXPECT_EQ(this->live.found.solutions.dimension(), 2);
+  EXPECT_EQ(textOf(this->pointOf(this->live.found.bestTarget)), "[ 5 1 ]");
 }
 
 TYPED_TEST(LatticeCheckOver, BestTargetItselfIsTurnedAway) {
   this->use(climb);
   this->checkPoint(5, 1);
-  this->live.solutions.clear();
+  this->live.found.solutions.clear();
   EXPECT_EQ(this->checkPoint(5, 1), CHECK_SOLUTION);
-  EXPECT_EQ(this->live.solutions.dimension(), 0);
+  EXPECT_EQ(this->live.found.solutions.dimension(), 0);
 }
 
 TYPED_TEST(LatticeCheckOver, WithoutTargetsThereIsNoBestTarget) {
   this->use(band);
   this->checkPoint(5, 1);
-  EXPECT_FALSE(this->live.bestTarget.isSet());
+  EXPECT_FALSE(this->live.found.bestTarget.isSet());
 }
 
-TYPED_TEST(LatticeCheckOver, GoodVectorsAreCollectedWhereAParameterAsksForIt) {
+TYPED_TEST(LatticeCheckOver, NothingIsCollectedWhileNoSearchReadsTheCollection) {
   this->use(band);
   auto& lattice = this->live;
-  this->checkPoint(0, 0);
-  EXPECT_EQ(lattice.collected.count(), 0);
   lattice.params.sieve = true;
-  this->checkPoint(1, 4);
-  lattice.params.sieve = false;
   lattice.params.pair = true;
-  this->check(this->image({TypeParam(6), TypeParam(6)}), 8);
-  EXPECT_EQ(lattice.collected.count(), 2);
-  EXPECT_EQ(lattice.chosen.count(), 0);
-  lattice.collected.clear();
-  lattice.params.collectLimit = 1;
-  this->checkPoint(6, 6);
   this->checkPoint(1, 4);
-  EXPECT_EQ(lattice.collected.count(), 1);
-  EXPECT_TRUE(lattice.collected.first()->score.isSolution);
+  this->checkPoint(6, 6);
+  EXPECT_EQ(lattice.found.collected.count(), 0);
+  EXPECT_EQ(lattice.found.chosen.count(), 0);
 }
 
 TYPED_TEST(LatticeCheckOver, ImageOfAPointIsConsistent) {
@@ -334,8 +328,8 @@ TYPED_TEST(LatticeCheckOver, OnlyTheDifferenceOfTwoDeviationsCounts) {
   this->use(aim);
   auto& lattice = this->live;
   Vector<TypeParam> vector = this->image({TypeParam(3), TypeParam(2)});
-  const Index first = lattice.m - 2;
-  const TypeParam step = TypeParam(2) * lattice.c[first];
+  const Index first = lattice.basis.m - 2;
+  const TypeParam step = TypeParam(2) * lattice.frame.c[first];
   vector[first] += step;
   EXPECT_FALSE(lattice.isConsistent(vector, false));
   vector[first + 1] += step;
@@ -349,7 +343,7 @@ TEST(LatticeCheck, ConsistencyHasATolerance) {
   lattice.normalise(true, false);
   generateByHand(lattice, LatticeStage::full);
   Vector<long double> vector;
-  lattice.opt2lat({1, 4}, vector, false, 1.0L);
+  lattice.opt2lat({1, 4}, vector, Space::raw, 1.0L);
   vector[1] += 1e-12L;
   EXPECT_TRUE(lattice.isConsistent(vector, false));
   EXPECT_FALSE(lattice.isConsistent(vector, true));
@@ -361,9 +355,10 @@ TEST(LatticeCheck, LargeVectorAsksForExactArithmetic) {
   lattice.normalise(true, false);
   generateByHand(lattice, LatticeStage::full);
   Vector<long double> vector;
-  lattice.opt2lat({1, 4}, vector, false, 1.0L);
+  lattice.opt2lat({1, 4}, vector, Space::raw, 1.0L);
   vector[1] = 2e9L;
-  EXPECT_EQ(messageOf<PrecisionException>([&] { lattice.checkSolution(vector, false, 0, true); }),
+  EXPECT_EQ(messageOf<PrecisionException>(
+                [&] { lattice.checkSolution(vector, Space::raw, 0, Announce::silent); }),
             "lat_vec overflow");
 }
 
@@ -375,10 +370,10 @@ TEST(LatticeCheck, LargePointAsksForExactArithmetic) {
   lattice.normalise(true, false);
   generateByHand(lattice, LatticeStage::full);
   EXPECT_EQ(messageOf<PrecisionException>([&] {
-              lattice.checkSolution({999999999, 1}, false, 0, true);
+              lattice.checkSolution({999999999, 1}, Space::raw, 0, Announce::silent);
             }),
             "opt_vec overflow1");
-  EXPECT_EQ(lattice.solutions.dimension(), 0);
+  EXPECT_EQ(lattice.found.solutions.dimension(), 0);
 }
 
 TEST(LatticeCheck, LargeTargetValueAsksForExactArithmetic) {
@@ -389,11 +384,12 @@ TEST(LatticeCheck, LargeTargetValueAsksForExactArithmetic) {
   generateByHand(lattice, LatticeStage::full);
   lattice.optAsRead.At[1][1] = 999999999999999999.0L;
   Vector<long double> vector;
-  lattice.opt2lat({5, 1}, vector, false, 1.0L);
-  EXPECT_EQ(messageOf<PrecisionException>([&] { lattice.checkSolution(vector, false, 0, true); }),
+  lattice.opt2lat({5, 1}, vector, Space::raw, 1.0L);
+  EXPECT_EQ(messageOf<PrecisionException>(
+                [&] { lattice.checkSolution(vector, Space::raw, 0, Announce::silent); }),
             "Precision lost during check");
-  EXPECT_FALSE(lattice.bestTarget.isSet());
-  EXPECT_EQ(lattice.solutions.dimension(), 0);
+  EXPECT_FALSE(lattice.found.bestTarget.isSet());
+  EXPECT_EQ(lattice.found.solutions.dimension(), 0);
 }
 
 // Vectors without a chance are turned away by a glance; nothing else may be.
@@ -403,21 +399,20 @@ TYPED_TEST(LatticeCheckOver, ReductionOffersItsVectors) {
   bool strict = false;
   lattice.lllStep(1, 1, strict);
   // The inhomogeneous vector is the point 0, which the row refuses.
-  ASSERT_TRUE(lattice.bestVector.isSet());
-  EXPECT_EQ(textOf(this->pointOf(lattice.bestVector)), "[ 0 0 ]");
+  ASSERT_TRUE(lattice.found.bestVector.isSet());
+  EXPECT_EQ(textOf(this->pointOf(lattice.found.bestVector)), "[ 0 0 ]");
 }
 
 TYPED_TEST(LatticeCheckOver, ReductionOffersItsVectorsUnderANegativeHomValue) {
   this->normalise(band);
   auto& lattice = this->live;
-  lattice.homValue = lattice.optOriginal.homValue = lattice.homScaled = TypeParam(-1);
+  lattice.homValue = lattice.optOriginal.homValue = lattice.basis.homScaled = TypeParam(-1);
   generateByHand(lattice, LatticeStage::full);
-  lattice.params.pair = false;
   lattice.params.sol = 0;
-  lattice.B[1] = this->image({TypeParam(1), TypeParam(4)});
+  test::setRow(lattice, 1, this->image({TypeParam(1), TypeParam(4)}));
   bool strict = false;
   lattice.lllStep(1, 1, strict);
-  EXPECT_EQ(lattice.solutions.dimension(), 1);
+  EXPECT_EQ(lattice.found.solutions.dimension(), 1);
 }
 
 }  // namespace

@@ -66,7 +66,7 @@ TYPED_TEST(LatticeFilesOver, StarsAreCheckedAgainstTheProblemAsRead) {
 TYPED_TEST(LatticeFilesOver, FileIsWrittenWhileTheSwitchIsOn) {
   this->lattice.stars.resize(1, false);
   this->lattice.stars[1] = Star<TypeParam>{TypeParam(1), TypeParam(2)};
-  this->lattice.outputSwitch = true;
+  this->lattice.run.outputSwitch = true;
   this->lattice.writeSolFile(true);
   EXPECT_EQ(this->scratch.read("p.sol"), "[ 1 2 ] | 0 | [ ] | 0 | -1 | \n");
 }
@@ -80,7 +80,7 @@ TYPED_TEST(LatticeFilesOver, FileStaysWhileTheSwitchIsOff) {
 TYPED_TEST(LatticeFilesOver, MissingNameIsReportedAndTheRunGoesOn) {
   consoleState() = {};
   this->lattice.solFile = "";
-  this->lattice.outputSwitch = true;
+  this->lattice.run.outputSwitch = true;
   testing::internal::CaptureStderr();
   this->lattice.writeSolFile(true);
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
@@ -108,11 +108,11 @@ TYPED_TEST(LatticeFilesOver, ReportsShowTheGoalsOfTheProblemAsRead) {
 
 TYPED_TEST(LatticeFilesOver, StatusShowsTheSearch) {
   this->lattice.atuValid = true;
-  this->lattice.bestTarget.targetNorm = TypeParam(-6);
-  this->lattice.bestTarget.slackNorm = TypeParam(1);
-  this->lattice.bestTarget.time = 60;
-  this->lattice.solutions.resize(1, false);
-  this->lattice.solutions[1].time = 7;
+  this->lattice.found.bestTarget.targetNorm = TypeParam(-6);
+  this->lattice.found.bestTarget.slackNorm = TypeParam(1);
+  this->lattice.found.bestTarget.time = 60;
+  this->lattice.found.solutions.resize(1, false);
+  this->lattice.found.solutions[1].time = 7;
   EXPECT_EQ(this->lattice.statusText(),
             "\nT(bestTarget) = -6, S(bestTarget) = 1 -- { 1:00 min(s):sec(s) }\n"
             "\nSolutions found: 1\n\n{ The first solution/s was/were found after: 7 sec(s) }\n");
@@ -120,8 +120,8 @@ TYPED_TEST(LatticeFilesOver, StatusShowsTheSearch) {
 
 TYPED_TEST(LatticeFilesOver, StatusOfABenchmarkDoesNotCountSolutions) {
   this->lattice.params.bench = 2.0F;
-  this->lattice.solutions.resize(1, false);
-  this->lattice.solutions[1].time = 7;
+  this->lattice.found.solutions.resize(1, false);
+  this->lattice.found.solutions[1].time = 7;
   EXPECT_EQ(this->lattice.statusText(),
             "\n{ The first solution/s was/were found after: 7 sec(s) }\n");
 }

@@ -28,9 +28,9 @@ class LatticeLatFileOver : public test::LatticeOfProblem<T> {
  protected:
   LatticeLatFileOver() {
     this->normalise(climb);
-    this->live.generateLattice(false);
+    this->live.generateLattice(LatticeKind::full);
     this->live.latFile = scratch.file("p.lat");
-    this->live.outputSwitch = true;
+    this->live.run.outputSwitch = true;
   }
 
   std::string written() {
@@ -44,15 +44,15 @@ TYPED_TEST_SUITE(LatticeLatFileOver, test::LatticeNumbers);
 
 TYPED_TEST(LatticeLatFileOver, ShowsTheLatticeInRawCoordinates) {
   auto& lattice = this->live;
-  lattice.swapBasisVectors(1, 2, false);
-  const std::string rows = textOf(lattice.B);
+  lattice.swapBasisVectors(1, 2, RowStatus::forget);
+  const std::string rows = textOf(lattice.basis.B());
   lattice.setScale(2, TypeParam(7));
-  EXPECT_EQ(this->written(), rows + "\n\n" + textOf(lattice.l) + "\n" + textOf(lattice.r) + "\n\n" +
-                                 textOf(lattice.c) + "\n" + textOf(lattice.rangeMultiple) +
-                                 "\n\n[ 0 0 ]\n[ 5 5 ]\n\n1\n[ " + textOf(lattice.ltu) + " " +
-                                 textOf(lattice.rtu) +
-                                 " ]\n\n0\n\n"
-                                 "// B -- l, r -- c, R -- lx, rx -- tuse, lrtu -- rtime\n");
+  EXPECT_EQ(this->written(),
+            rows + "\n\n" + textOf(lattice.frame.l) + "\n" + textOf(lattice.frame.r) + "\n\n" +
+                textOf(lattice.frame.c) + "\n" + textOf(lattice.frame.rangeMultiple) +
+                "\n\n[ 0 0 ]\n[ 5 5 ]\n\n1\n[ " + textOf(lattice.ltu) + " " + textOf(lattice.rtu) +
+                " ]\n\n0\n\n"
+                "// B -- l, r -- c, R -- lx, rx -- tuse, lrtu -- rtime\n");
 }
 
 TYPED_TEST(LatticeLatFileOver, ReadsTheSameWithAndWithoutItsLegend) {
@@ -64,9 +64,9 @@ TYPED_TEST(LatticeLatFileOver, ReadsTheSameWithAndWithoutItsLegend) {
     Vector<TypeParam> l;
     Vector<TypeParam> r;
     stream >> basis >> l >> r;
-    EXPECT_EQ(rowsText(basis), rowsText(this->live.B));
-    EXPECT_EQ(textOf(l), textOf(this->live.l));
-    EXPECT_EQ(textOf(r), textOf(this->live.r));
+    EXPECT_EQ(rowsText(basis), rowsText(this->live.basis.B()));
+    EXPECT_EQ(textOf(l), textOf(this->live.frame.l));
+    EXPECT_EQ(textOf(r), textOf(this->live.frame.r));
   }
 }
 
@@ -79,7 +79,8 @@ std::string withoutComments(std::string text) {
 
 TYPED_TEST(LatticeLatFileOver, HoldsAllValuesInTheirOrder) {
   auto& lattice = this->live;
-  lattice.runVariables[MainMutexVariable::startTime].set(std::to_string(std::time(nullptr) - 1000));
+  lattice.run.runVariables[MainMutexVariable::startTime].set(
+      std::to_string(std::time(nullptr) - 1000));
   lattice.lx[2] = TypeParam(-7);
   std::istringstream stream(withoutComments(this->written()));
   Matrix<TypeParam> basis;
@@ -94,11 +95,11 @@ TYPED_TEST(LatticeLatFileOver, HoldsAllValuesInTheirOrder) {
   long seconds = 0;
   stream >> basis >> l >> r >> c >> range >> lx >> rx >> hasTarget >> targetRange >> seconds;
   ASSERT_TRUE(stream);
-  EXPECT_EQ(rowsText(basis), rowsText(lattice.B));
-  EXPECT_EQ(textOf(l), textOf(lattice.l));
-  EXPECT_EQ(textOf(r), textOf(lattice.r));
-  EXPECT_EQ(textOf(c), textOf(lattice.c));
-  EXPECT_EQ(range, lattice.rangeMultiple);
+  EXPECT_EQ(rowsText(basis), rowsText(lattice.basis.B()));
+  EXPECT_EQ(textOf(l), textOf(lattice.frame.l));
+  EXPECT_EQ(textOf(r), textOf(lattice.frame.r));
+  EXPECT_EQ(textOf(c), textOf(lattice.frame.c));
+  EXPECT_EQ(range, lattice.frame.rangeMultiple);
   EXPECT_EQ(textOf(lx), "[ 0 -7 ]");
   EXPECT_EQ(textOf(rx), "[ 5 5 ]");
   EXPECT_EQ(hasTarget, 1);
@@ -112,17 +113,17 @@ TYPED_TEST(LatticeLatFileOver, HoldsAllValuesInTheirOrder) {
 TYPED_TEST(LatticeLatFileOver, TranslationIsTakenBack) {
   auto& lattice = this->live;
   const std::string before = this->written();
-  const Matrix<TypeParam> raw(lattice.B);
+  const Matrix<TypeParam> raw(lattice.basis.B());
   this->setSilently(lattice.params.translate, true);
-  lattice.translation[1] = TypeParam(3);
-  lattice.translation[2] = TypeParam(-4);
-  lattice.B = lattice.forwardMapAll(raw);
-  ASSERT_FALSE(identical(lattice.B, raw));
+  lattice.basis.translation[1] = TypeParam(3);
+  lattice.basis.translation[2] = TypeParam(-4);
+  lattice.basis.replace(lattice.forwardMapAll(raw));
+  ASSERT_FALSE(identical(lattice.basis.B(), raw));
   EXPECT_EQ(this->written(), before);
 }
 
 TYPED_TEST(LatticeLatFileOver, TellsTheTimeOfTheRun) {
-  this->live.runVariables[MainMutexVariable::startTime].set(
+  this->live.run.runVariables[MainMutexVariable::startTime].set(
       std::to_string(std::time(nullptr) - 1000));
   const std::string text = this->written();
   const std::string end = text.substr(text.find(" ]\n\n10") + 4);
@@ -132,7 +133,7 @@ TYPED_TEST(LatticeLatFileOver, TellsTheTimeOfTheRun) {
 }
 
 TYPED_TEST(LatticeLatFileOver, IsNotWrittenWhileTheOutputIsOff) {
-  this->live.outputSwitch = false;
+  this->live.run.outputSwitch = false;
   this->live.writeLatFile();
   EXPECT_TRUE(this->scratch.names().empty());
   this->live.latFile = "";

@@ -28,11 +28,13 @@ class LatticeLimitOver : public test::CheckedLattice<T> {
     this->use(band);
     this->live.params.sol = solutions;
     this->live.params.stopping = true;
-    this->live.terminationSwitch = true;
+    this->live.run.terminationSwitch = true;
   }
   /// As a reduction meets a vector, without silence.
   void meet(int x, int y) {
-    this->consoleOf([&] { this->live.checkSolution(this->image({T(x), T(y)}), false, 0, false); });
+    this->consoleOf([&] {
+      this->live.checkSolution(this->image({T(x), T(y)}), Space::raw, 0, Announce::full);
+    });
   }
 };
 TYPED_TEST_SUITE(LatticeLimitOver, test::LatticeNumbers);
@@ -52,7 +54,7 @@ TYPED_TEST(LatticeLimitOver, EnoughSolutionsAreToldByAnyFurtherOne) {
   // The best target again, and a worse one.
   EXPECT_EQ(this->checkPoint(5, 1), CHECK_SOLUTION | CHECK_LIMIT);
   EXPECT_EQ(this->checkPoint(2, 2), CHECK_SOLUTION | CHECK_LIMIT);
-  EXPECT_EQ(this->live.solutions.dimension(), 1);
+  EXPECT_EQ(this->live.found.solutions.dimension(), 1);
   EXPECT_EQ(this->checkPoint(0, 0), 0U);
 }
 
@@ -87,7 +89,7 @@ TYPED_TEST(LatticeLimitOver, GoodSlackNormIsEnough) {
   this->use(aim);
   this->live.params.snorm = TypeParam(1);
   EXPECT_EQ(this->checkPoint(3, 2), filed);
-  EXPECT_EQ(this->live.bestTarget.slackNorm, TypeParam(2));
+  EXPECT_EQ(this->live.found.bestTarget.slackNorm, TypeParam(2));
   EXPECT_EQ(this->checkPoint(3, 3), filed | CHECK_LIMIT);
 }
 
@@ -118,7 +120,7 @@ TYPED_TEST(LatticeLimitOver, SlackOfASolutionCountsBesideAnEquallyGoodTarget) {
   EXPECT_EQ(this->checkPoint(4, 3), filed);
   EXPECT_FALSE(this->live.isSatisfied());
   EXPECT_EQ(this->checkPoint(3, 2), filed | CHECK_LIMIT);
-  EXPECT_EQ(this->live.bestTarget.slackNorm, TypeParam(1));
+  EXPECT_EQ(this->live.found.bestTarget.slackNorm, TypeParam(1));
   EXPECT_TRUE(this->live.isSatisfied());
 }
 
@@ -126,11 +128,12 @@ TYPED_TEST(LatticeLimitOver, SolutionIsWrittenUnlessSilent) {
   const test::ScratchDir scratch;
   this->use(band);
   auto& lattice = this->live;
-  lattice.outputSwitch = true;
+  lattice.run.outputSwitch = true;
   lattice.solFile = scratch.file("p.sol");
   this->checkPoint(1, 4);
   EXPECT_EQ(scratch.read("p.sol"), "<no file>");
-  EXPECT_EQ(lattice.checkSolution(this->image({TypeParam(2), TypeParam(3)}), false, 0, false),
+  EXPECT_EQ(lattice.checkSolution(this->image({TypeParam(2), TypeParam(3)}), Space::raw, 0,
+                                  Announce::full),
             filed);
   const std::string text = scratch.read("p.sol");
   EXPECT_NE(text.find("[ 1 4 ]"), std::string::npos) << text;
@@ -141,10 +144,11 @@ TYPED_TEST(LatticeLimitOver, SolutionFiledInSilenceIsWrittenWhereItIsMetAgain) {
   const test::ScratchDir scratch;
   this->use(band);
   auto& lattice = this->live;
-  lattice.outputSwitch = true;
+  lattice.run.outputSwitch = true;
   lattice.solFile = scratch.file("p.sol");
   this->checkPoint(1, 4);
-  EXPECT_EQ(lattice.checkSolution(this->image({TypeParam(1), TypeParam(4)}), false, 0, false),
+  EXPECT_EQ(lattice.checkSolution(this->image({TypeParam(1), TypeParam(4)}), Space::raw, 0,
+                                  Announce::full),
             CHECK_SOLUTION);
   const std::string text = scratch.read("p.sol");
   EXPECT_NE(text.find("[ 1 4 ]"), std::string::npos) << text;

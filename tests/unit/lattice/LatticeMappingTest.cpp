@@ -1,4 +1,5 @@
 #include "lattice/Lattice.h"
+#include "support/fixtures/BasisRows.h"
 #include "support/fixtures/ExpectFails.h"
 #include "support/fixtures/Problem.h"
 
@@ -14,15 +15,15 @@ class MappingOver : public testing::Test {
     lattice.reactionsOff = true;
     lattice.params.translate = true;
     lattice.reactionsOff = false;
-    lattice.scale = Vector<T>{T(2), T(3), T(4)};
-    lattice.translation = Vector<T>{T(10), T(20), T(0)};
+    lattice.basis.scale = Vector<T>{T(2), T(3), T(4)};
+    lattice.basis.translation = Vector<T>{T(10), T(20), T(0)};
     lattice.homValue = T(5);
-    lattice.homScaled = T(20);
-    lattice.B = lattice.forwardMapAll(raw);
-    lattice.vecStatus[1] = 3;
-    lattice.savedFactors.echelon = raw;
-    lattice.workingFactors.echelon = raw;
-    lattice.TT.resize(2, false);
+    lattice.basis.homScaled = T(20);
+    lattice.basis.replace(lattice.forwardMapAll(raw));
+    lattice.basis.vecStatus[1] = 3;
+    lattice.basis.savedFactors.echelon = raw;
+    lattice.basis.workingFactors.echelon = raw;
+    lattice.basis.TT.resize(2, false);
   }
 
   static void expectSame(const Matrix<T>& a, const Matrix<T>& b) {
@@ -31,18 +32,18 @@ class MappingOver : public testing::Test {
   }
 
   void expectForgotten() const {
-    EXPECT_EQ(lattice.vecStatus[1], 0);
-    EXPECT_FALSE(lattice.workingFactors.echelon.isSet());
-    EXPECT_TRUE(lattice.savedFactors.echelon.isSet());
-    expectSame(lattice.B_save, raw);
+    EXPECT_EQ(lattice.basis.vecStatus[1], 0);
+    EXPECT_FALSE(lattice.basis.workingFactors.echelon.isSet());
+    EXPECT_TRUE(lattice.basis.savedFactors.echelon.isSet());
+    expectSame(lattice.basis.B_save, raw);
   }
 
   void expectUntouched() const {
-    EXPECT_EQ(lattice.vecStatus[1], 3);
-    EXPECT_TRUE(lattice.workingFactors.echelon.isSet());
-    EXPECT_TRUE(lattice.savedFactors.echelon.isSet());
-    EXPECT_EQ(lattice.TT.dimension(), 2);
-    expectSame(lattice.B, lattice.forwardMapAll(raw));
+    EXPECT_EQ(lattice.basis.vecStatus[1], 3);
+    EXPECT_TRUE(lattice.basis.workingFactors.echelon.isSet());
+    EXPECT_TRUE(lattice.basis.savedFactors.echelon.isSet());
+    EXPECT_EQ(lattice.basis.TT.dimension(), 2);
+    expectSame(lattice.basis.B(), lattice.forwardMapAll(raw));
   }
 
   /// A homogeneous row and an inhomogeneous one.
@@ -54,19 +55,18 @@ using LatticeNumbers = testing::Types<long double, QQ>;
 TYPED_TEST_SUITE(MappingOver, LatticeNumbers);
 
 TYPED_TEST(MappingOver, HomogeneousVectorIsScaled) {
-  EXPECT_TRUE(identical(this->lattice.forwardMap(this->raw[1], false), Vector<TypeParam>{2, 6, 0}));
+  EXPECT_TRUE(identical(this->lattice.forwardMap(this->raw[1]), Vector<TypeParam>{2, 6, 0}));
 }
 
 TYPED_TEST(MappingOver, InhomogeneousVectorIsTranslatedInUnitsOfItsLastCoordinate) {
-  EXPECT_TRUE(identical(this->lattice.forwardMap(this->raw[2], false),
+  EXPECT_TRUE(identical(this->lattice.forwardMap(this->raw[2]),
                         Vector<TypeParam>{6 - 2 * 10, 12 - 2 * 20, 40}));
 }
 
 TYPED_TEST(MappingOver, NothingIsTranslatedWhileThatIsOff) {
   this->lattice.reactionsOff = true;
   this->lattice.params.translate = false;
-  EXPECT_TRUE(
-      identical(this->lattice.forwardMap(this->raw[2], false), Vector<TypeParam>{6, 12, 40}));
+  EXPECT_TRUE(identical(this->lattice.forwardMap(this->raw[2]), Vector<TypeParam>{6, 12, 40}));
 }
 
 TYPED_TEST(MappingOver, WayBackUndoesIt) {
@@ -75,59 +75,61 @@ TYPED_TEST(MappingOver, WayBackUndoesIt) {
 
 TYPED_TEST(MappingOver, WayBackTakesWorkingCoordinates) {
   const Vector<TypeParam> working{6 - 2 * 10, 12 - 2 * 20, 40};
-  EXPECT_TRUE(identical(this->lattice.forwardMap(working, true), this->raw[2]));
+  EXPECT_TRUE(identical(this->lattice.backMap(working), this->raw[2]));
 }
 
 TYPED_TEST(MappingOver, VectorOfAnotherLengthIsRefused) {
-  EXPECT_FAILS_WITH(this->lattice.forwardMap(Vector<TypeParam>{1, 2, 3, 4}, false),
+  EXPECT_FAILS_WITH(this->lattice.forwardMap(Vector<TypeParam>{1, 2, 3, 4}),
                     "Vector: dimension mismatch3");
 }
 
 TYPED_TEST(MappingOver, EmptyLatticeMapsTheEmptyVector) {
   const Lattice<TypeParam, long double> empty;
-  EXPECT_EQ(empty.forwardMap(Vector<TypeParam>(), false).dimension(), 0);
-  EXPECT_EQ(empty.forwardMap(Vector<TypeParam>(), true).dimension(), 0);
+  EXPECT_EQ(empty.forwardMap(Vector<TypeParam>()).dimension(), 0);
+  EXPECT_EQ(empty.backMap(Vector<TypeParam>()).dimension(), 0);
 }
 
 TYPED_TEST(MappingOver, ScaleReactionMapsTheBasisAnewWithUnitScale) {
   this->lattice.params.scale = true;
-  EXPECT_TRUE(identical(this->lattice.scale, Vector<TypeParam>{1, 1, 1}));
-  EXPECT_EQ(this->lattice.homScaled, TypeParam(5));
-  this->expectSame(this->lattice.backMapAll(this->lattice.B), this->raw);
-  EXPECT_TRUE(identical(this->lattice.B[2], Vector<TypeParam>{3 - 2 * 10, 4 - 2 * 20, 10}));
+  EXPECT_TRUE(identical(this->lattice.basis.scale, Vector<TypeParam>{1, 1, 1}));
+  EXPECT_EQ(this->lattice.basis.homScaled, TypeParam(5));
+  this->expectSame(this->lattice.backMapAll(this->lattice.basis.B()), this->raw);
+  EXPECT_TRUE(identical(this->lattice.basis.B()[2], Vector<TypeParam>{3 - 2 * 10, 4 - 2 * 20, 10}));
   this->expectForgotten();
 }
 
 TYPED_TEST(MappingOver, TranslateTurnedOffMapsTheBasisAnewWithoutTranslation) {
   this->lattice.params.translate = false;
-  EXPECT_TRUE(identical(this->lattice.translation, Vector<TypeParam>(3)));
-  EXPECT_TRUE(identical(this->lattice.B[2], Vector<TypeParam>{6, 12, 40}));
+  EXPECT_TRUE(identical(this->lattice.basis.translation, Vector<TypeParam>(3)));
+  EXPECT_TRUE(identical(this->lattice.basis.B()[2], Vector<TypeParam>{6, 12, 40}));
   this->expectForgotten();
 }
 
 TYPED_TEST(MappingOver, TranslateTurnedOnStartsAtZero) {
   this->lattice.params.translate = false;
   this->lattice.params.translate = true;
-  EXPECT_TRUE(identical(this->lattice.translation, Vector<TypeParam>(3)));
-  EXPECT_TRUE(identical(this->lattice.B[2], Vector<TypeParam>{6, 12, 40}));
+  EXPECT_TRUE(identical(this->lattice.basis.translation, Vector<TypeParam>(3)));
+  EXPECT_TRUE(identical(this->lattice.basis.B()[2], Vector<TypeParam>{6, 12, 40}));
 }
 
 TYPED_TEST(MappingOver, ConsistencyTurnedOnTracksFromTheBasisOfTheMoment) {
-  std::swap(this->lattice.B[1], this->lattice.B[2]);
+  test::exchangeRows(this->lattice, 1, 2);
+  this->lattice.basis.vecStatus[1] = 3;
+  this->lattice.basis.workingFactors.echelon = this->raw;
   this->lattice.params.consistency = true;
-  EXPECT_TRUE(identical(this->lattice.B_save[1], this->raw[2]));
-  EXPECT_TRUE(identical(this->lattice.B_save[2], this->raw[1]));
-  ASSERT_EQ(this->lattice.TT.dimension(), 1);
-  this->expectSame(this->lattice.TT[1], Matrix<TypeParam>::identity(2));
-  EXPECT_FALSE(this->lattice.savedFactors.echelon.isSet());
-  EXPECT_TRUE(this->lattice.workingFactors.echelon.isSet());
-  EXPECT_EQ(this->lattice.vecStatus[1], 3);
+  EXPECT_TRUE(identical(this->lattice.basis.B_save[1], this->raw[2]));
+  EXPECT_TRUE(identical(this->lattice.basis.B_save[2], this->raw[1]));
+  ASSERT_EQ(this->lattice.basis.TT.dimension(), 1);
+  this->expectSame(this->lattice.basis.TT[1], Matrix<TypeParam>::identity(2));
+  EXPECT_FALSE(this->lattice.basis.savedFactors.echelon.isSet());
+  EXPECT_TRUE(this->lattice.basis.workingFactors.echelon.isSet());
+  EXPECT_EQ(this->lattice.basis.vecStatus[1], 3);
 }
 
 TYPED_TEST(MappingOver, ConsistencyTurnedOffDoesNothing) {
   this->lattice.params.consistency = true;
-  this->lattice.savedFactors.echelon = this->raw;
-  this->lattice.TT.resize(2, false);
+  this->lattice.basis.savedFactors.echelon = this->raw;
+  this->lattice.basis.TT.resize(2, false);
   this->lattice.params.consistency = false;
   this->expectUntouched();
 }
@@ -137,7 +139,7 @@ TYPED_TEST(MappingOver, ReactionsDoNothingWhileTheyAreOff) {
   this->lattice.params.scale = true;
   this->lattice.params.consistency = true;
   this->expectUntouched();
-  EXPECT_TRUE(identical(this->lattice.scale, Vector<TypeParam>{2, 3, 4}));
+  EXPECT_TRUE(identical(this->lattice.basis.scale, Vector<TypeParam>{2, 3, 4}));
 }
 
 TYPED_TEST(MappingOver, ParameterSetToWhatItIsDoesNothing) {
@@ -151,8 +153,8 @@ TYPED_TEST(MappingOver, AssignmentOfParametersCausesNoReaction) {
   other.assignFrom(this->lattice, false);
   this->lattice.params.convertFrom(Lattice<TypeParam, long double>().params);
   EXPECT_FALSE(this->lattice.params.translate);
-  EXPECT_TRUE(identical(this->lattice.translation, Vector<TypeParam>{10, 20, 0}));
-  this->expectSame(this->lattice.B, other.B);
+  EXPECT_TRUE(identical(this->lattice.basis.translation, Vector<TypeParam>{10, 20, 0}));
+  this->expectSame(this->lattice.basis.B(), other.basis.B());
 }
 
 }  // namespace

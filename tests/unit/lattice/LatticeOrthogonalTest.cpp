@@ -46,14 +46,14 @@ class OrthogonalOver : public testing::Test {
     for (const Way way : allWays) {
       LatticeOver<T> lattice(&basis);
       EXPECT_EQ(orthogonalise(lattice, way), dependent);
-      const Index done = dependent == 0 ? lattice.n : dependent - 1;
+      const Index done = dependent == 0 ? lattice.basis.n : dependent - 1;
       expectDone(lattice, done, bound);
       expectVectors(lattice, bound);
-      for (Index k = 1; k <= done; ++k) EXPECT_EQ(lattice.vecStatus[k], wordOf(way));
-      for (Index k = done + 2; k <= lattice.n; ++k) EXPECT_EQ(lattice.vecStatus[k], 0);
+      for (Index k = 1; k <= done; ++k) EXPECT_EQ(lattice.basis.vecStatus[k], wordOf(way));
+      for (Index k = done + 2; k <= lattice.basis.n; ++k) EXPECT_EQ(lattice.basis.vecStatus[k], 0);
       if (dependent == 0) continue;
-      EXPECT_EQ(lattice.vecStatus[dependent], ST_DEPENDENT);
-      EXPECT_LE(std::abs(lattice.cLen[dependent]), eps);
+      EXPECT_EQ(lattice.basis.vecStatus[dependent], ST_DEPENDENT);
+      EXPECT_LE(std::abs(lattice.gramSchmidt.cLen[dependent]), eps);
     }
   }
 };
@@ -95,12 +95,12 @@ TYPED_TEST(OrthogonalOver, AllWaysKeepToTheirRange) {
   for (const Way way : allWays) {
     LatticeOver<TypeParam> lattice(&basis);
     EXPECT_EQ(orthogonalise(lattice, way, 1, 2), 0);
-    EXPECT_EQ(lattice.vecStatus[3], 0);
-    EXPECT_EQ(lattice.cLen[3], 0);
+    EXPECT_EQ(lattice.basis.vecStatus[3], 0);
+    EXPECT_EQ(lattice.gramSchmidt.cLen[3], 0);
     EXPECT_EQ(orthogonalise(lattice, way, 3, 4), 0);
     expectDone(lattice, 4, tenth(16));
     expectVectors(lattice, tenth(16));
-    EXPECT_EQ(lattice.vecStatus[5], 0);
+    EXPECT_EQ(lattice.basis.vecStatus[5], 0);
   }
 }
 
@@ -123,10 +123,10 @@ TYPED_TEST(OrthogonalOver, AllWaysGoOnBehindADependencyThatWasRemoved) {
     EXPECT_EQ(orthogonalise(lattice, way), 2);
     change(lattice, 2, Vector<TypeParam>{2, 4, 7});
     change(lattice, 3, Vector<TypeParam>{2, 5, 7});
-    lattice.vecStatus[2] = ST_DEPENDENT;
+    lattice.basis.vecStatus[2] = ST_DEPENDENT;
     EXPECT_EQ(orthogonalise(lattice, way), 0);
     expectDone(lattice, 3, tenth(15));
-    EXPECT_EQ(lattice.vecStatus[2], wordOf(way));
+    EXPECT_EQ(lattice.basis.vecStatus[2], wordOf(way));
   }
 }
 
@@ -134,26 +134,26 @@ TYPED_TEST(OrthogonalOver, ClassicSkipsRowsThatAreDone) {
   const Matrix<TypeParam> basis = this->of({{3, 4}, {4, 3}});
   LatticeOver<TypeParam> lattice(&basis);
   lattice.classicOrthogonalise(1, 0);
-  lattice.cLen[1] = 7;
+  lattice.gramSchmidt.cLen[1] = 7;
   lattice.classicOrthogonalise(1, 0);
-  EXPECT_EQ(lattice.cLen[1], 7);
+  EXPECT_EQ(lattice.gramSchmidt.cLen[1], 7);
 }
 
 TYPED_TEST(OrthogonalOver, ClassicKeepsTheOtherBitsOfAWord) {
   const Matrix<TypeParam> basis = this->of({{3, 4}, {4, 3}});
   LatticeOver<TypeParam> lattice(&basis);
-  lattice.vecStatus[1] = ST_SWAP_CHECKED;
+  lattice.basis.vecStatus[1] = ST_SWAP_CHECKED;
   lattice.classicOrthogonalise(1, 1);
-  EXPECT_EQ(lattice.vecStatus[1], 0x42);
+  EXPECT_EQ(lattice.basis.vecStatus[1], 0x42);
 }
 
 TYPED_TEST(OrthogonalOver, FactorisationsAssignTheWholeWord) {
   const Matrix<TypeParam> basis = this->of({{3, 4}, {4, 3}});
   for (const Way way : {Way::modified, Way::cached, Way::full}) {
     LatticeOver<TypeParam> lattice(&basis);
-    lattice.vecStatus[1] = ST_SWAP_CHECKED;
+    lattice.basis.vecStatus[1] = ST_SWAP_CHECKED;
     orthogonalise(lattice, way);
-    EXPECT_EQ(lattice.vecStatus[1], wordOf(way));
+    EXPECT_EQ(lattice.basis.vecStatus[1], wordOf(way));
   }
 }
 
@@ -162,9 +162,9 @@ TYPED_TEST(OrthogonalOver, FactorisationsSkipRowsThatAreDone) {
   for (const Way way : {Way::cached, Way::full}) {
     LatticeOver<TypeParam> lattice(&basis);
     orthogonalise(lattice, way);
-    lattice.cLen[1] = 7;
+    lattice.gramSchmidt.cLen[1] = 7;
     EXPECT_EQ(orthogonalise(lattice, way), 0);
-    EXPECT_EQ(lattice.cLen[1], 7);
+    EXPECT_EQ(lattice.gramSchmidt.cLen[1], 7);
   }
 }
 
@@ -173,11 +173,11 @@ TYPED_TEST(OrthogonalOver, FactorisationsStoreNoRowBeforeTheFirst) {
   for (const Way way : {Way::modified, Way::cached, Way::full}) {
     LatticeOver<TypeParam> lattice(&basis);
     lattice.classicOrthogonalise(1, 2);
-    lattice.cLen[2] = 7;
+    lattice.gramSchmidt.cLen[2] = 7;
     EXPECT_EQ(orthogonalise(lattice, way, 3, 0), 0);
-    EXPECT_EQ(lattice.cLen[2], 7);
-    EXPECT_EQ(lattice.vecStatus[2], ST_MU);
-    EXPECT_EQ(lattice.vecStatus[3], wordOf(way));
+    EXPECT_EQ(lattice.gramSchmidt.cLen[2], 7);
+    EXPECT_EQ(lattice.basis.vecStatus[2], ST_MU);
+    EXPECT_EQ(lattice.basis.vecStatus[3], wordOf(way));
     // The rows that were not stored are made again.
     EXPECT_EQ(orthogonalise(lattice, way, 1, 0), 0);
     expectDone(lattice, 4, tenth(15));
@@ -190,56 +190,56 @@ TYPED_TEST(OrthogonalOver, FactorisationsTellADependencyBeforeTheFirstRow) {
   for (const Way way : {Way::modified, Way::cached, Way::full}) {
     LatticeOver<TypeParam> lattice(&basis);
     EXPECT_EQ(orthogonalise(lattice, way, 3, 0), 2);
-    EXPECT_EQ(lattice.vecStatus[2], ST_DEPENDENT);
-    EXPECT_EQ(lattice.vecStatus[3], 0);
+    EXPECT_EQ(lattice.basis.vecStatus[2], ST_DEPENDENT);
+    EXPECT_EQ(lattice.basis.vecStatus[3], 0);
   }
 }
 
 TYPED_TEST(OrthogonalOver, FactorisationsMayEndTheProgramAtADependency) {
   const Matrix<TypeParam> basis = this->of({{1, 2}, {2, 4}});
   LatticeOver<TypeParam> lattice(&basis);
-  EXPECT_FAILS_WITH(lattice.modifiedOrthogonalise(1, 0, true, false),
+  EXPECT_FAILS_WITH(lattice.modifiedOrthogonalise(1, 0, OnDependency::fail, LqCache::bypass),
                     "Linear dependency detected - remove these first!");
-  EXPECT_FAILS_WITH(lattice.modifiedOrthogonalise(1, 0, true, true),
+  EXPECT_FAILS_WITH(lattice.modifiedOrthogonalise(1, 0, OnDependency::fail, LqCache::use),
                     "Linear dependency detected - remove these first!");
-  EXPECT_FAILS_WITH(lattice.fullOrthogonalise(1, 0, true),
+  EXPECT_FAILS_WITH(lattice.fullOrthogonalise(1, 0, OnDependency::fail),
                     "Linear dependency detected - remove first!");
 }
 
 TYPED_TEST(OrthogonalOver, FullMayEndTheProgramAtTooManyRows) {
   const Matrix<TypeParam> basis = this->of({{1}, {2}});
   LatticeOver<TypeParam> lattice(&basis);
-  EXPECT_EQ(lattice.fullOrthogonalise(1, 1, true), 0);
-  EXPECT_FAILS_WITH(lattice.fullOrthogonalise(1, 2, true),
+  EXPECT_EQ(lattice.fullOrthogonalise(1, 1, OnDependency::fail), 0);
+  EXPECT_FAILS_WITH(lattice.fullOrthogonalise(1, 2, OnDependency::fail),
                     "Linear dependency detected - remove first!");
 }
 
 TYPED_TEST(OrthogonalOver, FactorisationsMayContinueWithoutADependency) {
   const Matrix<TypeParam> basis = this->of({{1, 2}, {2, 5}});
   LatticeOver<TypeParam> lattice(&basis);
-  EXPECT_EQ(lattice.modifiedOrthogonalise(1, 0, true, true), 0);
-  EXPECT_EQ(lattice.fullOrthogonalise(1, 0, true), 0);
+  EXPECT_EQ(lattice.modifiedOrthogonalise(1, 0, OnDependency::fail, LqCache::use), 0);
+  EXPECT_EQ(lattice.fullOrthogonalise(1, 0, OnDependency::fail), 0);
 }
 
 TYPED_TEST(OrthogonalOver, FullTurnsTheVectorsInTheDirectionOfTheRows) {
   const Matrix<TypeParam> basis = this->of({{3, 4}, {4, 3}});
   LatticeOver<TypeParam> lattice(&basis);
-  lattice.fullOrthogonalise(1, 0, false);
-  EXPECT_TRUE(lattice.Q[1] == (Vector<long double>{3, 4}));
-  EXPECT_TRUE(lattice.Q[2] == (Vector<long double>{1.12L, -0.84L}));
-  EXPECT_EQ(lattice.Q.rowCount(), 2);
+  lattice.fullOrthogonalise(1, 0, OnDependency::report);
+  EXPECT_TRUE(lattice.gramSchmidt.Q[1] == (Vector<long double>{3, 4}));
+  EXPECT_TRUE(lattice.gramSchmidt.Q[2] == (Vector<long double>{1.12L, -0.84L}));
+  EXPECT_EQ(lattice.gramSchmidt.Q.rowCount(), 2);
 }
 
 TYPED_TEST(OrthogonalOver, FullSizesItsFactorToTheShorterSide) {
   const Matrix<TypeParam> wide = this->of({{3, 4, 1}, {4, 3, 1}});
   LatticeOver<TypeParam> lattice(&wide);
-  lattice.fullOrthogonalise(1, 0, false);
-  EXPECT_EQ(lattice.Q.rowCount(), 2);
-  EXPECT_EQ(lattice.Q.columnCount(), 3);
+  lattice.fullOrthogonalise(1, 0, OnDependency::report);
+  EXPECT_EQ(lattice.gramSchmidt.Q.rowCount(), 2);
+  EXPECT_EQ(lattice.gramSchmidt.Q.columnCount(), 3);
   const Matrix<TypeParam> tall = this->of({{1}, {2}, {3}});
   lattice.reset(&tall, false);
-  lattice.fullOrthogonalise(1, 0, false);
-  EXPECT_EQ(lattice.Q.rowCount(), 1);
+  lattice.fullOrthogonalise(1, 0, OnDependency::report);
+  EXPECT_EQ(lattice.gramSchmidt.Q.rowCount(), 1);
 }
 
 TYPED_TEST(OrthogonalOver, RowsThatTheFullWayTookAreMadeAnewByTheCachedOne) {
@@ -247,12 +247,12 @@ TYPED_TEST(OrthogonalOver, RowsThatTheFullWayTookAreMadeAnewByTheCachedOne) {
   LatticeOver<TypeParam> lattice(&basis);
   orthogonalise(lattice, Way::cached);
   orthogonalise(lattice, Way::full, 1, 3);
-  EXPECT_EQ(lattice.vecStatus[3], 0x0e);
-  EXPECT_FALSE(carries(lattice.vecStatus[4], ST_Q));
-  EXPECT_TRUE(carries(lattice.vecStatus[4], ST_MU));
+  EXPECT_EQ(lattice.basis.vecStatus[3], 0x0e);
+  EXPECT_FALSE(carries(lattice.basis.vecStatus[4], ST_Q));
+  EXPECT_TRUE(carries(lattice.basis.vecStatus[4], ST_MU));
   expectVectors(lattice, tenth(15));
   orthogonalise(lattice, Way::cached, 4, 6);
-  EXPECT_EQ(lattice.vecStatus[6], 0x16);
+  EXPECT_EQ(lattice.basis.vecStatus[6], 0x16);
   orthogonalise(lattice, Way::cached);
   expectDone(lattice, 6, tenth(15));
   expectVectors(lattice, tenth(15));
@@ -263,7 +263,7 @@ TYPED_TEST(OrthogonalOver, RowsThatTheCachedWayTookAreMadeAnewByTheFullOne) {
   LatticeOver<TypeParam> lattice(&basis);
   orthogonalise(lattice, Way::full);
   orthogonalise(lattice, Way::cached, 1, 3);
-  EXPECT_FALSE(carries(lattice.vecStatus[4], ST_Q));
+  EXPECT_FALSE(carries(lattice.basis.vecStatus[4], ST_Q));
   expectVectors(lattice, tenth(15));
   orthogonalise(lattice, Way::full);
   expectDone(lattice, 6, tenth(15));
@@ -276,8 +276,8 @@ TYPED_TEST(OrthogonalOver, WayWithoutCacheLeavesTheFactorsOfOthers) {
     LatticeOver<TypeParam> lattice(&basis);
     orthogonalise(lattice, way, 1, 4);
     orthogonalise(lattice, Way::modified, 5, 6);
-    EXPECT_EQ(lattice.vecStatus[4], wordOf(way));
-    EXPECT_EQ(lattice.vecStatus[6], 0x02);
+    EXPECT_EQ(lattice.basis.vecStatus[4], wordOf(way));
+    EXPECT_EQ(lattice.basis.vecStatus[6], 0x02);
     expectVectors(lattice, tenth(15));
     orthogonalise(lattice, way);
     expectDone(lattice, 6, tenth(15));
@@ -305,10 +305,10 @@ TYPED_TEST(OrthogonalOver, AnyMixtureOfWaysEndsRight) {
     const Index from = way == Way::classic ? 1 : 1 + below(6);
     const Index to = from + below(7 - from);
     ASSERT_EQ(orthogonalise(lattice, way, from, to), 0);
-    ASSERT_TRUE(carries(lattice.vecStatus[to], ST_MU));
+    ASSERT_TRUE(carries(lattice.basis.vecStatus[to], ST_MU));
     expectVectors(lattice, tenth(13));
     Index done = 0;
-    while (done < 6 && carries(lattice.vecStatus[done + 1], ST_MU)) ++done;
+    while (done < 6 && carries(lattice.basis.vecStatus[done + 1], ST_MU)) ++done;
     expectDone(lattice, done, tenth(13));
   }
 }
@@ -319,9 +319,9 @@ TYPED_TEST(OrthogonalOver, ResizeTakesTheFactorsAndTheirBits) {
     LatticeOver<TypeParam> lattice(&basis);
     orthogonalise(lattice, way);
     lattice.resize(3, 5, false);
-    EXPECT_EQ(lattice.vecStatus[1], ST_MU);
-    EXPECT_EQ(lattice.Ps.count(), 0);
-    EXPECT_EQ(lattice.lqCache.dimension(), 0);
+    EXPECT_EQ(lattice.basis.vecStatus[1], ST_MU);
+    EXPECT_EQ(lattice.gramSchmidt.factors.Ps.count(), 0);
+    EXPECT_EQ(lattice.gramSchmidt.factors.lqCache.dimension(), 0);
     EXPECT_EQ(orthogonalise(lattice, way), 0);
     expectDone(lattice, 3, tenth(16));
     expectVectors(lattice, tenth(16));
@@ -343,41 +343,42 @@ TYPED_TEST(OrthogonalOver, EachChangeOfTheBasisIsSeen) {
   lattice.resize(1, 2, false);
   lattice.resize(2, 2, false);
   EXPECT_FALSE(lattice.classicOrthogonalise(1, 0));
-  EXPECT_EQ(lattice.bSq[2], 0);
+  EXPECT_EQ(lattice.gramSchmidt.bSq[2], 0);
 }
 
 TYPED_TEST(OrthogonalOver, AChangeOfTheScaleIsSeen) {
   const Matrix<TypeParam> basis = this->of({{3, 4}, {4, 3}});
   LatticeOver<TypeParam> lattice(&basis);
-  lattice.scale[1] = TypeParam(2);
+  lattice.basis.scale[1] = TypeParam(2);
   lattice.classicOrthogonalise(1, 0);
   lattice.params.scale = !lattice.params.scale.get();
-  EXPECT_EQ(lattice.vecStatus[1], 0);
+  EXPECT_EQ(lattice.basis.vecStatus[1], 0);
   lattice.classicOrthogonalise(1, 0);
-  EXPECT_EQ(lattice.bSq[1], 18.25L);
+  EXPECT_EQ(lattice.gramSchmidt.bSq[1], 18.25L);
 }
 
 TYPED_TEST(OrthogonalOver, SlotZeroOfTheStatusIsLive) {
   LatticeOver<TypeParam> lattice;
-  EXPECT_EQ(lattice.vecStatus.element(0), 0);
+  EXPECT_EQ(lattice.basis.vecStatus.element(0), 0);
   lattice.resize(2, 1, false);
   lattice.resize(0, 1, false);
-  EXPECT_EQ(lattice.vecStatus.element(0), 0);
-  EXPECT_EQ(lattice.vecStatus.dimension(), 0);
+  EXPECT_EQ(lattice.basis.vecStatus.element(0), 0);
+  EXPECT_EQ(lattice.basis.vecStatus.dimension(), 0);
   LatticeOver<TypeParam> copy;
   copy.assignFrom(lattice, false);
-  EXPECT_EQ(copy.vecStatus.element(0), 0);
+  EXPECT_EQ(copy.basis.vecStatus.element(0), 0);
 }
 
 TYPED_TEST(OrthogonalOver, RowsThatAreNotThereAreRefused) {
   const Matrix<TypeParam> basis = this->of({{3, 4}, {4, 3}});
   LatticeOver<TypeParam> lattice(&basis);
   EXPECT_FAILS_WITH(lattice.classicOrthogonalise(1, 3), "Array: index out of range");
-  EXPECT_FAILS_WITH(lattice.modifiedOrthogonalise(1, 3, false, true),
+  EXPECT_FAILS_WITH(lattice.modifiedOrthogonalise(1, 3, OnDependency::report, LqCache::use),
                     "lq_reduced: dimension mismatch");
-  EXPECT_FAILS_WITH(lattice.modifiedOrthogonalise(3, 3, false, false),
+  EXPECT_FAILS_WITH(lattice.modifiedOrthogonalise(3, 3, OnDependency::report, LqCache::bypass),
                     "lq_reduced: dimension mismatch");
-  EXPECT_FAILS_WITH(lattice.fullOrthogonalise(1, 3, false), "lq_full: end index overflow");
+  EXPECT_FAILS_WITH(lattice.fullOrthogonalise(1, 3, OnDependency::report),
+                    "lq_full: end index overflow");
 }
 
 }  // namespace

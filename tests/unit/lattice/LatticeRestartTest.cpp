@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "certificates/LatticeEquality.h"
+#include "support/fixtures/BasisRows.h"
 #include "support/fixtures/ExpectFails.h"
 #include "support/fixtures/LatticeOfProblem.h"
 #include "support/fixtures/RowsText.h"
@@ -31,11 +32,11 @@ class LatticeRestartOver : public test::LatticeOfProblem<T> {
     auto& lattice = this->live;
     this->prepare(small);
     // What the preparation has found is as good as any other.
-    lattice.resize(lattice.n, 0, true);
+    lattice.resize(lattice.basis.n, 0, true);
     lattice.params.sol = 0;
     lattice.params.variate = false;
     lattice.params.stopping = true;
-    lattice.terminationSwitch = true;
+    lattice.run.terminationSwitch = true;
     lattice.solFile = lattice.optOriginal.solFile = scratch.file("p.sol");
     lattice.latFile = scratch.file("p.lat");
   }
@@ -43,14 +44,14 @@ class LatticeRestartOver : public test::LatticeOfProblem<T> {
   /// Files (1, 0, 4) and (2, 5, 0), the better one last.
   void findSolutions() {
     auto& lattice = this->live;
-    lattice.checkSolution(this->image({T(1), T(0), T(4)}), false, 4, true);
-    lattice.checkSolution(this->image({T(2), T(5), T(0)}), false, 5, true);
+    lattice.checkSolution(this->image({T(1), T(0), T(4)}), Space::raw, 4, Announce::silent);
+    lattice.checkSolution(this->image({T(2), T(5), T(0)}), Space::raw, 5, Announce::silent);
   }
 
   /// Point and time of each solution.
   std::vector<std::string> solutionTexts() const {
     std::vector<std::string> texts;
-    for (const auto& solution : this->live.solutions)
+    for (const auto& solution : this->live.found.solutions)
       texts.push_back(textOf(this->pointOf(solution)) + " @" + textOf(solution.time));
     return texts;
   }
@@ -77,17 +78,17 @@ TYPED_TEST(LatticeRestartOver, FinishedSearchIsStoppedAndReported) {
   this->finish();
   EXPECT_TRUE(this->live.stopped());
   EXPECT_EQ(this->console, this->live.statusText() + "\n");
-  EXPECT_EQ(this->live.restarts, 0);
+  EXPECT_EQ(this->live.run.restarts, 0);
 }
 
 TYPED_TEST(LatticeRestartOver, NothingEndsWhileTheTerminationIsOff) {
-  this->live.terminationSwitch = false;
+  this->live.run.terminationSwitch = false;
   this->finish();
   EXPECT_EQ(this->console, "");
   this->console = this->consoleOf([&] { this->live.restartHandling(false); });
   EXPECT_EQ(this->console, "");
   EXPECT_FALSE(this->live.stopped());
-  EXPECT_EQ(this->live.restarts, 0);
+  EXPECT_EQ(this->live.run.restarts, 0);
 }
 
 TYPED_TEST(LatticeRestartOver, ProcessThatMayNotStopIsTerminated) {
@@ -99,17 +100,17 @@ TYPED_TEST(LatticeRestartOver, UnfinishedSearchStartsAgain) {
   this->findSolutions();
   EXPECT_EQ(this->restart(), "Lattice was regenerated");
   EXPECT_EQ(this->console, "");
-  EXPECT_EQ(this->live.restarts, 1);
+  EXPECT_EQ(this->live.run.restarts, 1);
   EXPECT_FALSE(this->live.stopped());
   this->restart();
-  EXPECT_EQ(this->live.restarts, 2);
+  EXPECT_EQ(this->live.run.restarts, 2);
 }
 
 TYPED_TEST(LatticeRestartOver, RestartsAreLimited) {
   this->live.params.iters = 1;
   EXPECT_EQ(this->restart(), "Lattice was regenerated");
   EXPECT_EQ(this->restart(), "nothing thrown");
-  EXPECT_EQ(this->live.restarts, 1);
+  EXPECT_EQ(this->live.run.restarts, 1);
   EXPECT_TRUE(this->live.stopped());
 }
 
@@ -122,21 +123,21 @@ TYPED_TEST(LatticeRestartOver, NoRestartIsTheLimitOfZero) {
 TYPED_TEST(LatticeRestartOver, RestartKeepsSolutionsStarsAndSettings) {
   this->findSolutions();
   auto& lattice = this->live;
-  const std::string before = rowsText(lattice.B);
-  lattice.B[1] = Vector<TypeParam>(lattice.m);
+  const std::string before = rowsText(lattice.basis.B());
+  test::setRow(lattice, 1, Vector<TypeParam>(lattice.basis.m));
   lattice.stars.resize(1, false);
   lattice.stars[1] = Star<TypeParam>{9, 4, 0};
   this->restart();
-  EXPECT_EQ(rowsText(lattice.B), before);
-  EXPECT_EQ(lattice.latticeKind, LatticeKind::full);
+  EXPECT_EQ(rowsText(lattice.basis.B()), before);
+  EXPECT_EQ(lattice.frame.latticeKind, LatticeKind::full);
   const std::vector<std::string> found = this->solutionTexts();
   EXPECT_THAT(found, testing::IsSupersetOf({"[ 1 0 4 ] @4", "[ 2 5 0 ] @5"}));
-  EXPECT_EQ(lattice.bestTarget.targetNorm, TypeParam(0));
-  EXPECT_EQ(lattice.bestTarget.time, 5);
+  EXPECT_EQ(lattice.found.bestTarget.targetNorm, TypeParam(0));
+  EXPECT_EQ(lattice.found.bestTarget.time, 5);
   ASSERT_EQ(lattice.stars.dimension(), 1);
   EXPECT_EQ(textOf(lattice.stars[1].x()), "[ 9 4 0 ]");
-  EXPECT_TRUE(lattice.terminationSwitch);
-  EXPECT_FALSE(lattice.outputSwitch);
+  EXPECT_TRUE(lattice.run.terminationSwitch);
+  EXPECT_FALSE(lattice.run.outputSwitch);
   EXPECT_EQ(lattice.latFile, this->scratch.file("p.lat"));
   EXPECT_TRUE(this->scratch.names().empty());
 }
@@ -145,28 +146,28 @@ using LatticeRestart = LatticeRestartOver<long double>;
 
 TEST_F(LatticeRestart, NothingIsLostWhereTheLatticeCanNotBeMade) {
   this->findSolutions();
-  live.outputSwitch = true;
+  live.run.outputSwitch = true;
   live.stars.resize(1, false);
   // Two primes.
   live.optOriginal.rx = Vector<long double>{999983, 999979, 9};
   EXPECT_EQ(messageOf<PrecisionException>([this] { live.regenerateLattice(); }), "R overflow");
   EXPECT_EQ(live.stars.dimension(), 1);
   EXPECT_THAT(solutionTexts(), testing::ElementsAre("[ 1 0 4 ] @4", "[ 2 5 0 ] @5"));
-  EXPECT_TRUE(live.outputSwitch);
-  EXPECT_TRUE(live.terminationSwitch);
+  EXPECT_TRUE(live.run.outputSwitch);
+  EXPECT_TRUE(live.run.terminationSwitch);
 }
 
 TYPED_TEST(LatticeRestartOver, VariationShufflesTheBasisEachTimeAnew) {
   auto& lattice = this->live;
-  const Matrix<TypeParam> before(lattice.B);
+  const Matrix<TypeParam> before(lattice.basis.B());
   lattice.params.variate = true;
   this->restart();
-  const Matrix<TypeParam> first(lattice.B);
+  const Matrix<TypeParam> first(lattice.basis.B());
   this->restart();
   EXPECT_TRUE(sameLattice(first, before));
-  EXPECT_TRUE(sameLattice(lattice.B, before));
-  EXPECT_FALSE(identical(first, before) && identical(lattice.B, before));
-  EXPECT_FALSE(identical(first, lattice.B));
+  EXPECT_TRUE(sameLattice(lattice.basis.B(), before));
+  EXPECT_FALSE(identical(first, before) && identical(lattice.basis.B(), before));
+  EXPECT_FALSE(identical(first, lattice.basis.B()));
 }
 
 TYPED_TEST(LatticeRestartOver, VariationRepeatsFromRunToRun) {
@@ -175,12 +176,12 @@ TYPED_TEST(LatticeRestartOver, VariationRepeatsFromRunToRun) {
   other.assignFrom(this->live, false);
   this->restart();
   this->consoleOf([&] { EXPECT_THROW(other.restartHandling(false), RestartException); });
-  EXPECT_EQ(rowsText(this->live.B), rowsText(other.B));
+  EXPECT_EQ(rowsText(this->live.basis.B()), rowsText(other.basis.B()));
 }
 
 TYPED_TEST(LatticeRestartOver, ResultsAreWrittenWhileTheOutputIsOn) {
   this->findSolutions();
-  this->live.outputSwitch = true;
+  this->live.run.outputSwitch = true;
   this->finish();
   EXPECT_EQ(this->scratch.names(), (std::vector<std::string>{"p.lat", "p.sol"}));
   EXPECT_NE(this->scratch.read("p.sol").find("[ 2 5 0 ]"), std::string::npos);
@@ -188,17 +189,17 @@ TYPED_TEST(LatticeRestartOver, ResultsAreWrittenWhileTheOutputIsOn) {
 
 TYPED_TEST(LatticeRestartOver, WritingTheResultsSavesTheLattice) {
   auto& lattice = this->live;
-  lattice.B.swapRows(1, 2);
-  lattice.outputSwitch = true;
+  test::exchangeRows(lattice, 1, 2);
+  lattice.run.outputSwitch = true;
   lattice.writeResults();
-  EXPECT_EQ(rowsText(lattice.B_save), rowsText(lattice.B));
+  EXPECT_EQ(rowsText(lattice.basis.B_save), rowsText(lattice.basis.B()));
   EXPECT_EQ(this->scratch.names(), std::vector<std::string>{"p.lat"});
 }
 
 TYPED_TEST(LatticeRestartOver, ResultsOfAnUnfinishedLatticeAreItsStarsOnly) {
   auto& lattice = this->live;
-  lattice.outputSwitch = true;
-  lattice.latticeKind = LatticeKind::equations;
+  lattice.run.outputSwitch = true;
+  lattice.frame.latticeKind = LatticeKind::equations;
   lattice.writeResults();
   lattice.reset(nullptr, false);
   lattice.writeResults();
@@ -208,12 +209,12 @@ TYPED_TEST(LatticeRestartOver, ResultsOfAnUnfinishedLatticeAreItsStarsOnly) {
 TYPED_TEST(LatticeRestartOver, RegenerationWritesWhatItMadeAnew) {
   this->findSolutions();
   auto& lattice = this->live;
-  lattice.outputSwitch = true;
+  lattice.run.outputSwitch = true;
   lattice.regenerateLattice();
-  EXPECT_TRUE(lattice.outputSwitch);
-  EXPECT_TRUE(lattice.terminationSwitch);
+  EXPECT_TRUE(lattice.run.outputSwitch);
+  EXPECT_TRUE(lattice.run.terminationSwitch);
   EXPECT_EQ(this->scratch.names(), (std::vector<std::string>{"p.lat", "p.sol"}));
-  EXPECT_NE(this->scratch.read("p.lat").find(textOf(lattice.B)), std::string::npos);
+  EXPECT_NE(this->scratch.read("p.lat").find(textOf(lattice.basis.B())), std::string::npos);
 }
 
 TYPED_TEST(LatticeRestartOver, SolutionsThatComeBackEndNothing) {
@@ -237,7 +238,7 @@ TYPED_TEST(LatticeRestartOver, StepsAreReportedAtTheHighestLevel) {
 
 TYPED_TEST(LatticeRestartOver, BlockIsClosedWhereNothingEnds) {
   this->live.params.verb = 2;
-  this->live.terminationSwitch = false;
+  this->live.run.terminationSwitch = false;
   this->finish();
   EXPECT_EQ(this->console, "|-> Restart / termination handling ...\n\n");
   EXPECT_EQ(consoleDepth(), 0);
@@ -245,31 +246,36 @@ TYPED_TEST(LatticeRestartOver, BlockIsClosedWhereNothingEnds) {
 
 TYPED_TEST(LatticeRestartOver, FirstSecondStaysTheTimeOfDiscovery) {
   auto& lattice = this->live;
-  lattice.params.pair = false;
-  lattice.params.sieve = true;
-  lattice.checkSolution(this->image({TypeParam(1), TypeParam(0), TypeParam(4)}), false, 0, true);
-  lattice.checkSolution(this->image({TypeParam(2), TypeParam(5), TypeParam(0)}), false, 0, true);
+  HeuristicVector<TypeParam, long double> good;
+  static_cast<Vector<TypeParam>&>(good) = this->image({TypeParam(1), TypeParam(0), TypeParam(4)});
+  lattice.score(good.score, good, Space::raw);
+  good.time = 0;
+  lattice.found.collected.insert(good);
+  lattice.checkSolution(this->image({TypeParam(1), TypeParam(0), TypeParam(4)}), Space::raw, 0,
+                        Announce::silent);
+  lattice.checkSolution(this->image({TypeParam(2), TypeParam(5), TypeParam(0)}), Space::raw, 0,
+                        Announce::silent);
   lattice.offerBest(this->image({TypeParam(-3), TypeParam(8), TypeParam(0)}), 0);
-  ASSERT_TRUE(lattice.bestVector.isSet());
-  lattice.runVariables[MainMutexVariable::startTime].set(std::to_string(std::time(nullptr) - 1000));
+  ASSERT_TRUE(lattice.found.bestVector.isSet());
+  lattice.run.runVariables[MainMutexVariable::startTime].set(
+      std::to_string(std::time(nullptr) - 1000));
   // Only what the lattice made anew finds by itself is found now.
-  lattice.params.sieve = false;
   lattice.regenerateLattice();
   EXPECT_THAT(this->solutionTexts(), testing::IsSupersetOf({"[ 1 0 4 ] @0", "[ 2 5 0 ] @0"}));
-  EXPECT_EQ(lattice.bestTarget.time, 0);
-  ASSERT_TRUE(lattice.bestVector.isSet());
-  EXPECT_EQ(lattice.bestVector.time, 0);
-  ASSERT_GE(lattice.collected.count(), 2);
-  for (const auto& vector : lattice.collected) EXPECT_EQ(vector.time, 0);
+  EXPECT_EQ(lattice.found.bestTarget.time, 0);
+  ASSERT_TRUE(lattice.found.bestVector.isSet());
+  EXPECT_EQ(lattice.found.bestVector.time, 0);
+  ASSERT_EQ(lattice.found.collected.count(), 1);
+  for (const auto& vector : lattice.found.collected) EXPECT_EQ(vector.time, 0);
 }
 
 TYPED_TEST(LatticeRestartOver, TrackingOfTheFormerLatticeEndsWithIt) {
   auto& lattice = this->live;
   this->setSilently(lattice.params.consistency, true);
-  lattice.consistencyForced = true;
+  lattice.run.consistencyForced = true;
   lattice.regenerateLattice();
   EXPECT_FALSE(lattice.params.consistency);
-  EXPECT_FALSE(lattice.consistencyForced);
+  EXPECT_FALSE(lattice.run.consistencyForced);
   EXPECT_FALSE(lattice.reactionsOff);
 }
 
@@ -278,7 +284,7 @@ TYPED_TEST(LatticeRestartOver, TrackingThatTheUserAskedForStays) {
   lattice.params.consistency = true;
   lattice.regenerateLattice();
   EXPECT_TRUE(lattice.params.consistency);
-  EXPECT_FALSE(lattice.consistencyForced);
+  EXPECT_FALSE(lattice.run.consistencyForced);
 }
 
 // Saving makes the basis of the moment the generated one.
@@ -288,18 +294,18 @@ TYPED_TEST(LatticeRestartOver, ResultsAreWrittenBehindTheRegenerationToo) {
   Lattice<TypeParam, long double> silent;
   silent.assignFrom(lattice, false);
   this->consoleOf([&] { EXPECT_THROW(silent.restartHandling(false), RestartException); });
-  ASSERT_FALSE(identical(silent.B_save, silent.B));
-  lattice.outputSwitch = true;
+  ASSERT_FALSE(identical(silent.basis.B_save, silent.basis.B()));
+  lattice.run.outputSwitch = true;
   this->restart();
-  EXPECT_TRUE(identical(lattice.B, silent.B));
-  EXPECT_TRUE(identical(lattice.B_save, lattice.B));
+  EXPECT_TRUE(identical(lattice.basis.B(), silent.basis.B()));
+  EXPECT_TRUE(identical(lattice.basis.B_save, lattice.basis.B()));
 }
 
 TYPED_TEST(LatticeRestartOver, ResultsAreWrittenWhereNothingEnds) {
   for (const bool finished : {false, true}) {
     this->findSolutions();
-    this->live.terminationSwitch = false;
-    this->live.outputSwitch = true;
+    this->live.run.terminationSwitch = false;
+    this->live.run.outputSwitch = true;
     this->consoleOf([&] { this->live.restartHandling(finished); });
     EXPECT_EQ(this->scratch.names(), (std::vector<std::string>{"p.lat", "p.sol"}));
     for (const char* name : {"p.lat", "p.sol"}) std::filesystem::remove(this->scratch.file(name));
@@ -307,10 +313,10 @@ TYPED_TEST(LatticeRestartOver, ResultsAreWrittenWhereNothingEnds) {
 }
 
 TYPED_TEST(LatticeRestartOver, LimitBelowTheRestartsSoFarEndsNothing) {
-  this->live.restarts = 3;
+  this->live.run.restarts = 3;
   this->live.params.iters = 2;
   EXPECT_EQ(this->restart(), "Lattice was regenerated");
-  EXPECT_EQ(this->live.restarts, 4);
+  EXPECT_EQ(this->live.run.restarts, 4);
   EXPECT_FALSE(this->live.stopped());
 }
 
@@ -320,7 +326,7 @@ TYPED_TEST(LatticeRestartOver, UnfinishedSearchSaysNothingBelowTheHighestLevel) 
   EXPECT_EQ(this->restart(), "Lattice was regenerated");
   EXPECT_EQ(this->console, "");
   // Nor where it ends for good.
-  this->live.params.iters = this->live.restarts;
+  this->live.params.iters = this->live.run.restarts;
   EXPECT_EQ(this->restart(), "nothing thrown");
   EXPECT_EQ(this->console, "");
   EXPECT_TRUE(this->live.stopped());

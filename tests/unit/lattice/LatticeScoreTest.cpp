@@ -26,12 +26,11 @@ class LatticeScoreOver : public test::LatticeOfProblem<T> {
   void use(const char* problem) {
     this->normalise(problem);
     generateByHand(this->live, LatticeStage::full);
-    this->live.params.pair = false;
   }
 
   VectorScore<long double> scoreOf(const Vector<T>& vector, bool transformed = false) const {
     VectorScore<long double> record;
-    this->live.score(record, vector, transformed);
+    this->live.score(record, vector, transformed ? Space::working : Space::raw);
     return record;
   }
 
@@ -44,7 +43,7 @@ class LatticeScoreOver : public test::LatticeOfProblem<T> {
   }
 
   std::string accepted() const {
-    return this->live.runVariables.find(MainMutexVariable::counter5)->copied();
+    return this->live.run.runVariables.find(MainMutexVariable::counter5)->copied();
   }
 };
 TYPED_TEST_SUITE(LatticeScoreOver, test::LatticeNumbers);
@@ -63,7 +62,7 @@ TYPED_TEST(LatticeScoreOver, EqualDeviationsStandInTheOrderOfTheirCoordinates) {
 
 TYPED_TEST(LatticeScoreOver, LastCoordinateAndTargetDoNotDeviate) {
   this->use(climb);
-  const auto m = this->live.m;
+  const auto m = this->live.basis.m;
   Vector<TypeParam> vector(m);
   vector[1] = TypeParam(1000);
   vector[m] = TypeParam(9);
@@ -75,7 +74,7 @@ TYPED_TEST(LatticeScoreOver, LastCoordinateAndTargetDoNotDeviate) {
 TYPED_TEST(LatticeScoreOver, FirstCoordinateDeviatesWithoutATargetColumn) {
   this->use(plain);
   ASSERT_FALSE(this->live.atuValid);
-  Vector<TypeParam> vector(this->live.m);
+  Vector<TypeParam> vector(this->live.basis.m);
   vector[1] = TypeParam(1000);
   EXPECT_EQ(this->live.deviationsOf(vector)[1].left, 1);
 }
@@ -105,7 +104,7 @@ TYPED_TEST(LatticeScoreOver, RecordOfASolutionHasNoDeviation) {
 TYPED_TEST(LatticeScoreOver, RecordStartsAnew) {
   this->use(band);
   VectorScore<long double> record = this->scoreOf({-38, 36, 40, 1});
-  this->live.score(record, {35, -35, 0, 1}, false);
+  this->live.score(record, {35, -35, 0, 1}, Space::raw);
   EXPECT_EQ(record.deviationSum, 0.0L);
   EXPECT_EQ(record.deviations.dimension(), 0);
 }
@@ -138,9 +137,9 @@ TYPED_TEST(LatticeScoreOver, TargetValueIsTheNormOnTheProblemAsRead) {
 TYPED_TEST(LatticeScoreOver, FirstVectorIsTheBestOne) {
   this->use(band);
   EXPECT_TRUE(this->live.offerBest({40, 0, 0, 1}, 11));
-  EXPECT_EQ(textOf<Vector<TypeParam>>(this->live.bestVector), "[ 40 0 0 1 ]");
-  EXPECT_EQ(this->live.bestVector.time, 11);
-  EXPECT_EQ(this->live.bestRecord.deviationSum, 5.0L);
+  EXPECT_EQ(textOf<Vector<TypeParam>>(this->live.found.bestVector), "[ 40 0 0 1 ]");
+  EXPECT_EQ(this->live.found.bestVector.time, 11);
+  EXPECT_EQ(this->live.found.bestRecord.deviationSum, 5.0L);
   EXPECT_EQ(this->accepted(), "1");
 }
 
@@ -148,17 +147,17 @@ TYPED_TEST(LatticeScoreOver, BestVectorItselfIsKept) {
   this->use(band);
   this->live.offerBest({40, 0, 0, 1}, 11);
   EXPECT_TRUE(this->live.offerBest({40, 0, 0, 1}, 12));
-  EXPECT_EQ(this->live.bestVector.time, 11);
+  EXPECT_EQ(this->live.found.bestVector.time, 11);
 }
 
 TYPED_TEST(LatticeScoreOver, BetterVectorBecomesTheBestOne) {
   this->use(band);
   this->live.offerBest({40, 0, 0, 1}, 11);
   EXPECT_TRUE(this->live.offerBest({39, 0, 0, 1}, 12));
-  EXPECT_EQ(this->live.bestVector.time, 12);
-  EXPECT_EQ(this->live.bestRecord.deviationSum, 4.0L);
+  EXPECT_EQ(this->live.found.bestVector.time, 12);
+  EXPECT_EQ(this->live.found.bestRecord.deviationSum, 4.0L);
   EXPECT_FALSE(this->live.offerBest({50, 0, 0, 1}, 13));
-  EXPECT_EQ(this->live.bestVector.time, 12);
+  EXPECT_EQ(this->live.found.bestVector.time, 12);
   EXPECT_EQ(this->accepted(), "1");
 }
 
@@ -166,38 +165,38 @@ TYPED_TEST(LatticeScoreOver, EqualScoreIsNotBetter) {
   this->use(band);
   this->live.offerBest({40, 0, 1, 1}, 11);
   EXPECT_FALSE(this->live.offerBest({-40, 1, 0, 1}, 12));
-  EXPECT_EQ(this->live.bestVector.time, 11);
+  EXPECT_EQ(this->live.found.bestVector.time, 11);
 }
 
 TYPED_TEST(LatticeScoreOver, VectorWithAnotherLastCoordinateIsRefused) {
   this->use(band);
   EXPECT_FALSE(this->live.offerBest({0, 0, 0, 0}, 1));
   EXPECT_FALSE(this->live.offerBest({0, 0, 0, 2}, 1));
-  EXPECT_FALSE(this->live.bestVector.isSet());
+  EXPECT_FALSE(this->live.found.bestVector.isSet());
   EXPECT_TRUE(this->live.offerBest({0, 0, 0, -1}, 1));
 }
 
 TYPED_TEST(LatticeScoreOver, TimeIsThatSinceTheStartUnlessGiven) {
   this->use(band);
   this->live.offerBest({40, 0, 0, 1}, 0);
-  EXPECT_EQ(this->live.bestVector.time, 0);
-  this->live.runVariables[MainMutexVariable::startTime].set(
+  EXPECT_EQ(this->live.found.bestVector.time, 0);
+  this->live.run.runVariables[MainMutexVariable::startTime].set(
       std::to_string(std::time(nullptr) - 1000));
   this->live.offerBest({39, 0, 0, 1}, 0);
-  EXPECT_GE(this->live.bestVector.time, 1000);
-  EXPECT_LE(this->live.bestVector.time, 1060);
+  EXPECT_GE(this->live.found.bestVector.time, 1000);
+  EXPECT_LE(this->live.found.bestVector.time, 1060);
 }
 
 TYPED_TEST(LatticeScoreOver, VectorThatComesBackIsNotCounted) {
   this->use(band);
-  this->live.restoring = true;
+  this->live.run.restoring = true;
   EXPECT_TRUE(this->live.offerBest({40, 0, 0, 1}, 11));
   EXPECT_EQ(this->accepted(), "0");
 }
 
 TYPED_TEST(LatticeScoreOver, BestVectorWithoutARecordIsFatal) {
   this->use(band);
-  this->live.bestVector = TimeVector<TypeParam>{40, 0, 0, 1};
+  this->live.found.bestVector = TimeVector<TypeParam>{40, 0, 0, 1};
   EXPECT_FAILS_WITH(this->live.offerBest({39, 0, 0, 1}, 1),
                     "Heuristic deviation is not initialized!");
 }

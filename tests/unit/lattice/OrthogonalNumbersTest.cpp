@@ -67,7 +67,7 @@ TEST(Orthogonal, FactorisationsKeepDigitsThatTheClassicWayLoses) {
   for (const Way way : {Way::modified, Way::cached, Way::full}) {
     LatticeOver<QQ> lattice(&basis);
     EXPECT_EQ(orthogonalise(lattice, way), 0);
-    EXPECT_TRUE(abs(test::exactly(lattice.cLen[2]) - exact) < exact * tenth(6));
+    EXPECT_TRUE(abs(test::exactly(lattice.gramSchmidt.cLen[2]) - exact) < exact * tenth(6));
   }
 }
 
@@ -162,9 +162,9 @@ TEST(Orthogonal, FactorsAreRightAfterAnException) {
 TEST(Orthogonal, RowIsNotDoneAfterAnException) {
   const Matrix<long double> basis{{1, 2}, {nan, 1}};
   LatticeOver<long double> lattice(&basis);
-  lattice.vecStatus[2] = ST_MU;
+  lattice.basis.vecStatus[2] = ST_MU;
   EXPECT_THROW(orthogonalise(lattice, Way::modified), DecimalPrecisionException);
-  EXPECT_EQ(lattice.vecStatus[2], 0);
+  EXPECT_EQ(lattice.basis.vecStatus[2], 0);
 }
 
 /// The text of a run with a console that was last written at `time`.
@@ -175,7 +175,7 @@ std::string consoleOf(bool extended, std::time_t time) {
   consoleState().extendedOutput = extended;
   consoleState().lastOutputTime = time;
   testing::internal::CaptureStdout();
-  lattice.modifiedOrthogonalise(1, 0, false, false);
+  lattice.modifiedOrthogonalise(1, 0, OnDependency::report, LqCache::bypass);
   consoleState() = {};
   return testing::internal::GetCapturedStdout();
 }

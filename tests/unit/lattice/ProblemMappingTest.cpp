@@ -48,12 +48,14 @@ class ProblemMappingOver : public testing::Test {
 
   Vector<T> toLattice(const Vector<T>& x, const std::optional<T>& hom = std::nullopt) const {
     Vector<T> vector;
-    lattice.opt2lat(x, vector, false, hom);
+    lattice.opt2lat(x, vector, Space::raw, hom);
     return vector;
   }
   Vector<T> toProblem(const Vector<T>& vector, bool insert = true, bool withSlack = false) const {
     Vector<T> x;
-    EXPECT_EQ(lattice.lat2opt(vector, x, insert, withSlack, false), T(1));
+    EXPECT_EQ(lattice.lat2opt(vector, x, insert ? Constants::insert : Constants::omit,
+                              withSlack ? Slacks::append : Slacks::omit, Orientation::given),
+              T(1));
     return x;
   }
 
@@ -64,7 +66,8 @@ class ProblemMappingOver : public testing::Test {
   };
   Back back(const Vector<T>& vector, bool normalise) const {
     Back result;
-    result.h = lattice.lat2opt(vector, result.x, true, false, normalise);
+    result.h = lattice.lat2opt(vector, result.x, Constants::insert, Slacks::omit,
+                               normalise ? Orientation::either : Orientation::given);
     return result;
   }
 
@@ -185,7 +188,7 @@ TYPED_TEST(ProblemMappingOver, BrokenCongruenceIsToldOnceItsModulusIsGone) {
   EXPECT_EQ(textOf(this->toLattice({TypeParam(2), TypeParam(5)})), "[ 35 -13 65 1 ]");
   Vector<TypeParam> out{TypeParam(7)};
   EXPECT_EQ(messageOf<ModuloException>([&] {
-              this->lattice.opt2lat({TypeParam(2), TypeParam(4)}, out, false);
+              this->lattice.opt2lat({TypeParam(2), TypeParam(4)}, out, Space::raw);
             }),
             "modulo equation inconsistency");
   EXPECT_EQ(textOf(out), "[ 7 ]");
@@ -205,7 +208,7 @@ TYPED_TEST(ProblemMappingOver, VectorOfAPointIsOneOfTheBasis) {
   this->prepare(congruence, LatticeStage::equations);
   Vector<TypeParam> coordinates;
   ASSERT_TRUE(this->lattice.coordinatesOf(this->toLattice({TypeParam(2), TypeParam(5)}),
-                                          coordinates, true));
+                                          coordinates, Over::saved));
   EXPECT_EQ(textOf(coordinates), "[ 1 2 5 -2 ]");
 }
 
@@ -213,19 +216,19 @@ TYPED_TEST(ProblemMappingOver, VectorInWorkingSpaceIsTransformed) {
   this->prepare(congruence, LatticeStage::equationsGone);
   this->lattice.reactionsOff = true;
   this->lattice.params.translate = true;
-  this->lattice.scale = {TypeParam(2), TypeParam(3), TypeParam(1), TypeParam(4)};
-  this->lattice.translation = {TypeParam(10), TypeParam(0), TypeParam(0), TypeParam(0)};
+  this->lattice.basis.scale = {TypeParam(2), TypeParam(3), TypeParam(1), TypeParam(4)};
+  this->lattice.basis.translation = {TypeParam(10), TypeParam(0), TypeParam(0), TypeParam(0)};
   Vector<TypeParam> out;
-  this->lattice.opt2lat({TypeParam(2), TypeParam(5)}, out, true);
+  this->lattice.opt2lat({TypeParam(2), TypeParam(5)}, out, Space::working);
   EXPECT_EQ(textOf(out), "[ -12 15 -25 4 ]");
 }
 
 TYPED_TEST(ProblemMappingOver, ResultMayTakeThePlaceOfTheArgument) {
   this->prepare(mixed, LatticeStage::full);
   Vector<TypeParam> vector = this->solution;
-  this->lattice.opt2lat(vector, vector, false);
-  EXPECT_EQ(vector.dimension(), this->lattice.m);
-  this->lattice.lat2opt(vector, vector, true, false, false);
+  this->lattice.opt2lat(vector, vector, Space::raw);
+  EXPECT_EQ(vector.dimension(), this->lattice.basis.m);
+  this->lattice.lat2opt(vector, vector, Constants::insert, Slacks::omit, Orientation::given);
   EXPECT_EQ(textOf(vector), "[ 2 1 4 3 ]");
 }
 
@@ -246,7 +249,7 @@ TYPED_TEST(ProblemMappingOver, HomValueIsTheUnitOfTheFactor) {
   this->lattice.homValue = TypeParam(50);
   generateByHand(this->lattice, LatticeStage::full);
   const Vector<TypeParam> vector = this->toLattice(this->solution);
-  EXPECT_EQ(vector[this->lattice.m], TypeParam(50));
+  EXPECT_EQ(vector[this->lattice.basis.m], TypeParam(50));
   EXPECT_EQ(textOf(this->toProblem(vector)), "[ 2 1 4 3 ]");
   EXPECT_EQ(this->back(this->negative(vector), true).h, TypeParam(1));
   EXPECT_EQ(this->back(vector + vector, true).h, TypeParam(2));
@@ -272,9 +275,10 @@ TYPED_TEST(ProblemMappingOver, NegativeSlackIsRefusedWithoutAFactor) {
 
 TYPED_TEST(ProblemMappingOver, NothingIsMappedBeforeGeneration) {
   Vector<TypeParam> out;
-  EXPECT_FAILS_WITH(this->lattice.opt2lat(this->solution, out, false),
+  EXPECT_FAILS_WITH(this->lattice.opt2lat(this->solution, out, Space::raw),
                     "opt2lat called with uninitialized check vectors!");
-  EXPECT_FAILS_WITH(this->lattice.lat2opt(Vector<TypeParam>(), out, true, false, false),
+  EXPECT_FAILS_WITH(this->lattice.lat2opt(Vector<TypeParam>(), out, Constants::insert, Slacks::omit,
+                                          Orientation::given),
                     "lat2opt called with uninitialized check vectors!");
 }
 
@@ -300,11 +304,13 @@ TEST_F(ProblemMapping, LargeEntryIsTold) {
   Vector<long double> vector = toLattice(solution);
   Vector<long double> out{7};
   vector[2] = -2e9L;
-  EXPECT_EQ(
-      messageOf<PrecisionException>([&] { lattice.lat2opt(vector, out, true, false, false); }),
-      "lat_vec overflow");
+  EXPECT_EQ(messageOf<PrecisionException>([&] {
+              lattice.lat2opt(vector, out, Constants::insert, Slacks::omit, Orientation::given);
+            }),
+            "lat_vec overflow");
   vector[2] = 2e18L;
-  EXPECT_THROW(lattice.lat2opt(vector, out, true, false, false), FatalPrecisionException);
+  EXPECT_THROW(lattice.lat2opt(vector, out, Constants::insert, Slacks::omit, Orientation::given),
+               FatalPrecisionException);
   EXPECT_EQ(textOf(out), "[ 7 ]");
 }
 
@@ -315,10 +321,11 @@ constexpr const char* farOff =
 TEST_F(ProblemMapping, LargeResultIsTold) {
   prepare(farOff, LatticeStage::full);
   Vector<long double> out{7};
-  EXPECT_EQ(messageOf<PrecisionException>([&] {
-              lattice.lat2opt({999999999, 1}, out, true, false, false);
-            }),
-            "opt_vec overflow1");
+  EXPECT_EQ(
+      messageOf<PrecisionException>([&] {
+        lattice.lat2opt({999999999, 1}, out, Constants::insert, Slacks::omit, Orientation::given);
+      }),
+      "opt_vec overflow1");
   EXPECT_EQ(textOf(out), "[ 7 ]");
 }
 

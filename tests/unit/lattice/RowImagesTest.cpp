@@ -1,4 +1,4 @@
-#include "lattice/RowImages.h"
+#include "lattice/state/RowImages.h"
 
 #include <gtest/gtest.h>
 

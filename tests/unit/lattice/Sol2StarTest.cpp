@@ -29,7 +29,9 @@ class Sol2StarOver : public test::LatticeOfProblem<T> {
     this->live.params.sol = 0;
   }
   void find(int x, int y, std::int64_t time) {
-    EXPECT_NE(this->live.checkSolution(this->image({T(x), T(y), T(3)}), false, time, true), 0U);
+    EXPECT_NE(this->live.checkSolution(this->image({T(x), T(y), T(3)}), Space::raw, time,
+                                       Announce::silent),
+              0U);
   }
 };
 TYPED_TEST_SUITE(Sol2StarOver, test::LatticeNumbers);
@@ -103,7 +105,7 @@ TYPED_TEST(Sol2StarOver, BenchmarksKeepStarsOfOtherParameters) {
 TYPED_TEST(Sol2StarOver, BestTargetIsAStarToo) {
   this->use(aim);
   this->find(4, 2, 17);
-  this->live.solutions.clear();
+  this->live.found.solutions.clear();
   this->live.sol2star();
   ASSERT_EQ(this->live.stars.dimension(), 1);
   EXPECT_EQ(this->live.stars[1].time, 17);
@@ -123,8 +125,8 @@ TYPED_TEST(Sol2StarOver, VectorThatIsNoPointIsFatal) {
   this->use(aim);
   this->find(4, 2, 17);
   auto& lattice = this->live;
-  lattice.solutions[1][lattice.m] = TypeParam(2);
-  lattice.bestTarget.clear();
+  lattice.found.solutions[1][lattice.basis.m] = TypeParam(2);
+  lattice.found.bestTarget.clear();
   EXPECT_FAILS_WITH(lattice.sol2star(), "sol2star: lat2opt can not compute x_opt");
 }
 

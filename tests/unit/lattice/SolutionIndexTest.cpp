@@ -1,5 +1,5 @@
 // Solutions found again by their coordinates, in an array and in a lattice.
-#include "lattice/SolutionIndex.h"
+#include "lattice/state/SolutionIndex.h"
 
 #include <gtest/gtest.h>
 
@@ -79,13 +79,12 @@ class SolutionsOfLatticeOver : public test::LatticeOfProblem<T> {
     this->normalise(band);
     generateByHand(this->live, test::LatticeStage::full);
     this->live.params.sol = 0;
-    this->live.params.pair = false;
   }
 
   static unsigned check(Lattice<T, long double>& lattice, int x, int y) {
     Vector<T> vector;
-    lattice.opt2lat({T(x), T(y)}, vector, false, T(1));
-    return lattice.checkSolution(vector, false, 0, true) & CHECK_STORED;
+    lattice.opt2lat({T(x), T(y)}, vector, Space::raw, T(1));
+    return lattice.checkSolution(vector, Space::raw, 0, Announce::silent) & CHECK_STORED;
   }
   unsigned check(int x, int y) { return check(this->live, x, y); }
 };
@@ -100,13 +99,13 @@ TYPED_TEST(SolutionsOfLatticeOver, ManyAreFiledOnceEach) {
         EXPECT_EQ(this->check(x, y), isPoint && round == 1 ? CHECK_STORED : 0U) << x << ' ' << y;
         if (isPoint && round == 1) ++points;
       }
-  EXPECT_EQ(this->live.solutions.dimension(), points);
+  EXPECT_EQ(this->live.found.solutions.dimension(), points);
 }
 
 TYPED_TEST(SolutionsOfLatticeOver, DiscardedOnesAreFiledAgain) {
   EXPECT_EQ(this->check(1, 4), CHECK_STORED);
   EXPECT_EQ(this->check(2, 3), CHECK_STORED);
-  this->live.resize(this->live.n, 0, true);
+  this->live.resize(this->live.basis.n, 0, true);
   generateByHand(this->live, test::LatticeStage::full);
   EXPECT_EQ(this->check(2, 3), CHECK_STORED);
   EXPECT_EQ(this->check(1, 4), CHECK_STORED);
@@ -138,10 +137,10 @@ TYPED_TEST(SolutionsOfLatticeOver, OnesOfAnotherLengthAreKnownAgain) {
   auto& lattice = this->live;
   this->check(1, 4);
   EXPECT_EQ(this->check(1, 4), 0U);
-  lattice.resize(lattice.n, lattice.m + 1, false);
-  const Vector<TypeParam> longer(lattice.solutions[1].x());
-  EXPECT_EQ(longer.dimension(), lattice.m);
-  EXPECT_TRUE(lattice.solutionIndex.contains(lattice.solutions, longer));
+  lattice.resize(lattice.basis.n, lattice.basis.m + 1, false);
+  const Vector<TypeParam> longer(lattice.found.solutions[1].x());
+  EXPECT_EQ(longer.dimension(), lattice.basis.m);
+  EXPECT_TRUE(lattice.found.solutionIndex.contains(lattice.found.solutions, longer));
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "lattice/VecStatus.h"
+#include "lattice/state/VecStatus.h"
 
 #include <gtest/gtest.h>
 

@@ -33,16 +33,16 @@ class StepsOfYLattice : public test::FreshConsole {
 TEST_F(StepsOfYLattice, BasisIsSorted) {
   use({{0, 3, 0}, {2, 0, 0}, {0, 0, 1}});
   lattice.sortBasis(2);
-  EXPECT_EQ(test::rowsText(lattice.standard().B), "[ 2 0 0 ] [ 0 3 0 ] [ 0 0 1 ]");
+  EXPECT_EQ(test::rowsText(lattice.standard().basis.B()), "[ 2 0 0 ] [ 0 3 0 ] [ 0 0 1 ]");
   lattice.sortBasis(0);
-  EXPECT_EQ(test::rowsText(lattice.standard().B), "[ 0 0 1 ] [ 2 0 0 ] [ 0 3 0 ]");
+  EXPECT_EQ(test::rowsText(lattice.standard().basis.B()), "[ 0 0 1 ] [ 2 0 0 ] [ 0 3 0 ]");
 }
 
 TEST_F(StepsOfYLattice, CountsAreThoseOfThePass) {
   use({{3, 0, 0}, {0, 2, 0}, {0, 0, 1}});
   const PassCounts counts = lattice.lllPass(1, 0, 0);
-  EXPECT_EQ(counts.exchanges, 3);
-  EXPECT_EQ(counts.swaps, lattice.standard().lastPass.swaps);
+  EXPECT_EQ(counts.swaps, 3);
+  EXPECT_EQ(counts.tests, lattice.standard().run.lastPass.tests);
   EXPECT_EQ(counts.skipped, 0);
 }
 
@@ -54,12 +54,12 @@ TEST_F(StepsOfYLattice, CountsOfARepeatedPassAreThoseOfTheExactOne) {
   expected.assignFrom(lattice.standard(), false);
   expected.lllPass(1, 0, 0);
   const PassCounts counts = lattice.lllPass(1, 0, 0);
-  EXPECT_EQ(counts.swaps, expected.lastPass.swaps);
-  EXPECT_EQ(counts.exchanges, expected.lastPass.exchanges);
-  EXPECT_EQ(counts.skipped, expected.lastPass.skipped);
-  EXPECT_GT(counts.exchanges, 1);
+  EXPECT_EQ(counts.tests, expected.run.lastPass.tests);
+  EXPECT_EQ(counts.swaps, expected.run.lastPass.swaps);
+  EXPECT_EQ(counts.skipped, expected.run.lastPass.skipped);
+  EXPECT_GT(counts.swaps, 1);
   lattice.useExtendedPrecision();
-  EXPECT_TRUE(identical(lattice.exact().B, expected.B));
+  EXPECT_TRUE(identical(lattice.exact().basis.B(), expected.basis.B()));
 }
 
 // x + 2 y between 2 and 9, both from 0 to 5.
@@ -70,9 +70,9 @@ TEST_F(StepsOfYLattice, LatticeIsSavedWhateverTheOutputSwitchSays) {
   prepare(band);
   lattice.standard().latFile = scratch.file("p.lat");
   for (const bool output : {false, true}) {
-    lattice.standard().outputSwitch = output;
+    lattice.standard().run.outputSwitch = output;
     lattice.saveLattice();
-    EXPECT_EQ(lattice.standard().outputSwitch, output);
+    EXPECT_EQ(lattice.standard().run.outputSwitch, output);
     EXPECT_NE(scratch.read("p.lat"), "<no file>");
   }
 }
@@ -80,7 +80,7 @@ TEST_F(StepsOfYLattice, LatticeIsSavedWhateverTheOutputSwitchSays) {
 TEST_F(StepsOfYLattice, UnfinishedLatticeIsNotSaved) {
   prepare(band);
   lattice.standard().latFile = scratch.file("p.lat");
-  lattice.standard().latticeKind = LatticeKind::equations;
+  lattice.standard().frame.latticeKind = LatticeKind::equations;
   lattice.saveLattice();
   EXPECT_TRUE(scratch.names().empty());
 }
@@ -88,14 +88,13 @@ TEST_F(StepsOfYLattice, UnfinishedLatticeIsNotSaved) {
 TEST_F(StepsOfYLattice, SolutionsAreStarsWhicheverLatticeIsLive) {
   prepare(band);
   const auto file = [](auto& live) {
-    using T = std::remove_reference_t<decltype(live.l[1])>;
-    live.resize(live.n, 0, true);
+    using T = std::remove_reference_t<decltype(live.frame.l[1])>;
+    live.resize(live.basis.n, 0, true);
     live.prepareLattice();
     live.params.sol = 0;
-    live.params.pair = false;
     Vector<T> vector;
-    live.opt2lat({T(1), T(4)}, vector, false, T(1));
-    live.checkSolution(vector, false, 7, true);
+    live.opt2lat({T(1), T(4)}, vector, Space::raw, T(1));
+    live.checkSolution(vector, Space::raw, 7, Announce::silent);
   };
   file(lattice.standard());
   const auto expectStar = [this] {

@@ -137,8 +137,8 @@ TEST_F(YLatticeTest, StepRunsOnTheStandardLattice) {
 }
 
 TEST_F(YLatticeTest, StepWithoutResultRuns) {
-  lattice.runStep([](auto& live) { live.outputSwitch = true; });
-  EXPECT_TRUE(lattice.standard().outputSwitch);
+  lattice.runStep([](auto& live) { live.run.outputSwitch = true; });
+  EXPECT_TRUE(lattice.standard().run.outputSwitch);
 }
 
 TEST_F(YLatticeTest, LostPrecisionRepeatsTheStepOnTheRestoredState) {
@@ -251,7 +251,7 @@ TEST_F(YLatticeTest, TimesOfASearchCountFromTheStartOfTheProcess) {
   Bystander observer;
   const std::time_t before = std::time(nullptr);
   lattice.beginSearch(observer, std::chrono::hours(1));
-  const auto* text = lattice.standard().runVariables.find(MainMutexVariable::startTime);
+  const auto* text = lattice.standard().run.runVariables.find(MainMutexVariable::startTime);
   const std::time_t start = std::stoll(text->copied());
   EXPECT_GE(start, before - 3600);
   EXPECT_LE(start, std::time(nullptr) - 3600);
@@ -259,27 +259,27 @@ TEST_F(YLatticeTest, TimesOfASearchCountFromTheStartOfTheProcess) {
 
 TEST_F(YLatticeTest, SearchGoesOnInEitherLattice) {
   Bystander observer;
-  lattice.standard().outputSwitch = true;
+  lattice.standard().run.outputSwitch = true;
   lattice.beginSearch(observer, std::chrono::hours(1));
-  const auto* text = lattice.standard().runVariables.find(MainMutexVariable::startTime);
+  const auto* text = lattice.standard().run.runVariables.find(MainMutexVariable::startTime);
   const std::string start = text->copied();
   const auto expectSearch = [&](auto& live) {
-    EXPECT_EQ(live.runVariables[MainMutexVariable::startTime].get(), start);
+    EXPECT_EQ(live.run.runVariables[MainMutexVariable::startTime].get(), start);
     EXPECT_TRUE(live.params.stopping);
-    EXPECT_TRUE(live.terminationSwitch);
-    EXPECT_FALSE(live.outputSwitch);
-    EXPECT_EQ(live.observer, &observer);
+    EXPECT_TRUE(live.run.terminationSwitch);
+    EXPECT_FALSE(live.run.outputSwitch);
+    EXPECT_EQ(live.run.observer, &observer);
   };
   expectSearch(lattice.standard());
   lattice.useExtendedPrecision();
   expectSearch(lattice.exact());
-  lattice.exact().runVariables[MainMutexVariable::runState].set("stopped");
+  lattice.exact().run.runVariables[MainMutexVariable::runState].set("stopped");
   lattice.useStandardPrecision();
   expectSearch(lattice.standard());
   EXPECT_TRUE(lattice.stopped());
   lattice.endSearch();
-  EXPECT_EQ(lattice.standard().observer, nullptr);
-  EXPECT_EQ(lattice.exact().observer, nullptr);
+  EXPECT_EQ(lattice.standard().run.observer, nullptr);
+  EXPECT_EQ(lattice.exact().run.observer, nullptr);
 }
 
 /// Loses precision, and over rationals starts the lattice anew with a star.

@@ -1,5 +1,4 @@
-// NearbySearch: bodies, for the files that instantiate Lattice.
-#pragma once
+#include "search/NearbySearch.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -9,7 +8,8 @@
 
 #include "algorithms/exact/LastCoordinate.h"
 #include "algorithms/reduction/SizeReduce.h"
-#include "lattice/NearbySearch.h"
+#include "numbers/Conversion.h"
+#include "numbers/VectorQQ.h"
 #include "params/SearchLimits.h"
 
 namespace starsift {
@@ -17,10 +17,10 @@ namespace starsift {
 namespace nearbysearch {
 
 /// Rounds over the basis of one walk at most.
-constexpr Index mostRounds = 20;
+constexpr Index maxRounds = 20;
 
 /// Vectors of a basis at most whose sums and differences are steps too.
-constexpr Index mostPaired = 16;
+constexpr Index maxPaired = 16;
 
 /// Restarts walk from up to 2, 4, 8 ... steps away, so many numbers in turn.
 constexpr Index distances = 6;
@@ -36,7 +36,7 @@ T randomFactor(std::mt19937_64& random, Index farthest) {
 
 template <class T, class R>
 void NearbySearch<T, R>::run() {
-  if (lattice_.latticeKind != LatticeKind::full || lattice_.originalCount() == 0) return;
+  if (lattice_.frame.latticeKind != LatticeKind::full || lattice_.originalCount() == 0) return;
   checkNearMisses();
   walk();
 }
@@ -45,27 +45,30 @@ template <class T, class R>
 void NearbySearch<T, R>::checkNearMisses() {
   const auto checkInside = [this](const Vector<T>& vector) {
     const std::optional<Vector<T>> inside = movedInside(vector);
-    if (inside) lattice_.checkSolution(*inside, false, 0, false);
+    if (inside) lattice_.checkSolution(*inside, Space::raw, 0, Announce::full);
   };
-  if (lattice_.bestVector.isSet() && !lattice_.stopped()) checkInside(lattice_.bestVector);
-  for (Index k = 1; k <= lattice_.n && !lattice_.stopped(); ++k)
-    if (!lattice_.isHopeless(lattice_.B[k])) checkInside(lattice_.oriented(lattice_.B[k], true));
+  if (lattice_.found.bestVector.isSet() && !lattice_.stopped())
+    checkInside(lattice_.found.bestVector);
+  for (Index k = 1; k <= lattice_.basis.n && !lattice_.stopped(); ++k)
+    if (!lattice_.isHopeless(lattice_.basis.B()[k]))
+      checkInside(lattice_.oriented(lattice_.basis.B()[k], Space::working));
 }
 
 template <class T, class R>
 std::optional<Vector<T>> NearbySearch<T, R>::movedInside(const Vector<T>& vector) const {
   Vector<T> inside(vector);
-  const Index before = lattice_.columnsBeforeVariables();
-  for (Index j = before + 1; j <= before + lattice_.originalCount(); ++j)
-    inside[j] = std::min(std::max(inside[j], lattice_.l[j]), lattice_.r[j]);
+  const CoordinateBlock variables = lattice_.blocks().variables;
+  for (Index j = variables.first; j < variables.at(1) + lattice_.originalCount(); ++j)
+    inside[j] = std::min(std::max(inside[j], lattice_.frame.l[j]), lattice_.frame.r[j]);
   try {
     const std::optional<Star<T>> x = lattice_.starOf(inside);
     if (!x) return std::nullopt;
     // Slacks and deviations follow from the variables.
-    lattice_.opt2lat(*x, inside, false, T(1));
+    lattice_.opt2lat(*x, inside, Space::raw, T(1));
     Vector<T> coordinates;
     // The check of stars has a tolerance for equations, the lattice has none.
-    if (!lattice_.liesInBox(inside) || !lattice_.coordinatesOf(inside, coordinates, true))
+    if (!lattice_.frame.liesInBox(lattice_, inside) ||
+        !lattice_.coordinatesOf(inside, coordinates, Over::saved))
       return std::nullopt;
   } catch (const ModuloException&) {
     return std::nullopt;
@@ -80,25 +83,26 @@ template <class T, class R>
 void NearbySearch<T, R>::walk() {
   collectSteps();
   if (!hasSolution() && start_ != 0) walkIntoBox(start());
-  if (!hasSolution() && lattice_.bestVector.isSet()) walkIntoBox(lattice_.bestVector);
-  if (lattice_.bestTarget.isSet()) climb(lattice_.bestTarget);
-  // Neighbours without end are no news: without targets somebody must have asked for more.
-  if (hasSolution() && !lattice_.bestTarget.isSet()) {
+  if (!hasSolution() && lattice_.found.bestVector.isSet()) walkIntoBox(lattice_.found.bestVector);
+  if (lattice_.found.bestTarget.isSet()) climb(lattice_.found.bestTarget);
+  // Without targets every neighbour is equally good: continue only if several solutions were
+  // asked for.
+  if (hasSolution() && !lattice_.found.bestTarget.isSet()) {
     if (!wantsSeveral()) return;
     walkOn();
   }
-  if (lattice_.params.variate && lattice_.restarts > 0 && start_ != 0) walkFromAnywhere();
+  if (lattice_.params.variate && lattice_.run.restarts > 0 && start_ != 0) walkFromAnywhere();
 }
 
 template <class T, class R>
 void NearbySearch<T, R>::collectSteps() {
-  steps_ = lattice_.backMapAll(lattice_.B);
+  steps_ = lattice_.basis.untransformed();
   start_ = 0;
-  for (Index k = 1; k <= lattice_.n; ++k)
+  for (Index k = 1; k <= lattice_.basis.n; ++k)
     if (lastIsLess(steps_, k, start_)) start_ = k;
   // One inhomogeneous vector is a start, and makes steps of the others.
   if (start_ != 0) reduceLast(steps_, start_);
-  if (lattice_.n <= nearbysearch::mostPaired) appendPairs();
+  if (lattice_.basis.n <= nearbysearch::maxPaired) appendPairs();
 }
 
 template <class T, class R>
@@ -115,7 +119,7 @@ void NearbySearch<T, R>::appendPairs() {
 
 template <class T, class R>
 bool NearbySearch<T, R>::hasSolution() const {
-  return lattice_.bestTarget.isSet() || lattice_.solutions.isSet();
+  return lattice_.found.bestTarget.isSet() || lattice_.found.solutions.isSet();
 }
 
 template <class T, class R>
@@ -126,19 +130,19 @@ bool NearbySearch<T, R>::wantsSeveral() const {
 
 template <class T, class R>
 Vector<T> NearbySearch<T, R>::start() const {
-  return lattice_.oriented(steps_[start_], false);
+  return lattice_.oriented(steps_[start_], Space::raw);
 }
 
 template <class T, class R>
 void NearbySearch<T, R>::walkFromAnywhere() {
-  std::mt19937_64 random(static_cast<std::uint64_t>(lattice_.restarts));
-  const Index farthest = Index{2} << (lattice_.restarts % nearbysearch::distances);
+  std::mt19937_64 random(static_cast<std::uint64_t>(lattice_.run.restarts));
+  const Index farthest = Index{2} << (lattice_.run.restarts % nearbysearch::distances);
   Vector<T> from = start();
-  for (Index k = 1; k <= lattice_.n; ++k)
+  for (Index k = 1; k <= lattice_.basis.n; ++k)
     if (k != start_)
       subtractMultiple(from, steps_[k], nearbysearch::randomFactor<T>(random, farthest));
   from = walkIntoBox(withLeastDeviations(std::move(from)));
-  if (lattice_.At.rowCount() > 0 && lattice_.liesInBox(from)) climb(from);
+  if (lattice_.At.rowCount() > 0 && lattice_.frame.liesInBox(lattice_, from)) climb(from);
 }
 
 template <class T, class R>
@@ -147,7 +151,7 @@ void NearbySearch<T, R>::climb(const Vector<T>& from) {
   // Where nothing bounds a target, longer steps would lead ever further away.
   follow(from, Stride::single, [&](const Vector<T>& next) {
     const R nextValue = commonTarget(next);
-    if (!(nextValue > value) || !lattice_.liesInBox(next)) return false;
+    if (!(nextValue > value) || !lattice_.frame.liesInBox(lattice_, next)) return false;
     value = nextValue;
     checkArrival(next);
     return true;
@@ -156,7 +160,7 @@ void NearbySearch<T, R>::climb(const Vector<T>& from) {
 
 template <class T, class R>
 Vector<T> NearbySearch<T, R>::walkIntoBox(const Vector<T>& from) {
-  if (!lattice_.hasLastInBox(from[lattice_.m])) return from;
+  if (!lattice_.frame.hasLastInBox(from[lattice_.basis.m])) return from;
   R distance = distanceFromBox(from);
   if (distance == R()) checkArrival(from);
   return follow(from, Stride::growing, [&](const Vector<T>& next) {
@@ -170,31 +174,31 @@ Vector<T> NearbySearch<T, R>::walkIntoBox(const Vector<T>& from) {
 
 template <class T, class R>
 void NearbySearch<T, R>::walkOn() {
-  const Vector<T> last = lattice_.solutions[lattice_.solutions.dimension()].x();
+  const Vector<T> last = lattice_.found.solutions[lattice_.found.solutions.dimension()].x();
   follow(last, Stride::single, [&](const Vector<T>& next) {
-    if (!lattice_.liesInBox(next)) return false;
-    return (lattice_.checkSolution(next, false, 0, false) & CHECK_STORED) != 0;
+    if (!lattice_.frame.liesInBox(lattice_, next)) return false;
+    return (lattice_.checkSolution(next, Space::raw, 0, Announce::full) & CHECK_STORED) != 0;
   });
 }
 
 template <class T, class R>
 void NearbySearch<T, R>::checkArrival(const Vector<T>& vector) {
   if (lattice_.stopped()) return;
-  const auto& best = lattice_.bestTarget;
+  const auto& best = lattice_.found.bestTarget;
   const bool isBetter = !best.isSet() || commonTarget(vector) > commonTarget(best);
-  if (isBetter) lattice_.checkSolution(vector, false, 0, false);
+  if (isBetter) lattice_.checkSolution(vector, Space::raw, 0, Announce::full);
 }
 
 template <class T, class R>
 template <class Move>
 Vector<T> NearbySearch<T, R>::follow(Vector<T> at, Stride stride, Move move) {
   bool moved = true;
-  for (Index round = 1; moved && round <= nearbysearch::mostRounds; ++round) {
+  for (Index round = 1; moved && round <= nearbysearch::maxRounds; ++round) {
     moved = false;
     const Index most = stride == Stride::growing ? round : 1;
     for (const Vector<T>& step : steps_) {
-      if (!(step[lattice_.m] == T()) || supNorm(step) == T()) continue;
-      for (const Vector<T>& way : {step, Vector<T>(lattice_.m) - step}) {
+      if (!(step[lattice_.basis.m] == T()) || supNorm(step) == T()) continue;
+      for (const Vector<T>& way : {step, Vector<T>(lattice_.basis.m) - step}) {
         moved = advance(at, way, most, move) || moved;
         if (lattice_.stopped()) return at;
       }
@@ -207,7 +211,7 @@ template <class T, class R>
 template <class Move>
 bool NearbySearch<T, R>::advance(Vector<T>& at, Vector<T> step, Index most, Move move) {
   Index moves = 0;
-  for (; moves < most && mayGoOn(); ++moves) {
+  for (; moves < most && notifyStep(); ++moves) {
     if (moves > 0) step = step + step;
     Vector<T> next = withLeastDeviations(at + step);
     if (!move(next)) break;
@@ -217,44 +221,49 @@ bool NearbySearch<T, R>::advance(Vector<T>& at, Vector<T> step, Index most, Move
 }
 
 template <class T, class R>
-bool NearbySearch<T, R>::mayGoOn() {
-  if (lattice_.observer != nullptr) lattice_.observer->onStep(lattice_.lastPass);
+bool NearbySearch<T, R>::notifyStep() {
+  if (lattice_.run.observer != nullptr) lattice_.run.observer->onStep(lattice_.run.lastPass);
   return !lattice_.stopped();
 }
 
 template <class T, class R>
 R NearbySearch<T, R>::commonTarget(const Vector<T>& vector) const {
-  const Index before = lattice_.columnsBeforeVariables();
+  const CoordinateBlock variables = lattice_.blocks().variables;
   R sum = R();
-  for (Index i = 1; i <= lattice_.atu.dimension(); ++i)
-    if (!(lattice_.atu[i] == T()))
-      sum += NumberConversion<R, T>::nearest(lattice_.atu[i]) *
-             (NumberConversion<R, T>::nearest(vector[before + i]) /
-              NumberConversion<R, T>::nearest(lattice_.c[before + i]));
+  for (Index i = 1; i <= lattice_.atu.dimension(); ++i) {
+    if (lattice_.atu[i] == T()) continue;
+    const Index j = variables.at(i);
+    sum += NumberConversion<R, T>::nearest(lattice_.atu[i]) *
+           (NumberConversion<R, T>::nearest(vector[j]) /
+            NumberConversion<R, T>::nearest(lattice_.frame.c[j]));
+  }
   return sum;
 }
 
 template <class T, class R>
 R NearbySearch<T, R>::distanceFromBox(const Vector<T>& vector) const {
   R sum = R();
-  for (Index i = lattice_.firstChecked(); i < lattice_.m; ++i) {
-    if (vector[i] < lattice_.l[i])
-      sum += NumberConversion<R, T>::nearest(T(lattice_.l[i] - vector[i]));
-    if (vector[i] > lattice_.r[i])
-      sum += NumberConversion<R, T>::nearest(T(vector[i] - lattice_.r[i]));
+  for (Index i = lattice_.frame.firstChecked(lattice_); i < lattice_.basis.m; ++i) {
+    if (vector[i] < lattice_.frame.l[i])
+      sum += NumberConversion<R, T>::nearest(T(lattice_.frame.l[i] - vector[i]));
+    if (vector[i] > lattice_.frame.r[i])
+      sum += NumberConversion<R, T>::nearest(T(vector[i] - lattice_.frame.r[i]));
   }
   return sum;
 }
 
 template <class T, class R>
 Vector<T> NearbySearch<T, R>::withLeastDeviations(Vector<T> vector) const {
-  const Index last = lattice_.m - 1 - (lattice_.modsInLattice ? lattice_.modulusCount() : 0);
-  for (Index i = last - lattice_.deviationCount + 1; i < last; i += 2) {
-    const T common = std::min(vector[i], vector[i + 1]) + lattice_.rangeMultiple;
+  const CoordinateBlock deviations = lattice_.blocks().deviations;
+  for (Index i = deviations.first; i < deviations.last(); i += 2) {
+    const T common = std::min(vector[i], vector[i + 1]) + lattice_.frame.rangeMultiple;
     vector[i] -= common;
     vector[i + 1] -= common;
   }
   return vector;
 }
+
+template class NearbySearch<long double, long double>;
+template class NearbySearch<QQ, long double>;
 
 }  // namespace starsift

@@ -1,4 +1,4 @@
-#include "lattice/VectorScore.h"
+#include "lattice/state/VectorScore.h"
 
 namespace starsift {
 

@@ -64,7 +64,7 @@ class NearbySearch {
   template <class Move>
   bool advance(Vector<T>& at, Vector<T> step, Index most, Move move);
   /// Tells the observer of a step; false once the search has ended.
-  bool mayGoOn();
+  bool notifyStep();
   /// What all targets together try to make large, up to a constant, at an inhomogeneous vector.
   R commonTarget(const Vector<T>& vector) const;
   /// The sum of the amounts by which coordinates leave the check vectors.
@@ -77,5 +77,8 @@ class NearbySearch {
   /// Row of steps_, 0 where all are homogeneous.
   Index start_ = 0;
 };
+
+extern template class NearbySearch<long double, long double>;
+extern template class NearbySearch<QQ, long double>;
 
 }  // namespace starsift

@@ -1,7 +1,8 @@
-#include "lattice/NearbySearch.h"
+#include "search/NearbySearch.h"
 
 #include <gtest/gtest.h>
 
+#include "support/fixtures/BasisRows.h"
 #include "support/fixtures/CheckVectors.h"
 #include "support/fixtures/LatticeOfProblem.h"
 #include "support/fixtures/TextOf.h"
@@ -31,7 +32,7 @@ class CountingStopper : public ReductionObserver {
  public:
   CountingStopper(Lattice<T, long double>& lattice, Index last) : lattice_(&lattice), last_(last) {}
   void onStep(const PassCounts& /*counts*/) override {
-    if (++steps == last_) lattice_->runVariables[MainMutexVariable::runState].set("stopped");
+    if (++steps == last_) lattice_->run.runVariables[MainMutexVariable::runState].set("stopped");
   }
 
   Index steps = 0;
@@ -49,12 +50,11 @@ class NearbySearchOver : public test::LatticeOfProblem<T> {
     this->normalise(problem);
     generateByHand(this->live, LatticeStage::full);
     endAtFirst();
-    this->live.params.pair = false;
   }
   void endAtFirst() {
     this->live.params.sol = 1;
     this->live.params.stopping = true;
-    this->live.terminationSwitch = true;
+    this->live.run.terminationSwitch = true;
   }
   void goOn() { this->live.params.sol = 0; }
 
@@ -63,38 +63,38 @@ class NearbySearchOver : public test::LatticeOfProblem<T> {
     this->consoleOf([this] { this->live.lllPass(1, 1, 1); });
   }
 
-  std::string found(Index i) const { return textOf(this->pointOf(this->live.solutions[i])); }
+  std::string found(Index i) const { return textOf(this->pointOf(this->live.found.solutions[i])); }
 };
 TYPED_TEST_SUITE(NearbySearchOver, test::LatticeNumbers);
 
 TYPED_TEST(NearbySearchOver, StepsOfTheBasisLeadIntoTheBox) {
   this->use(band);
   this->passOverFirst();
-  ASSERT_EQ(this->live.solutions.dimension(), 1);
+  ASSERT_EQ(this->live.found.solutions.dimension(), 1);
   EXPECT_EQ(this->found(1), "[ 1 1 ]");
 }
 
 TYPED_TEST(NearbySearchOver, StepsAreTriedBackwardsToo) {
   this->use(band);
-  this->live.B[1] = this->image({TypeParam(5), TypeParam(5)});
+  test::setRow(this->live, 1, this->image({TypeParam(5), TypeParam(5)}));
   this->passOverFirst();
-  ASSERT_EQ(this->live.solutions.dimension(), 1);
-  EXPECT_EQ(textOf(this->pointOf(this->live.B[1])), "[ 5 5 ]");
+  ASSERT_EQ(this->live.found.solutions.dimension(), 1);
+  EXPECT_EQ(textOf(this->pointOf(this->live.basis.B()[1])), "[ 5 5 ]");
 }
 
 TYPED_TEST(NearbySearchOver, TwoStepsTogetherLeadOnWhereNoneAloneDoes) {
   this->use(channel);
   this->passOverFirst();
-  ASSERT_EQ(this->live.solutions.dimension(), 1);
+  ASSERT_EQ(this->live.found.solutions.dimension(), 1);
   EXPECT_EQ(this->found(1), "[ 2 2 ]");
 }
 
 // From (0, 5) neither x nor y alone leads nearer.
 TYPED_TEST(NearbySearchOver, DifferenceOfTwoVectorsIsAStep) {
   this->use("[ ] [ ] [ ] [ ] [ ] [ [ 5 4 ] [ 1 -1 ] ] [ 20 -3 ] [ 22 2 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");
-  this->live.B[1] = this->image({TypeParam(0), TypeParam(5)});
+  test::setRow(this->live, 1, this->image({TypeParam(0), TypeParam(5)}));
   this->passOverFirst();
-  ASSERT_EQ(this->live.solutions.dimension(), 1);
+  ASSERT_EQ(this->live.found.solutions.dimension(), 1);
 }
 
 // Each vector of the basis has the constants in it, in sums and differences of two as well.
@@ -102,11 +102,11 @@ TYPED_TEST(NearbySearchOver, InhomogeneousVectorsBecomeSteps) {
   this->use(band);
   auto& lattice = this->live;
   for (const Index k : {2, 3}) {
-    lattice.B[k] += lattice.B[1];
-    lattice.B[k] += lattice.B[1];
+    test::setRow(lattice, k, lattice.basis.B()[k] + lattice.basis.B()[1]);
+    test::setRow(lattice, k, lattice.basis.B()[k] + lattice.basis.B()[1]);
   }
   this->passOverFirst();
-  EXPECT_EQ(lattice.solutions.dimension(), 1);
+  EXPECT_EQ(lattice.found.solutions.dimension(), 1);
 }
 
 TYPED_TEST(NearbySearchOver, WalkGoesOnFromTheBestVector) {
@@ -114,31 +114,31 @@ TYPED_TEST(NearbySearchOver, WalkGoesOnFromTheBestVector) {
   auto& lattice = this->live;
   lattice.offerBest(this->image({TypeParam(5), TypeParam(3)}), 1);
   // No vector of the basis is a start.
-  for (TypeParam& entry : lattice.B[1]) entry *= TypeParam(3);
+  for (TypeParam& entry : lattice.basis.B()[1]) entry *= TypeParam(3);
   this->passOverFirst();
-  EXPECT_EQ(lattice.solutions.dimension(), 1);
+  EXPECT_EQ(lattice.found.solutions.dimension(), 1);
 }
 
 TYPED_TEST(NearbySearchOver, OneSolutionLeadsToOthersWhereSeveralAreAskedFor) {
   this->use(band);
   this->live.params.sol = 1000;
   this->passOverFirst();
-  const Index count = this->live.solutions.dimension();
+  const Index count = this->live.found.solutions.dimension();
   EXPECT_GE(count, 5);
   // The walk ends where all solutions a step away are filed.
-  const Vector<TypeParam> last = this->pointOf(this->live.solutions[count]);
+  const Vector<TypeParam> last = this->pointOf(this->live.found.solutions[count]);
   for (int x = -1; x <= 1; ++x)
     for (int y = -1; y <= 1; ++y)
-      this->live.checkSolution(this->image({last[1] + TypeParam(x), last[2] + TypeParam(y)}), false,
-                               0, true);
-  EXPECT_EQ(this->live.solutions.dimension(), count);
+      this->live.checkSolution(this->image({last[1] + TypeParam(x), last[2] + TypeParam(y)}),
+                               Space::raw, 0, Announce::silent);
+  EXPECT_EQ(this->live.found.solutions.dimension(), count);
 }
 
 TYPED_TEST(NearbySearchOver, OneSolutionLeadsNowhereWithoutANumberToReach) {
   this->use(band);
   this->goOn();
   this->passOverFirst();
-  EXPECT_EQ(this->live.solutions.dimension(), 1);
+  EXPECT_EQ(this->live.found.solutions.dimension(), 1);
 }
 
 TYPED_TEST(NearbySearchOver, OneSolutionLeadsToOthersWithinANumberOfPasses) {
@@ -146,7 +146,7 @@ TYPED_TEST(NearbySearchOver, OneSolutionLeadsToOthersWithinANumberOfPasses) {
   this->goOn();
   this->live.params.iters = 3;
   this->passOverFirst();
-  EXPECT_GE(this->live.solutions.dimension(), 5);
+  EXPECT_GE(this->live.found.solutions.dimension(), 5);
 }
 
 TYPED_TEST(NearbySearchOver, OneSolutionLeadsToOthersWithinATime) {
@@ -154,49 +154,50 @@ TYPED_TEST(NearbySearchOver, OneSolutionLeadsToOthersWithinATime) {
   this->goOn();
   this->live.params.rtime = 60;
   this->passOverFirst();
-  EXPECT_GE(this->live.solutions.dimension(), 5);
+  EXPECT_GE(this->live.found.solutions.dimension(), 5);
 }
 
 // x + 2 y from 14990 to 15000, both from 0 to 10000: one at a time it takes thousands of steps.
 TYPED_TEST(NearbySearchOver, StepsThatLeadOnGrow) {
   this->use("[ ] [ ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 14990 ] [ 15000 ] [ 0 0 ] [ 0 0 ] [ 10000 10000 ]");
   this->passOverFirst();
-  EXPECT_EQ(this->live.solutions.dimension(), 1);
+  EXPECT_EQ(this->live.found.solutions.dimension(), 1);
 }
 
 // x + 2 y between 2 and 9, x largest: with x = 5 there are several.
 TYPED_TEST(NearbySearchOver, SolutionsNoBetterThanTheBestAreNotLookedFor) {
   this->use("[ inf ] [ [ 1 0 ] ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 2 ] [ 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");
   this->goOn();
-  this->live.checkSolution(this->image({TypeParam(5), TypeParam(0)}), false, 0, true);
-  this->live.restarts = 1;
+  this->live.checkSolution(this->image({TypeParam(5), TypeParam(0)}), Space::raw, 0,
+                           Announce::silent);
+  this->live.run.restarts = 1;
   this->passOverFirst();
-  EXPECT_EQ(this->live.solutions.dimension(), 1);
+  EXPECT_EQ(this->live.found.solutions.dimension(), 1);
 }
 
 TYPED_TEST(NearbySearchOver, BetterAndBetterSolutionsEndAtTheBest) {
   this->use(climb);
   this->goOn();
   this->passOverFirst();
-  EXPECT_EQ(this->live.bestTarget.targetNorm, TypeParam(-8));
-  EXPECT_EQ(textOf(this->pointOf(this->live.bestTarget)), "[ 0 4 ]");
+  EXPECT_EQ(this->live.found.bestTarget.targetNorm, TypeParam(-8));
+  EXPECT_EQ(textOf(this->pointOf(this->live.found.bestTarget)), "[ 0 4 ]");
 }
 
 TYPED_TEST(NearbySearchOver, BestOfAPreparedProblemIsFoundByOnePass) {
   this->prepare(climb);
   this->goOn();
   this->live.lllPass(1, 0, 0);
-  EXPECT_EQ(this->live.bestTarget.targetNorm, TypeParam(-8));
+  EXPECT_EQ(this->live.found.bestTarget.targetNorm, TypeParam(-8));
 }
 
 // A step may take from both deviations of a goal what only one of them has.
 TYPED_TEST(NearbySearchOver, DeviationsFollowFromTheirDifference) {
   this->prepare(aim);
-  this->live.resize(this->live.n, 0, true);
+  this->live.resize(this->live.basis.n, 0, true);
   this->goOn();
   this->passOverFirst();
-  EXPECT_EQ(this->live.bestTarget.targetNorm, TypeParam(3));
-  EXPECT_EQ(textOf(this->pointOf(this->live.bestTarget)), "[ 9 5 ]");
+  EXPECT_EQ(this->live.found.bestTarget.targetNorm, TypeParam(3));
+  EXPECT_EQ(textOf(this->pointOf(this->live.found.bestTarget)), "[ 9 5 ]");
 }
 
 // 5 x - 4 y from 0 to 1 and x + y from 3 to 9 at (4, 5) only: from 0 the walk ends at (1, 1).
@@ -208,10 +209,11 @@ TYPED_TEST(NearbySearchOver, RestartsThatVaryBeginElsewhere) {
   auto& lattice = this->live;
   lattice.params.variate = true;
   this->passOverFirst();
-  EXPECT_EQ(lattice.solutions.dimension(), 0);
-  for (lattice.restarts = 1; lattice.restarts < 50 && !lattice.stopped(); ++lattice.restarts)
+  EXPECT_EQ(lattice.found.solutions.dimension(), 0);
+  for (lattice.run.restarts = 1; lattice.run.restarts < 50 && !lattice.stopped();
+       ++lattice.run.restarts)
     this->passOverFirst();
-  ASSERT_EQ(lattice.solutions.dimension(), 1);
+  ASSERT_EQ(lattice.found.solutions.dimension(), 1);
   EXPECT_EQ(this->found(1), "[ 4 5 ]");
 }
 
@@ -219,17 +221,18 @@ TYPED_TEST(NearbySearchOver, RestartsThatVaryNothingBeginAtTheSamePlace) {
   this->use(island);
   auto& lattice = this->live;
   lattice.params.variate = false;
-  for (lattice.restarts = 1; lattice.restarts < 50; ++lattice.restarts) this->passOverFirst();
-  EXPECT_EQ(lattice.solutions.dimension(), 0);
+  for (lattice.run.restarts = 1; lattice.run.restarts < 50; ++lattice.run.restarts)
+    this->passOverFirst();
+  EXPECT_EQ(lattice.found.solutions.dimension(), 0);
 }
 
 TYPED_TEST(NearbySearchOver, StoppedSearchEndsTheWalk) {
   this->use(band);
   // The first step is that of the pass, (1, 0) the second one.
   CountingStopper<TypeParam> stopper(this->live, 3);
-  this->live.observer = &stopper;
+  this->live.run.observer = &stopper;
   this->passOverFirst();
-  EXPECT_EQ(this->live.solutions.dimension(), 0);
+  EXPECT_EQ(this->live.found.solutions.dimension(), 0);
   EXPECT_LE(stopper.steps, 4);
 }
 
@@ -238,13 +241,13 @@ TYPED_TEST(NearbySearchOver, StoppedSearchEndsTheWalk) {
 TYPED_TEST(NearbySearchOver, StoppedSearchBeginsNoOtherWalk) {
   for (Index count = 2; count <= 60; ++count) {
     this->use("[ ] [ ] [ ] [ ] [ ] [ [ 1 1 1 ] ] [ 0 ] [ 9 ] [ 0 0 0 ] [ 0 0 0 ] [ 9 9 9 ]");
-    this->live.runVariables[MainMutexVariable::runState].set("");
+    this->live.run.runVariables[MainMutexVariable::runState].set("");
     this->live.params.sol = count;
     this->live.params.variate = true;
-    this->live.restarts = count;
+    this->live.run.restarts = count;
     this->passOverFirst();
     ASSERT_TRUE(this->live.stopped());
-    EXPECT_EQ(this->live.solutions.dimension(), count);
+    EXPECT_EQ(this->live.found.solutions.dimension(), count);
   }
 }
 
@@ -252,7 +255,7 @@ TYPED_TEST(NearbySearchOver, ObserverHearsOfEachStep) {
   this->use(band);
   this->goOn();
   CountingStopper<TypeParam> counter(this->live, 0);
-  this->live.observer = &counter;
+  this->live.run.observer = &counter;
   this->passOverFirst();
   // All steps, forth and back, were in vain at the end: two vectors, sum and difference.
   EXPECT_GE(counter.steps, 1 + 8);
@@ -261,18 +264,18 @@ TYPED_TEST(NearbySearchOver, ObserverHearsOfEachStep) {
 TYPED_TEST(NearbySearchOver, EmptyPassFilesNothing) {
   this->use(band);
   auto& lattice = this->live;
-  lattice.swapBudget = 150;
+  lattice.run.swapBudget = 150;
   EXPECT_EQ(lattice.lllPass(2, 1, 2), 2);
-  EXPECT_EQ(lattice.solutions.dimension(), 0);
-  EXPECT_FALSE(lattice.bestVector.isSet());
-  EXPECT_EQ(lattice.swapBudget, 149);
+  EXPECT_EQ(lattice.found.solutions.dimension(), 0);
+  EXPECT_FALSE(lattice.found.bestVector.isSet());
+  EXPECT_EQ(lattice.run.swapBudget, 149);
 }
 
 TYPED_TEST(NearbySearchOver, EquationLatticeIsNotSearched) {
   this->use(band);
-  this->live.latticeKind = LatticeKind::equations;
+  this->live.frame.latticeKind = LatticeKind::equations;
   CountingStopper<TypeParam> counter(this->live, 0);
-  this->live.observer = &counter;
+  this->live.run.observer = &counter;
   this->passOverFirst();
   EXPECT_EQ(counter.steps, 1);
 }
@@ -280,10 +283,10 @@ TYPED_TEST(NearbySearchOver, EquationLatticeIsNotSearched) {
 TYPED_TEST(NearbySearchOver, WalkLeavesTheBasisAlone) {
   this->use(band);
   this->goOn();
-  const Matrix<TypeParam> before(this->live.B);
+  const Matrix<TypeParam> before(this->live.basis.B());
   this->passOverFirst();
-  EXPECT_TRUE(identical(this->live.B, before));
-  EXPECT_TRUE(identical(this->live.B_save, before));
+  EXPECT_TRUE(identical(this->live.basis.B(), before));
+  EXPECT_TRUE(identical(this->live.basis.B_save, before));
 }
 
 // 3 x to be -2: a vector that meets the goal leaves the bounds of x.
@@ -291,7 +294,7 @@ TYPED_TEST(NearbySearchOver, PointsWithinTheBoundsAreCheckedBehindAPass) {
   this->prepare("[ -2 ] [ [ 3 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 2 ] [ 0 ] [ 0.02 ]");
   this->live.params.sol = 0;
   this->live.lllPass(1, 1, 0);
-  ASSERT_EQ(this->live.solutions.dimension(), 1);
+  ASSERT_EQ(this->live.found.solutions.dimension(), 1);
   EXPECT_EQ(this->found(1), "[ 0 ]");
 }
 
@@ -299,7 +302,7 @@ TYPED_TEST(NearbySearchOver, PointsBesideAnInequationAreNoSolutions) {
   this->prepare("[ ] [ ] [ ] [ ] [ ] [ [ 7 -6 ] ] [ 51 ] [ 55 ] [ 0 0 ] [ 0 0 ] [ 9 1 ]");
   this->live.params.sol = 0;
   this->live.lllPass(1, 1, 0);
-  EXPECT_EQ(this->live.solutions.dimension(), 0);
+  EXPECT_EQ(this->live.found.solutions.dimension(), 0);
 }
 
 }  // namespace

@@ -1,0 +1,138 @@
+// The coordinates of a lattice: which block of them stands for what, and between which bounds
+// the vectors of solutions lie.
+#pragma once
+
+#include <cstdint>
+#include <iterator>
+
+#include "core/Matrix.h"
+#include "problem/Vanu.h"
+
+namespace starsift {
+
+/// What the lattice stands for.
+enum class LatticeKind : std::uint8_t {
+  /// No check vectors yet.
+  none = 0,
+  /// The equation lattice of the Aardal reduction.
+  equations = 1,
+  /// The full lattice.
+  full = 2,
+};
+
+/// Consecutive coordinates: `for (Index j : block)`.
+struct CoordinateBlock {
+  class Iterator {
+   public:
+    using iterator_category = std::input_iterator_tag;
+    using value_type = Index;
+    using difference_type = Index;
+    using pointer = const Index*;
+    using reference = Index;
+
+    explicit Iterator(Index at) : at_(at) {}
+    Index operator*() const { return at_; }
+    Iterator& operator++() {
+      ++at_;
+      return *this;
+    }
+    Iterator operator++(int) { return Iterator(at_++); }
+    bool operator==(const Iterator& other) const = default;
+
+   private:
+    Index at_;
+  };
+
+  /// First coordinate, 1-based.
+  Index first = 1;
+  Index count = 0;
+
+  Index last() const { return first + count - 1; }
+  /// Coordinate of element i, 1 <= i <= count.
+  Index at(Index i) const { return first + i - 1; }
+  Iterator begin() const { return Iterator(first); }
+  Iterator end() const { return Iterator(first + count); }
+};
+
+/// The blocks in their order; the last coordinate, that of h, stands behind all of them.
+struct CoordinateBlocks {
+  /// One per equation, in the equation lattice only.
+  CoordinateBlock equations;
+  /// All targets together, 0 or 1.
+  CoordinateBlock target;
+  CoordinateBlock inequations;
+  /// One per variable: originals, slacks and deviations.
+  CoordinateBlock variables;
+  /// The last of the variables, in pairs.
+  CoordinateBlock deviations;
+  /// One per congruence, as long as they are in the lattice.
+  CoordinateBlock moduli;
+};
+
+/// How coordinates are made from variables, and the box of the vectors of solutions. With R the
+/// half width of the box and h the last coordinate over homValue:
+///
+///     equation      Ag z - h bg                    0
+///     target        c (2 atu z - h (rtu + ltu))
+///     inequation    c (2 Au z - h (lu + ru))       from -R to R
+///     variable      2 c z - h R                    from -R to R
+template <class T>
+class CoordinateFrame {
+ public:
+  /// Stage of the generation.
+  LatticeKind latticeKind = LatticeKind::none;
+  /// The equation columns are gone from the lattice.
+  bool equationsRemoved = true;
+  /// The columns of the congruences are in the lattice.
+  bool modsInLattice = false;
+  /// Common multiple of the bound ranges, 0 before generation.
+  T rangeMultiple = T();
+  /// Scale factor per coordinate, m entries.
+  Vector<T> c;
+  /// Lower bounds of the coordinates, with r the check vectors, m entries.
+  Vector<T> l;
+  /// Upper bounds of the coordinates, m entries.
+  Vector<T> r;
+
+  // Promised to hosts of the library; nothing here reads them.
+
+  /// l as generated, m entries.
+  Vector<T> lSave;
+  /// r as generated, m entries.
+  Vector<T> rSave;
+  /// l and r were equal when generated.
+  bool lEqualsR = false;
+  /// 3 times the larger squared length of l and r, 0 before generation.
+  long double supLimit = 0;
+
+  /// No check vectors: m zeros each.
+  void clear(Index m);
+  /// m entries each; new ones are 0.
+  void resize(Index m);
+  template <class U>
+  void convertFrom(const CoordinateFrame<U>& other);
+  /// Stores what is derived from l and r: lSave, rSave, lEqualsR, supLimit.
+  void recordBounds();
+  /// Removes `count` coordinates from `position` on.
+  void remove(Index position, Index count);
+
+  /// The blocks of a lattice of the problem, which is in normal form, with m coordinates.
+  CoordinateBlocks blocks(const Vanu<T>& problem, Index m) const;
+  /// The blocks of the lattice that is about to be generated: with `kind` equations those of
+  /// the equation lattice, moduli included.
+  static CoordinateBlocks generated(const Vanu<T>& problem, LatticeKind kind);
+
+  /// The first coordinate with bounds that hold: behind the target's.
+  Index firstChecked(const Vanu<T>& problem) const;
+  /// `last`, the last coordinate of a raw vector, lies within its check vectors.
+  bool hasLastInBox(const T& last) const;
+  /// A raw vector lies within the check vectors, as far as its variables aren't free.
+  bool liesInBox(const Vanu<T>& problem, const Vector<T>& vector) const;
+
+ private:
+  void recordLimit();
+};
+
+extern template class CoordinateFrame<long double>;
+
+}  // namespace starsift
