@@ -24,7 +24,12 @@ check_pie_supported(LANGUAGES CXX)
 find_program(STARSIFT_CCACHE ccache)
 mark_as_advanced(STARSIFT_CCACHE)
 if(STARSIFT_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${STARSIFT_CCACHE}")
+  # The sloppiness is what precompiled headers need; another clone may share the cache.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+    "${CMAKE_COMMAND}" -E env "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_NOHASHDIR=1
+    CCACHE_SLOPPINESS=pch_defines,time_macros "${STARSIFT_CCACHE}")
+  # A time stamp in the precompiled header would make each one another.
+  add_compile_options("$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
 endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
