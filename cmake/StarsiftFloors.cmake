@@ -43,6 +43,8 @@ function(starsift_add_floor floor)
     target_sources(${target} ${scope}
       FILE_SET bodies TYPE HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}/src" FILES ${bodies})
     set(body_set FILE_SET bodies DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/starsift"
+  starsift_precompile(${target} sources "${PROJECT_SOURCE_DIR}/cmake/SystemHeaders.h")
+
                  COMPONENT development)
   endif()
 
@@ -87,6 +89,7 @@ function(starsift_add_app)
     add_library(starsift_app STATIC ${parts})
     set_target_properties(starsift_app PROPERTIES
       VERIFY_INTERFACE_HEADER_SETS ON)
+    starsift_precompile(starsift_app sources "${PROJECT_SOURCE_DIR}/cmake/SystemHeaders.h")
     target_sources(starsift_app PUBLIC
       FILE_SET HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}/src" FILES ${headers})
     target_link_libraries(starsift_app PUBLIC ${links})

@@ -5,6 +5,7 @@ option(STARSIFT_BENCH "Build the benchmarks" OFF)
 option(STARSIFT_FUZZ "Build the fuzz targets" OFF)
 option(STARSIFT_HARDENING "Fortified C library calls, stack protection, read-only relocations" ON)
 option(STARSIFT_COVERAGE "Count executed lines and branches" OFF)
+option(STARSIFT_FAST_BUILD "Precompile system headers, compile test sources together" OFF)
 set(STARSIFT_SANITIZE "" CACHE STRING "Sanitizers, for example address,undefined")
 
 if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
