@@ -7,9 +7,7 @@ set(STARSIFT_FLOORS)
 #
 # Makes starsift_<floor> from all sources in src/<floor>/ and its rooms, linked to the floor
 # below and to LINKS. A floor BESIDE the house stands on the one named, and no other floor
-# stands on it. Headers are a file set, so that each one is compiled alone by the
-# target all_verify_interface_header_sets; the template bodies in *.inl are
-# installed with them but need their header first and so are not compiled alone.
+# stands on it. The template bodies in *.inl are installed with the headers.
 # A floor without sources is an interface library, one without files is skipped.
 function(starsift_add_floor floor)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "BESIDE" "LINKS")
@@ -30,10 +28,9 @@ function(starsift_add_floor floor)
     add_library(${target} INTERFACE)
   endif()
   add_library(starsift::${floor} ALIAS ${target})
-  set_target_properties(${target} PROPERTIES
-    EXPORT_NAME ${floor}
-    VERIFY_INTERFACE_HEADER_SETS ON
-    INTERFACE_HEADER_SETS_TO_VERIFY HEADERS)
+  set_target_properties(${target} PROPERTIES EXPORT_NAME ${floor})
+  set_property(GLOBAL APPEND PROPERTY STARSIFT_HEADERS ${headers})
+  set_property(GLOBAL APPEND PROPERTY STARSIFT_LIBRARIES ${target})
   target_compile_features(${target} ${scope} cxx_std_20)
 
   target_sources(${target} ${scope}
@@ -45,6 +42,8 @@ function(starsift_add_floor floor)
     set(body_set FILE_SET bodies DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/starsift"
                  COMPONENT development)
   endif()
+
+  starsift_precompile(${target} sources "${PROJECT_SOURCE_DIR}/cmake/SystemHeaders.h")
 
   if(arg_BESIDE)
     target_link_libraries(${target} ${scope} starsift_${arg_BESIDE})
@@ -85,11 +84,12 @@ function(starsift_add_app)
   endif()
   if(parts)
     add_library(starsift_app STATIC ${parts})
-    set_target_properties(starsift_app PROPERTIES
-      VERIFY_INTERFACE_HEADER_SETS ON)
+    set_property(GLOBAL APPEND PROPERTY STARSIFT_HEADERS ${headers})
+    set_property(GLOBAL APPEND PROPERTY STARSIFT_LIBRARIES starsift_app)
     target_sources(starsift_app PUBLIC
       FILE_SET HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}/src" FILES ${headers})
     target_link_libraries(starsift_app PUBLIC ${links})
+    starsift_precompile(starsift_app sources "${PROJECT_SOURCE_DIR}/cmake/SystemHeaders.h")
     set(links starsift_app)
   endif()
 
@@ -102,4 +102,37 @@ function(starsift_add_app)
       target_link_libraries(${name}_program PRIVATE ${links})
     endif()
   endforeach()
+endfunction()
+
+# starsift_add_header_check()
+#
+# The target headers_alone compiles each header of src/ with nothing before it. A
+# header that is the first include of its own .cpp is compiled so anyway, where
+# nothing is precompiled. Which ones these are is looked up when CMake configures.
+# Bodies in *.inl need their header first.
+function(starsift_add_header_check)
+  get_property(headers GLOBAL PROPERTY STARSIFT_HEADERS)
+  get_property(libraries GLOBAL PROPERTY STARSIFT_LIBRARIES)
+  set(sources)
+  foreach(header IN LISTS headers)
+    cmake_path(RELATIVE_PATH header BASE_DIRECTORY "${PROJECT_SOURCE_DIR}/src" OUTPUT_VARIABLE name)
+    cmake_path(REPLACE_EXTENSION header LAST_ONLY cpp OUTPUT_VARIABLE own)
+    set(first)
+    if(EXISTS "${own}")
+      file(STRINGS "${own}" first REGEX "^ *# *include" LIMIT_COUNT 1)
+    endif()
+    if(NOT first STREQUAL "#include \"${name}\"")
+      string(MAKE_C_IDENTIFIER "${name}" source)
+      set(source "${PROJECT_BINARY_DIR}/headers/${source}.cpp")
+      file(CONFIGURE OUTPUT "${source}" CONTENT "#include \"${name}\"\n" @ONLY)
+      list(APPEND sources "${source}")
+    endif()
+  endforeach()
+  if(sources)
+    add_library(headers_alone OBJECT EXCLUDE_FROM_ALL ${sources})
+    target_link_libraries(headers_alone PRIVATE ${libraries})
+    target_compile_options(headers_alone PRIVATE -O0 -U_FORTIFY_SOURCE)
+  else()
+    add_custom_target(headers_alone)
+  endif()
 endfunction()

@@ -5,6 +5,7 @@ option(STARSIFT_BENCH "Build the benchmarks" OFF)
 option(STARSIFT_FUZZ "Build the fuzz targets" OFF)
 option(STARSIFT_HARDENING "Fortified C library calls, stack protection, read-only relocations" ON)
 option(STARSIFT_COVERAGE "Count executed lines and branches" OFF)
+option(STARSIFT_FAST_BUILD "Precompile system headers, compile test sources together" OFF)
 set(STARSIFT_SANITIZE "" CACHE STRING "Sanitizers, for example address,undefined")
 
 if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
@@ -24,7 +25,12 @@ check_pie_supported(LANGUAGES CXX)
 find_program(STARSIFT_CCACHE ccache)
 mark_as_advanced(STARSIFT_CCACHE)
 if(STARSIFT_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${STARSIFT_CCACHE}")
+  # The sloppiness is what precompiled headers need; another clone may share the cache.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+    "${CMAKE_COMMAND}" -E env "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_NOHASHDIR=1
+    CCACHE_SLOPPINESS=pch_defines,time_macros "${STARSIFT_CCACHE}")
+  # A time stamp in the precompiled header would make each one another.
+  add_compile_options("$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
 endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)

@@ -1,0 +1,56 @@
+# Precompiled headers and joined test sources, where STARSIFT_FAST_BUILD is on.
+
+# g++ 12 warns of what it inlines from std::string once that is precompiled,
+# where it keeps quiet else. Builds without this keep these warnings.
+if(STARSIFT_FAST_BUILD)
+  add_compile_options(
+    "$<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds;-Wno-restrict;-Wno-stringop-overflow>")
+endif()
+
+# starsift_precompile(<target> <group> <header>)
+#
+# Puts the header in front of the target's sources. Targets of one group have
+# the same compile options and share what is compiled with the first of them.
+function(starsift_precompile target group header)
+  get_target_property(type ${target} TYPE)
+  if(NOT STARSIFT_FAST_BUILD OR type STREQUAL INTERFACE_LIBRARY)
+    return()
+  endif()
+  get_property(first GLOBAL PROPERTY STARSIFT_FIRST_OF_${group})
+  if(first)
+    target_precompile_headers(${target} REUSE_FROM ${first})
+  else()
+    target_precompile_headers(${target} PRIVATE "${header}")
+    set_property(GLOBAL PROPERTY STARSIFT_FIRST_OF_${group} ${target})
+  endif()
+endfunction()
+
+# starsift_join_tests(<result> <name> <source>...)
+#
+# The sources, or as many files with a few of them each: what the frameworks
+# instantiate for every file takes longer than the tests.
+function(starsift_join_tests result name)
+  if(NOT STARSIFT_FAST_BUILD)
+    set(${result} ${ARGN} PARENT_SCOPE)
+    return()
+  endif()
+  set(sources ${ARGN})
+  set(script "${PROJECT_SOURCE_DIR}/cmake/JoinTests.cmake")
+  list(LENGTH sources count)
+  # As few files as hold at most five sources each, all of about the same size.
+  math(EXPR files "(${count} + 4) / 5")
+  math(EXPR last "${files} - 1")
+  set(joined)
+  foreach(file RANGE 0 ${last})
+    math(EXPR begin "${file} * ${count} / ${files}")
+    math(EXPR size "(${file} + 1) * ${count} / ${files} - ${begin}")
+    list(SUBLIST sources ${begin} ${size} part)
+    set(output "${PROJECT_BINARY_DIR}/joined/${name}_${file}.cpp")
+    add_custom_command(OUTPUT "${output}"
+      COMMAND "${CMAKE_COMMAND}" -P "${script}" "${output}" ${part}
+      DEPENDS ${part} "${script}"
+      COMMENT "" VERBATIM)
+    list(APPEND joined "${output}")
+  endforeach()
+  set(${result} ${joined} PARENT_SCOPE)
+endfunction()
