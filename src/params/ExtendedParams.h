@@ -5,7 +5,6 @@
 #include <concepts>
 #include <functional>
 
-#include "params/ParamReactions.h"
 #include "params/Params.h"
 
 namespace starsift {
@@ -13,6 +12,23 @@ namespace starsift {
 /// The number types of the two lattices.
 template <class T>
 concept LatticeNumber = std::same_as<T, long double> || std::same_as<T, QQ>;
+
+/// What a lattice does at once when one of its settings changes: implemented by the
+/// owner of a parameter set. Called behind the change, and only when the text of the
+/// parameter differs from the one before.
+class ParamReactions {
+ public:
+  virtual ~ParamReactions() = default;
+
+  virtual void consistencyChanged(bool on) = 0;
+  virtual void scaleChanged() = 0;
+  virtual void translateChanged() = 0;
+
+ protected:
+  ParamReactions() = default;
+  ParamReactions(const ParamReactions&) = default;
+  ParamReactions& operator=(const ParamReactions&) = default;
+};
 
 template <LatticeNumber T>
 class ExtendedParams : public Params {

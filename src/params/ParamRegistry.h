@@ -1,7 +1,7 @@
 // The parameters of one set by name.
 #pragma once
 
-#include "core/Hash.h"
+#include "core/Map.h"
 #include "params/ParamInfo.h"
 
 namespace starsift {
