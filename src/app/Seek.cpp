@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "app/StarStore.h"
-#include "params/SearchLimits.h"
 #include "system/Console.h"
 
 namespace starsift {
@@ -39,15 +38,12 @@ void reportUnused(const Params& params) {
   stampOutputTime();
 }
 
-bool isGiven(const Params& params, const char* name) {
-  ParamInfo* const* const parameter = params.table().find(name);
-  return parameter != nullptr && !(*parameter)->isDefault();
-}
-
-/// When the search is to end was said. Norms end it only where there are targets.
-bool isLimited(const Params& params, bool hasTargets) {
-  return hasPassOrTimeLimit(params) || params.sol > 1 ||
-         (hasTargets && (isGiven(params, "snorm") || isGiven(params, "tnorm")));
+/// The parameters say when the search ends. Norms end it only if there are targets.
+bool isLimited(const YLattice<long double>& lattice) {
+  const Params& params = lattice.params();
+  if (params.hasPassOrTimeLimit() || params.sol > 1) return true;
+  return lattice.hasTargets() &&
+         lattice.withLive([](const auto& live) { return live.params.hasNormLimit(); });
 }
 
 std::string_view reasonText(SearchEnd end) {
@@ -81,7 +77,7 @@ Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, std::ostream& rep
 
 SearchEnd Seek::run() {
   lattice_.readOpt();
-  limited_ = isLimited(lattice_.params(), lattice_.hasTargets());
+  limited_ = isLimited(lattice_);
   StarStore store(lattice_);
   watch_.setStore(store);
   // The store has taken the problem as it was read: that is what stars are judged by.

@@ -10,7 +10,6 @@
 #include "algorithms/exact/LastCoordinate.h"
 #include "algorithms/reduction/SizeReduce.h"
 #include "lattice/NearbySearch.h"
-#include "params/SearchLimits.h"
 
 namespace starsift {
 
@@ -121,7 +120,7 @@ bool NearbySearch<T, R>::hasSolution() const {
 template <class T, class R>
 bool NearbySearch<T, R>::wantsSeveral() const {
   const auto& params = lattice_.params;
-  return params.sol > 1 || (params.sol <= 0 && hasPassOrTimeLimit(params));
+  return params.sol > 1 || (params.sol <= 0 && params.hasPassOrTimeLimit());
 }
 
 template <class T, class R>

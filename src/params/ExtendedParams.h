@@ -48,6 +48,9 @@ class ExtendedParams : public Params {
   template <LatticeNumber U>
   void convertFrom(const ExtendedParams<U>& source);
 
+  /// One of the two is set: a search with targets ends at such a norm.
+  bool hasNormLimit() const { return !snorm.isDefault() || !tnorm.isDefault(); }
+
   Param<T> snorm{"snorm", registry()};
   Param<T> tnorm{"tnorm", registry()};
 

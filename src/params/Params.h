@@ -36,6 +36,9 @@ class Params : public Serializable {
   /// The parameters that the set holds, by name, in the order of registration.
   const Hash<ParamInfo*>& table() const { return registry_.table(); }
 
+  /// The search ends after a number of passes or some time, whatever it finds.
+  bool hasPassOrTimeLimit() const { return iters >= 0 || rtime.get() > 0; }
+
   Param<bool> help{"help", registry_};
   Param<long> verb{"verb", registry_};
   Param<bool> consistency{"consistency", registry_};
