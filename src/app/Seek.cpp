@@ -1,10 +1,10 @@
 #include "app/Seek.h"
 
-#include <algorithm>
 #include <iostream>
 #include <string_view>
 
 #include "app/StarStore.h"
+#include "params/ParamHelp.h"
 #include "system/Console.h"
 
 namespace starsift {
@@ -16,27 +16,6 @@ constexpr int passesPerLattice = 20;
 
 /// Restarts without a new solution that end a search without limits.
 constexpr Index fruitlessRestarts = 20;
-
-/// Parameters of searches that there aren't yet.
-constexpr std::string_view unusedParameters[] = {
-    "eenum",        "beta",  "eprune", "btime",       "etime", "pair",      "pairLimit",
-    "collectLimit", "sieve", "sample", "sampleLimit", "scale", "translate", "reinsert"};
-
-bool isUnused(std::string_view name) {
-  return std::ranges::any_of(unusedParameters,
-                             [name](std::string_view unused) { return unused == name; });
-}
-
-/// Names the parameters that were set in vain.
-void reportUnused(const Params& params) {
-  std::string text;
-  for (const auto& entry : params.table())
-    if (isUnused(entry.left) && !entry.right->isDefault())
-      text += " --" + entry.left + '=' + entry.right->text();
-  if (text.empty()) return;
-  std::cerr << "*** Without effect so far:" << text << endLine();
-  stampOutputTime();
-}
 
 /// The parameters say when the search ends. Norms end it only if there are targets.
 bool isLimited(const YLattice<long double>& lattice) {
@@ -72,7 +51,7 @@ Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, std::ostream& rep
   passLimit_ = params.iters;
   watch.setTimeLimit(params.rtime.get());
   setExtendedOutput(params.verb == 2);
-  reportUnused(params);
+  reportWithoutEffect(params);
 }
 
 SearchEnd Seek::run() {

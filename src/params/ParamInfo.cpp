@@ -24,8 +24,7 @@ std::string takeToken(StreamCursor& source) {
 ParamInfo::ParamInfo(const ParamRow& row)
     : Serializable(commaStyle()),
       name_(row.name),
-      help_(row.help),
-      defaultText_(row.defaultText),
+      row_(&row),
       text_(std::string(row.defaultText)) {}
 
 std::ostream& ParamInfo::write(std::ostream& stream) const {

@@ -29,12 +29,13 @@ class ParamInfo : public Serializable {
 
   /// Without the dashes; empty in a parameter that no set has registered.
   const std::string& name() const { return name_; }
-  std::string_view help() const { return help_; }
+  std::string_view help() const { return row_->help; }
   /// The value's text at registration.
-  std::string_view defaultText() const { return defaultText_; }
+  std::string_view defaultText() const { return row_->defaultText; }
+  bool hasEffect() const { return row_->effect == ParamEffect::yes; }
   std::string text() const { return text_.get(); }
   /// The value is that of the default, however it is written: "+20" is 20.
-  virtual bool isDefault() const { return text() == defaultText_; }
+  virtual bool isDefault() const { return text() == defaultText(); }
 
   /// "--name=value"; nothing when the value's text is empty.
   std::ostream& write(std::ostream& stream) const override;
@@ -62,10 +63,11 @@ class ParamInfo : public Serializable {
   void copyText(std::string text) { text_.assign(std::move(text)); }
 
  private:
+  static constexpr ParamRow noRow{};
+
   std::string name_;
-  // These two point into the parameter table.
-  std::string_view help_;
-  std::string_view defaultText_;
+  /// In the parameter table, or a row without texts.
+  const ParamRow* row_ = &noRow;
   MutexType<std::string> text_;
 };
 

@@ -1,6 +1,7 @@
 // The vocabulary of settings: one row per parameter. It is the only place where
-// names, defaults and help texts stand; the parameter sets and the documentation
-// are made from it.
+// names, defaults, effects and help texts stand; the parameter sets, the help and
+// the report of settings without effect are made from it. A member of a set names
+// its row, and each row has a member: ParamTableTest.cpp.
 #pragma once
 
 #include <span>
@@ -18,9 +19,17 @@ enum class ParamKind {
   number,          ///< the number type of the lattice
 };
 
+/// Whether setting a parameter changes what a command does. In either case its text is
+/// stored with the solutions of a search.
+enum class ParamEffect {
+  none,  ///< belongs to an algorithm that isn't implemented yet
+  yes,
+};
+
 struct ParamRow {
   std::string_view name;
   ParamKind kind;
+  ParamEffect effect;
   /// In the form in which a value of the type is written.
   std::string_view defaultText;
   std::string_view help;

@@ -68,6 +68,11 @@ class Params : public Serializable {
 
  protected:
   ParamRegistry& registry() { return registry_; }
+
+ private:
+  /// Number of parameters of this class, which are registered before those of derived
+  /// classes. Declared last: it counts the members above.
+  Index commonCount_;
 };
 
 }  // namespace starsift
