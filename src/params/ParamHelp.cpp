@@ -14,8 +14,8 @@ namespace {
 constexpr std::size_t lineLength = 80;
 constexpr std::string_view indent = "      ";
 
-/// The words of a text in lines of at most lineLength characters; a longer word has a
-/// line of its own.
+/// Writes the words of a text in lines of at most lineLength characters; a longer word
+/// gets a line of its own. Starts with a line feed.
 void writeWrapped(std::ostream& stream, std::string_view text) {
   std::size_t length = lineLength;
   while (!text.empty()) {

@@ -9,7 +9,7 @@ namespace starsift {
 
 namespace {
 
-/// Takes the characters up to white space or the end of the stream.
+/// Removes and returns the characters up to white space or the end of the stream.
 std::string takeToken(StreamCursor& source) {
   std::string token;
   for (int c = source.peek(); c != endOfText && std::isspace(c) == 0; c = source.peek()) {

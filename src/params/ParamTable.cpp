@@ -8,7 +8,7 @@ namespace starsift {
 
 namespace {
 
-// Wording and spelling are what users know and other programs of the suite show.
+// Users and other programs of the suite rely on this wording and spelling.
 constexpr std::array<ParamRow, 25> rows = {{
     {"help", ParamKind::boolean, ParamEffect::yes, "0", "Display this help information."},
     {"verb", ParamKind::integer, ParamEffect::yes, "0",

@@ -11,8 +11,8 @@ namespace starsift {
 
 namespace {
 
-/// White space inside the line of a parameter text: its line feed ends it. A
-/// carriage return in front of that does not belong to an item.
+/// White space within the line of a parameter text, which a line feed ends. A carriage
+/// return before the line feed doesn't belong to an item.
 constexpr std::string_view lineSpace = " \t";
 constexpr std::string_view itemSpace = " \t\r";
 
@@ -50,7 +50,7 @@ std::ostream& Params::write(std::ostream& stream) const {
 std::istream& Params::read(std::istream& stream) {
   StreamCursor source(stream);
   skipWithComments(source, lineSpace);
-  // White space can only be the end of the line here.
+  // lineSpace is skipped, so other white space here is the end of the line.
   if (source.peek() == endOfText || std::isspace(source.peek()) != 0) {
     registry_.empty();
     return stream;
