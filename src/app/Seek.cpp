@@ -1,11 +1,10 @@
 #include "app/Seek.h"
 
-#include <algorithm>
 #include <iostream>
 #include <string_view>
 
 #include "app/StarStore.h"
-#include "params/SearchLimits.h"
+#include "params/ParamHelp.h"
 #include "search/SearchPass.h"
 #include "system/Console.h"
 
@@ -19,36 +18,12 @@ constexpr int passesPerLattice = 20;
 /// Restarts without a new solution that end a search without limits.
 constexpr Index fruitlessRestarts = 20;
 
-/// Parameters of searches that there aren't yet.
-constexpr std::string_view unusedParameters[] = {
-    "eenum",        "beta",  "eprune", "btime",       "etime", "pair",      "pairLimit",
-    "collectLimit", "sieve", "sample", "sampleLimit", "scale", "translate", "reinsert"};
-
-bool isUnused(std::string_view name) {
-  return std::ranges::any_of(unusedParameters,
-                             [name](std::string_view unused) { return unused == name; });
-}
-
-/// Names the parameters that were set in vain.
-void reportUnused(const Params& params) {
-  std::string text;
-  for (const auto& entry : params.table())
-    if (isUnused(entry.left) && !entry.right->isDefault())
-      text += " --" + entry.left + '=' + entry.right->text();
-  if (text.empty()) return;
-  std::cerr << "*** Without effect so far:" << text << endLine();
-  stampOutputTime();
-}
-
-bool isGiven(const Params& params, const char* name) {
-  ParamInfo* const* const parameter = params.table().find(name);
-  return parameter != nullptr && !(*parameter)->isDefault();
-}
-
-/// When the search is to end was said. Norms end it only where there are targets.
-bool isLimited(const Params& params, bool hasTargets) {
-  return hasPassOrTimeLimit(params) || params.sol > 1 ||
-         (hasTargets && (isGiven(params, "snorm") || isGiven(params, "tnorm")));
+/// The parameters say when the search ends. Norms end it only if there are targets.
+bool isLimited(const YLattice<long double>& lattice) {
+  const Params& params = lattice.params();
+  if (params.hasPassOrTimeLimit() || params.sol > 1) return true;
+  return lattice.hasTargets() &&
+         lattice.withLive([](const auto& live) { return live.params.hasNormLimit(); });
 }
 
 std::string_view reasonText(SearchEnd end) {
@@ -77,12 +52,12 @@ Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, std::ostream& rep
   passLimit_ = params.iters;
   watch.setTimeLimit(params.rtime.get());
   setExtendedOutput(params.verb == 2);
-  reportUnused(params);
+  reportWithoutEffect(params);
 }
 
 SearchEnd Seek::run() {
   lattice_.readOpt();
-  limited_ = isLimited(lattice_.params(), lattice_.hasTargets());
+  limited_ = isLimited(lattice_);
   StarStore store(lattice_);
   watch_.setStore(store);
   // The store has taken the problem as it was read: that is what stars are judged by.

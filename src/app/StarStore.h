@@ -26,6 +26,7 @@ class StarStore {
   using Clock = SavePace::Clock;
 
   /// Reads the file beside the problem of `search`, and drops wrong stars. `now` tells the time.
+  /// In a benchmark run (bench > 0) the file is first read and joined by save().
   explicit StarStore(const YLattice<long double>& search,
                      std::function<Clock::time_point()> now = Clock::now);
 
@@ -48,7 +49,7 @@ class StarStore {
   std::function<Clock::time_point()> now_;
   YLattice<long double> stars_;
   std::string solFile_;
-  /// The file as it was last read or written here.
+  /// The file as it was last read or written here; nothing before that, or without a file.
   std::optional<FileIdentity> known_;
   /// Solutions of the search when they were last taken.
   Index taken_ = 0;

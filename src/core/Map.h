@@ -2,6 +2,8 @@
 // order of insertion is part of what is written.
 #pragma once
 
+#include <string>
+
 #include "core/ConversionArray.h"
 #include "core/Pair.h"
 
@@ -32,6 +34,18 @@ class Map : public ConversionArray<Pair<K, V>> {
     for (auto& entry : self)
       if (entry.left == key) return &entry.right;
     return nullptr;
+  }
+};
+
+/// Values by name.
+template <class V>
+class Hash : public Map<std::string, V> {
+ public:
+  /// New entries have the type's empty value, also where an entry was before.
+  void resize(Index dimension, bool reserve) override {
+    const Index before = this->dimension();
+    Map<std::string, V>::resize(dimension, reserve);
+    for (Index i = before + 1; i <= dimension; ++i) this->data()[i].right = V();
   }
 };
 

@@ -1,10 +1,10 @@
-// Values that are only reached through a lock of their own, and the set of such
-// texts that a run shares.
+// Values that are accessed only under their own lock, and the set of such texts that
+// a run shares.
 //
-// A lock is made on the first access. Most guarded values of a run are never
-// touched, and a named semaphore costs more than all the rest of their
-// construction. A value without a lock was never handed out, so copying it needs
-// none; once the lock is there, copying waits on it like every other access.
+// A lock is created on the first access: most guarded values of a run are never
+// accessed, and creating a named semaphore costs more than the rest of the
+// construction. A value without a lock has never been accessed, so it is copied
+// without one. If the lock exists, copying waits on it like any other access.
 #pragma once
 
 #include <memory>
@@ -16,8 +16,8 @@
 
 namespace starsift {
 
-/// A value of type long or std::string behind a semaphore. Copies share the value,
-/// never the lock; a moved value takes its lock along.
+/// A value of type long or std::string guarded by a semaphore. A copy has the same
+/// value and no lock; assigning keeps the lock of the target; moving moves the lock.
 template <class T>
 class MutexType : public Serializable {
  public:
@@ -31,16 +31,16 @@ class MutexType : public Serializable {
   T get() const;
   void set(T value);
 
-  // For copies: as get() and set(), but they make no lock.
+  // For copying: like get() and set(), but they never create the lock.
   T copied() const { return lock_ ? get() : value_; }
   void assign(T value);
 
-  /// The value in the form of its stream operator.
+  /// Writes the value with its stream operator.
   std::ostream& write(std::ostream& stream) const override;
-  /// A failed extraction stores what the stream operator left of an empty value.
+  /// Extracts into a value-initialised T and stores it, even if the extraction failed.
   std::istream& read(std::istream& stream) override;
 
-  /// The name of the lock's semaphore; empty before the first access.
+  /// Name of the semaphore; empty before the first access.
   std::string lockName() const { return lock_ ? lock_->name() : std::string(); }
 
  private:
@@ -57,22 +57,22 @@ extern template class MutexType<std::string>;
 template <class K>
 class MutexVars : public Map<K, MutexType<std::string>> {};
 
-/// The keys of the texts that a run shares. The numbers are fixed.
+/// The keys of the texts that a run shares. The numbers must not change.
 enum class MainMutexVariable {
   spare0 = 0,
   spare1 = 1,
-  /// "stopped" once the termination handling has ended the search, else empty.
+  /// "stopped" after the termination handling has ended the search, else empty.
   runState = 2,
   spare3 = 3,
-  /// Start of the process, seconds since the epoch in decimal; "0" until it is set.
+  /// Start of the process in seconds since the epoch, decimal; "0" until it is set.
   startTime = 4,
-  // Counters in decimal; resetting the lattice sets them to "0".
+  // Counters, decimal; resetting the lattice sets them to "0".
   counter5 = 5,
   counter6 = 6,
   counter7 = 7,
 };
 
-/// One entry per key; empty texts except for startTime.
+/// One entry per key: startTime is "0", the other texts are empty.
 class MainMutexVars : public MutexVars<MainMutexVariable> {
  public:
   MainMutexVars();

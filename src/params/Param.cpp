@@ -31,7 +31,8 @@ T infinityOf(bool negative) {
     const T infinity = std::numeric_limits<T>::infinity();
     return negative ? -infinity : infinity;
   } else if constexpr (std::is_integral_v<T>) {
-    // Converting an infinity to bool gives true, to an integer nothing defined.
+    // Either infinity converts to the bool true; its conversion to an integer is
+    // undefined, so the largest or smallest value stands for it.
     constexpr bool isSwitch = std::is_same_v<T, bool>;
     return negative && !isSwitch ? std::numeric_limits<T>::lowest() : std::numeric_limits<T>::max();
   } else {
@@ -76,8 +77,8 @@ std::string ParamText<T>::print(const T& value) {
   return stream.str();
 }
 
-/// Over a plain value, since the parameter is constructed by it and no lock is to
-/// be made for that.
+/// Parses into a plain long: the constructor of Param calls this, and it must not
+/// create the lock.
 template <>
 void ParamText<MutexType<long>>::parse(const std::string& text, MutexType<long>& value) {
   long plain = value.copied();

@@ -1,4 +1,4 @@
-// A parameter with a typed value. Bodies: Param.cpp, for the types of the table.
+// A parameter with a typed value. Param.cpp instantiates it for the types of the table.
 #pragma once
 
 #include <concepts>
@@ -13,35 +13,35 @@ namespace starsift {
 template <class Text>
 concept TextLike = std::convertible_to<const Text&, std::string_view>;
 
-/// The two directions between the text and the typed value of a parameter.
+/// Conversion between the text and the typed value of a parameter.
 template <class T>
 struct ParamText {
-  /// "inf" and "-inf" are the infinities, in an integer type its largest and its
-  /// smallest value. Any other text is extracted by the stream operator, which
-  /// leaves `value` as it will when it fails; over QQ by QQ::parse.
+  /// "inf" and "-inf" give the infinities, for an integer type its largest and smallest
+  /// value. Any other text is parsed by QQ::parse for QQ, else by the stream operator;
+  /// if that fails, `value` is what the operator leaves there.
   static void parse(const std::string& text, T& value);
-  /// What a stream nobody set up shows.
+  /// What a stream with default formatting writes.
   static std::string print(const T& value);
 };
 
 /// A parameter of type bool, long, unsigned long, float, long double, QQ or
-/// MutexType<long>. Setting it stores the text, parses it and calls the callback;
-/// a typed value goes through its text and may lose digits there. A parameter is
-/// not copied as a whole: `a = b.get()` sets, `a.copyValue(b)` copies silently.
+/// MutexType<long>. Setting it stores the text, parses it and calls the callback. A
+/// typed value is converted to text first, which may lose digits. A parameter can't be
+/// copied: `a = b.get()` sets the value, `a.copyValue(b)` copies it without callback.
 template <class T>
 class Param : public ParamInfo {
  public:
-  /// Unregistered: no name, no text.
+  /// Not registered, without name and text.
   Param() = default;
-  /// Takes its row of the parameter table and enters itself into the registry,
-  /// which belongs to the same set.
+  /// The parameter of this name in the parameter table, at its default. Adds itself to
+  /// `registry`, which belongs to the same set.
   Param(std::string_view name, ParamRegistry& registry);
 
   Param& operator=(const T& value) {
     setText(ParamText<T>::print(value));
     return *this;
   }
-  /// Sets from a text. A template so that a literal is never taken for a bool.
+  /// Sets from a text. A template, so that a string literal isn't converted to bool.
   template <TextLike Text>
   Param& operator=(const Text& text) {
     setText(std::string(std::string_view(text)));
@@ -49,7 +49,7 @@ class Param : public ParamInfo {
   }
 
   const T& get() const { return value_; }
-  // NOLINTNEXTLINE(google-explicit-constructor): a setting reads like its value.
+  // NOLINTNEXTLINE(google-explicit-constructor): a parameter is used like its value.
   operator const T&() const { return value_; }
 
   bool isDefault() const override;
@@ -58,12 +58,12 @@ class Param : public ParamInfo {
   void setCallback(Callback& callback) override;
   void copyValue(const ParamInfo& source) override;
 
-  /// Takes a value and a text that shows all of it, without callback: what a
-  /// conversion from another number type made.
+  /// Stores a value and its text with all digits, without callback. For conversions
+  /// from another number type.
   void takeConverted(const T& value, const std::string& text);
 
  protected:
-  /// Stores and parses the text, then calls the callback with the old one.
+  /// Stores and parses the text, then calls the callback with the old text.
   void setText(const std::string& text);
 
  private:
@@ -73,7 +73,7 @@ class Param : public ParamInfo {
   Callback onChange_ = ignoreChange;
 };
 
-/// A parameter whose typed value is guarded too.
+/// A parameter whose typed value is guarded by a lock, as its text is.
 template <class T>
 class MutexParam : public Param<MutexType<T>> {
  public:

@@ -16,13 +16,14 @@ namespace {
 
 constexpr std::string_view dashes = "--";
 
-/// Without one plus sign, which a stream takes and std::from_chars doesn't.
+/// The text without a single leading plus sign, which a stream accepts and
+/// std::from_chars rejects.
 std::string_view withoutPlus(std::string_view text) {
   const bool plus = text.size() > 1 && text.front() == '+' && text[1] != '-';
   return plus ? text.substr(1) : text;
 }
 
-/// The whole text is a value of T.
+/// True if the whole text is a value of T.
 template <class T>
 bool isWhole(std::string_view text) {
   T value = T();
@@ -36,14 +37,15 @@ bool startsLikeNumber(std::string_view text) {
   return first <= 1 && std::isdigit(static_cast<unsigned char>(text[first])) != 0;
 }
 
-/// QQ::parse takes the text, or refuses it with a report that says what is wrong.
+/// True if QQ::parse accepts the text. Some malformed numbers are fatal there, with a
+/// report of their own.
 bool isNumber(std::string_view text) {
   if (!startsLikeNumber(text)) return false;
   try {
     QQ::parse(text);
     return true;
   } catch (const std::invalid_argument&) {
-    // Where digits are due stands something else.
+    // Something else than digits where QQ::parse expects them.
     return false;
   }
 }
@@ -66,7 +68,7 @@ bool isValueOf(ParamKind kind, std::string_view text) {
   return false;
 }
 
-/// A row of the table with this name takes this text as value.
+/// True if the table has a row with this name, and the text is a value of its type.
 bool isItem(const std::string& name, const std::string& text) {
   const auto rows = paramTable();
   return std::any_of(rows.begin(), rows.end(), [&name, &text](const ParamRow& row) {

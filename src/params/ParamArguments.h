@@ -1,4 +1,4 @@
-// Parameters from the arguments of a command.
+// Sets parameters from the arguments of a command.
 #pragma once
 
 #include <string>
@@ -8,15 +8,15 @@
 
 namespace starsift {
 
-/// Sets the parameters that the arguments name, one item "--name=value" in each, in their
-/// order. Calls no callback.
+/// Sets the parameters that the arguments name, in order; each argument is one item
+/// "--name=value". Calls no callback.
 ///
-/// Stricter than the parameter text, where a value is what a stream takes of it: here an
-/// integer that is none would silently be 0, and any two characters pass for the dashes.
-/// Fatal, "Malformed parameter: " and the argument without its dashes: no "=", an unknown
-/// name, a value that is not one of the parameter's type, or anything behind the item; and
-/// the whole argument when it doesn't start with two dashes or has nothing else. A number
-/// is what QQ::parse takes, whose own reports stay as they are.
+/// Stricter than reading a parameter text, which accepts any two characters as the dashes
+/// and reads a value with a stream, so that an integer without digits is silently 0. Fatal,
+/// with "Malformed parameter: " and the argument without its dashes: no "=", an unknown
+/// name, a value that isn't of the parameter's type, or text after the item. An argument
+/// that doesn't start with two dashes, or consists of them, is reported as a whole. A
+/// number is what QQ::parse accepts; fatal reports of QQ::parse are unchanged.
 void readArguments(Params& params, const std::vector<std::string>& arguments);
 
 }  // namespace starsift

@@ -1,9 +1,11 @@
 #include "params/ParamHelp.h"
 
-#include <ostream>
+#include <iostream>
+#include <string>
 #include <string_view>
 
 #include "params/ParamTable.h"
+#include "system/Console.h"
 
 namespace starsift {
 
@@ -12,8 +14,8 @@ namespace {
 constexpr std::size_t lineLength = 80;
 constexpr std::string_view indent = "      ";
 
-/// The words of a text in lines of at most lineLength characters; a longer word has a
-/// line of its own.
+/// Writes the words of a text in lines of at most lineLength characters; a longer word
+/// gets a line of its own. Starts with a line feed.
 void writeWrapped(std::ostream& stream, std::string_view text) {
   std::size_t length = lineLength;
   while (!text.empty()) {
@@ -40,6 +42,16 @@ void writeParamHelp(std::ostream& stream) {
            << ')';
     writeWrapped(stream, row.help);
   }
+}
+
+void reportWithoutEffect(const Params& params) {
+  std::string text;
+  for (const auto& entry : params.table())
+    if (!entry.right->hasEffect() && !entry.right->isDefault())
+      text += " --" + entry.left + '=' + entry.right->text();
+  if (text.empty()) return;
+  std::cerr << "*** Without effect so far:" << text << endLine();
+  stampOutputTime();
 }
 
 }  // namespace starsift

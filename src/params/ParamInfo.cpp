@@ -9,7 +9,7 @@ namespace starsift {
 
 namespace {
 
-/// Takes the characters up to white space or the end of the stream.
+/// Removes and returns the characters up to white space or the end of the stream.
 std::string takeToken(StreamCursor& source) {
   std::string token;
   for (int c = source.peek(); c != endOfText && std::isspace(c) == 0; c = source.peek()) {
@@ -24,8 +24,7 @@ std::string takeToken(StreamCursor& source) {
 ParamInfo::ParamInfo(const ParamRow& row)
     : Serializable(commaStyle()),
       name_(row.name),
-      help_(row.help),
-      defaultText_(row.defaultText),
+      row_(&row),
       text_(std::string(row.defaultText)) {}
 
 std::ostream& ParamInfo::write(std::ostream& stream) const {

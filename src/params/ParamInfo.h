@@ -1,5 +1,5 @@
-// What all parameters have in common, whatever the type of their value: name, help,
-// and the value as text. As an object of its own it is one item of a parameter text.
+// The common base of all parameters, independent of the type of the value: name, help,
+// and the value as text. An object of this class itself is one item of a parameter text.
 #pragma once
 
 #include <functional>
@@ -13,44 +13,45 @@
 
 namespace starsift {
 
-/// One item "--name=value". The text of the value is the authority: it is what
-/// write() shows, and a typed value is parsed from it.
+/// One item "--name=value". The text of the value is authoritative: write() writes it,
+/// and the typed value is parsed from it.
 class ParamInfo : public Serializable {
  public:
-  /// Called after a change with the text before it. The parameter has its new
-  /// value already; whether anything changed is for the callee to find out.
+  /// Called with the old text after the parameter has been set, even if the text is the
+  /// same as before.
   using Callback = std::function<void(const std::string& oldText)>;
 
-  /// Without name, help and value.
+  /// No name, no help, no value.
   ParamInfo() : Serializable(commaStyle()) {}
   ParamInfo(const ParamInfo&) = delete;
   ParamInfo& operator=(const ParamInfo&) = delete;
   ~ParamInfo() override = default;
 
-  /// Without the dashes; empty in a parameter that no set has registered.
+  /// Without the dashes; empty if the parameter isn't registered.
   const std::string& name() const { return name_; }
-  std::string_view help() const { return help_; }
-  /// The value's text at registration.
-  std::string_view defaultText() const { return defaultText_; }
+  std::string_view help() const { return row_->help; }
+  /// The text of the value at registration.
+  std::string_view defaultText() const { return row_->defaultText; }
+  bool hasEffect() const { return row_->effect == ParamEffect::yes; }
   std::string text() const { return text_.get(); }
-  /// The value is that of the default, however it is written: "+20" is 20.
-  virtual bool isDefault() const { return text() == defaultText_; }
+  /// True if the value equals the default, in whatever notation: "+20" is 20.
+  virtual bool isDefault() const { return text() == defaultText(); }
 
-  /// "--name=value"; nothing when the value's text is empty.
+  /// Writes "--name=value", or nothing if the text of the value is empty.
   std::ostream& write(std::ostream& stream) const override;
 
-  /// Reads one item behind white space and comments: two characters, the dashes,
-  /// that are not looked at; then a token up to white space, name and value around
-  /// its first "=". Fatal without one: "Malformed parameter: " and the token. Takes
-  /// the name too. Calls no callback.
+  /// Reads one item after white space and comments, and stores its name and value. The
+  /// first two characters, the dashes, are skipped unchecked; the token after them ends
+  /// at white space and is split at its first "=". Fatal if it has none: "Malformed
+  /// parameter: " and the token. Calls no callback.
   std::istream& read(std::istream& stream) override;
 
   virtual bool isBool() const { return false; }
   /// Parses the text into the typed value.
   virtual void update() {}
-  /// Exchanges the callback with the given one; an empty one does nothing.
+  /// Swaps the callback with the given one; an empty one means no action.
   virtual void setCallback(Callback& /*callback*/) {}
-  /// Takes text and typed value of a parameter of the same type, without callback.
+  /// Copies text and typed value from a parameter of the same type, without callback.
   virtual void copyValue(const ParamInfo& source) { copyText(source.text_.copied()); }
 
   /// Stores the text and parses it, without callback.
@@ -58,14 +59,15 @@ class ParamInfo : public Serializable {
 
  protected:
   explicit ParamInfo(const ParamRow& row);
-  /// Takes a text from another parameter, without parsing it.
+  /// Stores the text of another parameter without parsing it.
   void copyText(std::string text) { text_.assign(std::move(text)); }
 
  private:
+  static constexpr ParamRow noRow{};
+
   std::string name_;
-  // These two point into the parameter table.
-  std::string_view help_;
-  std::string_view defaultText_;
+  /// Row of the parameter table; noRow if the parameter isn't registered.
+  const ParamRow* row_ = &noRow;
   MutexType<std::string> text_;
 };
 

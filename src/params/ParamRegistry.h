@@ -1,12 +1,12 @@
-// The parameters of one set by name.
+// Finds the parameters of a set by name.
 #pragma once
 
-#include "core/Hash.h"
+#include "core/Map.h"
 #include "params/ParamInfo.h"
 
 namespace starsift {
 
-/// Points to the parameters of the set that owns it, so it is never copied.
+/// Holds pointers to the parameters of the set that owns it, so it can't be copied.
 class ParamRegistry {
  public:
   ParamRegistry() = default;
@@ -15,17 +15,17 @@ class ParamRegistry {
 
   void add(ParamInfo& parameter);
 
-  /// The parameter of that name, or null; always null in an emptied registry.
+  /// The parameter of that name, or null if the set has none.
   ParamInfo* find(const std::string& name);
 
-  /// The parameters that the set holds, in the order of registration.
+  /// The parameters that the set holds, in the order of registration; none after empty().
   const Hash<ParamInfo*>& table() const { return table_; }
-  /// All that were ever added, in the same order.
+  /// All parameters that were ever added, in the same order.
   const Array<ParamInfo*>& added() const { return added_; }
 
-  /// The set holds no parameter any more.
+  /// Makes the set hold no parameters.
   void empty() { table_.clear(); }
-  /// The set holds all that were added, or none when `other` is empty.
+  /// Makes the set hold all parameters that were added, or none if `other` is empty.
   void fillLike(const ParamRegistry& other);
 
  private:

@@ -1,6 +1,7 @@
-// The vocabulary of settings: one row per parameter. It is the only place where
-// names, defaults and help texts stand; the parameter sets and the documentation
-// are made from it.
+// The parameter table, with one row per parameter. It alone defines names, defaults,
+// effects and help texts; the parameter sets, the help and the report of settings
+// without effect are made from it. Each member of a set refers to its row by name;
+// ParamTableTest.cpp checks that every row has a member.
 #pragma once
 
 #include <span>
@@ -18,22 +19,30 @@ enum class ParamKind {
   number,          ///< the number type of the lattice
 };
 
+/// Whether setting a parameter changes what a command does. In either case its text is
+/// stored with the solutions of a search.
+enum class ParamEffect {
+  none,  ///< belongs to an algorithm that isn't implemented yet
+  yes,
+};
+
 struct ParamRow {
   std::string_view name;
   ParamKind kind;
-  /// In the form in which a value of the type is written.
+  ParamEffect effect;
+  /// The default value in the notation of its type, such as "0" or "-inf".
   std::string_view defaultText;
   std::string_view help;
 };
 
-/// All rows in the order of registration, which is the order of the parameter text
-/// and so part of the stored format. The rows of type `number` come last.
+/// All rows in the order of registration. That is the order of the parameter text and
+/// therefore part of the stored format. The rows of kind `number` come last.
 std::span<const ParamRow> paramTable();
 
-/// The row of a name; the name is one of the table's.
+/// The row with this name, which must be in the table.
 const ParamRow& paramRow(std::string_view name);
 
-/// The type as the documentation names it: "bool", "long", ...
+/// The type as the help shows it: "bool", "long", ...
 std::string_view paramKindName(ParamKind kind);
 
 }  // namespace starsift

@@ -11,17 +11,14 @@ namespace starsift {
 
 namespace {
 
-/// Parameters that this class registers ahead of those of derived classes.
-constexpr Index commonCount = 23;
-
-/// White space inside the line of a parameter text: its line feed ends it. A
-/// carriage return in front of that does not belong to an item.
+/// White space within the line of a parameter text, which a line feed ends. A carriage
+/// return before the line feed doesn't belong to an item.
 constexpr std::string_view lineSpace = " \t";
 constexpr std::string_view itemSpace = " \t\r";
 
 }  // namespace
 
-Params::Params() : Serializable(commaStyle()) {}
+Params::Params() : Serializable(commaStyle()), commonCount_(registry_.added().dimension()) {}
 
 Params::~Params() = default;
 
@@ -32,7 +29,7 @@ Params::Params(const Params& other) : Params() {
 Params& Params::operator=(const Params& other) {
   if (this == &other) return *this;
   Serializable::operator=(other);
-  for (Index i = 1; i <= commonCount; ++i)
+  for (Index i = 1; i <= commonCount_; ++i)
     registry_.added()[i]->copyValue(*other.registry_.added()[i]);
   registry_.fillLike(other.registry_);
   stopping.copyValue(other.stopping);
@@ -53,7 +50,7 @@ std::ostream& Params::write(std::ostream& stream) const {
 std::istream& Params::read(std::istream& stream) {
   StreamCursor source(stream);
   skipWithComments(source, lineSpace);
-  // White space can only be the end of the line here.
+  // lineSpace is skipped, so other white space here is the end of the line.
   if (source.peek() == endOfText || std::isspace(source.peek()) != 0) {
     registry_.empty();
     return stream;

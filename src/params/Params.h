@@ -1,40 +1,44 @@
-// A set of parameters: what all lattices have, whatever their number type. Its text
-// form is the option syntax, one line of "--name=value" items.
+// The parameters that all lattices have, independent of their number type. The text
+// form of a set is one line of "--name=value" items.
 #pragma once
 
 #include "params/Param.h"
 
 namespace starsift {
 
-/// The members are registered in the order of their declaration, which is that of
-/// the parameter table. See there for what each one is.
+/// The members are registered in the order of their declaration, which is the order of
+/// the parameter table. The table says what each parameter means.
 class Params : public Serializable {
  private:
-  // Ahead of the members that enter themselves.
+  // Declared before the members, which add themselves to it.
   ParamRegistry registry_;
 
  public:
   /// All parameters at their defaults.
   Params();
-  /// The copy has parameters of its own; callbacks stay behind.
+  /// The copy has its own parameters with the same values, and no callbacks.
   Params(const Params& other);
-  /// Copies texts and typed values. No callback is called; each set keeps its own.
-  /// A set without parameters makes this one a set without parameters.
+  /// Copies texts and typed values without calling callbacks; each set keeps its own.
+  /// If `other` has been emptied, this set is emptied as well.
   Params& operator=(const Params& other);
   ~Params() override;
 
-  /// The items in the order of registration with a blank between them, no line
-  /// feed. A parameter without a name or with an empty text is left out.
+  /// Writes the items in the order of registration, separated by blanks, without line
+  /// feed. Omits a parameter without a name or with an empty text.
   std::ostream& write(std::ostream& stream) const override;
 
-  /// Reads items up to the end of the stream or a line feed, which it leaves. The
-  /// parameters named are set, the others stay; no callback is called. A text
-  /// without items leaves a set without parameters. Fatal: "Malformed parameter: "
-  /// and the token for an item without "=" or with an unknown name.
+  /// Reads items up to the end of the stream or a line feed, which stays in the stream.
+  /// Sets the parameters of the items and leaves the others unchanged; calls no callback.
+  /// A text without items empties the set: table() has no entries, the members keep
+  /// their values. Fatal for an item without "=" or with an unknown name: "Malformed
+  /// parameter: " and the token.
   std::istream& read(std::istream& stream) override;
 
-  /// The parameters that the set holds, by name, in the order of registration.
+  /// The parameters of the set by name, in the order of registration.
   const Hash<ParamInfo*>& table() const { return registry_.table(); }
+
+  /// True if the search ends after a number of passes or some time, whatever it finds.
+  bool hasPassOrTimeLimit() const { return iters >= 0 || rtime.get() > 0; }
 
   Param<bool> help{"help", registry_};
   Param<long> verb{"verb", registry_};
@@ -59,12 +63,17 @@ class Params : public Serializable {
   Param<long> iters{"iters", registry_};
   Param<long> sol{"sol", registry_};
   Param<float> bench{"bench", registry_};
-  /// Not registered, so no part of the text: the end of a search only stops it, while
-  /// otherwise it ends the process.
+  /// If true, the end of a search only stops it; if false, it ends the process. Not
+  /// registered, and therefore not part of the text.
   Param<bool> stopping;
 
  protected:
   ParamRegistry& registry() { return registry_; }
+
+ private:
+  /// Number of parameters of this class, which are registered before those of derived
+  /// classes. Declared last: it counts the members above.
+  Index commonCount_;
 };
 
 }  // namespace starsift

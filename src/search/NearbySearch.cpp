@@ -10,7 +10,6 @@
 #include "algorithms/reduction/SizeReduce.h"
 #include "numbers/Conversion.h"
 #include "numbers/VectorQQ.h"
-#include "params/SearchLimits.h"
 
 namespace starsift {
 
@@ -125,7 +124,7 @@ bool NearbySearch<T, R>::hasSolution() const {
 template <class T, class R>
 bool NearbySearch<T, R>::wantsSeveral() const {
   const auto& params = lattice_.params;
-  return params.sol > 1 || (params.sol <= 0 && hasPassOrTimeLimit(params));
+  return params.sol > 1 || (params.sol <= 0 && params.hasPassOrTimeLimit());
 }
 
 template <class T, class R>

@@ -148,6 +148,13 @@ TEST_F(SeekTest, CountsTimesFromTheStartOfTheProcess) {
   EXPECT_THAT(solFile(), testing::StartsWith("[ 2 5 ] | 0 | [ ] | 0 | 36"));
 }
 
+TEST_F(SeekTest, KeepsKnownStarsInABenchmark) {
+  dir_.write("p.sol", "[ 2 5 ] | 0 | [ ] | 0 | 70 | other | 1.0\n");
+  EXPECT_EQ(run(one, {"--bench=1"}), SearchEnd::goal);
+  EXPECT_THAT(solFile(), testing::StartsWith("[ 2 5 ] | 0 | [ ] | 0 | 0 | --help=0 "));
+  EXPECT_THAT(solFile(), EndsWith("\n[ 2 5 ] | 0 | [ ] | 0 | 70 | other | 1.0\n"));
+}
+
 TEST_F(SeekTest, NamesParametersThatHaveNoEffect) {
   testing::internal::CaptureStderr();
   run(one, {"--beta=30", "--pair=1", "--iters=0"});

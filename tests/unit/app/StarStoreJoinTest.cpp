@@ -20,9 +20,16 @@ using Names = std::vector<std::string>;
 class StarStoreJoinTest : public test::PreparedSearch {
  protected:
   /// x + 2 y between 2 and 9, both from 0 to 5.
-  void SetUp() override {
-    prepare("[ ] [ ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 2 ] [ 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");
-  }
+  static constexpr std::string_view band =
+      "[ ] [ ] [ ] [ ] [ ] [ [ 1 2 ] ] [ 2 ] [ 9 ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
+
+  void SetUp() override { prepare(band); }
+};
+
+/// A search that doesn't read the file at its start.
+class StarStoreBenchmarkTest : public StarStoreJoinTest {
+ protected:
+  void SetUp() override { prepare(band, {"--bench=2"}); }
 };
 
 TEST_F(StarStoreJoinTest, KeepsWhatCameIntoTheFileSinceItWasRead) {
@@ -56,6 +63,36 @@ TEST_F(StarStoreJoinTest, DropsWrongStarsThatCameIntoTheFile) {
   stars.save(search_);
   EXPECT_THAT(solFile(), Not(HasSubstr("[ 5 5 ]")));
   EXPECT_THAT(solFile(), HasSubstr("[ 5 1 ]"));
+}
+
+TEST_F(StarStoreBenchmarkTest, KeepsTheStarsOfTheFileThatItDidNotReadAtItsStart) {
+  dir_.write("p.sol", "[ 5 5 ]\n[ 5 1 ] | 0 | [ ] | 0 | 7 | other | 1.0\n");
+  StarStore stars(search_);
+  find({1, 4});
+  stars.save(search_);
+  EXPECT_THAT(solFile(), Not(HasSubstr("[ 5 5 ]")));
+  EXPECT_THAT(solFile(), HasSubstr("[ 1 4 ] | 0 | [ ] | 0 | 3 | "));
+  EXPECT_THAT(solFile(), HasSubstr("[ 5 1 ] | 0 | [ ] | 0 | 7 | other | 1.0\n"));
+  EXPECT_EQ(dir_.names(), (Names{"p.opt", "p.sol"}));
+}
+
+TEST_F(StarStoreBenchmarkTest, KeepsTheStarsOfTheFileIfItFindsNothing) {
+  dir_.write("p.sol", "[ 5 1 ]\n");
+  StarStore stars(search_);
+  stars.save(search_);
+  EXPECT_THAT(solFile(), HasSubstr("[ 5 1 ]"));
+  std::ostringstream report;
+  EXPECT_TRUE(stars.report(report));
+}
+
+TEST_F(StarStoreBenchmarkTest, LeavesABadFileAloneAndItsStarsBeside) {
+  dir_.write("p.sol", "[ 1/0 4 ]\n");
+  StarStore stars(search_);
+  find({1, 4});
+  EXPECT_FAILS_WITH(stars.save(search_), "QQ: division by zero1");
+  EXPECT_EQ(solFile(), "[ 1/0 4 ]\n");
+  ASSERT_EQ(dir_.names().size(), 3U);
+  EXPECT_THAT(dir_.read(dir_.names()[2]), testing::StartsWith("[ 1 4 ] | 0 |"));
 }
 
 TEST_F(StarStoreJoinTest, LetsTwoSearchesKeepTheStarsOfBoth) {

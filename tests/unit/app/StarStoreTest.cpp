@@ -112,6 +112,24 @@ TEST_F(StarStoreTest, TouchesNoFileBeforeItSaves) {
   EXPECT_EQ(solFile(), "[ 5 5 ]\n[ 5 1 ]\n");
 }
 
+TEST_F(StarStoreTest, DoesNotReadTheFileAtTheStartOfABenchmark) {
+  dir_.write("p.sol", "[ 5 1 ]\n");
+  prepare(band, {"--bench=0.5"});
+  StarStore stars = store();
+  std::ostringstream report;
+  EXPECT_FALSE(stars.report(report));
+  EXPECT_EQ(solFile(), "[ 5 1 ]\n");
+}
+
+TEST_F(StarStoreTest, ReadsTheFileAtTheStartOfAnyOtherSearch) {
+  dir_.write("p.sol", "[ 5 1 ]\n");
+  prepare(band, {"--bench=-1"});
+  StarStore stars = store();
+  std::ostringstream report;
+  EXPECT_TRUE(stars.report(report));
+  EXPECT_THAT(report.str(), HasSubstr("x = [ 5 1 ]"));
+}
+
 TEST_F(StarStoreTest, WritesWhatStarsiftWouldMakeOfIt) {
   search(climb, "[ 5 1 ] | 0 | [ 0 ] | 0 | 7 | other | 1.0\n[ 1/2 4 ]\n[ 1 4 ]\n");
   StarStore stars = store();

@@ -4,8 +4,6 @@
 
 #include <string>
 
-#include "core/Hash.h"
-
 namespace starsift {
 namespace {
 

@@ -67,6 +67,15 @@ TYPED_TEST(ExtendedParamsOver, AreAtTheDefaultHoweverItIsWritten) {
   EXPECT_FALSE(this->params.tnorm.isDefault());
 }
 
+TYPED_TEST(ExtendedParamsOver, LimitASearchByEitherNorm) {
+  EXPECT_FALSE(this->params.hasNormLimit());
+  this->params.snorm = "0";
+  EXPECT_TRUE(this->params.hasNormLimit());
+  this->params.snorm = "-1";
+  this->params.tnorm = "-300";
+  EXPECT_TRUE(this->params.hasNormLimit());
+}
+
 TYPED_TEST(ExtendedParamsOver, ReadTheNormsOfAText) {
   std::istringstream("--snorm=2.5 --tnorm=inf") >> this->params;
   EXPECT_EQ(this->params.snorm.get() + this->params.snorm.get(), TypeParam(5));

@@ -5,6 +5,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "params/ExtendedParams.h"
 
@@ -121,6 +122,26 @@ INSTANTIATE_TEST_SUITE_P(All, ParamTableRow, testing::Range<std::size_t>(0, 25),
 
 TEST(ParamTable, HasTwentyFiveRows) {
   EXPECT_EQ(paramTable().size(), 25U);
+}
+
+using Names = std::vector<std::string>;
+
+TEST(ParamTable, HasARowForEachParameterOfALatticeAndNoOther) {
+  Names rows;
+  for (const ParamRow& row : paramTable()) rows.emplace_back(row.name);
+  Names members;
+  const ExtendedParams<long double> params;
+  for (const auto& entry : params.table()) members.push_back(entry.left);
+  EXPECT_EQ(members, rows);
+}
+
+TEST(ParamTable, MarksTheParametersWithoutEffect) {
+  Names names;
+  for (const ParamRow& row : paramTable())
+    if (row.effect == ParamEffect::none) names.emplace_back(row.name);
+  EXPECT_EQ(names,
+            (Names{"eenum", "beta", "eprune", "btime", "etime", "collectLimit", "pair", "pairLimit",
+                   "sieve", "sample", "sampleLimit", "scale", "translate", "reinsert"}));
 }
 
 TEST(ParamTable, FindsARowByItsName) {

@@ -201,6 +201,17 @@ TEST(Params, AssignmentCarriesTheEmptyStateBothWays) {
   EXPECT_EQ(written(params), defaultLine);
 }
 
+TEST(Params, LimitASearchByPassesAndByTimeOnly) {
+  Params params;
+  params.sol = 0;
+  EXPECT_FALSE(params.hasPassOrTimeLimit());
+  params.iters = 0;
+  EXPECT_TRUE(params.hasPassOrTimeLimit());
+  params.iters = -1;
+  params.rtime = 1;
+  EXPECT_TRUE(params.hasPassOrTimeLimit());
+}
+
 TEST(Params, AssignmentToItselfChangesNothing) {
   Params params;
   params.beta = 30;
