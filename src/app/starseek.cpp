@@ -17,7 +17,7 @@
 #include "params/ParamHelp.h"
 #include "system/Console.h"
 #include "system/EndingSignals.h"
-#include "system/FailureRemark.h"
+#include "system/Failure.h"
 
 namespace starsift {
 namespace {
