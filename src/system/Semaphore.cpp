@@ -8,9 +8,8 @@
 #include <cstdlib>
 #include <utility>
 
-#include "system/EndingSignals.h"
 #include "system/Failure.h"
-#include "system/SizeSignal.h"
+#include "system/Signals.h"
 
 namespace starsift {
 

@@ -5,7 +5,7 @@
 // destructor does, but fail() and signals end the process without destructors, so
 // every live name stands in a list that unlinkAllSemaphores() walks. It runs at
 // the process's exit (and so behind fail()) by itself; whoever ends the process
-// otherwise - a terminate handler, a signal (see EndingSignals.h) - has to call it.
+// otherwise - a terminate handler, a signal (see Signals.h) - has to call it.
 #pragma once
 
 #include <semaphore.h>
