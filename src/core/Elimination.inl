@@ -80,8 +80,9 @@ class Worker {
   void normaliseRow(Index k, Index column) {
     const T q = a_[k][column];
     if (NumberTraits<T>::overflowCheck(q)) throw PrecisionException("q2 overflow");
-    for (Index c = column; c <= a_.columnCount(); ++c) a_[k][c] /= q;
-    for (Index c = 1; c <= transform_.columnCount(); ++c) transform_[k][c] /= q;
+    for (Index c = column; c <= a_.columnCount(); ++c) NumberTraits<T>::divide(a_[k][c], q);
+    for (Index c = 1; c <= transform_.columnCount(); ++c)
+      NumberTraits<T>::divide(transform_[k][c], q);
   }
 
   /// Each of the rows 1..last starts within the matrix.
@@ -142,7 +143,8 @@ T eliminationDeterminant(const Matrix<T>& matrix) {
   const Index rank = eliminate(echelon, transform, false);
   if (rank == 0) return T(0);
   T determinant = T(rank < 0 ? -1 : 1);
-  for (Index i = 1; i <= echelon.rowCount(); ++i) determinant *= echelon[i][i];
+  // Not *=, which would keep the precision of the sign.
+  for (Index i = 1; i <= echelon.rowCount(); ++i) determinant = determinant * echelon[i][i];
   return determinant;
 }
 
