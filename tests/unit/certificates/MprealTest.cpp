@@ -5,6 +5,8 @@
 #include <sstream>
 #include <string>
 
+#include "support/fixtures/ExpectFails.h"
+
 namespace starsift {
 namespace {
 
@@ -134,6 +136,14 @@ TEST_F(WideMpreal, NarrowEntriesAreReducedWithAWidePivot) {
   Matrix<mpreal> transform;
   EXPECT_EQ(eliminate(matrix, transform, true), 1);
   EXPECT_LT(mpfr::abs(wide(3) * matrix[1][2] - 1), mpreal("1e-70", bits));
+}
+
+TEST_F(WideMpreal, RowThatRoundingMakesZeroIsFatalInReducedElimination) {
+  // In 53 bits 49e12 * (2e12 / 49e12) misses 2e12 by more than the tolerance, so that the
+  // second row has its pivot below that of the first.
+  Matrix<mpreal> matrix{{mpreal("49e12")}, {mpreal("2e12")}};
+  Matrix<mpreal> transform;
+  EXPECT_FAILS_WITH(eliminate(matrix, transform, true), "This should not happen -- check it");
 }
 
 }  // namespace
