@@ -7,21 +7,19 @@
 
 #include "system/Failure.h"
 
-namespace starsift {
+namespace starsift::fuzz {
 
-// The linker takes these for those of the static library.
+namespace {
 
-void fail(std::string_view message) {
-  throw fuzz::Failure{std::string(message)};
+void throwFailure(std::string_view message) {
+  throw Failure{std::string(message)};
 }
 
-void failErrno(std::string_view message) {
-  fail(message);
-}
-
-namespace fuzz {
+}  // namespace
 
 void runOnce(std::string_view bytes) {
+  // Here because the main of the fuzzer belongs to libFuzzer.
+  setFailureHandler(throwFailure);
   try {
     runTarget(bytes);
   } catch (const Failure&) {
@@ -46,6 +44,4 @@ unsigned takeChoice(std::string_view& bytes, unsigned count) {
   return choice;
 }
 
-}  // namespace fuzz
-
-}  // namespace starsift
+}  // namespace starsift::fuzz

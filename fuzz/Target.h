@@ -8,8 +8,8 @@
 
 namespace starsift::fuzz {
 
-/// Stands for the end of the process: what fail() throws in these programs, with
-/// the report as its text.
+/// Stands for the end of the process: what the handler of fail() throws while runOnce()
+/// runs, with the report as its text.
 struct Failure {
   std::string report;
 };

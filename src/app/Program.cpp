@@ -6,7 +6,7 @@
 #include <string>
 
 #include "system/Console.h"
-#include "system/FailureRemark.h"
+#include "system/Failure.h"
 #include "system/Semaphore.h"
 
 namespace starsift {

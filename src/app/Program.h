@@ -6,7 +6,7 @@
 namespace starsift {
 
 /// An exception that nobody caught is named on the error stream, with the program's remark on
-/// it (see system/FailureRemark.h), before the process aborts, and no named semaphore stays behind.
+/// it (see system/Failure.h), before the process aborts, and no named semaphore stays behind.
 void nameUncaughtExceptions();
 
 /// The line "Usage: ", the program's name without its folders, and the arguments that it

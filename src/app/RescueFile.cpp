@@ -8,7 +8,7 @@
 #include <iostream>
 
 #include "system/Console.h"
-#include "system/SizeSignal.h"
+#include "system/Signals.h"
 
 namespace starsift {
 

@@ -16,8 +16,8 @@
 #include "app/SeekArguments.h"
 #include "params/ParamHelp.h"
 #include "system/Console.h"
-#include "system/EndingSignals.h"
-#include "system/FailureRemark.h"
+#include "system/Failure.h"
+#include "system/Signals.h"
 
 namespace starsift {
 namespace {

@@ -7,7 +7,7 @@
 #include "app/Program.h"
 #include "app/Sift.h"
 #include "system/Console.h"
-#include "system/EndingSignals.h"
+#include "system/Signals.h"
 #include "text/Text.h"
 
 /// Usage: starsift file.sol. Of two arguments the last one counts.

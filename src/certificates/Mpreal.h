@@ -1,6 +1,7 @@
 // Floats of arbitrary precision, mpfr::mpreal: what the containers ask of them,
 // and vectors and matrices over them. A default-constructed one has the default
-// precision of its library at that moment.
+// precision of its library at that moment; sums of products, determinants and what
+// elimination makes have the precision of their entries, if that is greater.
 #pragma once
 
 #include <mpreal.h>
@@ -23,10 +24,18 @@ struct NumberTraits<mpfr::mpreal> {
     return a == b || mpfr::abs(a - b) <= tolerance();
   }
   static void addProduct(mpfr::mpreal& sum, const mpfr::mpreal& a, const mpfr::mpreal& b) {
-    sum += a * b;
+    const mpfr::mpreal product = a * b;
+    widen(sum, product);
+    sum += product;
   }
   static void subtractProduct(mpfr::mpreal& sum, const mpfr::mpreal& a, const mpfr::mpreal& b) {
-    sum -= a * b;
+    const mpfr::mpreal product = a * b;
+    widen(sum, product);
+    sum -= product;
+  }
+  static void divide(mpfr::mpreal& value, const mpfr::mpreal& divisor) {
+    widen(value, divisor);
+    value /= divisor;
   }
   static mpfr::mpreal remainder(const mpfr::mpreal& a, const mpfr::mpreal& b) {
     return mpfr::fmod(a, b);
@@ -40,6 +49,12 @@ struct NumberTraits<mpfr::mpreal> {
   static bool writtenAsInteger(const mpfr::mpreal&, int /*digits*/, std::int64_t&) { return false; }
   static constexpr bool exact = false;
   static constexpr int wholeDigits = 0;  // The precision may be lower than any number of digits.
+
+ private:
+  /// Gives `value` at least the precision of `other`; its value stays.
+  static void widen(mpfr::mpreal& value, const mpfr::mpreal& other) {
+    if (value.get_prec() < other.get_prec()) value.set_prec(other.get_prec());
+  }
 };
 
 extern template class Vector<mpfr::mpreal>;

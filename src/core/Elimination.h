@@ -13,7 +13,8 @@ namespace starsift {
 /// tolerance of T, exactly zero where T is exact, the entry of greatest magnitude. Returns the
 /// rank, negative when the number of row exchanges was odd. Throws PrecisionException "q overflow"
 /// or "q2 overflow" where a factor leaves the safe range of T, and
-/// FatalPrecisionException beyond that; both matrices are half done then.
+/// FatalPrecisionException beyond that; both matrices are half done then. With `reduce`
+/// fatal where rounding makes a row above a pivot zero: "This should not happen -- check it".
 /// O(rows^2 * (rows + columns)).
 template <class T>
 Index eliminate(Matrix<T>& a, Matrix<T>& transform, bool reduce);

@@ -2,11 +2,11 @@
 #pragma once
 
 #include <algorithm>
-#include <cassert>
 #include <cstdlib>
 
 #include "core/Elimination.h"
 #include "system/Exceptions.h"
+#include "system/Failure.h"
 
 namespace starsift {
 
@@ -80,8 +80,9 @@ class Worker {
   void normaliseRow(Index k, Index column) {
     const T q = a_[k][column];
     if (NumberTraits<T>::overflowCheck(q)) throw PrecisionException("q2 overflow");
-    for (Index c = column; c <= a_.columnCount(); ++c) a_[k][c] /= q;
-    for (Index c = 1; c <= transform_.columnCount(); ++c) transform_[k][c] /= q;
+    for (Index c = column; c <= a_.columnCount(); ++c) NumberTraits<T>::divide(a_[k][c], q);
+    for (Index c = 1; c <= transform_.columnCount(); ++c)
+      NumberTraits<T>::divide(transform_[k][c], q);
   }
 
   /// Each of the rows 1..last starts within the matrix.
@@ -118,8 +119,11 @@ Index toEchelon(Matrix<T>& a, Matrix<T>& transform, bool reduce, Exchange exchan
     if (reduce) {
       worker.normaliseRow(k, column);
       worker.clearColumn(k, column, 1, k - 1);
-      // A row above has its own pivot further left.
-      assert(worker.areSet(k - 1) && "This should not happen -- check it");
+      // A row above keeps its pivot, 1, if this one is further right. It is, unless
+      // rounding left more than the tolerance below a former pivot: over long double that
+      // takes entries above safeBound, which normaliseRow() refuses; over floats of few
+      // bits without that bound it happens.
+      if (!worker.areSet(k - 1)) fail("This should not happen -- check it");
     }
     ++rank;
   }
@@ -142,7 +146,8 @@ T eliminationDeterminant(const Matrix<T>& matrix) {
   const Index rank = eliminate(echelon, transform, false);
   if (rank == 0) return T(0);
   T determinant = T(rank < 0 ? -1 : 1);
-  for (Index i = 1; i <= echelon.rowCount(); ++i) determinant *= echelon[i][i];
+  // Not *=, which would keep the precision of the sign.
+  for (Index i = 1; i <= echelon.rowCount(); ++i) determinant = determinant * echelon[i][i];
   return determinant;
 }
 

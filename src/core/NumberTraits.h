@@ -28,6 +28,9 @@ namespace starsift {
 ///   bool equal(const T&, const T&)    equal, or |a - b| <= tolerance; nan equals nothing
 ///   void addProduct(T& sum, a, b)     sum += a * b without a temporary where T has a heap
 ///   void subtractProduct(T& sum, a, b)
+///   void divide(T& value, const T& divisor)
+///                                     value /= divisor. Where numbers differ in precision,
+///                                     these three keep the greatest of their arguments
 ///   T remainder(a, b)                 truncating: the sign of a
 ///   bool overflowCheck(const T&)      true above 10^9 (the caller throws its own
 ///                                     PrecisionException); above 10^18 throws
@@ -98,6 +101,7 @@ struct NumberTraits<long double> {
   static bool equal(long double a, long double b) { return a == b || std::fabs(a - b) <= eps; }
   static void addProduct(long double& sum, long double a, long double b) { sum += a * b; }
   static void subtractProduct(long double& sum, long double a, long double b) { sum -= a * b; }
+  static void divide(long double& value, long double divisor) { value /= divisor; }
   static long double remainder(long double a, long double b) { return std::fmod(a, b); }
   static bool overflowCheck(long double v);
   template <class Source>
@@ -148,6 +152,7 @@ struct IntegerTraits {
   static bool equal(I a, I b) { return a == b; }
   static void addProduct(I& sum, I a, I b) { sum = static_cast<I>(sum + a * b); }
   static void subtractProduct(I& sum, I a, I b) { sum = static_cast<I>(sum - a * b); }
+  static void divide(I& value, I divisor) { value = static_cast<I>(value / divisor); }
   static I remainder(I a, I b) { return static_cast<I>(a % b); }
   static bool overflowCheck(I) { return false; }
   template <class Source>

@@ -3,9 +3,9 @@
 #include <sstream>
 
 #include "core/VectorText.h"
-#include "files/DeferredSignals.h"
 #include "files/ResultFile.h"
 #include "numbers/VectorQQ.h"
+#include "system/Signals.h"
 
 namespace starsift {
 

@@ -13,7 +13,7 @@
 
 #include "system/Exceptions.h"
 #include "system/Failure.h"
-#include "system/SizeSignal.h"
+#include "system/Signals.h"
 #include "system/SystemCall.h"
 
 namespace starsift {

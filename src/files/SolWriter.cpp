@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "core/VectorText.h"
-#include "files/DeferredSignals.h"
 #include "files/ResultFile.h"
 #include "numbers/Conversion.h"
 #include "numbers/QQ.h"
+#include "system/Signals.h"
 
 namespace starsift {
 

@@ -319,6 +319,7 @@ struct NumberTraits<QQ> {
   static void subtractProduct(QQ& sum, const QQ& a, const QQ& b) {
     starsift::subtractProduct(sum, a, b);
   }
+  static void divide(QQ& value, const QQ& divisor) { value /= divisor; }
   static QQ remainder(const QQ& a, const QQ& b);
   static bool overflowCheck(const QQ&) { return false; }
   template <class Source>

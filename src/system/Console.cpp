@@ -35,8 +35,8 @@ std::string openStamp(bool plain) {
   stamp += '|';
   for (std::int64_t level = 0; level < state.depth; ++level) stamp += "    |";
   if (!plain) stamp += "->";
-  // The failure's own line end marks the current level, so the level must be a
-  // valid one still.
+  // Ending the line of the failure report marks the current level, which therefore
+  // must still be valid.
   if (state.depth + 1 == consoleLevels) fail("Maximum thread depth reached");
   ++state.depth;
   current(state.lineStarted) = true;

@@ -1,9 +1,9 @@
-// The console's memory: nested progress lines, the moment of the last output and
-// of the last failure, and the switch for extended output.
+// State of the console: nested progress lines, the times of the last output and of
+// the last failure, and the switch for extended output.
 //
-// Nothing here writes by itself except report(): the functions return the text
-// that opens or ends a line, and the caller sends it where the line goes. A nested
-// block of two levels looks like
+// Only report() writes. The other functions return the text that opens or ends a
+// line, and the caller writes it to the stream of the line. A nested block of two
+// levels looks like
 //
 //   |-> Reducing lattice ...
 //   |    |-> Pass 1
@@ -21,49 +21,49 @@ namespace starsift {
 /// Nesting levels, 0 to consoleLevels - 1.
 constexpr std::int64_t consoleLevels = 128;
 
-/// All the console remembers; one per process. `consoleState() = {}` starts anew.
+/// The complete state, one per process. `consoleState() = {}` resets it.
 struct ConsoleState {
   /// Current nesting level, 0 <= depth < consoleLevels.
   std::int64_t depth = 0;
-  /// Per level: a line of this level was ended by endLine(), the block goes on.
+  /// Per level: endLine() has ended a line of this level, the block is still open.
   std::array<bool, consoleLevels> lineOpen{};
-  /// Per level: the next stamp must begin a new line.
+  /// Per level: the next stamp must start with a line feed.
   std::array<bool, consoleLevels> lineStarted{};
-  /// Seconds since the epoch, 0 while there was none.
+  /// Seconds since the epoch, 0 if there was none yet.
   std::time_t lastOutputTime = 0;
   std::time_t lastFailureTime = 0;
-  /// Detailed statistics: true while the parameter verb is exactly 2.
+  /// Detailed statistics: true if the parameter verb is exactly 2.
   bool extendedOutput = false;
 };
 
 ConsoleState& consoleState();
 
-/// The prefix of a progress line; enters one level. It starts with a line feed
-/// when a line of the current level is under way, and ends with "->" unless
-/// `plain`. Going beyond the last level is fatal: "Maximum thread depth reached".
+/// Enters a level and returns the prefix of a progress line. It starts with a line
+/// feed if a line of the current level is not ended, and ends with "->" unless
+/// `plain`. Beyond the last level fatal: "Maximum thread depth reached".
 std::string openStamp(bool plain);
 
-/// The text that ends a level; leaves it, except at level 0. A line feed when the
-/// level still owes one, else nothing; nothing either with `keep` when endLine()
-/// has ended a line of this level before.
+/// Leaves the current level, except level 0, and returns the text that ends it: a
+/// line feed if its line is not ended, else nothing. With `keep` nothing either if
+/// endLine() has ended a line of this level before.
 std::string closeStamp(bool keep);
 
-/// A line feed; marks the current level as having just ended a line.
+/// Returns a line feed and marks the line of the current level as ended.
 std::string endLine();
 
-/// A line feed; all levels are left and their marks cleared.
+/// Returns a line feed; leaves all levels and clears their marks.
 std::string resetConsole();
 
 std::int64_t consoleDepth();
 
-/// Goes back to a remembered depth, 0 <= depth < consoleLevels, when a step was
-/// given up in the middle of its blocks. Levels above it forget their marks.
+/// Returns to a stored depth, 0 <= depth < consoleLevels, after a step that broke
+/// off with blocks still open. Clears the marks of the levels above it.
 void setConsoleDepth(std::int64_t depth);
 
 /// Wall-clock seconds since the epoch.
 std::time_t lastOutputTime();
 void stampOutputTime();
-/// More than an hour passed since the last output: a long step may say where it is.
+/// True if the last output is more than an hour old: a long step may report progress.
 bool consoleWasSilent();
 std::time_t lastFailureTime();
 void stampFailureTime();
@@ -71,8 +71,8 @@ void stampFailureTime();
 bool extendedOutput();
 void setExtendedOutput(bool on);
 
-/// One informative line: opening stamp, one blank, `message`, closing stamp.
-/// Stamps the output time.
+/// Writes one line: opening stamp, a blank, `message`, closing stamp. Stores the
+/// output time.
 void report(std::ostream& stream, std::string_view message);
 
 }  // namespace starsift

@@ -1,5 +1,5 @@
-// The conditions that a caller is designed to handle. Bad input and broken
-// invariants are no exceptions: they go through fail() of Failure.h.
+// Conditions that a caller handles. Bad input and broken invariants are no
+// exceptions: they are reported by fail() of Failure.h.
 #pragma once
 
 #include <exception>
@@ -7,7 +7,7 @@
 
 namespace starsift {
 
-/// Root of the system's exceptions. Carries one text and nothing else.
+/// Base of all exceptions of the system. Holds a text and nothing else.
 class GeneralException : public std::exception {
  public:
   explicit GeneralException(std::string message);
@@ -23,7 +23,7 @@ class GeneralException : public std::exception {
 };
 
 /// The working number type could not hold a result. The two-precision wrapper
-/// hangs its switch to exact arithmetic on this class and its descendants.
+/// switches to exact arithmetic on this class and the classes derived from it.
 class PrecisionException : public GeneralException {
  public:
   explicit PrecisionException(std::string message);
@@ -32,8 +32,8 @@ class PrecisionException : public GeneralException {
   using GeneralException::GeneralException;
 };
 
-/// Long double can't carry the computation on (nan, infinity, a doubtful zero).
-/// The wrapper doesn't repeat such a step; it passes the failure on.
+/// Long double can't continue the computation (nan, infinity, a doubtful zero).
+/// The wrapper doesn't repeat such a step in exact arithmetic; it passes on the failure.
 class DecimalPrecisionException : public PrecisionException {
  public:
   explicit DecimalPrecisionException(std::string message);
@@ -51,14 +51,14 @@ class PostCommaPrecisionException : public PrecisionException {
   explicit PostCommaPrecisionException(std::string message);
 };
 
-/// An overflow that no change of number type can correct. Unlike its sisters it
-/// always opens with its own words: a message is appended behind ": ".
+/// An overflow that no other number type would avoid. Unlike in the classes above, a
+/// message does not replace the fixed text: it is appended to it after ": ".
 class FatalPrecisionException : public PrecisionException {
  public:
   explicit FatalPrecisionException(const std::string& message);
 };
 
-/// A stream was unusable when a value was to be read.
+/// A stream was in fail or bad state before a value was read, or a file can't be read.
 class ReadException : public GeneralException {
  public:
   explicit ReadException(std::string message);
@@ -70,14 +70,14 @@ class ModuloException : public GeneralException {
   explicit ModuloException(std::string message);
 };
 
-/// Ends a search pass after the lattice was regenerated.
+/// Ends a pass of a search after the lattice was generated anew.
 class RestartException : public GeneralException {
  public:
   explicit RestartException(std::string message);
 };
 
-/// A linear dependency that can't be moved out of the way; raised and caught
-/// inside the reduction.
+/// A linearly dependent row that can't be moved to the end; thrown and caught within
+/// the reduction.
 class DependencyException : public GeneralException {
  public:
   explicit DependencyException(std::string message);

@@ -4,14 +4,23 @@
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
-#include <string>
 
 #include "system/Console.h"
-#include "system/FailureRemark.h"
 
 namespace starsift {
 
-void fail(std::string_view message) {
+namespace {
+
+/// Null: no handler.
+FailureHandler currentHandler = nullptr;
+/// Null: no remarks.
+FailureRemark currentRemark = nullptr;
+
+void callHandler(std::string_view message) {
+  if (currentHandler != nullptr) currentHandler(message);
+}
+
+[[noreturn]] void reportAndEnd(std::string_view message) {
   // The leading line feed separates the report from a progress line under way.
   std::cerr << "\n*** FAIL: " << message << endLine();
   if (const std::string remark = failureRemark(message); !remark.empty())
@@ -20,11 +29,31 @@ void fail(std::string_view message) {
   std::exit(1);
 }
 
+}  // namespace
+
+void fail(std::string_view message) {
+  callHandler(message);
+  reportAndEnd(message);
+}
+
 void failErrno(std::string_view message) {
-  const char* const reason = std::strerror(errno);  // writing may change errno
-  std::cerr << "ERRNO = " << reason << endLine();
+  const int error = errno;  // the handler and writing may change errno
+  callHandler(message);
+  std::cerr << "ERRNO = " << std::strerror(error) << endLine();
   stampFailureTime();
-  fail(message);
+  reportAndEnd(message);
+}
+
+void setFailureHandler(FailureHandler handler) {
+  currentHandler = handler;
+}
+
+void setFailureRemark(FailureRemark remark) {
+  currentRemark = remark;
+}
+
+std::string failureRemark(std::string_view message) {
+  return currentRemark == nullptr ? std::string() : currentRemark(message);
 }
 
 }  // namespace starsift

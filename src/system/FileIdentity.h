@@ -1,4 +1,4 @@
-// Is a file still the one that was read or written last?
+// Detects whether a file was changed since it was last read or written.
 #pragma once
 
 #include <sys/types.h>
@@ -9,9 +9,9 @@
 
 namespace starsift {
 
-/// What tells one state of a file from another, as far as the system keeps it: every
-/// replacement by a new file, and every rewriting in place but those of the same size
-/// within one tick of the clock of its times.
+/// Distinguishes states of a file. Two states differ after a replacement by a new file
+/// and after a rewriting in place, unless that left the same size within one tick of
+/// the clock of file times.
 struct FileIdentity {
   dev_t device = 0;
   ino_t inode = 0;
@@ -22,9 +22,9 @@ struct FileIdentity {
   friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
 };
 
-/// Of what is at the path, through symbolic links; nothing where there is nothing.
+/// The state of the file at `path`; follows symbolic links. Nothing if there is none.
 std::optional<FileIdentity> fileIdentity(const std::string& path);
-/// Of an open file; nothing where the system doesn't tell.
+/// The state of an open file; nothing if the system call fails.
 std::optional<FileIdentity> fileIdentity(int descriptor);
 
 }  // namespace starsift

@@ -8,20 +8,19 @@
 #include <cstdlib>
 #include <utility>
 
-#include "system/EndingSignals.h"
 #include "system/Failure.h"
-#include "system/SizeSignal.h"
+#include "system/Signals.h"
 
 namespace starsift {
 
 namespace {
 
-/// 600 in decimal, not in octal: the permission bits that semaphores of this
-/// system have always had.
+/// 600 in decimal, not in octal: the permission bits of all semaphores of this
+/// system so far.
 constexpr mode_t creationMode = 600;
 
-/// The latest live semaphore. A signal handler may walk the list at any moment, so
-/// it is changed by single stores only, each of which leaves it whole.
+/// The latest live semaphore. A signal handler may walk the list at any time, so it
+/// is changed by single stores only, each of which leaves a valid list.
 std::atomic<NamedSemaphore*> latestSemaphore = nullptr;
 static_assert(std::atomic<NamedSemaphore*>::is_always_lock_free);
 
@@ -29,13 +28,13 @@ void cleanUpAtExit() {
   [[maybe_unused]] static const int registered = std::atexit(unlinkAllSemaphores);
 }
 
-/// Creates a semaphore with the value 1; SEM_FAILED with errno set.
+/// Creates a semaphore with the value 1. Returns SEM_FAILED with errno set on error.
 sem_t* createSemaphore(const std::string& name) {
   const SizeSignalIgnored ignored;
   errno = 0;
   sem_t* const handle = sem_open(name.c_str(), O_CREAT | O_EXCL, creationMode, 1);
-  // The C library takes a file that came out too short for a failure without a
-  // reason. Only the limit of file sizes cuts one so small.
+  // If the file came out too short, the C library reports a failure without setting
+  // errno. Only the limit of file sizes makes a file so short.
   if (handle == SEM_FAILED && errno == 0) errno = EFBIG;
   return handle;
 }
@@ -46,8 +45,8 @@ void unlinkAllSemaphores() {
   for (NamedSemaphore* semaphore = latestSemaphore; semaphore != nullptr;
        semaphore = semaphore->next_) {
     if (!semaphore->ownedHere() || !semaphore->linked_) continue;
-    // In this order: a signal between the two unlinks the name again, which does
-    // no harm, and never passes it over.
+    // In this order: a signal between the two statements unlinks the name a second
+    // time, which does no harm, instead of skipping it.
     sem_unlink(semaphore->name_.c_str());
     semaphore->linked_ = false;
   }
@@ -72,8 +71,8 @@ std::string nextSemaphoreName() {
 
 NamedSemaphore::NamedSemaphore(const std::function<std::string()>& nextName) : owner_(getpid()) {
   cleanUpAtExit();
-  // A signal between the creation of the name and its entry in the list would
-  // leave it behind.
+  // A signal between the creation of the name and its insertion into the list would
+  // leave the name behind.
   const SignalsHeld held(endingSignals());
   do {
     name_ = nextName();
@@ -85,7 +84,7 @@ NamedSemaphore::NamedSemaphore(const std::function<std::string()>& nextName) : o
 
 void NamedSemaphore::wait() {
   if (handle_ == nullptr) fail("No semaphore available for lock!");
-  // A signal whose handler returns interrupts the wait; it goes on.
+  // A signal whose handler returns interrupts the wait; wait again.
   while (sem_wait(handle_) != 0 && errno == EINTR) {
   }
   holder_.clear();
@@ -100,7 +99,7 @@ void NamedSemaphore::release() {
   if (sem_close(std::exchange(handle_, nullptr)) != 0) failErrno("SEM could not be closed");
   if (ownedHere() && linked_ && sem_unlink(name_.c_str()) != 0)
     failErrno("SEM could not be unlinked");
-  // Last: up to here a signal has to find the name.
+  // Last: until here a signal handler must find the name.
   delist();
 }
 

@@ -5,8 +5,9 @@
 
 namespace starsift {
 
-/// The result of `call`, repeated while it is below 0 because of a signal. Not for
-/// close(): the descriptor is gone then, and its number may be somebody else's.
+/// Repeats `call` while it returns a value below 0 because of a signal; returns its
+/// result. Not for close(): the descriptor is closed even then, and its number may
+/// already belong to another file.
 template <class Call>
 auto uninterrupted(const Call& call) {
   auto result = call();

@@ -29,12 +29,12 @@ class Descriptor {
   int number_;
 };
 
-/// True for the errors by which a path names no file.
+/// True for the errors that mean that the path names no file.
 bool isAbsence(int error) {
   return error == ENOENT || error == ENOTDIR || error == ELOOP || error == ENAMETOOLONG;
 }
 
-/// Whether there may be a text under a path that open() refused with errno.
+/// True if a path that open() refused with errno may name a regular file.
 bool mayHoldText(const std::string& path) {
   if (isAbsence(errno)) return false;
   struct stat status {};
@@ -46,7 +46,7 @@ bool mayHoldText(const std::string& path) {
   throw ReadException("Could not read file: " + path);
 }
 
-/// Bytes in storage that grows behind them.
+/// Bytes in storage that grows on demand.
 struct Buffer {
   explicit Buffer(std::size_t room)
       : bytes(std::make_unique_for_overwrite<char[]>(room)), capacity(room) {}
@@ -66,7 +66,7 @@ struct Buffer {
 }  // namespace
 
 std::optional<InputText> readFileText(const std::string& path) {
-  // Without O_NONBLOCK opening a pipe waits for a writer that may never come.
+  // Without O_NONBLOCK opening a pipe waits for a writer, possibly for ever.
   const Descriptor file(
       uninterrupted([&] { return open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC); }));
   if (file.number() < 0) {
@@ -76,8 +76,8 @@ std::optional<InputText> readFileText(const std::string& path) {
   struct stat status {};
   if (fstat(file.number(), &status) != 0) refuse(path);
   if (!S_ISREG(status.st_mode)) return std::nullopt;
-  // The size is only where to start: a writer may be adding to the file. The byte
-  // more lets a file of that size end without growing.
+  // The size is only an estimate: a writer may be adding to the file. With one byte
+  // more the end of a file of that size is seen without growing the buffer.
   Buffer buffer(static_cast<std::size_t>(status.st_size) + 1);
   while (true) {
     const ssize_t count = uninterrupted([&] {

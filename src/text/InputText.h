@@ -1,4 +1,4 @@
-// The whole text of a file in memory.
+// The complete text of a file in memory.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 namespace starsift {
 
-/// Owns the bytes of a file as they were when it was read.
+/// Owns a copy of the bytes of a file.
 class InputText {
  public:
   InputText(std::unique_ptr<char[]> bytes, std::size_t size)
@@ -21,10 +21,10 @@ class InputText {
   std::size_t size_;
 };
 
-/// Reads a regular file to its end, through symbolic links. Nothing where there is
-/// no file, or another kind of file: a directory has no text, and a pipe or a
-/// device may never end. Throws ReadException when a file that is there, or can't
-/// be seen for certain not to be, can't be opened or read.
+/// Reads a regular file to its end; follows symbolic links. Returns nothing if the
+/// path names no file, or another kind of file: a directory has no text, and a pipe
+/// or a device may never end. Throws ReadException if a file exists, or may exist,
+/// and can't be opened or read.
 std::optional<InputText> readFileText(const std::string& path);
 
 }  // namespace starsift

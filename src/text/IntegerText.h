@@ -1,4 +1,4 @@
-// The decimal text of machine integers, which is most of what the system writes.
+// The decimal text of machine integers, the most frequent output of the system.
 #pragma once
 
 #include <array>
@@ -10,15 +10,15 @@
 
 namespace starsift {
 
-/// Characters that a 64-bit integer takes at most.
+/// Maximum number of characters of a 64-bit integer.
 constexpr std::size_t integerTextSize = 20;
 
 namespace integertext {
 
 constexpr std::size_t shortTextSize = 4;
 
-/// The digits of 0 to 999, each at the head of four characters: to copy always four
-/// is faster than to ask how many there are.
+/// The digits of 0 to 999, each padded to four characters: copying four characters
+/// every time is faster than counting the digits first.
 inline constexpr auto shortTexts = []() {
   std::array<std::array<char, shortTextSize>, 1000> texts{};
   for (std::size_t i = 0; i < texts.size(); ++i) {
@@ -33,7 +33,7 @@ inline constexpr auto shortTexts = []() {
 }  // namespace integertext
 
 /// Writes the digits of `value` at `out`, which has room for integerTextSize
-/// characters; the position behind them.
+/// characters. Returns the position after them.
 inline char* writeInteger(char* out, std::int64_t value) {
   auto magnitude = static_cast<std::uint64_t>(value);
   if (value < 0) {

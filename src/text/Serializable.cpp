@@ -8,7 +8,7 @@ namespace starsift {
 
 const ListStyle& listStyle(std::string separators, bool mergeSeparators, bool secondFlag) {
   if (separators.find(' ') == std::string::npos) separators += ' ';
-  // Never destroyed: objects with static storage may ask until the very end.
+  // Never destroyed: objects with static storage may use a style until the end.
   static auto& styles = *new std::forward_list<ListStyle>;
   static std::mutex guard;
   const std::lock_guard lock(guard);
@@ -16,7 +16,7 @@ const ListStyle& listStyle(std::string separators, bool mergeSeparators, bool se
     if (style.separators == separators && style.mergeSeparators == mergeSeparators &&
         style.secondFlag == secondFlag)
       return style;
-  // The element in the list, no temporary.
+  // A reference to the element in the list, not to a temporary.
   // cppcheck-suppress returnTempReference
   return styles.emplace_front(ListStyle{std::move(separators), mergeSeparators, secondFlag});
 }

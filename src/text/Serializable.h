@@ -1,4 +1,4 @@
-// What has a text form: the interface, and the delimiter setting that goes with it.
+// The interface of objects that have a text form, and their delimiter setting.
 #pragma once
 
 #include <istream>
@@ -8,35 +8,35 @@
 
 namespace starsift {
 
-/// How the general list form separates its items. All objects with one setting
-/// share one style, so that an object carries a pointer and copies it for nothing.
+/// How the general list form separates its items. All objects with the same setting
+/// share one style, so that an object stores a pointer only and copying it is free.
 struct ListStyle {
   /// Characters between items, the first one is written.
   std::string separators;
   /// Runs of separators and comments count as one.
   bool mergeSeparators;
-  /// Kept and copied, no text form asks for it.
+  /// Stored and copied; no text form uses it.
   bool secondFlag;
 };
 
-/// The style with this setting; lives as long as the program. A blank is appended
-/// to the separators unless there is one, so that every text form tolerates blanks.
+/// Returns the style with this setting; it lives as long as the program. A blank is
+/// appended to separators without one, so that every text form tolerates blanks.
 const ListStyle& listStyle(std::string separators, bool mergeSeparators, bool secondFlag);
 
-/// That of most objects: commas.
+/// The style of most objects: commas.
 inline const ListStyle& commaStyle() {
   static const ListStyle& style = listStyle(",", false, false);
   return style;
 }
 
-/// That of vectors: blanks, in runs.
+/// The style of vectors: blanks; a run of them counts as one.
 inline const ListStyle& blankStyle() {
   static const ListStyle& style = listStyle(" ", true, true);
   return style;
 }
 
-/// Writes itself to a stream and reads itself back. The state is the delimiter
-/// setting of the general list form (SerializableArray.h).
+/// An object that writes itself to a stream and reads itself back. Its state is the
+/// delimiter setting of the general list form (SerializableArray.h).
 class Serializable {
  public:
   explicit Serializable(const ListStyle& style) : style_(&style) {}
@@ -53,7 +53,7 @@ class Serializable {
   Serializable(const Serializable&) = default;
   Serializable(Serializable&&) noexcept = default;
   Serializable& operator=(const Serializable&) = default;
-  /// Leaves `other` with this object's former setting.
+  /// Swaps the settings of the two objects.
   Serializable& operator=(Serializable&& other) noexcept {
     std::swap(style_, other.style_);
     return *this;

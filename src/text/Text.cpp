@@ -11,7 +11,7 @@ std::string_view withoutHead(std::string_view text, std::string_view characters)
 }
 
 std::string_view withoutTail(std::string_view text, std::string_view characters) {
-  // npos + 1 is 0: a text of nothing but `characters` keeps nothing.
+  // npos + 1 is 0: a text of `characters` only becomes empty.
   return text.substr(0, text.find_last_not_of(characters) + 1);
 }
 

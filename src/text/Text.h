@@ -1,4 +1,4 @@
-// Operations on text. All return new strings; characters are bytes.
+// Functions on text. All return new strings; characters are bytes.
 #pragma once
 
 #include <string>
@@ -6,18 +6,18 @@
 
 namespace starsift {
 
-/// What trim removes unless told otherwise: the white space of the C library.
+/// Removed by trim() by default: the white space of the C library.
 constexpr std::string_view trimmedCharacters = " \t\n\r\f\v";
 
-/// Replaces each occurrence of `from`, left to right; what was put in isn't
-/// searched again. `from` is not empty.
+/// Replaces each occurrence of `from`, left to right; inserted text is not searched
+/// again. `from` is not empty.
 std::string replaceAll(std::string_view text, std::string_view from, std::string_view to);
 
 std::string trimLeft(std::string_view text, std::string_view characters = trimmedCharacters);
 std::string trimRight(std::string_view text, std::string_view characters = trimmedCharacters);
 std::string trim(std::string_view text, std::string_view characters = trimmedCharacters);
 
-/// Case-sensitive; false when the suffix is longer than the text.
+/// Case-sensitive; false if the suffix is longer than the text.
 bool endsWith(std::string_view text, std::string_view suffix);
 
 }  // namespace starsift

@@ -1,8 +1,8 @@
-// Reading characters: one interface over text in memory and over a stream, so
-// that every text form has one reader.
+// Reading characters: one interface for text in memory and for streams, so that
+// every text form has a single reader.
 //
-// A source offers peek, peekNext and take. Readers are templates over the source
-// and are instantiated for the two kinds below.
+// A source has peek, peekNext and take. Readers are templates over the source and
+// are instantiated for the two classes below.
 #pragma once
 
 #include <istream>
@@ -12,28 +12,28 @@
 
 namespace starsift {
 
-/// What peek() gives behind the last character.
+/// Returned by peek() after the last character.
 constexpr int endOfText = -1;
 
-/// A position in text that lies in memory. The text must outlive the cursor.
+/// A position in a text in memory. The text must outlive the cursor.
 class TextCursor {
  public:
   explicit TextCursor(std::string_view text)
       : position_(text.data()), end_(text.data() + text.size()) {}
 
-  /// The next character as unsigned char value, or endOfText.
+  /// Returns the next character as unsigned char value, or endOfText.
   int peek() const { return position_ < end_ ? static_cast<unsigned char>(*position_) : endOfText; }
-  /// The character behind the next one, or endOfText.
+  /// Returns the character after the next one, or endOfText.
   int peekNext() const {
     return end_ - position_ > 1 ? static_cast<unsigned char>(position_[1]) : endOfText;
   }
-  /// Steps over the next character; peek() must not be endOfText.
+  /// Consumes the next character; peek() must not be endOfText.
   void take() { ++position_; }
 
   bool atEnd() const { return position_ == end_; }
-  /// The text not read yet.
+  /// Returns the text that was not consumed yet.
   std::string_view rest() const { return {position_, static_cast<std::size_t>(end_ - position_)}; }
-  /// Steps over `count` characters, 0 <= count <= rest().size().
+  /// Consumes `count` characters, 0 <= count <= rest().size().
   void advance(std::size_t count) { position_ += count; }
 
  private:
@@ -41,15 +41,15 @@ class TextCursor {
   const char* end_;
 };
 
-/// A stream as a source of characters. Takes no more than what the reader takes;
-/// reaching the end sets the stream's end-of-file state. A stream in fail or bad
-/// state has no text.
+/// A stream as a source of characters. Consumes no more than the reader consumes;
+/// reaching the end sets the end-of-file state of the stream. A stream in fail or
+/// bad state counts as empty.
 class StreamCursor {
  public:
   explicit StreamCursor(std::istream& stream) : stream_(stream) {}
   StreamCursor(const StreamCursor&) = delete;
   StreamCursor& operator=(const StreamCursor&) = delete;
-  /// Sets the stream's bad state where a character would be lost: see held_.
+  /// Sets the bad state of the stream if a character would be lost: see held_.
   ~StreamCursor();
 
   int peek() const;
@@ -60,23 +60,23 @@ class StreamCursor {
   int streamPeek() const;
 
   std::istream& stream_;
-  /// The next character where peekNext() had to take it from a stream that does
-  /// not take characters back (a pipe between two buffers), else endOfText.
+  /// The next character if peekNext() had to consume it from a stream that can not
+  /// put characters back (a pipe between two buffers), else endOfText.
   mutable int held_ = endOfText;
 };
 
-/// The white space of every text form of the system.
+/// White space in every text form of the system.
 constexpr bool isWhiteSpace(int c) {
   return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
-/// Steps over white space, no comments.
+/// Skips white space, no comments.
 template <class Source>
 void skipWhiteSpace(Source& source) {
   while (isWhiteSpace(source.peek())) source.take();
 }
 
-/// Steps over the `characters` (ASCII), no comments.
+/// Skips the `characters` (ASCII), no comments.
 template <class Source>
 void skipOnly(Source& source, std::string_view characters) {
   for (int c = source.peek();
@@ -85,7 +85,7 @@ void skipOnly(Source& source, std::string_view characters) {
     source.take();
 }
 
-/// True when the source stands at "//" or "/*".
+/// True if the next characters are "//" or "/*".
 template <class Source>
 bool atComment(const Source& source) {
   if (source.peek() != '/') return false;
@@ -93,8 +93,8 @@ bool atComment(const Source& source) {
   return next == '/' || next == '*';
 }
 
-/// Steps over the comment at which the source stands. "//" ends before the line
-/// feed or at the end of the text; a "/*" that is never closed is fatal.
+/// Skips the comment that starts here. "//" ends before the line feed or at the
+/// end of the text; a "/*" that is never closed is fatal: "comment is not closed".
 template <class Source>
 void skipComment(Source& source) {
   source.take();
@@ -112,7 +112,7 @@ void skipComment(Source& source) {
   source.take();
 }
 
-/// Steps over white space and comments in any number and order.
+/// Skips white space and comments in any number and order.
 template <class Source>
 void skipWithComments(Source& source) {
   skipWhiteSpace(source);
@@ -122,7 +122,7 @@ void skipWithComments(Source& source) {
   }
 }
 
-/// The same with other `characters` than white space.
+/// As above, with `characters` in place of white space.
 template <class Source>
 void skipWithComments(Source& source, std::string_view characters) {
   skipOnly(source, characters);

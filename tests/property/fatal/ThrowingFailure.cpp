@@ -1,17 +1,29 @@
 #include "ThrowingFailure.h"
 
+#include <gtest/gtest.h>
+
+#include <string_view>
+
 #include "system/Failure.h"
 
-namespace starsift {
+namespace starsift::test {
 
-// The linker takes these for those of the library.
+namespace {
 
-void fail(std::string_view message) {
-  throw test::FatalReport(std::string(message));
+void throwReport(std::string_view message) {
+  throw FatalReport(std::string(message));
 }
 
-void failErrno(std::string_view message) {
-  fail(message);
-}
+/// For all tests of the program.
+class ThrowingFailures : public testing::Environment {
+ public:
+  void SetUp() override { setFailureHandler(throwReport); }
+  void TearDown() override { setFailureHandler(nullptr); }
+};
 
-}  // namespace starsift
+[[maybe_unused]] const testing::Environment* const throwingFailures =
+    testing::AddGlobalTestEnvironment(new ThrowingFailures);
+
+}  // namespace
+
+}  // namespace starsift::test

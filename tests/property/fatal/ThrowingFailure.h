@@ -1,6 +1,6 @@
-// In the program of the properties of this folder fail() throws: thousands of generated
-// problems end in a fatal report each, and a process of its own for each would take too
-// long. An unexpected report shows its counterexample instead of ending everything.
+// In a program with ThrowingFailure.cpp fail() throws while the tests run: thousands of
+// generated problems end in a fatal report each, and a process of its own for each would
+// take too long. An unexpected report shows its counterexample instead of ending everything.
 #pragma once
 
 #include <exception>

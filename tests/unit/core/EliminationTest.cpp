@@ -55,6 +55,15 @@ TEST(Elimination, ThrowsForAPivotBeyondTheSafeBound) {
   EXPECT_EQ(refusal<PrecisionException>({{1e9L}}, true), "eliminated");
 }
 
+TEST(Elimination, RefusesAPivotThatWouldLeaveMoreThanTheToleranceBelow) {
+  // With q = b / a, a * q misses b by 6e-8: a second pivot in the same column.
+  const M rows{{10005000000012.0L}, {1000000000001.0L}};
+  M matrix(rows);
+  M transform;
+  EXPECT_EQ(eliminate(matrix, transform, false), 2);
+  EXPECT_EQ(refusal<PrecisionException>(rows, true), "q2 overflow");
+}
+
 TEST(Elimination, DividesByNoPivotWhereNothingIsReduced) {
   EXPECT_EQ(refusal<PrecisionException>({{2e9L}}, false), "eliminated");
   EXPECT_EQ(refusal<PrecisionException>({{1, 2e9L}, {0, 1}}, false), "eliminated");

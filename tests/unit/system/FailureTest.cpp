@@ -3,11 +3,11 @@
 #include <cerrno>
 #include <cstdlib>
 #include <iostream>
+#include <string>
 
 #include "support/fixtures/ExpectFails.h"
 #include "system/Console.h"
 #include "system/Exceptions.h"
-#include "system/FailureRemark.h"
 
 namespace starsift {
 namespace {
@@ -90,6 +90,82 @@ TEST(Failure, HasNoRemarkOnceNobodyMakesAny) {
   setFailureRemark(remarkOnProof);
   setFailureRemark(nullptr);
   EXPECT_FAILS_WITH(fail("proof"), "proof");
+}
+
+/// What a host may throw.
+struct Refusal {
+  std::string message;
+};
+
+void refuse(std::string_view message) {
+  throw Refusal{std::string(message)};
+}
+
+/// Has a handler while it lives.
+class FailureHandled {
+ public:
+  explicit FailureHandled(FailureHandler handler) { setFailureHandler(handler); }
+  FailureHandled(const FailureHandled&) = delete;
+  FailureHandled& operator=(const FailureHandled&) = delete;
+  ~FailureHandled() { setFailureHandler(nullptr); }
+};
+
+/// The message that a host gets of `action`.
+template <class Action>
+std::string refusedBy(const Action& action) {
+  try {
+    action();
+  } catch (const Refusal& refusal) {
+    return refusal.message;
+  }
+  return "no refusal";
+}
+
+TEST(Failure, LeavesAsTheExceptionOfAHandlerWithoutAReport) {
+  const FailureHandled handled(refuse);
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(refusedBy([] { fail("Array: index out of range"); }), "Array: index out of range");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST(Failure, OfASystemCallLeavesAsTheExceptionOfAHandlerWithoutAReport) {
+  const FailureHandled handled(refuse);
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(refusedBy([] { failErrno("SEM could not be opened"); }), "SEM could not be opened");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+void noteAndReturn(std::string_view message) {
+  std::cerr << "asked: " << message;
+  errno = EACCES;
+}
+
+TEST(Failure, GoesOnWhereTheHandlerReturns) {
+  EXPECT_EXIT(
+      {
+        setFailureHandler(noteAndReturn);
+        setFailureRemark(remarkOnProof);
+        fail("proof");
+      },
+      testing::ExitedWithCode(1),
+      testing::StrEq("asked: proof\n*** FAIL: proof\nThat is an answer.\n"));
+}
+
+TEST(Failure, OfASystemCallAsksTheHandlerOnceAndKeepsItsReason) {
+  EXPECT_EXIT(
+      {
+        setFailureHandler(noteAndReturn);
+        errno = ENOENT;
+        failErrno("x");
+      },
+      testing::ExitedWithCode(1),
+      testing::StrEq("asked: xERRNO = No such file or directory\n\n*** FAIL: x\n"));
+}
+
+TEST(Failure, EndsTheProcessAgainOnceTheHandlerIsGone) {
+  setFailureHandler(refuse);
+  setFailureHandler(nullptr);
+  EXPECT_FAILS_WITH(fail("x"), "x");
 }
 
 }  // namespace

@@ -1,10 +1,10 @@
-#include "files/DeferredSignals.h"
-
+// What a signal in the middle of writing leaves of a file.
 #include <gtest/gtest.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 
 #include "files/ResultFile.h"
@@ -12,85 +12,10 @@
 #include "numbers/QQ.h"
 #include "support/fixtures/ScratchDir.h"
 #include "system/Semaphore.h"
+#include "system/Signals.h"
 
 namespace starsift {
 namespace {
-
-volatile std::sig_atomic_t interrupts = 0;
-volatile std::sig_atomic_t terminations = 0;
-
-extern "C" void countSignal(int number) {
-  if (number == SIGINT)
-    interrupts = interrupts + 1;
-  else
-    terminations = terminations + 1;
-}
-
-/// Counts SIGINT and SIGTERM as long as it lives.
-class CountedSignals : public testing::Test {
- protected:
-  CountedSignals()
-      : previousInterrupt_(std::signal(SIGINT, countSignal)),
-        previousTerminate_(std::signal(SIGTERM, countSignal)) {
-    interrupts = 0;
-    terminations = 0;
-  }
-  ~CountedSignals() override {
-    std::signal(SIGINT, previousInterrupt_);
-    std::signal(SIGTERM, previousTerminate_);
-  }
-
- private:
-  void (*previousInterrupt_)(int);
-  void (*previousTerminate_)(int);
-};
-
-TEST_F(CountedSignals, InterruptTakesEffectAsTerminationBehindTheBlock) {
-  {
-    const DeferredSignals deferred;
-    std::raise(SIGINT);
-    EXPECT_EQ(interrupts, 0);
-    EXPECT_EQ(terminations, 0);
-  }
-  EXPECT_EQ(interrupts, 0);
-  EXPECT_EQ(terminations, 1);
-}
-
-TEST_F(CountedSignals, TerminationTakesEffectBehindTheBlock) {
-  {
-    const DeferredSignals deferred;
-    std::raise(SIGTERM);
-    EXPECT_EQ(terminations, 0);
-  }
-  EXPECT_EQ(terminations, 1);
-}
-
-TEST_F(CountedSignals, SeveralSignalsTakeEffectOnce) {
-  {
-    const DeferredSignals deferred;
-    std::raise(SIGTERM);
-    std::raise(SIGINT);
-    std::raise(SIGTERM);
-  }
-  EXPECT_EQ(terminations, 1);
-}
-
-TEST_F(CountedSignals, FormerHandlersAreBackBehindTheBlock) {
-  { const DeferredSignals deferred; }
-  std::raise(SIGINT);
-  std::raise(SIGTERM);
-  EXPECT_EQ(interrupts, 1);
-  EXPECT_EQ(terminations, 1);
-}
-
-TEST_F(CountedSignals, SignalOfOneBlockIsForgottenInTheNext) {
-  {
-    const DeferredSignals deferred;
-    std::raise(SIGTERM);
-  }
-  { const DeferredSignals deferred; }
-  EXPECT_EQ(terminations, 1);
-}
 
 void interruptedWrite(const std::string& path, int signal) {
   const DeferredSignals deferred;
@@ -101,7 +26,7 @@ void interruptedWrite(const std::string& path, int signal) {
   file.commit();
 }
 
-TEST(DeferredSignals, InterruptLeavesTheFileCompleteAndEndsTheProcess) {
+TEST(InterruptedWrite, InterruptLeavesTheFileCompleteAndEndsTheProcess) {
   const test::ScratchDir scratch;
   const std::string path = scratch.write("p.sol", "old\n");
   EXPECT_EXIT(interruptedWrite(path, SIGINT), testing::KilledBySignal(SIGTERM), "");
@@ -109,14 +34,14 @@ TEST(DeferredSignals, InterruptLeavesTheFileCompleteAndEndsTheProcess) {
   EXPECT_EQ(scratch.names(), std::vector<std::string>{"p.sol"});
 }
 
-TEST(DeferredSignals, TerminationLeavesTheFileCompleteAndEndsTheProcess) {
+TEST(InterruptedWrite, TerminationLeavesTheFileCompleteAndEndsTheProcess) {
   const test::ScratchDir scratch;
   const std::string path = scratch.write("p.sol", "old\n");
   EXPECT_EXIT(interruptedWrite(path, SIGTERM), testing::KilledBySignal(SIGTERM), "");
   EXPECT_EQ(scratch.read("p.sol"), "first half, second half\n");
 }
 
-TEST(DeferredSignals, AnotherEndingSignalWaitsForTheCompleteFileToo) {
+TEST(InterruptedWrite, AnotherEndingSignalWaitsForTheCompleteFileToo) {
   const test::ScratchDir scratch;
   const std::string path = scratch.write("p.sol", "old\n");
   EXPECT_EXIT(interruptedWrite(path, SIGHUP), testing::KilledBySignal(SIGHUP), "");
@@ -124,7 +49,7 @@ TEST(DeferredSignals, AnotherEndingSignalWaitsForTheCompleteFileToo) {
   EXPECT_EQ(scratch.names(), std::vector<std::string>{"p.sol"});
 }
 
-TEST(DeferredSignals, IgnoredInterruptStaysIgnored) {
+TEST(InterruptedWrite, IgnoredInterruptStaysIgnored) {
   const test::ScratchDir scratch;
   const auto writeIgnoring = [&scratch] {
     std::signal(SIGINT, SIG_IGN);
@@ -135,7 +60,7 @@ TEST(DeferredSignals, IgnoredInterruptStaysIgnored) {
   EXPECT_EQ(scratch.read("p.sol"), "first half, second half\n");
 }
 
-TEST(DeferredSignals, TerminationTakesTheSemaphoresAlong) {
+TEST(InterruptedWrite, TerminationTakesTheSemaphoresAlong) {
   const test::ScratchDir scratch;
   const auto interruptedWithSemaphore = [&scratch] {
     const NamedSemaphore semaphore;
@@ -169,7 +94,7 @@ std::string textOf(const Array<Star<QQ>>& stars) {
   return text;
 }
 
-TEST(DeferredSignals, TerminationAtAnyMomentLeavesOneOfTheTwoTexts) {
+TEST(InterruptedWrite, TerminationAtAnyMomentLeavesOneOfTheTwoTexts) {
   const test::ScratchDir scratch;
   const std::string zeros = textOf(manyStars(0));
   const std::string ones = textOf(manyStars(1));

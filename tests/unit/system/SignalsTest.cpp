@@ -1,4 +1,4 @@
-#include "system/EndingSignals.h"
+#include "system/Signals.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -86,6 +86,82 @@ TEST(SignalsHeld, SignalThatWasHeldBeforeStaysHeld) {
   pthread_sigmask(SIG_BLOCK, nullptr, &now);
   EXPECT_EQ(sigismember(&now, SIGUSR1), 1);
   EXPECT_EQ(sigismember(&now, SIGHUP), 0);
+}
+
+volatile std::sig_atomic_t interrupts = 0;
+volatile std::sig_atomic_t terminations = 0;
+
+extern "C" void countSignal(int number) {
+  if (number == SIGINT)
+    interrupts = interrupts + 1;
+  else
+    terminations = terminations + 1;
+}
+
+/// Counts SIGINT and SIGTERM as long as it lives.
+class CountedSignals : public testing::Test {
+ protected:
+  CountedSignals()
+      : previousInterrupt_(std::signal(SIGINT, countSignal)),
+        previousTerminate_(std::signal(SIGTERM, countSignal)) {
+    interrupts = 0;
+    terminations = 0;
+  }
+  ~CountedSignals() override {
+    std::signal(SIGINT, previousInterrupt_);
+    std::signal(SIGTERM, previousTerminate_);
+  }
+
+ private:
+  void (*previousInterrupt_)(int);
+  void (*previousTerminate_)(int);
+};
+
+TEST_F(CountedSignals, InterruptTakesEffectAsTerminationBehindTheBlock) {
+  {
+    const DeferredSignals deferred;
+    std::raise(SIGINT);
+    EXPECT_EQ(interrupts, 0);
+    EXPECT_EQ(terminations, 0);
+  }
+  EXPECT_EQ(interrupts, 0);
+  EXPECT_EQ(terminations, 1);
+}
+
+TEST_F(CountedSignals, TerminationTakesEffectBehindTheBlock) {
+  {
+    const DeferredSignals deferred;
+    std::raise(SIGTERM);
+    EXPECT_EQ(terminations, 0);
+  }
+  EXPECT_EQ(terminations, 1);
+}
+
+TEST_F(CountedSignals, SeveralSignalsTakeEffectOnce) {
+  {
+    const DeferredSignals deferred;
+    std::raise(SIGTERM);
+    std::raise(SIGINT);
+    std::raise(SIGTERM);
+  }
+  EXPECT_EQ(terminations, 1);
+}
+
+TEST_F(CountedSignals, FormerHandlersAreBackBehindTheBlock) {
+  { const DeferredSignals deferred; }
+  std::raise(SIGINT);
+  std::raise(SIGTERM);
+  EXPECT_EQ(interrupts, 1);
+  EXPECT_EQ(terminations, 1);
+}
+
+TEST_F(CountedSignals, SignalOfOneBlockIsForgottenInTheNext) {
+  {
+    const DeferredSignals deferred;
+    std::raise(SIGTERM);
+  }
+  { const DeferredSignals deferred; }
+  EXPECT_EQ(terminations, 1);
 }
 
 }  // namespace
