@@ -74,9 +74,15 @@ class Lattice : public Vanu<T>, private ParamReactions {
   template <class U>
   void assignFrom(const Lattice<U, R>& other, bool keepParams);
 
+  /// assignFrom(other, false).
+  template <class U>
+  void convertFrom(const Lattice<U, R>& other) {
+    assignFrom(other, false);
+  }
+
   /// Frees the problem, as read and lifted, and the stars, the two that grow with the
   /// files: for a lattice whose state is taken from another one before its next use.
-  void releaseFiles();
+  void release();
 
   // Normal form of the problem: LatticeNormalise.inl
 

@@ -228,7 +228,7 @@ void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, bool keepParams) {
 }
 
 template <class T, class R>
-void Lattice<T, R>::releaseFiles() {
+void Lattice<T, R>::release() {
   optOriginal = Vanu<T>();
   optAsRead = Vanu<T>();
   stars.destroy();

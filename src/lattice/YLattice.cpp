@@ -33,53 +33,21 @@ class OutputOn {
 
 }  // namespace
 
+void SwitchReports::say(long verb, const char* message) {
+  if (verb >= reportingLevel) report(std::cout, message);
+}
+
+void SwitchReports::closeBlock(long verb) {
+  if (verb < reportingLevel) return;
+  std::cout << endLine() << closeStamp(true);
+  stampOutputTime();
+}
+
 template <class R>
 YLattice<R>::YLattice() = default;
 
 template <class R>
 YLattice<R>::~YLattice() = default;
-
-template <class R>
-void YLattice<R>::useExtendedPrecision() {
-  if (useExact_) return;
-  if (standard_.params.verb >= reportingLevel)
-    report(std::cout, "Switching to extended lattice precision");
-  exact_.assignFrom(standard_, false);
-  useExact_ = true;
-  standard_.releaseFiles();
-}
-
-template <class R>
-void YLattice<R>::useStandardPrecision() {
-  if (!useExact_) return;
-  standard_.assignFrom(exact_, false);
-  useExact_ = false;
-  exact_.releaseFiles();
-  if (standard_.params.verb >= reportingLevel)
-    report(std::cout, "Using standard lattice precision");
-}
-
-template <class R>
-void YLattice<R>::tryStandardPrecision() {
-  try {
-    useStandardPrecision();
-  } catch (const PrecisionException&) {
-    // A number needs more than long double: the exact lattice stays live.
-    standard_.releaseFiles();
-  }
-}
-
-/// Closes the console block that the failed step left open and makes the exact
-/// lattice the live one.
-template <class R>
-void YLattice<R>::failOver(Index depth) {
-  if (exact_.params.verb >= reportingLevel) {
-    std::cout << endLine() << closeStamp(true);
-    stampOutputTime();
-  }
-  useExtendedPrecision();
-  setConsoleDepth(depth);
-}
 
 template <class R>
 void YLattice<R>::normalise(bool generate, bool force) {
@@ -153,22 +121,22 @@ WrittenFile YLattice<R>::writeStarsTo(const std::string& path) {
 
 template <class R>
 void YLattice<R>::setFileNames(const std::string& path) {
-  standard_.setFileNames(path);
+  standard().setFileNames(path);
 }
 
 template <class R>
 void YLattice<R>::readOpt() {
-  starsift::readOpt(exact_.optOriginal);
+  starsift::readOpt(exact().optOriginal);
 }
 
 template <class R>
 void YLattice<R>::tightenBounds() {
-  starsift::tightenBounds(exact_.optOriginal);
+  starsift::tightenBounds(exact().optOriginal);
 }
 
 template <class R>
 void YLattice<R>::readParams(const std::vector<std::string>& arguments) {
-  readArguments(exact_.params, arguments);
+  readArguments(exact().params, arguments);
 }
 
 template <class R>
@@ -176,7 +144,7 @@ void YLattice<R>::takeProblem(const YLattice& other) {
   other.withLive([this](const auto& source) {
     setFileNames(source.solFile);
     useExtendedPrecision();
-    exact_.optOriginal.convertFrom(source.problemAsRead());
+    exact().optOriginal.convertFrom(source.problemAsRead());
   });
 }
 
@@ -196,9 +164,9 @@ std::string YLattice<R>::starsText() const {
 template <class R>
 void YLattice<R>::addStars(Array<Star<QQ>> added) {
   useExtendedPrecision();
-  const Index before = exact_.stars.dimension();
-  exact_.stars.resize(before + added.dimension(), true);
-  std::move(added.begin(), added.end(), exact_.stars.begin() + before);
+  const Index before = exact().stars.dimension();
+  exact().stars.resize(before + added.dimension(), true);
+  std::move(added.begin(), added.end(), exact().stars.begin() + before);
   tryStandardPrecision();
 }
 
@@ -214,8 +182,7 @@ Array<Star<QQ>> YLattice<R>::solutionStars() const {
 template <class R>
 void YLattice<R>::beginSearch(ReductionObserver& observer,
                               std::chrono::steady_clock::duration elapsed) {
-  standard_.observer = &observer;
-  exact_.observer = &observer;
+  lattices_.withBoth([&observer](auto& lattice) { lattice.observer = &observer; });
   // By the clock that is read for the times: another one may be some milliseconds ahead, and
   // -1 stands for an unknown time.
   const std::time_t start =
@@ -231,8 +198,7 @@ void YLattice<R>::beginSearch(ReductionObserver& observer,
 
 template <class R>
 void YLattice<R>::endSearch() {
-  standard_.observer = nullptr;
-  exact_.observer = nullptr;
+  lattices_.withBoth([](auto& lattice) { lattice.observer = nullptr; });
 }
 
 template <class R>
@@ -267,7 +233,9 @@ bool YLattice<R>::hasTargets() const {
 
 template <class R>
 const Params& YLattice<R>::params() const {
-  return useExact_ ? static_cast<const Params&>(exact_.params) : standard_.params;
+  const Params* params = nullptr;
+  withLive([&params](const auto& lattice) { params = &lattice.params; });
+  return *params;
 }
 
 template <class R>

@@ -1,30 +1,34 @@
-// A lattice in two precisions. The code above sees one lattice: a step runs in
-// long double as long as that works and is repeated in exact rationals when it
-// throws PrecisionException.
+// A lattice in two precisions: long double as long as that works, exact rationals where it
+// doesn't. How a step moves from one to the other is in TwoPrecisions.h.
 #pragma once
 
 #include <chrono>
-#include <concepts>
 #include <iosfwd>
-#include <optional>
 #include <string>
-#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "files/SolWriter.h"
 #include "lattice/Lattice.h"
 #include "numbers/QQ.h"
-#include "system/Console.h"
-#include "system/Exceptions.h"
+#include "numbers/TwoPrecisions.h"
 
 namespace starsift {
 
-/// What a step leaves of the lattice when it throws.
-enum class OnFailure {
-  /// Anything: the wrapper takes a snapshot before the step and restores it.
-  restore,
-  /// The state from before the step: a snapshot would only cost time and memory.
-  unchanged,
+/// What the console shows of a change of precision: from verb 2 on.
+struct SwitchReports {
+  static void toExact(const auto& standard) {
+    say(standard.params.verb, "Switching to extended lattice precision");
+  }
+  static void toStandard(const auto& standard) {
+    say(standard.params.verb, "Using standard lattice precision");
+  }
+  /// Ends the block of the failed step.
+  static void stepFailed(const auto& exact) { closeBlock(exact.params.verb); }
+
+ private:
+  static void say(long verb, const char* message);
+  static void closeBlock(long verb);
 };
 
 /// R is the fast number type.
@@ -39,37 +43,25 @@ class YLattice {
   YLattice& operator=(const YLattice&) = delete;
   virtual ~YLattice();
 
-  /// Makes the exact lattice the live one. Nothing when it is already.
-  void useExtendedPrecision();
-
-  /// Makes the standard lattice the live one. Throws PrecisionException where it
-  /// can't hold a number; the exact lattice stays live then. Nothing when it is
-  /// live already.
-  void useStandardPrecision();
-
-  /// The same, staying in the exact lattice without a word where it has to.
-  void tryStandardPrecision();
-
-  /// Runs `step(lattice)`, a generic callable, on the live lattice and returns its
-  /// result. After a run on the exact lattice tries to come back.
-  ///
-  /// A PrecisionException of the standard lattice repeats the step in the exact
-  /// one on the restored state; what the first run printed stays printed. A
-  /// DecimalPrecisionException is no such case: it leaves as a plain
-  /// PrecisionException with the same message, the lattice as the step left it.
-  /// All other exceptions, and those of the exact lattice, pass through.
+  // As in TwoPrecisions.
+  void useExtendedPrecision() { lattices_.useExtended(); }
+  void useStandardPrecision() { lattices_.useStandard(); }
+  void tryStandardPrecision() { lattices_.tryStandard(); }
   template <class Step>
-  auto runStep(Step step, OnFailure onFailure = OnFailure::restore);
-
-  /// Runs `use(lattice)` on the live lattice; no failover.
+  auto runStep(Step step, OnFailure onFailure = OnFailure::restore) {
+    return lattices_.runStep(std::move(step), onFailure);
+  }
   template <class Use>
   auto withLive(Use use) {
-    return useExact_ ? use(exact_) : use(standard_);
+    return lattices_.withLive(std::move(use));
   }
   template <class Use>
   auto withLive(Use use) const {
-    return useExact_ ? use(exact_) : use(standard_);
+    return lattices_.withLive(std::move(use));
   }
+  bool usesExact() const { return lattices_.usesExact(); }
+  Standard& standard() { return lattices_.standard(); }
+  Exact& exact() { return lattices_.exact(); }
 
   // Steps of Lattice.
   void normalise(bool generate, bool force);
@@ -137,46 +129,9 @@ class YLattice {
   /// Gates all writing of result files.
   void setOutputSwitch(bool on);
 
-  bool usesExact() const { return useExact_; }
-  Standard& standard() { return standard_; }
-  Exact& exact() { return exact_; }
-
  private:
-  void failOver(Index consoleDepth);
-
-  /// Live while useExact_ is false.
-  Standard standard_;
-  /// Snapshot of standard_ from before a step.
-  Standard backup_;
-  /// Live while useExact_ is true.
-  Exact exact_;
-  bool useExact_ = false;
+  TwoPrecisions<Standard, Exact, SwitchReports> lattices_;
 };
-
-template <class R>
-template <class Step>
-auto YLattice<R>::runStep(Step step, OnFailure onFailure) {
-  if (!useExact_) {
-    const Index depth = consoleDepth();
-    if (onFailure == OnFailure::restore) backup_.assignFrom(standard_, false);
-    try {
-      return step(standard_);
-    } catch (const DecimalPrecisionException& exception) {
-      throw PrecisionException(exception.message());
-    } catch (const PrecisionException&) {
-      if (onFailure == OnFailure::restore) standard_.assignFrom(backup_, false);
-      failOver(depth);
-    }
-  }
-  if constexpr (std::is_void_v<std::invoke_result_t<Step, Exact&>>) {
-    step(exact_);
-    tryStandardPrecision();
-  } else {
-    auto result = step(exact_);
-    tryStandardPrecision();
-    return result;
-  }
-}
 
 extern template class YLattice<long double>;
 

@@ -229,7 +229,7 @@ TYPED_TEST(NormalFormOver, AssignmentTakesTheNormalFormAlong) {
   EXPECT_EQ(textOf(copy.slackUnit), "[ 1 1 1 10 1 1 ]");
   EXPECT_EQ(textOf(copy.shift), "[ 1 -20 0 0 0 0 ]");
   EXPECT_EQ(rowsText(copy.problemAsRead().At), "[ 0 0 1 0 ] [ 1 0 0 0 ]");
-  copy.releaseFiles();
+  copy.release();
   EXPECT_EQ(copy.problemAsRead().At.rowCount(), 0);
 }
 
