@@ -18,14 +18,14 @@ void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::
 void reportStars(YLattice<long double>& lattice, std::ostream& report) {
   // The file keeps stars that differ in their parameters; the report doesn't.
   lattice.sortStars();
-  lattice.removeDuplicates(false);
+  lattice.removeDuplicates(Duplicates::ofPoint);
   lattice.writeSolutions(report);
 }
 
 void cleanStars(YLattice<long double>& lattice) {
   lattice.checkStars();
   lattice.sortStars();
-  lattice.removeDuplicates(true);
+  lattice.removeDuplicates(Duplicates::ofPointAndParams);
 }
 
 }  // namespace starsift

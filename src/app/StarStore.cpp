@@ -12,7 +12,7 @@ StarStore::StarStore(const YLattice<long double>& search, std::function<Clock::t
     : now_(std::move(now)) {
   stars_.takeProblem(search);
   stars_.tryStandardPrecision();
-  solFile_ = stars_.withLive([](const auto& lattice) { return lattice.solFile; });
+  solFile_ = stars_.withLive([](const auto& lattice) { return lattice.file.path(); });
   known_ = fileIdentity(solFile_);
   stars_.readStarsExactly(false);
   cleanStars(stars_);

@@ -14,6 +14,7 @@
 #include "algorithms/exact/CoordinateFactors.h"
 #include "algorithms/reduction/Reflectors.h"
 #include "core/Set.h"
+#include "files/SolutionFile.h"
 #include "lattice/CheckBits.h"
 #include "lattice/ReductionObserver.h"
 #include "lattice/RowImages.h"
@@ -26,7 +27,6 @@
 #include "params/Guarded.h"
 #include "problem/Vanu.h"
 #include "stars/Star.h"
-#include "stars/StarCheck.h"
 #include "stars/StarNorms.h"
 
 namespace starsift {
@@ -89,9 +89,9 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// Makes this record, the working copy, the normal form of the problem: integer rows,
   /// inequations with two finite bounds, independent equations, variables from 0 on.
   ///
-  /// The first call lifts optOriginal: inequations with one bound become equations with a
-  /// slack, targets to reach equations with deviations; `generate` also looks for the
-  /// range of the target value. Later calls only build the working copy anew, unless
+  /// The first call makes optOriginal, which is lifted: inequations with one bound become
+  /// equations with a slack, targets to reach equations with deviations; `generate` also looks
+  /// for the range of the target value. Later calls only build the working copy anew, unless
   /// `force` starts again from the problem as read.
   ///
   /// A problem that its bounds show to have no solution is fatal, three texts that end
@@ -102,8 +102,11 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// form. With `verbose` dependent equations are reported; with that or on the `first`
   /// call for a problem also inequations that became equations, and swapped variables.
   void normaliseCopy(bool verbose, bool first);
-  /// The problem of the user, whether it was lifted since or not: what stars satisfy.
-  const Vanu<T>& problemAsRead() const;
+  /// Takes a problem as if it was read; the paths stay.
+  void setProblem(Vanu<T> problem);
+  /// Narrows the bounds that lattices are made from by tightenBounds(); stars are judged by the
+  /// problem as read. Fatal after normalise(): "tightenBounds: the problem is normalised".
+  void tightenBounds() requires std::same_as<T, QQ>;
 
   // Mapping between the three spaces: LatticeMapping.inl
   //
@@ -336,14 +339,14 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// Derives the paths of problem, solution and lattice file from that of the
   /// solution file.
   void setFileNames(const std::string& path);
-  /// Appends the stars of solFile; with `peek` only tells whether there is one.
+  /// Appends the stars of the solution file; with `peek` only tells whether there is one.
   bool readStarsFromSolFile(bool peek);
   /// The same, each number read as a rational; PrecisionException where T can't hold
   /// one. The stars are unchanged then.
   bool readStarsExactly(bool peek);
   /// Drops the stars that violate the problem as read; true when none did.
   bool checkStars();
-  /// Writes the stars to solFile, unless `complete` with the solutions of the lattice; does
+  /// Writes the stars to their file, unless `complete` with the solutions of the lattice; does
   /// nothing while the output switch is off.
   void writeSolFile(bool complete);
   /// Appends best target and solutions as stars, then sorts the stars and drops repetitions.
@@ -362,7 +365,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   std::string solutionsText() const;
   /// The same text, written piece by piece.
   void writeSolutions(std::ostream& stream) const;
-  /// One star, 1 <= i <= stars.dimension().
+  /// One star, 1 <= i <= file.stars.dimension().
   std::string starReport(Index i) const;
   /// Best target and first solutions of the search.
   std::string statusText() const;
@@ -383,8 +386,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   bool terminationSwitch = false;
   /// Settings of the run; never reset.
   ExtendedParams<T> params;
-  /// Solutions of the problem as read, from files and searches; never reset.
-  Array<Star<T>> stars;
+  /// The problem as read and its stars, from files and searches; never reset.
+  SolutionFile<T> file;
   /// Best lattice vector so far, empty while there is none; reset.
   TimeVector<T> bestVector;
   /// Its score; reset.
@@ -416,10 +419,9 @@ class Lattice : public Vanu<T>, private ParamReactions {
   Vector<R> cLen;
   /// Texts that the parts of a run share; reset zeroes the counters.
   MainMutexVars runVariables;
-  /// The problem as it was read, lifted by the first normalise(); never reset.
+  /// What lattices are made from: the problem as read, tightened and lifted; empty before the
+  /// first of that, never reset.
   Vanu<T> optOriginal;
-  /// Once optOriginal is lifted, what it was before; never reset.
-  Vanu<T> optAsRead;
   /// Common multiple of the bound ranges, 0 before generation; reset.
   T rangeMultiple = T();
   /// Scale factor per coordinate, m entries; reset.
@@ -495,7 +497,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
 
   // Parts of the normal form: LatticeNormalise.inl
 
-  /// Lifts optOriginal and keeps what it was.
+  /// Makes optOriginal or lifts it.
   void liftProblem(bool withTargetRange);
 
   // Parts of the mapping: LatticeMapping.inl
@@ -640,8 +642,6 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// The raw vector of such a form, over the untransformed `basis`.
   std::optional<Vector<T>> restoredForm(const Vector<T>& form, BackupMode mode,
                                         const Matrix<T>& basis) const;
-  /// Puts stars in front of those of the lattice.
-  void takeStars(Array<Star<T>> former);
   /// The point of a raw vector is no solution of the problem as read.
   bool violatesProblem(const Vector<T>& vector) const;
 

@@ -9,14 +9,13 @@
 #include "lattice/ClearAtEnd.h"
 #include "lattice/Lattice.h"
 #include "problem/Rows.h"
-#include "stars/StarCheck.h"
 
 namespace starsift {
 
 template <class T, class R>
 VectorBackup<T, R> Lattice<T, R>::backupVectors(BackupMode mode, Index count, Index position) {
   VectorBackup<T, R> backup;
-  backup.stars.exchange(stars);
+  backup.stars.exchange(file.stars);
   const auto keep = [&](BackupOrigin origin, const TimeVector<T>& source) {
     std::optional<Vector<T>> form = backupForm(source, mode, count, position);
     if (!form) return;
@@ -89,7 +88,8 @@ template <class T, class R>
 void Lattice<T, R>::restoreVectors(VectorBackup<T, R> backup, BackupMode mode) {
   restoring = true;
   const ClearAtEnd clearing(restoring);
-  takeStars(std::move(backup.stars));
+  appendStars(backup.stars, std::move(file.stars));
+  file.stars.exchange(backup.stars);
   const Matrix<T> basis = mode == BackupMode::coordinates ? backMapAll(B) : Matrix<T>();
   for (const auto& entry : backup.entries) {
     const auto vector = restoredForm(entry.vector, mode, basis);
@@ -106,17 +106,9 @@ void Lattice<T, R>::restoreVectors(VectorBackup<T, R> backup, BackupMode mode) {
 }
 
 template <class T, class R>
-void Lattice<T, R>::takeStars(Array<Star<T>> former) {
-  const Index kept = former.dimension();
-  former.resize(kept + stars.dimension(), true);
-  std::move(stars.begin(), stars.end(), former.begin() + kept);
-  stars.exchange(former);
-}
-
-template <class T, class R>
 bool Lattice<T, R>::violatesProblem(const Vector<T>& vector) const {
   const std::optional<Star<T>> star = starOf(vector);
-  return !star || !StarChecker<T>(problemAsRead()).judge(*star).isSolution;
+  return !star || !file.judge(*star).isSolution;
 }
 
 }  // namespace starsift

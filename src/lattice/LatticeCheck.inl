@@ -8,7 +8,6 @@
 
 #include "lattice/Lattice.h"
 #include "problem/Rows.h"
-#include "stars/StarCheck.h"
 
 namespace starsift {
 
@@ -200,7 +199,7 @@ template <class T, class R>
 unsigned Lattice<T, R>::fileSolution(const Vector<T>& vector, std::int64_t time) {
   const std::optional<Star<T>> star = starOf(vector);
   if (!star) return 0;
-  const StarVerdict<T> verdict = StarChecker<T>(problemAsRead()).judge(*star);
+  const StarVerdict<T> verdict = file.judge(*star);
   if (!verdict.isSolution) return 0;
   if (this->At.rowCount() > 0 && !competesForTarget(vector, verdict, time))
     return CHECK_SOLUTION | limitBits(verdict.norms, bestTarget == vector);

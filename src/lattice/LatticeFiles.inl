@@ -9,11 +9,7 @@
 
 #include "files/FileNames.h"
 #include "files/LatText.h"
-#include "files/SolReader.h"
-#include "files/SolWriter.h"
 #include "lattice/Lattice.h"
-#include "stars/StarCheck.h"
-#include "stars/StarOrder.h"
 #include "system/Console.h"
 
 namespace starsift {
@@ -26,47 +22,44 @@ void Lattice<T, R>::setFileNames(const std::string& path) {
   const FileNames names = fileNames(path);
   this->optFile = names.optFile;
   this->solFile = names.solFile;
-  optOriginal.optFile = names.optFile;
-  optOriginal.solFile = names.solFile;
+  file.setPaths(names);
   latFile = names.latFile;
 }
 
 template <class T, class R>
 bool Lattice<T, R>::readStarsFromSolFile(bool peek) {
-  return readStars(this->solFile, problemAsRead(), stars, peek);
+  return file.readStars(peek ? StarReading::peek : StarReading::append);
 }
 
 template <class T, class R>
 bool Lattice<T, R>::readStarsExactly(bool peek) {
-  return starsift::readStarsExactly(this->solFile, problemAsRead(), stars, peek);
+  return file.readStarsExactly(peek ? StarReading::peek : StarReading::append);
 }
 
 template <class T, class R>
 bool Lattice<T, R>::checkStars() {
-  return starsift::checkStars(problemAsRead(), stars);
+  return file.checkStars();
 }
 
 template <class T, class R>
 void Lattice<T, R>::writeSolFile(bool complete) {
   if (!outputSwitch) return;
   if (!complete) sol2star();
-  if (this->solFile.empty()) {
+  if (file.path().empty()) {
     std::cerr << "\n*** solFile is not set - solution write not possible" << endLine();
     stampOutputTime();
     return;
   }
-  writeStars(this->solFile, stars);
+  file.write();
 }
 
 template <class T, class R>
 void Lattice<T, R>::sol2star() {
   Array<Star<T>> found = solutionStars();
   if (!found.isSet()) return;
-  const Index before = stars.dimension();
-  stars.resize(before + found.dimension(), true);
-  std::move(found.begin(), found.end(), stars.begin() + before);
-  sortStars(stars);
-  removeDuplicates(stars, params.bench > 0);
+  file.appendStars(std::move(found));
+  file.sortStars();
+  file.removeDuplicates(params.bench > 0 ? Duplicates::ofPointAndParams : Duplicates::ofPoint);
 }
 
 template <class T, class R>
@@ -76,12 +69,14 @@ Array<Star<T>> Lattice<T, R>::solutionStars() const {
   if (!found.isSet()) return found;
   std::ostringstream paramsText;
   paramsText << params;
-  StarChecker<T> checker(problemAsRead());
   const auto fill = [&](Star<T>& star, const TimeVector<T>& source) {
     std::optional<Star<T>> point = starOf(source);
     if (!point) fail("sol2star: lat2opt can not compute x_opt");
     star = std::move(*point);
-    checker.check(star);
+    StarVerdict<T> verdict = file.judge(star);
+    star.targetValues.exchange(verdict.targetValues);
+    star.targetNorm = verdict.norms.target;
+    star.slackNorm = verdict.norms.slack;
     star.paramsText = paramsText.str();
     star.versionText = solverVersion;
     star.time = source.time;

@@ -11,12 +11,29 @@
 #include "problem/IntegerRows.h"
 #include "problem/RowBounds.h"
 #include "problem/Targets.h"
+#include "problem/TightenBounds.h"
 
 namespace starsift {
 
 template <class T, class R>
+void Lattice<T, R>::setProblem(Vanu<T> problem) {
+  Vanu<T>& target = file.editProblem();
+  problem.optFile = std::move(target.optFile);
+  problem.solFile = std::move(target.solFile);
+  target = std::move(problem);
+  optOriginal = Vanu<T>();
+}
+
+template <class T, class R>
+void Lattice<T, R>::tightenBounds() requires std::same_as<T, QQ> {
+  if (optOriginal.lifted) fail("tightenBounds: the problem is normalised");
+  optOriginal = file.problem();
+  starsift::tightenBounds(optOriginal);
+}
+
+template <class T, class R>
 void Lattice<T, R>::normalise(bool generate, bool force) {
-  if (force && optOriginal.lifted) optOriginal = optAsRead;
+  if (force) optOriginal = Vanu<T>();
   const bool first = !optOriginal.lifted;
   if (first) liftProblem(generate);
   const bool reactionsWereOff = this->reactionsOff;
@@ -30,7 +47,8 @@ void Lattice<T, R>::normalise(bool generate, bool force) {
 template <class T, class R>
 void Lattice<T, R>::liftProblem(bool withTargetRange) {
   // A step that throws leaves the problem as it was read.
-  Vanu<T> problem(optOriginal);
+  const bool isTightened = optOriginal.rx.isSet();
+  Vanu<T> problem(isTightened ? optOriginal : file.problem());
   dropUselessInequations(problem);
   transferFakeInequations(problem, true);
   liftOneSidedInequations(problem);
@@ -38,7 +56,6 @@ void Lattice<T, R>::liftProblem(bool withTargetRange) {
   aggregateTargets(problem);
   if (withTargetRange) addTargetThreshold(problem);
   problem.lifted = true;
-  optAsRead = std::move(optOriginal);
   optOriginal = std::move(problem);
 }
 
@@ -61,11 +78,6 @@ void Lattice<T, R>::normaliseCopy(bool verbose, bool first) {
   checkRows(problem, RowKind::equations);
   aggregateTargets(problem);
   shiftLowerBounds(problem);
-}
-
-template <class T, class R>
-const Vanu<T>& Lattice<T, R>::problemAsRead() const {
-  return optOriginal.lifted ? optAsRead : optOriginal;
 }
 
 }  // namespace starsift

@@ -170,7 +170,7 @@ void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, bool keepParams) {
   using Number = NumberConversion<T, U>;
   Vanu<T>::convertFrom(other);
   optOriginal.convertFrom(other.optOriginal);
-  optAsRead.convertFrom(other.optAsRead);
+  file.convertFrom(other.file);
   homScaled = Number::convert(other.homScaled);
   n = other.n;
   m = other.m;
@@ -178,7 +178,6 @@ void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, bool keepParams) {
   outputSwitch = other.outputSwitch;
   terminationSwitch = other.terminationSwitch;
   if (!keepParams) params.convertFrom(other.params);
-  latticerecord::convertAll(stars, other.stars);
   bestVector.convertFrom(other.bestVector, false);
   bestRecord = other.bestRecord;
   bestTarget.convertFrom(other.bestTarget, false);
@@ -230,8 +229,7 @@ void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, bool keepParams) {
 template <class T, class R>
 void Lattice<T, R>::release() {
   optOriginal = Vanu<T>();
-  optAsRead = Vanu<T>();
-  stars.destroy();
+  file.release();
 }
 
 template <class T, class R>

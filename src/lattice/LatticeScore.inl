@@ -58,7 +58,7 @@ template <class T, class R>
 R Lattice<T, R>::targetNormOf(const Vector<T>& raw) const {
   Vector<T> x;
   lat2opt(raw, x, true, false, true);
-  const Vanu<T>& problem = problemAsRead();
+  const Vanu<T>& problem = file.problem();
   const Norms<T> norms = computeNorms<T>(problem, problem.At * x, x);
   return NumberConversion<R, T>::nearest(norms.target);
 }

@@ -7,9 +7,6 @@
 
 #include "numbers/Conversion.h"
 #include "params/ParamArguments.h"
-#include "problem/OptReader.h"
-#include "problem/TightenBounds.h"
-#include "stars/StarOrder.h"
 
 namespace starsift {
 
@@ -115,7 +112,7 @@ std::string YLattice<R>::solutionsText() {
 
 template <class R>
 WrittenFile YLattice<R>::writeStarsTo(const std::string& path) {
-  return runStep([&path](const auto& lattice) { return writeStars(path, lattice.stars); },
+  return runStep([&path](const auto& lattice) { return lattice.file.writeTo(path); },
                  OnFailure::unchanged);
 }
 
@@ -126,12 +123,13 @@ void YLattice<R>::setFileNames(const std::string& path) {
 
 template <class R>
 void YLattice<R>::readOpt() {
-  starsift::readOpt(exact().optOriginal);
+  exact().file.readProblem();
+  exact().optOriginal = Vanu<QQ>();
 }
 
 template <class R>
 void YLattice<R>::tightenBounds() {
-  starsift::tightenBounds(exact().optOriginal);
+  exact().tightenBounds();
 }
 
 template <class R>
@@ -142,31 +140,20 @@ void YLattice<R>::readParams(const std::vector<std::string>& arguments) {
 template <class R>
 void YLattice<R>::takeProblem(const YLattice& other) {
   other.withLive([this](const auto& source) {
-    setFileNames(source.solFile);
     useExtendedPrecision();
-    exact().optOriginal.convertFrom(source.problemAsRead());
+    exact().file.convertProblemFrom(source.file);
   });
 }
 
 template <class R>
 std::string YLattice<R>::starsText() const {
-  std::string text;
-  withLive([&text](const auto& lattice) {
-    for (const auto& star : lattice.stars) {
-      Star<QQ> exact;
-      exact.convertFrom(star, false);
-      text += starText(exact) + '\n';
-    }
-  });
-  return text;
+  return withLive([](const auto& lattice) { return lattice.file.text(); });
 }
 
 template <class R>
 void YLattice<R>::addStars(Array<Star<QQ>> added) {
   useExtendedPrecision();
-  const Index before = exact().stars.dimension();
-  exact().stars.resize(before + added.dimension(), true);
-  std::move(added.begin(), added.end(), exact().stars.begin() + before);
+  exact().file.appendStars(std::move(added));
   tryStandardPrecision();
 }
 
@@ -223,12 +210,12 @@ Index YLattice<R>::restarts() const {
 
 template <class R>
 bool YLattice<R>::hasStars() const {
-  return withLive([](const auto& lattice) { return lattice.stars.isSet(); });
+  return withLive([](const auto& lattice) { return lattice.file.stars.isSet(); });
 }
 
 template <class R>
 bool YLattice<R>::hasTargets() const {
-  return withLive([](const auto& lattice) { return lattice.problemAsRead().dt.isSet(); });
+  return withLive([](const auto& lattice) { return lattice.file.problem().dt.isSet(); });
 }
 
 template <class R>
@@ -240,13 +227,12 @@ const Params& YLattice<R>::params() const {
 
 template <class R>
 void YLattice<R>::sortStars() {
-  withLive([](auto& lattice) { starsift::sortStars(lattice.stars); });
+  withLive([](auto& lattice) { lattice.file.sortStars(); });
 }
 
 template <class R>
-void YLattice<R>::removeDuplicates(bool compareParams) {
-  withLive(
-      [compareParams](auto& lattice) { starsift::removeDuplicates(lattice.stars, compareParams); });
+void YLattice<R>::removeDuplicates(Duplicates duplicates) {
+  withLive([duplicates](auto& lattice) { lattice.file.removeDuplicates(duplicates); });
 }
 
 template <class R>

@@ -123,7 +123,7 @@ class YLattice {
   /// Those of the live lattice; snorm and tnorm, whose types differ, are in the table only.
   const Params& params() const;
   void sortStars();
-  void removeDuplicates(bool compareParams);
+  void removeDuplicates(Duplicates duplicates);
   /// The text of solutionsText(), piece by piece.
   void writeSolutions(std::ostream& stream) const;
   /// Gates all writing of result files.

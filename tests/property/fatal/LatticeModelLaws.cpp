@@ -49,7 +49,7 @@ std::multiset<std::string> storedPoints(const Lattice<T, long double>& lattice) 
     RC_ASSERT(lattice.lat2opt(solution, x, true, false, true) == T(1));
     points.insert(oracle::pointText(pointOf(x)));
   }
-  for (const Star<T>& star : lattice.stars) points.insert(oracle::pointText(pointOf<T>(star)));
+  for (const Star<T>& star : lattice.file.stars) points.insert(oracle::pointText(pointOf<T>(star)));
   return points;
 }
 
@@ -237,7 +237,7 @@ struct BackUp : LatticeMove<BackUp> {
                                    : BackupMode::points;
     auto backup = lattice.backupVectors(mode);
     RC_ASSERT(lattice.solutions.dimension() == 0);
-    RC_ASSERT(lattice.stars.dimension() == 0);
+    RC_ASSERT(lattice.file.stars.dimension() == 0);
     lattice.restoreVectors(std::move(backup), mode);
   }
 };

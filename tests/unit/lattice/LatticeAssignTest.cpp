@@ -21,7 +21,7 @@ void fillAll(LatticeOver<T>& lattice) {
   static_cast<Vanu<T>&>(lattice) =
       problemFrom<T>("[ 2.5 ] [ [ 1 2 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 9 inf ]");
   lattice.optOriginal = lattice;
-  lattice.optAsRead =
+  lattice.file.editProblem() =
       problemFrom<T>("[ 3.5 ] [ [ 7 8 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 1 0 ] [ 6 inf ]");
   lattice.optOriginal.optFile = "o.opt";
   lattice.solFile = "s.sol";
@@ -32,11 +32,11 @@ void fillAll(LatticeOver<T>& lattice) {
   lattice.terminationSwitch = true;
   lattice.params.beta = 33;
   lattice.params.snorm = "2.5";
-  lattice.stars.resize(2, false);
-  lattice.stars[1] = Star<T>{T(1) / T(2)};
-  lattice.stars[1].paramsText = "p";
-  lattice.stars[1].time = 3;
-  lattice.stars[2] = Star<T>{T(2)};
+  lattice.file.stars.resize(2, false);
+  lattice.file.stars[1] = Star<T>{T(1) / T(2)};
+  lattice.file.stars[1].paramsText = "p";
+  lattice.file.stars[1].time = 3;
+  lattice.file.stars[2] = Star<T>{T(2)};
   lattice.bestVector = TimeVector<T>{T(1), T(2), T(3)};
   lattice.bestVector.time = 7;
   lattice.bestRecord.status = ScoreStatus::homogeneous;
@@ -117,9 +117,9 @@ void expectSameProblemAndNames(const LatticeOver<T>& a, const LatticeOver<T>& b)
   EXPECT_TRUE(identical(a.rx, b.rx));
   EXPECT_TRUE(identical(a.optOriginal.dt, b.optOriginal.dt));
   EXPECT_TRUE(sameMatrix(a.optOriginal.At, b.optOriginal.At));
-  EXPECT_TRUE(identical(a.optAsRead.dt, b.optAsRead.dt));
-  EXPECT_TRUE(sameMatrix(a.optAsRead.At, b.optAsRead.At));
-  EXPECT_TRUE(identical(a.optAsRead.rx, b.optAsRead.rx));
+  EXPECT_TRUE(identical(a.file.problem().dt, b.file.problem().dt));
+  EXPECT_TRUE(sameMatrix(a.file.problem().At, b.file.problem().At));
+  EXPECT_TRUE(identical(a.file.problem().rx, b.file.problem().rx));
   EXPECT_EQ(a.optFile, b.optFile);
   EXPECT_EQ(a.solFile, b.solFile);
   EXPECT_EQ(a.optOriginal.optFile, b.optOriginal.optFile);
@@ -132,11 +132,11 @@ void expectSameProblemAndNames(const LatticeOver<T>& a, const LatticeOver<T>& b)
 
 template <class T>
 void expectSameVectors(const LatticeOver<T>& a, const LatticeOver<T>& b) {
-  ASSERT_EQ(a.stars.dimension(), b.stars.dimension());
-  for (Index i = 1; i <= a.stars.dimension(); ++i) {
-    EXPECT_TRUE(identical(a.stars[i].x(), b.stars[i].x()));
-    EXPECT_EQ(a.stars[i].paramsText, b.stars[i].paramsText);
-    EXPECT_EQ(a.stars[i].time, b.stars[i].time);
+  ASSERT_EQ(a.file.stars.dimension(), b.file.stars.dimension());
+  for (Index i = 1; i <= a.file.stars.dimension(); ++i) {
+    EXPECT_TRUE(identical(a.file.stars[i].x(), b.file.stars[i].x()));
+    EXPECT_EQ(a.file.stars[i].paramsText, b.file.stars[i].paramsText);
+    EXPECT_EQ(a.file.stars[i].time, b.file.stars[i].time);
   }
   EXPECT_TRUE(identical<T>(a.bestVector, b.bestVector));
   EXPECT_EQ(a.bestVector.time, b.bestVector.time);
@@ -256,7 +256,7 @@ TYPED_TEST(LatticeAssignOver, AssignedLatticeIsItsOwn) {
   LatticeOver<TypeParam> target;
   target.assignFrom(source, false);
   source.B[1][1] = TypeParam(0);
-  source.stars.clear();
+  source.file.stars.clear();
   source.params.beta = 5;
   EXPECT_EQ(target.B[1][1], TypeParam(11));
   EXPECT_EQ(target.stars.dimension(), 2);
@@ -313,7 +313,7 @@ TEST(LatticeAssign, AssignmentConvertsFromLongDouble) {
 TEST(LatticeAssign, AssignmentOfAThirdThrows) {
   LatticeOver<QQ> source;
   fillAll(source);
-  source.stars[2][1] = q("1/3");
+  source.file.stars[2][1] = q("1/3");
   LatticeOver<long double> target;
   EXPECT_THROW(target.assignFrom(source, false), PostCommaPrecisionException);
 }

@@ -35,8 +35,8 @@ class LatticeBackupOver : public test::CheckedLattice<T> {
     good.time = 6;
     lattice.collected.insert(good);
     lattice.chosen.insert(good);
-    lattice.stars.resize(1, false);
-    lattice.stars[1] = Star<T>{T(5)};
+    lattice.file.stars.resize(1, false);
+    lattice.file.stars[1] = Star<T>{T(5)};
   }
 
   /// The same, all found in the first second of a search that began long ago.
@@ -88,8 +88,8 @@ class LatticeBackupOver : public test::CheckedLattice<T> {
       EXPECT_EQ(set->first()->time, 6);
       EXPECT_TRUE(set->first()->score.isSolution);
     }
-    ASSERT_EQ(lattice.stars.dimension(), 1);
-    EXPECT_EQ(textOf(lattice.stars[1]), "[ 5 ]");
+    ASSERT_EQ(lattice.file.stars.dimension(), 1);
+    EXPECT_EQ(textOf(lattice.file.stars[1]), "[ 5 ]");
     EXPECT_FALSE(lattice.restoring);
   }
 
@@ -99,7 +99,7 @@ class LatticeBackupOver : public test::CheckedLattice<T> {
     EXPECT_EQ(this->live.solutions.dimension(), 0);
     EXPECT_EQ(this->live.collected.count(), 0);
     EXPECT_EQ(this->live.chosen.count(), 0);
-    EXPECT_EQ(this->live.stars.dimension(), 0);
+    EXPECT_EQ(this->live.file.stars.dimension(), 0);
   }
 };
 TYPED_TEST_SUITE(LatticeBackupOver, test::LatticeNumbers);
@@ -124,7 +124,7 @@ TYPED_TEST(LatticeBackupOver, EmptyLatticeHasNothingToKeep) {
 TYPED_TEST(LatticeBackupOver, EveryFormComesBack) {
   for (const BackupMode mode : {BackupMode::vectors, BackupMode::coordinates, BackupMode::points}) {
     SCOPED_TRACE(static_cast<int>(mode));
-    this->live.stars.clear();
+    this->live.file.stars.clear();
     this->live.collected.clear();
     this->live.chosen.clear();
     this->use(climb);
@@ -289,12 +289,12 @@ TYPED_TEST(LatticeBackupOver, StarsOfTheMeantimeStandBehind) {
   this->fill();
   auto& lattice = this->live;
   auto backup = lattice.backupVectors(BackupMode::vectors);
-  lattice.stars.resize(1, false);
-  lattice.stars[1] = Star<TypeParam>{TypeParam(7)};
+  lattice.file.stars.resize(1, false);
+  lattice.file.stars[1] = Star<TypeParam>{TypeParam(7)};
   lattice.restoreVectors(std::move(backup), BackupMode::vectors);
-  ASSERT_EQ(lattice.stars.dimension(), 2);
-  EXPECT_EQ(textOf(lattice.stars[1]), "[ 5 ]");
-  EXPECT_EQ(textOf(lattice.stars[2]), "[ 7 ]");
+  ASSERT_EQ(lattice.file.stars.dimension(), 2);
+  EXPECT_EQ(textOf(lattice.file.stars[1]), "[ 5 ]");
+  EXPECT_EQ(textOf(lattice.file.stars[2]), "[ 7 ]");
 }
 
 TYPED_TEST(LatticeBackupOver, CollectedVectorsThatBecameInconsistentAreDropped) {

@@ -173,8 +173,8 @@ TYPED_TEST(LatticeCheckOver, KindOfAVariableSaysWhichOfItsBoundsHold) {
     this->use(band);
     auto& lattice = this->live;
     lattice.fd[1] = x.kind;
-    lattice.optAsRead.lx[1] = TypeParam(-9);
-    lattice.optAsRead.rx[1] = TypeParam(9);
+    lattice.file.editProblem().lx[1] = TypeParam(-9);
+    lattice.file.editProblem().rx[1] = TypeParam(9);
     EXPECT_EQ(this->checkPoint(-1, 2), x.below ? filed : 0U);
     EXPECT_EQ(this->checkPoint(6, 1), x.above ? filed : 0U);
     EXPECT_EQ(this->checkPoint(1, 1), filed);
@@ -345,7 +345,7 @@ TYPED_TEST(LatticeCheckOver, OnlyTheDifferenceOfTwoDeviationsCounts) {
 
 TEST(LatticeCheck, ConsistencyHasATolerance) {
   Lattice<long double, long double> lattice;
-  lattice.optOriginal = test::problemFrom<long double>(band);
+  lattice.setProblem(test::problemFrom<long double>(band));
   lattice.normalise(true, false);
   generateByHand(lattice, LatticeStage::full);
   Vector<long double> vector;
@@ -357,7 +357,7 @@ TEST(LatticeCheck, ConsistencyHasATolerance) {
 
 TEST(LatticeCheck, LargeVectorAsksForExactArithmetic) {
   Lattice<long double, long double> lattice;
-  lattice.optOriginal = test::problemFrom<long double>(band);
+  lattice.setProblem(test::problemFrom<long double>(band));
   lattice.normalise(true, false);
   generateByHand(lattice, LatticeStage::full);
   Vector<long double> vector;
@@ -370,8 +370,8 @@ TEST(LatticeCheck, LargeVectorAsksForExactArithmetic) {
 // x from 9 * 10^8 on.
 TEST(LatticeCheck, LargePointAsksForExactArithmetic) {
   Lattice<long double, long double> lattice;
-  lattice.optOriginal = test::problemFrom<long double>(
-      "[ inf ] [ [ 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 ] [ 900000000 ] [ inf ]");
+  lattice.setProblem(test::problemFrom<long double>(
+      "[ inf ] [ [ 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 ] [ 900000000 ] [ inf ]"));
   lattice.normalise(true, false);
   generateByHand(lattice, LatticeStage::full);
   EXPECT_EQ(messageOf<PrecisionException>([&] {
@@ -383,11 +383,11 @@ TEST(LatticeCheck, LargePointAsksForExactArithmetic) {
 
 TEST(LatticeCheck, LargeTargetValueAsksForExactArithmetic) {
   Lattice<long double, long double> lattice;
-  lattice.optOriginal = test::problemFrom<long double>(
-      "[ inf ] [ [ 1 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");
+  lattice.setProblem(test::problemFrom<long double>(
+      "[ inf ] [ [ 1 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]"));
   lattice.normalise(true, false);
   generateByHand(lattice, LatticeStage::full);
-  lattice.optAsRead.At[1][1] = 999999999999999999.0L;
+  lattice.file.editProblem().At[1][1] = 999999999999999999.0L;
   Vector<long double> vector;
   lattice.opt2lat({5, 1}, vector, false, 1.0L);
   EXPECT_EQ(messageOf<PrecisionException>([&] { lattice.checkSolution(vector, false, 0, true); }),

@@ -109,7 +109,7 @@ TYPED_TEST(LatticeGenerateOver, StoredVectorsAreDiscardedAndStarsKept) {
   auto& lattice = this->live;
   lattice.bestVector = TimeVector<TypeParam>{1, 2, 3};
   lattice.solutions.resize(1, false);
-  lattice.stars.resize(1, false);
+  lattice.file.stars.resize(1, false);
   HeuristicVector<TypeParam, long double> good;
   good.resize(9, false);
   lattice.collected.insert(good);
@@ -119,7 +119,7 @@ TYPED_TEST(LatticeGenerateOver, StoredVectorsAreDiscardedAndStarsKept) {
   EXPECT_EQ(lattice.chosen.count(), 0);
   EXPECT_FALSE(lattice.bestVector.isSet());
   EXPECT_EQ(lattice.solutions.dimension(), 0);
-  EXPECT_EQ(lattice.stars.dimension(), 1);
+  EXPECT_EQ(lattice.file.stars.dimension(), 1);
 }
 
 TYPED_TEST(LatticeGenerateOver, FreeVariablesHaveNoBox) {
@@ -239,11 +239,11 @@ constexpr const char* long1 =
 
 TEST(LatticeGenerate, LargeRangesAskForExactArithmetic) {
   Lattice<long double, long double> lattice;
-  lattice.optOriginal = test::problemFrom<long double>(primes);
+  lattice.setProblem(test::problemFrom<long double>(primes));
   lattice.normalise(true, false);
   EXPECT_EQ(messageOf<PrecisionException>([&] { lattice.generateLattice(false); }), "R overflow");
   Lattice<QQ, long double> exact;
-  exact.optOriginal = test::problemFrom(primes);
+  exact.setProblem(test::problemFrom(primes));
   exact.normalise(true, false);
   exact.generateLattice(false);
   EXPECT_EQ(exact.rangeMultiple, q("999962000357"));
@@ -251,12 +251,12 @@ TEST(LatticeGenerate, LargeRangesAskForExactArithmetic) {
 
 TEST(LatticeGenerate, LargeEntriesAskForExactArithmetic) {
   Lattice<long double, long double> lattice;
-  lattice.optOriginal = test::problemFrom<long double>(long1);
+  lattice.setProblem(test::problemFrom<long double>(long1));
   lattice.normalise(true, false);
   EXPECT_EQ(messageOf<PrecisionException>([&] { lattice.generateLattice(false); }),
             "B_save overflow2");
   Lattice<QQ, long double> exact;
-  exact.optOriginal = test::problemFrom(long1);
+  exact.setProblem(test::problemFrom(long1));
   exact.normalise(true, false);
   exact.generateLattice(false);
   EXPECT_EQ(exact.B_save[2][1], q("2000000000"));
@@ -364,13 +364,13 @@ TYPED_TEST(LatticeGenerateOver, EquationsWithoutAnIntegerSolutionAreFatal) {
 TYPED_TEST(LatticeGenerateOver, StarsSurviveAndProveThatTheEquationsAreSolvable) {
   this->normalise(three);
   auto& lattice = this->live;
-  lattice.stars.resize(1, false);
-  lattice.stars[1] = Star<TypeParam>{TypeParam(2), TypeParam(5), TypeParam(0)};
+  lattice.file.stars.resize(1, false);
+  lattice.file.stars[1] = Star<TypeParam>{TypeParam(2), TypeParam(5), TypeParam(0)};
   lattice.params.verb = 2;
   const std::string text = this->consoleOf([&] { lattice.prepareLattice(); });
   EXPECT_EQ(text.find("Extracting"), std::string::npos) << text;
-  ASSERT_EQ(lattice.stars.dimension(), 1);
-  EXPECT_EQ(textOf(lattice.stars[1]), "[ 2 5 0 ]");
+  ASSERT_EQ(lattice.file.stars.dimension(), 1);
+  EXPECT_EQ(textOf(lattice.file.stars[1]), "[ 2 5 0 ]");
 }
 
 // The reduction of the equations meets an integer solution of them, in the box or not.
@@ -381,7 +381,7 @@ TYPED_TEST(LatticeGenerateOver, BestVectorAloneProvesThatTheEquationsAreSolvable
   const std::string text = this->consoleOf([&] { lattice.prepareLattice(); });
   EXPECT_TRUE(lattice.bestVector.isSet() || lattice.solutions.isSet());
   EXPECT_EQ(text.find("Extracting"), std::string::npos) << text;
-  EXPECT_EQ(lattice.stars.dimension(), 0);
+  EXPECT_EQ(lattice.file.stars.dimension(), 0);
 }
 
 TYPED_TEST(LatticeGenerateOver, PreparationTellsCountsAndSteps) {

@@ -35,8 +35,8 @@ class LatticeRecordOver : public testing::Test {
     lattice.solutions.resize(1, false);
     lattice.solutions[1] = Star<T>{T(7), T(8), T(9)};
     lattice.solutions[1].time = 9;
-    lattice.stars.resize(1, false);
-    lattice.stars[1] = Star<T>{T(5)};
+    lattice.file.stars.resize(1, false);
+    lattice.file.stars[1] = Star<T>{T(5)};
     HeuristicVector<T, long double> good;
     good.resize(3, false);
     good[1] = T(1);
@@ -56,7 +56,7 @@ TYPED_TEST(LatticeRecordOver, WithoutABasisIsEmpty) {
   ASSERT_EQ(lattice.TT.dimension(), 1);
   EXPECT_EQ(lattice.TT[1].rowCount(), 0);
   EXPECT_EQ(lattice.B.rowCount(), 0);
-  EXPECT_EQ(lattice.stars.dimension(), 0);
+  EXPECT_EQ(lattice.file.stars.dimension(), 0);
   EXPECT_TRUE(lattice.latFile.empty());
 }
 
@@ -126,7 +126,7 @@ TYPED_TEST(LatticeRecordOver, ResetForgetsTheSearch) {
   lattice.deepInsertions = 9;
   lattice.lastPass = {9, 8, 7};
   lattice.restarts = 9;
-  lattice.optAsRead.dt = Vector<TypeParam>{TypeParam(3)};
+  lattice.file.editProblem().dt = Vector<TypeParam>{TypeParam(3)};
   lattice.runVariables[MainMutexVariable::counter5].set("3");
   lattice.runVariables[MainMutexVariable::counter6].set("4");
   lattice.runVariables[MainMutexVariable::counter7].set("5");
@@ -154,7 +154,7 @@ TYPED_TEST(LatticeRecordOver, ResetForgetsTheSearch) {
   EXPECT_EQ(lattice.bestTarget.time, unknownTime);
   // What outlasts a lattice.
   EXPECT_EQ(lattice.restarts, 9);
-  EXPECT_EQ(lattice.optAsRead.dt.dimension(), 1);
+  EXPECT_EQ(lattice.file.problem().dt.dimension(), 1);
   EXPECT_EQ(lattice.runVariables[MainMutexVariable::counter5].get(), "0");
   EXPECT_EQ(lattice.runVariables[MainMutexVariable::counter6].get(), "0");
   EXPECT_EQ(lattice.runVariables[MainMutexVariable::counter7].get(), "0");
@@ -204,7 +204,7 @@ TYPED_TEST(LatticeRecordOver, ResetKeepsProblemParametersAndStars) {
   lattice.params.beta = 33;
   lattice.homValue = TypeParam(5);
   lattice.reset(nullptr, false);
-  EXPECT_EQ(lattice.stars.dimension(), 1);
+  EXPECT_EQ(lattice.file.stars.dimension(), 1);
   EXPECT_EQ(lattice.optFile, "a.opt");
   EXPECT_EQ(lattice.optOriginal.dt.dimension(), 1);
   EXPECT_EQ(lattice.params.beta.get(), 33);
@@ -329,7 +329,7 @@ TYPED_TEST(LatticeRecordOver, DiscardingTakesVectorsButNoStars) {
   EXPECT_EQ(lattice.bestTarget.dimension(), 0);
   EXPECT_TRUE(NumberTraits<TypeParam>::isInfinite(lattice.bestTarget.targetNorm));
   EXPECT_EQ(lattice.solutions.dimension(), 0);
-  EXPECT_EQ(lattice.stars.dimension(), 1);
+  EXPECT_EQ(lattice.file.stars.dimension(), 1);
 }
 
 TYPED_TEST(LatticeRecordOver, StoredVectorsTakeTheNewLength) {
@@ -346,7 +346,7 @@ TYPED_TEST(LatticeRecordOver, StoredVectorsTakeTheNewLength) {
   EXPECT_EQ(lattice.solutions[1].time, 9);
   EXPECT_EQ(lattice.collected.first()->dimension(), 4);
   EXPECT_EQ(lattice.chosen.first()->dimension(), 4);
-  EXPECT_EQ(lattice.stars[1].dimension(), 1);
+  EXPECT_EQ(lattice.file.stars[1].dimension(), 1);
 }
 
 TYPED_TEST(LatticeRecordOver, NoVectorIsMadeWhereThereIsNone) {

@@ -36,7 +36,7 @@ class LatticeRestartOver : public test::LatticeOfProblem<T> {
     lattice.params.variate = false;
     lattice.params.stopping = true;
     lattice.terminationSwitch = true;
-    lattice.solFile = lattice.optOriginal.solFile = scratch.file("p.sol");
+    lattice.file.setPaths({"", scratch.file("p.sol"), ""});
     lattice.latFile = scratch.file("p.lat");
   }
 
@@ -124,8 +124,8 @@ TYPED_TEST(LatticeRestartOver, RestartKeepsSolutionsStarsAndSettings) {
   auto& lattice = this->live;
   const std::string before = rowsText(lattice.B);
   lattice.B[1] = Vector<TypeParam>(lattice.m);
-  lattice.stars.resize(1, false);
-  lattice.stars[1] = Star<TypeParam>{9, 4, 0};
+  lattice.file.stars.resize(1, false);
+  lattice.file.stars[1] = Star<TypeParam>{9, 4, 0};
   this->restart();
   EXPECT_EQ(rowsText(lattice.B), before);
   EXPECT_EQ(lattice.latticeKind, LatticeKind::full);
@@ -133,8 +133,8 @@ TYPED_TEST(LatticeRestartOver, RestartKeepsSolutionsStarsAndSettings) {
   EXPECT_THAT(found, testing::IsSupersetOf({"[ 1 0 4 ] @4", "[ 2 5 0 ] @5"}));
   EXPECT_EQ(lattice.bestTarget.targetNorm, TypeParam(0));
   EXPECT_EQ(lattice.bestTarget.time, 5);
-  ASSERT_EQ(lattice.stars.dimension(), 1);
-  EXPECT_EQ(textOf(lattice.stars[1].x()), "[ 9 4 0 ]");
+  ASSERT_EQ(lattice.file.stars.dimension(), 1);
+  EXPECT_EQ(textOf(lattice.file.stars[1].x()), "[ 9 4 0 ]");
   EXPECT_TRUE(lattice.terminationSwitch);
   EXPECT_FALSE(lattice.outputSwitch);
   EXPECT_EQ(lattice.latFile, this->scratch.file("p.lat"));
@@ -146,11 +146,11 @@ using LatticeRestart = LatticeRestartOver<long double>;
 TEST_F(LatticeRestart, NothingIsLostWhereTheLatticeCanNotBeMade) {
   this->findSolutions();
   live.outputSwitch = true;
-  live.stars.resize(1, false);
+  live.file.stars.resize(1, false);
   // Two primes.
   live.optOriginal.rx = Vector<long double>{999983, 999979, 9};
   EXPECT_EQ(messageOf<PrecisionException>([this] { live.regenerateLattice(); }), "R overflow");
-  EXPECT_EQ(live.stars.dimension(), 1);
+  EXPECT_EQ(live.file.stars.dimension(), 1);
   EXPECT_THAT(solutionTexts(), testing::ElementsAre("[ 1 0 4 ] @4", "[ 2 5 0 ] @5"));
   EXPECT_TRUE(live.outputSwitch);
   EXPECT_TRUE(live.terminationSwitch);

@@ -39,8 +39,8 @@ TYPED_TEST(Sol2StarOver, StarSpeaksOfTheProblemAsRead) {
   this->find(4, 2, 17);
   auto& lattice = this->live;
   lattice.sol2star();
-  ASSERT_EQ(lattice.stars.dimension(), 1);
-  const Star<TypeParam>& star = lattice.stars[1];
+  ASSERT_EQ(lattice.file.stars.dimension(), 1);
+  const Star<TypeParam>& star = lattice.file.stars[1];
   EXPECT_EQ(textOf(star.x()), "[ 4 2 3 ]");
   EXPECT_EQ(textOf(star.targetValues), "[ 6 10 ]");
   EXPECT_EQ(star.targetNorm, TypeParam(1 - 10));
@@ -56,10 +56,10 @@ TYPED_TEST(Sol2StarOver, WithoutTargetsThereAreNoValues) {
   this->use(plain);
   this->find(4, 2, 17);
   this->live.sol2star();
-  ASSERT_EQ(this->live.stars.dimension(), 1);
-  EXPECT_EQ(textOf(this->live.stars[1].x()), "[ 4 2 3 ]");
-  EXPECT_FALSE(this->live.stars[1].targetValues.isSet());
-  EXPECT_EQ(this->live.stars[1].targetNorm, TypeParam(0));
+  ASSERT_EQ(this->live.file.stars.dimension(), 1);
+  EXPECT_EQ(textOf(this->live.file.stars[1].x()), "[ 4 2 3 ]");
+  EXPECT_FALSE(this->live.file.stars[1].targetValues.isSet());
+  EXPECT_EQ(this->live.file.stars[1].targetNorm, TypeParam(0));
 }
 
 TYPED_TEST(Sol2StarOver, StarsAreSorted) {
@@ -67,15 +67,15 @@ TYPED_TEST(Sol2StarOver, StarsAreSorted) {
   this->find(2, 0, 1);
   this->find(5, 2, 2);
   auto& lattice = this->live;
-  lattice.stars.resize(1, false);
-  lattice.stars[1] = Star<TypeParam>{3, 4, 3};
-  lattice.stars[1].targetValues = Vector<TypeParam>{7, 10};
-  lattice.stars[1].targetNorm = TypeParam(-10);
+  lattice.file.stars.resize(1, false);
+  lattice.file.stars[1] = Star<TypeParam>{3, 4, 3};
+  lattice.file.stars[1].targetValues = Vector<TypeParam>{7, 10};
+  lattice.file.stars[1].targetNorm = TypeParam(-10);
   lattice.sol2star();
-  ASSERT_EQ(lattice.stars.dimension(), 3);
-  EXPECT_EQ(textOf(lattice.stars[1].x()), "[ 5 2 3 ]");
-  EXPECT_EQ(textOf(lattice.stars[2].x()), "[ 3 4 3 ]");
-  EXPECT_EQ(textOf(lattice.stars[3].x()), "[ 2 0 3 ]");
+  ASSERT_EQ(lattice.file.stars.dimension(), 3);
+  EXPECT_EQ(textOf(lattice.file.stars[1].x()), "[ 5 2 3 ]");
+  EXPECT_EQ(textOf(lattice.file.stars[2].x()), "[ 3 4 3 ]");
+  EXPECT_EQ(textOf(lattice.file.stars[3].x()), "[ 2 0 3 ]");
 }
 
 TYPED_TEST(Sol2StarOver, StarIsMadeOnce) {
@@ -83,7 +83,7 @@ TYPED_TEST(Sol2StarOver, StarIsMadeOnce) {
   this->find(4, 2, 17);
   this->live.sol2star();
   this->live.sol2star();
-  EXPECT_EQ(this->live.stars.dimension(), 1);
+  EXPECT_EQ(this->live.file.stars.dimension(), 1);
 }
 
 TYPED_TEST(Sol2StarOver, BenchmarksKeepStarsOfOtherParameters) {
@@ -94,10 +94,10 @@ TYPED_TEST(Sol2StarOver, BenchmarksKeepStarsOfOtherParameters) {
   lattice.sol2star();
   lattice.params.beta = 33;
   lattice.sol2star();
-  EXPECT_EQ(lattice.stars.dimension(), 2);
+  EXPECT_EQ(lattice.file.stars.dimension(), 2);
   lattice.params.bench = 0.0F;
   lattice.sol2star();
-  EXPECT_EQ(lattice.stars.dimension(), 1);
+  EXPECT_EQ(lattice.file.stars.dimension(), 1);
 }
 
 TYPED_TEST(Sol2StarOver, BestTargetIsAStarToo) {
@@ -105,18 +105,18 @@ TYPED_TEST(Sol2StarOver, BestTargetIsAStarToo) {
   this->find(4, 2, 17);
   this->live.solutions.clear();
   this->live.sol2star();
-  ASSERT_EQ(this->live.stars.dimension(), 1);
-  EXPECT_EQ(this->live.stars[1].time, 17);
+  ASSERT_EQ(this->live.file.stars.dimension(), 1);
+  EXPECT_EQ(this->live.file.stars[1].time, 17);
 }
 
 TYPED_TEST(Sol2StarOver, WithoutSolutionsStarsStayAsTheyAre) {
   this->use(aim);
   auto& lattice = this->live;
-  lattice.stars.resize(2, false);
-  lattice.stars[1] = Star<TypeParam>{3, 4, 3};
-  lattice.stars[2] = Star<TypeParam>{3, 4, 3};
+  lattice.file.stars.resize(2, false);
+  lattice.file.stars[1] = Star<TypeParam>{3, 4, 3};
+  lattice.file.stars[2] = Star<TypeParam>{3, 4, 3};
   lattice.sol2star();
-  EXPECT_EQ(lattice.stars.dimension(), 2);
+  EXPECT_EQ(lattice.file.stars.dimension(), 2);
 }
 
 TYPED_TEST(Sol2StarOver, VectorThatIsNoPointIsFatal) {

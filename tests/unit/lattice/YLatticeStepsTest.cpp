@@ -21,7 +21,7 @@ class StepsOfYLattice : public test::FreshConsole {
     test::allowChecks(lattice.standard());
   }
   void prepare(std::string_view problem) {
-    lattice.standard().optOriginal = test::problemFrom<long double>(problem);
+    lattice.standard().setProblem(test::problemFrom<long double>(problem));
     lattice.normalise(true, false);
     lattice.prepareLattice();
   }

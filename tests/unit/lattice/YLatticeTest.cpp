@@ -19,9 +19,9 @@ using Exact = Lattice<QQ, long double>;
 
 template <class T>
 void addStar(Lattice<T, long double>& lattice, const T& component) {
-  const Index last = lattice.stars.dimension() + 1;
-  lattice.stars.resize(last, false);
-  lattice.stars[last] = Star<T>{component};
+  const Index last = lattice.file.stars.dimension() + 1;
+  lattice.file.stars.resize(last, false);
+  lattice.file.stars[last] = Star<T>{component};
 }
 
 /// Adds a star, opens a block on the console and loses precision, but not over
@@ -34,7 +34,7 @@ struct LosingStep {
   }
   Index operator()(Exact& lattice) const {
     addStar(lattice, exactStar);
-    return lattice.stars.dimension();
+    return lattice.file.stars.dimension();
   }
   QQ exactStar = QQ(5);
 };
@@ -60,21 +60,21 @@ TEST_F(YLatticeTest, ExtendedPrecisionTakesTheStateAlong) {
   addStar(lattice.standard(), 0.1L);
   lattice.useExtendedPrecision();
   EXPECT_TRUE(lattice.usesExact());
-  ASSERT_EQ(lattice.exact().stars.dimension(), 1);
-  EXPECT_EQ(lattice.exact().stars[1][1], q("1/10"));
+  ASSERT_EQ(lattice.exact().file.stars.dimension(), 1);
+  EXPECT_EQ(lattice.exact().file.stars[1][1], q("1/10"));
 }
 
 TEST_F(YLatticeTest, LatticeThatIsNotLiveHoldsNoStarsAndNoProblem) {
-  lattice.standard().optOriginal.dt = Vector<long double>{1};
+  lattice.standard().file.editProblem().dt = Vector<long double>{1};
   addStar(lattice.standard(), 0.1L);
   lattice.useExtendedPrecision();
-  EXPECT_EQ(lattice.standard().stars.capacity(), 0);
-  EXPECT_EQ(lattice.standard().optOriginal.dt.capacity(), 0);
-  EXPECT_EQ(lattice.exact().optOriginal.dt.dimension(), 1);
+  EXPECT_EQ(lattice.standard().file.stars.capacity(), 0);
+  EXPECT_EQ(lattice.standard().file.problem().dt.capacity(), 0);
+  EXPECT_EQ(lattice.exact().file.problem().dt.dimension(), 1);
   lattice.useStandardPrecision();
-  EXPECT_EQ(lattice.exact().stars.capacity(), 0);
-  EXPECT_EQ(lattice.exact().optOriginal.dt.capacity(), 0);
-  EXPECT_EQ(lattice.standard().optOriginal.dt.dimension(), 1);
+  EXPECT_EQ(lattice.exact().file.stars.capacity(), 0);
+  EXPECT_EQ(lattice.exact().file.problem().dt.capacity(), 0);
+  EXPECT_EQ(lattice.standard().file.problem().dt.dimension(), 1);
 }
 
 TEST_F(YLatticeTest, ConversionThatFailsLeavesNothingBehind) {
@@ -83,15 +83,15 @@ TEST_F(YLatticeTest, ConversionThatFailsLeavesNothingBehind) {
   addStar(lattice.exact(), q("1/3"));
   lattice.tryStandardPrecision();
   EXPECT_TRUE(lattice.usesExact());
-  EXPECT_EQ(lattice.exact().stars.dimension(), 2);
-  EXPECT_EQ(lattice.standard().stars.capacity(), 0);
+  EXPECT_EQ(lattice.exact().file.stars.dimension(), 2);
+  EXPECT_EQ(lattice.standard().file.stars.capacity(), 0);
 }
 
 TEST_F(YLatticeTest, ExtendedPrecisionTwiceConvertsOnce) {
   lattice.useExtendedPrecision();
   addStar(lattice.exact(), q("1/3"));
   lattice.useExtendedPrecision();
-  EXPECT_EQ(lattice.exact().stars.dimension(), 1);
+  EXPECT_EQ(lattice.exact().file.stars.dimension(), 1);
 }
 
 TEST_F(YLatticeTest, StandardPrecisionTakesTheStateBack) {
@@ -99,14 +99,14 @@ TEST_F(YLatticeTest, StandardPrecisionTakesTheStateBack) {
   addStar(lattice.exact(), q("1/10"));
   lattice.useStandardPrecision();
   EXPECT_FALSE(lattice.usesExact());
-  ASSERT_EQ(lattice.standard().stars.dimension(), 1);
-  EXPECT_EQ(lattice.standard().stars[1][1], 0.1L);
+  ASSERT_EQ(lattice.standard().file.stars.dimension(), 1);
+  EXPECT_EQ(lattice.standard().file.stars[1][1], 0.1L);
 }
 
 TEST_F(YLatticeTest, StandardPrecisionTwiceConvertsOnce) {
   addStar(lattice.standard(), 0.1L);
   lattice.useStandardPrecision();
-  EXPECT_EQ(lattice.standard().stars.dimension(), 1);
+  EXPECT_EQ(lattice.standard().file.stars.dimension(), 1);
 }
 
 TEST_F(YLatticeTest, WayBackThatLosesDigitsThrowsAndStaysExact) {
@@ -119,7 +119,7 @@ TEST_F(YLatticeTest, TryingTheWayBackIsSilent) {
   makeExactOnly();
   lattice.tryStandardPrecision();
   EXPECT_TRUE(lattice.usesExact());
-  lattice.exact().stars[1][1] = q("1/4");
+  lattice.exact().file.stars[1][1] = q("1/4");
   lattice.tryStandardPrecision();
   EXPECT_FALSE(lattice.usesExact());
 }
@@ -128,12 +128,12 @@ TEST_F(YLatticeTest, StepRunsOnTheStandardLattice) {
   const Index count = lattice.runStep([](auto& live) {
     static_assert(std::is_same_v<decltype(live), Standard&> ||
                   std::is_same_v<decltype(live), Exact&>);
-    live.stars.resize(3, false);
-    return live.stars.dimension();
+    live.file.stars.resize(3, false);
+    return live.file.stars.dimension();
   });
   EXPECT_EQ(count, 3);
-  EXPECT_EQ(lattice.standard().stars.dimension(), 3);
-  EXPECT_EQ(lattice.exact().stars.dimension(), 0);
+  EXPECT_EQ(lattice.standard().file.stars.dimension(), 3);
+  EXPECT_EQ(lattice.exact().file.stars.dimension(), 0);
 }
 
 TEST_F(YLatticeTest, StepWithoutResultRuns) {
@@ -145,9 +145,9 @@ TEST_F(YLatticeTest, LostPrecisionRepeatsTheStepOnTheRestoredState) {
   addStar(lattice.standard(), 0.1L);
   EXPECT_EQ(lattice.runStep(LosingStep<PrecisionException>()), 2);
   EXPECT_FALSE(lattice.usesExact());
-  ASSERT_EQ(lattice.standard().stars.dimension(), 2);
-  EXPECT_EQ(lattice.standard().stars[1][1], 0.1L);
-  EXPECT_EQ(lattice.standard().stars[2][1], 5.0L);
+  ASSERT_EQ(lattice.standard().file.stars.dimension(), 2);
+  EXPECT_EQ(lattice.standard().file.stars[1][1], 0.1L);
+  EXPECT_EQ(lattice.standard().file.stars[2][1], 5.0L);
 }
 
 TEST_F(YLatticeTest, DerivedLossesOfPrecisionRepeatTheStepToo) {
@@ -159,30 +159,30 @@ TEST_F(YLatticeTest, DerivedLossesOfPrecisionRepeatTheStepToo) {
 TEST_F(YLatticeTest, ResultThatOnlyFitsTheExactLatticeStaysThere) {
   EXPECT_EQ(lattice.runStep(LosingStep<PrecisionException>{q("1/3")}), 1);
   EXPECT_TRUE(lattice.usesExact());
-  EXPECT_EQ(lattice.exact().stars[1][1], q("1/3"));
+  EXPECT_EQ(lattice.exact().file.stars[1][1], q("1/3"));
 }
 
 TEST_F(YLatticeTest, NextStepRunsOnTheExactLatticeWhereItStayed) {
   makeExactOnly();
   lattice.runStep(LosingStep<PrecisionException>());
   EXPECT_TRUE(lattice.usesExact());
-  EXPECT_EQ(lattice.exact().stars.dimension(), 2);
+  EXPECT_EQ(lattice.exact().file.stars.dimension(), 2);
 }
 
 TEST_F(YLatticeTest, StepOnTheExactLatticeTriesTheWayBack) {
   makeExactOnly();
-  lattice.runStep([](auto& live) { live.stars.resize(0, false); });
+  lattice.runStep([](auto& live) { live.file.stars.resize(0, false); });
   EXPECT_FALSE(lattice.usesExact());
 }
 
 TEST_F(YLatticeTest, StepThatPromisesToLeaveTheStateNeedsNoSnapshot) {
   const auto step = [](auto& live) -> Index {
     if constexpr (std::is_same_v<decltype(live), Standard&>) throw PrecisionException("lost");
-    return live.stars.dimension();
+    return live.file.stars.dimension();
   };
   addStar(lattice.standard(), 0.1L);
   EXPECT_EQ(lattice.runStep(step, OnFailure::unchanged), 1);
-  EXPECT_EQ(lattice.standard().stars[1][1], 0.1L);
+  EXPECT_EQ(lattice.standard().file.stars[1][1], 0.1L);
 }
 
 TEST_F(YLatticeTest, DecimalLossLeavesAsAPlainOne) {
@@ -198,15 +198,15 @@ TEST_F(YLatticeTest, DecimalLossLeavesAsAPlainOne) {
 TEST_F(YLatticeTest, DecimalLossLeavesTheStateOfTheFailedStep) {
   EXPECT_THROW(lattice.runStep(LosingStep<DecimalPrecisionException>()), PrecisionException);
   EXPECT_FALSE(lattice.usesExact());
-  ASSERT_EQ(lattice.standard().stars.dimension(), 1);
-  EXPECT_EQ(lattice.standard().stars[1][1], 99.0L);
+  ASSERT_EQ(lattice.standard().file.stars.dimension(), 1);
+  EXPECT_EQ(lattice.standard().file.stars[1][1], 99.0L);
 }
 
 TEST_F(YLatticeTest, OtherExceptionsPass) {
   EXPECT_THROW(lattice.runStep(LosingStep<RestartException>()), RestartException);
   EXPECT_THROW(lattice.runStep(LosingStep<std::runtime_error>()), std::runtime_error);
   EXPECT_FALSE(lattice.usesExact());
-  EXPECT_EQ(lattice.standard().stars.dimension(), 2);
+  EXPECT_EQ(lattice.standard().file.stars.dimension(), 2);
 }
 
 TEST_F(YLatticeTest, LossInTheRepeatedStepPasses) {
@@ -295,12 +295,12 @@ TEST_F(YLatticeTest, RestartBehindAFailoverLeavesAUsableLattice) {
   addStar(lattice.standard(), 0.1L);
   EXPECT_THROW(lattice.runStep(RestartingStep()), RestartException);
   EXPECT_TRUE(lattice.usesExact());
-  ASSERT_EQ(lattice.exact().stars.dimension(), 2);
+  ASSERT_EQ(lattice.exact().file.stars.dimension(), 2);
   // The next step has the new lattice, and ends where its numbers fit.
-  EXPECT_EQ(lattice.runStep([](auto& live) { return live.stars.dimension(); }), 2);
+  EXPECT_EQ(lattice.runStep([](auto& live) { return live.file.stars.dimension(); }), 2);
   EXPECT_FALSE(lattice.usesExact());
-  ASSERT_EQ(lattice.standard().stars.dimension(), 2);
-  EXPECT_EQ(lattice.standard().stars[2][1], 5.0L);
+  ASSERT_EQ(lattice.standard().file.stars.dimension(), 2);
+  EXPECT_EQ(lattice.standard().file.stars[2][1], 5.0L);
 }
 
 /// What the wrapper writes to the console at a level of `verb`.
@@ -378,11 +378,11 @@ class YLatticeOnFiles : public YLatticeTest {
     starsFit = !lattice.usesExact();
     allRight = lattice.checkStars();
     lattice.sortStars();
-    lattice.removeDuplicates(true);
+    lattice.removeDuplicates(Duplicates::ofPointAndParams);
     lattice.setOutputSwitch(true);
     lattice.writeSolFile(true);
     lattice.sortStars();
-    lattice.removeDuplicates(false);
+    lattice.removeDuplicates(Duplicates::ofPoint);
     console = lattice.solutionsText();
   }
 
