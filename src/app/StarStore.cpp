@@ -19,7 +19,7 @@ StarStore::StarStore(const YLattice<long double>& search, std::function<Clock::t
 }
 
 bool StarStore::hasNews(const YLattice<long double>& search) const {
-  return search.solutionCount() > taken_;
+  return search.lastFiled() > taken_;
 }
 
 bool StarStore::isDue(const YLattice<long double>& search) const {
@@ -57,9 +57,8 @@ void StarStore::replaceFile() {
 }
 
 void StarStore::take(const YLattice<long double>& search) {
-  const Index found = search.solutionCount();
-  stars_.addStars(search.solutionStars());
-  taken_ = found;
+  stars_.addStars(search.starsFiledAfter(taken_));
+  taken_ = search.lastFiled();
 }
 
 }  // namespace starsift

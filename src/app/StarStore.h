@@ -50,7 +50,7 @@ class StarStore {
   std::string solFile_;
   /// The file as it was last read or written here.
   std::optional<FileIdentity> known_;
-  /// Solutions of the search when they were last taken.
+  /// The last number that a solution of the search had when they were last taken.
   Index taken_ = 0;
   SavePace pace_;
 };

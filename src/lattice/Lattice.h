@@ -16,6 +16,7 @@
 #include "core/Set.h"
 #include "files/SolutionFile.h"
 #include "lattice/CheckBits.h"
+#include "lattice/FiledSolution.h"
 #include "lattice/ReductionObserver.h"
 #include "lattice/RowImages.h"
 #include "lattice/RowMarks.h"
@@ -315,8 +316,9 @@ class Lattice : public Vanu<T>, private ParamReactions {
   ///
   /// `count`, `position`  BackupMode::columns: coordinates to remove
   VectorBackup<T, R> backupVectors(BackupMode mode, Index count = 0, Index position = 0);
-  /// Brings them back through checkSolution(). Fatal where the best target fails the
-  /// problem: "This case should not happen between a backup / restore!".
+  /// Brings them back through the checks of checkSolution(); a solution whose point is still
+  /// the one that was judged isn't judged again. Fatal if the best target fails the problem:
+  /// "This case should not happen between a backup / restore!".
   void restoreVectors(VectorBackup<T, R> backup, BackupMode mode);
 
   // Restart and termination: LatticeRestart.inl
@@ -352,9 +354,11 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// Appends best target and solutions as stars, then sorts the stars and drops repetitions.
   /// Throws and fails as solutionStars().
   void sol2star();
-  /// Best target and solutions as fresh stars. PrecisionException where T can't hold one.
-  /// Fatal: "sol2star: lat2opt can not compute x_opt".
+  /// Best target and solutions as fresh stars. PrecisionException if T can't hold one. Fatal
+  /// for a vector that no check has filed: "sol2star: lat2opt can not compute x_opt".
   Array<Star<T>> solutionStars() const;
+  /// The same in exact numbers, of the solutions filed after the one with the number `last`.
+  Array<Star<QQ>> starsFiledAfter(Index last) const;
   /// Writes the lattice to latFile, if the output switch is on. SIGINT and SIGTERM wait until
   /// the file is complete.
   void writeLatFile();
@@ -393,9 +397,12 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// Its score; reset.
   VectorScore<R> bestRecord;
   /// Best target vector so far, empty while there is none; reset.
-  TargetVector<T> bestTarget;
-  /// Solutions found, as raw lattice vectors, with the norms of their points; reset.
-  Array<Star<T>> solutions;
+  FiledSolution<T> bestTarget;
+  /// Solutions found; reset.
+  Array<FiledSolution<T>> solutions;
+  /// The last number that was given to a filed solution; never reset, and never taken back by
+  /// an assignment.
+  Index lastFiled = 0;
   /// Finds vectors among the solutions: what changes those in other ways than by appending
   /// tells it.
   SolutionIndex<T> solutionIndex;
@@ -537,11 +544,12 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// The vector or its negative, with the sign of homValue in the last coordinate, in raw
   /// space.
   Vector<T> oriented(const Vector<T>& vector, bool transformed) const;
-  /// The image of the point that a raw vector stands for; nothing where the point violates a
-  /// congruence. Of a consistent vector it is the one with one deviation of each pair at 0:
-  /// any amount on top of both is as consistent, but out of the box where it is negative, and
+  struct PointImage;
+  /// The point that a raw vector stands for, and its image; nothing if the point violates a
+  /// congruence. The image of a consistent vector is the one with one deviation of each pair at
+  /// 0: any amount on top of both is as consistent, but out of the box where it is negative, and
   /// another solution for the same point where it isn't.
-  std::optional<Vector<T>> imageOfPoint(const Vector<T>& vector) const;
+  std::optional<PointImage> imageOfPoint(const Vector<T>& vector) const;
   /// isConsistent() of a raw vector whose point has this image.
   bool isImage(const Vector<T>& vector, const Vector<T>& image, bool exact) const;
   /// Coordinates ahead of those of the variables.
@@ -554,8 +562,19 @@ class Lattice : public Vanu<T>, private ParamReactions {
   void collect(const Vector<T>& vector, std::int64_t time);
   /// A vector as an element of the collections.
   HeuristicVector<T, R> scored(const Vector<T>& vector, std::int64_t time) const;
-  /// checkSolution() of a vector in the box, whose point the problem as read is asked about.
-  unsigned fileSolution(const Vector<T>& vector, std::int64_t time);
+  using Judgement = std::shared_ptr<const JudgedStar>;
+  /// checkSolution() in silence. `known` is what was judged of the vector before, if anything.
+  unsigned checkVector(const Vector<T>& vector, bool transformed, std::int64_t time,
+                       const Judgement& known);
+  /// The same for a vector in the box, which stands for the point `star`.
+  unsigned fileSolution(const Vector<T>& vector, const Star<T>& star, std::int64_t time,
+                        const Judgement& known);
+  /// What is kept of a vector whose point was judged: `known`, or if that is empty a new
+  /// judgement.
+  FiledSolution<T> filed(const Vector<T>& vector, const Star<T>& star,
+                         const StarVerdict<T>& verdict, std::int64_t time, Judgement known);
+  /// `known` is a judgement of this point by the problem as read.
+  bool isOf(const Judgement& known, const Star<T>& star) const;
   /// The star of a raw vector, its point only, if that is one of the problem. As lat2opt().
   std::optional<Star<T>> starOf(const Vector<T>& raw) const;
   /// CHECK_LIMIT or 0, behind a solution with these norms that is filed or not.
@@ -563,9 +582,9 @@ class Lattice : public Vanu<T>, private ParamReactions {
   bool hasEnough() const;
   /// A solution with these norms ends the search; none does in a problem without targets.
   bool meetsGoal(const T& targetNorm, const T& slackNorm) const;
-  /// Is the vector better than the best target, which it then becomes, or as good? Without
-  /// a best target it is.
-  bool competesForTarget(const Vector<T>& vector, const StarVerdict<T>& verdict, std::int64_t time);
+  /// A solution with this target norm is better than the best target, if there is one, or as
+  /// good but another vector.
+  bool competesForTarget(const Vector<T>& vector, const T& targetNorm) const;
 
   // Parts of the scores: LatticeScore.inl
 

@@ -16,17 +16,24 @@ template <class T, class R>
 VectorBackup<T, R> Lattice<T, R>::backupVectors(BackupMode mode, Index count, Index position) {
   VectorBackup<T, R> backup;
   backup.stars.exchange(file.stars);
-  const auto keep = [&](BackupOrigin origin, const TimeVector<T>& source) {
-    std::optional<Vector<T>> form = backupForm(source, mode, count, position);
+  const auto keep = [&](BackupOrigin origin, const TimeVector<T>& source,
+                        const Judgement& judged = nullptr) {
+    std::optional<Vector<T>> form;
+    if (judged && mode == BackupMode::points)
+      form.emplace().convertFrom(judged->star.x(), false);
+    else
+      form = backupForm(source, mode, count, position);
     if (!form) return;
     auto& entry = backup.entries.emplace_back();
     entry.origin = origin;
     static_cast<Vector<T>&>(entry.vector) = std::move(*form);
     entry.vector.time = source.time;
+    entry.judged = judged;
   };
   if (bestVector.isSet()) keep(BackupOrigin::best, bestVector);
-  if (bestTarget.isSet()) keep(BackupOrigin::target, bestTarget);
-  for (const Star<T>& solution : solutions) keep(BackupOrigin::store, solution);
+  if (bestTarget.isSet()) keep(BackupOrigin::target, bestTarget, bestTarget.judged);
+  for (const FiledSolution<T>& solution : solutions)
+    keep(BackupOrigin::store, solution, solution.judged);
   discardVectors();
   for (auto [from, to] : {std::pair(&collected, &backup.collected), {&chosen, &backup.chosen}}) {
     to->exchange(*from);
@@ -94,9 +101,10 @@ void Lattice<T, R>::restoreVectors(VectorBackup<T, R> backup, BackupMode mode) {
   for (const auto& entry : backup.entries) {
     const auto vector = restoredForm(entry.vector, mode, basis);
     if (!vector) continue;
-    if (entry.origin == BackupOrigin::target && violatesProblem(*vector))
+    const unsigned bits = checkVector(*vector, false, entry.vector.time, entry.judged);
+    if (entry.origin == BackupOrigin::target && (bits & CHECK_SOLUTION) == 0 &&
+        violatesProblem(*vector))
       fail("This case should not happen between a backup / restore!");
-    checkSolution(*vector, false, entry.vector.time, true);
   }
   for (auto [from, to] : {std::pair(&backup.collected, &collected), {&backup.chosen, &chosen}})
     for (const HeuristicVector<T, R>& entry : *from) {

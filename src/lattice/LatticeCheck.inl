@@ -3,23 +3,59 @@
 #pragma once
 
 #include <algorithm>
+#include <memory>
 #include <optional>
 #include <utility>
 
 #include "lattice/Lattice.h"
+#include "numbers/Conversion.h"
 #include "problem/Rows.h"
 
 namespace starsift {
 
+namespace latticecheck {
+
+/// The verdict that a judged star had. PrecisionException if T can't hold it.
+template <class T>
+StarVerdict<T> verdictOf(const JudgedStar& judged) {
+  using Number = NumberConversion<T, QQ>;
+  StarVerdict<T> verdict;
+  verdict.isSolution = true;
+  verdict.targetValues.convertFrom(judged.star.targetValues, false);
+  verdict.norms = {Number::convert(judged.star.targetNorm), Number::convert(judged.star.slackNorm)};
+  return verdict;
+}
+
+}  // namespace latticecheck
+
+/// A point of the problem, constants included, in units of its factor h, and the raw vector
+/// that it is mapped to.
+template <class T, class R>
+struct Lattice<T, R>::PointImage {
+  Star<T> point;
+  T h = T();
+  Vector<T> image;
+};
+
 template <class T, class R>
 unsigned Lattice<T, R>::checkSolution(const Vector<T>& vector, bool transformed, std::int64_t time,
                                       bool silent) {
+  const unsigned bits = checkVector(vector, transformed, time, nullptr);
+  if (silent) return bits;
+  if ((bits & CHECK_SOLUTION) != 0) writeSolFile(false);
+  if ((bits & CHECK_LIMIT) != 0) restartHandling(true);
+  return bits;
+}
+
+template <class T, class R>
+unsigned Lattice<T, R>::checkVector(const Vector<T>& vector, bool transformed, std::int64_t time,
+                                    const Judgement& known) {
   if (latticeKind == LatticeKind::none) fail("checkSolution: You should set the check vectors!");
   if (vector.dimension() == 0) return 0;
   Vector<T> raw = oriented(vector, transformed);
-  std::optional<Vector<T>> image = imageOfPoint(raw);
-  if (!image || !isImage(raw, *image, false)) return 0;
-  if (this->deviationCount > 0 && hasLastInBox(raw[m])) raw = std::move(*image);
+  std::optional<PointImage> mapped = imageOfPoint(raw);
+  if (!mapped || !isImage(raw, mapped->image, false)) return 0;
+  if (this->deviationCount > 0 && hasLastInBox(raw[m])) raw = std::move(mapped->image);
   collect(raw, time);
   if (!liesInBox(raw)) {
     offerBest(raw, time);
@@ -30,11 +66,7 @@ unsigned Lattice<T, R>::checkSolution(const Vector<T>& vector, bool transformed,
     offerBest(raw, time);
     return 0;
   }
-  const unsigned bits = fileSolution(raw, time);
-  if (silent) return bits;
-  if ((bits & CHECK_SOLUTION) != 0) writeSolFile(false);
-  if ((bits & CHECK_LIMIT) != 0) restartHandling(true);
-  return bits;
+  return mapped->h == T(1) ? fileSolution(raw, mapped->point, time, known) : 0;
 }
 
 template <class T, class R>
@@ -122,21 +154,20 @@ bool Lattice<T, R>::liesInBox(const Vector<T>& vector) const {
 
 template <class T, class R>
 bool Lattice<T, R>::isConsistent(const Vector<T>& vector, bool exact) const {
-  const std::optional<Vector<T>> image = imageOfPoint(vector);
-  return image && isImage(vector, *image, exact);
+  const std::optional<PointImage> mapped = imageOfPoint(vector);
+  return mapped && isImage(vector, mapped->image, exact);
 }
 
 template <class T, class R>
-std::optional<Vector<T>> Lattice<T, R>::imageOfPoint(const Vector<T>& vector) const {
-  Vector<T> x;
-  Vector<T> image;
+auto Lattice<T, R>::imageOfPoint(const Vector<T>& vector) const -> std::optional<PointImage> {
+  std::optional<PointImage> mapped(std::in_place);
   try {
-    const T h = lat2opt(vector, x, true, false, false);
-    opt2lat(x, image, false, h);
+    mapped->h = lat2opt(vector, mapped->point, true, false, false);
+    opt2lat(mapped->point, mapped->image, false, mapped->h);
   } catch (const ModuloException&) {
-    return std::nullopt;
+    mapped.reset();
   }
-  return image;
+  return mapped;
 }
 
 template <class T, class R>
@@ -196,22 +227,56 @@ HeuristicVector<T, R> Lattice<T, R>::scored(const Vector<T>& vector, std::int64_
 }
 
 template <class T, class R>
-unsigned Lattice<T, R>::fileSolution(const Vector<T>& vector, std::int64_t time) {
-  const std::optional<Star<T>> star = starOf(vector);
-  if (!star) return 0;
-  const StarVerdict<T> verdict = file.judge(*star);
+unsigned Lattice<T, R>::fileSolution(const Vector<T>& vector, const Star<T>& star,
+                                     std::int64_t time, const Judgement& known) {
+  const Judgement judged = isOf(known, star) ? known : nullptr;
+  const StarVerdict<T> verdict = judged ? latticecheck::verdictOf<T>(*judged) : file.judge(star);
   if (!verdict.isSolution) return 0;
-  if (this->At.rowCount() > 0 && !competesForTarget(vector, verdict, time))
+  const bool hasTargets = this->At.rowCount() > 0;
+  if (hasTargets && !competesForTarget(vector, verdict.norms.target))
     return CHECK_SOLUTION | limitBits(verdict.norms, bestTarget == vector);
-  if (solutionIndex.contains(solutions, vector))
-    return CHECK_SOLUTION | limitBits(verdict.norms, true);
-  Star<T> solution;
+  const bool isBest =
+      hasTargets && (!bestTarget.isSet() || verdict.norms.target < bestTarget.targetNorm);
+  const bool isNew = !solutionIndex.contains(solutions, vector);
+  if (isBest || isNew) {
+    FiledSolution<T> solution = filed(vector, star, verdict, time, judged);
+    if (isBest) bestTarget = solution;
+    if (isNew) append(solutions, std::move(solution));
+  }
+  return CHECK_SOLUTION | (isNew ? CHECK_STORED : 0U) | limitBits(verdict.norms, true);
+}
+
+template <class T, class R>
+bool Lattice<T, R>::isOf(const Judgement& known, const Star<T>& star) const {
+  if (!known || known->problem != file.problemNumber()) return false;
+  Vector<QQ> x;
+  x.convertFrom(star.x(), false);
+  return identical(x, known->star.x());
+}
+
+template <class T, class R>
+FiledSolution<T> Lattice<T, R>::filed(const Vector<T>& vector, const Star<T>& star,
+                                      const StarVerdict<T>& verdict, std::int64_t time,
+                                      Judgement known) {
+  FiledSolution<T> solution;
   static_cast<Vector<T>&>(solution) = vector;
   solution.time = discoveryTime(time);
+  solution.targetValues = verdict.targetValues;
   solution.targetNorm = verdict.norms.target;
   solution.slackNorm = verdict.norms.slack;
-  append(solutions, std::move(solution));
-  return CHECK_SOLUTION | CHECK_STORED | limitBits(verdict.norms, true);
+  if (!known) {
+    Star<T> full(star);
+    full.targetValues = verdict.targetValues;
+    full.targetNorm = verdict.norms.target;
+    full.slackNorm = verdict.norms.slack;
+    auto judged = std::make_shared<JudgedStar>();
+    judged->star.convertFrom(full, false);
+    judged->problem = file.problemNumber();
+    judged->number = ++lastFiled;
+    known = std::move(judged);
+  }
+  solution.judged = std::move(known);
+  return solution;
 }
 
 template <class T, class R>
@@ -222,20 +287,10 @@ std::optional<Star<T>> Lattice<T, R>::starOf(const Vector<T>& raw) const {
 }
 
 template <class T, class R>
-bool Lattice<T, R>::competesForTarget(const Vector<T>& vector, const StarVerdict<T>& verdict,
-                                      std::int64_t time) {
-  const bool isFirst = !bestTarget.isSet();
-  if (!isFirst && bestTarget == vector) return false;
+bool Lattice<T, R>::competesForTarget(const Vector<T>& vector, const T& targetNorm) const {
+  if (!bestTarget.isSet()) return true;
   // Stored vectors were good enough when they came.
-  if (!isFirst && !restoring && verdict.norms.target > bestTarget.targetNorm) return false;
-  if (isFirst || verdict.norms.target < bestTarget.targetNorm) {
-    static_cast<Vector<T>&>(bestTarget) = vector;
-    bestTarget.time = discoveryTime(time);
-    bestTarget.targetValues = verdict.targetValues;
-    bestTarget.targetNorm = verdict.norms.target;
-    bestTarget.slackNorm = verdict.norms.slack;
-  }
-  return true;
+  return !(bestTarget == vector) && (restoring || !(targetNorm > bestTarget.targetNorm));
 }
 
 template <class T, class R>
@@ -256,7 +311,7 @@ bool Lattice<T, R>::meetsGoal(const T& targetNorm, const T& slackNorm) const {
 template <class T, class R>
 bool Lattice<T, R>::isSatisfied() const {
   return hasEnough() ||
-         std::any_of(solutions.begin(), solutions.end(), [this](const Star<T>& solution) {
+         std::any_of(solutions.begin(), solutions.end(), [this](const FiledSolution<T>& solution) {
            return meetsGoal(solution.targetNorm, solution.slackNorm);
          });
 }

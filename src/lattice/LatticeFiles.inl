@@ -2,7 +2,6 @@
 #pragma once
 
 #include <iostream>
-#include <optional>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -14,8 +13,39 @@
 
 namespace starsift {
 
+namespace latticefiles {
+
 /// The version that new stars are filed under.
 constexpr const char* solverVersion = "2.4.2";
+
+inline std::string lineOf(const Params& params) {
+  std::ostringstream text;
+  text << params;
+  return text.str();
+}
+
+/// Best target and solutions with a number above `last` as stars over N.
+template <class N, class T>
+Array<Star<N>> freshStars(const FiledSolution<T>& best, const Array<FiledSolution<T>>& solutions,
+                          Index last, const std::string& paramsText) {
+  Array<Star<N>> found;
+  const auto add = [&](const FiledSolution<T>& solution) {
+    if (!solution.judged) fail("sol2star: lat2opt can not compute x_opt");
+    if (solution.judged->number <= last) return;
+    Star<N> star;
+    star.convertFrom(solution.judged->star, false);
+    star.paramsText = paramsText;
+    star.versionText = solverVersion;
+    star.time = solution.time;
+    star.fresh = true;
+    append(found, std::move(star));
+  };
+  if (best.isSet()) add(best);
+  for (const FiledSolution<T>& solution : solutions) add(solution);
+  return found;
+}
+
+}  // namespace latticefiles
 
 template <class T, class R>
 void Lattice<T, R>::setFileNames(const std::string& path) {
@@ -64,27 +94,15 @@ void Lattice<T, R>::sol2star() {
 
 template <class T, class R>
 Array<Star<T>> Lattice<T, R>::solutionStars() const {
-  const Index targets = bestTarget.isSet() ? 1 : 0;
-  Array<Star<T>> found(targets + solutions.dimension());
-  if (!found.isSet()) return found;
-  std::ostringstream paramsText;
-  paramsText << params;
-  const auto fill = [&](Star<T>& star, const TimeVector<T>& source) {
-    std::optional<Star<T>> point = starOf(source);
-    if (!point) fail("sol2star: lat2opt can not compute x_opt");
-    star = std::move(*point);
-    StarVerdict<T> verdict = file.judge(star);
-    star.targetValues.exchange(verdict.targetValues);
-    star.targetNorm = verdict.norms.target;
-    star.slackNorm = verdict.norms.slack;
-    star.paramsText = paramsText.str();
-    star.versionText = solverVersion;
-    star.time = source.time;
-    star.fresh = true;
-  };
-  if (bestTarget.isSet()) fill(found[1], bestTarget);
-  for (Index i = 1; i <= solutions.dimension(); ++i) fill(found[targets + i], solutions[i]);
-  return found;
+  return latticefiles::freshStars<T>(bestTarget, solutions, 0, latticefiles::lineOf(params));
+}
+
+template <class T, class R>
+Array<Star<QQ>> Lattice<T, R>::starsFiledAfter(Index last) const {
+  // The two parameters over T have another text in exact numbers.
+  ExtendedParams<QQ> exact;
+  exact.convertFrom(params);
+  return latticefiles::freshStars<QQ>(bestTarget, solutions, last, latticefiles::lineOf(exact));
 }
 
 template <class T, class R>

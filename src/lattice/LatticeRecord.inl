@@ -137,7 +137,7 @@ template <class T, class R>
 void Lattice<T, R>::discardVectors() {
   bestVector.clear();
   bestRecord = VectorScore<R>();
-  bestTarget = TargetVector<T>();
+  bestTarget = FiledSolution<T>();
   solutions.clear();
   solutionIndex.forgetAll();
 }
@@ -146,7 +146,7 @@ template <class T, class R>
 void Lattice<T, R>::fitStoredVectors() {
   if (bestVector.isSet()) bestVector.resize(m, false);
   if (bestTarget.isSet()) bestTarget.resize(m, false);
-  for (Star<T>& solution : solutions) solution.resize(m, false);
+  for (FiledSolution<T>& solution : solutions) solution.resize(m, false);
   solutionIndex.forgetAll();
   for (auto* set : {&collected, &chosen})
     for (HeuristicVector<T, R>& vector : *set) vector.resize(m, false);
@@ -182,6 +182,7 @@ void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, bool keepParams) {
   bestRecord = other.bestRecord;
   bestTarget.convertFrom(other.bestTarget, false);
   latticerecord::convertAll(solutions, other.solutions);
+  lastFiled = std::max(lastFiled, other.lastFiled);
   solutionIndex.forgetAll();
   latticerecord::convertAll(TT, other.TT);
   B_save.convertFrom(other.B_save, false);

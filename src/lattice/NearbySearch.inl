@@ -170,7 +170,7 @@ Vector<T> NearbySearch<T, R>::walkIntoBox(const Vector<T>& from) {
 
 template <class T, class R>
 void NearbySearch<T, R>::walkOn() {
-  const Vector<T> last = lattice_.solutions[lattice_.solutions.dimension()].x();
+  const Vector<T> last = lattice_.solutions[lattice_.solutions.dimension()];
   follow(last, Stride::single, [&](const Vector<T>& next) {
     if (!lattice_.liesInBox(next)) return false;
     return (lattice_.checkSolution(next, false, 0, false) & CHECK_STORED) != 0;

@@ -2,7 +2,6 @@
 
 #include <ctime>
 #include <iostream>
-#include <memory>
 #include <utility>
 
 #include "numbers/Conversion.h"
@@ -158,12 +157,13 @@ void YLattice<R>::addStars(Array<Star<QQ>> added) {
 }
 
 template <class R>
-Array<Star<QQ>> YLattice<R>::solutionStars() const {
-  return withLive([](const auto& lattice) {
-    const auto beside = std::make_unique<Exact>();
-    beside->assignFrom(lattice, false);
-    return beside->solutionStars();
-  });
+Array<Star<QQ>> YLattice<R>::starsFiledAfter(Index last) const {
+  return withLive([last](const auto& lattice) { return lattice.starsFiledAfter(last); });
+}
+
+template <class R>
+Index YLattice<R>::lastFiled() const {
+  return withLive([](const auto& lattice) { return lattice.lastFiled; });
 }
 
 template <class R>

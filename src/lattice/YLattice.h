@@ -100,9 +100,11 @@ class YLattice {
   std::string starsText() const;
   /// Appends stars.
   void addStars(Array<Star<QQ>> added);
-  /// The solutions found as stars. In exact numbers whatever lattice is live, and beside it,
-  /// so that an observer may ask in the middle of a step.
-  Array<Star<QQ>> solutionStars() const;
+  /// Lattice::starsFiledAfter(): exact whatever lattice is live, and for an observer in the
+  /// middle of a step too.
+  Array<Star<QQ>> starsFiledAfter(Index last) const;
+  /// The last number given to a filed solution; a step that lost precision doesn't take it back.
+  Index lastFiled() const;
   /// From now on `observer` hears of all reductions, and times count from the start of the
   /// process, which has been running for `elapsed`. The search ends by stopped(), never the
   /// process, and leaves the files to others.

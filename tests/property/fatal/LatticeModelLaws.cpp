@@ -44,7 +44,7 @@ Matrix<QQ> exactRows(const Matrix<T>& rows) {
 template <class T>
 std::multiset<std::string> storedPoints(const Lattice<T, long double>& lattice) {
   std::multiset<std::string> points;
-  for (const Star<T>& solution : lattice.solutions) {
+  for (const FiledSolution<T>& solution : lattice.solutions) {
     Vector<T> x;
     RC_ASSERT(lattice.lat2opt(solution, x, true, false, true) == T(1));
     points.insert(oracle::pointText(pointOf(x)));

@@ -40,7 +40,7 @@ Point filedPoint(const Lattice<T, long double>& lattice, const Vector<T>& vector
 template <class T>
 std::set<std::string> pointsOf(const Lattice<T, long double>& lattice) {
   std::set<std::string> points;
-  for (const Star<T>& solution : lattice.solutions)
+  for (const FiledSolution<T>& solution : lattice.solutions)
     points.insert(oracle::pointText(filedPoint<T>(lattice, solution)));
   for (const Star<T>& star : lattice.file.stars) points.insert(oracle::pointText(pointOf<T>(star)));
   return points;
@@ -49,7 +49,7 @@ std::set<std::string> pointsOf(const Lattice<T, long double>& lattice) {
 template <class T>
 void checkFiled(Lattice<T, long double>& lattice, const oracle::Problem& problem) {
   const std::set<std::string> filed = pointsOf(lattice);
-  for (const Star<T>& solution : lattice.solutions)
+  for (const FiledSolution<T>& solution : lattice.solutions)
     RC_ASSERT(oracle::solves(problem, filedPoint<T>(lattice, solution)));
   if (lattice.bestTarget.isSet())
     RC_ASSERT(oracle::solves(problem, filedPoint<T>(lattice, lattice.bestTarget)));

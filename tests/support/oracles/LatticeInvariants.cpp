@@ -133,7 +133,7 @@ std::string sizeFaults(const Lattice<T, long double>& lattice) {
                              &lattice.scale, &lattice.translation})
     faults.expect(vector->dimension() == m, "m entries per coordinate");
   faults.expect(m == 0 || lattice.homScaled == lattice.homValue * lattice.scale[m], "homScaled");
-  for (const Star<T>& solution : lattice.solutions)
+  for (const FiledSolution<T>& solution : lattice.solutions)
     faults.expect(solution.dimension() == m, "m coordinates of a solution");
   faults.expect(!lattice.bestVector.isSet() || lattice.bestVector.dimension() == m,
                 "m coordinates of the best vector");

@@ -107,7 +107,7 @@ TEST_F(StarStoreJoinTest, NamesTheFileBesideOnlyWhileItIsThere) {
   EXPECT_EQ(rescueRemark(), "");
   RescueFile rescue(search_, dir_.file("p.sol"));
   EXPECT_EQ(rescueRemark(), "");
-  search_.addStars(search_.solutionStars());
+  search_.addStars(search_.starsFiledAfter(0));
   RescueFile full(search_, dir_.file("p.sol"));
   EXPECT_EQ(rescueRemark(), "The stars of this search are in " + dir_.file(dir_.names()[2]) + ".");
   full.remove();

@@ -212,7 +212,10 @@ TEST_F(StarStoreTest, TakesWhatTheLatticeInUseCanNotMap) {
   });
   ASSERT_FALSE(search_.usesExact());
   ASSERT_EQ(search_.solutionCount(), 1);
-  EXPECT_THROW(search_.standard().sol2star(), PrecisionException);
+  Vector<long double> mapped;
+  EXPECT_THROW(
+      search_.standard().lat2opt(search_.standard().solutions[1], mapped, true, false, true),
+      PrecisionException);
   std::ostringstream report;
   stars.save(search_);
   EXPECT_TRUE(stars.report(report));

@@ -42,13 +42,13 @@ void fillAll(LatticeOver<T>& lattice) {
   lattice.bestRecord.status = ScoreStatus::homogeneous;
   lattice.bestRecord.deviations.resize(1, false);
   lattice.bestRecord.deviations[1].left = 2;
-  lattice.bestTarget = TargetVector<T>{T(4), T(5), T(6)};
+  lattice.bestTarget = FiledSolution<T>{T(4), T(5), T(6)};
   lattice.bestTarget.time = 8;
   lattice.bestTarget.targetNorm = T(-3);
   lattice.bestTarget.slackNorm = T(4);
   lattice.bestTarget.targetValues = Vector<T>{T(5)};
   lattice.solutions.resize(1, false);
-  lattice.solutions[1] = Star<T>{T(7), T(8), T(9)};
+  lattice.solutions[1] = FiledSolution<T>{T(7), T(8), T(9)};
   lattice.solutions[1].time = 9;
   lattice.TT.resize(2, false);
   lattice.TT[2] = Matrix<T>{{T(0), T(1)}, {T(1), T(0)}};

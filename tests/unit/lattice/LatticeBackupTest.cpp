@@ -44,7 +44,7 @@ class LatticeBackupOver : public test::CheckedLattice<T> {
     fill();
     auto& lattice = this->live;
     lattice.bestVector.time = lattice.bestTarget.time = 0;
-    for (Star<T>& solution : lattice.solutions) solution.time = 0;
+    for (FiledSolution<T>& solution : lattice.solutions) solution.time = 0;
     for (auto* set : {&lattice.collected, &lattice.chosen}) set->first()->time = 0;
     lattice.runVariables[MainMutexVariable::startTime].set(
         std::to_string(std::time(nullptr) - 1000));
@@ -55,7 +55,7 @@ class LatticeBackupOver : public test::CheckedLattice<T> {
     EXPECT_EQ(lattice.bestVector.time, 0);
     EXPECT_EQ(lattice.bestTarget.time, 0);
     ASSERT_EQ(lattice.solutions.dimension(), 2);
-    for (const Star<T>& solution : lattice.solutions) EXPECT_EQ(solution.time, 0);
+    for (const FiledSolution<T>& solution : lattice.solutions) EXPECT_EQ(solution.time, 0);
     for (auto* set : {&lattice.collected, &lattice.chosen}) {
       ASSERT_EQ(set->count(), 1);
       EXPECT_EQ(set->first()->time, 0);
@@ -133,6 +133,39 @@ TYPED_TEST(LatticeBackupOver, EveryFormComesBack) {
     this->live.restoreVectors(std::move(backup), mode);
     this->expectFilled();
   }
+}
+
+TYPED_TEST(LatticeBackupOver, SolutionsAreJudgedOnce) {
+  for (const BackupMode mode : {BackupMode::vectors, BackupMode::coordinates, BackupMode::points}) {
+    SCOPED_TRACE(static_cast<int>(mode));
+    auto& lattice = this->live;
+    lattice.file.stars.clear();
+    lattice.collected.clear();
+    lattice.chosen.clear();
+    this->use(climb);
+    this->fill();
+    const auto best = lattice.bestTarget.judged;
+    const auto other = lattice.solutions[1].judged;
+    const Index last = lattice.lastFiled;
+    auto backup = lattice.backupVectors(mode);
+    lattice.restoreVectors(std::move(backup), mode);
+    EXPECT_EQ(lattice.bestTarget.judged, best);
+    EXPECT_EQ(lattice.solutions[1].judged, best);
+    EXPECT_EQ(lattice.solutions[2].judged, other);
+    EXPECT_EQ(lattice.lastFiled, last);
+  }
+}
+
+TYPED_TEST(LatticeBackupOver, SolutionsOfAnotherProblemAreJudgedAgain) {
+  this->use(climb);
+  this->fill();
+  auto& lattice = this->live;
+  auto backup = lattice.backupVectors(BackupMode::points);
+  lattice.file.editProblem().At[1][1] = TypeParam(3);
+  lattice.restoreVectors(std::move(backup), BackupMode::points);
+  EXPECT_EQ(lattice.bestTarget.targetNorm, TypeParam(-16));
+  EXPECT_EQ(lattice.bestTarget.judged->star.targetNorm, QQ(-16));
+  EXPECT_EQ(lattice.bestTarget.judged->problem, lattice.file.problemNumber());
 }
 
 TYPED_TEST(LatticeBackupOver, VectorsThatComeBackAreNotCounted) {

@@ -85,7 +85,8 @@ TYPED_TEST(LatticeCheckOver, TimeOfNothingStaysNothingInABenchmark) {
 TYPED_TEST(LatticeCheckOver, NegativeOfASolutionIsTurned) {
   this->use(band);
   EXPECT_EQ(this->check(this->negative(this->image({TypeParam(1), TypeParam(4)}))), filed);
-  EXPECT_EQ(textOf(this->live.solutions[1].x()), textOf(this->image({TypeParam(1), TypeParam(4)})));
+  EXPECT_EQ(textOf<Vector<TypeParam>>(this->live.solutions[1]),
+            textOf(this->image({TypeParam(1), TypeParam(4)})));
 }
 
 TYPED_TEST(LatticeCheckOver, SolutionIsFiledOnce) {
@@ -104,7 +105,7 @@ TYPED_TEST(LatticeCheckOver, VectorsOfWorkingSpaceAreTakenBack) {
   lattice.setScale(lattice.m, TypeParam(2));
   const Vector<TypeParam> working = lattice.forwardMap(raw, false);
   EXPECT_EQ(lattice.checkSolution(this->negative(working), true, 0, true), filed);
-  EXPECT_EQ(textOf(lattice.solutions[1].x()), textOf(raw));
+  EXPECT_EQ(textOf<Vector<TypeParam>>(lattice.solutions[1]), textOf(raw));
   EXPECT_EQ(this->check(working), 0U);
 }
 
@@ -117,7 +118,7 @@ TYPED_TEST(LatticeCheckOver, NegativeHomValueTurnsTheOtherWay) {
   EXPECT_EQ(raw[4], TypeParam(-1));
   EXPECT_EQ(this->check(raw) & filed, filed);
   EXPECT_EQ(this->check(this->negative(raw)) & filed, CHECK_SOLUTION);
-  EXPECT_EQ(textOf(lattice.solutions[1].x()), textOf(raw));
+  EXPECT_EQ(textOf<Vector<TypeParam>>(lattice.solutions[1]), textOf(raw));
 }
 
 TYPED_TEST(LatticeCheckOver, PointOutsideTheBoxCompetesForTheBestVector) {

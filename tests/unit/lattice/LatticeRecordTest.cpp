@@ -29,11 +29,11 @@ class LatticeRecordOver : public testing::Test {
     lattice.bestVector = TimeVector<T>{T(1), T(2), T(3)};
     lattice.bestVector.time = 7;
     lattice.bestRecord.status = ScoreStatus::inhomogeneous;
-    lattice.bestTarget = TargetVector<T>{T(4), T(5), T(6)};
+    lattice.bestTarget = FiledSolution<T>{T(4), T(5), T(6)};
     lattice.bestTarget.time = 8;
     lattice.bestTarget.targetNorm = T(-3);
     lattice.solutions.resize(1, false);
-    lattice.solutions[1] = Star<T>{T(7), T(8), T(9)};
+    lattice.solutions[1] = FiledSolution<T>{T(7), T(8), T(9)};
     lattice.solutions[1].time = 9;
     lattice.file.stars.resize(1, false);
     lattice.file.stars[1] = Star<T>{T(5)};

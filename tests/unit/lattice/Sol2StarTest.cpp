@@ -52,6 +52,37 @@ TYPED_TEST(Sol2StarOver, StarSpeaksOfTheProblemAsRead) {
   EXPECT_TRUE(star.fresh);
 }
 
+TYPED_TEST(Sol2StarOver, OnlyWhatWasFiledSinceIsAskedFor) {
+  this->use(plain);
+  this->find(4, 2, 17);
+  const Index last = this->live.lastFiled;
+  EXPECT_FALSE(this->live.starsFiledAfter(last).isSet());
+  this->find(3, 2, 18);
+  EXPECT_EQ(this->live.starsFiledAfter(0).dimension(), 2);
+  const Array<Star<QQ>> stars = this->live.starsFiledAfter(last);
+  ASSERT_EQ(stars.dimension(), 1);
+  EXPECT_EQ(textOf(stars[1].x()), "[ 3 2 3 ]");
+  EXPECT_EQ(stars[1].time, 18);
+}
+
+TYPED_TEST(Sol2StarOver, BestTargetAndItsSolutionAreOneJudgement) {
+  this->use(aim);
+  this->find(4, 2, 17);
+  EXPECT_EQ(this->live.bestTarget.judged, this->live.solutions[1].judged);
+  EXPECT_EQ(this->live.lastFiled, 1);
+}
+
+TYPED_TEST(Sol2StarOver, NumberOfASolutionIsNotTakenBack) {
+  this->use(plain);
+  Lattice<TypeParam, long double> before;
+  before.assignFrom(this->live, false);
+  this->find(4, 2, 17);
+  this->live.assignFrom(before, false);
+  EXPECT_EQ(this->live.solutions.dimension(), 0);
+  this->find(3, 2, 18);
+  EXPECT_EQ(this->live.solutions[1].judged->number, 2);
+}
+
 TYPED_TEST(Sol2StarOver, WithoutTargetsThereAreNoValues) {
   this->use(plain);
   this->find(4, 2, 17);
@@ -119,11 +150,11 @@ TYPED_TEST(Sol2StarOver, WithoutSolutionsStarsStayAsTheyAre) {
   EXPECT_EQ(lattice.file.stars.dimension(), 2);
 }
 
-TYPED_TEST(Sol2StarOver, VectorThatIsNoPointIsFatal) {
+TYPED_TEST(Sol2StarOver, VectorThatWasNotFiledIsFatal) {
   this->use(aim);
   this->find(4, 2, 17);
   auto& lattice = this->live;
-  lattice.solutions[1][lattice.m] = TypeParam(2);
+  lattice.solutions[1].judged.reset();
   lattice.bestTarget.clear();
   EXPECT_FAILS_WITH(lattice.sol2star(), "sol2star: lat2opt can not compute x_opt");
 }

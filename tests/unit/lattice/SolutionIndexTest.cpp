@@ -14,12 +14,12 @@ class SolutionIndexOver : public testing::Test {
  protected:
   bool contains(const Vector<T>& vector) { return index.contains(solutions, vector); }
   void file(const Vector<T>& vector) {
-    Star<T> star;
-    static_cast<Vector<T>&>(star) = vector;
-    append(solutions, std::move(star));
+    FiledSolution<T> solution;
+    static_cast<Vector<T>&>(solution) = vector;
+    append(solutions, std::move(solution));
   }
 
-  Array<Star<T>> solutions;
+  Array<FiledSolution<T>> solutions;
   SolutionIndex<T> index;
 };
 TYPED_TEST_SUITE(SolutionIndexOver, test::LatticeNumbers);
@@ -139,7 +139,7 @@ TYPED_TEST(SolutionsOfLatticeOver, OnesOfAnotherLengthAreKnownAgain) {
   this->check(1, 4);
   EXPECT_EQ(this->check(1, 4), 0U);
   lattice.resize(lattice.n, lattice.m + 1, false);
-  const Vector<TypeParam> longer(lattice.solutions[1].x());
+  const Vector<TypeParam> longer(lattice.solutions[1]);
   EXPECT_EQ(longer.dimension(), lattice.m);
   EXPECT_TRUE(lattice.solutionIndex.contains(lattice.solutions, longer));
 }
