@@ -10,12 +10,9 @@ namespace starsift {
 
 StarStore::StarStore(const YLattice<long double>& search, std::function<Clock::time_point()> now)
     : now_(std::move(now)) {
-  stars_.takeProblem(search);
-  stars_.tryStandardPrecision();
-  solFile_ = stars_.withLive([](const auto& lattice) { return lattice.file.path(); });
-  known_ = fileIdentity(solFile_);
-  stars_.readStarsExactly(false);
-  cleanStars(stars_);
+  search.withLive([this](const auto& lattice) { stars_.takeProblem(lattice.file); });
+  known_ = fileIdentity(stars_.path());
+  readFile();
 }
 
 bool StarStore::hasNews(const YLattice<long double>& search) const {
@@ -38,17 +35,23 @@ bool StarStore::report(std::ostream& stream) {
   return stars_.hasStars();
 }
 
+void StarStore::readFile() {
+  const Index known = stars_.starCount();
+  stars_.readStarsExactly();
+  stars_.checkStars(known + 1);
+  tidyStars(stars_);
+}
+
 void StarStore::replaceFile() {
-  const FolderLock lock(solFile_);
-  cleanStars(stars_);
-  if (fileIdentity(solFile_) == known_) {
-    known_ = stars_.writeStarsTo(solFile_).identity;
+  const FolderLock lock(stars_.path());
+  tidyStars(stars_);
+  if (fileIdentity(stars_.path()) == known_) {
+    known_ = stars_.write().identity;
     return;
   }
-  RescueFile rescue(stars_, solFile_);
-  stars_.readStarsExactly(false);
-  cleanStars(stars_);
-  const WrittenFile written = stars_.writeStarsTo(solFile_);
+  RescueFile rescue(stars_);
+  readFile();
+  const WrittenFile written = stars_.write();
   known_ = written.identity;
   if (written.isWritten)
     rescue.remove();
@@ -57,7 +60,7 @@ void StarStore::replaceFile() {
 }
 
 void StarStore::take(const YLattice<long double>& search) {
-  stars_.addStars(search.starsFiledAfter(taken_));
+  stars_.addStars(search.starsFiledAfter(taken_), search.problemNumber());
   taken_ = search.lastFiled();
 }
 

@@ -110,12 +110,6 @@ std::string YLattice<R>::solutionsText() {
 }
 
 template <class R>
-WrittenFile YLattice<R>::writeStarsTo(const std::string& path) {
-  return runStep([&path](const auto& lattice) { return lattice.file.writeTo(path); },
-                 OnFailure::unchanged);
-}
-
-template <class R>
 void YLattice<R>::setFileNames(const std::string& path) {
   standard().setFileNames(path);
 }
@@ -134,26 +128,6 @@ void YLattice<R>::tightenBounds() {
 template <class R>
 void YLattice<R>::readParams(const std::vector<std::string>& arguments) {
   readArguments(exact().params, arguments);
-}
-
-template <class R>
-void YLattice<R>::takeProblem(const YLattice& other) {
-  other.withLive([this](const auto& source) {
-    useExtendedPrecision();
-    exact().file.convertProblemFrom(source.file);
-  });
-}
-
-template <class R>
-std::string YLattice<R>::starsText() const {
-  return withLive([](const auto& lattice) { return lattice.file.text(); });
-}
-
-template <class R>
-void YLattice<R>::addStars(Array<Star<QQ>> added) {
-  useExtendedPrecision();
-  exact().file.appendStars(std::move(added));
-  tryStandardPrecision();
 }
 
 template <class R>
@@ -211,6 +185,11 @@ Index YLattice<R>::restarts() const {
 template <class R>
 bool YLattice<R>::hasStars() const {
   return withLive([](const auto& lattice) { return lattice.file.stars.isSet(); });
+}
+
+template <class R>
+std::uint64_t YLattice<R>::problemNumber() const {
+  return withLive([](const auto& lattice) { return lattice.file.problemNumber(); });
 }
 
 template <class R>

@@ -3,12 +3,12 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <iosfwd>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "files/SolWriter.h"
 #include "lattice/Lattice.h"
 #include "numbers/QQ.h"
 #include "numbers/TwoPrecisions.h"
@@ -78,9 +78,6 @@ class YLattice {
   bool checkStars();
   void writeSolFile(bool complete);
   std::string solutionsText();
-  /// Writes the stars to another file than that of the lattice, or to that one whatever the
-  /// output switch says. Returns what is there then.
-  WrittenFile writeStarsTo(const std::string& path);
 
   // On the live lattice: what can't lose precision.
 
@@ -94,12 +91,6 @@ class YLattice {
   void tightenBounds();
   /// Sets parameters of the exact lattice, which must be live, as readArguments().
   void readParams(const std::vector<std::string>& arguments);
-  /// Takes problem and paths of `other` into a fresh exact lattice.
-  void takeProblem(const YLattice& other);
-  /// All stars as a file has them, in exact numbers.
-  std::string starsText() const;
-  /// Appends stars.
-  void addStars(Array<Star<QQ>> added);
   /// Lattice::starsFiledAfter(): exact whatever lattice is live, and for an observer in the
   /// middle of a step too.
   Array<Star<QQ>> starsFiledAfter(Index last) const;
@@ -120,6 +111,8 @@ class YLattice {
   /// Regenerations so far.
   Index restarts() const;
   bool hasStars() const;
+  /// SolutionFile::problemNumber() of the problem as read.
+  std::uint64_t problemNumber() const;
   /// The problem as read says what makes one solution better than another.
   bool hasTargets() const;
   /// Those of the live lattice; snorm and tnorm, whose types differ, are in the table only.
