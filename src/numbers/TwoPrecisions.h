@@ -76,9 +76,8 @@ class TwoPrecisions {
   /// run on the exact form tries to come back.
   ///
   /// A PrecisionException on the standard form repeats the step on the exact one, on the
-  /// restored state; what the first run printed stays printed. A DecimalPrecisionException is
-  /// no such case: it leaves as a plain PrecisionException with the same message, the state as
-  /// the step left it. All other exceptions, and those of the exact form, pass through.
+  /// restored state; what the first run printed stays printed. All other exceptions, and those
+  /// of the exact form, pass through.
   template <class Step>
   auto runStep(Step step, OnFailure onFailure = OnFailure::restore);
 
@@ -127,8 +126,6 @@ auto TwoPrecisions<Standard, Exact, Reports>::runStep(Step step, OnFailure onFai
     if (onFailure == OnFailure::restore) backup_.convertFrom(standard_);
     try {
       return step(standard_);
-    } catch (const DecimalPrecisionException& exception) {
-      throw PrecisionException(exception.message());
     } catch (const PrecisionException&) {
       if (onFailure == OnFailure::restore) standard_.convertFrom(backup_);
       failOver(depth);

@@ -32,8 +32,9 @@ class PrecisionException : public GeneralException {
   using GeneralException::GeneralException;
 };
 
-/// Long double can't carry the computation on (nan, infinity, a doubtful zero).
-/// The wrapper doesn't repeat such a step; it passes the failure on.
+/// Long double can't carry the computation on (nan, infinity, a doubtful zero), as entries or as
+/// the Gram-Schmidt data of exact entries. The wrapper repeats such a step of the standard lattice
+/// in the exact one, where shorter entries may make it good; from there it leaves.
 class DecimalPrecisionException : public PrecisionException {
  public:
   explicit DecimalPrecisionException(std::string message);
