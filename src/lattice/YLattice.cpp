@@ -111,7 +111,7 @@ std::string YLattice<R>::solutionsText() {
 
 template <class R>
 void YLattice<R>::setFileNames(const std::string& path) {
-  standard().setFileNames(path);
+  withLive([&path](auto& lattice) { lattice.setFileNames(path); });
 }
 
 template <class R>

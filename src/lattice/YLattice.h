@@ -62,6 +62,8 @@ class YLattice {
   bool usesExact() const { return lattices_.usesExact(); }
   Standard& standard() { return lattices_.standard(); }
   Exact& exact() { return lattices_.exact(); }
+  const Standard& standard() const { return lattices_.standard(); }
+  const Exact& exact() const { return lattices_.exact(); }
 
   // Steps of Lattice.
   void normalise(bool generate, bool force);
@@ -81,16 +83,19 @@ class YLattice {
 
   // On the live lattice: what can't lose precision.
 
-  /// Derives the file names on the standard lattice, which must be live.
   void setFileNames(const std::string& path);
-  /// Reads the problem into the exact lattice, which must be live: the numbers of
-  /// a file are rationals. Fatal where it can't be read.
+
+  // On the exact lattice: fatal unless it is live, "The exact precision is not in use".
+
+  /// Reads the problem: the numbers of a file are rationals. Fatal if it can't be read.
   void readOpt();
-  /// Narrows the bounds of the problem that readOpt() read to what its rows allow. The exact
-  /// lattice must be live, and not normalised yet.
+  /// Lattice::tightenBounds().
   void tightenBounds();
-  /// Sets parameters of the exact lattice, which must be live, as readArguments().
+  /// Sets parameters, as readArguments().
   void readParams(const std::vector<std::string>& arguments);
+
+  // Of the search in the live lattice.
+
   /// Lattice::starsFiledAfter(): exact whatever lattice is live, and for an observer in the
   /// middle of a step too.
   Array<Star<QQ>> starsFiledAfter(Index last) const;

@@ -7,6 +7,7 @@
 
 #include "system/Console.h"
 #include "system/Exceptions.h"
+#include "system/Failure.h"
 
 namespace starsift {
 
@@ -98,8 +99,19 @@ class TwoPrecisions {
   }
 
   bool usesExact() const { return useExact_; }
-  Standard& standard() { return standard_; }
-  Exact& exact() { return exact_; }
+  /// The forms to be changed. Fatal unless the form is live, as the change would be lost: "The
+  /// standard precision is not in use", "The exact precision is not in use".
+  Standard& standard() {
+    if (useExact_) fail("The standard precision is not in use");
+    return standard_;
+  }
+  Exact& exact() {
+    if (!useExact_) fail("The exact precision is not in use");
+    return exact_;
+  }
+  /// The forms to be looked at, live or not.
+  const Standard& standard() const { return standard_; }
+  const Exact& exact() const { return exact_; }
 
  private:
   /// Closes the console block that the failed step left open and makes the exact form live.

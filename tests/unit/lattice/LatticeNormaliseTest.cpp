@@ -245,6 +245,17 @@ TYPED_TEST(NormalFormOver, ConstantOffTheGridKeepsItsValue) {
   EXPECT_EQ(textOf(this->lattice.bg), "[ 2 ]");
 }
 
+TEST(NormalForm, BoundsAreTightenedBeforeTheProblemIsLifted) {
+  Lattice<QQ, long double> lattice;
+  lattice.setProblem(problemFrom("[ ] [ ] [ ] [ ] [ ] [ [ 1 ] ] [ 2 ] [ 3 ] [ 0 ] [ 0 ] [ 100 ]"));
+  lattice.tightenBounds();
+  lattice.normalise(true, false);
+  EXPECT_EQ(lattice.rx[1], QQ(1));
+  // Stars are judged by what was read.
+  EXPECT_EQ(lattice.file.problem().rx[1], QQ(100));
+  EXPECT_FAILS_WITH(lattice.tightenBounds(), "tightenBounds: the problem is normalised");
+}
+
 TEST(NormalForm, StepThatThrowsLeavesTheProblemAsRead) {
   Lattice<long double, long double> lattice;
   lattice.setProblem(problemFrom<long double>(

@@ -49,6 +49,8 @@ class YLatticeTest : public testing::Test {
   }
 
   YLattice<long double> lattice;
+  /// Either form to be looked at.
+  const YLattice<long double>& seen = lattice;
 };
 
 TEST_F(YLatticeTest, StartsInStandardPrecision) {
@@ -67,13 +69,13 @@ TEST_F(YLatticeTest, LatticeThatIsNotLiveHoldsNoStarsAndNoProblem) {
   lattice.standard().file.editProblem().dt = Vector<long double>{1};
   addStar(lattice.standard(), 0.1L);
   lattice.useExtendedPrecision();
-  EXPECT_EQ(lattice.standard().file.stars.capacity(), 0);
-  EXPECT_EQ(lattice.standard().file.problem().dt.capacity(), 0);
-  EXPECT_EQ(lattice.exact().file.problem().dt.dimension(), 1);
+  EXPECT_EQ(seen.standard().file.stars.capacity(), 0);
+  EXPECT_EQ(seen.standard().file.problem().dt.capacity(), 0);
+  EXPECT_EQ(seen.exact().file.problem().dt.dimension(), 1);
   lattice.useStandardPrecision();
-  EXPECT_EQ(lattice.exact().file.stars.capacity(), 0);
-  EXPECT_EQ(lattice.exact().file.problem().dt.capacity(), 0);
-  EXPECT_EQ(lattice.standard().file.problem().dt.dimension(), 1);
+  EXPECT_EQ(seen.exact().file.stars.capacity(), 0);
+  EXPECT_EQ(seen.exact().file.problem().dt.capacity(), 0);
+  EXPECT_EQ(seen.standard().file.problem().dt.dimension(), 1);
 }
 
 TEST_F(YLatticeTest, ConversionThatFailsLeavesNothingBehind) {
@@ -82,8 +84,8 @@ TEST_F(YLatticeTest, ConversionThatFailsLeavesNothingBehind) {
   addStar(lattice.exact(), q("1/3"));
   lattice.tryStandardPrecision();
   EXPECT_TRUE(lattice.usesExact());
-  EXPECT_EQ(lattice.exact().file.stars.dimension(), 2);
-  EXPECT_EQ(lattice.standard().file.stars.capacity(), 0);
+  EXPECT_EQ(seen.exact().file.stars.dimension(), 2);
+  EXPECT_EQ(seen.standard().file.stars.capacity(), 0);
 }
 
 TEST_F(YLatticeTest, ExtendedPrecisionTwiceConvertsOnce) {
@@ -132,7 +134,7 @@ TEST_F(YLatticeTest, StepRunsOnTheStandardLattice) {
   });
   EXPECT_EQ(count, 3);
   EXPECT_EQ(lattice.standard().file.stars.dimension(), 3);
-  EXPECT_EQ(lattice.exact().file.stars.dimension(), 0);
+  EXPECT_EQ(seen.exact().file.stars.dimension(), 0);
 }
 
 TEST_F(YLatticeTest, StepWithoutResultRuns) {
@@ -261,8 +263,8 @@ TEST_F(YLatticeTest, SearchGoesOnInEitherLattice) {
   expectSearch(lattice.standard());
   EXPECT_TRUE(lattice.stopped());
   lattice.endSearch();
-  EXPECT_EQ(lattice.standard().observer, nullptr);
-  EXPECT_EQ(lattice.exact().observer, nullptr);
+  EXPECT_EQ(seen.standard().observer, nullptr);
+  EXPECT_EQ(seen.exact().observer, nullptr);
 }
 
 /// Loses precision, and over rationals starts the lattice anew with a star.
@@ -289,9 +291,14 @@ TEST_F(YLatticeTest, RestartBehindAFailoverLeavesAUsableLattice) {
 /// What the wrapper writes to the console at a level of `verb`.
 class ReportsOfYLattice : public YLatticeTest {
  protected:
+  /// In both forms.
   void setVerb(long level) {
     lattice.standard().params.verb = level;
-    lattice.exact().params.verb = level;
+    outputOf([this] {
+      lattice.useExtendedPrecision();
+      lattice.useStandardPrecision();
+    });
+    consoleState() = {};
   }
 
   template <class Use>
@@ -344,6 +351,23 @@ TEST_F(ReportsOfYLattice, HigherLevelsReportToo) {
   setVerb(3);
   EXPECT_EQ(outputOf([this] { lattice.useExtendedPrecision(); }),
             "|-> Switching to extended lattice precision\n");
+}
+
+TEST_F(YLatticeTest, ChangeOfTheFormThatIsNotLiveIsFatal) {
+  EXPECT_FAILS_WITH(lattice.exact(), "The exact precision is not in use");
+  EXPECT_FAILS_WITH(lattice.readOpt(), "The exact precision is not in use");
+  EXPECT_FAILS_WITH(lattice.tightenBounds(), "The exact precision is not in use");
+  EXPECT_FAILS_WITH(lattice.readParams({}), "The exact precision is not in use");
+  lattice.useExtendedPrecision();
+  EXPECT_FAILS_WITH(lattice.standard(), "The standard precision is not in use");
+}
+
+TEST_F(YLatticeTest, FileNamesAreThoseOfTheLiveLattice) {
+  lattice.useExtendedPrecision();
+  lattice.setFileNames("p.sol");
+  EXPECT_EQ(seen.exact().file.path(), "p.sol");
+  lattice.useStandardPrecision();
+  EXPECT_EQ(seen.standard().file.path(), "p.sol");
 }
 
 /// The run of the command on files.
