@@ -349,7 +349,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// Drops the stars that violate the problem as read; true when none did.
   bool checkStars();
   /// Writes the stars to their file, unless `complete` with the solutions of the lattice; does
-  /// nothing while the output switch is off.
+  /// nothing while the output switch is off. PrecisionException as writeStars(); the stars are
+  /// unchanged then.
   void writeSolFile(bool complete);
   /// Appends best target and solutions as stars, then sorts the stars and drops repetitions.
   /// Throws and fails as solutionStars().
@@ -663,6 +664,11 @@ class Lattice : public Vanu<T>, private ParamReactions {
                                         const Matrix<T>& basis) const;
   /// The point of a raw vector is no solution of the problem as read.
   bool violatesProblem(const Vector<T>& vector) const;
+
+  // Parts of the files: LatticeFiles.inl
+
+  /// Appends stars, if there are any, and sorts; repetitions go.
+  void joinStars(Array<Star<T>> found);
 
   // Parts of the restart: LatticeRestart.inl
 

@@ -74,7 +74,15 @@ bool Lattice<T, R>::checkStars() {
 template <class T, class R>
 void Lattice<T, R>::writeSolFile(bool complete) {
   if (!outputSwitch) return;
-  if (!complete) sol2star();
+  if (!complete) {
+    Array<Star<T>> found = solutionStars();
+    // The writing may throw, and the step is repeated then: not after the stars have changed.
+    if (!file.path().empty()) {
+      requireExactText(file.stars);
+      requireExactText(found);
+    }
+    joinStars(std::move(found));
+  }
   if (file.path().empty()) {
     std::cerr << "\n*** solFile is not set - solution write not possible" << endLine();
     stampOutputTime();
@@ -85,7 +93,11 @@ void Lattice<T, R>::writeSolFile(bool complete) {
 
 template <class T, class R>
 void Lattice<T, R>::sol2star() {
-  Array<Star<T>> found = solutionStars();
+  joinStars(solutionStars());
+}
+
+template <class T, class R>
+void Lattice<T, R>::joinStars(Array<Star<T>> found) {
   if (!found.isSet()) return;
   file.appendStars(std::move(found));
   file.sortStars();

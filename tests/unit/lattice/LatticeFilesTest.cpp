@@ -121,5 +121,26 @@ TYPED_TEST(LatticeFilesOver, StatusOfABenchmarkDoesNotCountSolutions) {
             "\n{ The first solution/s was/were found after: 7 sec(s) }\n");
 }
 
+using LatticeFiles = LatticeFilesOver<long double>;
+
+// 18 digits are more than the text of a long double has.
+TEST_F(LatticeFiles, StarsStayWhereTheirTextWouldLoseADigit) {
+  auto judged = std::make_shared<JudgedStar>();
+  judged->star = Star<QQ>{QQ(123456789012345678), QQ(1)};
+  lattice.solutions.resize(1, false);
+  lattice.solutions[1].judged = std::move(judged);
+  lattice.file.stars.resize(2, false);
+  lattice.file.stars[1] = Star<long double>{4, 1};
+  lattice.file.stars[2] = Star<long double>{3, 1};
+  lattice.outputSwitch = true;
+  EXPECT_THROW(lattice.writeSolFile(false), PrecisionException);
+  ASSERT_EQ(lattice.file.stars.dimension(), 2);
+  EXPECT_EQ(lattice.file.stars[1][1], 4);
+  EXPECT_EQ(scratch.read("p.sol"), "<no file>");
+  lattice.solutions.clear();
+  lattice.writeSolFile(false);
+  EXPECT_NE(scratch.read("p.sol"), "<no file>");
+}
+
 }  // namespace
 }  // namespace starsift
