@@ -77,9 +77,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
 
   /// assignFrom(other, false).
   template <class U>
-  void convertFrom(const Lattice<U, R>& other) {
-    assignFrom(other, false);
-  }
+  void convertFrom(const Lattice<U, R>& other);
 
   /// Frees the problem, as read and lifted, and the stars, the two that grow with the
   /// files: for a lattice whose state is taken from another one before its next use.
@@ -570,12 +568,6 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// The same for a vector in the box, which stands for the point `star`.
   unsigned fileSolution(const Vector<T>& vector, const Star<T>& star, std::int64_t time,
                         const Judgement& known);
-  /// What is kept of a vector whose point was judged: `known`, or if that is empty a new
-  /// judgement.
-  FiledSolution<T> filed(const Vector<T>& vector, const Star<T>& star,
-                         const StarVerdict<T>& verdict, std::int64_t time, Judgement known);
-  /// `known` is a judgement of this point by the problem as read.
-  bool isOf(const Judgement& known, const Star<T>& star) const;
   /// The star of a raw vector, its point only, if that is one of the problem. As lat2opt().
   std::optional<Star<T>> starOf(const Vector<T>& raw) const;
   /// CHECK_LIMIT or 0, behind a solution with these norms that is filed or not.

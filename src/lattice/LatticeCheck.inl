@@ -26,6 +26,41 @@ StarVerdict<T> verdictOf(const JudgedStar& judged) {
   return verdict;
 }
 
+/// `judged`, which may be empty, is about this point in the problem with this number.
+template <class T>
+bool isAbout(const std::shared_ptr<const JudgedStar>& judged, const Star<T>& star,
+             std::uint64_t problem) {
+  if (!judged || judged->problem != problem) return false;
+  Vector<QQ> x;
+  x.convertFrom(star.x(), false);
+  return identical(x, judged->star.x());
+}
+
+/// A star as it was judged.
+template <class T>
+std::shared_ptr<const JudgedStar> judgedStar(Star<T> star, const StarVerdict<T>& verdict,
+                                             std::uint64_t problem, Index number) {
+  star.targetValues = verdict.targetValues;
+  star.targetNorm = verdict.norms.target;
+  star.slackNorm = verdict.norms.slack;
+  auto judged = std::make_shared<JudgedStar>();
+  judged->star.convertFrom(star, false);
+  judged->problem = problem;
+  judged->number = number;
+  return judged;
+}
+
+/// What a lattice keeps of a vector, but for what was judged.
+template <class T>
+FiledSolution<T> filedVector(const Vector<T>& vector, const StarVerdict<T>& verdict) {
+  FiledSolution<T> solution;
+  static_cast<Vector<T>&>(solution) = vector;
+  solution.targetValues = verdict.targetValues;
+  solution.targetNorm = verdict.norms.target;
+  solution.slackNorm = verdict.norms.slack;
+  return solution;
+}
+
 }  // namespace latticecheck
 
 /// A point of the problem, constants included, in units of its factor h, and the raw vector
@@ -229,7 +264,7 @@ HeuristicVector<T, R> Lattice<T, R>::scored(const Vector<T>& vector, std::int64_
 template <class T, class R>
 unsigned Lattice<T, R>::fileSolution(const Vector<T>& vector, const Star<T>& star,
                                      std::int64_t time, const Judgement& known) {
-  const Judgement judged = isOf(known, star) ? known : nullptr;
+  Judgement judged = latticecheck::isAbout(known, star, file.problemNumber()) ? known : nullptr;
   const StarVerdict<T> verdict = judged ? latticecheck::verdictOf<T>(*judged) : file.judge(star);
   if (!verdict.isSolution) return 0;
   const bool hasTargets = this->At.rowCount() > 0;
@@ -239,44 +274,15 @@ unsigned Lattice<T, R>::fileSolution(const Vector<T>& vector, const Star<T>& sta
       hasTargets && (!bestTarget.isSet() || verdict.norms.target < bestTarget.targetNorm);
   const bool isNew = !solutionIndex.contains(solutions, vector);
   if (isBest || isNew) {
-    FiledSolution<T> solution = filed(vector, star, verdict, time, judged);
+    if (!judged)
+      judged = latticecheck::judgedStar(star, verdict, file.problemNumber(), ++lastFiled);
+    FiledSolution<T> solution = latticecheck::filedVector(vector, verdict);
+    solution.time = discoveryTime(time);
+    solution.judged = std::move(judged);
     if (isBest) bestTarget = solution;
     if (isNew) append(solutions, std::move(solution));
   }
   return CHECK_SOLUTION | (isNew ? CHECK_STORED : 0U) | limitBits(verdict.norms, true);
-}
-
-template <class T, class R>
-bool Lattice<T, R>::isOf(const Judgement& known, const Star<T>& star) const {
-  if (!known || known->problem != file.problemNumber()) return false;
-  Vector<QQ> x;
-  x.convertFrom(star.x(), false);
-  return identical(x, known->star.x());
-}
-
-template <class T, class R>
-FiledSolution<T> Lattice<T, R>::filed(const Vector<T>& vector, const Star<T>& star,
-                                      const StarVerdict<T>& verdict, std::int64_t time,
-                                      Judgement known) {
-  FiledSolution<T> solution;
-  static_cast<Vector<T>&>(solution) = vector;
-  solution.time = discoveryTime(time);
-  solution.targetValues = verdict.targetValues;
-  solution.targetNorm = verdict.norms.target;
-  solution.slackNorm = verdict.norms.slack;
-  if (!known) {
-    Star<T> full(star);
-    full.targetValues = verdict.targetValues;
-    full.targetNorm = verdict.norms.target;
-    full.slackNorm = verdict.norms.slack;
-    auto judged = std::make_shared<JudgedStar>();
-    judged->star.convertFrom(full, false);
-    judged->problem = file.problemNumber();
-    judged->number = ++lastFiled;
-    known = std::move(judged);
-  }
-  solution.judged = std::move(known);
-  return solution;
 }
 
 template <class T, class R>

@@ -228,6 +228,12 @@ void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, bool keepParams) {
 }
 
 template <class T, class R>
+template <class U>
+void Lattice<T, R>::convertFrom(const Lattice<U, R>& other) {
+  assignFrom(other, false);
+}
+
+template <class T, class R>
 void Lattice<T, R>::release() {
   optOriginal = Vanu<T>();
   file.release();
