@@ -70,7 +70,9 @@ void addNormalise(Index n, const std::string& kind, MakeText make, const std::st
     // The lines about single variables and rows.
     std::cout.setstate(std::ios::badbit);
     for (auto _ : state) {
-      lattice.optOriginal.convertFrom(problem);
+      Vanu<T> converted;
+      converted.convertFrom(problem);
+      lattice.setProblem(std::move(converted));
       lattice.normalise(true, false);
     }
     std::cout.clear();

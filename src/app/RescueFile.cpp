@@ -40,11 +40,11 @@ bool writeFile(const std::string& path, const std::string& text) {
 
 }  // namespace
 
-RescueFile::RescueFile(const YLattice<long double>& lattice, const std::string& path) {
-  if (!lattice.hasStars()) return;
-  name_ = createdBeside(path);
+RescueFile::RescueFile(const YSolutionFile& stars) {
+  if (!stars.hasStars()) return;
+  name_ = createdBeside(stars.path());
   if (name_.empty()) return;
-  if (writeFile(name_, lattice.starsText()))
+  if (writeFile(name_, stars.text()))
     presentName() = name_;
   else
     remove();

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "lattice/YLattice.h"
+#include "files/YSolutionFile.h"
 
 namespace starsift {
 
@@ -12,9 +12,9 @@ namespace starsift {
 /// exception or a signal; nobody but remove() removes it. One at a time.
 class RescueFile {
  public:
-  /// Writes the stars of `lattice` beside the file at `path`. Without stars, or where no file
-  /// can be written, there is none.
-  RescueFile(const YLattice<long double>& lattice, const std::string& path);
+  /// Writes the stars beside their file. Without stars, or where no file can be written, there
+  /// is none.
+  explicit RescueFile(const YSolutionFile& stars);
   RescueFile(const RescueFile&) = delete;
   RescueFile& operator=(const RescueFile&) = delete;
 

@@ -9,23 +9,11 @@ void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::
   lattice.readOpt();
   lattice.tryStandardPrecision();
   lattice.readStarsExactly(false);
-  cleanStars(lattice);
+  lattice.checkStars();
+  tidyStars(lattice);
   lattice.setOutputSwitch(true);
   lattice.writeSolFile(true);
   reportStars(lattice, report);
-}
-
-void reportStars(YLattice<long double>& lattice, std::ostream& report) {
-  // The file keeps stars that differ in their parameters; the report doesn't.
-  lattice.sortStars();
-  lattice.removeDuplicates(false);
-  lattice.writeSolutions(report);
-}
-
-void cleanStars(YLattice<long double>& lattice) {
-  lattice.checkStars();
-  lattice.sortStars();
-  lattice.removeDuplicates(true);
 }
 
 }  // namespace starsift

@@ -17,12 +17,22 @@ namespace starsift {
 /// then unchanged. `lattice` is fresh and holds problem and stars in the end.
 void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::ostream& report);
 
-/// The report of stars that are clean. Of those that differ in their parameters only one is
-/// left.
-void reportStars(YLattice<long double>& lattice, std::ostream& report);
+/// The report of stars that are right and sorted; `stars` is a YLattice or a YSolutionFile. Of
+/// those that differ in their parameters only one is left.
+template <class Stars>
+void reportStars(Stars& stars, std::ostream& report) {
+  // The file keeps stars that differ in their parameters; the report doesn't.
+  stars.sortStars();
+  stars.removeDuplicates(Duplicates::ofPoint);
+  stars.writeSolutions(report);
+}
 
-/// Drops the stars that fail or repeat, and sorts the others. Stars that differ in their
-/// parameters are no repetition.
-void cleanStars(YLattice<long double>& lattice);
+/// Sorts the stars and drops those that repeat. Stars that differ in their parameters are no
+/// repetition.
+template <class Stars>
+void tidyStars(Stars& stars) {
+  stars.sortStars();
+  stars.removeDuplicates(Duplicates::ofPointAndParams);
+}
 
 }  // namespace starsift

@@ -10,18 +10,15 @@ namespace starsift {
 
 StarStore::StarStore(const YLattice<long double>& search, std::function<Clock::time_point()> now)
     : now_(std::move(now)) {
-  stars_.takeProblem(search);
-  stars_.tryStandardPrecision();
-  solFile_ = stars_.withLive([](const auto& lattice) { return lattice.solFile; });
+  search.withLive([this](const auto& lattice) { stars_.takeProblem(lattice.file); });
   // Without an identity that is known, the file counts as one that others have written meanwhile.
   if (search.params().bench > 0) return;
-  known_ = fileIdentity(solFile_);
-  stars_.readStarsExactly(false);
-  cleanStars(stars_);
+  known_ = fileIdentity(stars_.path());
+  readFile();
 }
 
 bool StarStore::hasNews(const YLattice<long double>& search) const {
-  return search.solutionCount() > taken_;
+  return search.lastFiled() > taken_;
 }
 
 bool StarStore::isDue(const YLattice<long double>& search) const {
@@ -40,17 +37,23 @@ bool StarStore::report(std::ostream& stream) {
   return stars_.hasStars();
 }
 
+void StarStore::readFile() {
+  const Index known = stars_.starCount();
+  stars_.readStarsExactly();
+  stars_.checkStars(known + 1);
+  tidyStars(stars_);
+}
+
 void StarStore::replaceFile() {
-  const FolderLock lock(solFile_);
-  cleanStars(stars_);
-  if (fileIdentity(solFile_) == known_) {
-    known_ = stars_.writeStarsTo(solFile_).identity;
+  const FolderLock lock(stars_.path());
+  tidyStars(stars_);
+  if (fileIdentity(stars_.path()) == known_) {
+    known_ = stars_.write().identity;
     return;
   }
-  RescueFile rescue(stars_, solFile_);
-  stars_.readStarsExactly(false);
-  cleanStars(stars_);
-  const WrittenFile written = stars_.writeStarsTo(solFile_);
+  RescueFile rescue(stars_);
+  readFile();
+  const WrittenFile written = stars_.write();
   known_ = written.identity;
   if (written.isWritten)
     rescue.remove();
@@ -59,9 +62,8 @@ void StarStore::replaceFile() {
 }
 
 void StarStore::take(const YLattice<long double>& search) {
-  const Index found = search.solutionCount();
-  stars_.addStars(search.solutionStars());
-  taken_ = found;
+  stars_.addStars(search.starsFiledAfter(taken_), search.problemNumber());
+  taken_ = search.lastFiled();
 }
 
 }  // namespace starsift

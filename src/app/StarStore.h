@@ -7,6 +7,7 @@
 #include <string>
 
 #include "app/SavePace.h"
+#include "files/YSolutionFile.h"
 #include "lattice/YLattice.h"
 #include "system/FileIdentity.h"
 
@@ -14,7 +15,8 @@ namespace starsift {
 
 /// Keeps the stars apart from the lattice that is searched. There, every step would copy
 /// all of them, and a star found again would drop those that differ from it in their
-/// parameters only.
+/// parameters only. What the lattice has filed was judged by the same problem and isn't checked
+/// again; what stood in the file is.
 ///
 /// Others may write the file meanwhile: another search, starsift, a user. What they left is
 /// read again, checked and joined ahead of the next writing. Should it have a form that is
@@ -30,7 +32,7 @@ class StarStore {
   explicit StarStore(const YLattice<long double>& search,
                      std::function<Clock::time_point()> now = Clock::now);
 
-  /// The search has solutions that were not taken.
+  /// The search has filed solutions that were not taken.
   bool hasNews(const YLattice<long double>& search) const;
   /// The same, and since the last writing enough time has passed that a search with many
   /// solutions doesn't spend it on files.
@@ -45,13 +47,14 @@ class StarStore {
  private:
   void take(const YLattice<long double>& search);
   void replaceFile();
+  /// Adds the right stars of the file.
+  void readFile();
 
   std::function<Clock::time_point()> now_;
-  YLattice<long double> stars_;
-  std::string solFile_;
+  YSolutionFile stars_;
   /// The file as it was last read or written here; nothing before that, or without a file.
   std::optional<FileIdentity> known_;
-  /// Solutions of the search when they were last taken.
+  /// The last number that a solution of the search had when they were last taken.
   Index taken_ = 0;
   SavePace pace_;
 };

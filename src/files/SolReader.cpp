@@ -187,22 +187,6 @@ std::optional<InputText> solText(const std::string& path) {
   }
 }
 
-/// Appends a star; the storage doubles when it is full.
-template <class T>
-void append(Array<Star<T>>& stars, Star<T>& star) {
-  constexpr Index leastCapacity = 64;
-  const Index last = stars.dimension();
-  if (last == stars.capacity()) stars.resize(std::max(2 * last, leastCapacity), false);
-  stars.resize(last + 1, false);
-  stars[last + 1] = std::move(star);
-}
-
-template <class T>
-void appendAll(Array<Star<T>>& stars, Array<Star<T>>& found) {
-  if (!stars.isSet()) return stars.exchange(found);
-  for (Star<T>& star : found) append(stars, star);
-}
-
 /// See readStars and readStarsExactly.
 template <class T, class Number>
 bool readAll(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& stars, bool peek) {
@@ -220,10 +204,10 @@ bool readAll(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& st
     if (source.rest().size() == before) takeLine(source);
     if (star.dimension() == 0) continue;
     if (peek) return true;
-    append(found, star);
+    append(found, std::move(star));
   }
   const bool any = found.isSet();
-  appendAll(stars, found);
+  appendStars(stars, std::move(found));
   return any;
 }
 

@@ -59,6 +59,11 @@ std::string starText(const Star<T>& star) {
 }
 
 template <class T>
+void requireExactText(const Array<Star<T>>& stars) {
+  for (const Star<T>& star : stars) checkText(star.x());
+}
+
+template <class T>
 WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars) {
   const DeferredSignals deferred;
   ResultFile file(path);
@@ -78,6 +83,8 @@ WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars) {
 
 template std::string starText(const Star<long double>&);
 template std::string starText(const Star<QQ>&);
+template void requireExactText(const Array<Star<long double>>&);
+template void requireExactText(const Array<Star<QQ>>&);
 template WrittenFile writeStars(const std::string&, const Array<Star<long double>>&);
 template WrittenFile writeStars(const std::string&, const Array<Star<QQ>>&);
 

@@ -15,6 +15,11 @@ namespace starsift {
 template <class T>
 std::string starText(const Star<T>& star);
 
+/// Throws PrecisionException "Precision lost during write" if the text of a component of some x
+/// wouldn't read back as the same value.
+template <class T>
+void requireExactText(const Array<Star<T>>& stars);
+
 /// What has come of a writing.
 struct WrittenFile {
   /// The file could be opened.
@@ -24,14 +29,14 @@ struct WrittenFile {
 };
 
 /// Writes the stars to `path`, or removes the file when there are none. SIGINT
-/// and SIGTERM wait until the file is complete. Throws PrecisionException
-/// "Precision lost during write" before the file is touched when the text of a
-/// component of some x wouldn't read back as the same value. A file that can't be
-/// opened is left alone; a write that fails is fatal, see ResultFile.h.
+/// and SIGTERM wait until the file is complete. Throws as requireExactText() before the
+/// file is touched. A file that can't be opened is left alone; a write that fails is
+/// fatal, see ResultFile.h.
 template <class T>
 WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars);
 
 extern template std::string starText(const Star<long double>&);
+extern template void requireExactText(const Array<Star<long double>>&);
 extern template WrittenFile writeStars(const std::string&, const Array<Star<long double>>&);
 
 }  // namespace starsift

@@ -8,10 +8,12 @@
 // stars alone is a free function on a lower floor.
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <optional>
 #include <string>
 
+#include "files/SolutionFile.h"
 #include "lattice/CheckBits.h"
 #include "lattice/VectorBackup.h"
 #include "lattice/Ways.h"
@@ -22,7 +24,6 @@
 #include "lattice/state/RunState.h"
 #include "params/ExtendedParams.h"
 #include "problem/Vanu.h"
-#include "stars/StarNorms.h"
 
 namespace starsift {
 
@@ -44,12 +45,11 @@ class Lattice : public Vanu<T>, private ParamReactions {
   RunState run;
   /// Settings of the run; never reset.
   ExtendedParams<T> params;
-  /// The problem as it was read, lifted by the first normalise(); never reset.
+  /// The problem as read and its stars, from files and searches; never reset.
+  SolutionFile<T> file;
+  /// What lattices are made from: the problem as read, tightened and lifted; empty before the
+  /// first of that, never reset.
   Vanu<T> optOriginal;
-  /// Once optOriginal is lifted, what it was before; never reset.
-  Vanu<T> optAsRead;
-  /// Solutions of the problem as read, from files and searches; never reset.
-  Array<Star<T>> stars;
   /// Path of the lattice file.
   std::string latFile;
 
@@ -75,9 +75,12 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// assigned then.
   template <class U>
   void assignFrom(const Lattice<U, R>& other, bool keepParams);
+  /// assignFrom(other, false).
+  template <class U>
+  void convertFrom(const Lattice<U, R>& other);
   /// Frees the problem, as read and lifted, and the stars: for a lattice whose state is taken
   /// from another one before its next use.
-  void releaseFiles();
+  void release();
   /// Sets the parameter consistency without its reaction.
   void setTracking(bool on);
 
@@ -86,10 +89,10 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// Makes this record, the working copy, the normal form of the problem: integer rows,
   /// inequations with two finite bounds, independent equations, variables from 0 on.
   ///
-  /// The first call lifts optOriginal: inequations with one bound become equations with a
-  /// slack, targets to reach equations with deviations; `generate` also looks for the range of
-  /// the target value. Later calls only build the working copy anew, unless `force` starts
-  /// again from the problem as read.
+  /// The first call makes optOriginal, which is lifted: inequations with one bound become
+  /// equations with a slack, targets to reach equations with deviations; `generate` also looks for
+  /// the range of the target value. Later calls only build the working copy anew, unless `force`
+  /// starts again from the problem as read.
   ///
   /// A problem that its bounds show to have no solution is fatal, three texts that end with
   /// "--> NO SOLUTIONS!"; so are bounds that can't be used. PrecisionException where T can't
@@ -99,8 +102,11 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// With `verbose` dependent equations are reported; with that or on the `first` call for a
   /// problem also inequations that became equations, and swapped variables.
   void normaliseCopy(bool verbose, bool first);
-  /// The problem of the user, whether it was lifted since or not: what stars satisfy.
-  const Vanu<T>& problemAsRead() const;
+  /// Takes a problem as if it was read; the paths stay.
+  void setProblem(Vanu<T> problem);
+  /// Narrows the bounds that lattices are made from by tightenBounds(); stars are judged by the
+  /// problem as read. Fatal after normalise(): "tightenBounds: the problem is normalised".
+  void tightenBounds() requires std::same_as<T, QQ>;
 
   // Mapping between the three spaces: LatticeMapping.inl
   //
@@ -276,7 +282,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   ///
   /// `count`, `position`  BackupMode::columns: coordinates to remove
   VectorBackup<T, R> backupVectors(BackupMode mode, Index count = 0, Index position = 0);
-  /// Brings them back through checkSolution(). Fatal if the best target fails the problem: "This
+  /// Brings them back through the checks of checkSolution(); a solution whose point is still the
+  /// one that was judged isn't judged again. Fatal if the best target fails the problem: "This
   /// case should not happen between a backup / restore!".
   void restoreVectors(VectorBackup<T, R> backup, BackupMode mode);
 
@@ -299,22 +306,25 @@ class Lattice : public Vanu<T>, private ParamReactions {
 
   /// Derives the paths of problem, solution and lattice file from that of the solution file.
   void setFileNames(const std::string& path);
-  /// Appends the stars of solFile; with `peek` only tells if there is one.
+  /// Appends the stars of the solution file; with `peek` only tells if there is one.
   bool readStarsFromSolFile(bool peek);
   /// The same, each number read as a rational; PrecisionException where T can't hold one. The
   /// stars are unchanged then.
   bool readStarsExactly(bool peek);
   /// Drops the stars that violate the problem as read; true if none did.
   bool checkStars();
-  /// Writes the stars to solFile, unless `complete` with the solutions of the lattice; does
-  /// nothing while the output switch is off.
+  /// Writes the stars to their file, unless `complete` with the solutions of the lattice; does
+  /// nothing while the output switch is off. PrecisionException as writeStars(); the stars are
+  /// unchanged then.
   void writeSolFile(bool complete);
   /// Appends best target and solutions as stars, then sorts the stars and drops repetitions.
   /// Throws and fails as solutionStars().
   void sol2star();
-  /// Best target and solutions as fresh stars. PrecisionException where T can't hold one. Fatal:
-  /// "sol2star: lat2opt can not compute x_opt".
+  /// Best target and solutions as fresh stars. PrecisionException if T can't hold one. Fatal for
+  /// a vector that no check has filed: "sol2star: lat2opt can not compute x_opt".
   Array<Star<T>> solutionStars() const;
+  /// The same in exact numbers, of the solutions filed after the one with the number `last`.
+  Array<Star<QQ>> starsFiledAfter(Index last) const;
   /// Writes the lattice to latFile, if the output switch is on. SIGINT and SIGTERM wait until the
   /// file is complete.
   void writeLatFile();
@@ -325,7 +335,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   std::string solutionsText() const;
   /// The same text, written piece by piece.
   void writeSolutions(std::ostream& stream) const;
-  /// One star, 1 <= i <= stars.dimension().
+  /// One star, 1 <= i <= file.stars.dimension().
   std::string starReport(Index i) const;
   /// Best target and first solutions of the search.
   std::string statusText() const;

@@ -8,8 +8,8 @@
 #include "algorithms/exact/ExactProduct.h"
 #include "lattice/ClearAtEnd.h"
 #include "lattice/Lattice.h"
+#include "lattice/LatticeCheck.inl"
 #include "problem/Rows.h"
-#include "stars/StarCheck.h"
 
 namespace starsift {
 
@@ -61,20 +61,11 @@ std::optional<Vector<T>> restoredForm(const Lattice<T, R>& lattice, const Vector
   return vector;
 }
 
-/// Puts stars in front of those of the lattice.
-template <class T>
-void prepend(Array<Star<T>> former, Array<Star<T>>& stars) {
-  const Index kept = former.dimension();
-  former.resize(kept + stars.dimension(), true);
-  std::move(stars.begin(), stars.end(), former.begin() + kept);
-  stars.exchange(former);
-}
-
 /// The point of a raw vector is no solution of the problem as read.
 template <class T, class R>
 bool violatesProblem(const Lattice<T, R>& lattice, const Vector<T>& vector) {
   const std::optional<Star<T>> star = lattice.starOf(vector);
-  return !star || !StarChecker<T>(lattice.problemAsRead()).judge(*star).isSolution;
+  return !star || !lattice.file.judge(*star).isSolution;
 }
 
 /// A vector of a heuristic collection, with its score in the present lattice.
@@ -93,18 +84,26 @@ HeuristicVector<T, R> scored(const Lattice<T, R>& lattice, const Vector<T>& vect
 template <class T, class R>
 VectorBackup<T, R> Lattice<T, R>::backupVectors(BackupMode mode, Index count, Index position) {
   VectorBackup<T, R> backup;
-  backup.stars.exchange(stars);
-  const auto keep = [&](BackupOrigin origin, const TimeVector<T>& source) {
-    std::optional<Vector<T>> form = latticebackup::backupForm(*this, source, mode, count, position);
+  backup.stars.exchange(file.stars);
+  const auto keep = [&](BackupOrigin origin, const TimeVector<T>& source,
+                        const latticecheck::Judgement& judged = nullptr) {
+    std::optional<Vector<T>> form;
+    if (judged && mode == BackupMode::points)
+      form.emplace().convertFrom(judged->star.x(), false);
+    else
+      form = latticebackup::backupForm(*this, source, mode, count, position);
     if (!form) return;
     auto& entry = backup.entries.emplace_back();
     entry.origin = origin;
     static_cast<Vector<T>&>(entry.vector) = std::move(*form);
     entry.vector.time = source.time;
+    entry.judged = judged;
   };
   if (found.bestVector.isSet()) keep(BackupOrigin::best, found.bestVector);
-  if (found.bestTarget.isSet()) keep(BackupOrigin::target, found.bestTarget);
-  for (const Star<T>& solution : found.solutions) keep(BackupOrigin::store, solution);
+  if (found.bestTarget.isSet())
+    keep(BackupOrigin::target, found.bestTarget, found.bestTarget.judged);
+  for (const FiledSolution<T>& solution : found.solutions)
+    keep(BackupOrigin::store, solution, solution.judged);
   found.discard();
   for (auto [from, to] :
        {std::pair(&found.collected, &backup.collected), {&found.chosen, &backup.chosen}}) {
@@ -126,14 +125,17 @@ template <class T, class R>
 void Lattice<T, R>::restoreVectors(VectorBackup<T, R> backup, BackupMode mode) {
   run.restoring = true;
   const ClearAtEnd clearing(run.restoring);
-  latticebackup::prepend(std::move(backup.stars), stars);
+  appendStars(backup.stars, std::move(file.stars));
+  file.stars.exchange(backup.stars);
   const Matrix<T> rows = mode == BackupMode::coordinates ? basis.untransformed() : Matrix<T>();
   for (const auto& entry : backup.entries) {
     const auto vector = latticebackup::restoredForm(*this, entry.vector, mode, rows);
     if (!vector) continue;
-    if (entry.origin == BackupOrigin::target && latticebackup::violatesProblem(*this, *vector))
+    const unsigned bits =
+        latticecheck::checkVector(*this, *vector, Space::raw, entry.vector.time, entry.judged);
+    if (entry.origin == BackupOrigin::target && (bits & CHECK_SOLUTION) == 0 &&
+        latticebackup::violatesProblem(*this, *vector))
       fail("This case should not happen between a backup / restore!");
-    checkSolution(*vector, Space::raw, entry.vector.time, Announce::silent);
   }
   for (auto [from, to] :
        {std::pair(&backup.collected, &found.collected), {&backup.chosen, &found.chosen}})

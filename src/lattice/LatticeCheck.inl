@@ -3,16 +3,19 @@
 #pragma once
 
 #include <algorithm>
+#include <memory>
 #include <optional>
 #include <utility>
 
 #include "lattice/Lattice.h"
+#include "numbers/Conversion.h"
 #include "problem/Rows.h"
-#include "stars/StarCheck.h"
 
 namespace starsift {
 
 namespace latticecheck {
+
+using Judgement = std::shared_ptr<const JudgedStar>;
 
 /// All entries of a vector of working space are in the range in which T is safe, and so they
 /// are in raw space.
@@ -26,21 +29,30 @@ bool isInSafeRange(const Basis<T, R>& basis, const Vector<T>& vector) {
   return true;
 }
 
-/// The image of the point that a raw vector stands for; nothing if the point violates a
-/// congruence. Of a consistent vector it is the one with one deviation of each pair at 0: any
-/// amount added to both is as consistent, but out of the box where it is negative, and another
+/// A point of the problem, constants included, in units of its factor h, and the raw vector that
+/// it is mapped to.
+template <class T>
+struct PointImage {
+  Star<T> point;
+  T h = T();
+  Vector<T> image;
+};
+
+/// The point that a raw vector stands for, and its image; nothing if the point violates a
+/// congruence. The image of a consistent vector is the one with one deviation of each pair at 0:
+/// any amount added to both is as consistent, but out of the box where it is negative, and another
 /// solution for the same point where it isn't.
 template <class T, class R>
-std::optional<Vector<T>> imageOfPoint(const Lattice<T, R>& lattice, const Vector<T>& vector) {
-  Vector<T> x;
-  Vector<T> image;
+std::optional<PointImage<T>> imageOfPoint(const Lattice<T, R>& lattice, const Vector<T>& vector) {
+  std::optional<PointImage<T>> mapped(std::in_place);
   try {
-    const T h = lattice.lat2opt(vector, x, Constants::insert, Slacks::omit, Orientation::given);
-    lattice.opt2lat(x, image, Space::raw, h);
+    mapped->h =
+        lattice.lat2opt(vector, mapped->point, Constants::insert, Slacks::omit, Orientation::given);
+    lattice.opt2lat(mapped->point, mapped->image, Space::raw, mapped->h);
   } catch (const ModuloException&) {
-    return std::nullopt;
+    mapped.reset();
   }
-  return image;
+  return mapped;
 }
 
 /// isConsistent() of a raw vector whose point has this image.
@@ -86,45 +98,107 @@ unsigned limitBits(const Lattice<T, R>& lattice, const Norms<T>& norms, bool isF
   return ends ? CHECK_LIMIT : 0;
 }
 
-/// Is the vector better than the best target, which it then becomes, or as good? Without a best
-/// target it is.
-template <class T, class R>
-bool competesForTarget(Lattice<T, R>& lattice, const Vector<T>& vector,
-                       const StarVerdict<T>& verdict, std::int64_t time) {
-  TargetVector<T>& best = lattice.found.bestTarget;
-  const bool isFirst = !best.isSet();
-  if (!isFirst && best == vector) return false;
-  // Stored vectors were good enough when they came.
-  if (!isFirst && !lattice.run.restoring && verdict.norms.target > best.targetNorm) return false;
-  if (isFirst || verdict.norms.target < best.targetNorm) {
-    static_cast<Vector<T>&>(best) = vector;
-    best.time = lattice.discoveryTime(time);
-    best.targetValues = verdict.targetValues;
-    best.targetNorm = verdict.norms.target;
-    best.slackNorm = verdict.norms.slack;
-  }
-  return true;
+/// The verdict that a judged star had. PrecisionException if T can't hold it.
+template <class T>
+StarVerdict<T> verdictOf(const JudgedStar& judged) {
+  using Number = NumberConversion<T, QQ>;
+  StarVerdict<T> verdict;
+  verdict.isSolution = true;
+  verdict.targetValues.convertFrom(judged.star.targetValues, false);
+  verdict.norms = {Number::convert(judged.star.targetNorm), Number::convert(judged.star.slackNorm)};
+  return verdict;
 }
 
-/// checkSolution() of a vector in the box, whose point is judged by the problem as read.
-template <class T, class R>
-unsigned fileSolution(Lattice<T, R>& lattice, const Vector<T>& vector, std::int64_t time) {
-  const std::optional<Star<T>> star = lattice.starOf(vector);
-  if (!star) return 0;
-  const StarVerdict<T> verdict = StarChecker<T>(lattice.problemAsRead()).judge(*star);
-  if (!verdict.isSolution) return 0;
-  FoundVectors<T, R>& found = lattice.found;
-  if (lattice.At.rowCount() > 0 && !competesForTarget(lattice, vector, verdict, time))
-    return CHECK_SOLUTION | limitBits(lattice, verdict.norms, found.bestTarget == vector);
-  if (found.solutionIndex.contains(found.solutions, vector))
-    return CHECK_SOLUTION | limitBits(lattice, verdict.norms, true);
-  Star<T> solution;
+/// `judged`, which may be empty, is about this point in the problem with this number.
+template <class T>
+bool isAbout(const std::shared_ptr<const JudgedStar>& judged, const Star<T>& star,
+             std::uint64_t problem) {
+  if (!judged || judged->problem != problem) return false;
+  Vector<QQ> x;
+  x.convertFrom(star.x(), false);
+  return identical(x, judged->star.x());
+}
+
+/// A star as it was judged.
+template <class T>
+std::shared_ptr<const JudgedStar> judgedStar(Star<T> star, const StarVerdict<T>& verdict,
+                                             std::uint64_t problem, Index number) {
+  star.targetValues = verdict.targetValues;
+  star.targetNorm = verdict.norms.target;
+  star.slackNorm = verdict.norms.slack;
+  auto judged = std::make_shared<JudgedStar>();
+  judged->star.convertFrom(star, false);
+  judged->problem = problem;
+  judged->number = number;
+  return judged;
+}
+
+/// What a lattice keeps of a vector, but for what was judged.
+template <class T>
+FiledSolution<T> filedVector(const Vector<T>& vector, const StarVerdict<T>& verdict) {
+  FiledSolution<T> solution;
   static_cast<Vector<T>&>(solution) = vector;
-  solution.time = lattice.discoveryTime(time);
+  solution.targetValues = verdict.targetValues;
   solution.targetNorm = verdict.norms.target;
   solution.slackNorm = verdict.norms.slack;
-  append(found.solutions, std::move(solution));
-  return CHECK_SOLUTION | CHECK_STORED | limitBits(lattice, verdict.norms, true);
+  return solution;
+}
+
+/// A solution with this target norm is better than the best target, if there is one, or as good
+/// but another vector.
+template <class T, class R>
+bool competesForTarget(const Lattice<T, R>& lattice, const Vector<T>& vector, const T& targetNorm) {
+  const FiledSolution<T>& best = lattice.found.bestTarget;
+  if (!best.isSet()) return true;
+  // Stored vectors were good enough when they came.
+  return !(best == vector) && (lattice.run.restoring || !(targetNorm > best.targetNorm));
+}
+
+/// checkVector() of a vector in the box, which stands for the point `star`.
+template <class T, class R>
+unsigned fileSolution(Lattice<T, R>& lattice, const Vector<T>& vector, const Star<T>& star,
+                      std::int64_t time, const Judgement& known) {
+  const SolutionFile<T>& file = lattice.file;
+  FoundVectors<T, R>& found = lattice.found;
+  Judgement judged = isAbout(known, star, file.problemNumber()) ? known : nullptr;
+  const StarVerdict<T> verdict = judged ? verdictOf<T>(*judged) : file.judge(star);
+  if (!verdict.isSolution) return 0;
+  const bool hasTargets = lattice.At.rowCount() > 0;
+  if (hasTargets && !competesForTarget(lattice, vector, verdict.norms.target))
+    return CHECK_SOLUTION | limitBits(lattice, verdict.norms, found.bestTarget == vector);
+  const bool isBest = hasTargets && (!found.bestTarget.isSet() ||
+                                     verdict.norms.target < found.bestTarget.targetNorm);
+  const bool isNew = !found.solutionIndex.contains(found.solutions, vector);
+  if (isBest || isNew) {
+    if (!judged) judged = judgedStar(star, verdict, file.problemNumber(), ++found.lastFiled);
+    FiledSolution<T> solution = filedVector(vector, verdict);
+    solution.time = lattice.discoveryTime(time);
+    solution.judged = std::move(judged);
+    if (isBest) found.bestTarget = solution;
+    if (isNew) append(found.solutions, std::move(solution));
+  }
+  return CHECK_SOLUTION | (isNew ? CHECK_STORED : 0U) | limitBits(lattice, verdict.norms, true);
+}
+
+/// checkSolution() in silence. `known` is what was judged of the vector before, if anything.
+template <class T, class R>
+unsigned checkVector(Lattice<T, R>& lattice, const Vector<T>& vector, Space space,
+                     std::int64_t time, const Judgement& known) {
+  const CoordinateFrame<T>& frame = lattice.frame;
+  if (frame.latticeKind == LatticeKind::none)
+    fail("checkSolution: You should set the check vectors!");
+  if (vector.dimension() == 0) return 0;
+  Vector<T> raw = lattice.oriented(vector, space);
+  std::optional<PointImage<T>> mapped = imageOfPoint(lattice, raw);
+  if (!mapped || !isImage(lattice, raw, mapped->image, false)) return 0;
+  if (lattice.deviationCount > 0 && frame.hasLastInBox(raw[lattice.basis.m]))
+    raw = std::move(mapped->image);
+  // In the equation lattice nothing is filed yet; as best vector it comes along to the full one.
+  if (!frame.liesInBox(lattice, raw) || frame.latticeKind == LatticeKind::equations) {
+    lattice.offerBest(raw, time);
+    return 0;
+  }
+  return mapped->h == T(1) ? fileSolution(lattice, raw, mapped->point, time, known) : 0;
 }
 
 }  // namespace latticecheck
@@ -132,19 +206,7 @@ unsigned fileSolution(Lattice<T, R>& lattice, const Vector<T>& vector, std::int6
 template <class T, class R>
 unsigned Lattice<T, R>::checkSolution(const Vector<T>& vector, Space space, std::int64_t time,
                                       Announce announce) {
-  if (frame.latticeKind == LatticeKind::none)
-    fail("checkSolution: You should set the check vectors!");
-  if (vector.dimension() == 0) return 0;
-  Vector<T> raw = oriented(vector, space);
-  std::optional<Vector<T>> image = latticecheck::imageOfPoint(*this, raw);
-  if (!image || !latticecheck::isImage(*this, raw, *image, false)) return 0;
-  if (this->deviationCount > 0 && frame.hasLastInBox(raw[basis.m])) raw = std::move(*image);
-  // In the equation lattice nothing is filed yet; as best vector it comes along to the full one.
-  if (!frame.liesInBox(*this, raw) || frame.latticeKind == LatticeKind::equations) {
-    offerBest(raw, time);
-    return 0;
-  }
-  const unsigned bits = latticecheck::fileSolution(*this, raw, time);
+  const unsigned bits = latticecheck::checkVector(*this, vector, space, time, nullptr);
   if (announce == Announce::silent) return bits;
   if ((bits & CHECK_SOLUTION) != 0) writeSolFile(false);
   if ((bits & CHECK_LIMIT) != 0) restartHandling(true);
@@ -182,8 +244,8 @@ Vector<T> Lattice<T, R>::oriented(const Vector<T>& vector, Space space) const {
 
 template <class T, class R>
 bool Lattice<T, R>::isConsistent(const Vector<T>& vector, bool exact) const {
-  const std::optional<Vector<T>> image = latticecheck::imageOfPoint(*this, vector);
-  return image && latticecheck::isImage(*this, vector, *image, exact);
+  const auto mapped = latticecheck::imageOfPoint(*this, vector);
+  return mapped && latticecheck::isImage(*this, vector, mapped->image, exact);
 }
 
 template <class T, class R>
@@ -197,10 +259,11 @@ std::optional<Star<T>> Lattice<T, R>::starOf(const Vector<T>& raw) const {
 template <class T, class R>
 bool Lattice<T, R>::isSatisfied() const {
   return latticecheck::hasEnough(*this) ||
-         std::any_of(
-             found.solutions.begin(), found.solutions.end(), [this](const Star<T>& solution) {
-               return latticecheck::meetsGoal(*this, solution.targetNorm, solution.slackNorm);
-             });
+         std::any_of(found.solutions.begin(), found.solutions.end(),
+                     [this](const FiledSolution<T>& solution) {
+                       return latticecheck::meetsGoal(*this, solution.targetNorm,
+                                                      solution.slackNorm);
+                     });
 }
 
 }  // namespace starsift

@@ -2,95 +2,123 @@
 #pragma once
 
 #include <iostream>
-#include <optional>
 #include <sstream>
 #include <string>
 #include <utility>
 
 #include "files/FileNames.h"
 #include "files/LatText.h"
-#include "files/SolReader.h"
-#include "files/SolWriter.h"
 #include "lattice/Lattice.h"
-#include "stars/StarCheck.h"
-#include "stars/StarOrder.h"
 #include "system/Console.h"
 
 namespace starsift {
 
+namespace latticefiles {
+
 /// The version that new stars are filed under.
 constexpr const char* solverVersion = "2.4.2";
+
+inline std::string lineOf(const Params& params) {
+  std::ostringstream text;
+  text << params;
+  return text.str();
+}
+
+/// Best target and solutions with a number above `last` as stars over N.
+template <class N, class T>
+Array<Star<N>> freshStars(const FiledSolution<T>& best, const Array<FiledSolution<T>>& solutions,
+                          Index last, const std::string& paramsText) {
+  Array<Star<N>> result;
+  const auto add = [&](const FiledSolution<T>& solution) {
+    if (!solution.judged) fail("sol2star: lat2opt can not compute x_opt");
+    if (solution.judged->number <= last) return;
+    Star<N> star;
+    star.convertFrom(solution.judged->star, false);
+    star.paramsText = paramsText;
+    star.versionText = solverVersion;
+    star.time = solution.time;
+    star.fresh = true;
+    append(result, std::move(star));
+  };
+  if (best.isSet()) add(best);
+  for (const FiledSolution<T>& solution : solutions) add(solution);
+  return result;
+}
+
+/// Appends stars, if there are any, and sorts; repetitions go.
+template <class T, class R>
+void joinStars(Lattice<T, R>& lattice, Array<Star<T>> added) {
+  if (!added.isSet()) return;
+  lattice.file.appendStars(std::move(added));
+  lattice.file.sortStars();
+  lattice.file.removeDuplicates(lattice.params.bench > 0 ? Duplicates::ofPointAndParams
+                                                         : Duplicates::ofPoint);
+}
+
+}  // namespace latticefiles
 
 template <class T, class R>
 void Lattice<T, R>::setFileNames(const std::string& path) {
   const FileNames names = fileNames(path);
   this->optFile = names.optFile;
   this->solFile = names.solFile;
-  optOriginal.optFile = names.optFile;
-  optOriginal.solFile = names.solFile;
+  file.setPaths(names);
   latFile = names.latFile;
 }
 
 template <class T, class R>
 bool Lattice<T, R>::readStarsFromSolFile(bool peek) {
-  return readStars(this->solFile, problemAsRead(), stars, peek);
+  return file.readStars(peek ? StarReading::peek : StarReading::append);
 }
 
 template <class T, class R>
 bool Lattice<T, R>::readStarsExactly(bool peek) {
-  return starsift::readStarsExactly(this->solFile, problemAsRead(), stars, peek);
+  return file.readStarsExactly(peek ? StarReading::peek : StarReading::append);
 }
 
 template <class T, class R>
 bool Lattice<T, R>::checkStars() {
-  return starsift::checkStars(problemAsRead(), stars);
+  return file.checkStars();
 }
 
 template <class T, class R>
 void Lattice<T, R>::writeSolFile(bool complete) {
   if (!run.outputSwitch) return;
-  if (!complete) sol2star();
-  if (this->solFile.empty()) {
+  if (!complete) {
+    Array<Star<T>> added = solutionStars();
+    // The writing may throw, and the step is repeated then: not after the stars have changed.
+    if (!file.path().empty()) {
+      requireExactText(file.stars);
+      requireExactText(added);
+    }
+    latticefiles::joinStars(*this, std::move(added));
+  }
+  if (file.path().empty()) {
     std::cerr << "\n*** solFile is not set - solution write not possible" << endLine();
     stampOutputTime();
     return;
   }
-  writeStars(this->solFile, stars);
+  file.write();
 }
 
 template <class T, class R>
 void Lattice<T, R>::sol2star() {
-  Array<Star<T>> added = solutionStars();
-  if (!added.isSet()) return;
-  const Index before = stars.dimension();
-  stars.resize(before + added.dimension(), true);
-  std::move(added.begin(), added.end(), stars.begin() + before);
-  sortStars(stars);
-  removeDuplicates(stars, params.bench > 0);
+  latticefiles::joinStars(*this, solutionStars());
 }
 
 template <class T, class R>
 Array<Star<T>> Lattice<T, R>::solutionStars() const {
-  const Index targets = found.bestTarget.isSet() ? 1 : 0;
-  Array<Star<T>> result(targets + found.solutions.dimension());
-  if (!result.isSet()) return result;
-  std::ostringstream paramsText;
-  paramsText << params;
-  StarChecker<T> checker(problemAsRead());
-  const auto fill = [&](Star<T>& star, const TimeVector<T>& source) {
-    std::optional<Star<T>> point = starOf(source);
-    if (!point) fail("sol2star: lat2opt can not compute x_opt");
-    star = std::move(*point);
-    checker.check(star);
-    star.paramsText = paramsText.str();
-    star.versionText = solverVersion;
-    star.time = source.time;
-    star.fresh = true;
-  };
-  if (found.bestTarget.isSet()) fill(result[1], found.bestTarget);
-  for (Index i = 1; i <= found.solutions.dimension(); ++i)
-    fill(result[targets + i], found.solutions[i]);
-  return result;
+  return latticefiles::freshStars<T>(found.bestTarget, found.solutions, 0,
+                                     latticefiles::lineOf(params));
+}
+
+template <class T, class R>
+Array<Star<QQ>> Lattice<T, R>::starsFiledAfter(Index last) const {
+  // The two parameters over T have another text in exact numbers.
+  ExtendedParams<QQ> exact;
+  exact.convertFrom(params);
+  return latticefiles::freshStars<QQ>(found.bestTarget, found.solutions, last,
+                                      latticefiles::lineOf(exact));
 }
 
 template <class T, class R>

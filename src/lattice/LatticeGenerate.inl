@@ -147,7 +147,7 @@ bool Lattice<T, R>::prepareLattice() {
     if (frame.latticeKind == LatticeKind::full) sol2star();
     reset(nullptr, false);
   }
-  const StarsAside<T> aside(stars);
+  const StarsAside<T> aside(file.stars);
   Array<Matrix<T>> transformations;
   const Index equations = this->Ag.rowCount();
   if (equations > 0) {

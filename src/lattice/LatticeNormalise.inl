@@ -11,6 +11,7 @@
 #include "problem/IntegerRows.h"
 #include "problem/RowBounds.h"
 #include "problem/Targets.h"
+#include "problem/TightenBounds.h"
 
 namespace starsift {
 
@@ -33,14 +34,29 @@ Vanu<T> lifted(Vanu<T> problem, bool hasTargetRange) {
 }  // namespace latticenormalise
 
 template <class T, class R>
+void Lattice<T, R>::setProblem(Vanu<T> problem) {
+  Vanu<T>& target = file.editProblem();
+  problem.optFile = std::move(target.optFile);
+  problem.solFile = std::move(target.solFile);
+  target = std::move(problem);
+  optOriginal = Vanu<T>();
+}
+
+template <class T, class R>
+void Lattice<T, R>::tightenBounds() requires std::same_as<T, QQ> {
+  if (optOriginal.lifted) fail("tightenBounds: the problem is normalised");
+  optOriginal = file.problem();
+  starsift::tightenBounds(optOriginal);
+}
+
+template <class T, class R>
 void Lattice<T, R>::normalise(bool generate, bool force) {
-  if (force && optOriginal.lifted) optOriginal = optAsRead;
+  if (force) optOriginal = Vanu<T>();
   const bool first = !optOriginal.lifted;
   if (first) {
     // A step that throws leaves the problem as it was read.
-    Vanu<T> problem = latticenormalise::lifted(optOriginal, generate);
-    optAsRead = std::move(optOriginal);
-    optOriginal = std::move(problem);
+    const bool isTightened = optOriginal.rx.isSet();
+    optOriginal = latticenormalise::lifted(isTightened ? optOriginal : file.problem(), generate);
   }
   const bool reactionsWereOff = this->reactionsOff;
   const bool trackingWasRestarted = this->trackingRestarted;
@@ -69,11 +85,6 @@ void Lattice<T, R>::normaliseCopy(bool verbose, bool first) {
   checkRows(problem, RowKind::equations);
   aggregateTargets(problem);
   shiftLowerBounds(problem);
-}
-
-template <class T, class R>
-const Vanu<T>& Lattice<T, R>::problemAsRead() const {
-  return optOriginal.lifted ? optAsRead : optOriginal;
 }
 
 }  // namespace starsift

@@ -50,10 +50,8 @@ void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, bool keepParams) {
   if (static_cast<const void*>(this) == static_cast<const void*>(&other)) return;
   Vanu<T>::convertFrom(other);
   optOriginal.convertFrom(other.optOriginal);
-  optAsRead.convertFrom(other.optAsRead);
+  file.convertFrom(other.file);
   latFile = other.latFile;
-  stars.resize(other.stars.dimension(), false);
-  for (Index i = 1; i <= stars.dimension(); ++i) stars[i].convertFrom(other.stars[i], false);
   if (!keepParams) params.convertFrom(other.params);
   found.convertFrom(other.found);
   basis.convertFrom(other.basis);
@@ -65,10 +63,15 @@ void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, bool keepParams) {
 }
 
 template <class T, class R>
-void Lattice<T, R>::releaseFiles() {
+template <class U>
+void Lattice<T, R>::convertFrom(const Lattice<U, R>& other) {
+  assignFrom(other, false);
+}
+
+template <class T, class R>
+void Lattice<T, R>::release() {
   optOriginal = Vanu<T>();
-  optAsRead = Vanu<T>();
-  stars.destroy();
+  file.release();
 }
 
 template <class T, class R>

@@ -8,17 +8,17 @@ namespace starsift {
 
 template <class T, class R>
 std::string Lattice<T, R>::solutionsText() const {
-  return starsift::solutionsText(stars, problemAsRead().dt);
+  return file.solutionsText();
 }
 
 template <class T, class R>
 void Lattice<T, R>::writeSolutions(std::ostream& stream) const {
-  starsift::writeSolutions(stream, stars, problemAsRead().dt);
+  file.writeSolutions(stream);
 }
 
 template <class T, class R>
 std::string Lattice<T, R>::starReport(Index i) const {
-  return starsift::starReport(stars.element(i), problemAsRead().dt);
+  return file.starReport(i);
 }
 
 template <class T, class R>

@@ -105,7 +105,7 @@ template <class T, class R>
 void Lattice<T, R>::regenerateLattice() {
   latticerestart::openBlock(params.verb == 2, "Regenerating lattice ...");
   {
-    const StarsAside<T> aside(stars);
+    const StarsAside<T> aside(file.stars);
     auto next = std::make_unique<Lattice>();
     next->assignFrom(*this, false);
     next->run.observer = run.observer;

@@ -21,7 +21,7 @@ template <class T, class R>
 R targetNormOf(const Lattice<T, R>& lattice, const Vector<T>& raw) {
   Vector<T> x;
   lattice.lat2opt(raw, x, Constants::insert, Slacks::omit, Orientation::either);
-  const Vanu<T>& problem = lattice.problemAsRead();
+  const Vanu<T>& problem = lattice.file.problem();
   const Norms<T> norms = computeNorms<T>(problem, problem.At * x, x);
   return NumberConversion<R, T>::nearest(norms.target);
 }

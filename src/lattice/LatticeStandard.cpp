@@ -8,5 +8,8 @@ template class Lattice<long double, long double>;
 template void Lattice<long double, long double>::assignFrom(
     const Lattice<long double, long double>&, bool);
 template void Lattice<long double, long double>::assignFrom(const Lattice<QQ, long double>&, bool);
+template void Lattice<long double, long double>::convertFrom(
+    const Lattice<long double, long double>&);
+template void Lattice<long double, long double>::convertFrom(const Lattice<QQ, long double>&);
 
 }  // namespace starsift

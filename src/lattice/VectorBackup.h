@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "core/Set.h"
+#include "lattice/state/FiledSolution.h"
 #include "lattice/state/VectorScore.h"
 #include "stars/Star.h"
 
@@ -33,6 +35,8 @@ struct VectorBackup {
   struct Entry {
     BackupOrigin origin;
     BackupVector<T> vector;
+    /// What was judged of the point, if that is known.
+    std::shared_ptr<const JudgedStar> judged;
   };
 
   Array<Star<T>> stars;

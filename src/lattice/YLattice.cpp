@@ -2,14 +2,10 @@
 
 #include <ctime>
 #include <iostream>
-#include <memory>
 #include <utility>
 
 #include "numbers/Conversion.h"
 #include "params/ParamArguments.h"
-#include "problem/OptReader.h"
-#include "problem/TightenBounds.h"
-#include "stars/StarOrder.h"
 
 namespace starsift {
 
@@ -33,53 +29,21 @@ class OutputOn {
 
 }  // namespace
 
+void SwitchReports::say(long verb, const char* message) {
+  if (verb >= reportingLevel) report(std::cout, message);
+}
+
+void SwitchReports::closeBlock(long verb) {
+  if (verb < reportingLevel) return;
+  std::cout << endLine() << closeStamp(true);
+  stampOutputTime();
+}
+
 template <class R>
 YLattice<R>::YLattice() = default;
 
 template <class R>
 YLattice<R>::~YLattice() = default;
-
-template <class R>
-void YLattice<R>::useExtendedPrecision() {
-  if (useExact_) return;
-  if (standard_.params.verb >= reportingLevel)
-    report(std::cout, "Switching to extended lattice precision");
-  exact_.assignFrom(standard_, false);
-  useExact_ = true;
-  standard_.releaseFiles();
-}
-
-template <class R>
-void YLattice<R>::useStandardPrecision() {
-  if (!useExact_) return;
-  standard_.assignFrom(exact_, false);
-  useExact_ = false;
-  exact_.releaseFiles();
-  if (standard_.params.verb >= reportingLevel)
-    report(std::cout, "Using standard lattice precision");
-}
-
-template <class R>
-void YLattice<R>::tryStandardPrecision() {
-  try {
-    useStandardPrecision();
-  } catch (const PrecisionException&) {
-    // A number needs more than long double: the exact lattice stays live.
-    standard_.releaseFiles();
-  }
-}
-
-/// Closes the console block that the failed step left open and makes the exact
-/// lattice the live one.
-template <class R>
-void YLattice<R>::failOver(Index depth) {
-  if (exact_.params.verb >= reportingLevel) {
-    std::cout << endLine() << closeStamp(true);
-    stampOutputTime();
-  }
-  useExtendedPrecision();
-  setConsoleDepth(depth);
-}
 
 template <class R>
 void YLattice<R>::normalise(bool generate, bool force) {
@@ -146,76 +110,40 @@ std::string YLattice<R>::solutionsText() {
 }
 
 template <class R>
-WrittenFile YLattice<R>::writeStarsTo(const std::string& path) {
-  return runStep([&path](const auto& lattice) { return writeStars(path, lattice.stars); },
-                 OnFailure::unchanged);
-}
-
-template <class R>
 void YLattice<R>::setFileNames(const std::string& path) {
-  standard_.setFileNames(path);
+  withLive([&path](auto& lattice) { lattice.setFileNames(path); });
 }
 
 template <class R>
 void YLattice<R>::readOpt() {
-  starsift::readOpt(exact_.optOriginal);
+  exact().file.readProblem();
+  exact().optOriginal = Vanu<QQ>();
 }
 
 template <class R>
 void YLattice<R>::tightenBounds() {
-  starsift::tightenBounds(exact_.optOriginal);
+  exact().tightenBounds();
 }
 
 template <class R>
 void YLattice<R>::readParams(const std::vector<std::string>& arguments) {
-  readArguments(exact_.params, arguments);
+  readArguments(exact().params, arguments);
 }
 
 template <class R>
-void YLattice<R>::takeProblem(const YLattice& other) {
-  other.withLive([this](const auto& source) {
-    setFileNames(source.solFile);
-    useExtendedPrecision();
-    exact_.optOriginal.convertFrom(source.problemAsRead());
-  });
+Array<Star<QQ>> YLattice<R>::starsFiledAfter(Index last) const {
+  return withLive([last](const auto& lattice) { return lattice.starsFiledAfter(last); });
 }
 
 template <class R>
-std::string YLattice<R>::starsText() const {
-  std::string text;
-  withLive([&text](const auto& lattice) {
-    for (const auto& star : lattice.stars) {
-      Star<QQ> exact;
-      exact.convertFrom(star, false);
-      text += starText(exact) + '\n';
-    }
-  });
-  return text;
-}
-
-template <class R>
-void YLattice<R>::addStars(Array<Star<QQ>> added) {
-  useExtendedPrecision();
-  const Index before = exact_.stars.dimension();
-  exact_.stars.resize(before + added.dimension(), true);
-  std::move(added.begin(), added.end(), exact_.stars.begin() + before);
-  tryStandardPrecision();
-}
-
-template <class R>
-Array<Star<QQ>> YLattice<R>::solutionStars() const {
-  return withLive([](const auto& lattice) {
-    const auto beside = std::make_unique<Exact>();
-    beside->assignFrom(lattice, false);
-    return beside->solutionStars();
-  });
+Index YLattice<R>::lastFiled() const {
+  return withLive([](const auto& lattice) { return lattice.found.lastFiled; });
 }
 
 template <class R>
 void YLattice<R>::beginSearch(ReductionObserver& observer,
                               std::chrono::steady_clock::duration elapsed) {
-  standard_.run.observer = &observer;
-  exact_.run.observer = &observer;
+  lattices_.withBoth([&observer](auto& lattice) { lattice.run.observer = &observer; });
   // By the clock that is read for the times: another one may be some milliseconds ahead, and
   // -1 stands for an unknown time.
   const std::time_t start =
@@ -231,8 +159,7 @@ void YLattice<R>::beginSearch(ReductionObserver& observer,
 
 template <class R>
 void YLattice<R>::endSearch() {
-  standard_.run.observer = nullptr;
-  exact_.run.observer = nullptr;
+  lattices_.withBoth([](auto& lattice) { lattice.run.observer = nullptr; });
 }
 
 template <class R>
@@ -257,28 +184,34 @@ Index YLattice<R>::restarts() const {
 
 template <class R>
 bool YLattice<R>::hasStars() const {
-  return withLive([](const auto& lattice) { return lattice.stars.isSet(); });
+  return withLive([](const auto& lattice) { return lattice.file.stars.isSet(); });
+}
+
+template <class R>
+std::uint64_t YLattice<R>::problemNumber() const {
+  return withLive([](const auto& lattice) { return lattice.file.problemNumber(); });
 }
 
 template <class R>
 bool YLattice<R>::hasTargets() const {
-  return withLive([](const auto& lattice) { return lattice.problemAsRead().dt.isSet(); });
+  return withLive([](const auto& lattice) { return lattice.file.problem().dt.isSet(); });
 }
 
 template <class R>
 const Params& YLattice<R>::params() const {
-  return useExact_ ? static_cast<const Params&>(exact_.params) : standard_.params;
+  const Params* params = nullptr;
+  withLive([&params](const auto& lattice) { params = &lattice.params; });
+  return *params;
 }
 
 template <class R>
 void YLattice<R>::sortStars() {
-  withLive([](auto& lattice) { starsift::sortStars(lattice.stars); });
+  withLive([](auto& lattice) { lattice.file.sortStars(); });
 }
 
 template <class R>
-void YLattice<R>::removeDuplicates(bool compareParams) {
-  withLive(
-      [compareParams](auto& lattice) { starsift::removeDuplicates(lattice.stars, compareParams); });
+void YLattice<R>::removeDuplicates(Duplicates duplicates) {
+  withLive([duplicates](auto& lattice) { lattice.file.removeDuplicates(duplicates); });
 }
 
 template <class R>

@@ -47,6 +47,15 @@ class Star : public TimeVector<T> {
   bool fresh = false;
 };
 
+/// Appends the elements of `added`.
+template <class T>
+void appendStars(Array<Star<T>>& stars, Array<Star<T>> added) {
+  if (!stars.isSet()) return stars.exchange(added);
+  const Index before = stars.dimension();
+  stars.resize(before + added.dimension(), true);
+  std::move(added.begin(), added.end(), stars.begin() + before);
+}
+
 /// Keeps the stars at `indices`, which ascend, and drops the others.
 template <class T>
 void keepOnly(Array<Star<T>>& stars, const std::vector<Index>& indices) {

@@ -36,11 +36,18 @@ class Verdicts {
     values_.insert(values_.end(), verdict.targetValues.begin(), verdict.targetValues.end());
   }
 
-  /// Indices of the stars that are solutions, ascending.
+  /// Star i stays as it is.
+  void addUnjudged(Index i) {
+    solutions_.push_back(i);
+    ++unjudged_;
+  }
+
+  /// Indices of the stars that stay, ascending.
   const std::vector<Index>& solutions() const { return solutions_; }
 
-  /// Writes what was computed of the k-th solution into its star.
+  /// Writes what was computed of the k-th star that stays into it.
   void apply(Index k, Star<T>& star) {
+    k -= unjudged_;
     star.targetValues.resize(targetCount_, false);
     const auto first = values_.begin() + (k - 1) * targetCount_;
     std::move(first, first + targetCount_, star.targetValues.begin());
@@ -51,6 +58,8 @@ class Verdicts {
 
  private:
   std::vector<Index> solutions_;
+  /// The first of them that were not judged.
+  Index unjudged_ = 0;
   std::vector<Norms<T>> norms_;
   /// Target values of one solution behind those of the other.
   std::vector<T> values_;
@@ -145,21 +154,29 @@ void StarChecker<T>::computeTargets(StarVerdict<T>& verdict) {
 }
 
 template <class T>
-bool checkStars(const Vanu<T>& problem, Array<Star<T>>& stars) {
-  StarChecker<T> checker(problem);
+bool checkStars(StarChecker<T>& checker, Array<Star<T>>& stars, Index first) {
   // No star is touched before all are judged: a verdict may throw.
   Verdicts<T> verdicts;
-  for (Index i = 1; i <= stars.dimension(); ++i) verdicts.add(i, checker.judge(stars[i]));
+  for (Index i = 1; i < first; ++i) verdicts.addUnjudged(i);
+  for (Index i = first; i <= stars.dimension(); ++i) verdicts.add(i, checker.judge(stars[i]));
   const bool noneDropped =
       verdicts.solutions().size() == static_cast<std::size_t>(stars.dimension());
   keepOnly(stars, verdicts.solutions());
-  if (problem.At.rowCount() > 0)
-    for (Index k = 1; k <= stars.dimension(); ++k) verdicts.apply(k, stars[k]);
+  if (checker.hasTargets())
+    for (Index k = first; k <= stars.dimension(); ++k) verdicts.apply(k, stars[k]);
   return noneDropped;
+}
+
+template <class T>
+bool checkStars(const Vanu<T>& problem, Array<Star<T>>& stars) {
+  StarChecker<T> checker(problem);
+  return checkStars(checker, stars);
 }
 
 template class StarChecker<long double>;
 template class StarChecker<QQ>;
+template bool checkStars(StarChecker<long double>&, Array<Star<long double>>&, Index);
+template bool checkStars(StarChecker<QQ>&, Array<Star<QQ>>&, Index);
 template bool checkStars(const Vanu<long double>&, Array<Star<long double>>&);
 template bool checkStars(const Vanu<QQ>&, Array<Star<QQ>>&);
 

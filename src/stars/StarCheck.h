@@ -32,6 +32,9 @@ class StarChecker {
   /// The same without touching the star.
   StarVerdict<T> judge(const Star<T>& star);
 
+  /// There are values and norms to compute.
+  bool hasTargets() const { return !targets_.empty(); }
+
  private:
   void prepareEquations();
   bool withinBounds(const Vector<T>& x) const;
@@ -51,12 +54,17 @@ class StarChecker {
   Vector<QQ> values_;
 };
 
-/// Checks all stars and drops those that fail, in order. True when none was
-/// dropped. The stars are unchanged after an exception.
+/// Checks the stars from index `first` on and drops those that fail; the order stays. True if
+/// none was dropped. The stars are unchanged after an exception.
+template <class T>
+bool checkStars(StarChecker<T>& checker, Array<Star<T>>& stars, Index first = 1);
+
+/// The same with a checker of its own.
 template <class T>
 bool checkStars(const Vanu<T>& problem, Array<Star<T>>& stars);
 
 extern template class StarChecker<long double>;
+extern template bool checkStars(StarChecker<long double>&, Array<Star<long double>>&, Index);
 extern template bool checkStars(const Vanu<long double>&, Array<Star<long double>>&);
 
 }  // namespace starsift

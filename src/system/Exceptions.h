@@ -32,8 +32,9 @@ class PrecisionException : public GeneralException {
   using GeneralException::GeneralException;
 };
 
-/// Long double can't continue the computation (nan, infinity, a doubtful zero).
-/// The wrapper doesn't repeat such a step in exact arithmetic; it passes on the failure.
+/// Long double can't continue the computation (nan, infinity, a doubtful zero), in entries or in
+/// the Gram-Schmidt data of exact entries. The wrapper repeats such a step of the standard lattice
+/// in the exact one, where shorter entries may make it succeed; from there the exception leaves.
 class DecimalPrecisionException : public PrecisionException {
  public:
   explicit DecimalPrecisionException(std::string message);

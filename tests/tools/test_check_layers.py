@@ -62,11 +62,6 @@ class CheckLayers(unittest.TestCase):
         self.assertEqual(self.problems({"core/A.cpp": "\n" * 500}), [])
         self.assert_one("501 lines", {"core/A.cpp": "\n" * 501})
 
-    def test_the_map_of_the_lattice_may_be_longer(self):
-        text = "#pragma once"
-        self.assertEqual(self.problems({"lattice/Lattice.h": text + "\n" * 720}), [])
-        self.assert_one("721 lines", {"lattice/Lattice.h": text + "\n" * 721})
-
     def test_unknown_floor_is_refused(self):
         self.assert_one("not in a folder", {"util/A.cpp": ""})
 

@@ -1,5 +1,6 @@
 #include "lattice/state/FoundVectors.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "numbers/Conversion.h"
@@ -34,7 +35,7 @@ template <class T, class R>
 void FoundVectors<T, R>::discard() {
   bestVector.clear();
   bestRecord = VectorScore<R>();
-  bestTarget = TargetVector<T>();
+  bestTarget = FiledSolution<T>();
   solutions.clear();
   solutionIndex.forgetAll();
 }
@@ -49,7 +50,7 @@ template <class T, class R>
 void FoundVectors<T, R>::fit(Index m) {
   if (bestVector.isSet()) bestVector.resize(m, false);
   if (bestTarget.isSet()) bestTarget.resize(m, false);
-  for (Star<T>& solution : solutions) solution.resize(m, false);
+  for (FiledSolution<T>& solution : solutions) solution.resize(m, false);
   solutionIndex.forgetAll();
   for (auto* set : {&collected, &chosen})
     for (HeuristicVector<T, R>& vector : *set) vector.resize(m, false);
@@ -68,6 +69,7 @@ void FoundVectors<T, R>::convertFrom(const FoundVectors<U, R>& other) {
   bestRecord = other.bestRecord;
   bestTarget.convertFrom(other.bestTarget, false);
   convertAll(solutions, other.solutions);
+  lastFiled = std::max(lastFiled, other.lastFiled);
   solutionIndex.forgetAll();
   convertSet(collected, other.collected);
   convertSet(chosen, other.chosen);

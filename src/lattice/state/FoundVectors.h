@@ -2,9 +2,9 @@
 #pragma once
 
 #include "core/Set.h"
+#include "lattice/state/FiledSolution.h"
 #include "lattice/state/SolutionIndex.h"
 #include "lattice/state/VectorScore.h"
-#include "stars/Star.h"
 
 namespace starsift {
 
@@ -16,9 +16,12 @@ class FoundVectors {
   /// Its score.
   VectorScore<R> bestRecord;
   /// Best target vector so far, empty while there is none.
-  TargetVector<T> bestTarget;
-  /// Solutions found, with the norms of their points.
-  Array<Star<T>> solutions;
+  FiledSolution<T> bestTarget;
+  /// Solutions found.
+  Array<FiledSolution<T>> solutions;
+  /// The last number that was given to a filed solution; never reset, and never taken back by a
+  /// conversion.
+  Index lastFiled = 0;
   /// Finds vectors among the solutions: call forgetAll() after any change of these but
   /// appending.
   SolutionIndex<T> solutionIndex;

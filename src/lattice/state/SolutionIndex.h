@@ -3,7 +3,7 @@
 
 #include "core/HashedIndices.h"
 #include "core/VectorHash.h"
-#include "stars/Star.h"
+#include "lattice/state/FiledSolution.h"
 
 namespace starsift {
 
@@ -19,12 +19,12 @@ class SolutionIndex {
 
   /// One of the solutions is identical to the vector; all have its dimension. O(dimension)
   /// for it and for each solution that has come since the last question.
-  bool contains(const Array<Star<T>>& solutions, const Vector<T>& vector) {
+  bool contains(const Array<FiledSolution<T>>& solutions, const Vector<T>& vector) {
     const auto equals = [&solutions](const Vector<T>& x) {
-      return [&solutions, &x](Index i) { return identical(solutions[i].x(), x); };
+      return [&solutions, &x](Index i) { return identical<T>(solutions[i], x); };
     };
     while (known_ < solutions.dimension()) {
-      const Vector<T>& next = solutions[++known_].x();
+      const Vector<T>& next = solutions[++known_];
       indices_.findOrEnter(hashOf(next), known_, equals(next));
     }
     return indices_.find(hashOf(vector), equals(vector)) != 0;

@@ -44,13 +44,13 @@ Matrix<QQ> exactRows(const Matrix<T>& rows) {
 template <class T>
 std::multiset<std::string> storedPoints(const Lattice<T, long double>& lattice) {
   std::multiset<std::string> points;
-  for (const Star<T>& solution : lattice.found.solutions) {
+  for (const FiledSolution<T>& solution : lattice.found.solutions) {
     Vector<T> x;
     RC_ASSERT(lattice.lat2opt(solution, x, Constants::insert, Slacks::omit, Orientation::either) ==
               T(1));
     points.insert(oracle::pointText(pointOf(x)));
   }
-  for (const Star<T>& star : lattice.stars) points.insert(oracle::pointText(pointOf<T>(star)));
+  for (const Star<T>& star : lattice.file.stars) points.insert(oracle::pointText(pointOf<T>(star)));
   return points;
 }
 
@@ -241,7 +241,7 @@ struct BackUp : LatticeMove<BackUp> {
                                    : BackupMode::points;
     auto backup = lattice.backupVectors(mode);
     RC_ASSERT(lattice.found.solutions.dimension() == 0);
-    RC_ASSERT(lattice.stars.dimension() == 0);
+    RC_ASSERT(lattice.file.stars.dimension() == 0);
     lattice.restoreVectors(std::move(backup), mode);
   }
 };

@@ -78,7 +78,7 @@ Tally checkOverLattices(const Law& law) {
   test::checkOverProblems([&](const SmallProblem& small) {
     try {
       Lattice<T, long double> lattice;
-      lattice.optOriginal.convertFrom(small.record());
+      lattice.file.editProblem().convertFrom(small.record());
       const test::Outcome outcome = test::normalised(lattice, true, false);
       if (!outcome.normal) return;
       law(lattice, small.problem, *outcome.normal);

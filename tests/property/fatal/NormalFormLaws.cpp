@@ -40,7 +40,7 @@ constexpr const char* emptyEquation = "Unfulfillable equality detected --> NO SO
 
 Outcome normalForm(const SmallProblem& problem) {
   Exact lattice;
-  lattice.optOriginal = problem.record();
+  lattice.setProblem(problem.record());
   return normalised(lattice, true, false);
 }
 
@@ -182,17 +182,17 @@ TEST(NormalForm, IsToldFromOneWithAnotherRightHandSide) {
 TEST(NormalForm, ComesBackUnchanged) {
   checkOverProblems([](const SmallProblem& small) {
     Exact lattice;
-    lattice.optOriginal = small.record();
-    const PlainRecord asRead = oracle::plainRecord(lattice.optOriginal);
+    lattice.setProblem(small.record());
+    const PlainRecord asRead = oracle::plainRecord(lattice.file.problem());
     const Outcome first = normalised(lattice, true, false);
     if (!first.normal) return;
-    RC_ASSERT(oracle::plainRecord(lattice.problemAsRead()) == asRead);
+    RC_ASSERT(oracle::plainRecord(lattice.file.problem()) == asRead);
     const PlainRecord lifted = oracle::plainRecord(lattice.optOriginal);
     RC_ASSERT(normalised(lattice, false, false).normal == first.normal);
     RC_ASSERT(oracle::plainRecord(lattice.optOriginal) == lifted);
     RC_ASSERT(normalised(lattice, true, true).normal == first.normal);
     RC_ASSERT(oracle::plainRecord(lattice.optOriginal) == lifted);
-    RC_ASSERT(oracle::plainRecord(lattice.problemAsRead()) == asRead);
+    RC_ASSERT(oracle::plainRecord(lattice.file.problem()) == asRead);
   });
 }
 
@@ -200,7 +200,7 @@ TEST(NormalForm, ComesBackUnchanged) {
 std::optional<Outcome> standardForm(const SmallProblem& small) {
   Standard lattice;
   try {
-    lattice.optOriginal.convertFrom(small.record());
+    lattice.file.editProblem().convertFrom(small.record());
     return normalised(lattice, true, false);
   } catch (const PrecisionException&) {
     return std::nullopt;
@@ -236,7 +236,7 @@ TEST(NormalForm, HasNoNegativeZeroInLongDouble) {
   checkOverProblems([](const SmallProblem& small) {
     Standard lattice;
     try {
-      lattice.optOriginal.convertFrom(small.record());
+      lattice.file.editProblem().convertFrom(small.record());
       if (!normalised(lattice, true, false).normal) return;
     } catch (const PrecisionException&) {
       return;
@@ -266,8 +266,8 @@ TEST(NormalForm, IsTheSameInTheLatticeOfTwoPrecisions) {
   checkOverProblems([](const SmallProblem& small) {
     YLattice<long double> lattice;
     lattice.useExtendedPrecision();
-    lattice.exact().optOriginal = small.record();
-    const PlainRecord asRead = oracle::plainRecord(lattice.exact().optOriginal);
+    lattice.exact().setProblem(small.record());
+    const PlainRecord asRead = oracle::plainRecord(lattice.exact().file.problem());
     lattice.tryStandardPrecision();
     const Outcome outcome = normalised(lattice, true);
     const Outcome exact = normalForm(small);
@@ -275,7 +275,7 @@ TEST(NormalForm, IsTheSameInTheLatticeOfTwoPrecisions) {
     if (outcome.normal != exact.normal) failWith("another one", *outcome.normal);
     if (!outcome.normal) return;
     RC_ASSERT(normalised(lattice, false).normal == exact.normal);
-    RC_ASSERT(lattice.withLive([](const auto& live) { return plain(live.problemAsRead()); }) ==
+    RC_ASSERT(lattice.withLive([](const auto& live) { return plain(live.file.problem()); }) ==
               asRead);
   });
 }

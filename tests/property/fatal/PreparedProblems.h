@@ -31,7 +31,7 @@ struct LatticeOver {
   template <class Law>
   static std::string carry(const SmallProblem& small, const Law& law) {
     Lattice<T, long double> lattice;
-    lattice.optOriginal.convertFrom(small.record());
+    lattice.file.editProblem().convertFrom(small.record());
     std::string report = reportOf([&] {
       lattice.normalise(true, false);
       lattice.prepareLattice();
@@ -45,7 +45,7 @@ struct LatticeOver {
 struct LatticeOfBoth {
   static void read(YLattice<long double>& lattice, const SmallProblem& small) {
     lattice.useExtendedPrecision();
-    lattice.exact().optOriginal = small.record();
+    lattice.exact().setProblem(small.record());
     lattice.tryStandardPrecision();
   }
 

@@ -41,22 +41,22 @@ Point filedPoint(const Lattice<T, long double>& lattice, const Vector<T>& vector
 template <class T>
 std::set<std::string> pointsOf(const Lattice<T, long double>& lattice) {
   std::set<std::string> points;
-  for (const Star<T>& solution : lattice.found.solutions)
+  for (const FiledSolution<T>& solution : lattice.found.solutions)
     points.insert(oracle::pointText(filedPoint<T>(lattice, solution)));
-  for (const Star<T>& star : lattice.stars) points.insert(oracle::pointText(pointOf<T>(star)));
+  for (const Star<T>& star : lattice.file.stars) points.insert(oracle::pointText(pointOf<T>(star)));
   return points;
 }
 
 template <class T>
 void checkFiled(Lattice<T, long double>& lattice, const oracle::Problem& problem) {
   const std::set<std::string> filed = pointsOf(lattice);
-  for (const Star<T>& solution : lattice.found.solutions)
+  for (const FiledSolution<T>& solution : lattice.found.solutions)
     RC_ASSERT(oracle::solves(problem, filedPoint<T>(lattice, solution)));
   if (lattice.found.bestTarget.isSet())
     RC_ASSERT(oracle::solves(problem, filedPoint<T>(lattice, lattice.found.bestTarget)));
   lattice.sol2star();
   RC_ASSERT(pointsOf(lattice) == filed);
-  for (const Star<T>& star : lattice.stars) {
+  for (const Star<T>& star : lattice.file.stars) {
     const auto verdict = oracle::judge(problem, pointOf<T>(star));
     RC_ASSERT(verdict.has_value());
     using Exact = NumberConversion<QQ, T>;
@@ -82,8 +82,8 @@ template <class T>
 void keepAll(Lattice<T, long double>& lattice, const std::vector<Point>& points) {
   test::fileAll(lattice, points);
   if (points.empty()) return;
-  lattice.stars.resize(1, false);
-  Star<T>& star = lattice.stars[1];
+  lattice.file.stars.resize(1, false);
+  Star<T>& star = lattice.file.stars[1];
   star = Star<T>();
   static_cast<Vector<T>&>(star) = vectorOf<T>(points.back());
   star.time = 5;
@@ -142,7 +142,7 @@ TYPED_TEST(SearchBy, LosesNothingWhenTheLatticeIsPreparedAgain) {
 /// The points of a file of stars.
 std::set<std::string> pointsIn(const std::string& path, const SmallProblem& small) {
   Lattice<QQ, long double> reader;
-  reader.optOriginal = small.record();
+  reader.setProblem(small.record());
   reader.solFile = path;
   reader.readStarsExactly(false);
   return pointsOf(reader);

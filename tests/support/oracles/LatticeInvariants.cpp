@@ -141,7 +141,7 @@ std::string sizeFaults(const Lattice<T, long double>& lattice) {
     faults.expect(vector->dimension() == m, "m entries per coordinate");
   faults.expect(m == 0 || lattice.basis.homScaled == lattice.homValue * lattice.basis.scale[m],
                 "homScaled");
-  for (const Star<T>& solution : lattice.found.solutions)
+  for (const FiledSolution<T>& solution : lattice.found.solutions)
     faults.expect(solution.dimension() == m, "m coordinates of a solution");
   faults.expect(!lattice.found.bestVector.isSet() || lattice.found.bestVector.dimension() == m,
                 "m coordinates of the best vector");

@@ -7,6 +7,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <sstream>
+#include <utility>
 
 #include "app/Interrupt.h"
 #include "support/fixtures/FreshConsole.h"
@@ -40,6 +41,19 @@ class BreakingWatch : public SearchWatch {
  public:
   using SearchWatch::SearchWatch;
   void onStep(const PassCounts& /*counts*/) override { throw DecimalPrecisionException("lost"); }
+};
+
+/// Loses precision in its first step only, which is one of the standard lattice.
+class BrokenOnce : public SearchWatch {
+ public:
+  using SearchWatch::SearchWatch;
+  void onStep(const PassCounts& counts) override {
+    if (!std::exchange(broken_, true)) throw DecimalPrecisionException("lost");
+    SearchWatch::onStep(counts);
+  }
+
+ private:
+  bool broken_ = false;
 };
 
 class SeekTest : public test::FreshConsole {
@@ -140,6 +154,11 @@ TEST_F(SeekTest, EndsWhereNumbersAreTooLarge) {
   EXPECT_EQ(run<BreakingWatch>(one, {"--verb=1"}), SearchEnd::overflow);
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "\n*** lost\n");
   EXPECT_THAT(report(), HasSubstr("Search ended: numbers too large."));
+}
+
+TEST_F(SeekTest, GoesOnInExactNumbersWhereLongDoubleIsLost) {
+  EXPECT_EQ(run<BrokenOnce>(one, {}), SearchEnd::goal);
+  EXPECT_THAT(solFile(), testing::StartsWith("[ 2 5 ]"));
 }
 
 TEST_F(SeekTest, CountsTimesFromTheStartOfTheProcess) {

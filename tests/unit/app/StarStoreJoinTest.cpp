@@ -138,14 +138,15 @@ TEST_F(StarStoreJoinTest, LeavesABadFileAloneAndItsStarsBeside) {
 }
 
 TEST_F(StarStoreJoinTest, NamesTheFileBesideOnlyWhileItIsThere) {
-  StarStore stars(search_);
   find({1, 4});
-  stars.save(search_);
+  StarStore(search_).save(search_);
+  YSolutionFile file;
+  search_.withLive([&file](const auto& lattice) { file.takeProblem(lattice.file); });
   EXPECT_EQ(rescueRemark(), "");
-  RescueFile rescue(search_, dir_.file("p.sol"));
+  RescueFile rescue(file);
   EXPECT_EQ(rescueRemark(), "");
-  search_.addStars(search_.solutionStars());
-  RescueFile full(search_, dir_.file("p.sol"));
+  file.addStars(search_.starsFiledAfter(0), search_.problemNumber());
+  RescueFile full(file);
   EXPECT_EQ(rescueRemark(), "The stars of this search are in " + dir_.file(dir_.names()[2]) + ".");
   full.remove();
   EXPECT_EQ(rescueRemark(), "");

@@ -5,10 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 #include <sstream>
 #include <type_traits>
 
 #include "numbers/Conversion.h"
+#include "support/fixtures/ExpectFails.h"
 #include "support/fixtures/PreparedSearch.h"
 #include "support/fixtures/StarRun.h"
 
@@ -183,6 +185,45 @@ TEST_F(StarStoreTest, KeepsWhatTheSearchHasLost) {
   EXPECT_EQ(solFile(), written);
 }
 
+/// Files a point in the standard lattice, has it saved and loses precision; files another one in
+/// the exact lattice.
+struct RepeatedStep {
+  void operator()(YLattice<long double>::Standard& lattice) const {
+    file(lattice, Vector<long double>{1, 4});
+    save();
+    throw PrecisionException("lost");
+  }
+  void operator()(YLattice<long double>::Exact& lattice) const {
+    file(lattice, Vector<QQ>{QQ(2), QQ(3)});
+  }
+  template <class T>
+  static void file(Lattice<T, long double>& lattice, const Vector<T>& point) {
+    Vector<T> vector;
+    lattice.opt2lat(point, vector, false, T(1));
+    lattice.checkSolution(vector, false, 3, true);
+  }
+  std::function<void()> save;
+};
+
+TEST_F(StarStoreTest, MissesNothingThatARepeatedStepFinds) {
+  search(band);
+  StarStore stars = store();
+  search_.runStep(RepeatedStep{[&] { stars.save(search_); }});
+  ASSERT_EQ(search_.solutionCount(), 1);
+  EXPECT_TRUE(stars.isDue(search_));
+  stars.save(search_);
+  EXPECT_THAT(solFile(), HasSubstr("[ 1 4 ]"));
+  EXPECT_THAT(solFile(), HasSubstr("[ 2 3 ]"));
+}
+
+TEST_F(StarStoreTest, SolutionsOfAnotherProblemAreFatal) {
+  search(band);
+  StarStore stars = store();
+  find({1, 4}, 3);
+  search_.standard().file.editProblem().rx[1] = 4;
+  EXPECT_FAILS_WITH(stars.save(search_), "The stars solve another problem");
+}
+
 TEST_F(StarStoreTest, FileThatCannotBeWrittenIsNoEnd) {
   search(band);
   StarStore stars = store();
@@ -230,7 +271,10 @@ TEST_F(StarStoreTest, TakesWhatTheLatticeInUseCanNotMap) {
   });
   ASSERT_FALSE(search_.usesExact());
   ASSERT_EQ(search_.solutionCount(), 1);
-  EXPECT_THROW(search_.standard().sol2star(), PrecisionException);
+  Vector<long double> mapped;
+  EXPECT_THROW(
+      search_.standard().lat2opt(search_.standard().found.solutions[1], mapped, true, false, true),
+      PrecisionException);
   std::ostringstream report;
   stars.save(search_);
   EXPECT_TRUE(stars.report(report));

@@ -131,7 +131,7 @@ TEST(LatticeAardal, FurtherRoundsGoOnWithTheRestOfTheVectors) {
   for (const bool deep : {false, true}) {
     SCOPED_TRACE(deep);
     YLattice<long double> lattice;
-    lattice.standard().optOriginal = test::problemFrom<long double>(steep);
+    lattice.standard().setProblem(test::problemFrom<long double>(steep));
     lattice.normalise(true, false);
     lattice.standard().params.deep = deep;
     EXPECT_GE(lattice.runStep([](auto& live) {

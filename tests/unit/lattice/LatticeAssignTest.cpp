@@ -22,7 +22,7 @@ void fillAll(LatticeOver<T>& lattice) {
   static_cast<Vanu<T>&>(lattice) =
       problemFrom<T>("[ 2.5 ] [ [ 1 2 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 9 inf ]");
   lattice.optOriginal = lattice;
-  lattice.optAsRead =
+  lattice.file.editProblem() =
       problemFrom<T>("[ 3.5 ] [ [ 7 8 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 1 0 ] [ 6 inf ]");
   lattice.optOriginal.optFile = "o.opt";
   lattice.solFile = "s.sol";
@@ -33,23 +33,23 @@ void fillAll(LatticeOver<T>& lattice) {
   lattice.run.terminationSwitch = true;
   lattice.params.beta = 33;
   lattice.params.snorm = "2.5";
-  lattice.stars.resize(2, false);
-  lattice.stars[1] = Star<T>{T(1) / T(2)};
-  lattice.stars[1].paramsText = "p";
-  lattice.stars[1].time = 3;
-  lattice.stars[2] = Star<T>{T(2)};
+  lattice.file.stars.resize(2, false);
+  lattice.file.stars[1] = Star<T>{T(1) / T(2)};
+  lattice.file.stars[1].paramsText = "p";
+  lattice.file.stars[1].time = 3;
+  lattice.file.stars[2] = Star<T>{T(2)};
   lattice.found.bestVector = TimeVector<T>{T(1), T(2), T(3)};
   lattice.found.bestVector.time = 7;
   lattice.found.bestRecord.status = ScoreStatus::homogeneous;
   lattice.found.bestRecord.deviations.resize(1, false);
   lattice.found.bestRecord.deviations[1].left = 2;
-  lattice.found.bestTarget = TargetVector<T>{T(4), T(5), T(6)};
+  lattice.found.bestTarget = FiledSolution<T>{T(4), T(5), T(6)};
   lattice.found.bestTarget.time = 8;
   lattice.found.bestTarget.targetNorm = T(-3);
   lattice.found.bestTarget.slackNorm = T(4);
   lattice.found.bestTarget.targetValues = Vector<T>{T(5)};
   lattice.found.solutions.resize(1, false);
-  lattice.found.solutions[1] = Star<T>{T(7), T(8), T(9)};
+  lattice.found.solutions[1] = FiledSolution<T>{T(7), T(8), T(9)};
   lattice.found.solutions[1].time = 9;
   lattice.basis.TT.resize(2, false);
   lattice.basis.TT[2] = Matrix<T>{{T(0), T(1)}, {T(1), T(0)}};
@@ -118,9 +118,9 @@ void expectSameProblemAndNames(const LatticeOver<T>& a, const LatticeOver<T>& b)
   EXPECT_TRUE(identical(a.rx, b.rx));
   EXPECT_TRUE(identical(a.optOriginal.dt, b.optOriginal.dt));
   EXPECT_TRUE(sameMatrix(a.optOriginal.At, b.optOriginal.At));
-  EXPECT_TRUE(identical(a.optAsRead.dt, b.optAsRead.dt));
-  EXPECT_TRUE(sameMatrix(a.optAsRead.At, b.optAsRead.At));
-  EXPECT_TRUE(identical(a.optAsRead.rx, b.optAsRead.rx));
+  EXPECT_TRUE(identical(a.file.problem().dt, b.file.problem().dt));
+  EXPECT_TRUE(sameMatrix(a.file.problem().At, b.file.problem().At));
+  EXPECT_TRUE(identical(a.file.problem().rx, b.file.problem().rx));
   EXPECT_EQ(a.optFile, b.optFile);
   EXPECT_EQ(a.solFile, b.solFile);
   EXPECT_EQ(a.optOriginal.optFile, b.optOriginal.optFile);
@@ -133,11 +133,11 @@ void expectSameProblemAndNames(const LatticeOver<T>& a, const LatticeOver<T>& b)
 
 template <class T>
 void expectSameVectors(const LatticeOver<T>& a, const LatticeOver<T>& b) {
-  ASSERT_EQ(a.stars.dimension(), b.stars.dimension());
-  for (Index i = 1; i <= a.stars.dimension(); ++i) {
-    EXPECT_TRUE(identical(a.stars[i].x(), b.stars[i].x()));
-    EXPECT_EQ(a.stars[i].paramsText, b.stars[i].paramsText);
-    EXPECT_EQ(a.stars[i].time, b.stars[i].time);
+  ASSERT_EQ(a.file.stars.dimension(), b.file.stars.dimension());
+  for (Index i = 1; i <= a.file.stars.dimension(); ++i) {
+    EXPECT_TRUE(identical(a.file.stars[i].x(), b.file.stars[i].x()));
+    EXPECT_EQ(a.file.stars[i].paramsText, b.file.stars[i].paramsText);
+    EXPECT_EQ(a.file.stars[i].time, b.file.stars[i].time);
   }
   EXPECT_TRUE(identical<T>(a.found.bestVector, b.found.bestVector));
   EXPECT_EQ(a.found.bestVector.time, b.found.bestVector.time);
@@ -258,7 +258,7 @@ TYPED_TEST(LatticeAssignOver, AssignedLatticeIsItsOwn) {
   LatticeOver<TypeParam> target;
   target.assignFrom(source, false);
   test::setEntry(source, 1, 1, TypeParam(0));
-  source.stars.clear();
+  source.file.stars.clear();
   source.params.beta = 5;
   EXPECT_EQ(target.basis.B()[1][1], TypeParam(11));
   EXPECT_EQ(target.stars.dimension(), 2);
@@ -315,7 +315,7 @@ TEST(LatticeAssign, AssignmentConvertsFromLongDouble) {
 TEST(LatticeAssign, AssignmentOfAThirdThrows) {
   LatticeOver<QQ> source;
   fillAll(source);
-  source.stars[2][1] = q("1/3");
+  source.file.stars[2][1] = q("1/3");
   LatticeOver<long double> target;
   EXPECT_THROW(target.assignFrom(source, false), PostCommaPrecisionException);
 }

@@ -36,8 +36,8 @@ class LatticeBackupOver : public test::CheckedLattice<T> {
     good.time = 6;
     lattice.found.collected.insert(good);
     lattice.found.chosen.insert(good);
-    lattice.stars.resize(1, false);
-    lattice.stars[1] = Star<T>{T(5)};
+    lattice.file.stars.resize(1, false);
+    lattice.file.stars[1] = Star<T>{T(5)};
   }
 
   /// The same, all found in the first second of a search that began long ago.
@@ -45,7 +45,7 @@ class LatticeBackupOver : public test::CheckedLattice<T> {
     fill();
     auto& lattice = this->live;
     lattice.found.bestVector.time = lattice.found.bestTarget.time = 0;
-    for (Star<T>& solution : lattice.found.solutions) solution.time = 0;
+    for (FiledSolution<T>& solution : lattice.found.solutions) solution.time = 0;
     for (auto* set : {&lattice.found.collected, &lattice.found.chosen}) set->first()->time = 0;
     lattice.run.runVariables[MainMutexVariable::startTime].set(
         std::to_string(std::time(nullptr) - 1000));
@@ -56,7 +56,7 @@ class LatticeBackupOver : public test::CheckedLattice<T> {
     EXPECT_EQ(lattice.found.bestVector.time, 0);
     EXPECT_EQ(lattice.found.bestTarget.time, 0);
     ASSERT_EQ(lattice.found.solutions.dimension(), 2);
-    for (const Star<T>& solution : lattice.found.solutions) EXPECT_EQ(solution.time, 0);
+    for (const FiledSolution<T>& solution : lattice.found.solutions) EXPECT_EQ(solution.time, 0);
     for (auto* set : {&lattice.found.collected, &lattice.found.chosen}) {
       ASSERT_EQ(set->count(), 1);
       EXPECT_EQ(set->first()->time, 0);
@@ -89,8 +89,8 @@ class LatticeBackupOver : public test::CheckedLattice<T> {
       EXPECT_EQ(set->first()->time, 6);
       EXPECT_TRUE(set->first()->score.isSolution);
     }
-    ASSERT_EQ(lattice.stars.dimension(), 1);
-    EXPECT_EQ(textOf(lattice.stars[1]), "[ 5 ]");
+    ASSERT_EQ(lattice.file.stars.dimension(), 1);
+    EXPECT_EQ(textOf(lattice.file.stars[1]), "[ 5 ]");
     EXPECT_FALSE(lattice.run.restoring);
   }
 
@@ -100,7 +100,7 @@ class LatticeBackupOver : public test::CheckedLattice<T> {
     EXPECT_EQ(this->live.found.solutions.dimension(), 0);
     EXPECT_EQ(this->live.found.collected.count(), 0);
     EXPECT_EQ(this->live.found.chosen.count(), 0);
-    EXPECT_EQ(this->live.stars.dimension(), 0);
+    EXPECT_EQ(this->live.file.stars.dimension(), 0);
   }
 };
 TYPED_TEST_SUITE(LatticeBackupOver, test::LatticeNumbers);
@@ -125,7 +125,7 @@ TYPED_TEST(LatticeBackupOver, EmptyLatticeHasNothingToKeep) {
 TYPED_TEST(LatticeBackupOver, EveryFormComesBack) {
   for (const BackupMode mode : {BackupMode::vectors, BackupMode::coordinates, BackupMode::points}) {
     SCOPED_TRACE(static_cast<int>(mode));
-    this->live.stars.clear();
+    this->live.file.stars.clear();
     this->live.found.collected.clear();
     this->live.found.chosen.clear();
     this->use(climb);
@@ -134,6 +134,39 @@ TYPED_TEST(LatticeBackupOver, EveryFormComesBack) {
     this->live.restoreVectors(std::move(backup), mode);
     this->expectFilled();
   }
+}
+
+TYPED_TEST(LatticeBackupOver, SolutionsAreJudgedOnce) {
+  for (const BackupMode mode : {BackupMode::vectors, BackupMode::coordinates, BackupMode::points}) {
+    SCOPED_TRACE(static_cast<int>(mode));
+    auto& lattice = this->live;
+    lattice.file.stars.clear();
+    lattice.found.collected.clear();
+    lattice.found.chosen.clear();
+    this->use(climb);
+    this->fill();
+    const auto best = lattice.found.bestTarget.judged;
+    const auto other = lattice.found.solutions[1].judged;
+    const Index last = lattice.lastFiled;
+    auto backup = lattice.backupVectors(mode);
+    lattice.restoreVectors(std::move(backup), mode);
+    EXPECT_EQ(lattice.found.bestTarget.judged, best);
+    EXPECT_EQ(lattice.found.solutions[1].judged, best);
+    EXPECT_EQ(lattice.found.solutions[2].judged, other);
+    EXPECT_EQ(lattice.lastFiled, last);
+  }
+}
+
+TYPED_TEST(LatticeBackupOver, SolutionsOfAnotherProblemAreJudgedAgain) {
+  this->use(climb);
+  this->fill();
+  auto& lattice = this->live;
+  auto backup = lattice.backupVectors(BackupMode::points);
+  lattice.file.editProblem().At[1][1] = TypeParam(3);
+  lattice.restoreVectors(std::move(backup), BackupMode::points);
+  EXPECT_EQ(lattice.found.bestTarget.targetNorm, TypeParam(-16));
+  EXPECT_EQ(lattice.found.bestTarget.judged->star.targetNorm, QQ(-16));
+  EXPECT_EQ(lattice.found.bestTarget.judged->problem, lattice.file.problemNumber());
 }
 
 TYPED_TEST(LatticeBackupOver, VectorsThatComeBackAreNotCounted) {
@@ -290,12 +323,12 @@ TYPED_TEST(LatticeBackupOver, StarsOfTheMeantimeStandBehind) {
   this->fill();
   auto& lattice = this->live;
   auto backup = lattice.backupVectors(BackupMode::vectors);
-  lattice.stars.resize(1, false);
-  lattice.stars[1] = Star<TypeParam>{TypeParam(7)};
+  lattice.file.stars.resize(1, false);
+  lattice.file.stars[1] = Star<TypeParam>{TypeParam(7)};
   lattice.restoreVectors(std::move(backup), BackupMode::vectors);
-  ASSERT_EQ(lattice.stars.dimension(), 2);
-  EXPECT_EQ(textOf(lattice.stars[1]), "[ 5 ]");
-  EXPECT_EQ(textOf(lattice.stars[2]), "[ 7 ]");
+  ASSERT_EQ(lattice.file.stars.dimension(), 2);
+  EXPECT_EQ(textOf(lattice.file.stars[1]), "[ 5 ]");
+  EXPECT_EQ(textOf(lattice.file.stars[2]), "[ 7 ]");
 }
 
 TYPED_TEST(LatticeBackupOver, CollectedVectorsThatBecameInconsistentAreDropped) {

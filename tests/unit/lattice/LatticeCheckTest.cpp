@@ -86,7 +86,7 @@ TYPED_TEST(LatticeCheckOver, TimeOfNothingStaysNothingInABenchmark) {
 TYPED_TEST(LatticeCheckOver, NegativeOfASolutionIsTurned) {
   this->use(band);
   EXPECT_EQ(this->check(this->negative(this->image({TypeParam(1), TypeParam(4)}))), filed);
-  EXPECT_EQ(textOf(this->live.found.solutions[1].x()),
+  EXPECT_EQ(textOf<Vector<TypeParam>>(this->live.found.solutions[1]),
             textOf(this->image({TypeParam(1), TypeParam(4)})));
 }
 
@@ -107,7 +107,7 @@ TYPED_TEST(LatticeCheckOver, VectorsOfWorkingSpaceAreTakenBack) {
   const Vector<TypeParam> working = lattice.forwardMap(raw);
   EXPECT_EQ(lattice.checkSolution(this->negative(working), Space::working, 0, Announce::silent),
             filed);
-  EXPECT_EQ(textOf(lattice.found.solutions[1].x()), textOf(raw));
+  EXPECT_EQ(textOf<Vector<TypeParam>>(lattice.found.solutions[1]), textOf(raw));
   EXPECT_EQ(this->check(working), 0U);
 }
 
@@ -120,7 +120,7 @@ TYPED_TEST(LatticeCheckOver, NegativeHomValueTurnsTheOtherWay) {
   EXPECT_EQ(raw[4], TypeParam(-1));
   EXPECT_EQ(this->check(raw) & filed, filed);
   EXPECT_EQ(this->check(this->negative(raw)) & filed, CHECK_SOLUTION);
-  EXPECT_EQ(textOf(lattice.found.solutions[1].x()), textOf(raw));
+  EXPECT_EQ(textOf<Vector<TypeParam>>(lattice.found.solutions[1]), textOf(raw));
 }
 
 TYPED_TEST(LatticeCheckOver, PointOutsideTheBoxCompetesForTheBestVector) {
@@ -176,8 +176,8 @@ TYPED_TEST(LatticeCheckOver, KindOfAVariableSaysWhichOfItsBoundsHold) {
     this->use(band);
     auto& lattice = this->live;
     lattice.fd[1] = x.kind;
-    lattice.optAsRead.lx[1] = TypeParam(-9);
-    lattice.optAsRead.rx[1] = TypeParam(9);
+    lattice.file.editProblem().lx[1] = TypeParam(-9);
+    lattice.file.editProblem().rx[1] = TypeParam(9);
     EXPECT_EQ(this->checkPoint(-1, 2), x.below ? filed : 0U);
     EXPECT_EQ(this->checkPoint(6, 1), x.above ? filed : 0U);
     EXPECT_EQ(this->checkPoint(1, 1), filed);
@@ -339,7 +339,7 @@ TYPED_TEST(LatticeCheckOver, OnlyTheDifferenceOfTwoDeviationsCounts) {
 
 TEST(LatticeCheck, ConsistencyHasATolerance) {
   Lattice<long double, long double> lattice;
-  lattice.optOriginal = test::problemFrom<long double>(band);
+  lattice.setProblem(test::problemFrom<long double>(band));
   lattice.normalise(true, false);
   generateByHand(lattice, LatticeStage::full);
   Vector<long double> vector;
@@ -351,7 +351,7 @@ TEST(LatticeCheck, ConsistencyHasATolerance) {
 
 TEST(LatticeCheck, LargeVectorAsksForExactArithmetic) {
   Lattice<long double, long double> lattice;
-  lattice.optOriginal = test::problemFrom<long double>(band);
+  lattice.setProblem(test::problemFrom<long double>(band));
   lattice.normalise(true, false);
   generateByHand(lattice, LatticeStage::full);
   Vector<long double> vector;
@@ -365,8 +365,8 @@ TEST(LatticeCheck, LargeVectorAsksForExactArithmetic) {
 // x from 9 * 10^8 on.
 TEST(LatticeCheck, LargePointAsksForExactArithmetic) {
   Lattice<long double, long double> lattice;
-  lattice.optOriginal = test::problemFrom<long double>(
-      "[ inf ] [ [ 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 ] [ 900000000 ] [ inf ]");
+  lattice.setProblem(test::problemFrom<long double>(
+      "[ inf ] [ [ 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 ] [ 900000000 ] [ inf ]"));
   lattice.normalise(true, false);
   generateByHand(lattice, LatticeStage::full);
   EXPECT_EQ(messageOf<PrecisionException>([&] {
@@ -378,11 +378,11 @@ TEST(LatticeCheck, LargePointAsksForExactArithmetic) {
 
 TEST(LatticeCheck, LargeTargetValueAsksForExactArithmetic) {
   Lattice<long double, long double> lattice;
-  lattice.optOriginal = test::problemFrom<long double>(
-      "[ inf ] [ [ 1 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]");
+  lattice.setProblem(test::problemFrom<long double>(
+      "[ inf ] [ [ 1 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]"));
   lattice.normalise(true, false);
   generateByHand(lattice, LatticeStage::full);
-  lattice.optAsRead.At[1][1] = 999999999999999999.0L;
+  lattice.file.editProblem().At[1][1] = 999999999999999999.0L;
   Vector<long double> vector;
   lattice.opt2lat({5, 1}, vector, Space::raw, 1.0L);
   EXPECT_EQ(messageOf<PrecisionException>(

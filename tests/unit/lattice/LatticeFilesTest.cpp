@@ -17,12 +17,7 @@ class LatticeFilesOver : public testing::Test {
  protected:
   LatticeFilesOver() {
     lattice.setFileNames(scratch.file("p.sol"));
-    lattice.optOriginal.dt = problem.dt;
-    const std::string optFile = lattice.optOriginal.optFile;
-    const std::string solFile = lattice.optOriginal.solFile;
-    lattice.optOriginal = problem;
-    lattice.optOriginal.optFile = optFile;
-    lattice.optOriginal.solFile = solFile;
+    lattice.setProblem(problem);
   }
 
   ScratchDir scratch;
@@ -38,34 +33,34 @@ TYPED_TEST(LatticeFilesOver, NamesStandInTheBaseAndInTheProblemAsRead) {
   EXPECT_EQ(this->lattice.optFile, this->scratch.file("p.opt"));
   EXPECT_EQ(this->lattice.solFile, this->scratch.file("p.sol"));
   EXPECT_EQ(this->lattice.latFile, this->scratch.file("p.lat"));
-  EXPECT_EQ(this->lattice.optOriginal.optFile, this->lattice.optFile);
-  EXPECT_EQ(this->lattice.optOriginal.solFile, this->lattice.solFile);
+  EXPECT_EQ(this->lattice.file.problem().optFile, this->lattice.optFile);
+  EXPECT_EQ(this->lattice.file.path(), this->lattice.solFile);
 }
 
 TYPED_TEST(LatticeFilesOver, StarsAreReadAgainstTheProblemAsRead) {
   this->scratch.write("p.sol", "[ 1 2 ]\n");
   EXPECT_TRUE(this->lattice.readStarsFromSolFile(false));
-  ASSERT_EQ(this->lattice.stars.dimension(), 1);
-  EXPECT_EQ(this->lattice.stars[1].targetNorm, TypeParam(-5));
+  ASSERT_EQ(this->lattice.file.stars.dimension(), 1);
+  EXPECT_EQ(this->lattice.file.stars[1].targetNorm, TypeParam(-5));
 }
 
 TYPED_TEST(LatticeFilesOver, PeekStoresNothing) {
   this->scratch.write("p.sol", "[ 1 2 ]\n");
   EXPECT_TRUE(this->lattice.readStarsFromSolFile(true));
-  EXPECT_EQ(this->lattice.stars.dimension(), 0);
+  EXPECT_EQ(this->lattice.file.stars.dimension(), 0);
 }
 
 TYPED_TEST(LatticeFilesOver, StarsAreCheckedAgainstTheProblemAsRead) {
   this->scratch.write("p.sol", "[ 1 2 ]\n[ 1 9 ]\n");
   this->lattice.readStarsFromSolFile(false);
   EXPECT_FALSE(this->lattice.checkStars());
-  EXPECT_EQ(this->lattice.stars.dimension(), 1);
+  EXPECT_EQ(this->lattice.file.stars.dimension(), 1);
   EXPECT_TRUE(this->lattice.checkStars());
 }
 
 TYPED_TEST(LatticeFilesOver, FileIsWrittenWhileTheSwitchIsOn) {
-  this->lattice.stars.resize(1, false);
-  this->lattice.stars[1] = Star<TypeParam>{TypeParam(1), TypeParam(2)};
+  this->lattice.file.stars.resize(1, false);
+  this->lattice.file.stars[1] = Star<TypeParam>{TypeParam(1), TypeParam(2)};
   this->lattice.run.outputSwitch = true;
   this->lattice.writeSolFile(true);
   EXPECT_EQ(this->scratch.read("p.sol"), "[ 1 2 ] | 0 | [ ] | 0 | -1 | \n");
@@ -79,7 +74,7 @@ TYPED_TEST(LatticeFilesOver, FileStaysWhileTheSwitchIsOff) {
 
 TYPED_TEST(LatticeFilesOver, MissingNameIsReportedAndTheRunGoesOn) {
   consoleState() = {};
-  this->lattice.solFile = "";
+  this->lattice.file.setPaths({});
   this->lattice.run.outputSwitch = true;
   testing::internal::CaptureStderr();
   this->lattice.writeSolFile(true);
@@ -89,15 +84,15 @@ TYPED_TEST(LatticeFilesOver, MissingNameIsReportedAndTheRunGoesOn) {
 }
 
 TYPED_TEST(LatticeFilesOver, MissingNameDoesNotMatterWhileTheSwitchIsOff) {
-  this->lattice.solFile = "";
+  this->lattice.file.setPaths({});
   testing::internal::CaptureStderr();
   this->lattice.writeSolFile(true);
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
 TYPED_TEST(LatticeFilesOver, ReportsShowTheGoalsOfTheProblemAsRead) {
-  this->lattice.stars.resize(2, false);
-  for (Star<TypeParam>& star : this->lattice.stars) {
+  this->lattice.file.stars.resize(2, false);
+  for (Star<TypeParam>& star : this->lattice.file.stars) {
     star = Star<TypeParam>{TypeParam(1), TypeParam(2)};
     star.targetValues = Vector<TypeParam>{TypeParam(5)};
   }
@@ -124,6 +119,27 @@ TYPED_TEST(LatticeFilesOver, StatusOfABenchmarkDoesNotCountSolutions) {
   this->lattice.found.solutions[1].time = 7;
   EXPECT_EQ(this->lattice.statusText(),
             "\n{ The first solution/s was/were found after: 7 sec(s) }\n");
+}
+
+using LatticeFiles = LatticeFilesOver<long double>;
+
+// 18 digits are more than the text of a long double has.
+TEST_F(LatticeFiles, StarsStayWhereTheirTextWouldLoseADigit) {
+  auto judged = std::make_shared<JudgedStar>();
+  judged->star = Star<QQ>{QQ(123456789012345678), QQ(1)};
+  lattice.found.solutions.resize(1, false);
+  lattice.found.solutions[1].judged = std::move(judged);
+  lattice.file.stars.resize(2, false);
+  lattice.file.stars[1] = Star<long double>{4, 1};
+  lattice.file.stars[2] = Star<long double>{3, 1};
+  lattice.run.outputSwitch = true;
+  EXPECT_THROW(lattice.writeSolFile(false), PrecisionException);
+  ASSERT_EQ(lattice.file.stars.dimension(), 2);
+  EXPECT_EQ(lattice.file.stars[1][1], 4);
+  EXPECT_EQ(scratch.read("p.sol"), "<no file>");
+  lattice.found.solutions.clear();
+  lattice.writeSolFile(false);
+  EXPECT_NE(scratch.read("p.sol"), "<no file>");
 }
 
 }  // namespace

@@ -110,7 +110,7 @@ TYPED_TEST(LatticeGenerateOver, StoredVectorsAreDiscardedAndStarsKept) {
   auto& lattice = this->live;
   lattice.found.bestVector = TimeVector<TypeParam>{1, 2, 3};
   lattice.found.solutions.resize(1, false);
-  lattice.stars.resize(1, false);
+  lattice.file.stars.resize(1, false);
   HeuristicVector<TypeParam, long double> good;
   good.resize(9, false);
   lattice.found.collected.insert(good);
@@ -120,7 +120,7 @@ TYPED_TEST(LatticeGenerateOver, StoredVectorsAreDiscardedAndStarsKept) {
   EXPECT_EQ(lattice.found.chosen.count(), 0);
   EXPECT_FALSE(lattice.found.bestVector.isSet());
   EXPECT_EQ(lattice.found.solutions.dimension(), 0);
-  EXPECT_EQ(lattice.stars.dimension(), 1);
+  EXPECT_EQ(lattice.file.stars.dimension(), 1);
 }
 
 TYPED_TEST(LatticeGenerateOver, FreeVariablesHaveNoBox) {
@@ -240,12 +240,12 @@ constexpr const char* long1 =
 
 TEST(LatticeGenerate, LargeRangesAskForExactArithmetic) {
   Lattice<long double, long double> lattice;
-  lattice.optOriginal = test::problemFrom<long double>(primes);
+  lattice.setProblem(test::problemFrom<long double>(primes));
   lattice.normalise(true, false);
   EXPECT_EQ(messageOf<PrecisionException>([&] { lattice.generateLattice(LatticeKind::full); }),
             "R overflow");
   Lattice<QQ, long double> exact;
-  exact.optOriginal = test::problemFrom(primes);
+  exact.setProblem(test::problemFrom(primes));
   exact.normalise(true, false);
   exact.generateLattice(LatticeKind::full);
   EXPECT_EQ(exact.frame.rangeMultiple, q("999962000357"));
@@ -253,12 +253,12 @@ TEST(LatticeGenerate, LargeRangesAskForExactArithmetic) {
 
 TEST(LatticeGenerate, LargeEntriesAskForExactArithmetic) {
   Lattice<long double, long double> lattice;
-  lattice.optOriginal = test::problemFrom<long double>(long1);
+  lattice.setProblem(test::problemFrom<long double>(long1));
   lattice.normalise(true, false);
   EXPECT_EQ(messageOf<PrecisionException>([&] { lattice.generateLattice(LatticeKind::full); }),
             "B_save overflow2");
   Lattice<QQ, long double> exact;
-  exact.optOriginal = test::problemFrom(long1);
+  exact.setProblem(test::problemFrom(long1));
   exact.normalise(true, false);
   exact.generateLattice(LatticeKind::full);
   EXPECT_EQ(exact.basis.B_save[2][1], q("2000000000"));
@@ -367,13 +367,13 @@ TYPED_TEST(LatticeGenerateOver, EquationsWithoutAnIntegerSolutionAreFatal) {
 TYPED_TEST(LatticeGenerateOver, StarsSurviveAndProveThatTheEquationsAreSolvable) {
   this->normalise(three);
   auto& lattice = this->live;
-  lattice.stars.resize(1, false);
-  lattice.stars[1] = Star<TypeParam>{TypeParam(2), TypeParam(5), TypeParam(0)};
+  lattice.file.stars.resize(1, false);
+  lattice.file.stars[1] = Star<TypeParam>{TypeParam(2), TypeParam(5), TypeParam(0)};
   lattice.params.verb = 2;
   const std::string text = this->consoleOf([&] { lattice.prepareLattice(); });
   EXPECT_EQ(text.find("Extracting"), std::string::npos) << text;
-  ASSERT_EQ(lattice.stars.dimension(), 1);
-  EXPECT_EQ(textOf(lattice.stars[1]), "[ 2 5 0 ]");
+  ASSERT_EQ(lattice.file.stars.dimension(), 1);
+  EXPECT_EQ(textOf(lattice.file.stars[1]), "[ 2 5 0 ]");
 }
 
 // The reduction of the equations meets an integer solution of them, in the box or not.
@@ -384,7 +384,7 @@ TYPED_TEST(LatticeGenerateOver, BestVectorAloneProvesThatTheEquationsAreSolvable
   const std::string text = this->consoleOf([&] { lattice.prepareLattice(); });
   EXPECT_TRUE(lattice.found.bestVector.isSet() || lattice.found.solutions.isSet());
   EXPECT_EQ(text.find("Extracting"), std::string::npos) << text;
-  EXPECT_EQ(lattice.stars.dimension(), 0);
+  EXPECT_EQ(lattice.file.stars.dimension(), 0);
 }
 
 TYPED_TEST(LatticeGenerateOver, PreparationTellsCountsAndSteps) {

@@ -23,7 +23,7 @@ class NormalFormOver : public test::FreshConsole {
  protected:
   /// Normalises the problem as a first call does; what the console shows of it.
   std::string normalise(const std::string& problem) {
-    lattice.optOriginal = problemFrom<T>(problem);
+    lattice.setProblem(problemFrom<T>(problem));
     return normaliseAgain(true, false);
   }
   std::string normaliseAgain(bool generate, bool force) {
@@ -68,18 +68,20 @@ TYPED_TEST(NormalFormOver, AllStepsWorkTogether) {
 
 TYPED_TEST(NormalFormOver, ProblemAsReadStaysWhatStarsAreCheckedAgainst) {
   this->normalise(mixed);
-  const Vanu<TypeParam>& asRead = this->lattice.problemAsRead();
+  const Vanu<TypeParam>& asRead = this->lattice.file.problem();
   EXPECT_EQ(rowsText(asRead.At), "[ 0 0 1 0 ] [ 1 0 0 0 ]");
   EXPECT_EQ(textOf(asRead.dt), "[ 4 inf ]");
   EXPECT_EQ(asRead.Au.rowCount(), 2);
   EXPECT_FALSE(asRead.lifted);
-  this->lattice.stars.resize(2, false);
-  this->lattice.stars[1] = Star<TypeParam>{TypeParam(1), TypeParam(0), TypeParam(6), TypeParam(3)};
-  this->lattice.stars[2] = Star<TypeParam>{TypeParam(2), TypeParam(1), TypeParam(4), TypeParam(3)};
+  this->lattice.file.stars.resize(2, false);
+  this->lattice.file.stars[1] =
+      Star<TypeParam>{TypeParam(1), TypeParam(0), TypeParam(6), TypeParam(3)};
+  this->lattice.file.stars[2] =
+      Star<TypeParam>{TypeParam(2), TypeParam(1), TypeParam(4), TypeParam(3)};
   EXPECT_FALSE(this->lattice.checkStars());
-  ASSERT_EQ(this->lattice.stars.dimension(), 1);
-  EXPECT_EQ(this->lattice.stars[1][1], TypeParam(2));
-  EXPECT_EQ(textOf(this->lattice.stars[1].targetValues), "[ 4 2 ]");
+  ASSERT_EQ(this->lattice.file.stars.dimension(), 1);
+  EXPECT_EQ(this->lattice.file.stars[1][1], TypeParam(2));
+  EXPECT_EQ(textOf(this->lattice.file.stars[1].targetValues), "[ 4 2 ]");
 }
 
 TYPED_TEST(NormalFormOver, LiftingHappensOnce) {
@@ -95,7 +97,7 @@ TYPED_TEST(NormalFormOver, LiftingHappensOnce) {
 }
 
 TYPED_TEST(NormalFormOver, FirstCallLiftsWithoutBeingAskedToGenerate) {
-  this->lattice.optOriginal = problemFrom<TypeParam>(mixed);
+  this->lattice.setProblem(problemFrom<TypeParam>(mixed));
   this->normaliseAgain(false, false);
   EXPECT_EQ(this->lattice.slackCount, 1);
   EXPECT_EQ(this->lattice.deviationCount, 2);
@@ -117,7 +119,7 @@ TYPED_TEST(NormalFormOver, TargetRangeIsLookedForOnlyWhenGenerating) {
   // 5 to 9 halves, less the one half at the lower bound.
   EXPECT_EQ(this->lattice.ltu, TypeParam(4));
   EXPECT_EQ(this->lattice.rtu, TypeParam(8));
-  this->lattice.optOriginal = problemFrom<TypeParam>(problem);
+  this->lattice.setProblem(problemFrom<TypeParam>(problem));
   this->normaliseAgain(false, false);
   EXPECT_FALSE(this->lattice.atuValid);
 }
@@ -228,9 +230,9 @@ TYPED_TEST(NormalFormOver, AssignmentTakesTheNormalFormAlong) {
   copy.assignFrom(this->lattice, false);
   EXPECT_EQ(textOf(copy.slackUnit), "[ 1 1 1 10 1 1 ]");
   EXPECT_EQ(textOf(copy.shift), "[ 1 -20 0 0 0 0 ]");
-  EXPECT_EQ(rowsText(copy.problemAsRead().At), "[ 0 0 1 0 ] [ 1 0 0 0 ]");
-  copy.releaseFiles();
-  EXPECT_EQ(copy.problemAsRead().At.rowCount(), 0);
+  EXPECT_EQ(rowsText(copy.file.problem().At), "[ 0 0 1 0 ] [ 1 0 0 0 ]");
+  copy.release();
+  EXPECT_EQ(copy.file.problem().At.rowCount(), 0);
 }
 
 // x is a constant between two steps, y has none of its own.
@@ -243,15 +245,26 @@ TYPED_TEST(NormalFormOver, ConstantOffTheGridKeepsItsValue) {
   EXPECT_EQ(textOf(this->lattice.bg), "[ 2 ]");
 }
 
+TEST(NormalForm, BoundsAreTightenedBeforeTheProblemIsLifted) {
+  Lattice<QQ, long double> lattice;
+  lattice.setProblem(problemFrom("[ ] [ ] [ ] [ ] [ ] [ [ 1 ] ] [ 2 ] [ 3 ] [ 0 ] [ 0 ] [ 100 ]"));
+  lattice.tightenBounds();
+  lattice.normalise(true, false);
+  EXPECT_EQ(lattice.rx[1], QQ(1));
+  // Stars are judged by what was read.
+  EXPECT_EQ(lattice.file.problem().rx[1], QQ(100));
+  EXPECT_FAILS_WITH(lattice.tightenBounds(), "tightenBounds: the problem is normalised");
+}
+
 TEST(NormalForm, StepThatThrowsLeavesTheProblemAsRead) {
   Lattice<long double, long double> lattice;
-  lattice.optOriginal = problemFrom<long double>(
+  lattice.setProblem(problemFrom<long double>(
       "[ inf inf ] [ [ 600000000 ] [ 600000000 ] ] [ ] [ ] [ ] [ [ 1 ] ] [ 1 ] [ inf ] "
-      "[ 0 ] [ 0 ] [ 9 ]");
-  const std::string before = test::fieldsText(lattice.optOriginal);
+      "[ 0 ] [ 0 ] [ 9 ]"));
+  const std::string before = test::fieldsText(lattice.file.problem());
   EXPECT_THROW(lattice.normalise(true, false), PrecisionException);
-  EXPECT_EQ(test::fieldsText(lattice.optOriginal), before);
-  EXPECT_EQ(test::fieldsText(lattice.problemAsRead()), before);
+  EXPECT_FALSE(lattice.optOriginal.rx.isSet());
+  EXPECT_EQ(test::fieldsText(lattice.file.problem()), before);
 }
 
 }  // namespace

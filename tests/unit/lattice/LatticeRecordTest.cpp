@@ -30,14 +30,14 @@ class LatticeRecordOver : public testing::Test {
     lattice.found.bestVector = TimeVector<T>{T(1), T(2), T(3)};
     lattice.found.bestVector.time = 7;
     lattice.found.bestRecord.status = ScoreStatus::inhomogeneous;
-    lattice.found.bestTarget = TargetVector<T>{T(4), T(5), T(6)};
+    lattice.found.bestTarget = FiledSolution<T>{T(4), T(5), T(6)};
     lattice.found.bestTarget.time = 8;
     lattice.found.bestTarget.targetNorm = T(-3);
     lattice.found.solutions.resize(1, false);
-    lattice.found.solutions[1] = Star<T>{T(7), T(8), T(9)};
+    lattice.found.solutions[1] = FiledSolution<T>{T(7), T(8), T(9)};
     lattice.found.solutions[1].time = 9;
-    lattice.stars.resize(1, false);
-    lattice.stars[1] = Star<T>{T(5)};
+    lattice.file.stars.resize(1, false);
+    lattice.file.stars[1] = Star<T>{T(5)};
     HeuristicVector<T, long double> good;
     good.resize(3, false);
     good[1] = T(1);
@@ -57,7 +57,7 @@ TYPED_TEST(LatticeRecordOver, WithoutABasisIsEmpty) {
   ASSERT_EQ(lattice.basis.TT.dimension(), 1);
   EXPECT_EQ(lattice.basis.TT[1].rowCount(), 0);
   EXPECT_EQ(lattice.basis.B().rowCount(), 0);
-  EXPECT_EQ(lattice.stars.dimension(), 0);
+  EXPECT_EQ(lattice.file.stars.dimension(), 0);
   EXPECT_TRUE(lattice.latFile.empty());
 }
 
@@ -127,7 +127,7 @@ TYPED_TEST(LatticeRecordOver, ResetForgetsTheSearch) {
   lattice.run.deepInsertions = 9;
   lattice.run.lastPass = {9, 8, 7};
   lattice.run.restarts = 9;
-  lattice.optAsRead.dt = Vector<TypeParam>{TypeParam(3)};
+  lattice.file.editProblem().dt = Vector<TypeParam>{TypeParam(3)};
   lattice.run.runVariables[MainMutexVariable::counter5].set("3");
   lattice.run.runVariables[MainMutexVariable::counter6].set("4");
   lattice.run.runVariables[MainMutexVariable::counter7].set("5");
@@ -155,7 +155,7 @@ TYPED_TEST(LatticeRecordOver, ResetForgetsTheSearch) {
   EXPECT_EQ(lattice.found.bestTarget.time, unknownTime);
   // What outlasts a lattice.
   EXPECT_EQ(lattice.run.restarts, 9);
-  EXPECT_EQ(lattice.optAsRead.dt.dimension(), 1);
+  EXPECT_EQ(lattice.file.problem().dt.dimension(), 1);
   EXPECT_EQ(lattice.run.runVariables[MainMutexVariable::counter5].get(), "0");
   EXPECT_EQ(lattice.run.runVariables[MainMutexVariable::counter6].get(), "0");
   EXPECT_EQ(lattice.run.runVariables[MainMutexVariable::counter7].get(), "0");
@@ -206,7 +206,7 @@ TYPED_TEST(LatticeRecordOver, ResetKeepsProblemParametersAndStars) {
   lattice.params.beta = 33;
   lattice.homValue = TypeParam(5);
   lattice.reset(nullptr, false);
-  EXPECT_EQ(lattice.stars.dimension(), 1);
+  EXPECT_EQ(lattice.file.stars.dimension(), 1);
   EXPECT_EQ(lattice.optFile, "a.opt");
   EXPECT_EQ(lattice.optOriginal.dt.dimension(), 1);
   EXPECT_EQ(lattice.params.beta.get(), 33);
@@ -331,7 +331,7 @@ TYPED_TEST(LatticeRecordOver, DiscardingTakesVectorsButNoStars) {
   EXPECT_EQ(lattice.found.bestTarget.dimension(), 0);
   EXPECT_TRUE(NumberTraits<TypeParam>::isInfinite(lattice.found.bestTarget.targetNorm));
   EXPECT_EQ(lattice.found.solutions.dimension(), 0);
-  EXPECT_EQ(lattice.stars.dimension(), 1);
+  EXPECT_EQ(lattice.file.stars.dimension(), 1);
 }
 
 TYPED_TEST(LatticeRecordOver, StoredVectorsTakeTheNewLength) {
@@ -348,7 +348,7 @@ TYPED_TEST(LatticeRecordOver, StoredVectorsTakeTheNewLength) {
   EXPECT_EQ(lattice.found.solutions[1].time, 9);
   EXPECT_EQ(lattice.found.collected.first()->dimension(), 4);
   EXPECT_EQ(lattice.found.chosen.first()->dimension(), 4);
-  EXPECT_EQ(lattice.stars[1].dimension(), 1);
+  EXPECT_EQ(lattice.file.stars[1].dimension(), 1);
 }
 
 TYPED_TEST(LatticeRecordOver, NoVectorIsMadeWhereThereIsNone) {

@@ -37,7 +37,7 @@ class LatticeRestartOver : public test::LatticeOfProblem<T> {
     lattice.params.variate = false;
     lattice.params.stopping = true;
     lattice.run.terminationSwitch = true;
-    lattice.solFile = lattice.optOriginal.solFile = scratch.file("p.sol");
+    lattice.file.setPaths({"", scratch.file("p.sol"), ""});
     lattice.latFile = scratch.file("p.lat");
   }
 
@@ -125,8 +125,8 @@ TYPED_TEST(LatticeRestartOver, RestartKeepsSolutionsStarsAndSettings) {
   auto& lattice = this->live;
   const std::string before = rowsText(lattice.basis.B());
   test::setRow(lattice, 1, Vector<TypeParam>(lattice.basis.m));
-  lattice.stars.resize(1, false);
-  lattice.stars[1] = Star<TypeParam>{9, 4, 0};
+  lattice.file.stars.resize(1, false);
+  lattice.file.stars[1] = Star<TypeParam>{9, 4, 0};
   this->restart();
   EXPECT_EQ(rowsText(lattice.basis.B()), before);
   EXPECT_EQ(lattice.frame.latticeKind, LatticeKind::full);
@@ -134,8 +134,8 @@ TYPED_TEST(LatticeRestartOver, RestartKeepsSolutionsStarsAndSettings) {
   EXPECT_THAT(found, testing::IsSupersetOf({"[ 1 0 4 ] @4", "[ 2 5 0 ] @5"}));
   EXPECT_EQ(lattice.found.bestTarget.targetNorm, TypeParam(0));
   EXPECT_EQ(lattice.found.bestTarget.time, 5);
-  ASSERT_EQ(lattice.stars.dimension(), 1);
-  EXPECT_EQ(textOf(lattice.stars[1].x()), "[ 9 4 0 ]");
+  ASSERT_EQ(lattice.file.stars.dimension(), 1);
+  EXPECT_EQ(textOf(lattice.file.stars[1].x()), "[ 9 4 0 ]");
   EXPECT_TRUE(lattice.run.terminationSwitch);
   EXPECT_FALSE(lattice.run.outputSwitch);
   EXPECT_EQ(lattice.latFile, this->scratch.file("p.lat"));
@@ -147,11 +147,11 @@ using LatticeRestart = LatticeRestartOver<long double>;
 TEST_F(LatticeRestart, NothingIsLostWhereTheLatticeCanNotBeMade) {
   this->findSolutions();
   live.run.outputSwitch = true;
-  live.stars.resize(1, false);
+  live.file.stars.resize(1, false);
   // Two primes.
   live.optOriginal.rx = Vector<long double>{999983, 999979, 9};
   EXPECT_EQ(messageOf<PrecisionException>([this] { live.regenerateLattice(); }), "R overflow");
-  EXPECT_EQ(live.stars.dimension(), 1);
+  EXPECT_EQ(live.file.stars.dimension(), 1);
   EXPECT_THAT(solutionTexts(), testing::ElementsAre("[ 1 0 4 ] @4", "[ 2 5 0 ] @5"));
   EXPECT_TRUE(live.run.outputSwitch);
   EXPECT_TRUE(live.run.terminationSwitch);

@@ -102,7 +102,7 @@ PlainRecord rangedForm() {
 /// The normal form that the lattice comes to.
 PlainRecord latticeForm(const Problem& problem) {
   Lattice<QQ, long double> lattice;
-  lattice.optOriginal = test::SmallProblem{problem, true}.record();
+  lattice.setProblem(test::SmallProblem{problem, true}.record());
   lattice.normalise(true, false);
   return oracle::plainRecord(lattice);
 }

@@ -41,21 +41,21 @@ std::string lossOf(Step step) {
 
 TEST_P(NormaliseOverflow, IsNoticedInLongDouble) {
   Lattice<long double, long double> lattice;
-  lattice.optOriginal = problemFrom<long double>(GetParam().problem);
+  lattice.setProblem(problemFrom<long double>(GetParam().problem));
   EXPECT_EQ(lossOf([&lattice] { lattice.normalise(true, false); }), GetParam().message);
 }
 
 TEST_P(NormaliseOverflow, IsRepeatedOverRationals) {
   Lattice<QQ, long double> exact;
-  exact.optOriginal = problemFrom<QQ>(GetParam().problem);
+  exact.setProblem(problemFrom<QQ>(GetParam().problem));
   consoleOf([&exact] { exact.normalise(true, false); });
   YLattice<long double> lattice;
-  lattice.standard().optOriginal = problemFrom<long double>(GetParam().problem);
+  lattice.standard().setProblem(problemFrom<long double>(GetParam().problem));
   consoleOf([&lattice] { lattice.normalise(true, false); });
   lattice.withLive([&exact](const auto& live) {
     EXPECT_EQ(fieldsText(live), fieldsText(exact));
     EXPECT_EQ(fieldsText(live.optOriginal), fieldsText(exact.optOriginal));
-    EXPECT_EQ(fieldsText(live.problemAsRead()), fieldsText(exact.problemAsRead()));
+    EXPECT_EQ(fieldsText(live.file.problem()), fieldsText(exact.file.problem()));
   });
 }
 
@@ -178,13 +178,13 @@ constexpr const char* longGoal =
 
 TEST(NormaliseOverflowOfGoals, IsNoticedInLongDouble) {
   Lattice<long double, long double> lattice;
-  lattice.optOriginal = problemFrom<long double>(longGoal);
+  lattice.setProblem(problemFrom<long double>(longGoal));
   EXPECT_EQ(lossOf([&lattice] { MakeIntegerRows()(lattice); }), "dt iMFFT overflow");
 }
 
 TEST(NormaliseOverflowOfGoals, IsRepeatedOverRationals) {
   YLattice<long double> lattice;
-  lattice.standard().optOriginal = problemFrom<long double>(longGoal);
+  lattice.standard().setProblem(problemFrom<long double>(longGoal));
   lattice.runStep(MakeIntegerRows());
   lattice.withLive([](const auto& live) {
     EXPECT_EQ(test::textOf(live.dt), "[ 5e+09 ]");
@@ -199,10 +199,10 @@ class NormaliseExactly : public test::FreshConsole,
 
 TEST_P(NormaliseExactly, GivesTheNormalFormOfTheExactLattice) {
   Lattice<QQ, long double> exact;
-  exact.optOriginal = problemFrom<QQ>(GetParam());
+  exact.setProblem(problemFrom<QQ>(GetParam()));
   consoleOf([&exact] { exact.normalise(true, false); });
   YLattice<long double> lattice;
-  lattice.standard().optOriginal = problemFrom<long double>(GetParam());
+  lattice.standard().setProblem(problemFrom<long double>(GetParam()));
   consoleOf([&lattice] { lattice.normalise(true, false); });
   lattice.withLive([&exact](const auto& live) { EXPECT_EQ(fieldsText(live), fieldsText(exact)); });
 }

@@ -39,7 +39,7 @@ class ProblemMappingOver : public testing::Test {
   ~ProblemMappingOver() override { consoleState() = {}; }
 
   void prepare(const char* problem, LatticeStage stage) {
-    lattice.optOriginal = problemFrom<T>(problem);
+    lattice.setProblem(problemFrom<T>(problem));
     testing::internal::CaptureStdout();
     lattice.normalise(true, false);
     testing::internal::GetCapturedStdout();
@@ -244,7 +244,6 @@ TYPED_TEST(ProblemMappingOver, NegativeComesBackOnlyWhereItIsNormalised) {
 }
 
 TYPED_TEST(ProblemMappingOver, HomValueIsTheUnitOfTheFactor) {
-  this->lattice.optOriginal.homValue = TypeParam(50);
   this->prepare(mixed, LatticeStage::full);
   this->lattice.homValue = TypeParam(50);
   generateByHand(this->lattice, LatticeStage::full);

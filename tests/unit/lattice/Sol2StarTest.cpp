@@ -41,8 +41,8 @@ TYPED_TEST(Sol2StarOver, StarSpeaksOfTheProblemAsRead) {
   this->find(4, 2, 17);
   auto& lattice = this->live;
   lattice.sol2star();
-  ASSERT_EQ(lattice.stars.dimension(), 1);
-  const Star<TypeParam>& star = lattice.stars[1];
+  ASSERT_EQ(lattice.file.stars.dimension(), 1);
+  const Star<TypeParam>& star = lattice.file.stars[1];
   EXPECT_EQ(textOf(star.x()), "[ 4 2 3 ]");
   EXPECT_EQ(textOf(star.targetValues), "[ 6 10 ]");
   EXPECT_EQ(star.targetNorm, TypeParam(1 - 10));
@@ -54,14 +54,45 @@ TYPED_TEST(Sol2StarOver, StarSpeaksOfTheProblemAsRead) {
   EXPECT_TRUE(star.fresh);
 }
 
+TYPED_TEST(Sol2StarOver, OnlyWhatWasFiledSinceIsAskedFor) {
+  this->use(plain);
+  this->find(4, 2, 17);
+  const Index last = this->live.lastFiled;
+  EXPECT_FALSE(this->live.starsFiledAfter(last).isSet());
+  this->find(3, 2, 18);
+  EXPECT_EQ(this->live.starsFiledAfter(0).dimension(), 2);
+  const Array<Star<QQ>> stars = this->live.starsFiledAfter(last);
+  ASSERT_EQ(stars.dimension(), 1);
+  EXPECT_EQ(textOf(stars[1].x()), "[ 3 2 3 ]");
+  EXPECT_EQ(stars[1].time, 18);
+}
+
+TYPED_TEST(Sol2StarOver, BestTargetAndItsSolutionAreOneJudgement) {
+  this->use(aim);
+  this->find(4, 2, 17);
+  EXPECT_EQ(this->live.found.bestTarget.judged, this->live.found.solutions[1].judged);
+  EXPECT_EQ(this->live.lastFiled, 1);
+}
+
+TYPED_TEST(Sol2StarOver, NumberOfASolutionIsNotTakenBack) {
+  this->use(plain);
+  Lattice<TypeParam, long double> before;
+  before.assignFrom(this->live, false);
+  this->find(4, 2, 17);
+  this->live.assignFrom(before, false);
+  EXPECT_EQ(this->live.found.solutions.dimension(), 0);
+  this->find(3, 2, 18);
+  EXPECT_EQ(this->live.found.solutions[1].judged->number, 2);
+}
+
 TYPED_TEST(Sol2StarOver, WithoutTargetsThereAreNoValues) {
   this->use(plain);
   this->find(4, 2, 17);
   this->live.sol2star();
-  ASSERT_EQ(this->live.stars.dimension(), 1);
-  EXPECT_EQ(textOf(this->live.stars[1].x()), "[ 4 2 3 ]");
-  EXPECT_FALSE(this->live.stars[1].targetValues.isSet());
-  EXPECT_EQ(this->live.stars[1].targetNorm, TypeParam(0));
+  ASSERT_EQ(this->live.file.stars.dimension(), 1);
+  EXPECT_EQ(textOf(this->live.file.stars[1].x()), "[ 4 2 3 ]");
+  EXPECT_FALSE(this->live.file.stars[1].targetValues.isSet());
+  EXPECT_EQ(this->live.file.stars[1].targetNorm, TypeParam(0));
 }
 
 TYPED_TEST(Sol2StarOver, StarsAreSorted) {
@@ -69,15 +100,15 @@ TYPED_TEST(Sol2StarOver, StarsAreSorted) {
   this->find(2, 0, 1);
   this->find(5, 2, 2);
   auto& lattice = this->live;
-  lattice.stars.resize(1, false);
-  lattice.stars[1] = Star<TypeParam>{3, 4, 3};
-  lattice.stars[1].targetValues = Vector<TypeParam>{7, 10};
-  lattice.stars[1].targetNorm = TypeParam(-10);
+  lattice.file.stars.resize(1, false);
+  lattice.file.stars[1] = Star<TypeParam>{3, 4, 3};
+  lattice.file.stars[1].targetValues = Vector<TypeParam>{7, 10};
+  lattice.file.stars[1].targetNorm = TypeParam(-10);
   lattice.sol2star();
-  ASSERT_EQ(lattice.stars.dimension(), 3);
-  EXPECT_EQ(textOf(lattice.stars[1].x()), "[ 5 2 3 ]");
-  EXPECT_EQ(textOf(lattice.stars[2].x()), "[ 3 4 3 ]");
-  EXPECT_EQ(textOf(lattice.stars[3].x()), "[ 2 0 3 ]");
+  ASSERT_EQ(lattice.file.stars.dimension(), 3);
+  EXPECT_EQ(textOf(lattice.file.stars[1].x()), "[ 5 2 3 ]");
+  EXPECT_EQ(textOf(lattice.file.stars[2].x()), "[ 3 4 3 ]");
+  EXPECT_EQ(textOf(lattice.file.stars[3].x()), "[ 2 0 3 ]");
 }
 
 TYPED_TEST(Sol2StarOver, StarIsMadeOnce) {
@@ -85,7 +116,7 @@ TYPED_TEST(Sol2StarOver, StarIsMadeOnce) {
   this->find(4, 2, 17);
   this->live.sol2star();
   this->live.sol2star();
-  EXPECT_EQ(this->live.stars.dimension(), 1);
+  EXPECT_EQ(this->live.file.stars.dimension(), 1);
 }
 
 TYPED_TEST(Sol2StarOver, BenchmarksKeepStarsOfOtherParameters) {
@@ -96,10 +127,10 @@ TYPED_TEST(Sol2StarOver, BenchmarksKeepStarsOfOtherParameters) {
   lattice.sol2star();
   lattice.params.beta = 33;
   lattice.sol2star();
-  EXPECT_EQ(lattice.stars.dimension(), 2);
+  EXPECT_EQ(lattice.file.stars.dimension(), 2);
   lattice.params.bench = 0.0F;
   lattice.sol2star();
-  EXPECT_EQ(lattice.stars.dimension(), 1);
+  EXPECT_EQ(lattice.file.stars.dimension(), 1);
 }
 
 TYPED_TEST(Sol2StarOver, BestTargetIsAStarToo) {
@@ -107,25 +138,25 @@ TYPED_TEST(Sol2StarOver, BestTargetIsAStarToo) {
   this->find(4, 2, 17);
   this->live.found.solutions.clear();
   this->live.sol2star();
-  ASSERT_EQ(this->live.stars.dimension(), 1);
-  EXPECT_EQ(this->live.stars[1].time, 17);
+  ASSERT_EQ(this->live.file.stars.dimension(), 1);
+  EXPECT_EQ(this->live.file.stars[1].time, 17);
 }
 
 TYPED_TEST(Sol2StarOver, WithoutSolutionsStarsStayAsTheyAre) {
   this->use(aim);
   auto& lattice = this->live;
-  lattice.stars.resize(2, false);
-  lattice.stars[1] = Star<TypeParam>{3, 4, 3};
-  lattice.stars[2] = Star<TypeParam>{3, 4, 3};
+  lattice.file.stars.resize(2, false);
+  lattice.file.stars[1] = Star<TypeParam>{3, 4, 3};
+  lattice.file.stars[2] = Star<TypeParam>{3, 4, 3};
   lattice.sol2star();
-  EXPECT_EQ(lattice.stars.dimension(), 2);
+  EXPECT_EQ(lattice.file.stars.dimension(), 2);
 }
 
-TYPED_TEST(Sol2StarOver, VectorThatIsNoPointIsFatal) {
+TYPED_TEST(Sol2StarOver, VectorThatWasNotFiledIsFatal) {
   this->use(aim);
   this->find(4, 2, 17);
   auto& lattice = this->live;
-  lattice.found.solutions[1][lattice.basis.m] = TypeParam(2);
+  lattice.found.solutions[1].judged.reset();
   lattice.found.bestTarget.clear();
   EXPECT_FAILS_WITH(lattice.sol2star(), "sol2star: lat2opt can not compute x_opt");
 }

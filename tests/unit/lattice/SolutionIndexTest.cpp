@@ -1,5 +1,5 @@
 // Solutions found again by their coordinates, in an array and in a lattice.
-#include "lattice/state/SolutionIndex.h"
+#include "lattice/SolutionIndex.h"
 
 #include <gtest/gtest.h>
 
@@ -14,12 +14,12 @@ class SolutionIndexOver : public testing::Test {
  protected:
   bool contains(const Vector<T>& vector) { return index.contains(solutions, vector); }
   void file(const Vector<T>& vector) {
-    Star<T> star;
-    static_cast<Vector<T>&>(star) = vector;
-    append(solutions, std::move(star));
+    FiledSolution<T> solution;
+    static_cast<Vector<T>&>(solution) = vector;
+    append(solutions, std::move(solution));
   }
 
-  Array<Star<T>> solutions;
+  Array<FiledSolution<T>> solutions;
   SolutionIndex<T> index;
 };
 TYPED_TEST_SUITE(SolutionIndexOver, test::LatticeNumbers);
@@ -138,7 +138,7 @@ TYPED_TEST(SolutionsOfLatticeOver, OnesOfAnotherLengthAreKnownAgain) {
   this->check(1, 4);
   EXPECT_EQ(this->check(1, 4), 0U);
   lattice.resize(lattice.basis.n, lattice.basis.m + 1, false);
-  const Vector<TypeParam> longer(lattice.found.solutions[1].x());
+  const Vector<TypeParam> longer(lattice.found.solutions[1]);
   EXPECT_EQ(longer.dimension(), lattice.basis.m);
   EXPECT_TRUE(lattice.found.solutionIndex.contains(lattice.found.solutions, longer));
 }

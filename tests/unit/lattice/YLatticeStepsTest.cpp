@@ -21,7 +21,7 @@ class StepsOfYLattice : public test::FreshConsole {
     test::allowChecks(lattice.standard());
   }
   void prepare(std::string_view problem) {
-    lattice.standard().optOriginal = test::problemFrom<long double>(problem);
+    lattice.standard().setProblem(test::problemFrom<long double>(problem));
     lattice.normalise(true, false);
     lattice.prepareLattice();
   }
@@ -98,7 +98,7 @@ TEST_F(StepsOfYLattice, SolutionsAreStarsWhicheverLatticeIsLive) {
   };
   file(lattice.standard());
   const auto expectStar = [this] {
-    const Array<Star<QQ>> stars = lattice.solutionStars();
+    const Array<Star<QQ>> stars = lattice.starsFiledAfter(0);
     ASSERT_EQ(stars.dimension(), lattice.solutionCount());
     const bool isThere = std::any_of(stars.begin(), stars.end(), [](const Star<QQ>& star) {
       return test::textOf(star.x()) == "[ 1 4 ]" && star.time == 7;

@@ -3,7 +3,6 @@
 #include <chrono>
 #include <ctime>
 #include <stdexcept>
-#include <typeinfo>
 
 #include "support/fixtures/ExpectFails.h"
 #include "support/fixtures/Problem.h"
@@ -19,9 +18,9 @@ using Exact = Lattice<QQ, long double>;
 
 template <class T>
 void addStar(Lattice<T, long double>& lattice, const T& component) {
-  const Index last = lattice.stars.dimension() + 1;
-  lattice.stars.resize(last, false);
-  lattice.stars[last] = Star<T>{component};
+  const Index last = lattice.file.stars.dimension() + 1;
+  lattice.file.stars.resize(last, false);
+  lattice.file.stars[last] = Star<T>{component};
 }
 
 /// Adds a star, opens a block on the console and loses precision, but not over
@@ -34,7 +33,7 @@ struct LosingStep {
   }
   Index operator()(Exact& lattice) const {
     addStar(lattice, exactStar);
-    return lattice.stars.dimension();
+    return lattice.file.stars.dimension();
   }
   QQ exactStar = QQ(5);
 };
@@ -50,6 +49,8 @@ class YLatticeTest : public testing::Test {
   }
 
   YLattice<long double> lattice;
+  /// Either form to be looked at.
+  const YLattice<long double>& seen = lattice;
 };
 
 TEST_F(YLatticeTest, StartsInStandardPrecision) {
@@ -60,21 +61,21 @@ TEST_F(YLatticeTest, ExtendedPrecisionTakesTheStateAlong) {
   addStar(lattice.standard(), 0.1L);
   lattice.useExtendedPrecision();
   EXPECT_TRUE(lattice.usesExact());
-  ASSERT_EQ(lattice.exact().stars.dimension(), 1);
-  EXPECT_EQ(lattice.exact().stars[1][1], q("1/10"));
+  ASSERT_EQ(lattice.exact().file.stars.dimension(), 1);
+  EXPECT_EQ(lattice.exact().file.stars[1][1], q("1/10"));
 }
 
 TEST_F(YLatticeTest, LatticeThatIsNotLiveHoldsNoStarsAndNoProblem) {
-  lattice.standard().optOriginal.dt = Vector<long double>{1};
+  lattice.standard().file.editProblem().dt = Vector<long double>{1};
   addStar(lattice.standard(), 0.1L);
   lattice.useExtendedPrecision();
-  EXPECT_EQ(lattice.standard().stars.capacity(), 0);
-  EXPECT_EQ(lattice.standard().optOriginal.dt.capacity(), 0);
-  EXPECT_EQ(lattice.exact().optOriginal.dt.dimension(), 1);
+  EXPECT_EQ(seen.standard().file.stars.capacity(), 0);
+  EXPECT_EQ(seen.standard().file.problem().dt.capacity(), 0);
+  EXPECT_EQ(seen.exact().file.problem().dt.dimension(), 1);
   lattice.useStandardPrecision();
-  EXPECT_EQ(lattice.exact().stars.capacity(), 0);
-  EXPECT_EQ(lattice.exact().optOriginal.dt.capacity(), 0);
-  EXPECT_EQ(lattice.standard().optOriginal.dt.dimension(), 1);
+  EXPECT_EQ(seen.exact().file.stars.capacity(), 0);
+  EXPECT_EQ(seen.exact().file.problem().dt.capacity(), 0);
+  EXPECT_EQ(seen.standard().file.problem().dt.dimension(), 1);
 }
 
 TEST_F(YLatticeTest, ConversionThatFailsLeavesNothingBehind) {
@@ -83,15 +84,15 @@ TEST_F(YLatticeTest, ConversionThatFailsLeavesNothingBehind) {
   addStar(lattice.exact(), q("1/3"));
   lattice.tryStandardPrecision();
   EXPECT_TRUE(lattice.usesExact());
-  EXPECT_EQ(lattice.exact().stars.dimension(), 2);
-  EXPECT_EQ(lattice.standard().stars.capacity(), 0);
+  EXPECT_EQ(seen.exact().file.stars.dimension(), 2);
+  EXPECT_EQ(seen.standard().file.stars.capacity(), 0);
 }
 
 TEST_F(YLatticeTest, ExtendedPrecisionTwiceConvertsOnce) {
   lattice.useExtendedPrecision();
   addStar(lattice.exact(), q("1/3"));
   lattice.useExtendedPrecision();
-  EXPECT_EQ(lattice.exact().stars.dimension(), 1);
+  EXPECT_EQ(lattice.exact().file.stars.dimension(), 1);
 }
 
 TEST_F(YLatticeTest, StandardPrecisionTakesTheStateBack) {
@@ -99,14 +100,14 @@ TEST_F(YLatticeTest, StandardPrecisionTakesTheStateBack) {
   addStar(lattice.exact(), q("1/10"));
   lattice.useStandardPrecision();
   EXPECT_FALSE(lattice.usesExact());
-  ASSERT_EQ(lattice.standard().stars.dimension(), 1);
-  EXPECT_EQ(lattice.standard().stars[1][1], 0.1L);
+  ASSERT_EQ(lattice.standard().file.stars.dimension(), 1);
+  EXPECT_EQ(lattice.standard().file.stars[1][1], 0.1L);
 }
 
 TEST_F(YLatticeTest, StandardPrecisionTwiceConvertsOnce) {
   addStar(lattice.standard(), 0.1L);
   lattice.useStandardPrecision();
-  EXPECT_EQ(lattice.standard().stars.dimension(), 1);
+  EXPECT_EQ(lattice.standard().file.stars.dimension(), 1);
 }
 
 TEST_F(YLatticeTest, WayBackThatLosesDigitsThrowsAndStaysExact) {
@@ -119,7 +120,7 @@ TEST_F(YLatticeTest, TryingTheWayBackIsSilent) {
   makeExactOnly();
   lattice.tryStandardPrecision();
   EXPECT_TRUE(lattice.usesExact());
-  lattice.exact().stars[1][1] = q("1/4");
+  lattice.exact().file.stars[1][1] = q("1/4");
   lattice.tryStandardPrecision();
   EXPECT_FALSE(lattice.usesExact());
 }
@@ -128,12 +129,12 @@ TEST_F(YLatticeTest, StepRunsOnTheStandardLattice) {
   const Index count = lattice.runStep([](auto& live) {
     static_assert(std::is_same_v<decltype(live), Standard&> ||
                   std::is_same_v<decltype(live), Exact&>);
-    live.stars.resize(3, false);
-    return live.stars.dimension();
+    live.file.stars.resize(3, false);
+    return live.file.stars.dimension();
   });
   EXPECT_EQ(count, 3);
-  EXPECT_EQ(lattice.standard().stars.dimension(), 3);
-  EXPECT_EQ(lattice.exact().stars.dimension(), 0);
+  EXPECT_EQ(lattice.standard().file.stars.dimension(), 3);
+  EXPECT_EQ(seen.exact().file.stars.dimension(), 0);
 }
 
 TEST_F(YLatticeTest, StepWithoutResultRuns) {
@@ -145,68 +146,52 @@ TEST_F(YLatticeTest, LostPrecisionRepeatsTheStepOnTheRestoredState) {
   addStar(lattice.standard(), 0.1L);
   EXPECT_EQ(lattice.runStep(LosingStep<PrecisionException>()), 2);
   EXPECT_FALSE(lattice.usesExact());
-  ASSERT_EQ(lattice.standard().stars.dimension(), 2);
-  EXPECT_EQ(lattice.standard().stars[1][1], 0.1L);
-  EXPECT_EQ(lattice.standard().stars[2][1], 5.0L);
+  ASSERT_EQ(lattice.standard().file.stars.dimension(), 2);
+  EXPECT_EQ(lattice.standard().file.stars[1][1], 0.1L);
+  EXPECT_EQ(lattice.standard().file.stars[2][1], 5.0L);
 }
 
 TEST_F(YLatticeTest, DerivedLossesOfPrecisionRepeatTheStepToo) {
   EXPECT_EQ(lattice.runStep(LosingStep<PreCommaPrecisionException>()), 1);
   EXPECT_EQ(lattice.runStep(LosingStep<PostCommaPrecisionException>()), 2);
   EXPECT_EQ(lattice.runStep(LosingStep<FatalPrecisionException>()), 3);
+  EXPECT_EQ(lattice.runStep(LosingStep<DecimalPrecisionException>()), 4);
 }
 
 TEST_F(YLatticeTest, ResultThatOnlyFitsTheExactLatticeStaysThere) {
   EXPECT_EQ(lattice.runStep(LosingStep<PrecisionException>{q("1/3")}), 1);
   EXPECT_TRUE(lattice.usesExact());
-  EXPECT_EQ(lattice.exact().stars[1][1], q("1/3"));
+  EXPECT_EQ(lattice.exact().file.stars[1][1], q("1/3"));
 }
 
 TEST_F(YLatticeTest, NextStepRunsOnTheExactLatticeWhereItStayed) {
   makeExactOnly();
   lattice.runStep(LosingStep<PrecisionException>());
   EXPECT_TRUE(lattice.usesExact());
-  EXPECT_EQ(lattice.exact().stars.dimension(), 2);
+  EXPECT_EQ(lattice.exact().file.stars.dimension(), 2);
 }
 
 TEST_F(YLatticeTest, StepOnTheExactLatticeTriesTheWayBack) {
   makeExactOnly();
-  lattice.runStep([](auto& live) { live.stars.resize(0, false); });
+  lattice.runStep([](auto& live) { live.file.stars.resize(0, false); });
   EXPECT_FALSE(lattice.usesExact());
 }
 
 TEST_F(YLatticeTest, StepThatPromisesToLeaveTheStateNeedsNoSnapshot) {
   const auto step = [](auto& live) -> Index {
     if constexpr (std::is_same_v<decltype(live), Standard&>) throw PrecisionException("lost");
-    return live.stars.dimension();
+    return live.file.stars.dimension();
   };
   addStar(lattice.standard(), 0.1L);
   EXPECT_EQ(lattice.runStep(step, OnFailure::unchanged), 1);
-  EXPECT_EQ(lattice.standard().stars[1][1], 0.1L);
-}
-
-TEST_F(YLatticeTest, DecimalLossLeavesAsAPlainOne) {
-  try {
-    lattice.runStep(LosingStep<DecimalPrecisionException>());
-    FAIL() << "no exception";
-  } catch (const PrecisionException& exception) {
-    EXPECT_EQ(typeid(exception), typeid(PrecisionException));
-    EXPECT_EQ(exception.message(), "lost");
-  }
-}
-
-TEST_F(YLatticeTest, DecimalLossLeavesTheStateOfTheFailedStep) {
-  EXPECT_THROW(lattice.runStep(LosingStep<DecimalPrecisionException>()), PrecisionException);
-  EXPECT_FALSE(lattice.usesExact());
-  ASSERT_EQ(lattice.standard().stars.dimension(), 1);
-  EXPECT_EQ(lattice.standard().stars[1][1], 99.0L);
+  EXPECT_EQ(lattice.standard().file.stars[1][1], 0.1L);
 }
 
 TEST_F(YLatticeTest, OtherExceptionsPass) {
   EXPECT_THROW(lattice.runStep(LosingStep<RestartException>()), RestartException);
   EXPECT_THROW(lattice.runStep(LosingStep<std::runtime_error>()), std::runtime_error);
   EXPECT_FALSE(lattice.usesExact());
-  EXPECT_EQ(lattice.standard().stars.dimension(), 2);
+  EXPECT_EQ(lattice.standard().file.stars.dimension(), 2);
 }
 
 TEST_F(YLatticeTest, LossInTheRepeatedStepPasses) {
@@ -278,8 +263,8 @@ TEST_F(YLatticeTest, SearchGoesOnInEitherLattice) {
   expectSearch(lattice.standard());
   EXPECT_TRUE(lattice.stopped());
   lattice.endSearch();
-  EXPECT_EQ(lattice.standard().run.observer, nullptr);
-  EXPECT_EQ(lattice.exact().run.observer, nullptr);
+  EXPECT_EQ(seen.standard().run.observer, nullptr);
+  EXPECT_EQ(seen.exact().run.observer, nullptr);
 }
 
 /// Loses precision, and over rationals starts the lattice anew with a star.
@@ -295,20 +280,25 @@ TEST_F(YLatticeTest, RestartBehindAFailoverLeavesAUsableLattice) {
   addStar(lattice.standard(), 0.1L);
   EXPECT_THROW(lattice.runStep(RestartingStep()), RestartException);
   EXPECT_TRUE(lattice.usesExact());
-  ASSERT_EQ(lattice.exact().stars.dimension(), 2);
+  ASSERT_EQ(lattice.exact().file.stars.dimension(), 2);
   // The next step has the new lattice, and ends where its numbers fit.
-  EXPECT_EQ(lattice.runStep([](auto& live) { return live.stars.dimension(); }), 2);
+  EXPECT_EQ(lattice.runStep([](auto& live) { return live.file.stars.dimension(); }), 2);
   EXPECT_FALSE(lattice.usesExact());
-  ASSERT_EQ(lattice.standard().stars.dimension(), 2);
-  EXPECT_EQ(lattice.standard().stars[2][1], 5.0L);
+  ASSERT_EQ(lattice.standard().file.stars.dimension(), 2);
+  EXPECT_EQ(lattice.standard().file.stars[2][1], 5.0L);
 }
 
 /// What the wrapper writes to the console at a level of `verb`.
 class ReportsOfYLattice : public YLatticeTest {
  protected:
+  /// In both forms.
   void setVerb(long level) {
     lattice.standard().params.verb = level;
-    lattice.exact().params.verb = level;
+    outputOf([this] {
+      lattice.useExtendedPrecision();
+      lattice.useStandardPrecision();
+    });
+    consoleState() = {};
   }
 
   template <class Use>
@@ -363,6 +353,23 @@ TEST_F(ReportsOfYLattice, HigherLevelsReportToo) {
             "|-> Switching to extended lattice precision\n");
 }
 
+TEST_F(YLatticeTest, ChangeOfTheFormThatIsNotLiveIsFatal) {
+  EXPECT_FAILS_WITH(lattice.exact(), "The exact precision is not in use");
+  EXPECT_FAILS_WITH(lattice.readOpt(), "The exact precision is not in use");
+  EXPECT_FAILS_WITH(lattice.tightenBounds(), "The exact precision is not in use");
+  EXPECT_FAILS_WITH(lattice.readParams({}), "The exact precision is not in use");
+  lattice.useExtendedPrecision();
+  EXPECT_FAILS_WITH(lattice.standard(), "The standard precision is not in use");
+}
+
+TEST_F(YLatticeTest, FileNamesAreThoseOfTheLiveLattice) {
+  lattice.useExtendedPrecision();
+  lattice.setFileNames("p.sol");
+  EXPECT_EQ(seen.exact().file.path(), "p.sol");
+  lattice.useStandardPrecision();
+  EXPECT_EQ(seen.standard().file.path(), "p.sol");
+}
+
 /// The run of the command on files.
 class YLatticeOnFiles : public YLatticeTest {
  protected:
@@ -378,11 +385,11 @@ class YLatticeOnFiles : public YLatticeTest {
     starsFit = !lattice.usesExact();
     allRight = lattice.checkStars();
     lattice.sortStars();
-    lattice.removeDuplicates(true);
+    lattice.removeDuplicates(Duplicates::ofPointAndParams);
     lattice.setOutputSwitch(true);
     lattice.writeSolFile(true);
     lattice.sortStars();
-    lattice.removeDuplicates(false);
+    lattice.removeDuplicates(Duplicates::ofPoint);
     console = lattice.solutionsText();
   }
 

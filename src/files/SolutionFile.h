@@ -1,0 +1,113 @@
+// A problem as it was read and its stars, the content of a .sol file, as one record: to read,
+// check, order, write and report. No lattice is needed for any of it.
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <iosfwd>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "files/FileNames.h"
+#include "files/SolWriter.h"
+#include "numbers/QQ.h"
+#include "problem/Vanu.h"
+#include "stars/Star.h"
+#include "stars/StarCheck.h"
+
+namespace starsift {
+
+/// What to do with the stars of a file.
+enum class StarReading {
+  /// Append them.
+  append,
+  /// Only say whether there is one.
+  peek,
+};
+
+/// Which of two stars is a repetition of the other.
+enum class Duplicates {
+  /// The same point.
+  ofPoint,
+  /// The same point found with the same parameters.
+  ofPointAndParams,
+};
+
+/// Copies share the problem and what is prepared of it for checks until one of them changes
+/// its problem; the stars are copied.
+template <class T>
+class SolutionFile {
+ public:
+  SolutionFile();
+
+  /// The paths of the problem and of its solutions.
+  void setPaths(const FileNames& names);
+  const std::string& path() const { return problem().solFile; }
+
+  /// The problem as it was read: what stars satisfy.
+  const Vanu<T>& problem() const { return read_->problem; }
+  /// The problem to be changed: it counts as another one, with another number, from now on.
+  Vanu<T>& editProblem();
+  /// Equal for two records, also over different number types, only if they hold the same
+  /// problem; each change gives a number that no other problem of the process has.
+  std::uint64_t problemNumber() const { return read_->number; }
+  /// Reads the problem at its path; see OptReader.h. The numbers of a file are rationals.
+  void readProblem() requires std::same_as<T, QQ>;
+
+  /// readStars() of SolReader.h. Returns whether there was a star.
+  bool readStars(StarReading reading);
+  /// The same, each number read as a rational.
+  bool readStarsExactly(StarReading reading);
+
+  /// The verdict on a point; see StarChecker. What the check needs of the problem is prepared
+  /// on first use.
+  StarVerdict<T> judge(const Star<T>& star) const { return checker().judge(star); }
+  /// checkStars() of StarCheck.h from the star at index `first` on.
+  bool checkStars(Index first = 1);
+  void sortStars();
+  void removeDuplicates(Duplicates duplicates);
+  void appendStars(Array<Star<T>> added);
+
+  /// Writes the stars to the path; see writeStars().
+  WrittenFile write() const { return writeTo(path()); }
+  /// Writes them to another path.
+  WrittenFile writeTo(const std::string& path) const;
+  /// The text that write() would write in exact numbers.
+  std::string text() const;
+
+  /// What the console shows of the stars; see Report.h.
+  std::string solutionsText() const;
+  void writeSolutions(std::ostream& stream) const;
+  /// 1 <= i <= stars.dimension().
+  std::string starReport(Index i) const;
+
+  /// Takes problem and stars, every number converted strictly. PrecisionException if T can't
+  /// hold one; this record may have the new problem and a part of the stars then.
+  template <class U>
+  void convertFrom(const SolutionFile<U>& other);
+  /// Takes problem and paths only. Unchanged after an exception.
+  template <class U>
+  void convertProblemFrom(const SolutionFile<U>& other);
+  /// Frees problem and stars.
+  void release();
+
+  Array<Star<T>> stars;
+
+ private:
+  /// Shared by copies, and not changed while it is.
+  struct ReadProblem {
+    Vanu<T> problem;
+    std::uint64_t number = 0;
+    /// Prepared on first use.
+    std::optional<StarChecker<T>> checker;
+  };
+
+  StarChecker<T>& checker() const;
+
+  std::shared_ptr<ReadProblem> read_;
+};
+
+extern template class SolutionFile<long double>;
+
+}  // namespace starsift

@@ -1,0 +1,59 @@
+#include "files/YSolutionFile.h"
+
+#include <utility>
+
+namespace starsift {
+
+std::uint64_t YSolutionFile::problemNumber() const {
+  return files_.withLive([](const auto& file) { return file.problemNumber(); });
+}
+
+const std::string& YSolutionFile::path() const {
+  const std::string* path = nullptr;
+  files_.withLive([&path](const auto& file) { path = &file.path(); });
+  return *path;
+}
+
+Index YSolutionFile::starCount() const {
+  return files_.withLive([](const auto& file) { return file.stars.dimension(); });
+}
+
+bool YSolutionFile::readStarsExactly() {
+  return files_.runStep([](auto& file) { return file.readStarsExactly(StarReading::append); },
+                        OnFailure::unchanged);
+}
+
+bool YSolutionFile::checkStars(Index first) {
+  return files_.runStep([first](auto& file) { return file.checkStars(first); },
+                        OnFailure::unchanged);
+}
+
+void YSolutionFile::sortStars() {
+  files_.withLive([](auto& file) { file.sortStars(); });
+}
+
+void YSolutionFile::removeDuplicates(Duplicates duplicates) {
+  files_.withLive([duplicates](auto& file) { file.removeDuplicates(duplicates); });
+}
+
+void YSolutionFile::addStars(Array<Star<QQ>> judged, std::uint64_t problem) {
+  if (problem != problemNumber()) fail("The stars solve another problem");
+  if (!judged.isSet()) return;
+  files_.useExtended();
+  files_.exact().appendStars(std::move(judged));
+  files_.tryStandard();
+}
+
+WrittenFile YSolutionFile::write() {
+  return files_.runStep([](const auto& file) { return file.write(); }, OnFailure::unchanged);
+}
+
+std::string YSolutionFile::text() const {
+  return files_.withLive([](const auto& file) { return file.text(); });
+}
+
+void YSolutionFile::writeSolutions(std::ostream& stream) const {
+  files_.withLive([&stream](const auto& file) { file.writeSolutions(stream); });
+}
+
+}  // namespace starsift
