@@ -4,6 +4,7 @@
 #include <iostream>
 #include <string_view>
 
+#include "app/ProofRemark.h"
 #include "app/StarStore.h"
 #include "params/SearchLimits.h"
 #include "system/Console.h"
@@ -81,6 +82,7 @@ Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, std::ostream& rep
 
 SearchEnd Seek::run() {
   lattice_.readOpt();
+  setEquationsExact(lattice_.equationsHoldExactly());
   limited_ = isLimited(lattice_.params(), lattice_.hasTargets());
   StarStore store(lattice_);
   watch_.setStore(store);

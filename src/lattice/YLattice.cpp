@@ -7,6 +7,7 @@
 
 #include "numbers/Conversion.h"
 #include "params/ParamArguments.h"
+#include "problem/Exactness.h"
 #include "problem/OptReader.h"
 #include "problem/TightenBounds.h"
 #include "stars/StarOrder.h"
@@ -159,6 +160,11 @@ void YLattice<R>::setFileNames(const std::string& path) {
 template <class R>
 void YLattice<R>::readOpt() {
   starsift::readOpt(exact_.optOriginal);
+}
+
+template <class R>
+bool YLattice<R>::equationsHoldExactly() const {
+  return starsift::equationsHoldExactly(exact_.optOriginal);
 }
 
 template <class R>

@@ -97,6 +97,10 @@ class YLattice {
   /// Reads the problem into the exact lattice, which must be live: the numbers of
   /// a file are rationals. Fatal where it can't be read.
   void readOpt();
+  /// The problem that readOpt() read has no points between the tolerance of its equations
+  /// and their exact value: see Exactness.h. The exact lattice must be live, and neither
+  /// narrowed nor normalised yet.
+  bool equationsHoldExactly() const;
   /// Narrows the bounds of the problem that readOpt() read to what its rows allow. The exact
   /// lattice must be live, and not normalised yet.
   void tightenBounds();
