@@ -3,6 +3,7 @@
 #include <iostream>
 #include <string_view>
 
+#include "app/ProofRemark.h"
 #include "app/StarStore.h"
 #include "params/ParamHelp.h"
 #include "search/SearchPass.h"
@@ -57,6 +58,7 @@ Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, std::ostream& rep
 
 SearchEnd Seek::run() {
   lattice_.readOpt();
+  setEquationsExact(lattice_.equationsHoldExactly());
   limited_ = isLimited(lattice_);
   StarStore store(lattice_);
   watch_.setStore(store);

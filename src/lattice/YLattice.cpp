@@ -6,6 +6,7 @@
 
 #include "numbers/Conversion.h"
 #include "params/ParamArguments.h"
+#include "problem/Exactness.h"
 
 namespace starsift {
 
@@ -118,6 +119,11 @@ template <class R>
 void YLattice<R>::readOpt() {
   exact().file.readProblem();
   exact().optOriginal = Vanu<QQ>();
+}
+
+template <class R>
+bool YLattice<R>::equationsHoldExactly() const {
+  return starsift::equationsHoldExactly(exact().file.problem());
 }
 
 template <class R>

@@ -89,6 +89,9 @@ class YLattice {
 
   /// Reads the problem: the numbers of a file are rationals. Fatal if it can't be read.
   void readOpt();
+  /// The problem as read has no points between the tolerance of its equations and their exact
+  /// value: see Exactness.h.
+  bool equationsHoldExactly() const;
   /// Lattice::tightenBounds().
   void tightenBounds();
   /// Sets parameters, as readArguments().

@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "numbers/ExactArithmetic.h"
 #include "numbers/VectorQQ.h"
+#include "problem/DecimalSteps.h"
 
 namespace starsift {
 
@@ -116,21 +116,6 @@ bool propagate(std::vector<Range>& ranges, const std::vector<Limit>& rows) {
     if (!isNarrowed) return true;
   }
   return true;
-}
-
-/// More decimals than anybody counts in; powers of ten are refused far beyond only.
-constexpr int mostDecimals = 1000;
-
-bool isSmallCount(const QQ& decimals) {
-  return isNonNegativeInteger(decimals) && decimals <= QQ(mostDecimals);
-}
-
-/// 10^dx of each variable; nothing where one isn't a small count.
-std::optional<std::vector<QQ>> stepsPerUnit(const Vector<QQ>& dx) {
-  if (!std::all_of(dx.begin(), dx.end(), &isSmallCount)) return std::nullopt;
-  std::vector<QQ> steps;
-  for (const QQ& decimals : dx) steps.push_back(ExactArithmetic<QQ>::powerOfTen(decimals));
-  return steps;
 }
 
 /// The ranges of the bounds, rounded inwards; nothing where one is empty.

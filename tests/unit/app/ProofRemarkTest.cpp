@@ -6,8 +6,15 @@ namespace starsift {
 namespace {
 
 constexpr std::string_view proof = "This proves that the problem has no solution.";
+constexpr std::string_view exactProof = "This proves that no solution holds exactly.";
 
-TEST(ProofRemark, IsMadeOnEachReportThatIsAProof) {
+class ProofRemark : public testing::Test {
+ protected:
+  ~ProofRemark() override { setEquationsExact(false); }
+};
+
+TEST_F(ProofRemark, IsMadeOnEachReportThatIsAProof) {
+  setEquationsExact(true);
   EXPECT_EQ(proofRemark("Unfulfillable inequality detected --> NO SOLUTIONS!"), proof);
   EXPECT_EQ(proofRemark("Unfulfillable equality detected --> NO SOLUTIONS!"), proof);
   EXPECT_EQ(proofRemark("Unfulfillable infinite inequation detected --> NO SOLUTIONS!"), proof);
@@ -15,10 +22,30 @@ TEST(ProofRemark, IsMadeOnEachReportThatIsAProof) {
   EXPECT_EQ(proofRemark("The equation system has no integer solution :("), proof);
 }
 
-TEST(ProofRemark, IsMadeOnNoOtherReport) {
-  EXPECT_EQ(proofRemark("ineq bounds error1"), "");
-  EXPECT_EQ(proofRemark("numbers too large for the reduction"), "");
-  EXPECT_EQ(proofRemark(""), "");
+TEST_F(ProofRemark, IsWeakerWhereTheToleranceOfEquationsMatters) {
+  setEquationsExact(false);
+  EXPECT_EQ(proofRemark("Unfulfillable inequality detected --> NO SOLUTIONS!"), exactProof);
+  EXPECT_EQ(proofRemark("Unfulfillable equality detected --> NO SOLUTIONS!"), exactProof);
+  EXPECT_EQ(proofRemark("The equation system has no integer solution :("), exactProof);
+}
+
+TEST_F(ProofRemark, OfWhatDependsOnNoEquationStaysAsItIs) {
+  setEquationsExact(false);
+  EXPECT_EQ(proofRemark("Unfulfillable infinite inequation detected --> NO SOLUTIONS!"), proof);
+  EXPECT_EQ(proofRemark("sol bounds error"), proof);
+}
+
+TEST_F(ProofRemark, IsMadeOnNoOtherReport) {
+  for (const bool exact : {false, true}) {
+    setEquationsExact(exact);
+    EXPECT_EQ(proofRemark("ineq bounds error1"), "");
+    EXPECT_EQ(proofRemark("numbers too large for the reduction"), "");
+    EXPECT_EQ(proofRemark(""), "");
+  }
+}
+
+TEST(ProofRemarkAtFirst, PromisesNothingAboutEquations) {
+  EXPECT_EQ(proofRemark("The equation system has no integer solution :("), exactProof);
 }
 
 }  // namespace

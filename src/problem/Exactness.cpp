@@ -1,0 +1,58 @@
+#include "problem/Exactness.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "core/NumberTraits.h"
+#include "numbers/VectorQQ.h"
+#include "problem/DecimalSteps.h"
+#include "problem/Rows.h"
+
+namespace starsift {
+
+namespace {
+
+/// The least common multiple f of denominators.
+class CommonDenominator {
+ public:
+  void include(const QQ& value) { factor_ = lcm(factor_, value.nenner()); }
+  /// A multiple of 1/f other than 0 may be within the tolerance.
+  bool isTooLarge() const { return NumberTraits<QQ>::isZero(QQ(ZZ::one(), factor_)); }
+
+ private:
+  ZZ factor_ = ZZ::one();
+};
+
+bool isConstant(const Vanu<QQ>& problem, Index j) {
+  return problem.lx[j] == problem.rx[j] && !problem.lx[j].isInf();
+}
+
+bool holdsExactly(const Vanu<QQ>& problem, Index i, const std::vector<QQ>& steps) {
+  CommonDenominator denominator;
+  QQ value = problem.bg[i];
+  for (Index j = 1; j <= problem.rx.dimension(); ++j) {
+    const QQ& entry = problem.Ag[i][j];
+    if (entry.isZero()) continue;
+    if (isConstant(problem, j)) {
+      subtractProduct(value, entry, problem.lx[j]);
+      continue;
+    }
+    denominator.include(entry / steps[static_cast<std::size_t>(j - 1)]);
+    if (denominator.isTooLarge()) return false;
+  }
+  denominator.include(value);
+  if (problem.qg.isSet()) denominator.include(problem.qg[i]);
+  return !denominator.isTooLarge();
+}
+
+}  // namespace
+
+bool equationsHoldExactly(const Vanu<QQ>& problem) {
+  const auto steps = stepsPerUnit(problem.dx);
+  if (!steps) return false;
+  const std::vector<Index> rows = indicesTo(problem.Ag.rowCount());
+  return std::all_of(rows.begin(), rows.end(),
+                     [&](Index i) { return holdsExactly(problem, i, *steps); });
+}
+
+}  // namespace starsift

@@ -1,0 +1,24 @@
+// Whether the tolerance of equations matters in a problem.
+//
+// A stored solution satisfies an equation within 1e-9, while a lattice takes it exactly.
+// What a search proves about the exact equations holds for stored solutions too only if
+// no point lies in between.
+#pragma once
+
+#include "numbers/QQ.h"
+#include "problem/Vanu.h"
+
+namespace starsift {
+
+/// True if a point of the problem as read, its components in steps of 10^-dx or constants
+/// lx = rx, satisfies the equations and congruences within the tolerance only if it
+/// satisfies them exactly.
+///
+/// Decided row by row: with f the least positive factor that makes coefficients per step,
+/// right-hand side less the share of constants, and modulus integers, a residual other
+/// than 0 is at least 1/f. The result is true if all 1/f are beyond the tolerance,
+/// f < 10^9, and false also for a dx that isn't one of 0, 1, ... 1000. Inequations and
+/// targets have no tolerance and don't count. O(entries of Ag).
+bool equationsHoldExactly(const Vanu<QQ>& problem);
+
+}  // namespace starsift
