@@ -1,11 +1,6 @@
 #include "numbers/Conversion.h"
 
-#include <mpfr.h>
-
-#include <algorithm>
 #include <array>
-#include <bit>
-#include <cfloat>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -13,6 +8,7 @@
 #include "core/ConversionArray.h"
 #include "numbers/QQDecimal.h"
 #include "numbers/QQStorage.h"
+#include "numbers/RoundToDbl.h"
 #include "system/Exceptions.h"
 
 namespace starsift {
@@ -21,53 +17,6 @@ namespace {
 
 /// 10^18: the integer parts of more than 18 digits begin here.
 constexpr std::int64_t integerBound = powersOfTen[dblDigits];
-
-/// |value| >= 1, rounded to 64 bits, halves to even; infinite beyond LDBL_MAX.
-dbl_t nearestOfInteger(mpz_srcptr value) {
-  constexpr mp_limb_t half = mp_limb_t{1} << (GMP_NUMB_BITS - 1);
-  static_assert(GMP_NUMB_BITS == LDBL_MANT_DIG);
-  const std::size_t size = mpz_size(value);
-  const mp_limb_t* const limbs = mpz_limbs_read(value);
-  const mp_limb_t top = limbs[size - 1];
-  const mp_limb_t next = size > 1 ? limbs[size - 2] : 0;
-  const int shift = std::countl_zero(top);
-  mp_limb_t mantissa = top;
-  if (shift > 0) mantissa = top << shift | next >> (GMP_NUMB_BITS - shift);
-  const mp_limb_t rest = next << shift;
-  const bool isBeyond =
-      size > 2 && std::any_of(limbs, limbs + size - 2, [](mp_limb_t limb) { return limb != 0; });
-  const bool roundsUp = rest > half || (rest == half && (isBeyond || mantissa % 2 == 1));
-  const dbl_t magnitude = static_cast<dbl_t>(mantissa) + (roundsUp ? 1 : 0);
-  const long exponent = static_cast<long>(size - 1) * GMP_NUMB_BITS - shift;
-  return std::scalbln(mpz_sgn(value) < 0 ? -magnitude : magnitude, exponent);
-}
-
-/// Correctly rounded also among the subnormal numbers; infinite beyond LDBL_MAX.
-dbl_t nearestOfBig(mpq_srcptr value) {
-  const mpfr_exp_t leastExponent = mpfr_get_emin();
-  const mpfr_exp_t greatestExponent = mpfr_get_emax();
-  mpfr_set_emin(LDBL_MIN_EXP - LDBL_MANT_DIG + 1);
-  mpfr_set_emax(LDBL_MAX_EXP);
-  mpfr_t rounded;
-  mpfr_init2(rounded, LDBL_MANT_DIG);
-  const int inexact = mpfr_set_q(rounded, value, MPFR_RNDN);
-  mpfr_subnormalize(rounded, inexact, MPFR_RNDN);
-  mpfr_set_emin(leastExponent);
-  mpfr_set_emax(greatestExponent);
-  const dbl_t result = mpfr_get_ld(rounded, MPFR_RNDN);
-  mpfr_clear(rounded);
-  return result;
-}
-
-dbl_t nearest(const QQ& value) {
-  std::int64_t numerator = 0;
-  std::uint32_t denominator = 0;
-  // Both operands are exact, so the one rounding of the division is the right one.
-  if (value.toSmall(numerator, denominator))
-    return static_cast<dbl_t>(numerator) / static_cast<dbl_t>(denominator);
-  const QQView view(value);
-  return value.isInteger() ? nearestOfInteger(view.numerator()) : nearestOfBig(view.get());
-}
 
 /// |numerator| / denominator, in lowest terms, is a decimal of at most 18 digits.
 bool isShortDecimal(std::int64_t numerator, std::uint32_t denominator) {
@@ -132,7 +81,7 @@ dbl_t toDblGeneral(const QQ& value, bool strict, bool lenient) {
     throw PreCommaPrecisionException("The QQ integer-part is not exactly representable as dbl_t");
   if (strict && !lenient && !isExact(value))
     throw PostCommaPrecisionException("QQ is not representable as dbl_t");
-  return nearest(value);
+  return roundToDbl(value);
 }
 
 QQ fromDbl(dbl_t x) {
@@ -169,12 +118,12 @@ bool isExact(const QQ& value) {
   std::int64_t numerator = 0;
   std::uint32_t denominator = 0;
   if (value.toSmall(numerator, denominator)) return isShortDecimal(numerator, denominator);
-  return fromDbl(nearest(value)) == value;
+  return fromDbl(roundToDbl(value)) == value;
 }
 
 bool representable(const QQ& value) {
   if (value.isInf()) return true;
-  const QQ back = fromDbl(nearest(value));
+  const QQ back = fromDbl(roundToDbl(value));
   if (back.isInf()) return false;
   const auto unit = static_cast<long>(digits(value.ganze())) - dblDigits + 1;
   const QQ lastDigit =

@@ -101,16 +101,40 @@ TEST(ToDbl, TiesGoToTheEvenNeighbour) {
   EXPECT_EQ(toDbl(twoTo(65) + QQ(6), false), 0x1p65L + 8.0L);
 }
 
+TEST(ToDbl, OneBitFarBelowATieDecidesIt) {
+  const QQ tie = twoTo(64) + QQ(1);
+  EXPECT_EQ(toDbl(tie + twoTo(-1000), false), 0x1p64L + 2.0L);
+  EXPECT_EQ(toDbl(tie - twoTo(-1000), false), 0x1p64L);
+  EXPECT_EQ(toDbl(-tie - QQ(1, 3) * twoTo(-1000), false), -0x1p64L - 2.0L);
+  const QQ longOdd = pow(QQ(3), QQ(400));
+  EXPECT_EQ(toDbl(tie + QQ(1) / longOdd, false), 0x1p64L + 2.0L);
+  EXPECT_EQ(toDbl(tie - QQ(1) / longOdd, false), 0x1p64L);
+  EXPECT_EQ(toDbl(twoTo(2000) + twoTo(1936) + QQ(1), false), 0x1p2000L + 0x1p1937L);
+}
+
 TEST(ToDbl, RoundsOnceAmongTheSubnormals) {
   const QQ least = twoTo(-16445);
   EXPECT_EQ(toDbl(least, false), LDBL_TRUE_MIN);
   EXPECT_EQ(toDbl(least / QQ(2), false), 0.0L);
   EXPECT_EQ(toDbl(least / QQ(2) + least / tenTo(40), false), LDBL_TRUE_MIN);
+  EXPECT_EQ(toDbl(least / QQ(2) - least / pow(QQ(3), QQ(400)), false), 0.0L);
   EXPECT_EQ(toDbl(least * QQ(5, 2), false), 2.0L * LDBL_TRUE_MIN);
   // 63 bits and a half, and a little more than that: two roundings would end even.
   const QQ normal = twoTo(-16382);
   EXPECT_EQ(toDbl(normal / QQ(2) + least / QQ(2) + least / twoTo(20), false),
             LDBL_MIN / 2.0L + LDBL_TRUE_MIN);
+}
+
+TEST(ToDbl, NegativeNumbersBelowTheRangeGiveTheNegativeZero) {
+  EXPECT_TRUE(std::signbit(toDbl(-tenTo(-5000), false)));
+  EXPECT_FALSE(std::signbit(toDbl(tenTo(-5000), false)));
+}
+
+TEST(ToDbl, HalfAUnitAboveTheGreatestIsInfinite) {
+  const QQ edge = twoTo(16384) - twoTo(16319);
+  EXPECT_EQ(toDbl(edge, false), infinite);
+  EXPECT_EQ(toDbl(edge - twoTo(-100), false), LDBL_MAX);
+  EXPECT_EQ(toDbl(edge - QQ(1, 3), false), LDBL_MAX);
 }
 
 TEST(ToDbl, OverflowsToInfinity) {
