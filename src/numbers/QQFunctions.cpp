@@ -1,12 +1,11 @@
 #include "numbers/QQFunctions.h"
 
-#include <mpfr.h>
-
 #include <algorithm>
 #include <cstdlib>
 
 #include "numbers/QQDecimal.h"
 #include "numbers/QQStorage.h"
+#include "numbers/Transcendental.h"
 #include "system/Failure.h"
 
 namespace starsift {
@@ -19,65 +18,31 @@ constexpr const char* outOfRangeText = "QQ: exponent out of range";
 /// Results with more bits than this, in numerator or denominator, are refused.
 constexpr unsigned long resultBits = 1UL << 31;
 
-/// A power whose logarithm is 2^logarithmBits or more is refused.
-constexpr mpfr_exp_t logarithmBits = 30;
-
-/// Binary digits that approximations are worked out in. 10^-30 are 100 of them. The
-/// logarithm of a power loses the logarithmBits in front of its point; the rest
-/// covers the rounding on the way.
-constexpr mpfr_prec_t workingBits = 192;
-
-/// One MPFR number of fixed precision.
-class Float {
- public:
-  explicit Float(mpfr_prec_t bits) noexcept : value_() { mpfr_init2(value_, bits); }
-  Float(const Float&) = delete;
-  Float& operator=(const Float&) = delete;
-  ~Float() { mpfr_clear(value_); }
-  mpfr_ptr get() noexcept { return value_; }
-
- private:
-  mpfr_t value_;
-};
-
-QQ toQQ(Float& value) {
-  QQ result;
-  auto* const work = QQStorage::workplace(result);
-  mpfr_get_q(work, value.get());
-  QQStorage::finish(result, work);
-  return result;
-}
-
-void setQQ(Float& target, const QQ& value) {
-  mpfr_set_q(target.get(), QQView(value).get(), MPFR_RNDN);
-}
+/// A power whose natural logarithm has this magnitude or more is refused.
+constexpr long logarithmBound = 1L << 30;
 
 bool isOdd(const ZZ& value) {
   return mpz_odd_p(value.get()) != 0;
 }
 
-/// Sets `result` to the natural logarithm, value > 0 and finite, with a relative
-/// error of few units in the last place. Near 1 rounding the argument would leave
-/// nothing of the logarithm, so there the exact difference to 1 is rounded.
-void naturalLogarithm(Float& result, const QQ& value) {
-  if (value > QQ(1, 2) && value < QQ(2)) {
-    setQQ(result, value - QQ(1));
-    mpfr_log1p(result.get(), result.get(), MPFR_RNDN);
-  } else {
-    setQQ(result, value);
-    mpfr_log(result.get(), result.get(), MPFR_RNDN);
-  }
+bool isNearOne(const QQ& value) {
+  return value > QQ(1, 2) && value < QQ(2);
 }
 
-/// base ^ exponent within 10^-30 relative; base > 0, both finite.
+/// The natural logarithm of a finite value > 0 with a relative error of few units in
+/// the last place. Near 1 rounding the argument would leave nothing of the logarithm,
+/// so there the exact difference to 1 is rounded.
+QQ naturalLogarithm(const QQ& value) {
+  return roundedLog(isNearOne(value) ? QQ(1) + roundToFloat(value - QQ(1)) : roundToFloat(value));
+}
+
+/// base ^ exponent within 10^-30 relative; base > 0, both finite. 10^-30 are 100 binary
+/// digits of 192. The logarithm loses at most 30 before its point; the rest covers
+/// the rounding of each step.
 QQ approximatePower(const QQ& base, const QQ& exponent) {
-  Float power(workingBits);
-  naturalLogarithm(power, base);
-  mpfr_mul_q(power.get(), power.get(), QQView(exponent).get(), MPFR_RNDN);
-  if (mpfr_zero_p(power.get()) == 0 && mpfr_get_exp(power.get()) > logarithmBits)
-    fail(outOfRangeText);
-  mpfr_exp(power.get(), power.get(), MPFR_RNDN);
-  return toQQ(power);
+  const QQ logarithm = roundToFloat(naturalLogarithm(base) * exponent);
+  if (abs(logarithm) >= QQ(logarithmBound)) fail(outOfRangeText);
+  return roundedExp(logarithm);
 }
 
 /// base ^ exponent for 10, where the exponent is small, and for +-1 and 0 at any
@@ -184,24 +149,13 @@ QQ root(const QQ& value, const ZZ& n) {
 
 QQ log2(const QQ& value) {
   if (!checkLogarithm(value, "log2(-inf) is not implemented / defined")) return value;
-  Float result(workingBits);
-  if (value > QQ(1, 2) && value < QQ(2)) {
-    Float logarithmOf2(workingBits);
-    mpfr_const_log2(logarithmOf2.get(), MPFR_RNDN);
-    naturalLogarithm(result, value);
-    mpfr_div(result.get(), result.get(), logarithmOf2.get(), MPFR_RNDN);
-  } else {
-    setQQ(result, value);
-    mpfr_log2(result.get(), result.get(), MPFR_RNDN);
-  }
-  return toQQ(result);
+  if (!isNearOne(value)) return roundedLog2(roundToFloat(value));
+  return roundToFloat(naturalLogarithm(value) / roundedLog(QQ(2)));
 }
 
 QQ log(const QQ& value) {
   if (!checkLogarithm(value, "log(-inf) is not implemented / defined")) return value;
-  Float result(workingBits);
-  naturalLogarithm(result, value);
-  return toQQ(result);
+  return naturalLogarithm(value);
 }
 
 }  // namespace starsift

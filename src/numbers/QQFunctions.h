@@ -1,7 +1,8 @@
 // Powers, roots and logarithms of QQ.
 //
-// A result that is rational is exact. Any other comes from MPFR: powers and roots
-// within 10^-30 relative, logarithms within 10^-30 absolute.
+// A power or root that is rational is exact. Any other one is within 10^-30 relative,
+// a logarithm within 10^-30 absolute; the steps to it are rounded to 192 bits as in
+// Transcendental.h, so the same arguments give the same digits everywhere.
 #pragma once
 
 #include "numbers/QQ.h"
