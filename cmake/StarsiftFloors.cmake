@@ -6,8 +6,9 @@ set(STARSIFT_FLOORS)
 # starsift_add_floor(<floor> [BESIDE <floor>] [LINKS <target>...])
 #
 # Makes starsift_<floor> from all sources in src/<floor>/ and its rooms, linked to the floor
-# below and to LINKS. A floor BESIDE the house stands on the one named, and no other floor
-# stands on it. Headers are a file set, so that each one is compiled alone by the
+# below and to LINKS. A floor BESIDE the house stands on the one named, no other floor
+# stands on it, and it has an export set of its own, so that a package with it can be used
+# without what it links. Headers are a file set, so that each one is compiled alone by the
 # target all_verify_interface_header_sets; the template bodies in *.inl are
 # installed with them but need their header first and so are not compiled alone.
 # A floor without sources is an interface library, one without files is skipped.
@@ -46,7 +47,9 @@ function(starsift_add_floor floor)
                  COMPONENT development)
   endif()
 
+  set(export starsift)
   if(arg_BESIDE)
+    set(export ${target})
     target_link_libraries(${target} ${scope} starsift_${arg_BESIDE})
   elseif(STARSIFT_FLOORS)
     list(GET STARSIFT_FLOORS -1 below)
@@ -54,7 +57,7 @@ function(starsift_add_floor floor)
   endif()
   target_link_libraries(${target} ${scope} ${arg_LINKS})
 
-  install(TARGETS ${target} EXPORT starsift
+  install(TARGETS ${target} EXPORT ${export}
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
     FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/starsift" COMPONENT development
     ${body_set})
