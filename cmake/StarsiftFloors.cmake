@@ -6,8 +6,9 @@ set(STARSIFT_FLOORS)
 # starsift_add_floor(<floor> [BESIDE <floor>] [LINKS <target>...])
 #
 # Makes starsift_<floor> from all sources in src/<floor>/ and its rooms, linked to the floor
-# below and to LINKS. A floor BESIDE the house stands on the one named, and no other floor
-# stands on it. The template bodies in *.inl are installed with the headers.
+# below and to LINKS. A floor BESIDE the house stands on the one named, no other floor
+# stands on it, and it has an export set of its own, so that a package with it can be used
+# without what it links. The template bodies in *.inl are installed with the headers.
 # A floor without sources is an interface library, one without files is skipped.
 function(starsift_add_floor floor)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "BESIDE" "LINKS")
@@ -45,7 +46,9 @@ function(starsift_add_floor floor)
 
   starsift_precompile(${target} sources "${PROJECT_SOURCE_DIR}/cmake/SystemHeaders.h")
 
+  set(export starsift)
   if(arg_BESIDE)
+    set(export ${target})
     target_link_libraries(${target} ${scope} starsift_${arg_BESIDE})
   elseif(STARSIFT_FLOORS)
     list(GET STARSIFT_FLOORS -1 below)
@@ -53,7 +56,7 @@ function(starsift_add_floor floor)
   endif()
   target_link_libraries(${target} ${scope} ${arg_LINKS})
 
-  install(TARGETS ${target} EXPORT starsift
+  install(TARGETS ${target} EXPORT ${export}
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
     FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/starsift" COMPONENT development
     ${body_set})

@@ -25,6 +25,10 @@ install(FILES LICENSE RENAME copyright DESTINATION "${CMAKE_INSTALL_DOCDIR}" COM
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/starsift")
 install(EXPORT starsift NAMESPACE starsift:: FILE starsiftTargets.cmake
   DESTINATION "${package_dir}" COMPONENT development)
+if(TARGET starsift_certificates)
+  install(EXPORT starsift_certificates NAMESPACE starsift:: FILE starsiftCertificatesTargets.cmake
+    DESTINATION "${package_dir}" COMPONENT development)
+endif()
 configure_package_config_file(cmake/starsiftConfig.cmake.in starsiftConfig.cmake
   INSTALL_DESTINATION "${package_dir}")
 write_basic_package_version_file(starsiftConfigVersion.cmake COMPATIBILITY SameMinorVersion)
@@ -35,7 +39,7 @@ install(FILES
   cmake/FindMPFR.cmake
   DESTINATION "${package_dir}" COMPONENT development)
 
-# A static archive must stand before those that it calls: highest floor first.
+# For the house; the floors beside it are for users of CMake. A static archive must stand before those that it calls: highest floor first.
 set(archives ${STARSIFT_FLOORS})
 list(REVERSE archives)
 set(pc_libs)

@@ -1,6 +1,6 @@
 // What an algorithm may ask of its number type. The primary template is only
-// declared: the built-in types are specialised here, QQ and mpfr::mpreal on
-// their own floor. No algorithm asks which type T is.
+// declared: the built-in types are specialised here, QQ in numbers/QQ.h and
+// mpfr::mpreal in certificates/Mpreal.h. No algorithm asks which type T is.
 #pragma once
 
 #include <array>

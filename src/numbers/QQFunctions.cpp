@@ -37,7 +37,7 @@ QQ naturalLogarithm(const QQ& value) {
 }
 
 /// base ^ exponent within 10^-30 relative; base > 0, both finite. 10^-30 are 100 binary
-/// digits of 192. The logarithm loses at most 30 in front of its point; the rest covers
+/// digits of 192. The logarithm loses at most 30 before its point; the rest covers
 /// the rounding of each step.
 QQ approximatePower(const QQ& base, const QQ& exponent) {
   const QQ logarithm = roundToFloat(naturalLogarithm(base) * exponent);

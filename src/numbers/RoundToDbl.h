@@ -5,13 +5,13 @@
 
 namespace starsift {
 
-/// The body of roundToDbl() for a finite number that QQ::toSmall() refuses.
+/// roundToDbl() of a finite number for which QQ::toSmall() returns false.
 long double roundBigToDbl(const QQ& value);
 
-/// The long double nearest to the finite `value`, halves to the even mantissa.
-/// Subnormal results are rounded once as well; a magnitude that rounds to more than
-/// LDBL_MAX gives an infinity, one of at most half the least subnormal number a 0
-/// with the sign of `value`.
+/// Returns the long double nearest to the finite `value`, halves to the even mantissa.
+/// Subnormal results are rounded once as well. Returns an infinity for a magnitude that
+/// rounds to more than LDBL_MAX, and 0 with the sign of `value` for one of at most half
+/// the least subnormal number.
 inline long double roundToDbl(const QQ& value) {
   std::int64_t numerator = 0;
   std::uint32_t denominator = 0;

@@ -1,4 +1,4 @@
-// Each function is computed in fixed point: an integer stands for itself times
+// Each function is computed in fixed point: an integer represents itself times
 // 2^-scale, every operation truncates, and the error is counted in units of the last
 // place along the way. Where the bounds of the error round to different floats, the
 // computation is repeated with twice the bits. That ends, because the logarithm of
@@ -19,7 +19,7 @@ namespace {
 
 constexpr long floatBits = 192;
 
-/// Bits behind the point of the first attempt. The error is below 2^44 units (see
+/// Bits after the point in the first attempt. The error is below 2^44 units (see
 /// exponentialOf), so that all but one value in 2^50 are decided.
 constexpr long firstScale = floatBits + 96;
 
@@ -107,8 +107,8 @@ Approximation inverseTanh(const ZZ& numerator, const ZZ& denominator, long scale
   return sum;
 }
 
-/// ln(2) / 2 is the inverse hyperbolic tangent of 1/3. Summing the series for it takes
-/// as long as the rest of a function, so the result for the usual scale is stored.
+/// ln(2) / 2 is the inverse hyperbolic tangent of 1/3. Summing its series costs as much
+/// as the rest of a function, so the result for the usual scale is stored.
 Approximation halfLogarithmOf2(long scale) {
   static const Approximation usual = inverseTanh(ZZ::one(), ZZ(3), firstScale);
   return scale == firstScale ? usual : inverseTanh(ZZ::one(), ZZ(3), scale);
@@ -140,8 +140,8 @@ class Reduced {
 };
 
 Approximation logarithmOf(const Reduced& value, long scale) {
-  // Near 1 the bits count from the first one of the result that isn't 0. Elsewhere the
-  // result is at least ln(2) in magnitude.
+  // Near 1 the scale counts from the first bit of the result that isn't 0. Elsewhere
+  // the result is at least ln(2) in magnitude.
   if (value.exponent() == 0) scale -= value.leastExponent();
   Approximation sum = value.halfLogarithm(scale);
   if (value.exponent() != 0) {
@@ -149,7 +149,7 @@ Approximation logarithmOf(const Reduced& value, long scale) {
     sum.value += ZZ(value.exponent()) * half.value;
     sum.error += std::abs(value.exponent()) * half.error;
   }
-  // Twice the number in question has twice the value and the error of half the unit.
+  // The logarithm is twice the sum: the same integers in units of twice the size.
   --sum.scale;
   return sum;
 }

@@ -1,7 +1,7 @@
 // Logarithms and exponentials of rationals, rounded as a float of 192 bits.
 //
-// A result is what exact arithmetic followed by one rounding to nearest would give,
-// so it doesn't depend on the series that are summed here.
+// A result equals the exact value after one rounding to nearest, so it doesn't depend
+// on the series that are used.
 #pragma once
 
 #include "numbers/QQ.h"

@@ -43,7 +43,7 @@ TEST(RoundedLog, IsZeroForOneOnly) {
 }
 
 // log(1 - x) = -x - x^2 / 2 - x^3 / 3 - ...: at x = 2^-191 the first two terms are a tie.
-TEST(RoundedLog, TakesAsManyBitsAsATieNeeds) {
+TEST(RoundedLog, ComputesAsManyBitsAsATieNeeds) {
   const QQ x = twoTo(-191);
   EXPECT_EQ(roundedLog(QQ(1) - x), -x - x * x);
 }
@@ -54,7 +54,7 @@ TEST(RoundedLog2, OfPowersOfTwoIsExact) {
 }
 
 // e^x = 1 + x + x^2 / 2 + ...: at x = 2^-192 the first two terms are a tie.
-TEST(RoundedExp, TakesAsManyBitsAsATieNeeds) {
+TEST(RoundedExp, ComputesAsManyBitsAsATieNeeds) {
   EXPECT_EQ(roundedExp(twoTo(-192)), QQ(1) + twoTo(-191));
   EXPECT_EQ(roundedExp(-twoTo(-193)), QQ(1));
   EXPECT_EQ(roundedExp(QQ()), QQ(1));
