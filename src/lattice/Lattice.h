@@ -14,9 +14,9 @@
 #include <string>
 
 #include "files/SolutionFile.h"
-#include "lattice/CheckBits.h"
-#include "lattice/VectorBackup.h"
 #include "lattice/Ways.h"
+#include "lattice/find/CheckBits.h"
+#include "lattice/find/VectorBackup.h"
 #include "lattice/state/Basis.h"
 #include "lattice/state/CoordinateFrame.h"
 #include "lattice/state/FoundVectors.h"
@@ -53,7 +53,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// Path of the lattice file.
   std::string latFile;
 
-  // Record and lifecycle: LatticeRecord.inl
+  // Record and lifecycle: make/LatticeRecord.inl
 
   /// `source`, if there is one, becomes the generated basis.
   explicit Lattice(const Matrix<T>* source = nullptr);
@@ -84,7 +84,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// Sets the parameter consistency without its reaction.
   void setTracking(bool on);
 
-  // Normal form of the problem: LatticeNormalise.inl
+  // Normal form of the problem: make/LatticeNormalise.inl
 
   /// Makes this record, the working copy, the normal form of the problem: integer rows,
   /// inequations with two finite bounds, independent equations, variables from 0 on.
@@ -108,7 +108,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// problem as read. Fatal after normalise(): "tightenBounds: the problem is normalised".
   void tightenBounds() requires std::same_as<T, QQ>;
 
-  // Mapping between the three spaces: LatticeMapping.inl
+  // Mapping between the three spaces: make/LatticeMapping.inl
   //
   // Problem space has the values of the user, raw space the coordinates of B_save, working space
   // those of B. A point without h, its homogenising factor, has that of 1. Nothing is rounded: a
@@ -146,7 +146,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   Matrix<T> coordinatesOfAll(const Matrix<T>& rows, Over over,
                              Coordinates kind = Coordinates::integer);
 
-  // Generation: LatticeGenerate.inl
+  // Generation: make/LatticeGenerate.inl
 
   /// The lattice of the problem in normal form, its equations removed, ready to be reduced;
   /// stars stay. What a lattice prepared before has filed becomes stars. True. Fatal: "The
@@ -166,7 +166,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// or of the moduli.
   void removeColumns(ColumnsOf columns, Index count, Index position);
 
-  // Aardal reduction: LatticeAardal.inl
+  // Aardal reduction: make/LatticeAardal.inl
   //
   // K. Aardal, C. A. J. Hurkens, A. K. Lenstra, Math. Oper. Res. 25 (2000).
 
@@ -178,7 +178,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// there is none.
   Vector<T> extractInhomogeneous();
 
-  // Moves of the basis: LatticeMoves.inl
+  // Moves of the basis: reduce/LatticeMoves.inl
 
   /// Basis::swap().
   void swapBasisVectors(Index i, Index j, RowStatus status);
@@ -187,15 +187,18 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// Basis::setScale().
   void setScale(Index i, const T& value);
 
-  // Orthogonalisation: LatticeOrthogonal.inl, by GramSchmidtData
+  // Orthogonalisation: reduce/LatticeOrthogonal.inl
+  //
+  // As the operations of GramSchmidtData.
 
   bool classicOrthogonalise(Index from, Index to);
   Index modifiedOrthogonalise(Index from, Index to, OnDependency reaction, LqCache cache);
   Index fullOrthogonalise(Index from, Index to, OnDependency reaction);
 
-  // LLL reduction: LatticeLll.inl, by LllReduction with the parameter deep
+  // LLL reduction: reduce/LatticeLll.inl
   //
-  // Every row that is up to date goes through checkRow().
+  // As the operations of LllReduction, with the parameter deep. Every row that is up to date goes
+  // through checkRow().
 
   bool sizeReduce(Index k, bool strict);
   Index swapStep(Index k);
@@ -214,7 +217,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// The search has ended; the equation lattice is none that is searched.
   bool searchIsOver() const;
 
-  // Transformation of the basis: LatticeTransform.inl
+  // Transformation of the basis: make/LatticeTransform.inl
 
   /// After a reduction: makes sure that B spans what B_save does, then makes the untransformed B
   /// the new B_save and, with Announce::full, writes the lattice file. Within an Aardal reduction
@@ -232,7 +235,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// `checkIdentity` as the only one.
   void pushTransformation(bool checkIdentity);
 
-  // Check of vectors: LatticeCheck.inl
+  // Check of vectors: find/LatticeCheck.inl
 
   /// Is `vector` or its negative a solution of the problem? A solution is filed, `time` its
   /// discovery time (0: now); any other consistent vector competes for bestVector. Returns bits
@@ -260,7 +263,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// with a norm that tnorm or snorm asks for. O(solutions).
   bool isSatisfied() const;
 
-  // Scores: LatticeScore.inl
+  // Scores: find/LatticeScore.inl
 
   /// Fills the record of a vector.
   void score(VectorScore<R>& record, const Vector<T>& vector, Space space) const;
@@ -275,7 +278,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// 0 if nobody has set the start.
   std::int64_t secondsSinceStart() const;
 
-  // Stored vectors across a change of the lattice: LatticeBackup.inl
+  // Stored vectors across a change of the lattice: find/LatticeBackup.inl
 
   /// Moves best vector, best target, solutions and both collections out of the lattice, in a
   /// form that survives the change; those that have none are dropped. The stars come along.
@@ -287,7 +290,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// case should not happen between a backup / restore!".
   void restoreVectors(VectorBackup<T, R> backup, BackupMode mode);
 
-  // Restart and termination: LatticeRestart.inl
+  // Restart and termination: find/LatticeRestart.inl
 
   /// Saves the results of a search and reports; then, with terminationSwitch, ends it or, unless
   /// `finished`, makes the lattice anew and throws RestartException "Lattice was regenerated".
@@ -302,7 +305,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// restartHandling() has ended the search.
   bool stopped() const;
 
-  // Files and stars: LatticeFiles.inl
+  // Files and stars: io/LatticeFiles.inl
 
   /// Derives the paths of problem, solution and lattice file from that of the solution file.
   void setFileNames(const std::string& path);
@@ -329,7 +332,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// file is complete.
   void writeLatFile();
 
-  // Console reports: LatticeReports.inl
+  // Console reports: io/LatticeReports.inl
 
   /// All stars, for the console.
   std::string solutionsText() const;
@@ -341,7 +344,7 @@ class Lattice : public Vanu<T>, private ParamReactions {
   std::string statusText() const;
 
  private:
-  // Reactions to parameters: LatticeRecord.inl
+  // Reactions to parameters: make/LatticeRecord.inl
 
   /// Turned on: tracking starts from the untransformed basis.
   void consistencyChanged(bool on) override;

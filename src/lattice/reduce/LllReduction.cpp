@@ -7,7 +7,7 @@
 #include "algorithms/exact/IndependentRows.h"
 #include "algorithms/reduction/LllConditions.h"
 #include "algorithms/reduction/SizeReduce.h"
-#include "lattice/ClearAtEnd.h"
+#include "lattice/state/ClearAtEnd.h"
 #include "numbers/Conversion.h"
 #include "numbers/VectorQQ.h"
 #include "system/Exceptions.h"

@@ -11,7 +11,7 @@
 
 #include "algorithms/exact/CommonMultiple.h"
 #include "lattice/Lattice.h"
-#include "lattice/StarsAside.h"
+#include "lattice/make/StarsAside.h"
 #include "numbers/ExactArithmetic.h"
 #include "numbers/Gcd.h"
 #include "problem/Rows.h"

@@ -2,8 +2,8 @@
 // parameters. Each part knows how to clear, resize and convert itself.
 #pragma once
 
-#include "lattice/ClearAtEnd.h"
 #include "lattice/Lattice.h"
+#include "lattice/state/ClearAtEnd.h"
 
 namespace starsift {
 

@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "algorithms/exact/ExactProduct.h"
-#include "lattice/ClearAtEnd.h"
 #include "lattice/Lattice.h"
-#include "lattice/LatticeCheck.inl"
+#include "lattice/find/LatticeCheck.inl"
+#include "lattice/state/ClearAtEnd.h"
 #include "problem/Rows.h"
 
 namespace starsift {

@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "lattice/Lattice.h"
-#include "lattice/StarsAside.h"
+#include "lattice/make/StarsAside.h"
 #include "system/Console.h"
 
 namespace starsift {
