@@ -121,7 +121,7 @@ int run(const Settings& settings, const Matrix<QQ>& rows) {
   lattice.params.pair = settings.pair;
   bool isReduced = true;
   measure(settings.runs, [&]() {
-    lattice.reset(&basis, false);
+    lattice.reset(&basis, LatPath::keep);
     setCheckVectors(lattice, settings.checks);
     isReduced = reduceFully(lattice);
   });

@@ -73,7 +73,7 @@ void addNormalise(Index n, const std::string& kind, MakeText make, const std::st
       Vanu<T> converted;
       converted.convertFrom(problem);
       lattice.setProblem(std::move(converted));
-      lattice.normalise(true, false);
+      lattice.normalise(TargetRange::find, From::lifted);
     }
     std::cout.clear();
     count(state, static_cast<std::size_t>(n * (2 + n / 2)));

@@ -46,7 +46,7 @@ void addReduction(Index dimension, const std::string& type, bool checked) {
     const Matrix<T> basis = knapsack<T>(dimension);
     Lattice<T, dbl_t> lattice;
     for (auto _ : state) {
-      lattice.reset(&basis, false);
+      lattice.reset(&basis, LatPath::keep);
       setCheckVectors(lattice, checked);
       benchmark::DoNotOptimize(lattice.reduce(0));
     }

@@ -80,7 +80,7 @@ SearchEnd Seek::run() {
 SearchEnd Seek::search() {
   try {
     watch_.look();
-    lattice_.normalise(true, false);
+    lattice_.normalise(TargetRange::find, From::lifted);
     watch_.look();
     lattice_.prepareLattice();
     while (!isOver()) {
@@ -121,7 +121,7 @@ void Seek::restartLattice() {
   // The next lattice is made from the problem: it needs nothing of this one's file.
   if (latticePace_.isDue(SavePace::Clock::now()) && !watch_.hasUnsaved()) saveLattice();
   try {
-    lattice_.restartHandling(false);
+    lattice_.restartHandling(Outcome::unfinished);
   } catch (const RestartException&) {
     // There is a new lattice, which may be simpler than the one before.
     lattice_.tryStandardPrecision();
@@ -141,7 +141,7 @@ void Seek::conclude(SearchEnd end) {
   setConsoleDepth(0);
   try {
     lattice_.saveLattice();
-    if (!lattice_.stopped()) lattice_.restartHandling(true);
+    if (!lattice_.stopped()) lattice_.restartHandling(Outcome::finished);
   } catch (const PrecisionException&) {
     // What broke the search off stands in the way of saving its lattice too.
     if (end != SearchEnd::overflow) throw;

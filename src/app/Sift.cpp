@@ -8,11 +8,11 @@ void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::
   lattice.useExtendedPrecision();
   lattice.readOpt();
   lattice.tryStandardPrecision();
-  lattice.readStarsExactly(false);
+  lattice.readStarsExactly(StarReading::append);
   lattice.checkStars();
   tidyStars(lattice);
   lattice.setOutputSwitch(true);
-  lattice.writeSolFile(true);
+  lattice.writeSolFile(Stars::asTheyAre);
   reportStars(lattice, report);
 }
 

@@ -62,20 +62,20 @@ class Lattice : public Vanu<T>, private ParamReactions {
   ~Lattice() override;
 
   /// Back to a lattice without solutions and check vectors over `source`, or over none.
-  /// Problem, parameters and stars stay. With `clearFileName` latFile is emptied.
-  void reset(const Matrix<T>* source, bool clearFileName);
+  /// Problem, parameters and stars stay.
+  void reset(const Matrix<T>* source, LatPath path);
   /// Sizes everything that has an entry per basis vector (newN) or coordinate (newM; 0 keeps
-  /// m); new entries are 0. With `discardVectors` best vector, best target and solutions are
+  /// m); new entries are 0. With Vectors::discard best vector, best target and solutions are
   /// emptied. Otherwise stored vectors take the new length as they are: a check would
   /// reject every one of them, as the check vectors are still those of the old length. What
   /// changes a lattice with stored vectors takes a backup first. A negative size does nothing.
-  void resize(Index newN, Index newM, bool discardVectors);
-  /// Takes the whole state of `other`, every number converted strictly; the parameters too
-  /// unless `keepParams`. PrecisionException where T can't hold a number; the state is partly
+  void resize(Index newN, Index newM, Vectors stored);
+  /// Takes the whole state of `other`, every number converted strictly; the parameters
+  /// with Settings::copy. PrecisionException where T can't hold a number; the state is partly
   /// assigned then.
   template <class U>
-  void assignFrom(const Lattice<U, R>& other, bool keepParams);
-  /// assignFrom(other, false).
+  void assignFrom(const Lattice<U, R>& other, Settings settings);
+  /// assignFrom(other, Settings::copy).
   template <class U>
   void convertFrom(const Lattice<U, R>& other);
   /// Frees the problem, as read and lifted, and the stars: for a lattice whose state is taken
@@ -90,14 +90,14 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// inequations with two finite bounds, independent equations, variables from 0 on.
   ///
   /// The first call makes optOriginal, which is lifted: inequations with one bound become
-  /// equations with a slack, targets to reach equations with deviations; `generate` also looks for
-  /// the range of the target value. Later calls only build the working copy anew, unless `force`
-  /// starts again from the problem as read.
+  /// equations with a slack, targets to reach equations with deviations; TargetRange::find also
+  /// looks for the range of the target value. Later calls only build the working copy anew, unless
+  /// From::read starts again from the problem as read.
   ///
   /// A problem that its bounds show to have no solution is fatal, three texts that end with
   /// "--> NO SOLUTIONS!"; so are bounds that can't be used. PrecisionException where T can't
   /// hold a number safely.
-  void normalise(bool generate, bool force);
+  void normalise(TargetRange range, From from);
   /// The part of normalise() on the working copy, which is lifted: from there to normal form.
   /// With `verbose` dependent equations are reported; with that or on the `first` call for a
   /// problem also inequations that became equations, and swapped variables.
@@ -231,9 +231,9 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// rows = T_k ... T_1 * rows for the matrices of TT. PrecisionException "Overflow when applying
   /// transformation".
   void applyTransformations(Matrix<T>& rows) const;
-  /// A new identity of order n behind the last matrix of TT, unless that is one already; without
-  /// `checkIdentity` as the only one.
-  void pushTransformation(bool checkIdentity);
+  /// A new identity of order n behind the last matrix of TT, unless that is one already; with
+  /// Stack::restart as the only one.
+  void pushTransformation(Stack stack);
 
   // Check of vectors: find/LatticeCheck.inl
 
@@ -255,8 +255,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// The vector or its negative, with the sign of homValue in the last coordinate, in raw space.
   Vector<T> oriented(const Vector<T>& vector, Space space) const;
   /// The raw vector is the image of the point that it stands for, up to the tolerance of T, or
-  /// with `exact` without any. Of a pair of deviations only the difference counts.
-  bool isConsistent(const Vector<T>& vector, bool exact) const;
+  /// with Match::exact without any. Of a pair of deviations only the difference counts.
+  bool isConsistent(const Vector<T>& vector, Match match) const;
   /// The star of a raw vector, its point only, if that is one of the problem. As lat2opt().
   std::optional<Star<T>> starOf(const Vector<T>& raw) const;
   /// What the search was to find is filed: as many solutions as the parameter sol says, or one
@@ -293,10 +293,10 @@ class Lattice : public Vanu<T>, private ParamReactions {
   // Restart and termination: find/LatticeRestart.inl
 
   /// Saves the results of a search and reports; then, with terminationSwitch, ends it or, unless
-  /// `finished`, makes the lattice anew and throws RestartException "Lattice was regenerated".
-  /// params.stopping decides how a search ends: stopped() becomes true, or the process gets
-  /// SIGTERM.
-  void restartHandling(bool finished);
+  /// the search is finished, makes the lattice anew and throws RestartException "Lattice was
+  /// regenerated". params.stopping decides how a search ends: stopped() becomes true, or the
+  /// process gets SIGTERM.
+  void restartHandling(Outcome outcome);
   /// Writes the solutions, then saves the lattice by verifyTransformation().
   void writeResults();
   /// Makes the lattice anew from the problem; stars and stored vectors stay. The lattice is as it
@@ -309,17 +309,18 @@ class Lattice : public Vanu<T>, private ParamReactions {
 
   /// Derives the paths of problem, solution and lattice file from that of the solution file.
   void setFileNames(const std::string& path);
-  /// Appends the stars of the solution file; with `peek` only tells if there is one.
-  bool readStarsFromSolFile(bool peek);
+  /// Appends the stars of the solution file; with StarReading::peek only returns whether there is
+  /// one.
+  bool readStarsFromSolFile(StarReading reading);
   /// The same, each number read as a rational; PrecisionException where T can't hold one. The
   /// stars are unchanged then.
-  bool readStarsExactly(bool peek);
+  bool readStarsExactly(StarReading reading);
   /// Drops the stars that violate the problem as read; true if none did.
   bool checkStars();
-  /// Writes the stars to their file, unless `complete` with the solutions of the lattice; does
-  /// nothing while the output switch is off. PrecisionException as writeStars(); the stars are
+  /// Writes the stars to their file, if told to with the solutions of the lattice; does nothing
+  ///  while the output switch is off. PrecisionException as writeStars(); the stars are
   /// unchanged then.
-  void writeSolFile(bool complete);
+  void writeSolFile(Stars what);
   /// Appends best target and solutions as stars, then sorts the stars and drops repetitions.
   /// Throws and fails as solutionStars().
   void sol2star();

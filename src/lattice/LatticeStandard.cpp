@@ -6,8 +6,9 @@ namespace starsift {
 
 template class Lattice<long double, long double>;
 template void Lattice<long double, long double>::assignFrom(
-    const Lattice<long double, long double>&, bool);
-template void Lattice<long double, long double>::assignFrom(const Lattice<QQ, long double>&, bool);
+    const Lattice<long double, long double>&, Settings);
+template void Lattice<long double, long double>::assignFrom(const Lattice<QQ, long double>&,
+                                                            Settings);
 template void Lattice<long double, long double>::convertFrom(
     const Lattice<long double, long double>&);
 template void Lattice<long double, long double>::convertFrom(const Lattice<QQ, long double>&);

@@ -47,8 +47,8 @@ template <class R>
 YLattice<R>::~YLattice() = default;
 
 template <class R>
-void YLattice<R>::normalise(bool generate, bool force) {
-  runStep([generate, force](auto& lattice) { lattice.normalise(generate, force); });
+void YLattice<R>::normalise(TargetRange range, From from) {
+  runStep([range, from](auto& lattice) { lattice.normalise(range, from); });
 }
 
 template <class R>
@@ -70,8 +70,8 @@ PassCounts YLattice<R>::lllPass(Index from, Index to, Index kmax) {
 }
 
 template <class R>
-void YLattice<R>::restartHandling(bool finished) {
-  runStep([finished](auto& lattice) { lattice.restartHandling(finished); });
+void YLattice<R>::restartHandling(Outcome outcome) {
+  runStep([outcome](auto& lattice) { lattice.restartHandling(outcome); });
 }
 
 template <class R>
@@ -84,14 +84,14 @@ void YLattice<R>::saveLattice() {
 }
 
 template <class R>
-bool YLattice<R>::readStarsFromSolFile(bool peek) {
-  return runStep([peek](auto& lattice) { return lattice.readStarsFromSolFile(peek); },
+bool YLattice<R>::readStarsFromSolFile(StarReading reading) {
+  return runStep([reading](auto& lattice) { return lattice.readStarsFromSolFile(reading); },
                  OnFailure::unchanged);
 }
 
 template <class R>
-bool YLattice<R>::readStarsExactly(bool peek) {
-  return runStep([peek](auto& lattice) { return lattice.readStarsExactly(peek); },
+bool YLattice<R>::readStarsExactly(StarReading reading) {
+  return runStep([reading](auto& lattice) { return lattice.readStarsExactly(reading); },
                  OnFailure::unchanged);
 }
 
@@ -101,8 +101,8 @@ bool YLattice<R>::checkStars() {
 }
 
 template <class R>
-void YLattice<R>::writeSolFile(bool complete) {
-  runStep([complete](auto& lattice) { lattice.writeSolFile(complete); }, OnFailure::unchanged);
+void YLattice<R>::writeSolFile(Stars what) {
+  runStep([what](auto& lattice) { lattice.writeSolFile(what); }, OnFailure::unchanged);
 }
 
 template <class R>

@@ -66,19 +66,19 @@ class YLattice {
   const Exact& exact() const { return lattices_.exact(); }
 
   // Steps of Lattice.
-  void normalise(bool generate, bool force);
+  void normalise(TargetRange range, From from);
   bool prepareLattice();
   void sortBasis(Index count);
   /// What the pass did.
   PassCounts lllPass(Index from, Index to, Index kmax);
   /// RestartException passes through; the lattice in use is a new one then.
-  void restartHandling(bool finished);
+  void restartHandling(Outcome outcome);
   /// Makes sure that the basis of the full lattice spans it and writes the lattice file.
   void saveLattice();
-  bool readStarsFromSolFile(bool peek);
-  bool readStarsExactly(bool peek);
+  bool readStarsFromSolFile(StarReading reading);
+  bool readStarsExactly(StarReading reading);
   bool checkStars();
-  void writeSolFile(bool complete);
+  void writeSolFile(Stars what);
   std::string solutionsText();
 
   // On the live lattice: what can't lose precision.

@@ -141,7 +141,7 @@ void Lattice<T, R>::restoreVectors(VectorBackup<T, R> backup, BackupMode mode) {
        {std::pair(&backup.collected, &found.collected), {&backup.chosen, &found.chosen}})
     for (const HeuristicVector<T, R>& entry : *from) {
       const auto vector = latticebackup::restoredForm(*this, entry, mode, rows);
-      if (vector && isConsistent(*vector, false))
+      if (vector && isConsistent(*vector, Match::tolerant))
         to->insert(latticebackup::scored(*this, *vector, entry.time));
     }
 }

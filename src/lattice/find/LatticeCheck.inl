@@ -58,10 +58,10 @@ std::optional<PointImage<T>> imageOfPoint(const Lattice<T, R>& lattice, const Ve
 /// isConsistent() of a raw vector whose point has this image.
 template <class T, class R>
 bool isImage(const Lattice<T, R>& lattice, const Vector<T>& vector, const Vector<T>& image,
-             bool exact) {
+             Match match) {
   const Vector<T> rest = image - vector;
-  const auto isZero = [exact](const T& entry) {
-    return exact ? entry == T() : NumberTraits<T>::isZero(entry);
+  const auto isZero = [match](const T& entry) {
+    return match == Match::exact ? entry == T() : NumberTraits<T>::isZero(entry);
   };
   const CoordinateBlocks blocks = lattice.blocks();
   Index modulus = lattice.rx.dimension();
@@ -190,7 +190,7 @@ unsigned checkVector(Lattice<T, R>& lattice, const Vector<T>& vector, Space spac
   if (vector.dimension() == 0) return 0;
   Vector<T> raw = lattice.oriented(vector, space);
   std::optional<PointImage<T>> mapped = imageOfPoint(lattice, raw);
-  if (!mapped || !isImage(lattice, raw, mapped->image, false)) return 0;
+  if (!mapped || !isImage(lattice, raw, mapped->image, Match::tolerant)) return 0;
   if (lattice.deviationCount > 0 && frame.hasLastInBox(raw[lattice.basis.m]))
     raw = std::move(mapped->image);
   // In the equation lattice nothing is filed yet; as best vector it comes along to the full one.
@@ -208,8 +208,8 @@ unsigned Lattice<T, R>::checkSolution(const Vector<T>& vector, Space space, std:
                                       Announce announce) {
   const unsigned bits = latticecheck::checkVector(*this, vector, space, time, nullptr);
   if (announce == Announce::silent) return bits;
-  if ((bits & CHECK_SOLUTION) != 0) writeSolFile(false);
-  if ((bits & CHECK_LIMIT) != 0) restartHandling(true);
+  if ((bits & CHECK_SOLUTION) != 0) writeSolFile(Stars::withSolutions);
+  if ((bits & CHECK_LIMIT) != 0) restartHandling(Outcome::finished);
   return bits;
 }
 
@@ -243,9 +243,9 @@ Vector<T> Lattice<T, R>::oriented(const Vector<T>& vector, Space space) const {
 }
 
 template <class T, class R>
-bool Lattice<T, R>::isConsistent(const Vector<T>& vector, bool exact) const {
+bool Lattice<T, R>::isConsistent(const Vector<T>& vector, Match match) const {
   const auto mapped = latticecheck::imageOfPoint(*this, vector);
-  return mapped && latticecheck::isImage(*this, vector, mapped->image, exact);
+  return mapped && latticecheck::isImage(*this, vector, mapped->image, match);
 }
 
 template <class T, class R>

@@ -51,8 +51,8 @@ void makeAnew(Lattice<T, R>& lattice) {
   VectorBackup<T, R> backup = lattice.backupVectors(BackupMode::points);
   lattice.run.outputSwitch = false;
   lattice.run.terminationSwitch = false;
-  lattice.reset(nullptr, false);
-  lattice.normalise(false, false);
+  lattice.reset(nullptr, LatPath::keep);
+  lattice.normalise(TargetRange::omit, From::lifted);
   lattice.prepareLattice();
   lattice.restoreVectors(std::move(backup), BackupMode::points);
   if (lattice.params.variate) shuffleBasis(lattice);
@@ -61,7 +61,8 @@ void makeAnew(Lattice<T, R>& lattice) {
 }  // namespace latticerestart
 
 template <class T, class R>
-void Lattice<T, R>::restartHandling(bool finished) {
+void Lattice<T, R>::restartHandling(Outcome outcome) {
+  const bool finished = outcome == Outcome::finished;
   const bool verbose = params.verb == 2;
   latticerestart::openBlock(verbose, "Restart / termination handling ...");
   if (run.outputSwitch) writeResults();
@@ -96,7 +97,7 @@ bool Lattice<T, R>::stopped() const {
 
 template <class T, class R>
 void Lattice<T, R>::writeResults() {
-  writeSolFile(false);
+  writeSolFile(Stars::withSolutions);
   if (basis.n > 0 && frame.latticeKind == LatticeKind::full)
     verifyTransformation(LatticeKind::full, Announce::full);
 }
@@ -107,16 +108,16 @@ void Lattice<T, R>::regenerateLattice() {
   {
     const StarsAside<T> aside(file.stars);
     auto next = std::make_unique<Lattice>();
-    next->assignFrom(*this, false);
+    next->assignFrom(*this, Settings::copy);
     next->run.observer = run.observer;
     latticerestart::makeAnew(*next);
     next->run.outputSwitch = run.outputSwitch;
     next->run.terminationSwitch = run.terminationSwitch;
-    assignFrom(*next, true);
+    assignFrom(*next, Settings::keep);
     // Tracking that the former lattice had turned on ended with it.
     setTracking(next->params.consistency);
   }
-  writeSolFile(false);
+  writeSolFile(Stars::withSolutions);
   writeLatFile();
   latticerestart::closeBlock(params.verb == 2);
 }

@@ -67,13 +67,13 @@ void Lattice<T, R>::setFileNames(const std::string& path) {
 }
 
 template <class T, class R>
-bool Lattice<T, R>::readStarsFromSolFile(bool peek) {
-  return file.readStars(peek ? StarReading::peek : StarReading::append);
+bool Lattice<T, R>::readStarsFromSolFile(StarReading reading) {
+  return file.readStars(reading);
 }
 
 template <class T, class R>
-bool Lattice<T, R>::readStarsExactly(bool peek) {
-  return file.readStarsExactly(peek ? StarReading::peek : StarReading::append);
+bool Lattice<T, R>::readStarsExactly(StarReading reading) {
+  return file.readStarsExactly(reading);
 }
 
 template <class T, class R>
@@ -82,9 +82,9 @@ bool Lattice<T, R>::checkStars() {
 }
 
 template <class T, class R>
-void Lattice<T, R>::writeSolFile(bool complete) {
+void Lattice<T, R>::writeSolFile(Stars what) {
   if (!run.outputSwitch) return;
-  if (!complete) {
+  if (what == Stars::withSolutions) {
     Array<Star<T>> added = solutionStars();
     // The writing may throw, and the step is repeated then: not after the stars have changed.
     if (!file.path().empty()) {

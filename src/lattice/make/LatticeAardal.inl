@@ -29,7 +29,7 @@ void prepare(Lattice<T, R>& inner) {
   inner.run.consistencyForced = false;
   // The switch for extended output is the process's: it follows the outer lattice.
   inner.params.verb.setTextSilently("0");
-  inner.pushTransformation(false);
+  inner.pushTransformation(Stack::restart);
 }
 
 /// Moves those of the first `active` vectors that solve the equations behind the others of
@@ -88,12 +88,12 @@ void reduceEquations(Lattice<T, R>& inner, long verb) {
 template <class T, class R>
 Array<Matrix<T>> Lattice<T, R>::aardalReduce() {
   auto inner = std::make_unique<Lattice>();
-  inner->assignFrom(*this, false);
+  inner->assignFrom(*this, Settings::copy);
   inner->run.observer = run.observer;
   latticeaardal::prepare(*inner);
   latticeaardal::reduceEquations(*inner, params.verb);
   for (const Index j : blocks().equations) inner->setScale(j, basis.scale[j]);
-  assignFrom(*inner, true);
+  assignFrom(*inner, Settings::keep);
   if (params.verb >= 2) {
     std::cout << " ]" << closeStamp(false);
     stampOutputTime();

@@ -129,7 +129,7 @@ void removeEquations(Lattice<T, R>& lattice, Array<Matrix<T>> transformations, I
   Matrix<T> rows(basis.B());
   lattice.applyTransformations(rows);
   basis.replace(std::move(rows));
-  lattice.resize(basis.n - equations, 0, false);
+  lattice.resize(basis.n - equations, 0, Vectors::keep);
   const CoordinateBlock moduli = lattice.blocks().moduli;
   lattice.removeColumns(ColumnsOf::moduli, moduli.count, moduli.first);
   lattice.frame.modsInLattice = false;
@@ -145,7 +145,7 @@ bool Lattice<T, R>::prepareLattice() {
   if (frame.latticeKind != LatticeKind::none) {
     // What is stored are vectors of another basis: only their points last.
     if (frame.latticeKind == LatticeKind::full) sol2star();
-    reset(nullptr, false);
+    reset(nullptr, LatPath::keep);
   }
   const StarsAside<T> aside(file.stars);
   Array<Matrix<T>> transformations;
@@ -165,7 +165,7 @@ bool Lattice<T, R>::prepareLattice() {
     latticegenerate::removeEquations(*this, std::move(transformations), equations);
   else
     frame.modsInLattice = false;
-  pushTransformation(false);
+  pushTransformation(Stack::restart);
   restoreVectors(std::move(backup), BackupMode::coordinates);
   return true;
 }
@@ -177,7 +177,8 @@ void Lattice<T, R>::generateLattice(LatticeKind kind) {
   frame.rangeMultiple = computeR(kind);
   const CoordinateBlocks blocks = CoordinateFrame<T>::generated(*this, kind);
   frame.modsInLattice = blocks.moduli.count > 0;
-  resize(blocks.variables.count + blocks.moduli.count + 1, blocks.moduli.last() + 1, true);
+  resize(blocks.variables.count + blocks.moduli.count + 1, blocks.moduli.last() + 1,
+         Vectors::discard);
   // Vectors of another lattice, of other lengths.
   found.clearCollections();
   basis.B_save = Matrix<T>(basis.n, basis.m);
@@ -242,8 +243,8 @@ void Lattice<T, R>::removeColumns(ColumnsOf columns, Index count, Index position
   frame.remove(position, count);
   for (Vector<T>* vector : {&basis.scale, &basis.translation})
     removeElements(*vector, position, count);
-  resize(rows, basis.m - count, false);
-  if (ofEquations) pushTransformation(false);
+  resize(rows, basis.m - count, Vectors::keep);
+  if (ofEquations) pushTransformation(Stack::restart);
   basis.replace(std::move(working));
   basis.B_save = std::move(saved);
   if (ofEquations)

@@ -50,13 +50,14 @@ void Lattice<T, R>::tightenBounds() requires std::same_as<T, QQ> {
 }
 
 template <class T, class R>
-void Lattice<T, R>::normalise(bool generate, bool force) {
-  if (force) optOriginal = Vanu<T>();
+void Lattice<T, R>::normalise(TargetRange range, From from) {
+  if (from == From::read) optOriginal = Vanu<T>();
   const bool first = !optOriginal.lifted;
   if (first) {
     // A step that throws leaves the problem as it was read.
     const bool isTightened = optOriginal.rx.isSet();
-    optOriginal = latticenormalise::lifted(isTightened ? optOriginal : file.problem(), generate);
+    optOriginal = latticenormalise::lifted(isTightened ? optOriginal : file.problem(),
+                                           range == TargetRange::find);
   }
   const bool reactionsWereOff = this->reactionsOff;
   const bool trackingWasRestarted = this->trackingRestarted;

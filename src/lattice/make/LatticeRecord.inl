@@ -9,14 +9,14 @@ namespace starsift {
 
 template <class T, class R>
 Lattice<T, R>::Lattice(const Matrix<T>* source) : params(this) {
-  reset(source, true);
+  reset(source, LatPath::clear);
 }
 
 template <class T, class R>
 Lattice<T, R>::~Lattice() = default;
 
 template <class T, class R>
-void Lattice<T, R>::reset(const Matrix<T>* source, bool clearFileName) {
+void Lattice<T, R>::reset(const Matrix<T>* source, LatPath path) {
   basis.reset(source, this->homValue);
   gramSchmidt.resize(basis.n);
   gramSchmidt.clearLengths();
@@ -27,18 +27,18 @@ void Lattice<T, R>::reset(const Matrix<T>* source, bool clearFileName) {
   run.clearCounts();
   if (run.consistencyForced) setTracking(false);
   run.consistencyForced = false;
-  if (clearFileName) latFile.clear();
+  if (path == LatPath::clear) latFile.clear();
 }
 
 template <class T, class R>
-void Lattice<T, R>::resize(Index newN, Index newM, bool discard) {
+void Lattice<T, R>::resize(Index newN, Index newM, Vectors stored) {
   if (newN < 0 || newM < 0) return;
   basis.resize(newN, newM > 0 ? newM : basis.m);
   basis.clearBits(1, ST_FACTORS);
   gramSchmidt.resize(basis.n);
   frame.resize(basis.m);
   run.resize(basis.n);
-  if (discard)
+  if (stored == Vectors::discard)
     found.discard();
   else
     found.fit(basis.m);
@@ -46,13 +46,13 @@ void Lattice<T, R>::resize(Index newN, Index newM, bool discard) {
 
 template <class T, class R>
 template <class U>
-void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, bool keepParams) {
+void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, Settings settings) {
   if (static_cast<const void*>(this) == static_cast<const void*>(&other)) return;
   Vanu<T>::convertFrom(other);
   optOriginal.convertFrom(other.optOriginal);
   file.convertFrom(other.file);
   latFile = other.latFile;
-  if (!keepParams) params.convertFrom(other.params);
+  if (settings == Settings::copy) params.convertFrom(other.params);
   found.convertFrom(other.found);
   basis.convertFrom(other.basis);
   basis.tracksMoves = params.consistency;
@@ -65,7 +65,7 @@ void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, bool keepParams) {
 template <class T, class R>
 template <class U>
 void Lattice<T, R>::convertFrom(const Lattice<U, R>& other) {
-  assignFrom(other, false);
+  assignFrom(other, Settings::copy);
 }
 
 template <class T, class R>
@@ -86,7 +86,7 @@ void Lattice<T, R>::consistencyChanged(bool on) {
   basis.tracksMoves = on;
   if (this->reactionsOff || !on) return;
   basis.B_save = basis.untransformed();
-  pushTransformation(false);
+  pushTransformation(Stack::restart);
   basis.savedFactors.clear();
   this->trackingRestarted = true;
 }

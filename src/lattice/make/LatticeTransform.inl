@@ -132,7 +132,7 @@ bool Lattice<T, R>::verifyTransformation(LatticeKind stage, Announce announce) {
     setTracking(false);
   }
   const bool agrees = latticetransform::storeTracked(basis, untransformed, this->homValue);
-  pushTransformation(stage == LatticeKind::equations);
+  pushTransformation(stage == LatticeKind::equations ? Stack::push : Stack::restart);
   if (announce == Announce::full) writeLatFile();
   return agrees;
 }
@@ -146,9 +146,9 @@ void Lattice<T, R>::applyTransformations(Matrix<T>& rows) const {
 }
 
 template <class T, class R>
-void Lattice<T, R>::pushTransformation(bool checkIdentity) {
+void Lattice<T, R>::pushTransformation(Stack stack) {
   Array<Matrix<T>>& TT = basis.TT;
-  if (!checkIdentity) {
+  if (stack == Stack::restart) {
     TT.resize(1, false);
   } else if (!latticetransform::isIdentity(TT[TT.dimension()])) {
     if (TT.dimension() >= latticetransform::maxTransformations) {

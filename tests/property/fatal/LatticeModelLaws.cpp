@@ -229,7 +229,7 @@ struct Translate : LatticeMove<Translate> {
 struct Resize : LatticeMove<Resize> {
   static constexpr const char* name = "resize";
   void on(auto& lattice) const {
-    lattice.resize(lattice.basis.n, i % 2 == 0 ? 0 : lattice.basis.m, false);
+    lattice.resize(lattice.basis.n, i % 2 == 0 ? 0 : lattice.basis.m, Vectors::keep);
   }
 };
 
@@ -251,9 +251,9 @@ struct Assign : LatticeMove<Assign> {
   template <class T>
   void on(Lattice<T, long double>& lattice) const {
     Lattice<T, long double> copy;
-    copy.assignFrom(lattice, false);
-    lattice.reset(nullptr, false);
-    lattice.assignFrom(copy, i % 2 == 0);
+    copy.assignFrom(lattice, Settings::copy);
+    lattice.reset(nullptr, LatPath::keep);
+    lattice.assignFrom(copy, i % 2 == 0 ? Settings::keep : Settings::copy);
   }
 };
 

@@ -255,7 +255,7 @@ TEST(NormalForm, HasNoNegativeZeroInLongDouble) {
 Outcome normalised(YLattice<long double>& lattice, bool generate) {
   const Silence silence;
   try {
-    lattice.normalise(generate, false);
+    lattice.normalise(generate ? TargetRange::find : TargetRange::omit, From::lifted);
   } catch (const FatalReport& report) {
     return {std::nullopt, report.what()};
   }

@@ -33,7 +33,7 @@ struct LatticeOver {
     Lattice<T, long double> lattice;
     lattice.file.editProblem().convertFrom(small.record());
     std::string report = reportOf([&] {
-      lattice.normalise(true, false);
+      lattice.normalise(TargetRange::find, From::lifted);
       lattice.prepareLattice();
     });
     if (report.empty()) law(lattice, small);
@@ -51,7 +51,7 @@ struct LatticeOfBoth {
 
   static std::string prepare(YLattice<long double>& lattice) {
     return reportOf([&] {
-      lattice.normalise(true, false);
+      lattice.normalise(TargetRange::find, From::lifted);
       lattice.runStep([](auto& live) { return live.prepareLattice(); });
     });
   }

@@ -96,7 +96,7 @@ void regenerate(Lattice<T, long double>& lattice) {
   lattice.params.stopping = true;
   lattice.params.variate.setTextSilently("1");
   try {
-    lattice.restartHandling(false);
+    lattice.restartHandling(Outcome::unfinished);
     RC_FAIL("no restart");
   } catch (const RestartException& exception) {
     RC_ASSERT(exception.message() == "Lattice was regenerated");
@@ -144,7 +144,7 @@ std::set<std::string> pointsIn(const std::string& path, const SmallProblem& smal
   Lattice<QQ, long double> reader;
   reader.setProblem(small.record());
   reader.solFile = path;
-  reader.readStarsExactly(false);
+  reader.readStarsExactly(StarReading::append);
   return pointsOf(reader);
 }
 

@@ -55,7 +55,8 @@ template <class T>
 Outcome normalised(Lattice<T, long double>& lattice, bool generate, bool force) {
   const Silence silence;
   try {
-    lattice.normalise(generate, force);
+    lattice.normalise(generate ? TargetRange::find : TargetRange::omit,
+                      force ? From::read : From::lifted);
   } catch (const FatalReport& report) {
     return {std::nullopt, report.what()};
   }

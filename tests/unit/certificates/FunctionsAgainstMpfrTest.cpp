@@ -1,7 +1,8 @@
 // Powers, roots and logarithms beside those of MPFR: the same steps with the same
 // precision, each one rounded to nearest, must end with the same number.
 #include <gtest/gtest.h>
-#include <mpfr.h>
+// mpreal.h, which wants to be the first to include mpfr.h.
+#include <mpreal.h>
 
 #include "numbers/QQFunctions.h"
 #include "numbers/QQStorage.h"

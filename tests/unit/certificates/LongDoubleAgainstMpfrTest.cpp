@@ -1,6 +1,7 @@
 // The nearest long double, beside that of MPFR.
 #include <gtest/gtest.h>
-#include <mpfr.h>
+// mpreal.h, which wants to be the first to include mpfr.h.
+#include <mpreal.h>
 
 #include <cfloat>
 #include <cmath>

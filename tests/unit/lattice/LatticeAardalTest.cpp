@@ -82,7 +82,7 @@ class LatticeAardalOver : public test::LatticeOfProblem<T> {
       basis[i][i] = T(2);
       basis[i][n + 1] = T(value);
     }
-    this->live.reset(&basis, false);
+    this->live.reset(&basis, LatPath::keep);
     this->live.frame.latticeKind = LatticeKind::equations;
     this->live.rx = Vector<T>(n);
     this->live.lx = Vector<T>(n);
@@ -132,7 +132,7 @@ TEST(LatticeAardal, FurtherRoundsGoOnWithTheRestOfTheVectors) {
     SCOPED_TRACE(deep);
     YLattice<long double> lattice;
     lattice.standard().setProblem(test::problemFrom<long double>(steep));
-    lattice.normalise(true, false);
+    lattice.normalise(TargetRange::find, From::lifted);
     lattice.standard().params.deep = deep;
     EXPECT_GE(lattice.runStep([](auto& live) {
       live.generateLattice(LatticeKind::equations);
@@ -259,7 +259,7 @@ TYPED_TEST(LatticeAardalOver, CommonDivisorOfTheLastCoordinatesLeavesNothing) {
 TYPED_TEST(LatticeAardalOver, HomogeneousVectorsHaveNone) {
   this->useLast({0, 0});
   EXPECT_FALSE(this->live.extractInhomogeneous().isSet());
-  this->live.reset(nullptr, false);
+  this->live.reset(nullptr, LatPath::keep);
   EXPECT_FALSE(this->live.extractInhomogeneous().isSet());
 }
 

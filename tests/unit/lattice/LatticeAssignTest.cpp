@@ -18,7 +18,7 @@ using LatticeOver = Lattice<T, long double>;
 template <class T>
 void fillAll(LatticeOver<T>& lattice) {
   const Matrix<T> basis{{T(1), T(2), T(3)}, {T(4), T(5), T(6)}};
-  lattice.reset(&basis, true);
+  lattice.reset(&basis, LatPath::clear);
   static_cast<Vanu<T>&>(lattice) =
       problemFrom<T>("[ 2.5 ] [ [ 1 2 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 9 inf ]");
   lattice.optOriginal = lattice;
@@ -246,7 +246,7 @@ TYPED_TEST(LatticeAssignOver, AssignmentTakesTheWholeState) {
   LatticeOver<TypeParam> source;
   fillAll(source);
   LatticeOver<TypeParam> target;
-  target.assignFrom(source, false);
+  target.assignFrom(source, Settings::copy);
   expectSameLattice(target, source);
   EXPECT_EQ(target.params.beta.get(), 33);
   EXPECT_EQ(target.params.snorm.get(), TypeParam(5) / TypeParam(2));
@@ -256,12 +256,12 @@ TYPED_TEST(LatticeAssignOver, AssignedLatticeIsItsOwn) {
   LatticeOver<TypeParam> source;
   fillAll(source);
   LatticeOver<TypeParam> target;
-  target.assignFrom(source, false);
+  target.assignFrom(source, Settings::copy);
   test::setEntry(source, 1, 1, TypeParam(0));
   source.file.stars.clear();
   source.params.beta = 5;
   EXPECT_EQ(target.basis.B()[1][1], TypeParam(11));
-  EXPECT_EQ(target.stars.dimension(), 2);
+  EXPECT_EQ(target.file.stars.dimension(), 2);
   EXPECT_EQ(target.params.beta.get(), 33);
 }
 
@@ -270,7 +270,7 @@ TYPED_TEST(LatticeAssignOver, AssignmentMayKeepTheParameters) {
   fillAll(source);
   LatticeOver<TypeParam> target;
   target.params.beta = 44;
-  target.assignFrom(source, true);
+  target.assignFrom(source, Settings::keep);
   expectSameLattice(target, source);
   EXPECT_EQ(target.params.beta.get(), 44);
 }
@@ -280,7 +280,7 @@ TYPED_TEST(LatticeAssignOver, AssignmentToItselfDoesNothing) {
   fillAll(lattice);
   LatticeOver<TypeParam> same;
   fillAll(same);
-  lattice.assignFrom(lattice, false);
+  lattice.assignFrom(lattice, Settings::copy);
   expectSameLattice(lattice, same);
   EXPECT_EQ(lattice.params.beta.get(), 33);
 }
@@ -293,7 +293,7 @@ TEST(LatticeAssign, AssignmentConvertsFromRationals) {
   expected.basis.savedFactors.clear();
   expected.basis.workingFactors.clear();
   LatticeOver<long double> target;
-  target.assignFrom(source, false);
+  target.assignFrom(source, Settings::copy);
   expectSameLattice(target, expected);
   EXPECT_EQ(target.params.beta.get(), 33);
   EXPECT_EQ(target.params.snorm.get(), 2.5L);
@@ -307,7 +307,7 @@ TEST(LatticeAssign, AssignmentConvertsFromLongDouble) {
   expected.basis.savedFactors.clear();
   expected.basis.workingFactors.clear();
   LatticeOver<QQ> target;
-  target.assignFrom(source, false);
+  target.assignFrom(source, Settings::copy);
   expectSameLattice(target, expected);
   EXPECT_EQ(target.params.snorm.get(), q("5/2"));
 }
@@ -317,7 +317,7 @@ TEST(LatticeAssign, AssignmentOfAThirdThrows) {
   fillAll(source);
   source.file.stars[2][1] = q("1/3");
   LatticeOver<long double> target;
-  EXPECT_THROW(target.assignFrom(source, false), PostCommaPrecisionException);
+  EXPECT_THROW(target.assignFrom(source, Settings::copy), PostCommaPrecisionException);
 }
 
 TEST(LatticeAssign, AssignmentOfNineteenDigitsThrows) {
@@ -325,7 +325,7 @@ TEST(LatticeAssign, AssignmentOfNineteenDigitsThrows) {
   fillAll(source);
   source.optOriginal.rx[1] = q("1000000000000000000");
   LatticeOver<long double> target;
-  EXPECT_THROW(target.assignFrom(source, false), PreCommaPrecisionException);
+  EXPECT_THROW(target.assignFrom(source, Settings::copy), PreCommaPrecisionException);
 }
 
 }  // namespace

@@ -147,13 +147,13 @@ TYPED_TEST(LatticeBackupOver, SolutionsAreJudgedOnce) {
     this->fill();
     const auto best = lattice.found.bestTarget.judged;
     const auto other = lattice.found.solutions[1].judged;
-    const Index last = lattice.lastFiled;
+    const Index last = lattice.found.lastFiled;
     auto backup = lattice.backupVectors(mode);
     lattice.restoreVectors(std::move(backup), mode);
     EXPECT_EQ(lattice.found.bestTarget.judged, best);
     EXPECT_EQ(lattice.found.solutions[1].judged, best);
     EXPECT_EQ(lattice.found.solutions[2].judged, other);
-    EXPECT_EQ(lattice.lastFiled, last);
+    EXPECT_EQ(lattice.found.lastFiled, last);
   }
 }
 
@@ -236,7 +236,7 @@ TYPED_TEST(LatticeBackupOver, CoordinatesOfAnotherBasisAreDropped) {
   this->fill();
   auto& lattice = this->live;
   auto backup = lattice.backupVectors(BackupMode::coordinates);
-  lattice.resize(2, 0, true);
+  lattice.resize(2, 0, Vectors::discard);
   lattice.restoreVectors(std::move(backup), BackupMode::coordinates);
   EXPECT_EQ(lattice.found.solutions.dimension(), 0);
   EXPECT_FALSE(lattice.found.bestVector.isSet());

@@ -281,9 +281,9 @@ TYPED_TEST(LatticeCheckOver, ImageOfAPointIsConsistent) {
                                    LatticeStage::fullWithModuli, LatticeStage::full}) {
     this->use(congruence, stage);
     const Vector<TypeParam> vector = this->image({TypeParam(3), TypeParam(4), TypeParam(2)});
-    EXPECT_TRUE(this->live.isConsistent(vector, false));
-    EXPECT_TRUE(this->live.isConsistent(vector, true));
-    EXPECT_TRUE(this->live.isConsistent(this->negative(vector), true));
+    EXPECT_TRUE(this->live.isConsistent(vector, Match::tolerant));
+    EXPECT_TRUE(this->live.isConsistent(vector, Match::exact));
+    EXPECT_TRUE(this->live.isConsistent(this->negative(vector), Match::exact));
   }
 }
 
@@ -291,7 +291,7 @@ TYPED_TEST(LatticeCheckOver, CoordinatesOfModuliDoNotCount) {
   this->use(congruence, LatticeStage::fullWithModuli);
   Vector<TypeParam> vector = this->image({TypeParam(3), TypeParam(4), TypeParam(2)});
   vector[4] += TypeParam(1);
-  EXPECT_TRUE(this->live.isConsistent(vector, true));
+  EXPECT_TRUE(this->live.isConsistent(vector, Match::exact));
 }
 
 TYPED_TEST(LatticeCheckOver, VariablesStandInFrontOfTheModuli) {
@@ -308,19 +308,19 @@ TYPED_TEST(LatticeCheckOver, CoordinatesOfEquationsCount) {
   Vector<TypeParam> vector = this->image({TypeParam(3), TypeParam(4), TypeParam(2)});
   // A congruence only up to its modulus.
   vector[1] += TypeParam(3);
-  EXPECT_TRUE(lattice.isConsistent(vector, false));
+  EXPECT_TRUE(lattice.isConsistent(vector, Match::tolerant));
   vector[1] += TypeParam(1);
-  EXPECT_FALSE(lattice.isConsistent(vector, false));
+  EXPECT_FALSE(lattice.isConsistent(vector, Match::tolerant));
   vector[1] -= TypeParam(1);
   vector[2] += TypeParam(3);
-  EXPECT_FALSE(lattice.isConsistent(vector, false));
+  EXPECT_FALSE(lattice.isConsistent(vector, Match::tolerant));
 }
 
 TYPED_TEST(LatticeCheckOver, BrokenCongruenceIsInconsistent) {
   this->use(congruence, LatticeStage::full);
   // x, y, z = 0, 0, 1 in the box.
   const Vector<TypeParam> vector{-5, -5, -3, 1};
-  EXPECT_FALSE(this->live.isConsistent(vector, false));
+  EXPECT_FALSE(this->live.isConsistent(vector, Match::tolerant));
   EXPECT_EQ(this->check(vector), 0U);
 }
 
@@ -331,28 +331,28 @@ TYPED_TEST(LatticeCheckOver, OnlyTheDifferenceOfTwoDeviationsCounts) {
   const Index first = lattice.basis.m - 2;
   const TypeParam step = TypeParam(2) * lattice.frame.c[first];
   vector[first] += step;
-  EXPECT_FALSE(lattice.isConsistent(vector, false));
+  EXPECT_FALSE(lattice.isConsistent(vector, Match::tolerant));
   vector[first + 1] += step;
-  EXPECT_TRUE(lattice.isConsistent(vector, false));
+  EXPECT_TRUE(lattice.isConsistent(vector, Match::tolerant));
   EXPECT_EQ(this->check(vector), filed);
 }
 
 TEST(LatticeCheck, ConsistencyHasATolerance) {
   Lattice<long double, long double> lattice;
   lattice.setProblem(test::problemFrom<long double>(band));
-  lattice.normalise(true, false);
+  lattice.normalise(TargetRange::find, From::lifted);
   generateByHand(lattice, LatticeStage::full);
   Vector<long double> vector;
   lattice.opt2lat({1, 4}, vector, Space::raw, 1.0L);
   vector[1] += 1e-12L;
-  EXPECT_TRUE(lattice.isConsistent(vector, false));
-  EXPECT_FALSE(lattice.isConsistent(vector, true));
+  EXPECT_TRUE(lattice.isConsistent(vector, Match::tolerant));
+  EXPECT_FALSE(lattice.isConsistent(vector, Match::exact));
 }
 
 TEST(LatticeCheck, LargeVectorAsksForExactArithmetic) {
   Lattice<long double, long double> lattice;
   lattice.setProblem(test::problemFrom<long double>(band));
-  lattice.normalise(true, false);
+  lattice.normalise(TargetRange::find, From::lifted);
   generateByHand(lattice, LatticeStage::full);
   Vector<long double> vector;
   lattice.opt2lat({1, 4}, vector, Space::raw, 1.0L);
@@ -367,7 +367,7 @@ TEST(LatticeCheck, LargePointAsksForExactArithmetic) {
   Lattice<long double, long double> lattice;
   lattice.setProblem(test::problemFrom<long double>(
       "[ inf ] [ [ 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 ] [ 900000000 ] [ inf ]"));
-  lattice.normalise(true, false);
+  lattice.normalise(TargetRange::find, From::lifted);
   generateByHand(lattice, LatticeStage::full);
   EXPECT_EQ(messageOf<PrecisionException>([&] {
               lattice.checkSolution({999999999, 1}, Space::raw, 0, Announce::silent);
@@ -380,7 +380,7 @@ TEST(LatticeCheck, LargeTargetValueAsksForExactArithmetic) {
   Lattice<long double, long double> lattice;
   lattice.setProblem(test::problemFrom<long double>(
       "[ inf ] [ [ 1 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]"));
-  lattice.normalise(true, false);
+  lattice.normalise(TargetRange::find, From::lifted);
   generateByHand(lattice, LatticeStage::full);
   lattice.file.editProblem().At[1][1] = 999999999999999999.0L;
   Vector<long double> vector;

@@ -107,7 +107,7 @@ TEST(Coordinates, AreExactAfterAConversion) {
   Vector<long double> rounded;
   ASSERT_TRUE(standard.coordinatesOf({1, 1}, rounded, Over::saved, Coordinates::rational));
   Lattice<QQ, long double> exact;
-  exact.assignFrom(standard, false);
+  exact.assignFrom(standard, Settings::copy);
   Vector<QQ> out;
   ASSERT_TRUE(exact.coordinatesOf({QQ(1), QQ(1)}, out, Over::saved, Coordinates::rational));
   EXPECT_EQ(out[1], q("1/3"));
@@ -123,7 +123,7 @@ TEST(Coordinates, DoNotKeepALatticeFromLongDouble) {
                           exact.basis.savedFactors.transform.end(),
                           [](const Vector<QQ>& row) { return !isExact(row[1]); }));
   Lattice<long double, long double> standard;
-  EXPECT_NO_THROW(standard.assignFrom(exact, false));
+  EXPECT_NO_THROW(standard.assignFrom(exact, Settings::copy));
 }
 
 }  // namespace

@@ -39,20 +39,20 @@ TYPED_TEST(LatticeFilesOver, NamesStandInTheBaseAndInTheProblemAsRead) {
 
 TYPED_TEST(LatticeFilesOver, StarsAreReadAgainstTheProblemAsRead) {
   this->scratch.write("p.sol", "[ 1 2 ]\n");
-  EXPECT_TRUE(this->lattice.readStarsFromSolFile(false));
+  EXPECT_TRUE(this->lattice.readStarsFromSolFile(StarReading::append));
   ASSERT_EQ(this->lattice.file.stars.dimension(), 1);
   EXPECT_EQ(this->lattice.file.stars[1].targetNorm, TypeParam(-5));
 }
 
 TYPED_TEST(LatticeFilesOver, PeekStoresNothing) {
   this->scratch.write("p.sol", "[ 1 2 ]\n");
-  EXPECT_TRUE(this->lattice.readStarsFromSolFile(true));
+  EXPECT_TRUE(this->lattice.readStarsFromSolFile(StarReading::peek));
   EXPECT_EQ(this->lattice.file.stars.dimension(), 0);
 }
 
 TYPED_TEST(LatticeFilesOver, StarsAreCheckedAgainstTheProblemAsRead) {
   this->scratch.write("p.sol", "[ 1 2 ]\n[ 1 9 ]\n");
-  this->lattice.readStarsFromSolFile(false);
+  this->lattice.readStarsFromSolFile(StarReading::append);
   EXPECT_FALSE(this->lattice.checkStars());
   EXPECT_EQ(this->lattice.file.stars.dimension(), 1);
   EXPECT_TRUE(this->lattice.checkStars());
@@ -62,13 +62,13 @@ TYPED_TEST(LatticeFilesOver, FileIsWrittenWhileTheSwitchIsOn) {
   this->lattice.file.stars.resize(1, false);
   this->lattice.file.stars[1] = Star<TypeParam>{TypeParam(1), TypeParam(2)};
   this->lattice.run.outputSwitch = true;
-  this->lattice.writeSolFile(true);
+  this->lattice.writeSolFile(Stars::asTheyAre);
   EXPECT_EQ(this->scratch.read("p.sol"), "[ 1 2 ] | 0 | [ ] | 0 | -1 | \n");
 }
 
 TYPED_TEST(LatticeFilesOver, FileStaysWhileTheSwitchIsOff) {
   this->scratch.write("p.sol", "old\n");
-  this->lattice.writeSolFile(true);
+  this->lattice.writeSolFile(Stars::asTheyAre);
   EXPECT_EQ(this->scratch.read("p.sol"), "old\n");
 }
 
@@ -77,7 +77,7 @@ TYPED_TEST(LatticeFilesOver, MissingNameIsReportedAndTheRunGoesOn) {
   this->lattice.file.setPaths({});
   this->lattice.run.outputSwitch = true;
   testing::internal::CaptureStderr();
-  this->lattice.writeSolFile(true);
+  this->lattice.writeSolFile(Stars::asTheyAre);
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
             "\n*** solFile is not set - solution write not possible\n");
   EXPECT_NE(lastOutputTime(), 0);
@@ -86,7 +86,7 @@ TYPED_TEST(LatticeFilesOver, MissingNameIsReportedAndTheRunGoesOn) {
 TYPED_TEST(LatticeFilesOver, MissingNameDoesNotMatterWhileTheSwitchIsOff) {
   this->lattice.file.setPaths({});
   testing::internal::CaptureStderr();
-  this->lattice.writeSolFile(true);
+  this->lattice.writeSolFile(Stars::asTheyAre);
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
@@ -133,12 +133,12 @@ TEST_F(LatticeFiles, StarsStayWhereTheirTextWouldLoseADigit) {
   lattice.file.stars[1] = Star<long double>{4, 1};
   lattice.file.stars[2] = Star<long double>{3, 1};
   lattice.run.outputSwitch = true;
-  EXPECT_THROW(lattice.writeSolFile(false), PrecisionException);
+  EXPECT_THROW(lattice.writeSolFile(Stars::withSolutions), PrecisionException);
   ASSERT_EQ(lattice.file.stars.dimension(), 2);
   EXPECT_EQ(lattice.file.stars[1][1], 4);
   EXPECT_EQ(scratch.read("p.sol"), "<no file>");
   lattice.found.solutions.clear();
-  lattice.writeSolFile(false);
+  lattice.writeSolFile(Stars::withSolutions);
   EXPECT_NE(scratch.read("p.sol"), "<no file>");
 }
 

@@ -48,7 +48,7 @@ class LatticeGenerateOver : public test::LatticeOfProblem<T> {
 
   void fillColumns() {
     const Matrix<T> basis{{1, 2, 3, 4, 5}, {0, 0, 6, 7, 8}, {9, 1, 2, 3, 4}};
-    this->live.reset(&basis, false);
+    this->live.reset(&basis, LatPath::keep);
     for (Vector<T>* vector :
          {&this->live.frame.l, &this->live.frame.r, &this->live.frame.lSave,
           &this->live.frame.rSave, &this->live.frame.c, &this->live.basis.translation})
@@ -241,12 +241,12 @@ constexpr const char* long1 =
 TEST(LatticeGenerate, LargeRangesAskForExactArithmetic) {
   Lattice<long double, long double> lattice;
   lattice.setProblem(test::problemFrom<long double>(primes));
-  lattice.normalise(true, false);
+  lattice.normalise(TargetRange::find, From::lifted);
   EXPECT_EQ(messageOf<PrecisionException>([&] { lattice.generateLattice(LatticeKind::full); }),
             "R overflow");
   Lattice<QQ, long double> exact;
   exact.setProblem(test::problemFrom(primes));
-  exact.normalise(true, false);
+  exact.normalise(TargetRange::find, From::lifted);
   exact.generateLattice(LatticeKind::full);
   EXPECT_EQ(exact.frame.rangeMultiple, q("999962000357"));
 }
@@ -254,12 +254,12 @@ TEST(LatticeGenerate, LargeRangesAskForExactArithmetic) {
 TEST(LatticeGenerate, LargeEntriesAskForExactArithmetic) {
   Lattice<long double, long double> lattice;
   lattice.setProblem(test::problemFrom<long double>(long1));
-  lattice.normalise(true, false);
+  lattice.normalise(TargetRange::find, From::lifted);
   EXPECT_EQ(messageOf<PrecisionException>([&] { lattice.generateLattice(LatticeKind::full); }),
             "B_save overflow2");
   Lattice<QQ, long double> exact;
   exact.setProblem(test::problemFrom(long1));
-  exact.normalise(true, false);
+  exact.normalise(TargetRange::find, From::lifted);
   exact.generateLattice(LatticeKind::full);
   EXPECT_EQ(exact.basis.B_save[2][1], q("2000000000"));
 }
@@ -326,7 +326,7 @@ TYPED_TEST(LatticeGenerateOver, PreparedRowsAreABasisOfTheSolutionsOfTheEquation
   ASSERT_EQ(lattice.basis.TT.dimension(), 1);
   EXPECT_TRUE(this->isIdentity(lattice.basis.TT[1], lattice.basis.n));
   Lattice<TypeParam, long double> whole;
-  whole.assignFrom(lattice, false);
+  whole.assignFrom(lattice, Settings::copy);
   whole.generateLattice(LatticeKind::full);
   // The first coordinate is the factor of the constants.
   Matrix<TypeParam> equations(2, 6);

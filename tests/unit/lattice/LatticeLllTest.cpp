@@ -23,7 +23,7 @@ class LllStepsOver : public testing::Test {
   /// Rows as the basis; Gram-Schmidt data of the first `done` of them.
   void use(std::initializer_list<std::initializer_list<T>> rows, Index done) {
     const Matrix<T> basis(rows);
-    lattice.reset(&basis, false);
+    lattice.reset(&basis, LatPath::keep);
     EXPECT_TRUE(done == 0 || lattice.classicOrthogonalise(1, done));
   }
 

@@ -150,7 +150,7 @@ TYPED_TEST(MappingOver, ParameterSetToWhatItIsDoesNothing) {
 
 TYPED_TEST(MappingOver, AssignmentOfParametersCausesNoReaction) {
   Lattice<TypeParam, long double> other;
-  other.assignFrom(this->lattice, false);
+  other.assignFrom(this->lattice, Settings::copy);
   this->lattice.params.convertFrom(Lattice<TypeParam, long double>().params);
   EXPECT_FALSE(this->lattice.params.translate);
   EXPECT_TRUE(identical(this->lattice.basis.translation, Vector<TypeParam>{10, 20, 0}));

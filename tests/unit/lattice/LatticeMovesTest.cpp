@@ -15,7 +15,7 @@ template <class T>
 class MovesOver : public testing::Test {
  protected:
   MovesOver() {
-    subject.reset(&basis, false);
+    subject.reset(&basis, LatPath::keep);
     for (Index k = 1; k <= subject.basis.n; ++k) {
       subject.basis.vectorAmounts[k] = static_cast<long double>(k);
       subject.basis.vectorMarks[k] = 10 * k;
@@ -107,7 +107,7 @@ TYPED_TEST(MovesOver, ExchangeOfNoVectorFails) {
 
 TYPED_TEST(MovesOver, OrthogonalisationSeesTheExchange) {
   auto& lattice = this->subject;
-  lattice.resize(2, 0, true);
+  lattice.resize(2, 0, Vectors::discard);
   std::fill(lattice.basis.vecStatus.begin(), lattice.basis.vecStatus.end(), StatusWord());
   EXPECT_TRUE(lattice.classicOrthogonalise(1, 0));
   EXPECT_EQ(lattice.gramSchmidt.cLen[1], 9.0L);
@@ -138,7 +138,7 @@ TYPED_TEST(MovesOver, SortingNothingChangesNothing) {
 TYPED_TEST(MovesOver, SortsManyVectors) {
   Matrix<TypeParam> rows(97, 1);
   for (Index k = 1; k <= 97; ++k) rows[k][1] = TypeParam(static_cast<int>(k * 31 % 97));
-  this->subject.reset(&rows, false);
+  this->subject.reset(&rows, LatPath::keep);
   this->subject.sortBasis(0);
   for (Index k = 1; k <= 97; ++k)
     EXPECT_EQ(this->subject.basis.B()[k][1], TypeParam(static_cast<int>(k - 1)));

@@ -27,7 +27,10 @@ class NormalFormOver : public test::FreshConsole {
     return normaliseAgain(true, false);
   }
   std::string normaliseAgain(bool generate, bool force) {
-    return test::FreshConsole::consoleOf([&] { lattice.normalise(generate, force); });
+    return test::FreshConsole::consoleOf([&] {
+      lattice.normalise(generate ? TargetRange::find : TargetRange::omit,
+                        force ? From::read : From::lifted);
+    });
   }
 
   Lattice<T, long double> lattice;
@@ -227,7 +230,7 @@ TYPED_TEST(NormalFormOver, ImpossibleProblemsEndTheRun) {
 TYPED_TEST(NormalFormOver, AssignmentTakesTheNormalFormAlong) {
   this->normalise(mixed);
   Lattice<QQ, long double> copy;
-  copy.assignFrom(this->lattice, false);
+  copy.assignFrom(this->lattice, Settings::copy);
   EXPECT_EQ(textOf(copy.slackUnit), "[ 1 1 1 10 1 1 ]");
   EXPECT_EQ(textOf(copy.shift), "[ 1 -20 0 0 0 0 ]");
   EXPECT_EQ(rowsText(copy.file.problem().At), "[ 0 0 1 0 ] [ 1 0 0 0 ]");
@@ -249,7 +252,7 @@ TEST(NormalForm, BoundsAreTightenedBeforeTheProblemIsLifted) {
   Lattice<QQ, long double> lattice;
   lattice.setProblem(problemFrom("[ ] [ ] [ ] [ ] [ ] [ [ 1 ] ] [ 2 ] [ 3 ] [ 0 ] [ 0 ] [ 100 ]"));
   lattice.tightenBounds();
-  lattice.normalise(true, false);
+  lattice.normalise(TargetRange::find, From::lifted);
   EXPECT_EQ(lattice.rx[1], QQ(1));
   // Stars are judged by what was read.
   EXPECT_EQ(lattice.file.problem().rx[1], QQ(100));
@@ -262,7 +265,7 @@ TEST(NormalForm, StepThatThrowsLeavesTheProblemAsRead) {
       "[ inf inf ] [ [ 600000000 ] [ 600000000 ] ] [ ] [ ] [ ] [ [ 1 ] ] [ 1 ] [ inf ] "
       "[ 0 ] [ 0 ] [ 9 ]"));
   const std::string before = test::fieldsText(lattice.file.problem());
-  EXPECT_THROW(lattice.normalise(true, false), PrecisionException);
+  EXPECT_THROW(lattice.normalise(TargetRange::find, From::lifted), PrecisionException);
   EXPECT_FALSE(lattice.optOriginal.rx.isSet());
   EXPECT_EQ(test::fieldsText(lattice.file.problem()), before);
 }

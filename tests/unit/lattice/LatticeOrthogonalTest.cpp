@@ -237,7 +237,7 @@ TYPED_TEST(OrthogonalOver, FullSizesItsFactorToTheShorterSide) {
   EXPECT_EQ(lattice.gramSchmidt.Q.rowCount(), 2);
   EXPECT_EQ(lattice.gramSchmidt.Q.columnCount(), 3);
   const Matrix<TypeParam> tall = this->of({{1}, {2}, {3}});
-  lattice.reset(&tall, false);
+  lattice.reset(&tall, LatPath::keep);
   lattice.fullOrthogonalise(1, 0, OnDependency::report);
   EXPECT_EQ(lattice.gramSchmidt.Q.rowCount(), 1);
 }
@@ -318,7 +318,7 @@ TYPED_TEST(OrthogonalOver, ResizeTakesTheFactorsAndTheirBits) {
   for (const Way way : {Way::cached, Way::full}) {
     LatticeOver<TypeParam> lattice(&basis);
     orthogonalise(lattice, way);
-    lattice.resize(3, 5, false);
+    lattice.resize(3, 5, Vectors::keep);
     EXPECT_EQ(lattice.basis.vecStatus[1], ST_MU);
     EXPECT_EQ(lattice.gramSchmidt.factors.Ps.count(), 0);
     EXPECT_EQ(lattice.gramSchmidt.factors.lqCache.dimension(), 0);
@@ -333,15 +333,15 @@ TYPED_TEST(OrthogonalOver, EachChangeOfTheBasisIsSeen) {
   const Matrix<TypeParam> other = this->of({{1, 2}, {5, 3}});
   LatticeOver<TypeParam> lattice(&basis);
   lattice.classicOrthogonalise(1, 0);
-  lattice.reset(&other, false);
+  lattice.reset(&other, LatPath::keep);
   lattice.classicOrthogonalise(1, 0);
   expectDone(lattice, 2, tenth(17));
   const LatticeOver<TypeParam> source(&basis);
-  lattice.assignFrom(source, false);
+  lattice.assignFrom(source, Settings::copy);
   lattice.classicOrthogonalise(1, 0);
   expectDone(lattice, 2, tenth(17));
-  lattice.resize(1, 2, false);
-  lattice.resize(2, 2, false);
+  lattice.resize(1, 2, Vectors::keep);
+  lattice.resize(2, 2, Vectors::keep);
   EXPECT_FALSE(lattice.classicOrthogonalise(1, 0));
   EXPECT_EQ(lattice.gramSchmidt.bSq[2], 0);
 }
@@ -360,12 +360,12 @@ TYPED_TEST(OrthogonalOver, AChangeOfTheScaleIsSeen) {
 TYPED_TEST(OrthogonalOver, SlotZeroOfTheStatusIsLive) {
   LatticeOver<TypeParam> lattice;
   EXPECT_EQ(lattice.basis.vecStatus.element(0), 0);
-  lattice.resize(2, 1, false);
-  lattice.resize(0, 1, false);
+  lattice.resize(2, 1, Vectors::keep);
+  lattice.resize(0, 1, Vectors::keep);
   EXPECT_EQ(lattice.basis.vecStatus.element(0), 0);
   EXPECT_EQ(lattice.basis.vecStatus.dimension(), 0);
   LatticeOver<TypeParam> copy;
-  copy.assignFrom(lattice, false);
+  copy.assignFrom(lattice, Settings::copy);
   EXPECT_EQ(copy.basis.vecStatus.element(0), 0);
 }
 

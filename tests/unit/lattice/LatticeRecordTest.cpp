@@ -131,7 +131,7 @@ TYPED_TEST(LatticeRecordOver, ResetForgetsTheSearch) {
   lattice.run.runVariables[MainMutexVariable::counter5].set("3");
   lattice.run.runVariables[MainMutexVariable::counter6].set("4");
   lattice.run.runVariables[MainMutexVariable::counter7].set("5");
-  lattice.reset(nullptr, false);
+  lattice.reset(nullptr, LatPath::keep);
   EXPECT_EQ(lattice.basis.n, 0);
   EXPECT_EQ(lattice.basis.m, 0);
   EXPECT_EQ(lattice.found.bestVector.dimension(), 0);
@@ -177,7 +177,7 @@ TYPED_TEST(LatticeRecordOver, ResetFillsTheEntriesAnew) {
   lattice.gramSchmidt.Q = Matrix<long double>(2, 2);
   lattice.basis.savedFactors.echelon = basis;
   lattice.basis.workingFactors.echelon = basis;
-  lattice.reset(&basis, false);
+  lattice.reset(&basis, LatPath::keep);
   this->expectZero(lattice.frame.c, 3);
   this->expectZero(lattice.frame.l, 3);
   this->expectZero(lattice.frame.r, 3);
@@ -205,7 +205,7 @@ TYPED_TEST(LatticeRecordOver, ResetKeepsProblemParametersAndStars) {
   lattice.optOriginal.dt = Vector<TypeParam>{TypeParam(3)};
   lattice.params.beta = 33;
   lattice.homValue = TypeParam(5);
-  lattice.reset(nullptr, false);
+  lattice.reset(nullptr, LatPath::keep);
   EXPECT_EQ(lattice.file.stars.dimension(), 1);
   EXPECT_EQ(lattice.optFile, "a.opt");
   EXPECT_EQ(lattice.optOriginal.dt.dimension(), 1);
@@ -216,9 +216,9 @@ TYPED_TEST(LatticeRecordOver, ResetKeepsProblemParametersAndStars) {
 TYPED_TEST(LatticeRecordOver, ResetEmptiesTheFileNameWhenTold) {
   LatticeOver<TypeParam> lattice;
   lattice.latFile = "a.lat";
-  lattice.reset(nullptr, false);
+  lattice.reset(nullptr, LatPath::keep);
   EXPECT_EQ(lattice.latFile, "a.lat");
-  lattice.reset(nullptr, true);
+  lattice.reset(nullptr, LatPath::clear);
   EXPECT_EQ(lattice.latFile, "");
 }
 
@@ -226,7 +226,7 @@ TYPED_TEST(LatticeRecordOver, ResizeAddsZerosBehindTheOldCoordinates) {
   const Matrix<TypeParam> basis = this->basis();
   LatticeOver<TypeParam> lattice(&basis);
   lattice.frame.c[3] = TypeParam(9);
-  lattice.resize(2, 5, false);
+  lattice.resize(2, 5, Vectors::keep);
   EXPECT_EQ(lattice.basis.m, 5);
   EXPECT_TRUE(identical(lattice.basis.B()[2], Vector<TypeParam>{4, 5, 6, 0, 0}));
   EXPECT_TRUE(identical(lattice.basis.B_save[1], Vector<TypeParam>{1, 2, 3, 0, 0}));
@@ -238,14 +238,14 @@ TYPED_TEST(LatticeRecordOver, ResizeGivesNewCoordinatesTheScaleOne) {
   const Matrix<TypeParam> basis = this->basis();
   LatticeOver<TypeParam> lattice(&basis);
   lattice.basis.scale[3] = TypeParam(9);
-  lattice.resize(2, 5, false);
+  lattice.resize(2, 5, Vectors::keep);
   EXPECT_TRUE(identical(lattice.basis.scale, Vector<TypeParam>{1, 1, 9, 1, 1}));
 }
 
 TYPED_TEST(LatticeRecordOver, ResizeAddsRowsOfZeros) {
   const Matrix<TypeParam> basis = this->basis();
   LatticeOver<TypeParam> lattice(&basis);
-  lattice.resize(3, 3, false);
+  lattice.resize(3, 3, Vectors::keep);
   EXPECT_EQ(lattice.basis.n, 3);
   this->expectZero(lattice.basis.B()[3], 3);
   this->expectZero(lattice.basis.B_save[3], 3);
@@ -261,8 +261,8 @@ TYPED_TEST(LatticeRecordOver, EntriesThatCameAgainAreZero) {
   lattice.basis.vecStatus[2] = 9;
   lattice.basis.vectorMarks[2] = 9;
   lattice.gramSchmidt.bSq[2] = 9;
-  lattice.resize(1, 3, false);
-  lattice.resize(2, 3, false);
+  lattice.resize(1, 3, Vectors::keep);
+  lattice.resize(2, 3, Vectors::keep);
   this->expectZero(lattice.basis.B()[2], 3);
   this->expectZero(lattice.basis.B_save[2], 3);
   EXPECT_EQ(lattice.gramSchmidt.mu[2][2], 0.0L);
@@ -274,7 +274,7 @@ TYPED_TEST(LatticeRecordOver, EntriesThatCameAgainAreZero) {
 TYPED_TEST(LatticeRecordOver, ResizeOfNoCoordinatesKeepsThem) {
   const Matrix<TypeParam> basis = this->basis();
   LatticeOver<TypeParam> lattice(&basis);
-  lattice.resize(1, 0, false);
+  lattice.resize(1, 0, Vectors::keep);
   EXPECT_EQ(lattice.basis.n, 1);
   EXPECT_EQ(lattice.basis.m, 3);
   EXPECT_EQ(lattice.basis.B().columnCount(), 3);
@@ -284,8 +284,8 @@ TYPED_TEST(LatticeRecordOver, ResizeToANegativeSizeDoesNothing) {
   const Matrix<TypeParam> basis = this->basis();
   LatticeOver<TypeParam> lattice(&basis);
   this->fill(lattice);
-  lattice.resize(-1, 5, true);
-  lattice.resize(5, -1, true);
+  lattice.resize(-1, 5, Vectors::discard);
+  lattice.resize(5, -1, Vectors::discard);
   EXPECT_EQ(lattice.basis.n, 2);
   EXPECT_EQ(lattice.basis.m, 3);
   this->expectSame(lattice.basis.B(), basis);
@@ -295,27 +295,27 @@ TYPED_TEST(LatticeRecordOver, ResizeToANegativeSizeDoesNothing) {
 TYPED_TEST(LatticeRecordOver, TransformationsGrowButDoNotShrink) {
   const Matrix<TypeParam> basis = this->basis();
   LatticeOver<TypeParam> lattice(&basis);
-  lattice.resize(3, 3, false);
+  lattice.resize(3, 3, Vectors::keep);
   EXPECT_EQ(lattice.basis.TT[1].rowCount(), 3);
   EXPECT_EQ(lattice.basis.TT[1].columnCount(), 3);
   EXPECT_EQ(lattice.basis.TT[1][1][1], TypeParam(1));
-  lattice.resize(1, 3, false);
+  lattice.resize(1, 3, Vectors::keep);
   EXPECT_EQ(lattice.basis.TT[1].rowCount(), 3);
 }
 
 TYPED_TEST(LatticeRecordOver, SwapBudgetIsAtLeastAHundred) {
   LatticeOver<TypeParam> lattice;
   EXPECT_EQ(lattice.run.swapBudget, 100);
-  lattice.resize(5, 1, false);
+  lattice.resize(5, 1, Vectors::keep);
   EXPECT_EQ(lattice.run.swapBudget, 100);
   EXPECT_EQ(lattice.run.swapBudgetFloor, 100);
-  lattice.resize(100, 1, false);
+  lattice.resize(100, 1, Vectors::keep);
   EXPECT_EQ(lattice.run.swapBudget, 100);
 }
 
 TYPED_TEST(LatticeRecordOver, SwapBudgetFollowsTheVectorsBeyondAHundred) {
   LatticeOver<TypeParam> lattice;
-  lattice.resize(101, 1, false);
+  lattice.resize(101, 1, Vectors::keep);
   EXPECT_EQ(lattice.run.swapBudget, 101);
   EXPECT_EQ(lattice.run.swapBudgetFloor, 101);
 }
@@ -324,7 +324,7 @@ TYPED_TEST(LatticeRecordOver, DiscardingTakesVectorsButNoStars) {
   const Matrix<TypeParam> basis = this->basis();
   LatticeOver<TypeParam> lattice(&basis);
   this->fill(lattice);
-  lattice.resize(2, 3, true);
+  lattice.resize(2, 3, Vectors::discard);
   EXPECT_EQ(lattice.found.bestVector.dimension(), 0);
   EXPECT_EQ(lattice.found.bestVector.time, unknownTime);
   EXPECT_EQ(lattice.found.bestRecord.status, ScoreStatus::empty);
@@ -338,7 +338,7 @@ TYPED_TEST(LatticeRecordOver, StoredVectorsTakeTheNewLength) {
   const Matrix<TypeParam> basis = this->basis();
   LatticeOver<TypeParam> lattice(&basis);
   this->fill(lattice);
-  lattice.resize(2, 4, false);
+  lattice.resize(2, 4, Vectors::keep);
   EXPECT_TRUE(identical<TypeParam>(lattice.found.bestVector, Vector<TypeParam>{1, 2, 3, 0}));
   EXPECT_EQ(lattice.found.bestVector.time, 7);
   EXPECT_TRUE(identical<TypeParam>(lattice.found.bestTarget, Vector<TypeParam>{4, 5, 6, 0}));
@@ -353,7 +353,7 @@ TYPED_TEST(LatticeRecordOver, StoredVectorsTakeTheNewLength) {
 
 TYPED_TEST(LatticeRecordOver, NoVectorIsMadeWhereThereIsNone) {
   LatticeOver<TypeParam> lattice;
-  lattice.resize(2, 4, false);
+  lattice.resize(2, 4, Vectors::keep);
   EXPECT_EQ(lattice.found.bestVector.dimension(), 0);
   EXPECT_EQ(lattice.found.bestTarget.dimension(), 0);
 }

@@ -32,7 +32,7 @@ class LatticeRestartOver : public test::LatticeOfProblem<T> {
     auto& lattice = this->live;
     this->prepare(small);
     // What the preparation has found is as good as any other.
-    lattice.resize(lattice.basis.n, 0, true);
+    lattice.resize(lattice.basis.n, 0, Vectors::discard);
     lattice.params.sol = 0;
     lattice.params.variate = false;
     lattice.params.stopping = true;
@@ -59,12 +59,14 @@ class LatticeRestartOver : public test::LatticeOfProblem<T> {
   /// The message of the restart; what was written goes to `console`.
   std::string restart() {
     std::string message;
-    console = this->consoleOf(
-        [&] { message = messageOf<RestartException>([&] { this->live.restartHandling(false); }); });
+    console = this->consoleOf([&] {
+      message =
+          messageOf<RestartException>([&] { this->live.restartHandling(Outcome::unfinished); });
+    });
     return message;
   }
   void finish() {
-    console = this->consoleOf([this] { this->live.restartHandling(true); });
+    console = this->consoleOf([this] { this->live.restartHandling(Outcome::finished); });
   }
 
   ScratchDir scratch;
@@ -85,7 +87,7 @@ TYPED_TEST(LatticeRestartOver, NothingEndsWhileTheTerminationIsOff) {
   this->live.run.terminationSwitch = false;
   this->finish();
   EXPECT_EQ(this->console, "");
-  this->console = this->consoleOf([&] { this->live.restartHandling(false); });
+  this->console = this->consoleOf([&] { this->live.restartHandling(Outcome::unfinished); });
   EXPECT_EQ(this->console, "");
   EXPECT_FALSE(this->live.stopped());
   EXPECT_EQ(this->live.run.restarts, 0);
@@ -93,7 +95,7 @@ TYPED_TEST(LatticeRestartOver, NothingEndsWhileTheTerminationIsOff) {
 
 TYPED_TEST(LatticeRestartOver, ProcessThatMayNotStopIsTerminated) {
   this->live.params.stopping = false;
-  EXPECT_EXIT(this->live.restartHandling(true), testing::KilledBySignal(SIGTERM), "");
+  EXPECT_EXIT(this->live.restartHandling(Outcome::finished), testing::KilledBySignal(SIGTERM), "");
 }
 
 TYPED_TEST(LatticeRestartOver, UnfinishedSearchStartsAgain) {
@@ -173,9 +175,10 @@ TYPED_TEST(LatticeRestartOver, VariationShufflesTheBasisEachTimeAnew) {
 TYPED_TEST(LatticeRestartOver, VariationRepeatsFromRunToRun) {
   this->live.params.variate = true;
   Lattice<TypeParam, long double> other;
-  other.assignFrom(this->live, false);
+  other.assignFrom(this->live, Settings::copy);
   this->restart();
-  this->consoleOf([&] { EXPECT_THROW(other.restartHandling(false), RestartException); });
+  this->consoleOf(
+      [&] { EXPECT_THROW(other.restartHandling(Outcome::unfinished), RestartException); });
   EXPECT_EQ(rowsText(this->live.basis.B()), rowsText(other.basis.B()));
 }
 
@@ -201,7 +204,7 @@ TYPED_TEST(LatticeRestartOver, ResultsOfAnUnfinishedLatticeAreItsStarsOnly) {
   lattice.run.outputSwitch = true;
   lattice.frame.latticeKind = LatticeKind::equations;
   lattice.writeResults();
-  lattice.reset(nullptr, false);
+  lattice.reset(nullptr, LatPath::keep);
   lattice.writeResults();
   EXPECT_TRUE(this->scratch.names().empty());
 }
@@ -292,8 +295,9 @@ TYPED_TEST(LatticeRestartOver, ResultsAreWrittenBehindTheRegenerationToo) {
   auto& lattice = this->live;
   lattice.params.variate = true;
   Lattice<TypeParam, long double> silent;
-  silent.assignFrom(lattice, false);
-  this->consoleOf([&] { EXPECT_THROW(silent.restartHandling(false), RestartException); });
+  silent.assignFrom(lattice, Settings::copy);
+  this->consoleOf(
+      [&] { EXPECT_THROW(silent.restartHandling(Outcome::unfinished), RestartException); });
   ASSERT_FALSE(identical(silent.basis.B_save, silent.basis.B()));
   lattice.run.outputSwitch = true;
   this->restart();
@@ -306,7 +310,8 @@ TYPED_TEST(LatticeRestartOver, ResultsAreWrittenWhereNothingEnds) {
     this->findSolutions();
     this->live.run.terminationSwitch = false;
     this->live.run.outputSwitch = true;
-    this->consoleOf([&] { this->live.restartHandling(finished); });
+    this->consoleOf(
+        [&] { this->live.restartHandling(finished ? Outcome::finished : Outcome::unfinished); });
     EXPECT_EQ(this->scratch.names(), (std::vector<std::string>{"p.lat", "p.sol"}));
     for (const char* name : {"p.lat", "p.sol"}) std::filesystem::remove(this->scratch.file(name));
   }

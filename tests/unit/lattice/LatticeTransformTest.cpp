@@ -19,7 +19,7 @@ using test::textOf;
 template <class T>
 class LatticeTransformOver : public test::LatticeOfProblem<T> {
  protected:
-  LatticeTransformOver() { this->live.reset(&basis, false); }
+  LatticeTransformOver() { this->live.reset(&basis, LatPath::keep); }
 
   /// Two times the second row on the first one, then both exchanged.
   void move() { this->live.basis.replace(Matrix<T>{{5, 1, 8}, {11, 2, 20}}); }
@@ -190,7 +190,7 @@ TYPED_TEST(LatticeTransformOver, LatticeFileIsWrittenUnlessSilent) {
 }
 
 TYPED_TEST(LatticeTransformOver, EmptyLatticeIsItself) {
-  this->live.reset(nullptr, false);
+  this->live.reset(nullptr, LatPath::keep);
   EXPECT_TRUE(this->verify());
   EXPECT_EQ(this->live.basis.TT.dimension(), 1);
 }
@@ -226,7 +226,7 @@ TEST_F(LatticeTransform, LostLatticeIsToldWhereItWasTracked) {
 
 TEST_F(ExactLatticeTransform, LostLatticeIsOnlyReported) {
   for (const bool isTracked : {false, true}) {
-    live.reset(&basis, false);
+    live.reset(&basis, LatPath::keep);
     setSilently(live.params.consistency, isTracked);
     test::setRow(live, 2, Vector<QQ>{10, 2, 16});
     if (isTracked) live.basis.TT[1][2][2] = QQ(2);
@@ -245,7 +245,7 @@ TEST_F(LatticeTransform, NoiseOfTheTransformationIsDropped) {
 
 TEST_F(LatticeTransform, LargeProductIsToldAsSuch) {
   const Matrix<long double> large{{1e9L, 0}, {0, 1}};
-  live.reset(&large, false);
+  live.reset(&large, LatPath::keep);
   setSilently(live.params.consistency, true);
   live.basis.TT[1][2][1] = 3e9L;
   EXPECT_EQ(messageOf<PrecisionException>(
@@ -280,12 +280,12 @@ TEST_F(ExactLatticeTransform, TransformationsDoNotOverflow) {
 TYPED_TEST(LatticeTransformOver, PushStartsAgainUnlessItLooksAtTheLastMatrix) {
   auto& lattice = this->live;
   lattice.basis.TT[1] = Matrix<TypeParam>{{0, 1}, {1, 0}};
-  lattice.pushTransformation(true);
+  lattice.pushTransformation(Stack::push);
   EXPECT_EQ(lattice.basis.TT.dimension(), 2);
   EXPECT_TRUE(this->isIdentity(lattice.basis.TT[2], 2));
-  lattice.pushTransformation(true);
+  lattice.pushTransformation(Stack::push);
   EXPECT_EQ(lattice.basis.TT.dimension(), 2);
-  lattice.pushTransformation(false);
+  lattice.pushTransformation(Stack::restart);
   ASSERT_EQ(lattice.basis.TT.dimension(), 1);
   EXPECT_TRUE(this->isIdentity(lattice.basis.TT[1], 2));
 }
@@ -293,7 +293,7 @@ TYPED_TEST(LatticeTransformOver, PushStartsAgainUnlessItLooksAtTheLastMatrix) {
 TYPED_TEST(LatticeTransformOver, IdentityOfAnotherOrderIsNone) {
   auto& lattice = this->live;
   lattice.basis.TT[1] = Matrix<TypeParam>{{1, 0, 0}, {0, 1, 0}};
-  lattice.pushTransformation(true);
+  lattice.pushTransformation(Stack::push);
   EXPECT_EQ(lattice.basis.TT.dimension(), 2);
 }
 
@@ -303,7 +303,7 @@ TYPED_TEST(LatticeTransformOver, MoreThanTwentyMatricesAreReported) {
   const auto push = [&] {
     lattice.basis.TT[lattice.basis.TT.dimension()] = Matrix<TypeParam>{{0, 1}, {1, 0}};
     testing::internal::CaptureStderr();
-    lattice.pushTransformation(true);
+    lattice.pushTransformation(Stack::push);
     return testing::internal::GetCapturedStderr();
   };
   EXPECT_EQ(push(), "");
@@ -341,10 +341,10 @@ TYPED_TEST(LatticeTransformOver, ScaleOfTheLastCoordinateIsThatOfHomValue) {
 
 TYPED_TEST(LatticeTransformOver, TrackingThatTheLatticeTurnedOnEndsWithReset) {
   this->setSilently(this->live.params.consistency, true);
-  this->live.reset(nullptr, false);
+  this->live.reset(nullptr, LatPath::keep);
   EXPECT_TRUE(this->live.params.consistency);
   this->live.run.consistencyForced = true;
-  this->live.reset(nullptr, false);
+  this->live.reset(nullptr, LatPath::keep);
   EXPECT_FALSE(this->live.params.consistency);
   EXPECT_FALSE(this->live.run.consistencyForced);
 }

@@ -52,7 +52,7 @@ template <class T>
 class LllPassOver : public test::FreshConsole {
  protected:
   void use(const Matrix<T>& basis) {
-    lattice.reset(&basis, false);
+    lattice.reset(&basis, LatPath::keep);
     test::allowChecks(lattice);
   }
 

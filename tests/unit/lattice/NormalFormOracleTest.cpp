@@ -103,7 +103,7 @@ PlainRecord rangedForm() {
 PlainRecord latticeForm(const Problem& problem) {
   Lattice<QQ, long double> lattice;
   lattice.setProblem(test::SmallProblem{problem, true}.record());
-  lattice.normalise(true, false);
+  lattice.normalise(TargetRange::find, From::lifted);
   return oracle::plainRecord(lattice);
 }
 

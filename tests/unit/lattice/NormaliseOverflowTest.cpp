@@ -42,16 +42,17 @@ std::string lossOf(Step step) {
 TEST_P(NormaliseOverflow, IsNoticedInLongDouble) {
   Lattice<long double, long double> lattice;
   lattice.setProblem(problemFrom<long double>(GetParam().problem));
-  EXPECT_EQ(lossOf([&lattice] { lattice.normalise(true, false); }), GetParam().message);
+  EXPECT_EQ(lossOf([&lattice] { lattice.normalise(TargetRange::find, From::lifted); }),
+            GetParam().message);
 }
 
 TEST_P(NormaliseOverflow, IsRepeatedOverRationals) {
   Lattice<QQ, long double> exact;
   exact.setProblem(problemFrom<QQ>(GetParam().problem));
-  consoleOf([&exact] { exact.normalise(true, false); });
+  consoleOf([&exact] { exact.normalise(TargetRange::find, From::lifted); });
   YLattice<long double> lattice;
   lattice.standard().setProblem(problemFrom<long double>(GetParam().problem));
-  consoleOf([&lattice] { lattice.normalise(true, false); });
+  consoleOf([&lattice] { lattice.normalise(TargetRange::find, From::lifted); });
   lattice.withLive([&exact](const auto& live) {
     EXPECT_EQ(fieldsText(live), fieldsText(exact));
     EXPECT_EQ(fieldsText(live.optOriginal), fieldsText(exact.optOriginal));
@@ -200,10 +201,10 @@ class NormaliseExactly : public test::FreshConsole,
 TEST_P(NormaliseExactly, GivesTheNormalFormOfTheExactLattice) {
   Lattice<QQ, long double> exact;
   exact.setProblem(problemFrom<QQ>(GetParam()));
-  consoleOf([&exact] { exact.normalise(true, false); });
+  consoleOf([&exact] { exact.normalise(TargetRange::find, From::lifted); });
   YLattice<long double> lattice;
   lattice.standard().setProblem(problemFrom<long double>(GetParam()));
-  consoleOf([&lattice] { lattice.normalise(true, false); });
+  consoleOf([&lattice] { lattice.normalise(TargetRange::find, From::lifted); });
   lattice.withLive([&exact](const auto& live) { EXPECT_EQ(fieldsText(live), fieldsText(exact)); });
 }
 

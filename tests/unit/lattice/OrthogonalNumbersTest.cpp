@@ -51,7 +51,7 @@ TEST(Orthogonal, SquaredLengthOfABillionthPartsDependenceFromIndependence) {
   for (const Way way : allWays) {
     LatticeOver<QQ> lattice(&below);
     EXPECT_EQ(orthogonalise(lattice, way), 2);
-    lattice.reset(&above, false);
+    lattice.reset(&above, LatPath::keep);
     EXPECT_EQ(orthogonalise(lattice, way), 0);
     expectDone(lattice, 2, tenth(17));
   }
@@ -100,7 +100,7 @@ TEST(Orthogonal, NumbersBeyondLongDoubleEndTheExactReduction) {
   for (const Way way : allWays)
     EXPECT_FAILS_WITH(orthogonalise(lattice, way), "numbers too large for the reduction");
   basis[2][2] = q("1e6000");
-  lattice.reset(&basis, false);
+  lattice.reset(&basis, LatPath::keep);
   EXPECT_FAILS_WITH(orthogonalise(lattice, Way::classic), "numbers too large for the reduction");
 }
 

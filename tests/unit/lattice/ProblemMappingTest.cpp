@@ -41,7 +41,7 @@ class ProblemMappingOver : public testing::Test {
   void prepare(const char* problem, LatticeStage stage) {
     lattice.setProblem(problemFrom<T>(problem));
     testing::internal::CaptureStdout();
-    lattice.normalise(true, false);
+    lattice.normalise(TargetRange::find, From::lifted);
     testing::internal::GetCapturedStdout();
     generateByHand(lattice, stage);
   }

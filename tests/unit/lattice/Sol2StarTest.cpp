@@ -57,7 +57,7 @@ TYPED_TEST(Sol2StarOver, StarSpeaksOfTheProblemAsRead) {
 TYPED_TEST(Sol2StarOver, OnlyWhatWasFiledSinceIsAskedFor) {
   this->use(plain);
   this->find(4, 2, 17);
-  const Index last = this->live.lastFiled;
+  const Index last = this->live.found.lastFiled;
   EXPECT_FALSE(this->live.starsFiledAfter(last).isSet());
   this->find(3, 2, 18);
   EXPECT_EQ(this->live.starsFiledAfter(0).dimension(), 2);
@@ -71,15 +71,15 @@ TYPED_TEST(Sol2StarOver, BestTargetAndItsSolutionAreOneJudgement) {
   this->use(aim);
   this->find(4, 2, 17);
   EXPECT_EQ(this->live.found.bestTarget.judged, this->live.found.solutions[1].judged);
-  EXPECT_EQ(this->live.lastFiled, 1);
+  EXPECT_EQ(this->live.found.lastFiled, 1);
 }
 
 TYPED_TEST(Sol2StarOver, NumberOfASolutionIsNotTakenBack) {
   this->use(plain);
   Lattice<TypeParam, long double> before;
-  before.assignFrom(this->live, false);
+  before.assignFrom(this->live, Settings::copy);
   this->find(4, 2, 17);
-  this->live.assignFrom(before, false);
+  this->live.assignFrom(before, Settings::copy);
   EXPECT_EQ(this->live.found.solutions.dimension(), 0);
   this->find(3, 2, 18);
   EXPECT_EQ(this->live.found.solutions[1].judged->number, 2);

@@ -1,5 +1,5 @@
 // Solutions found again by their coordinates, in an array and in a lattice.
-#include "lattice/SolutionIndex.h"
+#include "lattice/state/SolutionIndex.h"
 
 #include <gtest/gtest.h>
 
@@ -105,7 +105,7 @@ TYPED_TEST(SolutionsOfLatticeOver, ManyAreFiledOnceEach) {
 TYPED_TEST(SolutionsOfLatticeOver, DiscardedOnesAreFiledAgain) {
   EXPECT_EQ(this->check(1, 4), CHECK_STORED);
   EXPECT_EQ(this->check(2, 3), CHECK_STORED);
-  this->live.resize(this->live.basis.n, 0, true);
+  this->live.resize(this->live.basis.n, 0, Vectors::discard);
   generateByHand(this->live, test::LatticeStage::full);
   EXPECT_EQ(this->check(2, 3), CHECK_STORED);
   EXPECT_EQ(this->check(1, 4), CHECK_STORED);
@@ -122,11 +122,11 @@ TYPED_TEST(SolutionsOfLatticeOver, OnesTakenOutByABackupAreFiledAgain) {
 
 TYPED_TEST(SolutionsOfLatticeOver, OnesOfAnotherLatticeTakeThePlaceOfTheOwn) {
   Lattice<TypeParam, long double> other;
-  other.assignFrom(this->live, false);
+  other.assignFrom(this->live, Settings::copy);
   EXPECT_EQ(this->check(1, 4), CHECK_STORED);
   EXPECT_EQ(this->check(other, 2, 3), CHECK_STORED);
   EXPECT_EQ(this->check(other, 3, 3), CHECK_STORED);
-  other.assignFrom(this->live, false);
+  other.assignFrom(this->live, Settings::copy);
   EXPECT_EQ(this->check(other, 1, 4), 0U);
   EXPECT_EQ(this->check(other, 2, 3), CHECK_STORED);
   EXPECT_EQ(this->check(other, 3, 3), CHECK_STORED);
@@ -137,7 +137,7 @@ TYPED_TEST(SolutionsOfLatticeOver, OnesOfAnotherLengthAreKnownAgain) {
   auto& lattice = this->live;
   this->check(1, 4);
   EXPECT_EQ(this->check(1, 4), 0U);
-  lattice.resize(lattice.basis.n, lattice.basis.m + 1, false);
+  lattice.resize(lattice.basis.n, lattice.basis.m + 1, Vectors::keep);
   const Vector<TypeParam> longer(lattice.found.solutions[1]);
   EXPECT_EQ(longer.dimension(), lattice.basis.m);
   EXPECT_TRUE(lattice.found.solutionIndex.contains(lattice.found.solutions, longer));

@@ -17,12 +17,12 @@ namespace {
 class StepsOfYLattice : public test::FreshConsole {
  protected:
   void use(const Matrix<long double>& basis) {
-    lattice.standard().reset(&basis, false);
+    lattice.standard().reset(&basis, LatPath::keep);
     test::allowChecks(lattice.standard());
   }
   void prepare(std::string_view problem) {
     lattice.standard().setProblem(test::problemFrom<long double>(problem));
-    lattice.normalise(true, false);
+    lattice.normalise(TargetRange::find, From::lifted);
     lattice.prepareLattice();
   }
 
@@ -51,7 +51,7 @@ TEST_F(StepsOfYLattice, CountsOfARepeatedPassAreThoseOfTheExactOne) {
   const Matrix<long double> rows{{3, 0, 0, 0}, {0, 2, 0, 0}, {0, 0, 2000000001, 0}, {0, 0, 5, 1}};
   use(rows);
   YLattice<long double>::Exact expected;
-  expected.assignFrom(lattice.standard(), false);
+  expected.assignFrom(lattice.standard(), Settings::copy);
   expected.lllPass(1, 0, 0);
   const PassCounts counts = lattice.lllPass(1, 0, 0);
   EXPECT_EQ(counts.tests, expected.run.lastPass.tests);
@@ -89,7 +89,7 @@ TEST_F(StepsOfYLattice, SolutionsAreStarsWhicheverLatticeIsLive) {
   prepare(band);
   const auto file = [](auto& live) {
     using T = std::remove_reference_t<decltype(live.frame.l[1])>;
-    live.resize(live.basis.n, 0, true);
+    live.resize(live.basis.n, 0, Vectors::discard);
     live.prepareLattice();
     live.params.sol = 0;
     Vector<T> vector;

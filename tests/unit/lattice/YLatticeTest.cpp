@@ -381,13 +381,13 @@ class YLatticeOnFiles : public YLatticeTest {
     lattice.readOpt();
     lattice.tryStandardPrecision();
     problemFits = !lattice.usesExact();
-    found = lattice.readStarsExactly(false);
+    found = lattice.readStarsExactly(StarReading::append);
     starsFit = !lattice.usesExact();
     allRight = lattice.checkStars();
     lattice.sortStars();
     lattice.removeDuplicates(Duplicates::ofPointAndParams);
     lattice.setOutputSwitch(true);
-    lattice.writeSolFile(true);
+    lattice.writeSolFile(Stars::asTheyAre);
     lattice.sortStars();
     lattice.removeDuplicates(Duplicates::ofPoint);
     console = lattice.solutionsText();
@@ -485,7 +485,7 @@ TEST_F(YLatticeOnFiles, MissingStarsAreNone) {
   lattice.setFileNames(scratch.file("p.sol"));
   lattice.useExtendedPrecision();
   lattice.readOpt();
-  EXPECT_FALSE(lattice.readStarsFromSolFile(false));
+  EXPECT_FALSE(lattice.readStarsFromSolFile(StarReading::append));
   EXPECT_TRUE(lattice.checkStars());
 }
 

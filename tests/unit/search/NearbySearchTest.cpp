@@ -193,7 +193,7 @@ TYPED_TEST(NearbySearchOver, BestOfAPreparedProblemIsFoundByOnePass) {
 // A step may take from both deviations of a goal what only one of them has.
 TYPED_TEST(NearbySearchOver, DeviationsFollowFromTheirDifference) {
   this->prepare(aim);
-  this->live.resize(this->live.basis.n, 0, true);
+  this->live.resize(this->live.basis.n, 0, Vectors::discard);
   this->goOn();
   this->passOverFirst();
   EXPECT_EQ(this->live.found.bestTarget.targetNorm, TypeParam(3));
