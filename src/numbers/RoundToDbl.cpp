@@ -38,7 +38,7 @@ struct Truncated {
 
   /// Bits that don't fit into the mantissa of a long double.
   long excess() const {
-    const int width = 128 - std::countl_zero(highLimb(bits));
+    const int width = highLimb(bits) >> 63 == 0 ? 127 : 128;
     return std::max<long>(width - LDBL_MANT_DIG, leastExponent - exponent);
   }
 };
@@ -113,7 +113,7 @@ Truncated fullQuotient(mpz_srcptr numerator, mpz_srcptr denominator) {
   mpz_set(divisor.get(), denominator);
   const long shift = 127 + static_cast<long>(mpz_sizeinbase(denominator, 2)) -
                      static_cast<long>(mpz_sizeinbase(numerator, 2));
-  mpz_ptr const shifted = shift < 0 ? divisor.get() : dividend.get();
+  auto* const shifted = shift < 0 ? divisor.get() : dividend.get();
   mpz_mul_2exp(shifted, shifted, static_cast<mp_bitcnt_t>(std::abs(shift)));
   ZZ rest;
   divMod(dividend, divisor, dividend, rest);
