@@ -1,5 +1,4 @@
-// Ownership of one GMP integer: construction, copying, release. The arithmetic
-// over it is ZZ.
+// Owns one GMP integer: construction, copying, release. ZZ adds the arithmetic.
 #pragma once
 
 #include <gmp.h>
@@ -12,21 +11,21 @@ class BigInt {
   explicit BigInt(long value) : value_() { mpz_init_set_si(value_, value); }
   explicit BigInt(unsigned long value) : value_() { mpz_init_set_ui(value_, value); }
   BigInt(const BigInt& other) : value_() { mpz_init_set(value_, other.value_); }
-  /// Leaves `other` 0.
+  /// Sets `other` to 0.
   BigInt(BigInt&& other) noexcept : BigInt() { swap(other); }
-  // GMP copes with source and target being one object.
+  // mpz_set() allows source and target to be one object.
   BigInt& operator=(const BigInt& other) {  // NOLINT(bugprone-unhandled-self-assignment)
     mpz_set(value_, other.value_);
     return *this;
   }
-  /// Leaves `other` with this integer's former value.
+  /// Gives `other` the former value of this integer.
   BigInt& operator=(BigInt&& other) noexcept {
     swap(other);
     return *this;
   }
   ~BigInt() { mpz_clear(value_); }
 
-  /// Exchanges the contents without touching limbs.
+  /// Exchanges the values without copying limbs.
   void swap(BigInt& other) noexcept { mpz_swap(value_, other.value_); }
 
   mpz_srcptr get() const noexcept { return value_; }

@@ -15,13 +15,13 @@ namespace starsift {
 
 namespace {
 
-/// 10^18: the integer parts of more than 18 digits begin here.
+/// 10^18, the least integer part of more than 18 digits.
 constexpr std::int64_t integerBound = powersOfTen[dblDigits];
 
-/// |numerator| / denominator, in lowest terms, is a decimal of at most 18 digits.
+/// True if |numerator| / denominator, in lowest terms, is a decimal of at most 18 digits.
 bool isShortDecimal(std::int64_t numerator, std::uint32_t denominator) {
-  // Scaling by the missing twos and fives makes the denominator a power of ten;
-  // the numerator then has the digits that are written.
+  // Multiplying by the missing twos and fives makes the denominator a power of ten;
+  // the digits of the numerator are then those of the decimal.
   auto digits = static_cast<UInt128>(std::abs(numerator));
   std::uint32_t rest = denominator;
   int twos = 0;
@@ -43,9 +43,9 @@ bool hasLongInteger(const QQ& value) {
   return abs(value) >= bound;
 }
 
-/// Takes the text of x for one with few decimal places where it is. The product
-/// below is off by at most 2^-64 of itself, far less than half a unit in the last
-/// of 18 digits: where it is an integer, those are the digits that text would show.
+/// If x prints as a decimal of at most 17 places, stores it in `value` and returns true.
+/// The product below has a relative error of at most 2^-64, far less than half a unit in
+/// the last of 18 digits: if it is an integer, its digits are those that are printed.
 bool fewPlaces(dbl_t x, QQ& value) {
   constexpr int most = 17;
   for (int places = 1; places <= most; ++places) {
@@ -103,7 +103,7 @@ QQ exactInteger(dbl_t x) {
   std::int64_t small = 0;
   if (NumberTraits<dbl_t>::toInteger(x, small)) return QQ(small);
   const ExtendedBits bits(x);
-  // The integer is at least 2^62, so the mantissa ends with at most one bit behind the point.
+  // The integer is at least 2^62, so the mantissa has at most one bit after the point.
   const int shift = bits.exponent() - ExtendedBits::bias - 63;
   ZZ integer(shift < 0 ? bits.mantissa >> 1U : bits.mantissa);
   if (shift > 0) mpz_mul_2exp(integer.get(), integer.get(), static_cast<mp_bitcnt_t>(shift));

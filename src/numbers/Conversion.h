@@ -1,8 +1,8 @@
-// The two worlds of numbers: long double and QQ, and what may be lost between them.
+// Conversion between long double and QQ, and what may be lost by it.
 //
-// dbl_t is reckoned at 18 decimal digits: it carries a QQ exactly when the value is
+// dbl_t counts as a number of 18 decimal digits. It represents a QQ v exactly if v is
 // a decimal that ends within 18 significant digits (1/10, 999999999999999999; not
-// 1/3, not 2^-60), because fromDbl(toDbl(v)) == v holds for those and no others.
+// 1/3, not 2^-60): fromDbl(toDbl(v)) == v holds for these values and no others.
 #pragma once
 
 #include <limits>
@@ -18,15 +18,15 @@ static_assert(std::numeric_limits<dbl_t>::digits == 64 &&
                   std::numeric_limits<dbl_t>::digits10 == 18,
               "dbl_t must be the 80-bit extended format");
 
-/// Decimal digits that dbl_t carries.
+/// Significant decimal digits of a dbl_t.
 constexpr int dblDigits = 18;
 
-/// The body of toDbl() for everything but small integers.
+/// toDbl() of any number; slower for small integers.
 dbl_t toDblGeneral(const QQ& value, bool strict, bool lenient);
 
-/// The dbl_t nearest to `value`; infinities stay. Under `strict` an integer part
-/// of more than 18 digits throws PreCommaPrecisionException, and any other value
-/// that isn't carried exactly PostCommaPrecisionException unless `lenient`.
+/// Returns the dbl_t nearest to `value`, and infinity for infinity. If `strict`, throws
+/// PreCommaPrecisionException for an integer part of more than 18 digits, and, unless
+/// `lenient`, PostCommaPrecisionException for any other value that isn't exact.
 inline dbl_t toDbl(const QQ& value, bool strict, bool lenient = false) {
   constexpr std::int64_t bound = 1'000'000'000'000'000'000;
   std::int64_t integer = 0;
@@ -35,25 +35,25 @@ inline dbl_t toDbl(const QQ& value, bool strict, bool lenient = false) {
   return toDblGeneral(value, strict, lenient);
 }
 
-/// The QQ of the text of x with 18 significant digits; infinities stay. A nan
-/// throws PrecisionException "Precision lost during conversion".
+/// Returns the decimal that x prints as with 18 significant digits, and infinity for
+/// infinity. Throws PrecisionException "Precision lost during conversion" for a nan.
 QQ fromDbl(dbl_t x);
 
-/// True when `value` is carried exactly, so that a strict toDbl() doesn't throw.
+/// True if a strict toDbl() doesn't throw for `value`.
 bool isExact(const QQ& value);
 
-/// True when `value` survives the way to dbl_t and back up to one unit in the
-/// last of 18 digits, or up to 1 / 10^9 where that is more. Infinities survive.
+/// True if converting to dbl_t and back changes `value` by at most one unit in the last
+/// of 18 digits, or by at most 1 / 10^9 if that is more. True for infinities.
 bool representable(const QQ& value);
 
-/// Strict: throws where digits would be lost; nearest() rounds them away.
+/// convert() throws if `value` isn't exact in dbl_t; nearest() rounds.
 template <>
 struct NumberConversion<dbl_t, QQ> {
   static dbl_t convert(const QQ& value) { return toDbl(value, true); }
   static dbl_t nearest(const QQ& value) { return toDbl(value, false); }
 };
 
-/// The finite integer x to its last bit, where fromDbl() would take 18 digits for it.
+/// Returns the finite integer x with all its bits; fromDbl() rounds it to 18 digits.
 QQ exactInteger(dbl_t x);
 
 /// convert() throws PrecisionException for a nan.

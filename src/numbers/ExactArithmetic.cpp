@@ -10,8 +10,8 @@ namespace starsift {
 
 namespace {
 
-/// Integers below this magnitude have exact sums and products as long as the results
-/// stay below it too.
+/// Sums and products of integers are exact if operands and results are below this
+/// magnitude.
 constexpr dbl_t integerLimit = static_cast<dbl_t>(std::int64_t{1} << 62);
 
 bool isInteger(dbl_t a) {
@@ -64,7 +64,7 @@ void ExactArithmetic<dbl_t>::subtractProduct(dbl_t& sum, dbl_t a, dbl_t b) {
 }
 
 dbl_t ExactArithmetic<dbl_t>::roundedUp(dbl_t a) {
-  // Between -1 and 0 the C library gives -0.
+  // std::ceil() returns -0 between -1 and 0.
   return std::ceil(a) + 0.0L;
 }
 
@@ -73,7 +73,7 @@ dbl_t ExactArithmetic<dbl_t>::roundedDown(dbl_t a) {
 }
 
 dbl_t ExactArithmetic<dbl_t>::rounded(dbl_t a) {
-  // Between -1/2 and 0 the C library gives -0.
+  // std::round() returns -0 between -1/2 and 0.
   return std::round(a) + 0.0L;
 }
 

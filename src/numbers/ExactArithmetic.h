@@ -1,5 +1,5 @@
-// Arithmetic that an algorithm may rely on to the last digit, over either number
-// type: a result is exact or the operation throws.
+// Arithmetic without rounding over either number type: a result is exact or the
+// operation throws.
 #pragma once
 
 #include "numbers/Conversion.h"
@@ -7,22 +7,22 @@
 
 namespace starsift {
 
-/// Specialisations offer, all static, all operands finite unless told:
+/// Specialisations define these static functions; operands are finite except `sum`:
 ///
 ///   T product(a, b)                  a * b
 ///   T quotient(a, b)                 a / b, b not 0
-///   void addProduct(sum, a, b)       sum += a * b; sum may be infinite and stays so
-///   void subtractProduct(sum, a, b)  sum -= a * b, likewise
-///   T roundedUp(a), roundedDown(a)   the neighbouring integer
+///   void addProduct(sum, a, b)       sum += a * b; an infinite sum is unchanged
+///   void subtractProduct(sum, a, b)  sum -= a * b; an infinite sum is unchanged
+///   T roundedUp(a), roundedDown(a)   the least integer >= a, the greatest <= a
 ///   T rounded(a)                     the nearest integer, halves away from 0
-///   T denominator(a)                 the least positive integer q with q * a integer
+///   T denominator(a)                 the least integer q > 0 such that q * a is one
 ///   T powerOfTen(exponent)           exponent a non-negative integer
 ///
-/// Over long double a number stands for the decimal that fromDbl() gives: 0.1 is a
-/// tenth, and 10 of them are 1. Integers whose result stays below 2^62 are computed as
-/// they are, anything else by way of QQ; a result that long double doesn't carry
-/// exactly throws a PrecisionException. Over QQ nothing throws; an exponent above
-/// 100000 is fatal, "QQ: exponent out of range".
+/// Over long double a number means the decimal that fromDbl() returns: 0.1 is a tenth,
+/// and 10 times 0.1 is 1. Integers are computed in long double if the result is below
+/// 2^62, all else in QQ; a result that isn't exact in long double throws a
+/// PrecisionException. Over QQ nothing throws; an exponent above 100000 is fatal, "QQ:
+/// exponent out of range".
 template <class T>
 struct ExactArithmetic;
 
@@ -50,7 +50,7 @@ struct ExactArithmetic<dbl_t> {
   static dbl_t roundedUp(dbl_t a);
   static dbl_t roundedDown(dbl_t a);
   static dbl_t rounded(dbl_t a);
-  /// The nearest long double: one that can't be carried is above 10^18 and fails any
+  /// Rounded to nearest: a denominator that isn't exact is above 10^18 and fails any
   /// overflow check.
   static dbl_t denominator(dbl_t a);
   static dbl_t powerOfTen(dbl_t exponent);
@@ -63,8 +63,8 @@ bool isNonNegativeInteger(const T& value) {
          ExactArithmetic<T>::denominator(value) == T(1);
 }
 
-/// `value`, unless it left the range in which T is safe: a PrecisionException with
-/// `text` then, or FatalPrecisionException (see NumberTraits).
+/// Returns `value` if it is in the safe range of T. Otherwise throws a
+/// PrecisionException with `text`, or FatalPrecisionException (see NumberTraits).
 template <class T>
 const T& checkedRange(const T& value, const char* text) {
   if (NumberTraits<T>::overflowCheck(value)) throw PrecisionException(text);

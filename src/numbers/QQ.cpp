@@ -19,7 +19,7 @@ mpq_ptr newRational() {
   return rational.release();
 }
 
-/// Where results are worked out whose target is small. It keeps its limbs.
+/// Holds a result while it is computed, if the target is small. Limbs are reused.
 class Scratch {
  public:
   Scratch() noexcept : rational_() { mpq_init(rational_); }

@@ -1,9 +1,9 @@
 // The exact number of the system: a rational, or one of the two infinities.
 //
-// Nearly every number of a problem is a small integer, so the header holds the
-// roads for machine words and everything else is out of line: arithmetic in
+// Nearly every number of a problem is a small integer, so the header defines the
+// operations on machine words inline. All else is out of line: arithmetic in
 // QQArithmetic.cpp, construction and parts in QQ.cpp, text in QQText.h, powers and
-// logarithms in QQFunctions.h, the way to long double in Conversion.h.
+// logarithms in QQFunctions.h, conversion to long double in Conversion.h.
 #pragma once
 
 #include <gmp.h>
@@ -21,20 +21,20 @@
 
 namespace starsift {
 
-/// A number in lowest terms, held in one of three shapes that `tag_` tells apart:
+/// A number in lowest terms, stored in one of three shapes; `tag_` says which:
 ///
 ///   small     a numerator of magnitude below 2^62; the tag is the denominator,
 ///             at least 1 and below 2^32
 ///   big       an owned GMP rational on the heap; the tag is 0
 ///   infinity  the sign as +1 or -1; the tag is 2^32
 ///
-/// A value is small whenever it fits, so equal values have equal shapes. There is
+/// A value that fits is stored small, so equal values have equal shapes. There is
 /// no negative zero. An undefined operation (INF - INF, 0 * INF, 0 / 0, oo / oo)
-/// is a programming error and fatal; nothing here throws but std::bad_alloc.
+/// is a programming error and fatal. The only exception thrown is std::bad_alloc.
 class QQ {
  public:
   QQ() noexcept = default;
-  // Implicit, as a machine integer loses nothing on the way.
+  // Implicit: every machine integer is converted exactly.
   QQ(int value) noexcept : word_(value) {}  // NOLINT(google-explicit-constructor)
   QQ(long value) : word_(value) {           // NOLINT(google-explicit-constructor)
     if (!fitsSmall(value)) makeBig(value);
@@ -49,7 +49,7 @@ class QQ {
   QQ(const QQ& other) : word_(other.word_), tag_(other.tag_) {
     if (isBig()) copyBig(other);
   }
-  /// Leaves `other` 0.
+  /// Sets `other` to 0.
   QQ(QQ&& other) noexcept : word_(other.word_), tag_(other.tag_) {
     other.word_ = 0;
     other.tag_ = 1;
@@ -63,7 +63,7 @@ class QQ {
     }
     return *this;
   }
-  /// Leaves `other` with this number's former value.
+  /// Gives `other` the former value of this number.
   QQ& operator=(QQ&& other) noexcept {
     swap(other);
     return *this;
@@ -72,13 +72,13 @@ class QQ {
     if (isBig()) freeBig();
   }
 
-  /// (ganze + zaehler / nenner), negated when `sign` is false, in lowest terms.
-  /// A negative part is fatal, "A ganze / zaehler / nenner sign has been set, ...";
-  /// then a zero nenner under a zaehler, "QQ: division by zero". The sign of zero
-  /// is dropped.
+  /// Returns ganze + zaehler / nenner, negated if `sign` is false, in lowest terms.
+  /// Fatal, in this order: a negative part ("A ganze / zaehler / nenner sign has been
+  /// set, ..."), nenner 0 if zaehler isn't 0 ("QQ: division by zero"). The sign of
+  /// zero is dropped.
   static QQ canonicalise(bool sign, const ZZ& ganze, const ZZ& zaehler, const ZZ& nenner);
 
-  /// The number that `text` spells: see QQText.h.
+  /// Returns the number that `text` is the text of: see QQText.h.
   static QQ parse(std::string_view text);
 
   static const QQ& zero();
@@ -97,16 +97,16 @@ class QQ {
   bool isZero() const noexcept { return tag_ == 1 && word_ == 0; }
   /// False for the infinities.
   bool isInteger() const noexcept { return tag_ == 1 || (isBig() && bigIsInteger()); }
-  /// True for 0 and above.
+  /// True for 0, positive numbers and +infinity.
   bool sign() const noexcept { return isBig() ? bigSign() >= 0 : word_ >= 0; }
-  /// True for an integer of magnitude below 2^62, which is stored.
+  /// Stores an integer of magnitude below 2^62 and returns true; else returns false.
   bool toInt64(std::int64_t& value) const noexcept {
     if (tag_ != 1) return false;
     value = word_;
     return true;
   }
-  /// True for a numerator of magnitude below 2^62 over a denominator below 2^32;
-  /// both are stored.
+  /// Stores a numerator of magnitude below 2^62 and a denominator below 2^32 and
+  /// returns true; returns false if they are larger.
   bool toSmall(std::int64_t& numerator, std::uint32_t& denominator) const noexcept {
     if (isBig() || isInf()) return false;
     numerator = word_;
@@ -114,8 +114,8 @@ class QQ {
     return true;
   }
 
-  // The parts of |value| as a mixed number, 0 <= zaehler < nenner. An infinity has
-  // 1, 0 and 1.
+  // The parts of |value| as a mixed number, 0 <= zaehler < nenner. They are 1, 0 and 1
+  // for an infinity.
   ZZ ganze() const;
   ZZ zaehler() const;
   ZZ nenner() const;
@@ -153,8 +153,8 @@ class QQ {
     }
     return multiplyGeneral(other);
   }
-  /// A finite value over an infinity is 0, and one over 0 the infinity that has
-  /// the sign of the dividend.
+  /// A finite value divided by an infinity is 0; a value other than 0 divided by 0 is
+  /// the infinity with the sign of the dividend.
   QQ& operator/=(const QQ& other);
 
   void negate() noexcept {
@@ -174,7 +174,7 @@ class QQ {
     std::swap(tag_, other.tag_);
   }
 
-  /// Negative, 0 or positive as a is below, equal to or above b.
+  /// Negative if a < b, 0 if a == b, positive if a > b.
   friend int compare(const QQ& a, const QQ& b) {
     if (a.tag_ == b.tag_ && !a.isBig())
       return static_cast<int>(a.word_ > b.word_) - static_cast<int>(a.word_ < b.word_);
@@ -217,7 +217,7 @@ class QQ {
   static constexpr std::uint64_t bigTag = 0;
   static constexpr std::uint64_t infiniteTag = std::uint64_t{1} << 32;
 
-  /// Magnitude below 2^62: sum and difference of two such values don't overflow.
+  /// Magnitude below 2^62: the sum and difference of two such values don't overflow.
   static constexpr bool fitsSmall(std::int64_t value) noexcept {
     constexpr std::int64_t bound = std::int64_t{1} << 62;
     return value > -bound && value < bound;
@@ -232,7 +232,7 @@ class QQ {
   void makeBig(long value);
   void copyBig(const QQ& other);
   void freeBig() noexcept;
-  // The analyzer doesn't see through bit_cast.
+  // The analyzer doesn't understand bit_cast.
   int bigSign() const noexcept { return mpq_sgn(big()); }  // NOLINT(clang-analyzer-core.*)
   bool bigIsInteger() const noexcept;
   void assignGeneral(const QQ& other);
@@ -248,7 +248,7 @@ class QQ {
   std::uint64_t tag_ = 1;  // shape and denominator, see above
 };
 
-// Befriended above; declared again so that qualified calls find them.
+// Friends above; declared here so that qualified calls find them.
 void addProduct(QQ& sum, const QQ& a, const QQ& b);
 void subtractProduct(QQ& sum, const QQ& a, const QQ& b);
 
@@ -281,21 +281,21 @@ inline QQ abs(const QQ& value) {
   return value.sign() ? value : -value;
 }
 
-/// a where a > b, else b.
+/// Returns a if a > b, otherwise b.
 inline QQ max(const QQ& a, const QQ& b) {
   return compare(a, b) > 0 ? a : b;
 }
 
-// Neighbouring integers: towards -infinity, towards +infinity, towards 0. An
-// infinity and an integer stay.
+// Rounded to an integer: towards -infinity, towards +infinity, towards 0. Infinities
+// and integers are returned unchanged.
 QQ floor(const QQ& value);
 QQ ceil(const QQ& value);
 QQ trunc(const QQ& value);
 
-/// Sets `common` to the least common multiple of the two denominators and the
-/// others to the fractional parts of |a| and |b| over it, as numerators. Fatal
-/// when two of the results are one object ("QQ: The ZZs have the same address") or
-/// an operand is infinite ("a_z, b_z can not be set to ZZ::INF -- ...").
+/// Sets `common` to the least common multiple of the two denominators, `aScaled` and
+/// `bScaled` to the numerators of the fractional parts of |a| and |b| over it. Fatal
+/// if two of the results are one object ("QQ: The ZZs have the same address") or an
+/// operand is infinite ("a_z, b_z can not be set to ZZ::INF -- ...").
 void commonDenominator(const QQ& a, const QQ& b, ZZ& aScaled, ZZ& bScaled, ZZ& common);
 
 /// See QQText.h.
@@ -303,7 +303,7 @@ std::ostream& operator<<(std::ostream& stream, const QQ& value);
 std::istream& operator>>(std::istream& stream, QQ& value);
 
 /// Exact arithmetic: no overflow, no rounding. A vector component is one number
-/// token of QQText.h; an empty token is fatal there, so read() is never false.
+/// token of QQText.h. An empty token is fatal, so read() always returns true.
 template <>
 struct NumberTraits<QQ> {
   static QQ infinity() { return QQ::infinity(); }

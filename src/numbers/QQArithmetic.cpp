@@ -1,5 +1,5 @@
-// Arithmetic, comparison and rounding of QQ where the header's roads for small
-// integers end: small fractions in 128 bits, all else in GMP, infinities apart.
+// Arithmetic, comparison and rounding of QQ for all but small integers: small fractions
+// in 128 bits, larger ones in GMP, infinities separately.
 #include <numeric>
 
 #include "numbers/QQ.h"
@@ -23,7 +23,7 @@ bool bothSmall(const QQ& a, const QQ& b) {
   return QQStorage::isSmall(a) && QQStorage::isSmall(b);
 }
 
-/// a += b, or a -= b with a negative `sign`; both small.
+/// a += b, or a -= b if `sign` is negative; both small.
 void addSmall(QQ& a, const QQ& b, int sign) {
   const Int128 an = QQStorage::numerator(a);
   const Int128 bn = sign * static_cast<Int128>(QQStorage::numerator(b));
@@ -44,8 +44,8 @@ std::uint64_t magnitude(std::int64_t value) {
 void multiplySmall(QQ& a, std::int64_t numerator, std::uint64_t denominator) {
   const std::int64_t an = QQStorage::numerator(a);
   const std::uint64_t ad = QQStorage::denominator(a);
-  // Lowest terms come from the crosswise common divisors, so the product itself
-  // needs none.
+  // Without the common divisors of each numerator and the other denominator the product
+  // is in lowest terms.
   const std::uint64_t g = std::gcd(magnitude(an), denominator);
   const std::uint64_t h = std::gcd(magnitude(numerator), ad);
   QQStorage::set(a,
@@ -54,8 +54,8 @@ void multiplySmall(QQ& a, std::int64_t numerator, std::uint64_t denominator) {
                  static_cast<UInt128>(ad / h) * (denominator / g));
 }
 
-/// a += b or a -= b where at least one is infinite; b's sign is already that of
-/// the addend.
+/// a += b or a -= b, at least one of them infinite; bSign is the sign of the addend, so
+/// that of -b in a difference.
 void addInfinity(QQ& a, bool bIsInf, bool bSign) {
   if (!a.isInf())
     a.setInf(bSign);

@@ -1,5 +1,5 @@
-// Decimal fractions on their way into QQ. A power of ten has the primes 2 and 5
-// only, so lowest terms come without a gcd.
+// QQ from decimal fractions. A power of ten has the prime factors 2 and 5 only, so
+// reducing to lowest terms needs no gcd.
 #pragma once
 
 #include <cstdint>

@@ -15,10 +15,10 @@ namespace {
 constexpr const char* complexRootText = "QQ: complex roots are not implemented";
 constexpr const char* outOfRangeText = "QQ: exponent out of range";
 
-/// Results with more bits than this, in numerator or denominator, are refused.
+/// Results with more bits than this, in numerator or denominator, are rejected.
 constexpr unsigned long resultBits = 1UL << 31;
 
-/// A power whose natural logarithm has this magnitude or more is refused.
+/// A power is rejected if the magnitude of its natural logarithm is at least this.
 constexpr long logarithmBound = 1L << 30;
 
 bool isOdd(const ZZ& value) {
@@ -30,8 +30,8 @@ bool isNearOne(const QQ& value) {
 }
 
 /// The natural logarithm of a finite value > 0 with a relative error of few units in
-/// the last place. Near 1 rounding the argument would leave nothing of the logarithm,
-/// so there the exact difference to 1 is rounded.
+/// the last place. Rounding an argument near 1 would lose the logarithm, so its
+/// difference to 1 is computed exactly and rounded.
 QQ naturalLogarithm(const QQ& value) {
   return roundedLog(isNearOne(value) ? QQ(1) + roundToFloat(value - QQ(1)) : roundToFloat(value));
 }
@@ -45,8 +45,8 @@ QQ approximatePower(const QQ& base, const QQ& exponent) {
   return roundedExp(logarithm);
 }
 
-/// base ^ exponent for 10, where the exponent is small, and for +-1 and 0 at any
-/// size: the roads that need no limit.
+/// Stores base ^ exponent and returns true if the base is 10 and the exponent small, or
+/// the base is +-1 or 0: these cases need no limit of the exponent.
 bool easyPower(const QQ& base, const ZZ& exponent, QQ& result) {
   std::int64_t small = 0;
   if (!base.toInt64(small)) return false;
@@ -75,7 +75,7 @@ QQ integerPower(const QQ& base, const ZZ& exponent) {
   return result;
 }
 
-/// Sets `result` to the n-th root where it is an integer; value >= 0, n > 0.
+/// Stores the n-th root and returns true if it is an integer; value >= 0, n > 0.
 bool perfectRoot(ZZ& result, mpz_srcptr value, const ZZ& n) {
   if (mpz_cmp_ui(value, 1) <= 0) {
     mpz_set(result.get(), value);
@@ -86,8 +86,7 @@ bool perfectRoot(ZZ& result, mpz_srcptr value, const ZZ& n) {
   return mpz_root(result.get(), value, mpz_get_ui(n.get())) != 0;
 }
 
-/// base ^ (p / q) with the sign of a real q-th root; base finite, p > 0, q > 0, in
-/// lowest terms.
+/// The real value of base ^ (p / q); base finite, p > 0, q > 0, p / q in lowest terms.
 QQ fractionalPower(const QQ& base, const ZZ& p, const ZZ& q) {
   if (!base.sign() && !isOdd(q)) fail(complexRootText);
   const QQ size = abs(base);
@@ -119,7 +118,7 @@ QQ powerToInfinity(const QQ& base) {
   return base < QQ(1) ? QQ() : QQ::infinity();
 }
 
-/// The domain of log2() and log(); false for +infinity.
+/// Rejects arguments outside the domain of log2() and log(); false for +infinity.
 bool checkLogarithm(const QQ& value, const char* ofMinusInfinity) {
   if (value.isInf() && !value.sign()) fail(ofMinusInfinity);
   if (value <= QQ()) fail("log2(x), x <= 0 is not implemented / defined");

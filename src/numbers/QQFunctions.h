@@ -9,23 +9,23 @@
 
 namespace starsift {
 
-/// base ^ exponent. With a negative exponent it is 1 divided by the power with the
-/// negated one, so 0 ^ -1 is +infinity; 0 ^ 0 is 1. A fractional exponent p/q, in
-/// lowest terms, is the q-th root of the p-th power.
+/// Returns base ^ exponent. A negative exponent gives 1 / base ^ -exponent, so 0 ^ -1 is
+/// +infinity; 0 ^ 0 is 1. A fractional exponent p/q, in lowest terms, gives the q-th
+/// root of the p-th power.
 ///
-/// Fatal: a negative base with an even q, or with an infinite exponent ("QQ: complex
-/// roots are not implemented"); a result beyond 2^31 bits ("QQ: exponent out of
-/// range"). An infinite exponent gives the limit, and 1 for the base 1.
+/// Fatal: a negative base with an even q or an infinite exponent ("QQ: complex roots
+/// are not implemented"); a result of more than 2^31 bits ("QQ: exponent out of
+/// range"). An infinite exponent gives the limit, which is 1 for the base 1.
 QQ pow(const QQ& base, const QQ& exponent);
 
-/// The real n-th root; a negative n gives the reciprocal of the -n-th root.
+/// Returns the real n-th root; a negative n gives the reciprocal of the -n-th root.
 ///
 /// Fatal, in this order: n = 0 ("QQ: zero-th roots are not defined"), value 0 with
 /// a negative n ("QQ: division by zero"), an even root of a negative value ("QQ:
 /// complex roots are not implemented").
 QQ root(const QQ& value, const ZZ& n);
 
-/// Logarithms to the bases 2 and e; of +infinity they are +infinity.
+/// Return the logarithm to the base 2 or e, and +infinity for +infinity.
 ///
 /// Fatal: -infinity ("log2(-inf) is not implemented / defined", for log() with
 /// "log"), any other value <= 0 ("log2(x), x <= 0 is not implemented / defined").

@@ -1,6 +1,6 @@
-// The general grammar of QQ. A token may be megabytes long, with as many levels of
-// separators or exponents as it has characters, so nothing here is recursive and
-// every character is looked at a bounded number of times.
+// The parser of the complete grammar of QQ. A token may be megabytes long and have as
+// many levels of separators or exponents as characters, so nothing here is recursive
+// and every character is read a bounded number of times.
 #include <algorithm>
 #include <optional>
 #include <vector>
@@ -15,7 +15,7 @@ namespace starsift {
 
 namespace {
 
-/// Greatest magnitude of an exponent.
+/// The greatest magnitude of an exponent.
 constexpr long exponentBound = 100000;
 
 /// As isspace() in the C locale.
@@ -26,33 +26,33 @@ std::string_view skipSpace(std::string_view text) {
   return text;
 }
 
-/// The C string that the view begins with.
+/// The text up to its first zero character.
 std::string_view uptoZero(std::string_view text) {
   return text.substr(0, text.find('\0'));
 }
 
-/// Steps over one sign; true when it is a minus.
+/// Skips one sign; returns true for a minus.
 bool takeSign(std::string_view& text) {
   const bool negative = text.starts_with('-');
   if (negative || text.starts_with('+')) text.remove_prefix(1);
   return negative;
 }
 
-/// Steps over zeros; their count.
+/// Skips zeros and returns their number.
 unsigned long takeZeros(std::string_view& text) {
   const std::size_t zeros = std::min(text.find_first_not_of('0'), text.size());
   text.remove_prefix(zeros);
   return zeros;
 }
 
-/// The mixed number or decimal that a text without exponent spells.
+/// Parses a mixed number or decimal without exponent.
 ///
-/// In "a.b.c" or "a:b:c" what stands behind a separator is a number again. The
-/// text is walked through level by level, so that an error of an outer level comes
-/// first, and then the levels are checked from the innermost one outwards, as each
-/// needs the number behind it. Of the numbers themselves only three survive: an
-/// outer level looks at the integer part behind a "." and takes the fraction
-/// behind a ":", whose integer part must be 0.
+/// In "a.b.c" or "a:b:c" the text after a separator is a number again. The text is
+/// parsed level by level, so that an error of an outer level is reported first. Then
+/// the levels are checked from the innermost one outwards, because each check needs the
+/// number after it. Only three of the numbers are stored: an outer level needs the
+/// integer part of the number after a ".", and the fraction of the number after a ":",
+/// whose integer part must be 0.
 class LevelParser {
  public:
   QQ parse(std::string_view text) {
@@ -65,13 +65,13 @@ class LevelParser {
  private:
   /// A level that ends in a separator other than "/".
   struct Level {
-    bool mixed;           // ":", otherwise "." or ","
-    bool negative;        // sign in front
-    bool zeros;           // zeros right behind the separator
+    bool mixed;           // the separator is ":", otherwise "." or ","
+    bool negative;        // sign before the number
+    bool zeros;           // zeros directly after the separator
     signed char integer;  // sign of the integer part
   };
 
-  /// Takes the text up to and with the next separator; false at the last level.
+  /// Parses and removes the text up to the next separator; false at the last level.
   bool takeLevel(std::string_view& text) {
     text = skipSpace(text);
     const bool negative = takeSign(text);
@@ -104,7 +104,7 @@ class LevelParser {
     if (levels_.size() == 1) integer_.swap(integer);
   }
 
-  /// True right behind the first point, where the digits of the decimal stand.
+  /// True directly after the first point: the digits of the decimal follow.
   bool tailIsNext() const { return firstPoint_ && *firstPoint_ + 1 == levels_.size(); }
 
   QQ plainNumber(bool negative, std::string_view text) {
@@ -129,9 +129,9 @@ class LevelParser {
     return {buffer_, 0};
   }
 
-  /// Raises what is wrong with a level, innermost level first.
+  /// Reports malformed levels, the innermost one first.
   void checkLevels() const {
-    // Of the number behind the level at hand:
+    // Properties of the number after the current level:
     bool negative = !last_.sign();
     bool hasInteger = !last_.ganze().isZero();
     bool hasFraction = !last_.zaehler().isZero();
@@ -149,7 +149,7 @@ class LevelParser {
     }
   }
 
-  /// The number of the outermost level; there is more than one.
+  /// The number of the outermost level, if there is more than one level.
   QQ value() const {
     QQ result = firstPoint_ ? tailAsDecimal() : last_;
     result += QQ(integer_);
@@ -165,22 +165,22 @@ class LevelParser {
   std::vector<Level> levels_;
   ZZ integer_;                             // integer part of the first level
   std::optional<std::size_t> firstPoint_;  // level that ends in the first "."
-  unsigned long pointZeros_ = 0;           // zeros right behind that point
-  ZZ tail_;                                // integer part of the level behind it
+  unsigned long pointZeros_ = 0;           // zeros directly after that point
+  ZZ tail_;                                // integer part of the level after it
   QQ last_;                                // number of the last level
   std::string buffer_;                     // zero-terminated digits for GMP
 };
 
-/// mantissa * 10^exponent, worked out only when its digits are asked for: a few
-/// characters of an exponent stand for a hundred thousand digits, and in a chain
-/// of exponents nearly all of those would only show that a power of ten is 1.
+/// mantissa * 10^exponent, multiplied only when its value is needed: an exponent of a
+/// few characters means a hundred thousand digits, and in a chain of exponents nearly
+/// all of them would serve only to find that a power of ten is 1.
 struct Scaled {
   QQ mantissa;
   std::int64_t exponent = 0;  // |exponent| <= exponentBound
 
   QQ value() const { return exponent == 0 ? mantissa : mantissa * pow(QQ::ten(), QQ(exponent)); }
 
-  /// True when the value is so small that pow() takes 10^value for 1: the natural
+  /// True if the value is so small that pow() rounds 10^value to 1: the natural
   /// logarithm of the power is below half a unit in the last of its 192 bits.
   bool vanishes() const {
     constexpr std::int64_t smallest = -195;
@@ -193,7 +193,7 @@ struct Scaled {
   }
 };
 
-/// mantissa * 10^exponent for an exponent that is such a number itself.
+/// mantissa * 10^exponent, where the exponent is such a number itself.
 Scaled scaled(QQ mantissa, const Scaled& exponent) {
   if (exponent.vanishes()) return {std::move(mantissa)};
   const QQ value = exponent.value();
@@ -203,13 +203,13 @@ Scaled scaled(QQ mantissa, const Scaled& exponent) {
   return result;
 }
 
-/// The number of a text with or without exponent. The exponent is a number with
-/// or without exponent itself: all mantissas are read from left to right, then
-/// the values are formed from the innermost exponent outwards.
+/// Parses a number with or without exponent. The exponent may have an exponent itself:
+/// all mantissas are read from left to right, then the values are computed from the
+/// innermost exponent outwards.
 QQ parseWithExponents(std::string_view text) {
   struct Power {
     QQ mantissa;
-    bool negative;  // sign in front of the exponent
+    bool negative;  // sign of the exponent
   };
   std::vector<Power> powers;
   Scaled value;

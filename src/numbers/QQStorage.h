@@ -1,5 +1,5 @@
-// Inside of QQ, for its own .cpp files: any finite number seen as a GMP rational,
-// and results of GMP or of 128-bit arithmetic brought back into shape.
+// Internals of QQ, for the .cpp files of this folder: read access to any finite number
+// as a GMP rational, and storing results of GMP or of 128-bit arithmetic.
 #pragma once
 
 #include "numbers/QQ.h"
@@ -9,8 +9,8 @@ namespace starsift {
 __extension__ using Int128 = __int128;
 __extension__ using UInt128 = unsigned __int128;
 
-/// A finite number as a read-only GMP rational, without heap traffic. The number
-/// must stay unchanged as long as the view of a small one is in use.
+/// A finite number as a read-only GMP rational, without allocation. The number must not
+/// change while the view is in use.
 class QQView {
  public:
   explicit QQView(const QQ& value) noexcept;
@@ -29,7 +29,7 @@ class QQView {
   mpq_srcptr rational_;
 };
 
-/// Access to the shapes of a number.
+/// Reads and sets the shape of a number.
 class QQStorage {
  public:
   static bool isSmall(const QQ& value) noexcept { return value.tag_ - 1 < QQ::infiniteTag - 1; }
@@ -38,15 +38,15 @@ class QQStorage {
   static std::int64_t numerator(const QQ& value) noexcept { return value.word_; }
   static std::uint64_t denominator(const QQ& value) noexcept { return value.tag_; }
 
-  /// A GMP rational to work the new value of `target` out in: its own when it is
-  /// big, a scratch object otherwise. Only one is in use at a time.
+  /// A GMP rational in which to compute the new value of `target`: that of `target` if
+  /// it is big, otherwise an object of the thread. Use only one at a time.
   static mpq_ptr workplace(QQ& target) noexcept;
-  /// Stores what stands in the workplace of `target`, in lowest terms.
+  /// Stores `result`, the workplace of `target`, which must be in lowest terms.
   static void finish(QQ& target, mpq_ptr result);
 
-  /// Stores numerator / denominator, in lowest terms, denominator > 0.
+  /// Stores numerator / denominator, which must be in lowest terms, denominator > 0.
   static void set(QQ& target, Int128 numerator, UInt128 denominator);
-  /// As set() for any numerator and denominator > 0.
+  /// Reduces numerator / denominator to lowest terms and stores it; denominator > 0.
   static void setReduced(QQ& target, Int128 numerator, std::uint64_t denominator);
 };
 

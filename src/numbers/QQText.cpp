@@ -1,5 +1,5 @@
-// Printing, tokens and the reading of plain numbers. Everything that the general
-// grammar knows is in QQParse.cpp.
+// Printing, tokens and the reader of plain numbers. The parser of the complete grammar is
+// in QQParse.cpp.
 #include "numbers/QQText.h"
 
 #include <istream>
@@ -22,8 +22,8 @@ struct Digits {
   int count = 0;
 };
 
-/// Takes up to `most` digits, most <= 18. A further digit stays for the caller to
-/// stumble over.
+/// Reads up to `most` digits, most <= 18. A further digit is left for the caller to
+/// reject.
 Digits takeDigits(const char*& position, const char* end, int most) {
   const char* const begin = position;
   const char* const stop = end - begin > most ? begin + most : end;
@@ -36,13 +36,13 @@ Digits takeDigits(const char*& position, const char* end, int most) {
   return {value, static_cast<int>(position - begin)};
 }
 
-/// A number without leading zeros, not 0, or a count of 0.
+/// Reads a positive number without leading zeros; returns a count of 0 if there is none.
 Digits takePositive(const char*& position, const char* end) {
   if (position == end || *position == '0') return {};
   return takeDigits(position, end, plainDigits);
 }
 
-/// The tail of a decimal behind its point; null when it has only zeros or is long.
+/// Reads the decimal places after the point; null if they are all 0 or too many.
 const char* scanDecimalTail(const char* position, const char* end, Digits whole, QQ& value) {
   const char* const start = position;
   const Digits tail = takeDigits(position, end, plainDigits - whole.count);
@@ -52,13 +52,13 @@ const char* scanDecimalTail(const char* position, const char* end, Digits whole,
   return position;
 }
 
-/// zaehler / nenner behind a ":", a proper fraction.
+/// The proper fraction zaehler / nenner after a ":".
 struct ProperFraction {
   std::int64_t zaehler = 0;
   std::int64_t nenner = 0;
 };
 
-/// Null when there is none or a long one.
+/// Null if there is none or a long one.
 const char* scanProperFraction(const char* position, const char* end, ProperFraction& fraction) {
   const Digits zaehler = takePositive(position, end);
   if (zaehler.count == 0 || position == end || *position != '/') return nullptr;
@@ -84,7 +84,7 @@ const char* scanNenner(const char* position, const char* end, Digits zaehler, QQ
   return position;
 }
 
-/// What stands behind the first digits; `position` is at a separator.
+/// Reads the rest after the first digits; `position` is at a separator.
 const char* scanTail(const char* position, const char* end, Digits whole, QQ& value) {
   switch (*position) {
     case '.':
@@ -105,9 +105,9 @@ bool opensComment(const char* position, const char* end) {
   return *position == '/' && end - position > 1 && (position[1] == '/' || position[1] == '*');
 }
 
-/// An integer beyond plainDigits, alone or in front of a short proper fraction.
+/// Reads an integer longer than plainDigits, alone or before a short proper fraction.
 const char* scanLong(const char* position, const char* end, QQ& value) {
-  // The loop takes the square of the digits; GMP's own reader is faster from here on.
+  // The loop is quadratic in the digits; GMP's reader is faster for longer numbers.
   constexpr int mostDigits = 5 * plainDigits;
   ZZ whole;
   int count = 0;
@@ -137,7 +137,7 @@ bool isTokenCharacter(int c, TokenKind kind) {
   return kind == TokenKind::record && (c == 'e' || c == 'E');
 }
 
-/// True when a number token can't go on with what the source stands at.
+/// True if the next character of the source is not part of a number token.
 bool tokenEnds(const TextCursor& source, TokenKind kind) {
   const int c = source.peek();
   return c != 'i' && (!isTokenCharacter(c, kind) || atComment(source));
@@ -160,7 +160,7 @@ std::string gatherToken(Source& source, TokenKind kind) {
   return token += "inf";
 }
 
-/// Takes a plain number that ends the token; false leaves the source as it is.
+/// Reads a plain number if the token ends after it; otherwise leaves the source unchanged.
 bool readPlain(TextCursor& source, QQ& value, TokenKind kind) {
   const std::string_view rest = source.rest();
   const char* const begin = rest.data();
@@ -173,7 +173,7 @@ bool readPlain(TextCursor& source, QQ& value, TokenKind kind) {
   return true;
 }
 
-/// A stream shows no text ahead; the gathered token takes the plain roads.
+/// A stream can't be read ahead; QQ::parse() reads plain numbers of its tokens.
 bool readPlain(StreamCursor& /*source*/, QQ& /*value*/, TokenKind /*kind*/) {
   return false;
 }
@@ -198,7 +198,7 @@ void appendBig(std::string& out, const QQ& value) {
   ZZ ganze;
   ZZ zaehler;
   mpz_tdiv_qr(ganze.get(), zaehler.get(), view.numerator(), view.denominator());
-  // The sign stands once, in front.
+  // The sign is printed once, at the beginning.
   if (!ganze.isZero()) {
     appendDigits(out, ganze.get());
     out += ':';
@@ -217,7 +217,7 @@ const char* qqtext::scanPlain(const char* begin, const char* end, QQ& value) {
   if (position != end && (*position == '-' || *position == '+')) ++position;
   const char* const start = position;
   const Digits whole = takeDigits(position, end, plainDigits);
-  // A leading zero means another base than ten.
+  // A leading zero means a base other than ten.
   if (whole.count == 0 || (*start == '0' && whole.count > 1)) return nullptr;
   if (position != end && *position >= '0' && *position <= '9') {
     position = scanLong(start, end, value);
@@ -243,7 +243,7 @@ QQ QQ::parse(std::string_view text) {
 
 template <class Source>
 bool readToken(Source& source, QQ& value, TokenKind kind) {
-  // A vector's reader has skipped already.
+  // The reader of vectors has skipped white space and comments already.
   if (readPlain(source, value, kind)) return true;
   skipWithComments(source);
   if (!readPlain(source, value, kind)) value = QQ::parse(gatherToken(source, kind));

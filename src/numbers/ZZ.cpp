@@ -41,7 +41,7 @@ std::string ZZ::toString() const {
 
 void appendDigits(std::string& out, mpz_srcptr value) {
   const std::size_t before = out.size();
-  // Room for the sign and the terminator; the size may be one digit too large.
+  // Two more characters for the sign and the terminator; the size may be 1 too large.
   out.resize(before + mpz_sizeinbase(value, 10) + 2);
   mpz_get_str(out.data() + before, 10, value);
   out.resize(out.find('\0', out.size() - 3));
@@ -83,7 +83,7 @@ ZZ lcm(const ZZ& a, const ZZ& b) {
 }
 
 unsigned long digits(const ZZ& z) {
-  // For base 10 GMP's size is exact or one too large.
+  // For base 10 the size is exact or 1 too large.
   const unsigned long most = mpz_sizeinbase(z.get(), 10);
   if (most == 1) return 1;
   ZZ least;
