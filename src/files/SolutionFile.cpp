@@ -39,9 +39,11 @@ Vanu<T>& SolutionFile<T>::editProblem() {
 
 template <class T>
 void SolutionFile<T>::setPaths(const FileNames& names) {
+  const std::uint64_t number = problemNumber();
   Vanu<T>& problem = editProblem();
   problem.optFile = names.optFile;
   problem.solFile = names.solFile;
+  read_->number = number;
 }
 
 template <class T>

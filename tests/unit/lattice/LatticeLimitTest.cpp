@@ -129,7 +129,7 @@ TYPED_TEST(LatticeLimitOver, SolutionIsWrittenUnlessSilent) {
   this->use(band);
   auto& lattice = this->live;
   lattice.run.outputSwitch = true;
-  lattice.solFile = scratch.file("p.sol");
+  lattice.file.setPaths({"", scratch.file("p.sol"), ""});
   this->checkPoint(1, 4);
   EXPECT_EQ(scratch.read("p.sol"), "<no file>");
   EXPECT_EQ(lattice.checkSolution(this->image({TypeParam(2), TypeParam(3)}), Space::raw, 0,
@@ -145,7 +145,7 @@ TYPED_TEST(LatticeLimitOver, SolutionFiledInSilenceIsWrittenWhereItIsMetAgain) {
   this->use(band);
   auto& lattice = this->live;
   lattice.run.outputSwitch = true;
-  lattice.solFile = scratch.file("p.sol");
+  lattice.file.setPaths({"", scratch.file("p.sol"), ""});
   this->checkPoint(1, 4);
   EXPECT_EQ(lattice.checkSolution(this->image({TypeParam(1), TypeParam(4)}), Space::raw, 0,
                                   Announce::full),

@@ -169,7 +169,7 @@ struct MakeIntegerRows {
   template <class SomeLattice>
   void operator()(SomeLattice& lattice) const {
     auto& problem = static_cast<std::remove_reference_t<decltype(lattice.optOriginal)>&>(lattice);
-    problem = lattice.optOriginal;
+    problem = lattice.file.problem();
     toIntegerRows(problem);
   }
 };
