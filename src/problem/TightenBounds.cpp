@@ -14,10 +14,10 @@ namespace {
 
 /// Cycles of rows may narrow a wide range by one step a round: what they haven't said by
 /// then isn't worth the time.
-constexpr int mostRounds = 20;
+constexpr int maxRounds = 20;
 
 /// Entries that all rounds but the first may look at: a second or two of long fractions.
-constexpr std::size_t mostEntries = 2'000'000;
+constexpr std::size_t maxEntries = 2'000'000;
 
 /// The values of a variable, counted in its steps: integers, unless it is a constant.
 struct Range {
@@ -105,7 +105,7 @@ std::size_t entriesOf(const std::vector<Limit>& rows) {
 
 /// False where the rows contradict the ranges.
 bool propagate(std::vector<Range>& ranges, const std::vector<Limit>& rows) {
-  const auto rounds = 1 + std::min<std::size_t>(mostRounds - 1, mostEntries / entriesOf(rows));
+  const auto rounds = 1 + std::min<std::size_t>(maxRounds - 1, maxEntries / entriesOf(rows));
   for (std::size_t round = 1; round <= rounds; ++round) {
     bool isNarrowed = false;
     for (const Limit& row : rows) {

@@ -9,7 +9,7 @@ namespace starsift {
 namespace {
 
 constexpr std::size_t freeBits = std::size_t{1} << 20;
-constexpr std::size_t mostGrowth = 64;
+constexpr std::size_t maxGrowth = 64;
 
 std::size_t bits(mpz_srcptr value) {
   return mpz_sizeinbase(value, 2);
@@ -25,7 +25,7 @@ std::size_t scaleLimit(std::span<const QQ> numbers) {
     written += bits(view.numerator()) + bits(view.denominator());
     ++count;
   }
-  return std::max(freeBits, mostGrowth * written) / std::max<std::size_t>(count, 1);
+  return std::max(freeBits, maxGrowth * written) / std::max<std::size_t>(count, 1);
 }
 
 }  // namespace

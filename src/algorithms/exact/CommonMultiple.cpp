@@ -6,7 +6,7 @@ namespace starsift {
 
 namespace {
 
-constexpr int mostSteps = 100000;
+constexpr int maxSteps = 100000;
 
 }  // namespace
 
@@ -20,7 +20,7 @@ T lcmAdjust(const T& multiple, const T& hi, const T& lo) {
   T divisor = gcdQQ(multiple, range);
   // A common multiple is no less than the range.
   for (int step = 0;
-       step < mostSteps && range < least && !(divisor == range) && !(divisor == multiple); ++step) {
+       step < maxSteps && range < least && !(divisor == range) && !(divisor == multiple); ++step) {
     low -= T(1);
     range = hi - low;
     divisor = gcdQQ(multiple, range);

@@ -29,15 +29,15 @@ std::array<R, 4> fourProducts(const Matrix<R>& rows, Index first, const Vector<R
 }
 
 /// Rounding errors of products may be so many times those of new ones.
-constexpr long double mostGrowth = 64;
+constexpr long double maxGrowth = 64;
 
 /// What a product of rounded rows must have of the product of their lengths, so that its
 /// rounding errors leave enough digits of it: 2^-16, squared.
-constexpr long double leastShare = 0x1p-32L;
+constexpr long double minProductShare = 0x1p-32L;
 
 /// So large a product of lengths, in units of the squared length that it is divided by for a
 /// Gram-Schmidt coefficient, makes rounding errors of the coefficient that matter: 2^24, squared.
-constexpr long double leastRatio = 0x1p48L;
+constexpr long double minLengthRatio = 0x1p48L;
 
 }  // namespace
 
@@ -90,7 +90,7 @@ void RowProducts<R>::change(Index k, const R& factor) {
 template <class R>
 void RowProducts<R>::keep(Index k, Index last, const Vector<R>& mu, const Vector<R>& lengths) {
   Row& row = rows_[k];
-  if (!row.isKnown || row.growth > mostGrowth) return;
+  if (!row.isKnown || row.growth > maxGrowth) return;
   for (Index j = 1; j <= last; ++j) row.products[j] = mu[j] * lengths[j];
   row.isChanged = false;
 }
@@ -189,9 +189,9 @@ R RowProducts<R>::withoutLoss(const R& product, const Matrix<R>& rows, Index k, 
                               const Vector<R>& lengths) {
   if (!exact_) return product;
   // Squares, as roots would take longer than the rest.
-  const R most = squaredLength(rows, k) * squaredLength(rows, j);
-  const bool isLost =
-      product * product < leastShare * most && leastRatio * (lengths[j] * lengths[j]) < most;
+  const R maxSquare = squaredLength(rows, k) * squaredLength(rows, j);
+  const bool isLost = product * product < minProductShare * maxSquare &&
+                      minLengthRatio * (lengths[j] * lengths[j]) < maxSquare;
   return isLost ? exact_(k, j) : product;
 }
 
