@@ -18,7 +18,7 @@ T lcmAdjust(const T& multiple, const T& hi, const T& lo) {
   T best = lo;
   T least = lcmQQ(multiple, range);
   T divisor = gcdQQ(multiple, range);
-  // A common multiple is no less than the range.
+  // A common multiple is at least the range, so larger ranges can't improve on `least`.
   for (int step = 0;
        step < maxSteps && range < least && !(divisor == range) && !(divisor == multiple); ++step) {
     low -= T(1);
