@@ -15,7 +15,7 @@ std::size_t bits(mpz_srcptr value) {
   return mpz_sizeinbase(value, 2);
 }
 
-/// Most bits of a scale that is to multiply each of the numbers but zeros.
+/// Maximum number of bits of a scale that multiplies each of the numbers other than 0.
 std::size_t scaleLimit(std::span<const QQ> numbers) {
   std::size_t count = 0;
   std::size_t written = 0;
