@@ -44,13 +44,14 @@ struct Columns {
   }
 };
 
-/// How lines hang together.
+/// Linear relations among the lines.
 struct Relations {
-  /// Those that are independent of the ones before.
+  /// Lines that are independent of the lines before them.
   std::vector<std::size_t> pivots;
-  /// Of the other lines over the pivots before them; nothing at a pivot.
+  /// Coefficients of each other line over the pivots before it; empty at a pivot.
   std::vector<std::optional<Coefficients>> coefficients;
-  /// A multiple of the exponent of the integer vectors over the lattice, in the pivots.
+  /// A multiple of the exponent of the group of all integer vectors modulo the lattice, both
+  /// restricted to the pivots.
   ZZ modulus;
 };
 
@@ -61,7 +62,7 @@ ZZ determinantOf(const PivotBlock& block) {
   return determinant(entries);
 }
 
-/// Nothing where the prime divides a minor that matters.
+/// Empty if the prime divides a relevant minor.
 std::optional<Relations> relationsBy(const std::vector<IntegerRow>& lines, std::size_t rows,
                                      const PrimeField& field) {
   ModularSplit split = splitRows(lines, rows, field);
@@ -89,7 +90,7 @@ Relations relationsOf(const std::vector<IntegerRow>& lines, std::size_t rows) {
       return std::move(*relations);
 }
 
-/// The rows in the pivots.
+/// The rows restricted to the pivots.
 IntegerMatrix pivotEntries(const Columns& columns, const std::vector<std::size_t>& pivots,
                            std::size_t rows) {
   IntegerMatrix result(rows);
@@ -98,7 +99,7 @@ IntegerMatrix pivotEntries(const Columns& columns, const std::vector<std::size_t
   return result;
 }
 
-/// The entry beside the pivots of a row whose entries in the pivots are known.
+/// The entry in a column that isn't a pivot, for a row with known entries in the pivots.
 QQ combined(const std::vector<ZZ>& row, const Coefficients& coefficients, const Columns& columns,
             const std::vector<std::size_t>& pivots) {
   ZZ sum;
@@ -110,7 +111,7 @@ QQ combined(const std::vector<ZZ>& row, const Coefficients& coefficients, const 
   return {sum, coefficients.denominator};
 }
 
-/// The row of the form with these entries in the pivots of the lines.
+/// Fills the row of the form that has these entries in the pivots of the lines.
 void fillRow(Vector<QQ>& target, const std::vector<ZZ>& entries, const Columns& columns,
              const Relations& relations) {
   for (std::size_t k = 0; k < entries.size(); ++k) {

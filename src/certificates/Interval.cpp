@@ -36,7 +36,7 @@ void Interval::subtractProduct(const Interval& a, const Interval& b) {
 }
 
 Interval& Interval::operator/=(const Interval& divisor) {
-  // A positive bound falls least by the greatest divisor, a negative one rises.
+  // A greater divisor decreases a positive quotient and increases a negative one.
   const auto& lowest = mpfr_sgn(low_.mpfr_srcptr()) >= 0 ? divisor.high_ : divisor.low_;
   const auto& highest = mpfr_sgn(high_.mpfr_srcptr()) >= 0 ? divisor.low_ : divisor.high_;
   mpfr_div(low_.mpfr_ptr(), low_.mpfr_srcptr(), lowest.mpfr_srcptr(), MPFR_RNDD);

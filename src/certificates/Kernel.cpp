@@ -22,12 +22,12 @@ bool isIntegral(const Matrix<QQ>& rows) {
   });
 }
 
-/// Rows without a common factor of their entries are their lines, up to signs.
+/// True if the entries of a row have no common factor: it equals its line up to sign.
 bool isPrimitive(const Vector<QQ>& row, const IntegerRow& line) {
   return abs(factorOf(row, line)) == QQ::one();
 }
 
-/// A minor of the independent rows that isn't 0, up to its sign.
+/// A minor of the independent rows that isn't 0, up to sign.
 ZZ minorOf(const std::vector<IntegerRow>& rows, std::size_t columns) {
   const ModularSplit split = splitRows(rows, columns, separatingField(rows, columns));
   IntegerMatrix entries;
@@ -44,8 +44,8 @@ std::vector<IntegerRow> linesOf(const Matrix<QQ>& rows) {
   return lines;
 }
 
-/// A multiple of the common divisor of all minors of the independent rows: that of one
-/// in columns as far left as possible and one as far right.
+/// A multiple of the greatest common divisor of all minors of the independent rows: the gcd
+/// of a minor in columns as far left as possible and one as far right as possible.
 ZZ commonMinor(Matrix<QQ> rows) {
   const auto columns = static_cast<std::size_t>(rows.columnCount());
   ZZ left = minorOf(linesOf(rows), columns);
@@ -54,8 +54,8 @@ ZZ commonMinor(Matrix<QQ> rows) {
   return gcd(left, minorOf(linesOf(rows), columns));
 }
 
-/// The rows, each of `columns` entries, span all integer vectors. `modulus` is a
-/// multiple of the common divisor of all their minors of full order.
+/// True if the rows, each of `columns` entries, span all integer vectors. `modulus` is a
+/// multiple of the greatest common divisor of all their minors of full order.
 bool spanAllIntegers(const IntegerMatrix& rows, std::size_t columns, const ZZ& modulus) {
   if (modulus == ZZ::one()) return true;
   const IntegerMatrix form = hermiteModulo(rows, columns, modulus);

@@ -1,4 +1,4 @@
-// Whether rows are a basis of the integer solutions of homogeneous equations.
+// Whether rows are a basis of a kernel lattice, the integer solutions of homogeneous equations.
 #pragma once
 
 #include "core/Matrix.h"
@@ -6,19 +6,20 @@
 
 namespace starsift {
 
-/// The lattice of the rows is all of the integer vectors in their rational span, and the
-/// rows are independent and of integers. A matrix without rows is such a basis.
+/// True if the rows are independent, consist of integers, and their lattice contains all
+/// integer vectors of their rational span. A matrix without rows is such a basis.
 ///
-/// The rows extend to a basis of all integer vectors exactly when the columns span all
-/// of the integer vectors of their length, and that needs a look only modulo what two
-/// minors have in common, which hardly ever is more than 1. Entries are taken as the
-/// rationals that they convert to; an infinite one is fatal.
+/// The rows extend to a basis of all integer vectors exactly if the columns span all integer
+/// vectors of their length, which is tested only modulo the greatest common divisor of two
+/// minors, hardly ever more than 1. Entries are converted to rationals exactly; an infinite
+/// one is fatal.
 template <class T>
 bool isSaturatedBasis(const Matrix<T>& rows);
 
-/// Each integer solution x of equations * x = 0 is one integer combination of the rows,
-/// and each row is one. Both matrices have as many columns as x has entries, also where
-/// they have no rows; false if they don't. Entries as above.
+/// True if the rows are a basis of the kernel lattice of the equations: each integer solution x
+/// of equations * x = 0 is exactly one integer combination of the rows, and each row is a
+/// solution. Both matrices have as many columns as x has entries, even without rows; false if
+/// they don't. Entries as above.
 template <class T>
 bool isKernelBasis(const Matrix<T>& rows, const Matrix<T>& equations);
 

@@ -39,7 +39,7 @@ struct Lines {
   }
 };
 
-/// X with X * basis == rows, where that is a matrix of integers.
+/// X with X * basis == rows; empty if there is no such matrix of integers.
 std::optional<Matrix<QQ>> integerCoordinates(const Matrix<QQ>& rows, const Matrix<QQ>& basis) {
   const Lines from(basis);
   const Lines to(rows);

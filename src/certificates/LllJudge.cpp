@@ -9,7 +9,8 @@ namespace {
 using Kind = LllViolation::Kind;
 
 /// An interval widens by at most two bits from row to row in a reduced basis, whose
-/// lengths may fall by another bit; the rest tells values from bounds near by.
+/// lengths may decrease by another bit; the remaining bits distinguish values from bounds
+/// close to them.
 long sufficientPrecision(std::size_t rows) {
   return 128 + 4 * static_cast<long>(rows);
 }
@@ -25,7 +26,7 @@ bool atMost(const ZZ& a, const QQ& ratio, const ZZ& b) {
   return a * ratio.nenner() <= ratio.numerator() * b;
 }
 
-/// `product` without what lies along the rows that both have entries for.
+/// `product` minus the components along the rows for which both have entries.
 Interval projected(Interval product, const std::vector<Interval>& mu,
                    const std::vector<Interval>& r) {
   for (std::size_t i = 0; i < mu.size() && i < r.size(); ++i) product.subtractProduct(mu[i], r[i]);
@@ -81,16 +82,16 @@ bool IntegralGramSchmidt::isSizeReduced(std::size_t j, const QQ& eta) const {
 }
 
 bool IntegralGramSchmidt::mayStay(const QQ& delta) const {
-  // Times d(i) * d(i-1).
+  // Multiplied by d(i) * d(i-1).
   const std::size_t i = kept_.size() - 1;
   const ZZ& lambda = lambda_[i][i - 1];
   const ZZ projected = d_[i + 1] * d_[i - 1] + lambda * lambda;
   return delta.numerator() * d_[i] * d_[i] <= projected * delta.nenner();
 }
 
-/// `product` of two rows without what lies along the kept rows that both have entries
-/// for. Each step is one of Bareiss' elimination of the Gram matrix, so that divisions
-/// come out even.
+/// `product` of two rows minus the components along the kept rows for which both have
+/// entries. Each step is a step of Bareiss' elimination of the Gram matrix, so that
+/// divisions are exact.
 ZZ IntegralGramSchmidt::projected(ZZ product, const std::vector<ZZ>& a,
                                   const std::vector<ZZ>& b) const {
   for (std::size_t i = 0; i < a.size() && i < b.size(); ++i) {

@@ -1,5 +1,5 @@
-// The judgement behind LllViolations.h, open to tests: how precise the intervals are
-// decides how often the integers are asked.
+// The decision procedure of LllViolations.h, accessible to tests: the precision of the
+// intervals determines how often the computation with integers is needed.
 #pragma once
 
 #include <optional>
@@ -11,26 +11,26 @@
 
 namespace starsift {
 
-/// Gram-Schmidt data of the first rows, in intervals. They widen from row to row by a
-/// factor that is small where the rows are size-reduced.
+/// Gram-Schmidt data of the first rows, in intervals, which widen from row to row by a
+/// factor that is small if the rows are size-reduced.
 class IntervalGramSchmidt {
  public:
-  /// `precision` in bits.
+  /// `precision` of the bounds in bits.
   explicit IntervalGramSchmidt(long precision) : precision_(precision) {}
 
-  /// Takes the next row, by its products with the rows so far and with itself. False
-  /// where it isn't certain to be independent of them: then there is no going on.
+  /// Adds the next row, given its products with the rows so far and with itself. False
+  /// if it isn't certain to be independent of them: then no further row can be added.
   bool add(const std::vector<ZZ>& products);
 
-  /// Of the last row: the coefficient over row j, 0-based, is at most eta.
+  /// True if the coefficient of the last row over row j, 0-based, is at most eta in magnitude.
   std::optional<bool> isSizeReduced(std::size_t j, const QQ& eta) const;
-  /// The Lovasz condition between the last two rows.
+  /// The Lovasz test for the last two rows.
   std::optional<bool> mayStay(const QQ& delta) const;
 
  private:
   long precision_;
-  /// Products of each row with the orthogonalised ones up to its own, and those before
-  /// over their squared lengths.
+  /// Products of each row with the orthogonalised rows up to its own; mu_ holds the products
+  /// before the diagonal divided by the squared lengths of these rows.
   std::vector<std::vector<Interval>> r_;
   std::vector<std::vector<Interval>> mu_;
 };
@@ -41,15 +41,16 @@ class IntervalGramSchmidt {
 /// Algebraic Number Theory, algorithm 2.6.7.
 class IntegralGramSchmidt {
  public:
-  /// Takes row k, 0-based, by its products with the kept rows and with itself; rows come
-  /// in order. False where it depends on those before, which leaves it out.
+  /// Adds row k, 0-based, given its products with the kept rows and with itself; rows come
+  /// in order. False if it depends on the rows before it; it isn't kept then.
   bool add(std::size_t k, const std::vector<ZZ>& products);
 
-  /// Independent rows so far, by their numbers among all rows.
+  /// Indices of the independent rows so far, among all rows.
   const std::vector<std::size_t>& kept() const { return kept_; }
-  /// Of the last row: the coefficient over kept row j, 0-based, is at most eta.
+  /// True if the coefficient of the last row over kept row j, 0-based, is at most eta in
+  /// magnitude.
   bool isSizeReduced(std::size_t j, const QQ& eta) const;
-  /// The Lovasz condition between the last two kept rows.
+  /// The Lovasz test for the last two kept rows.
   bool mayStay(const QQ& delta) const;
 
  private:
@@ -61,12 +62,12 @@ class IntegralGramSchmidt {
   std::vector<ZZ> d_{ZZ::one()};
 };
 
-/// Judges rows from the top: in intervals as long as these decide every inequality, and
-/// in integers from there on.
+/// Tests rows from the top: with intervals as long as these decide every inequality, and
+/// with integers from there on.
 class LllJudge {
  public:
   LllJudge(IntegerMatrix rows, QQ delta, QQ eta);
-  /// With `precision` bits in the bounds of intervals.
+  /// `precision`: bits in the bounds of the intervals.
   LllJudge(IntegerMatrix rows, QQ delta, QQ eta, long precision);
 
   bool hasNext() const { return next_ < rows_.size(); }
@@ -82,7 +83,7 @@ class LllJudge {
   QQ delta_;
   QQ eta_;
   std::size_t next_ = 0;
-  /// Until they leave something open.
+  /// Empty once an inequality was left undecided.
   std::optional<IntervalGramSchmidt> intervals_;
   IntegralGramSchmidt integers_;
 };

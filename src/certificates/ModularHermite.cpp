@@ -6,9 +6,10 @@ namespace starsift {
 
 namespace {
 
-/// A triangular basis that takes one row after another. It starts as `modulus` times the
-/// unit vectors, so what follows a column always spans `modulus` times those behind it:
-/// entries behind a pivot may be reduced by the modulus at any time.
+/// A triangular basis to which rows are added one by one. It starts as `modulus` times the
+/// unit vectors, so the rows after the j-th always span `modulus` times the unit vectors of
+/// the columns after the j-th: entries right of a pivot may be reduced by the modulus at any
+/// time.
 class HermiteBasis {
  public:
   HermiteBasis(std::size_t columns, const ZZ& modulus)
@@ -27,7 +28,7 @@ class HermiteBasis {
     }
   }
 
-  /// Brings entries above the diagonal into their range.
+  /// Reduces the entries above the diagonal to their range.
   IntegerMatrix reduced() && {
     for (std::size_t i = rows_.size(); i-- > 0;)
       for (std::size_t j = i + 1; j < rows_.size(); ++j) {
@@ -43,15 +44,15 @@ class HermiteBasis {
   void reduce(ZZ& entry) const { mpz_fdiv_r(entry.get(), entry.get(), modulus_.get()); }
 
   /// row -= factor * row j of the basis. Both factors are below the modulus; the sums are
-  /// reduced when it is their turn, since a division costs more than the product.
+  /// reduced only when their column is processed, since a division costs more than the product.
   void subtractMultiple(std::vector<ZZ>& row, const ZZ& factor, std::size_t j) const {
     mpz_submul(row[j].get(), factor.get(), rows_[j][j].get());
     for (std::size_t k = j + 1; k < row.size(); ++k)
       if (!rows_[j][k].isZero()) mpz_submul(row[k].get(), factor.get(), rows_[j][k].get());
   }
 
-  /// Gives row j of the basis the common divisor of its pivot and row[j], and makes
-  /// row[j] zero, by a transformation of the two with determinant 1.
+  /// Replaces the pivot of row j of the basis by the greatest common divisor of the pivot and
+  /// row[j], and makes row[j] zero, by a transformation of the two rows with determinant 1.
   void combine(std::vector<ZZ>& row, std::size_t j) {
     std::vector<ZZ>& basis = rows_[j];
     ZZ divisor;

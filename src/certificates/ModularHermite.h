@@ -1,4 +1,4 @@
-// The row Hermite normal form of a lattice of full rank, all numbers kept below a
+// The row Hermite normal form of a lattice of full rank, with all numbers kept below a
 // modulus.
 #pragma once
 
@@ -6,9 +6,9 @@
 
 namespace starsift {
 
-/// The lattice spanned by the rows and by `modulus` times each unit vector. Square of
-/// order `columns`, upper triangular with positive diagonal, entries above the diagonal
-/// at least 0 and below the diagonal entry of their column.
+/// The form of the lattice spanned by the rows and by `modulus` times each unit vector. Square
+/// of order `columns`, upper triangular with positive diagonal, entries above the diagonal
+/// at least 0 and less than the diagonal entry of their column.
 ///
 /// `modulus` is positive. No number grows beyond its square times m + n. m rows of n columns:
 /// O(n^2 (m + n)) operations.

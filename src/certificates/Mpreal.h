@@ -1,7 +1,7 @@
-// Floats of arbitrary precision, mpfr::mpreal: what the containers ask of them,
-// and vectors and matrices over them. A default-constructed one has the default
-// precision of its library at that moment; sums of products, determinants and what
-// elimination makes have the precision of their entries, if that is greater.
+// Floats of arbitrary precision, mpfr::mpreal: the number traits that the containers need,
+// and vectors and matrices over them. A default-constructed float has the current default
+// precision of its library; sums of products, determinants and results of elimination have
+// the precision of their entries, if that is greater.
 #pragma once
 
 #include <mpreal.h>
@@ -12,7 +12,7 @@
 
 namespace starsift {
 
-/// As for long double, but without overflow: the range has no bound that matters.
+/// As for long double, but without overflow: the exponent range is practically unlimited.
 template <>
 struct NumberTraits<mpfr::mpreal> {
   static mpfr::mpreal infinity() { return mpfr::const_infinity(); }
@@ -41,7 +41,7 @@ struct NumberTraits<mpfr::mpreal> {
     return mpfr::fmod(a, b);
   }
   static bool overflowCheck(const mpfr::mpreal&) { return false; }
-  /// A decimal with optional sign, point and exponent, rounded to the default precision.
+  /// Reads a decimal with optional sign, point and exponent, rounded to the default precision.
   template <class Source>
   static bool read(Source& source, mpfr::mpreal& value);
   static void append(std::string& out, const mpfr::mpreal& value, int digits);
@@ -51,7 +51,7 @@ struct NumberTraits<mpfr::mpreal> {
   static constexpr int wholeDigits = 0;  // The precision may be lower than any number of digits.
 
  private:
-  /// Gives `value` at least the precision of `other`; its value stays.
+  /// Raises the precision of `value` to at least that of `other`; its value is unchanged.
   static void widen(mpfr::mpreal& value, const mpfr::mpreal& other) {
     if (value.get_prec() < other.get_prec()) value.set_prec(other.get_prec());
   }

@@ -2,7 +2,7 @@
 //
 // An array of dimension n owns n + 1 constructed elements 0..n. Elements 1..n are
 // the content; slot 0 is valid scratch storage that no text form and no arithmetic
-// touches. The bodies stand here since the set of element types is open.
+// touches. The bodies stand here because the set of element types is open.
 #pragma once
 
 #include <algorithm>
@@ -15,8 +15,7 @@
 
 namespace starsift {
 
-/// Elements an array reserves beyond its dimension when it is told to grow one
-/// by one.
+/// Elements that resize() reserves beyond the new dimension if `reserve` is set.
 constexpr Index growthMargin = 100;
 
 template <class T>
@@ -41,28 +40,28 @@ class Array {
   /// resize(0): keeps the storage.
   virtual void clear() { resize(0, false); }
 
-  /// Back to the fresh state without storage.
+  /// Returns to the fresh state, without storage.
   virtual void destroy() {
     data_.reset();
     dimension_ = 0;
     capacity_ = 0;
   }
 
-  /// Sets the dimension. Storage grows when the capacity doesn't suffice, by
-  /// growthMargin beyond need with `reserve`. Never clears elements: shrinking
-  /// and growing again shows the old ones. A negative dimension is fatal.
+  /// Sets the dimension. Storage grows if the capacity doesn't suffice, with `reserve`
+  /// by growthMargin more than needed. Never clears elements: shrinking and growing
+  /// again shows the old ones. A negative dimension is fatal.
   virtual void resize(Index dimension, bool reserve) {
     if (dimension < 0) fail("array: dimension < 0");
     if (dimension > capacity_) grow(dimension, reserve);
     dimension_ = dimension;
   }
 
-  /// True when there is content.
+  /// True if there is content.
   virtual bool isSet() const { return dimension_ > 0; }
 
   Index dimension() const { return dimension_; }
   Index capacity() const { return capacity_; }
-  /// Slot 0 of the storage; null before the first growth.
+  /// Slot 0 of the storage; null before the storage is first allocated.
   T* data() { return data_.get(); }
   const T* data() const { return data_.get(); }
 
@@ -81,14 +80,14 @@ class Array {
     return (*this)[index];
   }
 
-  /// Exchanges two elements; an index outside 0..dimension() is fatal.
+  /// Swaps two elements; an index outside 0..dimension() is fatal.
   void swap(Index a, Index b) {
     if (a < 0 || a > dimension_ || b < 0 || b > dimension_) fail("Array: swap index out of range");
     using std::swap;
     if (a != b) swap((*this)[a], (*this)[b]);
   }
 
-  /// Exchanges the contents of two arrays; no element is touched.
+  /// Swaps the contents of two arrays; no element is touched.
   void exchange(Array& other) noexcept {
     std::swap(data_, other.data_);
     std::swap(dimension_, other.dimension_);
@@ -109,7 +108,7 @@ class Array {
   void grow(Index dimension, bool reserve) {
     const Index capacity = dimension + (reserve ? growthMargin : 0);
     auto data = std::make_unique_for_overwrite<T[]>(static_cast<std::size_t>(capacity) + 1);
-    // Slot 0 of the first storage; later ones take over the old one.
+    // Slot 0 of the first storage; later storage receives slot 0 of the one before.
     if constexpr (std::is_arithmetic_v<T>) std::fill_n(data.get(), 1, T());
     if (data_) std::move(data_.get(), data_.get() + dimension_ + 1, data.get());
     data_ = std::move(data);
@@ -134,8 +133,8 @@ class Array {
   Index capacity_ = 0;
 };
 
-/// Appends an element. O(1) amortised, where growing by resize(..., true) one by one is
-/// quadratic.
+/// Appends an element. O(1) amortised, while n calls of resize(dimension + 1, true) are
+/// quadratic in n.
 template <class T>
 void append(Array<T>& array, T element) {
   const Index next = array.dimension() + 1;

@@ -12,8 +12,8 @@ namespace starsift {
 /// The text of a conversion whose result doesn't convert back to the source.
 constexpr const char* conversionLossText = "Precision lost during conversion";
 
-/// The value in another type (strictly: see NumberConversion). With `check` it is
-/// converted back; a difference throws PrecisionException.
+/// Converts the value to another type (strictly: see NumberConversion). With `check` the
+/// result is converted back; a difference throws PrecisionException.
 template <class T, class U>
 T convertNumber(const U& value, bool check) {
   T result = NumberConversion<T, U>::convert(value);
@@ -22,7 +22,7 @@ T convertNumber(const U& value, bool check) {
   return result;
 }
 
-/// An array that can be filled from one over another element type. New elements
+/// An array that can be filled from an array over another element type. New elements
 /// of an arithmetic type are zero.
 template <class T>
 class ConversionArray : public Array<T> {
@@ -39,8 +39,8 @@ class ConversionArray : public Array<T> {
     }
   }
 
-  /// Takes the dimension of `source` and every element as convertNumber() gives
-  /// it: with `check` nothing may be lost. Unchanged after an exception.
+  /// Copies the dimension of `source` and stores every element as convertNumber() returns
+  /// it: with `check` any loss throws. Unchanged after an exception.
   template <class U>
   void convertFrom(const ConversionArray<U>& source, bool check) {
     ConversionArray result(source.dimension());

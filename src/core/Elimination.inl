@@ -12,14 +12,14 @@ namespace starsift {
 
 namespace elimination {
 
-/// Counts as zero: a type that rounds has its tolerance, an exact one needs none, and a
-/// small pivot of it is one.
+/// True if the value counts as zero: within the tolerance of a type that rounds, exactly
+/// zero for an exact type, where a small value is a valid pivot.
 template <class T>
 bool vanishes(const T& value) {
   return NumberTraits<T>::exact ? value == T() : NumberTraits<T>::isZero(value);
 }
 
-/// First column of a row that doesn't vanish, else columns + 1.
+/// First column in which the row doesn't vanish, or columns + 1 if there is none.
 template <class T>
 Index leadingColumn(const Vector<T>& row) {
   Index j = 1;
@@ -27,12 +27,12 @@ Index leadingColumn(const Vector<T>& row) {
   return j;
 }
 
-/// When a row that starts in the same column with a greater entry takes the place of
-/// the pivot row: as soon as it is met, or the best of all once. The results differ in
-/// the order of the rows and in the parity of the exchanges.
+/// When a row that starts in the same column with a greater entry replaces the pivot
+/// row: as soon as it is found, or once, by the greatest of all. The results differ in
+/// the order of the rows and in the parity of the swaps.
 enum class Exchange { onSight, once };
 
-/// Row operations that go to the matrix and its transformation alike.
+/// Row operations, applied to both the matrix and its transformation.
 template <class T>
 class Worker {
  public:
@@ -41,8 +41,8 @@ class Worker {
 
   bool oddSwaps() const { return oddSwaps_; }
 
-  /// Moves the pivot for rows `k` and below to row k; its column, or columns + 1
-  /// when the rest is zero.
+  /// Moves the pivot of the rows from `k` on to row k. Returns its column, or columns + 1
+  /// if these rows are zero.
   Index bringPivotTo(Index k) {
     Index pivotColumn = a_.columnCount() + 1;
     Index pivotRow = 0;
@@ -63,7 +63,7 @@ class Worker {
     return pivotColumn;
   }
 
-  /// Clears `column` in the rows from..to against row k.
+  /// Clears `column` in the rows from..to with row k.
   void clearColumn(Index k, Index column, Index from, Index to) {
     for (Index i = from; i <= to; ++i) {
       if (vanishes(a_[i][column])) continue;
@@ -85,7 +85,7 @@ class Worker {
       NumberTraits<T>::divide(transform_[k][c], q);
   }
 
-  /// Each of the rows 1..last starts within the matrix.
+  /// True if none of the rows 1..last is zero.
   bool areSet(Index last) const {
     return std::all_of(a_.begin(), a_.begin() + last, [this](const Vector<T>& row) {
       return leadingColumn(row) <= a_.columnCount();
@@ -106,7 +106,7 @@ class Worker {
   bool oddSwaps_ = false;
 };
 
-/// The body of eliminate() and of what differs from it only in the exchange.
+/// Implements eliminate() and the variants that differ only in the row swaps.
 template <class T>
 Index toEchelon(Matrix<T>& a, Matrix<T>& transform, bool reduce, Exchange exchange) {
   transform = Matrix<T>::identity(a.rowCount());
@@ -119,9 +119,9 @@ Index toEchelon(Matrix<T>& a, Matrix<T>& transform, bool reduce, Exchange exchan
     if (reduce) {
       worker.normaliseRow(k, column);
       worker.clearColumn(k, column, 1, k - 1);
-      // A row above keeps its pivot, 1, if this one is further right. It is, unless
+      // A row above keeps its pivot, 1, if this pivot is further right. It is, unless
       // rounding left more than the tolerance below a former pivot: over long double that
-      // takes entries above safeBound, which normaliseRow() refuses; over floats of few
+      // takes entries above safeBound, which normaliseRow() rejects; over floats of few
       // bits without that bound it happens.
       if (!worker.areSet(k - 1)) fail("This should not happen -- check it");
     }
@@ -146,7 +146,7 @@ T eliminationDeterminant(const Matrix<T>& matrix) {
   const Index rank = eliminate(echelon, transform, false);
   if (rank == 0) return T(0);
   T determinant = T(rank < 0 ? -1 : 1);
-  // Not *=, which would keep the precision of the sign.
+  // Not *=, which would keep the precision of the initial sign.
   for (Index i = 1; i <= echelon.rowCount(); ++i) determinant = determinant * echelon[i][i];
   return determinant;
 }

@@ -1,4 +1,4 @@
-// Indices of a sequence by the hash of their elements.
+// Indices of a sequence, found by the hash of their elements.
 #pragma once
 
 #include <cstddef>
@@ -9,31 +9,31 @@
 
 namespace starsift {
 
-/// A hash table of indices from 1 on: open addressing with linear probing, and room for
-/// twice the indices, so that a free slot is near. What the indices stand for is the
-/// caller's, who says which of those with one hash is meant.
+/// A hash table of indices from 1 on: open addressing with linear probing, and at least
+/// twice as many slots as indices, so that a free slot is near. The elements belong to
+/// the caller, whose predicate selects among indices of equal hash.
 class HashedIndices {
  public:
-  /// No index any more; the storage stays.
+  /// Removes all indices; the storage stays.
   void clear() {
     slots_.assign(slots_.size(), Slot());
     count_ = 0;
   }
 
-  /// Room for `most` indices altogether without another growth.
+  /// Makes room for `most` indices in total without further growth.
   void reserve(Index most) {
     std::size_t size = 16;
     while (size < 2 * static_cast<std::size_t>(most)) size *= 2;
     if (size > slots_.size()) grow(size);
   }
 
-  /// The index with this hash that `fits`, a condition on indices; 0 without one.
+  /// The index with this hash for which the predicate `fits` is true; 0 if there is none.
   template <class Fits>
   Index find(std::size_t hash, Fits fits) const {
     return slots_.empty() ? 0 : slots_[position(hash, fits)].index;
   }
 
-  /// The same; without one `index` is entered and returned.
+  /// Same as find(), but if there is none `index` is entered and returned.
   template <class Fits>
   Index findOrEnter(std::size_t hash, Index index, Fits fits) {
     reserve(count_ + 1);
@@ -45,13 +45,13 @@ class HashedIndices {
   }
 
  private:
-  /// Index 0 is a free slot.
+  /// Index 0 marks a free slot.
   struct Slot {
     Index index = 0;
     std::size_t hash = 0;
   };
 
-  /// Where the index with this hash that fits stands, or a free slot to use for it.
+  /// The slot of the index with this hash that fits, or else the free slot to use for it.
   template <class Fits>
   std::size_t position(std::size_t hash, Fits fits) const {
     std::size_t k = hash & (slots_.size() - 1);
@@ -67,7 +67,7 @@ class HashedIndices {
       if (slot.index != 0) slots_[position(slot.hash, [](Index) { return false; })] = slot;
   }
 
-  /// A power of two of them, or none.
+  /// Their number is 0 or a power of two.
   std::vector<Slot> slots_;
   Index count_ = 0;
 };

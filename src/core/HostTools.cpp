@@ -28,7 +28,7 @@ std::string mapped(std::string_view text, int (*mapping)(int)) {
 }  // namespace
 
 Array<std::string> split(std::string_view text, char separator) {
-  // Counted first: an array that grows piece by piece copies them all again and again.
+  // Counted first: an array that grows piece by piece is copied again and again.
   auto count = std::count(text.begin(), text.end(), separator);
   if (!text.empty() && text.back() != separator) ++count;
   Array<std::string> pieces(count);

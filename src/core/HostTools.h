@@ -1,5 +1,5 @@
-// What programs around the library are promised and nothing in it calls: small tools for
-// text, and the memory figures of the process and the machine from the files of /proc.
+// Tools that are promised to programs around the library and that nothing in it calls: small
+// tools for text, and the memory figures of the process and the machine from the files of /proc.
 #pragma once
 
 #include <string>
@@ -11,11 +11,11 @@ namespace starsift {
 
 class Serializable;
 
-/// The pieces between the separators, as std::getline delivers them: an empty text
-/// has none, and nothing follows a separator at the very end.
+/// The pieces between the separators, as std::getline returns them: an empty text has
+/// none, and a separator at the very end adds no empty piece.
 Array<std::string> split(std::string_view text, char separator);
 
-/// Each character through the C library's mapping.
+/// Maps each character by the function of the C library.
 std::string toLower(std::string_view text);
 std::string toUpper(std::string_view text);
 
@@ -33,7 +33,7 @@ std::string limitedText(const Serializable& object, Index limit);
 Index residentGibibytes(const std::string& statm = "/proc/self/statm");
 
 /// Memory available to new processes in kibibytes: the figure of the line
-/// "MemAvailable:" of `meminfo`; 0 when there is none.
+/// "MemAvailable:" of `meminfo`; 0 if there is none.
 Index availableKibibytes(const std::string& meminfo = "/proc/meminfo");
 
 }  // namespace starsift

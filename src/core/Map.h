@@ -14,8 +14,8 @@ namespace starsift {
 template <class K, class V>
 class Map : public ConversionArray<Pair<K, V>> {
  public:
-  /// The value of `key`. A key that isn't there is appended; its value is what the
-  /// new entry holds, see resize(). A reference lasts until the next new key.
+  /// The value of `key`. A key that isn't there is appended; its value is then the
+  /// content of the new entry, see resize(). A reference is valid until the next new key.
   V& operator[](const K& key) {
     if (V* value = find(key)) return *value;
     this->resize(this->dimension() + 1, false);
@@ -24,7 +24,7 @@ class Map : public ConversionArray<Pair<K, V>> {
     return entry.right;
   }
 
-  /// The value of `key`, or null.
+  /// The value of `key`, or null if it isn't there.
   V* find(const K& key) { return valueIn(*this, key); }
   const V* find(const K& key) const { return valueIn(*this, key); }
 
@@ -41,7 +41,7 @@ class Map : public ConversionArray<Pair<K, V>> {
 template <class V>
 class Hash : public Map<std::string, V> {
  public:
-  /// New entries have the type's empty value, also where an entry was before.
+  /// New entries hold the type's empty value, even if the storage held an entry before.
   void resize(Index dimension, bool reserve) override {
     const Index before = this->dimension();
     Map<std::string, V>::resize(dimension, reserve);

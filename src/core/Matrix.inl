@@ -123,8 +123,8 @@ Matrix<T> operator*(const Matrix<T>& a, const Matrix<T>& b) {
   return result;
 }
 
-/// Padding multiplies the rows by the columns, so a small text could ask for any
-/// amount of memory: beyond some entries, one in 64 must have been written.
+/// Padding multiplies the rows by the columns, so a small text could request any amount
+/// of memory: beyond a certain number of entries, one in 64 must have been written.
 inline void checkPadding(Index rows, Index columns, Index written) {
   constexpr Index unlimitedEntries = Index{1} << 22;
   constexpr Index entriesPerWritten = 64;

@@ -30,8 +30,8 @@ void takeSign(Source& source, std::string& token) {
   source.take();
 }
 
-/// Takes what stream extraction of a floating number takes: sign, digits, point,
-/// digits, exponent. No infinity, no hexadecimal form.
+/// Reads the characters that stream extraction of a floating number accepts: sign, digits,
+/// point, digits, exponent. No infinity, no hexadecimal form.
 template <class Source>
 std::string decimalToken(Source& source) {
   std::string token;

@@ -1,6 +1,6 @@
-// What an algorithm may ask of its number type. The primary template is only
+// The operations that algorithms use on their number type. The primary template is only
 // declared: the built-in types are specialised here, QQ in numbers/QQ.h and
-// mpfr::mpreal in certificates/Mpreal.h. No algorithm asks which type T is.
+// mpfr::mpreal in certificates/Mpreal.h. No algorithm depends on which type T is.
 #pragma once
 
 #include <array>
@@ -18,7 +18,7 @@
 
 namespace starsift {
 
-/// Specialisations offer, all static:
+/// Specialisations define, all static:
 ///
 ///   T infinity()                      +infinity
 ///   bool isInfinite(const T&)         +-infinity; false for nan
@@ -26,10 +26,10 @@ namespace starsift {
 ///   const T& tolerance()              1 / 10^9: values this close count as equal
 ///   bool isZero(const T&)             |v| <= tolerance; false for nan
 ///   bool equal(const T&, const T&)    equal, or |a - b| <= tolerance; nan equals nothing
-///   void addProduct(T& sum, a, b)     sum += a * b without a temporary where T has a heap
+///   void addProduct(T& sum, a, b)     sum += a * b without a temporary if T uses the heap
 ///   void subtractProduct(T& sum, a, b)
 ///   void divide(T& value, const T& divisor)
-///                                     value /= divisor. Where numbers differ in precision,
+///                                     value /= divisor. If numbers differ in precision,
 ///                                     these three keep the greatest of their arguments
 ///   T remainder(a, b)                 truncating: the sign of a
 ///   bool overflowCheck(const T&)      true above 10^9 (the caller throws its own
@@ -39,18 +39,18 @@ namespace starsift {
 ///   void append(std::string&, const T&, int digits)
 ///                                     the text of a stream with precision `digits`
 ///   bool toInteger(const T&, std::int64_t&)
-///                                     true when the value is an integer, |v| < 2^62
+///                                     true if the value is an integer, |v| < 2^62
 ///   bool writtenAsInteger(const T&, int digits, std::int64_t&)
-///                                     true when append() writes the digits of an
-///                                     integer, |v| < 2^62; false says nothing
+///                                     true if append() writes the digits of an integer,
+///                                     |v| < 2^62; false: not determined
 ///   std::size_t hash(const T&)        equal values have equal hashes
 ///   bool exact                        arithmetic never rounds
-///   int wholeDigits                   T holds all integers of so many decimal digits,
-///                                     and read() takes their plain text for them
+///   int wholeDigits                   T holds all integers of this many decimal digits,
+///                                     and read() accepts their plain text as such
 template <class T>
 struct NumberTraits;
 
-/// Precision of a stream nobody set up, in significant decimal digits.
+/// Default precision of a stream, in significant decimal digits.
 constexpr int defaultDigits = 6;
 
 /// Precision of the components of a star in a file.
@@ -59,7 +59,7 @@ constexpr int fileDigits = 17;
 /// Tolerance of equality: half of the 18 decimal digits of long double.
 constexpr long double eps = 1e-9L;
 
-/// Up to here a value passes the overflow test.
+/// Values up to this magnitude pass the overflow check.
 constexpr long double safeBound = 1e9L;
 
 /// Above this magnitude an overflow can't be corrected.
@@ -76,7 +76,7 @@ constexpr std::array<std::int64_t, 19> powersOfTen = []() {
 struct ExtendedBits {
   static_assert(std::numeric_limits<long double>::digits == 64);
 
-  /// What the exponent field adds to the exponent.
+  /// Bias of the exponent field.
   static constexpr int bias = 16383;
 
   explicit ExtendedBits(const long double& value) {
@@ -109,7 +109,7 @@ struct NumberTraits<long double> {
   static void append(std::string& out, long double value, int digits);
   static bool toInteger(long double value, std::int64_t& integer) {
     const ExtendedBits bits(value);
-    // value = mantissa * 2^-shift; an integer when nothing is lost by the shift.
+    // value = mantissa * 2^-shift; an integer if the shift loses no bits.
     const int shift = ExtendedBits::bias + 63 - bits.exponent();
     if (bits.mantissa == 0) {
       integer = 0;
@@ -129,9 +129,9 @@ struct NumberTraits<long double> {
   }
   static std::size_t hash(long double value) {
     const ExtendedBits bits(value);
-    // There are two zeros.
+    // Zero has two representations.
     if (bits.mantissa == 0) return 0;
-    // The digits of a short integer stand at the upper end of the mantissa.
+    // The significant bits of a short integer are the upper ones of the mantissa.
     return std::rotl(bits.mantissa, 16) ^ static_cast<std::size_t>(bits.signAndExponent) << 32U;
   }
   static constexpr bool exact = false;

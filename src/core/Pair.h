@@ -1,4 +1,4 @@
-// Two values side by side, with a text form and with an order by the right one.
+// Two values, with a text form and with an order by the right value.
 #pragma once
 
 #include <istream>
@@ -51,8 +51,8 @@ class SerializablePair : public Pair<A, B>, public Serializable {
     return stream << '(' << this->left << ", " << this->right << ')';
   }
 
-  /// Takes one delimiter character before, between and behind the two values,
-  /// whatever it is; white space in front of each is skipped.
+  /// Reads one delimiter character before, between and after the two values,
+  /// whatever it is; white space before each is skipped.
   std::istream& read(std::istream& stream) override {
     char delimiter = 0;
     return stream >> delimiter >> this->left >> delimiter >> this->right >> delimiter;

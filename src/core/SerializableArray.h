@@ -16,10 +16,10 @@ namespace starsift {
 
 namespace listform {
 
-/// The characters that an item's text escapes: the separators from the second on
-/// and the terminating zero behind the last. The first separator, the one that is
-/// written, is not among them: files hold such texts, so an item with it in its
-/// text reads back as two.
+/// The characters that are escaped in an item's text: the separators from the second on
+/// and the terminating zero after the last. The first separator, which is the one that is
+/// written, is not escaped: files hold such texts, so an item that contains it is read
+/// back as two items.
 inline std::string escapedCharacters(const std::string& separators) {
   return separators.substr(1) + '\0';
 }
@@ -37,7 +37,7 @@ inline std::string unescaped(std::string item, const std::string& separators) {
 }
 
 /// Reads the texts of the items of one list. `merge`: separators are skipped in
-/// runs, with comments, and end no item: its characters run together up to "]".
+/// runs, together with comments, and do not end an item: its characters are joined up to "]".
 template <class Source>
 std::vector<std::string> readItems(Source& source, const std::string& separators, bool merge) {
   skipWhiteSpace(source);
@@ -77,8 +77,8 @@ std::vector<std::string> readItems(Source& source, const std::string& separators
   return items;
 }
 
-/// An item from its text; a fresh one where the text can't be read, never what an
-/// earlier list left in storage.
+/// Parses an item; if the text can't be read the result is a fresh item, never one that
+/// an earlier list left in storage.
 template <class T>
 void parseItem(const std::string& text, T& item) {
   item = T();
@@ -86,7 +86,7 @@ void parseItem(const std::string& text, T& item) {
   stream >> item;
 }
 
-/// A text is itself: extraction would stop at the first blank in it.
+/// A string item is its text: stream extraction would stop at the first blank.
 inline void parseItem(const std::string& text, std::string& item) {
   item = text;
 }
@@ -102,14 +102,14 @@ class SerializableArray : public ConversionArray<T>, public Serializable {
   SerializableArray(std::string separators, bool mergeSeparators, bool secondFlag)
       : Serializable(listStyle(std::move(separators), mergeSeparators, secondFlag)) {}
 
-  /// As ConversionArray; takes the delimiter setting too.
+  /// As ConversionArray; copies the delimiter setting too.
   template <class U>
   void convertFrom(const SerializableArray<U>& source, bool check) {
     ConversionArray<T>::convertFrom(source, check);
     Serializable::operator=(source);
   }
 
-  /// "[ a,b,c ]"; the frame is a line feed where that is a separator.
+  /// Writes "[ a,b,c ]"; the outer blanks are line feeds if the line feed is a separator.
   std::ostream& write(std::ostream& stream) const override {
     const char frame = separators().find('\n') == std::string::npos ? ' ' : '\n';
     stream << '[' << frame;
@@ -123,7 +123,7 @@ class SerializableArray : public ConversionArray<T>, public Serializable {
     return stream << ']';
   }
 
-  /// Reads what write() wrote; text that doesn't start with "[" is fatal.
+  /// Reads the form written by write(); text that doesn't start with "[" is fatal.
   std::istream& read(std::istream& stream) override {
     StreamCursor source(stream);
     const auto items = listform::readItems(source, separators(), mergeSeparators());

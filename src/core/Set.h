@@ -1,8 +1,8 @@
-// Doubly linked lists whose elements carry the links, and the kind that keeps the
+// Doubly linked lists whose elements hold the links, and a variant that keeps the
 // best elements in order of quality.
 //
-// An element type E has the public members `E* next` and `E* previous`, which the
-// list alone changes, and a copy constructor. The list owns its elements.
+// An element type E has the public members `E* next` and `E* previous`, which only
+// the list changes, and a copy constructor. The list owns its elements.
 #pragma once
 
 #include <cstddef>
@@ -18,7 +18,7 @@ namespace starsift {
 template <class E>
 class Set {
  public:
-  /// Forward iterator; survives changes elsewhere in the list.
+  /// Forward iterator; stays valid if other elements are inserted or removed.
   template <class Element>
   class Position {
    public:
@@ -46,7 +46,7 @@ class Set {
     Element* element_;
   };
 
-  /// limit  most elements the list holds, 0: no limit
+  /// limit  maximum number of elements, 0: no limit
   explicit Set(Index limit = 0) : limit_(limit) {}
   /// Copies every element in order.
   Set(const Set& other) : limit_(other.limit_) {
@@ -65,7 +65,7 @@ class Set {
   const E* last() const { return last_; }
   Index count() const { return count_; }
   Index limit() const { return limit_; }
-  /// Holds from the next insertion on; no element leaves now.
+  /// Takes effect with the next insertion; no element is removed now.
   void setLimit(Index limit) { limit_ = limit; }
 
   Position<E> begin() { return Position<E>(first_); }
@@ -73,9 +73,9 @@ class Set {
   Position<const E> begin() const { return Position<const E>(first_); }
   Position<const E> end() const { return Position<const E>(); }
 
-  /// Links `element` ahead of `before`, an element of this list. A full list drops
-  /// its head, which may be the new element: the result tells whether that stayed.
-  /// Fatal when `before` is the head of another list: "Set: before_element is not
+  /// Links `element` before `before`, an element of this list. A full list drops
+  /// its head, which may be the new element; returns true if the new element stayed.
+  /// Fatal if `before` is the head of another list: "Set: before_element is not
   /// in the given set!".
   bool insertBefore(std::unique_ptr<E> element, E* before) {
     if (before->previous == nullptr && before != first_)
@@ -87,13 +87,13 @@ class Set {
     return stays;
   }
 
-  /// Links `element` behind the last one. A full list drops its head.
+  /// Links `element` after the last one. A full list drops its head.
   void append(std::unique_ptr<E> element) {
     link(std::move(element), nullptr);
     dropSurplus();
   }
 
-  /// Takes an element of this list off it.
+  /// Unlinks an element of this list and returns it.
   std::unique_ptr<E> take(E* element) {
     (element->previous == nullptr ? first_ : element->previous->next) = element->next;
     (element->next == nullptr ? last_ : element->next->previous) = element->previous;
@@ -116,7 +116,7 @@ class Set {
   }
 
  private:
-  /// Links `element` ahead of `before`, or at the end when that is null.
+  /// Links `element` before `before`, or at the end if that is null.
   void link(std::unique_ptr<E> element, E* before) {
     E* const added = element.release();
     added->next = before;
@@ -128,7 +128,7 @@ class Set {
 
   bool isOverfull() const { return limit_ != 0 && count_ > limit_; }
 
-  /// Destroys the head of an overfull list.
+  /// Destroys the head of a list that exceeds its limit.
   void dropSurplus() {
     if (isOverfull()) take(first_);
   }
@@ -139,7 +139,7 @@ class Set {
   Index count_ = 0;
 };
 
-/// Ascending by quality: the first element is the worst, the last the best. Asks
+/// Ascending by quality: the first element is the worst, the last the best. Uses
 /// `identical(a, b)` (exactly the same vector) and `better(a, b)` (a is the better
 /// one) of the element type.
 template <class E>
@@ -147,9 +147,8 @@ class SortedSet : public Set<E> {
  public:
   using Set<E>::Set;
 
-  /// Inserts a copy of `element` ahead of the first better one. False when an
-  /// identical one stands before that place, or when the list is full of better
-  /// ones.
+  /// Inserts a copy of `element` before the first better one. False if an identical
+  /// element stands before that position, or if the list is full of better ones.
   bool insert(const E& element) {
     auto copy = std::make_unique<E>(element);
     for (E& present : *this) {

@@ -1,6 +1,6 @@
-// Numeric vectors, 1-based with a live slot 0 that takes no part in arithmetic
-// or text. Bodies: Vector.inl, instantiated here for the built-in number types
-// and on the floor of each further number type.
+// Numeric vectors, 1-based with a live slot 0 that is not used in arithmetic or
+// text. Bodies: Vector.inl, instantiated in Vector.cpp for the built-in number types
+// and in the folder of each further number type.
 #pragma once
 
 #include "core/NumberTraits.h"
@@ -18,7 +18,7 @@ class Vector : public SerializableArray<T> {
   explicit Vector(Index dimension) : Vector() { Vector::resize(dimension, false); }
   Vector(std::initializer_list<T> components);
 
-  /// New components are zero, also where an element was before.
+  /// New components are zero, even if the storage held an element before.
   void resize(Index dimension, bool reserve) override;
 
   // Component-wise, "Vector: dimension mismatch1" to "...4".
@@ -27,13 +27,13 @@ class Vector : public SerializableArray<T> {
   Vector& operator*=(const Vector& other);
   Vector& operator/=(const Vector& other);
 
-  /// Moves the components from `index` on up and stores `value` there.
+  /// Moves the components from `index` on up by one and stores `value` at `index`.
   /// 0 <= index <= dimension() + 1, else fatal.
   Vector& insertComponent(Index index, const T& value);
-  /// Moves the components above `index` down. 0 <= index <= dimension(), else fatal.
+  /// Moves the components above `index` down by one. 0 <= index <= dimension(), else fatal.
   Vector& removeComponent(Index index);
 
-  /// "[ a b c ]", each component in the stream's number format.
+  /// Writes "[ a b c ]", each component in the stream's number format.
   std::ostream& write(std::ostream& stream) const override;
   /// See readVector in VectorText.h. A stream in fail or bad state throws
   /// ReadException "Vector: bad stream".
@@ -58,14 +58,14 @@ bool operator==(const Vector<T>& a, const Vector<T>& b);
 template <class T>
 bool identical(const Vector<T>& a, const Vector<T>& b);
 
-/// True when it holds for every component, exactly. "Vector: dimension mismatch10"
-/// and "...11".
+/// True if the comparison holds for every component, exactly. "Vector: dimension
+/// mismatch10" and "...11".
 template <class T>
 bool operator>=(const Vector<T>& a, const Vector<T>& b);
 template <class T>
 bool operator<=(const Vector<T>& a, const Vector<T>& b);
 
-/// Removes one element of an integer array; the text is that of removeComponent.
+/// Removes one element of an integer array; the error text is that of removeComponent.
 template <class T>
 void removeElement(Array<T>& array, Index index);
 

@@ -25,7 +25,7 @@ template <class T>
 void Vector<T>::resize(Index dimension, bool reserve) {
   const Index before = this->dimension();
   const Index constructed = this->capacity();
-  // That of ConversionArray would fill with zeros too.
+  // ConversionArray::resize() would fill with zeros too.
   Array<T>::resize(dimension, reserve);  // NOLINT(bugprone-parent-virtual-call)
   // Elements of a class are zero when they are new.
   if (!std::is_arithmetic_v<T> && this->capacity() > constructed) return;

@@ -9,12 +9,12 @@
 
 namespace starsift {
 
-/// Hash of the components 1, 1 + step, 1 + 2 step ...; vectors that are identical there have
-/// the same. step >= 1.
+/// Hash of the components 1, 1 + step, 1 + 2 step ...; vectors that are identical in these
+/// components have equal hashes. step >= 1.
 template <class T>
 std::size_t hashOf(const Vector<T>& x, Index step = 1) {
   constexpr std::size_t multiplier = 0x9E3779B97F4A7C15U;
-  // Each multiplication waits for the one before it: four chains run side by side.
+  // Each multiplication depends on the one before it: four chains run in parallel.
   std::array<std::size_t, 4> chains{1, 2, 3, 4};
   std::size_t next = 0;
   for (Index i = 1; i <= x.dimension(); i += step) {

@@ -1,5 +1,5 @@
 // The text form of vectors, "[ a b c ]": white space separates, comments may stand
-// wherever it may, and "inf" is a component of every number type.
+// wherever white space may, and "inf" is a component of every number type.
 #pragma once
 
 #include <array>
@@ -11,9 +11,9 @@ namespace starsift {
 
 namespace vectortext {
 
-/// Takes integers as long as each fits T and ends at a blank: nearly all that
-/// vectors consist of. The source stands at the first token that is something else,
-/// perhaps behind a blank.
+/// Reads integers as long as each fits T and ends at a blank: nearly all components
+/// are such integers. The source then stands at the first token that is something else,
+/// possibly after a blank.
 template <class T>
 void takeIntegers(TextCursor& source, std::vector<T>& components) {
   const std::string_view text = source.rest();
@@ -24,7 +24,7 @@ void takeIntegers(TextCursor& source, std::vector<T>& components) {
     const char* const first = position + (negative ? 1 : 0);
     const char* next = first;
     std::int64_t integer = 0;
-    // One digit more might not fit; it is no blank either.
+    // A further digit might not fit; it ends the loop and fails the test for a blank.
     for (; next != end && next - first < NumberTraits<T>::wholeDigits; ++next) {
       const unsigned digit = static_cast<unsigned char>(*next) - static_cast<unsigned>('0');
       if (digit > 9) break;
@@ -32,7 +32,7 @@ void takeIntegers(TextCursor& source, std::vector<T>& components) {
     }
     const auto count = next - first;
     if (count == 0 || next == end || *next != ' ') break;
-    // Behind a zero a base other than ten may follow, and its sign may count.
+    // A leading zero may introduce a base other than ten, and -0 may differ from 0.
     if (*first == '0' && (count > 1 || negative)) break;
     components.push_back(static_cast<T>(negative ? -integer : integer));
     position = next + 1;
@@ -40,11 +40,11 @@ void takeIntegers(TextCursor& source, std::vector<T>& components) {
   source.advance(static_cast<std::size_t>(position - text.data()));
 }
 
-/// A stream shows no text ahead.
+/// A stream has no text to look ahead in.
 template <class T>
 void takeIntegers(StreamCursor& /*source*/, std::vector<T>& /*components*/) {}
 
-/// Goes to the next component that is no plain integer, or to the "]".
+/// Advances to the next component that isn't a plain integer, or to the "]".
 template <class T, class Source>
 void takeToNext(Source& source, std::vector<T>& components) {
   skipWithComments(source);
@@ -54,10 +54,10 @@ void takeToNext(Source& source, std::vector<T>& components) {
 
 }  // namespace vectortext
 
-/// Reads the components of one vector behind each other into `components`, which
-/// is emptied first. `readNumber(source, value)` reads one number token and is
-/// false when there is none. False when the source doesn't stand at "[" behind
-/// white space and comments: nothing but those is consumed then.
+/// Reads the components of one vector in sequence into `components`, which is cleared
+/// first. `readNumber(source, value)` reads one number token and returns false if there
+/// is none. False if the source doesn't stand at "[" after white space and comments:
+/// only white space and comments are consumed then.
 ///
 /// Fatal: "Vector: bad input" (no number), "Vector: bad input2" and "...3" (an
 /// "i" that doesn't begin "inf").
@@ -69,7 +69,7 @@ bool readComponents(Source& source, std::vector<T>& components, ReadNumber readN
   source.take();
   vectortext::takeToNext(source, components);
   while (source.peek() != ']') {
-    // The sign belongs to the vector: the number behind it may have its own.
+    // The sign belongs to the vector: the number after it may have its own.
     const bool negative = source.peek() == '-';
     if (negative) source.take();
     T& value = components.emplace_back();
@@ -90,8 +90,8 @@ bool readComponents(Source& source, std::vector<T>& components, ReadNumber readN
   return true;
 }
 
-/// Reads a vector with the number token of T. Leaves `vector` empty where the
-/// source doesn't stand at "[".
+/// Reads a vector with the number token of T. Leaves `vector` empty if the source
+/// doesn't stand at "[".
 template <class T, class Source>
 void readVector(Source& source, Vector<T>& vector) {
   std::vector<T> components;
@@ -102,7 +102,7 @@ void readVector(Source& source, Vector<T>& vector) {
   std::move(components.begin(), components.end(), vector.begin());
 }
 
-/// Appends what a stream with the precision `digits` would show of the vector.
+/// Appends the text that a stream with the precision `digits` would write for the vector.
 template <class T>
 void appendText(std::string& out, const Vector<T>& vector, int digits) {
   out += "[ ";

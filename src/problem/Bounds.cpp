@@ -12,13 +12,13 @@ namespace starsift {
 
 namespace {
 
-/// 10^dx of variable j.
+/// 10^dx of variable j, its steps per unit.
 template <class T>
 T stepsPerUnit(const Vanu<T>& problem, Index j) {
   return checkedRange(ExactArithmetic<T>::powerOfTen(problem.dx[j]), "data overflow");
 }
 
-/// The bounds of variable j, different ones, inwards.
+/// Rounds the bounds of variable j, which differ, inwards to its steps.
 template <class T>
 void roundToSteps(Vanu<T>& problem, Index j) {
   using Exact = ExactArithmetic<T>;
@@ -31,8 +31,8 @@ void roundToSteps(Vanu<T>& problem, Index j) {
     upper = Exact::quotient(Exact::roundedDown(Exact::product(upper, steps)), steps);
 }
 
-/// Takes off `value` what the fixed variables are worth in a row, `sign` times value
-/// times coefficient.
+/// Subtracts the contribution of the fixed variables to a row from `value`: `sign` times
+/// the value of the variable times its coefficient.
 template <class T>
 void subtractFixed(const Vanu<T>& problem, T& value, const Vector<T>& row, const T& sign,
                    const char* overflowText) {
@@ -59,7 +59,7 @@ void substituteFixed(Vanu<T>& problem) {
   }
 }
 
-/// Sets fixedVars; the indices of the other variables.
+/// Sets fixedVars and returns the indices of the other variables.
 template <class T>
 std::vector<Index> findFixed(Vanu<T>& problem) {
   std::vector<Index> kept;
@@ -75,7 +75,7 @@ std::vector<Index> findFixed(Vanu<T>& problem) {
   return kept;
 }
 
-/// The entries of a row over the steps of their variables.
+/// Divides the entries of a row by the steps per unit of their variables.
 template <class T>
 void divideBySteps(Matrix<T>& rows, const std::vector<Pair<Index, T>>& decimals) {
   for (Vector<T>& row : rows) {
@@ -88,7 +88,7 @@ void divideBySteps(Matrix<T>& rows, const std::vector<Pair<Index, T>>& decimals)
   }
 }
 
-/// The value of a row at the integer point `s`, taken off `value`, which may be infinite.
+/// Subtracts the value of a row at the integer point `s` from `value`, which may be infinite.
 template <class T>
 void subtractRowValue(T& value, const Vector<T>& row, const Vector<T>& s,
                       const char* overflowText) {
@@ -99,7 +99,7 @@ void subtractRowValue(T& value, const Vector<T>& row, const Vector<T>& s,
   }
 }
 
-/// Moves the variables; what by.
+/// Moves the variables to start at 0 and returns the shift.
 template <class T>
 Vector<T> shiftVariables(Vanu<T>& problem) {
   Vector<T> shift(std::max(problem.rx.dimension(), problem.Ag.columnCount()));

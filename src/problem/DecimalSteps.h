@@ -1,4 +1,4 @@
-// The steps in which variables count: 10^-dx.
+// The steps of the variables: 10^-dx.
 #pragma once
 
 #include <optional>
@@ -9,8 +9,8 @@
 
 namespace starsift {
 
-/// 10^dx for each variable; nothing if an entry isn't one of 0, 1, ... 1000. More decimals
-/// than that nobody counts in, while larger powers of ten are refused only far beyond.
+/// 10^dx for each variable; empty if an entry isn't one of 0, 1, ... 1000. More decimals are
+/// of no practical use, while larger powers of ten are rejected only far beyond.
 std::optional<std::vector<QQ>> stepsPerUnit(const Vector<QQ>& dx);
 
 }  // namespace starsift

@@ -13,7 +13,7 @@ namespace starsift {
 
 namespace {
 
-/// A line for each row of 1..rows that isn't kept.
+/// Writes a line for each row of 1..rows that isn't in `kept`.
 void reportDependentRows(Index rows, const std::vector<Index>& kept) {
   auto next = kept.begin();
   for (Index i = 1; i <= rows; ++i) {

@@ -16,7 +16,7 @@ namespace {
 class CommonDenominator {
  public:
   void include(const QQ& value) { factor_ = lcm(factor_, value.nenner()); }
-  /// A multiple of 1/f other than 0 may be within the tolerance.
+  /// True if a multiple of 1/f other than 0 may lie within the tolerance.
   bool isTooLarge() const { return NumberTraits<QQ>::isZero(QQ(ZZ::one(), factor_)); }
 
  private:

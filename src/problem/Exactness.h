@@ -1,7 +1,7 @@
 // Whether the tolerance of equations matters in a problem.
 //
-// A stored solution satisfies an equation within 1e-9, while a lattice takes it exactly.
-// What a search proves about the exact equations holds for stored solutions too only if
+// A stored solution satisfies an equation within 1e-9, while a lattice satisfies it exactly.
+// A proof by the search about the exact equations holds for stored solutions too only if
 // no point lies in between.
 #pragma once
 
@@ -15,9 +15,9 @@ namespace starsift {
 /// satisfies them exactly.
 ///
 /// Decided row by row: with f the least positive factor that makes coefficients per step,
-/// right-hand side less the share of constants, and modulus integers, a residual other
-/// than 0 is at least 1/f. The result is true if all 1/f are beyond the tolerance,
-/// f < 10^9, and false also for a dx that isn't one of 0, 1, ... 1000. Inequations and
+/// right-hand side minus the contribution of constants, and modulus integers, a residual other
+/// than 0 is at least 1/f in magnitude. The result is true if all 1/f exceed the tolerance,
+/// f < 10^9; it is also false for a dx that isn't one of 0, 1, ... 1000. Inequations and
 /// targets have no tolerance and don't count. O(entries of Ag).
 bool equationsHoldExactly(const Vanu<QQ>& problem);
 

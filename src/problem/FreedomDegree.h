@@ -18,9 +18,9 @@ FreedomDegree freedomDegree(const T& lower, const T& upper) {
   return static_cast<FreedomDegree>((upper == infinity ? 2 : 0) + (lower == -infinity ? 1 : 0));
 }
 
-/// The kind as its number.
+/// Writes the kind as its number.
 std::ostream& operator<<(std::ostream& stream, FreedomDegree kind);
-/// Fails the stream on anything but 0 to 3.
+/// Reads a kind; sets the stream to fail on anything but 0 to 3.
 std::istream& operator>>(std::istream& stream, FreedomDegree& kind);
 
 }  // namespace starsift

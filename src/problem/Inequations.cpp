@@ -24,8 +24,9 @@ void selectInequations(Vanu<T>& problem, const std::vector<Index>& selected) {
   selectElements(problem.ru, selected);
 }
 
-/// The inequations with one finite bound in the order in which they leave, when each one
-/// leaves its place to the last; `left` are those with two, in the order that remains.
+/// The inequations with one finite bound in the order of their removal, when the last
+/// inequation replaces each removed one; `left` lists the inequations with two, in the
+/// resulting order.
 template <class T>
 std::vector<Index> oneSided(const Vanu<T>& problem, std::vector<Index>& left) {
   std::vector<Index> lifted;

@@ -46,8 +46,8 @@ void multiply(Vector<T>& row, const T& factor, const char* overflowText) {
   for (T& entry : row) multiply(entry, factor, overflowText);
 }
 
-/// The columns of the slack or the two deviations that equation i was lifted with, or
-/// nothing.
+/// The columns of the slack or the two deviations that equation i was lifted with; empty
+/// for any other equation.
 template <class T>
 std::vector<Index> ownColumns(const Vanu<T>& problem, Index i) {
   const Index k = i - (problem.Ag.rowCount() - problem.liftedRowCount());
@@ -66,7 +66,7 @@ T equationFactor(const Vanu<T>& problem, Index i) {
   return factor.value();
 }
 
-/// Sets the units of slacks and deviations and takes them into account in the targets.
+/// Sets the units of slacks and deviations and rescales the targets accordingly.
 template <class T>
 void setSlackUnits(Vanu<T>& problem, const Vector<T>& factors) {
   problem.slackUnit = Vector<T>(problem.rx.dimension());
@@ -160,7 +160,7 @@ void toIntegerRows(Vanu<T>& problem) {
   const Index rows = problem.bg.dimension();
   const Index plain = rows - problem.liftedRowCount();
   Vector<T> factors(rows);
-  // The targets come first but need to know in which units deviations count.
+  // The targets come first, but need the units of the deviations.
   for (Index i = plain + 1; i <= rows; ++i) factors[i] = equationFactor(problem, i);
   setSlackUnits(problem, factors);
   makeTargetsIntegers(problem);

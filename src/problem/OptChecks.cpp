@@ -10,7 +10,7 @@ namespace starsift::optchecks {
 
 namespace {
 
-/// Joins texts and numbers to one message.
+/// Joins texts and numbers into one message.
 template <class... Pieces>
 std::string joined(const Pieces&... pieces) {
   std::string text;

@@ -1,5 +1,5 @@
-// What the items of a .opt file must satisfy. Each check is fatal with its own
-// text; they are named in the order in which the reader makes them.
+// The conditions on the items of a .opt file. Each check is fatal with its own
+// text; they are listed in the order in which the reader makes them.
 #pragma once
 
 #include "numbers/QQ.h"
@@ -21,9 +21,9 @@ Index columns(const Vanu<QQ>& problem);
 void finiteEntries(const Vanu<QQ>& problem);
 /// One lower bound per inequation.
 void inequationRows(const Vanu<QQ>& problem);
-/// One upper bound per lower bound, none below it, none useless.
+/// One upper bound per lower bound and not below it; not -inf together with +inf.
 void inequationBounds(const Vanu<QQ>& problem);
-/// n bounds and decimal places, no upper bound below its lower one.
+/// n bounds and decimal places, each upper bound at least its lower bound.
 void variables(const Vanu<QQ>& problem, Index n);
 
 }  // namespace starsift::optchecks

@@ -46,7 +46,7 @@ InputText optText(const std::string& path) {
   try {
     if (std::optional<InputText> text = readFileText(path)) return std::move(*text);
   } catch (const ReadException&) {
-    // The report is that of a missing file.
+    // Reported like a missing file.
   }
   fail("Could not read opt file: " + path);
 }

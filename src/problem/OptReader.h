@@ -1,10 +1,10 @@
-// The .opt file: the positional text of a problem.
+// The .opt file: the text form of a problem, its items identified by position.
 //
 //   dt [= kt]  At  Ag bg qg  Au lu ru  dx lx rx
 //
 // vectors and matrices in their text form, white space and comments between any
-// two tokens. What the items must satisfy is checked as they are read; the checks
-// and their texts are in OptChecks.h.
+// two tokens. The items are checked as they are read; the checks and their texts
+// are in OptChecks.h.
 #pragma once
 
 #include "numbers/QQ.h"

@@ -20,7 +20,7 @@ T residual(const Vector<T>& row, const Vector<T>& z, const T& value, const T& ho
   return result;
 }
 
-/// Calls f(i, a) for each congruence, equation i with the modulus a, in their order.
+/// Calls f(i, a) for each congruence, equation i with the modulus a, in order.
 template <class T, class Function>
 void forEachCongruence(const Vanu<T>& problem, const Function& f) {
   Index column = problem.rx.dimension();
@@ -109,7 +109,7 @@ void appendModulusFactors(const Vanu<T>& problem, Vector<T>& z, Vector<T>& resid
 template <class T>
 void checkCongruences(const Vanu<T>& problem, const Vector<T>& residuals) {
   forEachCongruence(problem, [&](Index i, const T& modulus) {
-    // From the residual to the nearest multiples: remainders don't round.
+    // Computed from the residual to the nearest multiples, because remainders don't round.
     const T size = NumberTraits<T>::absolute(modulus);
     const T above = NumberTraits<T>::absolute(NumberTraits<T>::remainder(residuals[i], modulus));
     const T distance = std::min(above, T(size - above));

@@ -17,7 +17,7 @@ struct Interval {
   T upper = T();
 };
 
-/// end += a * bound. An infinite end stays as it is: the processor takes a hundred times
+/// end += a * bound. An infinite end is not changed: the processor takes a hundred times
 /// as long for sums with it.
 template <class T>
 void extend(T& end, const T& a, const T& bound) {

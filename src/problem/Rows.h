@@ -1,5 +1,5 @@
-// Operations on the rows and columns of a problem that its steps towards normal form
-// share.
+// Operations on the rows and columns of a problem that several of its steps towards normal
+// form use.
 #pragma once
 
 #include <algorithm>
@@ -17,13 +17,13 @@ inline std::vector<Index> indicesTo(Index count) {
   return indices;
 }
 
-/// -value, but never the second zero of long double.
+/// -value, but 0 instead of the -0 of long double.
 template <class T>
 T negated(const T& value) {
   return T() - value;
 }
 
-/// Plain equations that are to join a problem.
+/// Plain equations that are to be added to a problem.
 template <class T>
 struct PlainEquations {
   std::vector<Vector<T>> rows;
@@ -36,7 +36,7 @@ struct PlainEquations {
   Index count() const { return static_cast<Index>(rows.size()); }
 };
 
-/// Gives all matrices a column per variable, also those without rows; new columns are
+/// Extends all matrices to a column per variable, even if they have no rows; new columns are
 /// zero. Not for a problem with modulus columns.
 template <class T>
 void fitColumns(Vanu<T>& problem) {
@@ -44,7 +44,7 @@ void fitColumns(Vanu<T>& problem) {
     matrix->resize(matrix->rowCount(), problem.rx.dimension(), false);
 }
 
-/// Puts `added` before element `position` of `elements`, in order.
+/// Inserts `added` before element `position` of `elements`, in order.
 template <class T>
 void insertElements(Array<T>& elements, Index position, std::vector<T>& added) {
   const auto count = static_cast<Index>(added.size());
@@ -53,7 +53,7 @@ void insertElements(Array<T>& elements, Index position, std::vector<T>& added) {
   std::move(added.begin(), added.end(), elements.begin() + (position - 1));
 }
 
-/// Puts the equations before equation `position`, 1 <= position <= Ag.rowCount() + 1.
+/// Inserts the equations before equation `position`, 1 <= position <= Ag.rowCount() + 1.
 template <class T>
 void insertEquations(Vanu<T>& problem, Index position, PlainEquations<T>&& added) {
   if (added.rows.empty()) return;

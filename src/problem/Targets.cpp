@@ -8,7 +8,7 @@ namespace starsift {
 
 namespace {
 
-/// The targets in the order of normal form: without finite goal, then with one.
+/// The targets in the order of normal form: first without a finite goal, then with one.
 template <class T>
 std::vector<Index> targetOrder(const Vanu<T>& problem) {
   std::vector<Index> order = indicesTo(problem.dt.dimension());
@@ -17,8 +17,8 @@ std::vector<Index> targetOrder(const Vanu<T>& problem) {
   return order;
 }
 
-/// Target row i, one to reach its goal, as the equation of its pair of deviations; the
-/// target is now their sum.
+/// Turns target row i, which has a finite goal, into the equation of its pair of deviations;
+/// the target is then the sum of the deviations.
 template <class T>
 void liftTarget(Vanu<T>& problem, Index i, Index equation, Index deviation) {
   Vector<T>& target = problem.At[i];

@@ -1,5 +1,5 @@
-// From targets to normal form: goals to reach become equations with deviations, and all
-// targets together one row.
+// Transforms targets to normal form: finite goals become equations with deviations, and all
+// targets are summed in one row.
 #pragma once
 
 #include "problem/Vanu.h"
@@ -7,26 +7,26 @@
 namespace starsift {
 
 /// Turns every target with a finite goal into the equation row * x + d - e = goal with
-/// two deviations d, e >= 0 and the target to minimise d + e. The equations come last,
-/// the deviations too, in the order of the targets, which move behind those to maximise
-/// and minimise; deviationCount is the number of deviations. A finite threshold of such a
-/// target becomes -inf.
+/// two deviations d, e >= 0 and the target to minimise d + e. The equations are appended,
+/// and so are the deviations, in the order of the targets, which are moved after the targets
+/// to maximise and minimise; deviationCount is the number of deviations. A finite threshold of
+/// such a target becomes -inf.
 template <class T>
 void liftFiniteTargets(Vanu<T>& problem);
 
-/// atu := sum of the target rows, each times its sign: what all targets together try to
-/// make large. PrecisionException "atu overflow".
+/// atu := sum of the target rows, each times its sign: the quantity that all targets together
+/// maximise. PrecisionException "atu overflow".
 template <class T>
 void aggregateTargets(Vanu<T>& problem);
 
-/// Where every target has a finite threshold: setTargetRange() with the thresholds, each
-/// times the sign of its target. To be called once atu holds.
+/// If every target has a finite threshold: setTargetRange() with the sum of the thresholds,
+/// each times the sign of its target. To be called once atu is valid.
 template <class T>
 void addTargetThreshold(Vanu<T>& problem);
 
-/// Looks for values of atu * x from `least` on: ltu = least, rtu = the greatest value
-/// within the bounds of the variables, atuValid. Nothing where that is infinite or
-/// below `least`. Throws PrecisionException where T can't hold the greatest value.
+/// Restricts the search to values of atu * x from `least` on: ltu = least, rtu = the greatest
+/// value within the bounds of the variables, atuValid is set. No effect if that value is infinite
+/// or below `least`. Throws PrecisionException if T can't hold the greatest value.
 template <class T>
 void setTargetRange(Vanu<T>& problem, const T& least);
 

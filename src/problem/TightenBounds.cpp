@@ -12,12 +12,12 @@ namespace starsift {
 
 namespace {
 
-/// Cycles of rows may narrow a wide range by one step a round: what they haven't said by
-/// then isn't worth the time.
-constexpr int mostRounds = 20;
+/// Cycles of rows may narrow a wide range by one step per round: further rounds aren't worth
+/// their time.
+constexpr int maxRounds = 20;
 
-/// Entries that all rounds but the first may look at: a second or two of long fractions.
-constexpr std::size_t mostEntries = 2'000'000;
+/// Entries read in all rounds but the first, at most: a second or two with long fractions.
+constexpr std::size_t maxEntries = 2'000'000;
 
 /// The values of a variable, counted in its steps: integers, unless it is a constant.
 struct Range {
@@ -40,12 +40,12 @@ struct Limit {
   QQ limit;
 };
 
-/// The end of a range at which the term is least.
+/// The end of the range that makes the term least.
 const QQ& leastEnd(const Term& term, const Range& range) {
   return term.coefficient.sign() ? range.least : range.greatest;
 }
 
-/// The least value of a sum: infinite terms, all -inf, are counted.
+/// The least value of a sum: infinite terms, which are all -inf, are counted.
 struct LeastSum {
   QQ finite;
   std::size_t infinite = 0;
@@ -65,7 +65,7 @@ LeastSum leastSum(const Limit& row, const std::vector<Range>& ranges) {
 
 enum class Outcome { unchanged, narrowed, contradiction };
 
-/// coefficient * variable <= room.
+/// Narrows the range of a variable to coefficient * variable <= room.
 Outcome narrow(Range& range, const QQ& coefficient, const QQ& room) {
   const QQ end = room / coefficient;
   if (coefficient.sign()) {
@@ -78,7 +78,7 @@ Outcome narrow(Range& range, const QQ& coefficient, const QQ& room) {
   return range.least <= range.greatest ? Outcome::narrowed : Outcome::contradiction;
 }
 
-/// Every variable against the least value of the others.
+/// Narrows the range of every variable by the least value of the other terms.
 Outcome narrow(std::vector<Range>& ranges, const Limit& row) {
   const LeastSum sum = leastSum(row, ranges);
   if (sum.infinite == 0 && sum.finite > row.limit) return Outcome::contradiction;
@@ -103,9 +103,9 @@ std::size_t entriesOf(const std::vector<Limit>& rows) {
   return count;
 }
 
-/// False where the rows contradict the ranges.
+/// False if the rows contradict the ranges.
 bool propagate(std::vector<Range>& ranges, const std::vector<Limit>& rows) {
-  const auto rounds = 1 + std::min<std::size_t>(mostRounds - 1, mostEntries / entriesOf(rows));
+  const auto rounds = 1 + std::min<std::size_t>(maxRounds - 1, maxEntries / entriesOf(rows));
   for (std::size_t round = 1; round <= rounds; ++round) {
     bool isNarrowed = false;
     for (const Limit& row : rows) {
@@ -118,7 +118,7 @@ bool propagate(std::vector<Range>& ranges, const std::vector<Limit>& rows) {
   return true;
 }
 
-/// The ranges of the bounds, rounded inwards; nothing where one is empty.
+/// The ranges given by the bounds, rounded inwards; empty if one of the ranges is.
 std::optional<std::vector<Range>> rangesOf(const Vanu<QQ>& problem, const std::vector<QQ>& steps) {
   std::vector<Range> ranges;
   for (Index j = 1; j <= problem.rx.dimension(); ++j) {
@@ -132,7 +132,7 @@ std::optional<std::vector<Range>> rangesOf(const Vanu<QQ>& problem, const std::v
   return ranges;
 }
 
-/// Rows as limits from above; those from below are negated.
+/// Rows with upper limits; rows with lower limits are negated.
 class Limits {
  public:
   explicit Limits(const std::vector<QQ>& steps) : steps_(steps) {}
@@ -157,7 +157,7 @@ class Limits {
   std::vector<Limit> limits_;
 };
 
-/// The rows that limit the variables; an infinite limit limits nothing.
+/// The rows that limit the variables; rows with an infinite limit are left out.
 Limits limitsOf(const Vanu<QQ>& problem, const std::vector<QQ>& steps) {
   Limits limits(steps);
   for (Index i = 1; i <= problem.bg.dimension(); ++i)

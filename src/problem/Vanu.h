@@ -1,7 +1,7 @@
 // The problem record: targets, equations, inequations and bounds over n variables.
 //
-//   targets      At x      maximised, minimised or wanted at dt
-//   equations    Ag x = bg, congruent modulo qg where qg says so
+//   targets      At x      maximised, minimised or as close to dt as possible
+//   equations    Ag x = bg, or a congruence modulo qg if qg has a modulus
 //   inequations  lu <= Au x <= ru
 //   variables    lx <= x <= rx, in steps of 10^-dx
 //
@@ -28,53 +28,53 @@ class Vanu {
   Vanu& operator=(Vanu&&) noexcept;
   virtual ~Vanu();
 
-  /// Empties all vectors, matrices and lists and clears counts and state flags.
-  /// Without `keepPaths` the paths too. fixedTargets stays.
+  /// Clears all vectors, matrices and lists and resets counts and state flags; without
+  /// `keepPaths` the paths too. fixedTargets stays.
   void clear(bool keepPaths);
 
-  /// Takes every field, numbers converted strictly: PrecisionException where T
-  /// can't hold one; this record is half converted then.
+  /// Copies every field, numbers converted strictly: PrecisionException if T can't hold
+  /// one; this record is partly converted then.
   template <class U>
   void convertFrom(const Vanu<U>& source);
 
-  /// Appends a variable to fd, lx, rx and dx; the matrices are the caller's.
+  /// Appends a variable to fd, lx, rx and dx; the caller extends the matrices.
   void addVariable(const T& lower, const T& upper, const T& decimals);
 
   /// +1 for a target to maximise, else -1. 1 <= i <= dt.dimension().
   T targetSign(Index i) const;
 
-  /// True when every target has a finite goal.
+  /// Sets fixedTargets: true if every target has a finite goal.
   void updateFixedTargets();
 
-  /// Equations that were one-sided inequations or finite goals: the last rows of Ag, the
-  /// inequations first.
+  /// Number of equations that were one-sided inequations or finite goals: the last rows of Ag,
+  /// the inequations first.
   Index liftedRowCount() const { return slackCount + deviationCount / 2; }
-  /// Congruences among the equations, and after normalisation their columns at the end of
-  /// Ag and Au, in the same order.
+  /// Number of congruences among the equations and, after normalisation, of their columns at the
+  /// end of Ag and Au, in the same order.
   Index modulusCount() const;
-  /// Variables that are neither slacks nor deviations; they come first, the slacks follow.
+  /// Number of variables that are neither slacks nor deviations; they come first, then the slacks.
   Index originalCount() const { return rx.dimension() - slackCount - deviationCount; }
 
   /// Paths of the problem and of its solutions; empty when not set.
   std::string optFile;
   std::string solFile;
 
-  /// Goal per target: +inf maximise, -inf minimise, finite: to reach.
+  /// Goal per target: +inf to maximise, -inf to minimise, finite: to reach.
   Vector<T> dt;
-  /// Threshold per target; a copy of dt where the file gives none.
+  /// Threshold per target; a copy of dt if the file has none.
   Vector<T> kt;
-  /// Range of the aggregated target value, changed when fixed variables go.
+  /// Range of the aggregated target value, adjusted when fixed variables are removed.
   T ltu = T();
   T rtu = T();
   /// Target rows, one per entry of dt, n columns.
   Matrix<T> At;
-  /// ltu and rtu hold.
+  /// True if ltu and rtu are valid.
   bool atuValid = false;
   /// Sum of the target rows, each times its target sign.
   Vector<T> atu;
   /// Right-hand sides of the equations.
   Vector<T> bg;
-  /// Moduli of the equations: empty, or one each with 0 for a plain equation.
+  /// Moduli of the equations: empty, or one per equation, 0 for a plain equation.
   Vector<T> qg;
   /// Bounds of the inequations, -inf and +inf allowed.
   Vector<T> lu;
@@ -90,28 +90,28 @@ class Vanu {
   Vector<T> rx;
   /// Kind of each variable, derived from lx and rx.
   SerializableArray<FreedomDegree> fd;
-  /// What each variable was moved by to start at 0, one entry per column of Ag; set by
-  /// normalisation.
+  /// Shift by which each variable was moved to start at 0, one entry per column of Ag; set
+  /// by normalisation.
   Vector<T> shift;
-  /// Units of a variable to 1: above 1 where a slack or deviation counts in fractions;
+  /// Units of a variable per 1: above 1 if a slack or deviation counts in fractions;
   /// set by normalisation.
   Vector<T> slackUnit;
   /// Variables removed because lx = rx, in order of removal: original index, value.
   Array<Pair<Index, T>> fixedVars;
-  /// 1-based indices, fixed variables not counted, of the variables negated because only
-  /// rx was finite.
+  /// 1-based indices, not counting fixed variables, of the variables that were negated
+  /// because only rx was finite.
   Array<Index> swappedVars;
-  /// Every goal is finite; set by the reader.
+  /// True if every goal is finite; set by the reader.
   bool fixedTargets = false;
-  /// Equations that were one-sided inequations, and the variables added for them.
+  /// Number of equations that were one-sided inequations, and of the variables added for them.
   Index slackCount = 0;
-  /// Variables added for finite goals, two per target.
+  /// Number of variables added for finite goals, two per target.
   Index deviationCount = 0;
-  /// The rows were lifted into normal form.
+  /// True if the rows were lifted into normal form.
   bool lifted = false;
-  /// The lattice itself is setting parameters: their reactions do nothing.
+  /// True while the lattice itself sets parameters: their reactions do nothing.
   bool reactionsOff = false;
-  /// The tracking of transformations was started anew.
+  /// True if the tracking of transformations was restarted.
   bool trackingRestarted = false;
   /// Value of the last coordinate of the inhomogeneous lattice row.
   T homValue = T(1);

@@ -9,13 +9,13 @@ namespace starsift {
 namespace {
 
 constexpr std::size_t freeBits = std::size_t{1} << 20;
-constexpr std::size_t mostGrowth = 64;
+constexpr std::size_t maxGrowth = 64;
 
 std::size_t bits(mpz_srcptr value) {
   return mpz_sizeinbase(value, 2);
 }
 
-/// Most bits of a scale that is to multiply each of the numbers but zeros.
+/// Maximum number of bits of a scale that multiplies each of the numbers other than 0.
 std::size_t scaleLimit(std::span<const QQ> numbers) {
   std::size_t count = 0;
   std::size_t written = 0;
@@ -25,7 +25,7 @@ std::size_t scaleLimit(std::span<const QQ> numbers) {
     written += bits(view.numerator()) + bits(view.denominator());
     ++count;
   }
-  return std::max(freeBits, mostGrowth * written) / std::max<std::size_t>(count, 1);
+  return std::max(freeBits, maxGrowth * written) / std::max<std::size_t>(count, 1);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// One scale for many rationals, where that doesn't cost too much memory.
+// One scale for many rationals, if it doesn't cost too much memory.
 #pragma once
 
 #include <optional>
@@ -10,9 +10,9 @@
 namespace starsift {
 
 /// The least common multiple of `multiple`, which is positive, and of the
-/// denominators of the finite `numbers`. Nothing where the numbers over that scale
-/// would take more than a megabit and more than 64 times the bits that they have
-/// now: n coprime denominators make n numerators of n times their length.
+/// denominators of the finite `numbers`. Empty if the numbers over that scale
+/// would take more than a megabit and more than 64 times their present bits:
+/// n coprime denominators make n numerators of n times their length.
 std::optional<ZZ> commonScale(std::span<const QQ> numbers, ZZ multiple);
 
 }  // namespace starsift

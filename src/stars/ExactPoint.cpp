@@ -9,7 +9,7 @@ namespace starsift {
 
 namespace {
 
-/// The components as rationals; over QQ they are there already.
+/// The components as rationals; over QQ they are returned as they are.
 const Vector<QQ>& rationals(const Vector<QQ>& x, Vector<QQ>& /*storage*/) {
   return x;
 }

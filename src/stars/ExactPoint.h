@@ -1,4 +1,4 @@
-// A finite point in the forms in which exact row products want it.
+// A finite point in the forms that exact row products need.
 #pragma once
 
 #include <cstdint>
@@ -22,24 +22,24 @@ struct ScaledPoint {
   ZZ denominator;
 };
 
-/// Holds one point at a time and keeps its storage from one to the next.
+/// Holds one point at a time and reuses its storage for the next.
 class ExactPoint {
  public:
-  /// Takes the components of `x` exactly. False, and the point can't be used, when
+  /// Stores the components of `x` exactly. False, and the point can't be used, if
   /// one is infinite or nan.
   template <class T>
   bool assign(const Vector<T>& x);
 
-  /// All components are integers below 2^62.
+  /// True if all components are integers below 2^62 in magnitude.
   bool isSmall() const { return isSmall_; }
-  /// Only where isSmall().
+  /// Only if isSmall().
   const SmallPoint& small() const { return small_; }
-  /// False where commonScale() has none for the components.
+  /// False if commonScale() returns no scale for the components.
   bool isScalable() const { return rationals_.dimension() == 0; }
-  /// Only where isScalable(); of a small point worked out on first use.
+  /// Only if isScalable(); for a small point computed on first use.
   const ScaledPoint& scaled() const;
 
-  /// Component index + 1 of any point.
+  /// Component index + 1, for any point.
   QQ component(std::size_t index) const;
 
  private:
@@ -51,7 +51,7 @@ class ExactPoint {
   bool isSmall_ = false;
   mutable ScaledPoint scaled_;
   mutable bool scaledIsValid_ = false;
-  /// The components where there is no scaled form, else empty.
+  /// The components if there is no scaled form, else empty.
   Vector<QQ> rationals_;
 };
 

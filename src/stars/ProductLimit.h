@@ -1,5 +1,5 @@
-// Where machine integers end: small points and their products with rows stay below
-// 2^62 in magnitude, and bounds are cut to that.
+// The limit of machine integers: small points and their products with rows stay below
+// 2^62 in magnitude, and bounds are clamped to that.
 #pragma once
 
 #include <cstdint>
@@ -8,15 +8,15 @@
 
 namespace starsift {
 
-/// Magnitude that small values stay below.
+/// Small values stay below this magnitude.
 constexpr std::int64_t productLimit = std::int64_t{1} << 62;
 
-/// `value` cut to +-productLimit.
+/// `value` clamped to +-productLimit.
 std::int64_t cut(const ZZ& value);
 
-/// The least small value not below `bound`, or productLimit where there is none.
+/// The least small value not below `bound`, or productLimit if there is none.
 std::int64_t cutUp(const QQ& bound);
-/// The greatest small value not above `bound`, or -productLimit.
+/// The greatest small value not above `bound`, or -productLimit if there is none.
 std::int64_t cutDown(const QQ& bound);
 
 }  // namespace starsift

@@ -1,5 +1,5 @@
-// Rows of a problem with the values that they admit at a point: an interval or a
-// residue class. The tests are exact; rounding has no say in a verdict.
+// Rows of a problem with the values that they allow at a point: an interval or a
+// residue class. The tests are exact; no verdict depends on rounding.
 #pragma once
 
 #include "stars/ExactPoint.h"
@@ -7,7 +7,7 @@
 
 namespace starsift {
 
-/// Admits a point when lower <= row * point <= upper.
+/// Admits a point if lower <= row * point <= upper.
 class IntervalTest {
  public:
   /// The bounds may be infinite.
@@ -33,7 +33,7 @@ class IntervalTest {
   ScaledRow row_;
   Bound lower_;
   Bound upper_;
-  /// False for an infinite bound on the wrong side: no product lies beyond it.
+  /// False if the lower bound is +infinity or the upper bound -infinity: no product satisfies it.
   bool lowerIsReachable_;
   bool upperIsReachable_;
   /// The bounds for integer products below 2^62, rounded inwards.
@@ -41,7 +41,7 @@ class IntervalTest {
   std::int64_t smallUpper_;
 };
 
-/// Admits a point when the remainder of (row * point - value) modulo `modulus`,
+/// Admits a point if the remainder of (row * point - value) modulo `modulus`,
 /// truncated, lies within +-tolerance.
 class CongruenceTest {
  public:
@@ -60,7 +60,7 @@ class CongruenceTest {
   ZZ value_;
   ZZ modulus_;
   QQ tolerance_;
-  /// The same as machine integers, where value and modulus are below 2^62.
+  /// The same as machine integers, if value and modulus are below 2^62.
   bool isSmall_;
   std::int64_t smallValue_ = 0;
   std::int64_t smallModulus_ = 1;

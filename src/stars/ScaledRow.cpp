@@ -15,8 +15,8 @@ bool fitsMachine(const ZZ& value) {
   return mpz_fits_slong_p(value.get()) != 0;
 }
 
-/// The denominator of a sum grows with its length, so one long sum after another
-/// would cost the square of what halves cost. Leaves partial sums in `terms`.
+/// The denominator of a sum grows with its length, so adding one term after another
+/// would cost the square of the time of adding by halves. Leaves partial sums in `terms`.
 QQ sumByHalves(std::vector<QQ>& terms) {
   for (std::size_t distance = 1; distance < terms.size(); distance *= 2)
     for (std::size_t k = 0; k + distance < terms.size(); k += 2 * distance)

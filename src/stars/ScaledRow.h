@@ -1,7 +1,7 @@
 // A row of rational coefficients as integers over one scale, so that products
 // with points are exact and cheap: zeros cost nothing, machine integers are used
-// where they can't overflow and GMP where they might. Where the integers would be
-// too long the row stays rational.
+// if they can't overflow, and GMP otherwise. If the integers would be too long
+// the row stays rational.
 #pragma once
 
 #include <cstdint>
@@ -17,21 +17,21 @@ namespace starsift {
 class ScaledRow {
  public:
   /// `row` must be finite. The scale is the least common multiple of `multiple`,
-  /// which is positive, and the denominators of the row; `multiple` alone where
-  /// commonScale() has none.
+  /// which is positive, and the denominators of the row; `multiple` alone if
+  /// commonScale() returns none.
   template <class T>
   ScaledRow(const Vector<T>& row, ZZ multiple);
 
   const ZZ& scale() const { return scale_; }
 
-  /// False: there are no products with small or scaled points.
+  /// True if products with small and scaled points can be computed.
   bool isInteger() const { return rationals_.empty(); }
 
   /// row * point, exactly.
   QQ product(const ExactPoint& point) const;
 
-  /// scale * row * point, below 2^62 in magnitude, where no partial sum can reach
-  /// that; else nothing.
+  /// scale * row * point, below 2^62 in magnitude, if no partial sum can reach
+  /// that; else empty.
   std::optional<std::int64_t> times(const SmallPoint& point) const {
     if (point.magnitude > largestPoint_) return std::nullopt;
     std::int64_t sum = 0;
@@ -40,10 +40,10 @@ class ScaledRow {
     return sum;
   }
 
-  /// product := scale * row * numerators of `point`. Only where isInteger().
+  /// product := scale * row * numerators of `point`. Only if isInteger().
   void times(const ScaledPoint& point, ZZ& product) const;
 
-  /// scale * row * point, whatever the two are; slow.
+  /// scale * row * point for any row and point; slow.
   QQ rationalTimes(const ExactPoint& point) const;
 
  private:
@@ -55,13 +55,13 @@ class ScaledRow {
   /// 0-based columns of the non-zero entries, ascending.
   std::vector<std::size_t> columns_;
   std::vector<ZZ> entries_;
-  /// The entries instead, where these would be too long.
+  /// The entries as rationals if the integers would be too long, else empty.
   std::vector<QQ> rationals_;
-  /// The entries again, where all are machine integers.
+  /// The entries again, if all are machine integers.
   std::vector<std::int64_t> smallEntries_;
-  /// Points up to this magnitude can't overflow the small product; -1: none.
+  /// The small product can't overflow for points up to this magnitude; -1: none.
   std::int64_t largestPoint_ = -1;
-  /// The scale again, 0 where it is no machine integer.
+  /// The scale again, 0 if it isn't a machine integer.
   std::int64_t smallScale_ = 0;
 };
 

@@ -8,17 +8,17 @@
 
 namespace starsift {
 
-/// lower <= x <= upper, component by component, each bound rounded inwards and cut
-/// to +-2^62, beyond which no component of a small point lies.
+/// lower <= x <= upper, component by component, each bound rounded inwards and clamped
+/// to +-2^62, which no component of a small point exceeds.
 class SmallBox {
  public:
-  /// The bounds may be infinite and have one dimension.
+  /// The bounds may be infinite; both have the same dimension.
   template <class T>
   SmallBox(const Vector<T>& lower, const Vector<T>& upper);
 
   /// The point has one component per bound.
   bool contains(const SmallPoint& point) const {
-    // Integers, since without branches many components are compared at once.
+    // Integers, because without branches many components are compared at once.
     int inside = 1;
     for (std::size_t j = 0; j < lower_.size(); ++j)
       inside &= static_cast<int>(lower_[j] <= point.components[j]) &

@@ -9,8 +9,8 @@
 
 namespace starsift {
 
-/// A star: the solution x (the vector itself), what its check computed, and what
-/// is known of the run that found it.
+/// A star: the solution x (the vector itself), the results of its check, and the
+/// data of the run that found it.
 template <class T>
 class Star : public TimeVector<T> {
  public:
@@ -18,8 +18,8 @@ class Star : public TimeVector<T> {
 
   const Vector<T>& x() const { return *this; }
 
-  /// Converts every number; PrecisionException "Precision lost during conversion"
-  /// or the conversion's own where T can't hold one. Unchanged after an exception.
+  /// Converts every number; PrecisionException "Precision lost during conversion",
+  /// or that of the conversion itself, if T can't hold one. Unchanged after an exception.
   template <class U>
   void convertFrom(const Star<U>& source, bool check) {
     Star result;
@@ -41,9 +41,9 @@ class Star : public TimeVector<T> {
   T slackNorm = T();
   /// One-line text of the parameters of the run that found the star; opaque.
   std::string paramsText;
-  /// Dotted version number of the solver; opaque but for the order of stars.
+  /// Dotted version number of the solver; interpreted only by the order of stars.
   std::string versionText;
-  /// Found by this run, not read from a file.
+  /// True if found by this run, not read from a file.
   bool fresh = false;
 };
 

@@ -23,11 +23,11 @@ Vector<QQ> exactly(const Vector<T>& vector) {
   return result;
 }
 
-/// The verdicts on many stars, in few blocks of memory.
+/// The verdicts on many stars, stored in few blocks of memory.
 template <class T>
 class Verdicts {
  public:
-  /// Of star i; those that are no solutions are forgotten.
+  /// Adds the verdict on star i; only solutions are stored.
   void add(Index i, const StarVerdict<T>& verdict) {
     if (!verdict.isSolution) return;
     solutions_.push_back(i);
@@ -36,16 +36,16 @@ class Verdicts {
     values_.insert(values_.end(), verdict.targetValues.begin(), verdict.targetValues.end());
   }
 
-  /// Star i stays as it is.
+  /// Adds star i without a verdict; it is kept unchanged.
   void addUnjudged(Index i) {
     solutions_.push_back(i);
     ++unjudged_;
   }
 
-  /// Indices of the stars that stay, ascending.
+  /// Indices of the stars to keep, ascending.
   const std::vector<Index>& solutions() const { return solutions_; }
 
-  /// Writes what was computed of the k-th star that stays into it.
+  /// Stores the computed values in the k-th star to keep.
   void apply(Index k, Star<T>& star) {
     k -= unjudged_;
     star.targetValues.resize(targetCount_, false);
@@ -58,10 +58,10 @@ class Verdicts {
 
  private:
   std::vector<Index> solutions_;
-  /// The first of them that were not judged.
+  /// Number of stars without a verdict; they come first.
   Index unjudged_ = 0;
   std::vector<Norms<T>> norms_;
-  /// Target values of one solution behind those of the other.
+  /// Target values of all solutions, one solution after the other.
   std::vector<T> values_;
   Index targetCount_ = 0;
 };
@@ -155,7 +155,7 @@ void StarChecker<T>::computeTargets(StarVerdict<T>& verdict) {
 
 template <class T>
 bool checkStars(StarChecker<T>& checker, Array<Star<T>>& stars, Index first) {
-  // No star is touched before all are judged: a verdict may throw.
+  // No star is changed before all are judged, because a verdict may throw.
   Verdicts<T> verdicts;
   for (Index i = 1; i < first; ++i) verdicts.addUnjudged(i);
   for (Index i = first; i <= stars.dimension(); ++i) verdicts.add(i, checker.judge(stars[i]));

@@ -1,5 +1,5 @@
-// The check of a star against its problem: is it a solution, and what are its
-// target values and norms. No verdict and no value depends on rounding.
+// The check of a star against its problem: whether it is a solution, and its target
+// values and norms. No verdict and no value depends on rounding.
 #pragma once
 
 #include <vector>
@@ -13,32 +13,32 @@
 
 namespace starsift {
 
-/// A problem prepared for the check of many stars. O(entries) to prepare; a check
-/// costs the components of the star and the non-zero entries of the problem.
+/// A problem prepared for the check of many stars. Preparation takes O(entries); a check
+/// takes time proportional to the components of the star and the non-zero entries of the problem.
 template <class T>
 class StarChecker {
  public:
-  /// `problem` must outlive the checker and stay as it is.
+  /// `problem` must outlive the checker and not change.
   explicit StarChecker(const Vanu<T>& problem);
 
-  /// True when star.x() is a solution: within the bounds exactly, equations
-  /// within the tolerance, congruences too, ranged rows exactly. Sets target
-  /// values and norms then, if there are targets; else the star stays untouched.
+  /// True if star.x() is a solution: within the bounds exactly, equations and
+  /// congruences within the tolerance, ranged rows exactly. Then target values and
+  /// norms are set, if there are targets; otherwise the star is unchanged.
   /// A star of another length is fatal, "Vector: dimension mismatch10", and so are
   /// rows of another length, "Matrix: mat-vec multiplication dimension mismatch". Throws
-  /// PrecisionException "Precision lost during check" where T can't hold a result.
+  /// PrecisionException "Precision lost during check" if T can't hold a result.
   bool check(Star<T>& star);
 
-  /// The same without touching the star.
+  /// The same without changing the star.
   StarVerdict<T> judge(const Star<T>& star);
 
-  /// There are values and norms to compute.
+  /// True if there are values and norms to compute.
   bool hasTargets() const { return !targets_.empty(); }
 
  private:
   void prepareEquations();
   bool withinBounds(const Vector<T>& x) const;
-  /// All rows have `n` entries.
+  /// Fatal unless all rows have `n` entries.
   void checkColumns(Index n) const;
   bool rowsAdmit() const;
   void computeTargets(StarVerdict<T>& verdict);
@@ -49,7 +49,7 @@ class StarChecker {
   std::vector<IntervalTest> intervals_;
   std::vector<CongruenceTest> congruences_;
   std::vector<ScaledRow> targets_;
-  /// The star in work, and its target values.
+  /// The current star, and its target values.
   ExactPoint point_;
   Vector<QQ> values_;
 };

@@ -1,6 +1,6 @@
-// The check of a star word by word in the arithmetic of its number type, for
+// The check of a star by its definition, in the arithmetic of its number type, for
 // stars with infinite components: over QQ an undefined operation is fatal, in
-// long double it gives a nan, with which every comparison fails.
+// long double it gives a nan, for which every comparison is false.
 #pragma once
 
 #include "problem/Vanu.h"

@@ -19,8 +19,8 @@ QQ residual(const Vector<T>& row, const Vector<T>& x, const T& value, Index colu
   return abs(sum);
 }
 
-/// The goals of a lifted problem stand last, in the order of their equations,
-/// which stand last too.
+/// The goals of a lifted problem come last, in the order of their equations,
+/// which come last too.
 template <class T>
 QQ liftedSlack(const Vanu<T>& problem, const Vector<T>& x) {
   const Index goals = problem.deviationCount / 2;

@@ -1,4 +1,4 @@
-// The norms of a star: how good are its target values.
+// The norms of a star, which measure its target values.
 #pragma once
 
 #include "core/Vector.h"
@@ -6,7 +6,7 @@
 
 namespace starsift {
 
-/// The text of a check whose result the number type can't hold.
+/// The text of the exception if the number type can't hold a result of a check.
 constexpr const char* checkLossText = "Precision lost during check";
 
 /// Sum over the goals (smaller is better) and distance to the finite goals.
@@ -16,26 +16,26 @@ struct Norms {
   T slack = T();
 };
 
-/// What a check says of a star.
+/// The result of the check of a star.
 template <class T>
 struct StarVerdict {
   bool isSolution = false;
-  /// Of a solution, where the problem has targets.
+  /// Set for a solution if the problem has targets.
   Vector<T> targetValues;
   Norms<T> norms;
 };
 
-/// The norms of target values against their goals, in the arithmetic of T. A
+/// The norms of target values relative to their goals, in the arithmetic of T. A
 /// minimised target (-inf) counts as it is, a maximised one (+inf) negatively, a
-/// finite goal by the distance to it, which is also slack.
+/// finite goal by the distance to it, which is also added to the slack.
 template <class T>
 Norms<T> goalNorms(const Vector<T>& goals, const Vector<T>& values);
 
-/// The norms of a point `x` with the given target values, worked out exactly. In
+/// The norms of a point `x` with the given target values, computed exactly. In
 /// a lifted problem a finite goal is fatal, "preparation inconsistency": there the
 /// slack of a goal is the residual of its lifted equation at `x`, in absolute value
 /// and without the slack and deviation columns. Throws PrecisionException
-/// "Precision lost during check" where T can't hold a result.
+/// "Precision lost during check" if T can't hold a result.
 template <class T>
 Norms<T> computeNorms(const Vanu<T>& problem, const Vector<T>& targetValues, const Vector<T>& x);
 

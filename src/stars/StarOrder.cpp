@@ -19,7 +19,7 @@ namespace {
 
 /// The numbers of a dotted version. Digits are accumulated without a check, so
 /// other characters give whatever the arithmetic gives; overflow wraps. Missing
-/// numbers count as 0: trailing zeros are dropped.
+/// numbers count as 0, so trailing zeros are dropped.
 std::vector<std::uint64_t> versionNumbers(std::string_view text) {
   std::vector<std::uint64_t> numbers{0};
   for (const char c : text) {
@@ -37,7 +37,7 @@ std::strong_ordering compareBytes(std::string_view a, std::string_view b) {
 }
 
 /// Compares the texts of two vectors with `digits`, byte-wise, without writing
-/// them out: only the first components that differ decide.
+/// them completely: only the first components that differ matter.
 template <class T>
 std::strong_ordering compareTexts(const Vector<T>& a, const Vector<T>& b, int digits) {
   const Index common = std::min(a.dimension(), b.dimension());
@@ -51,8 +51,8 @@ std::strong_ordering compareTexts(const Vector<T>& a, const Vector<T>& b, int di
     if (order != 0) return order;
   }
   if (a.dimension() == b.dimension()) return std::strong_ordering::equal;
-  // The shorter text goes on with "]", which stands behind every first character
-  // of a number but "i".
+  // The shorter text continues with "]", which sorts after every first character
+  // of a number except "i".
   std::string next;
   const bool aLonger = a.dimension() > common;
   NumberTraits<T>::append(next, (aLonger ? a : b)[common + 1], digits);
@@ -60,16 +60,16 @@ std::strong_ordering compareTexts(const Vector<T>& a, const Vector<T>& b, int di
   return aLonger ? order : 0 <=> order;
 }
 
-/// The order of the texts that the file shows. Long double carries one digit more:
-/// where that makes the difference the file is written from the exact lattice, and
-/// without it the order would depend on the one before.
+/// The order of the texts in the file. Long double carries one digit more, which breaks
+/// ties: if it matters the file is written from the exact lattice, and without the tie
+/// break the order would depend on the previous one.
 template <class T>
 std::strong_ordering compareVectorTexts(const Vector<T>& a, const Vector<T>& b) {
   const auto order = compareTexts(a, b, fileDigits);
   return order != 0 ? order : compareTexts(a, b, dblDigits);
 }
 
-/// What the order asks of one star, worked out once.
+/// The data of one star that the order uses, computed once.
 template <class T>
 struct StarKey {
   const Star<T>* star;
@@ -81,7 +81,7 @@ struct StarKey {
   std::size_t version;
 };
 
-/// Up to the time: negative, 0 or positive as a is before, beside or behind b.
+/// Compares up to the time: negative, 0 or positive if a is before, equal to or after b.
 template <class T>
 std::weak_ordering compareValues(const StarKey<T>& a, const StarKey<T>& b) {
   if (!(a.targetNorm == b.targetNorm))
@@ -91,16 +91,16 @@ std::weak_ordering compareValues(const StarKey<T>& a, const StarKey<T>& b) {
   return a.time <=> b.time;
 }
 
-/// Of two stars with equal values and versions.
+/// Compares two stars with equal values and versions.
 template <class T>
 std::weak_ordering compareRest(const Star<T>& a, const Star<T>& b) {
   const auto order = compareVectorTexts(a.x(), b.x());
   return order != 0 ? order : compareBytes(a.paramsText, b.paramsText);
 }
 
-/// The order that sorts: starLess, but where two stars are less than each other
-/// the higher version comes first. So the result doesn't depend on the order
-/// before, and sorting a sorted file changes nothing.
+/// The order used for sorting: starLess, but if two stars are less than each other
+/// the higher version comes first. So the result doesn't depend on the previous
+/// order, and sorting a sorted file changes nothing.
 template <class T>
 bool comesBefore(const StarKey<T>& a, const StarKey<T>& b) {
   const auto values = compareValues(a, b);
@@ -117,7 +117,7 @@ StarKey<T> keyOf(const Star<T>& star, std::size_t version) {
 /// Per star the position of its version among all that occur.
 template <class T>
 std::vector<std::size_t> versionRanks(const Array<Star<T>>& stars) {
-  // A file has many stars and few texts.
+  // A file has many stars and few different version texts.
   std::unordered_map<std::string_view, std::size_t> texts;
   std::vector<std::size_t> ranks;
   ranks.reserve(static_cast<std::size_t>(stars.dimension()));
@@ -156,8 +156,8 @@ void siftDown(std::vector<StarKey<T>>& heap, std::size_t top, std::size_t size) 
   }
 }
 
-/// True when each star comes before the next: then no two are equal, and every way
-/// of sorting leaves them as they are.
+/// True if each star comes before the next: then no two are equal, and every sorting
+/// algorithm leaves them unchanged.
 template <class T>
 bool isStrictlySorted(const std::vector<StarKey<T>>& keys) {
   return std::adjacent_find(keys.begin(), keys.end(), [](const auto& a, const auto& b) {
@@ -176,9 +176,9 @@ void heapSort(std::vector<StarKey<T>>& keys) {
 
 /// Finds, among the stars kept so far, the one that equals a given star.
 ///
-/// Most stars differ in a few components already, so a sample of them is hashed
-/// first: the rest of a long vector need not come out of memory. Stars with one
-/// sample are told apart by the hash of all components.
+/// Most stars already differ in a few components, so a sample of them is hashed
+/// first: the rest of a long vector need not be read from memory. Stars with the
+/// same sample are distinguished by the hash of all components.
 template <class T>
 class StarTable {
  public:
@@ -187,8 +187,8 @@ class StarTable {
     bySample_.reserve(stars.dimension());
   }
 
-  /// The index of an equal star that was entered before, else `index`, which is
-  /// entered then.
+  /// The index of an equal star that was entered before; if there is none `index` is
+  /// entered and returned.
   Index findOrEnter(Index index) {
     const std::size_t sample = hash(stars_[index], sampleStep());
     const Index first = bySample_.findOrEnter(sample, index, [](Index) { return true; });
@@ -198,7 +198,7 @@ class StarTable {
   }
 
  private:
-  /// Components of a sample.
+  /// Number of components in a sample.
   static constexpr Index sampleSize = 8;
 
   Index findOrEnterByAll(Index index) {
@@ -222,18 +222,18 @@ class StarTable {
   bool compareParams_;
   /// The first star with each sample.
   HashedIndices bySample_;
-  /// All stars with the sample of another one.
+  /// All stars whose sample is that of another star.
   HashedIndices byAll_;
 };
 
-/// Puts the stars in the order of the keys, which point to them.
+/// Permutes the stars into the order of the keys, which point to them.
 template <class T>
 void arrange(Array<Star<T>>& stars, const std::vector<StarKey<T>>& keys) {
   std::vector<std::size_t> source;
   source.reserve(keys.size());
   for (const StarKey<T>& key : keys)
     source.push_back(static_cast<std::size_t>(key.star - stars.begin()));
-  // Cycle by cycle, so that no second array is needed.
+  // One cycle of the permutation at a time, so that no second array is needed.
   for (std::size_t start = 0; start < source.size(); ++start) {
     if (source[start] == start) continue;
     Star<T> first = std::move(stars.begin()[start]);

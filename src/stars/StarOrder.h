@@ -9,14 +9,14 @@ namespace starsift {
 /// slack norm; known time before unknown, then earlier; higher version; text of x
 /// with fileDigits, byte-wise; text of the parameters, byte-wise.
 ///
-/// The parameters decide also between two stars whose versions compare in the
-/// other direction, so in that corner two stars can be less than each other.
+/// The parameters are also compared for two stars whose versions compare in the
+/// other direction, so in that rare case two stars can be less than each other.
 template <class T>
 bool starLess(const Star<T>& a, const Star<T>& b);
 
 /// Heap sort by starLess; of two stars that are less than each other the one with
-/// the higher version comes first, so that the result is the same whatever the
-/// order before. O(k log k) comparisons of k stars; every star moves once.
+/// the higher version comes first, so that the result doesn't depend on the previous
+/// order. O(k log k) comparisons of k stars; every star moves once.
 template <class T>
 void sortStars(Array<Star<T>>& stars);
 

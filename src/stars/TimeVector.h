@@ -5,7 +5,7 @@
 
 namespace starsift {
 
-/// Discovery time of a vector of which it isn't known.
+/// Discovery time of a vector whose time isn't known.
 constexpr std::int64_t unknownTime = -1;
 
 /// A vector with the seconds from the start of a run until it was found. The text
@@ -15,7 +15,7 @@ class TimeVector : public Vector<T> {
  public:
   using Vector<T>::Vector;
 
-  /// Also forgets the time.
+  /// Also resets the time.
   void clear() override {
     this->resize(0, false);
     time = unknownTime;
@@ -37,7 +37,7 @@ class TargetVector : public TimeVector<T> {
  public:
   using TimeVector<T>::TimeVector;
 
-  /// Every number; see Star. Unchanged after an exception.
+  /// Converts every number; see Star. Unchanged after an exception.
   template <class U>
   void convertFrom(const TargetVector<U>& source, bool check) {
     TargetVector result;
@@ -50,12 +50,12 @@ class TargetVector : public TimeVector<T> {
 
   /// One value per target row of the problem as it was read.
   Vector<T> targetValues;
-  /// +infinity while there is no vector.
+  /// +infinity if there is no vector.
   T targetNorm = NumberTraits<T>::infinity();
   T slackNorm = T();
 };
 
-/// A vector on its way through a change of the lattice.
+/// A vector that is being transformed by a change of the lattice.
 template <class T>
 class BackupVector : public TimeVector<T> {
  public:

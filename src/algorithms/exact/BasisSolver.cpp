@@ -11,7 +11,7 @@ namespace starsift {
 
 namespace {
 
-/// A row as integers without a common factor, and the factor that was taken out.
+/// A row as integers without a common factor, and the factor: row == factor * line.
 struct Line {
   explicit Line(const Vector<QQ>& vector)
       : row(vector), factor(row.isZero() ? QQ() : factorOf(vector, row)) {}
@@ -38,7 +38,7 @@ struct BasisSolver::Prepared {
   std::size_t columns;
   std::vector<IntegerRow> rows;
   std::vector<QQ> factors;
-  /// Nothing where the rows are dependent, at least modulo the prime.
+  /// Empty if the rows are dependent, at least modulo the prime.
   std::optional<PivotBlock> block;
 };
 

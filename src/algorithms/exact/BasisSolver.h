@@ -9,13 +9,12 @@
 
 namespace starsift {
 
-/// A basis prepared for any number of vectors. Where CoordinateSolver eliminates in the
-/// number type, which rounds in long double and makes rationals grow, this lifts a
-/// solution modulo a prime and multiplies it out.
+/// A basis prepared for any number of vectors. While CoordinateSolver eliminates in the
+/// number type, which rounds in long double and makes rationals grow, this class lifts a
+/// solution modulo a prime and verifies it by multiplication.
 class BasisSolver {
  public:
-  /// basis  n x m; entries are taken as the rationals that they convert to, an infinite one
-  ///        is fatal
+  /// basis  n x m; entries are converted to rationals exactly, an infinite one is fatal
   ///
   /// O(n^2 m) machine operations.
   template <class T>
@@ -24,12 +23,12 @@ class BasisSolver {
   BasisSolver& operator=(const BasisSolver&) = delete;
   ~BasisSolver();
 
-  /// The rows are known to be independent; without that there are no answers.
+  /// True if the rows are proven independent; otherwise no coordinates can be computed.
   bool isIndependent() const;
 
-  /// The n coordinates of a vector of m entries; nothing where it isn't in the lattice of
+  /// The n coordinates of a vector of m entries; empty if it isn't in the lattice of
   /// the rows. O(n^2 + n m) operations for each 30 bits of the coordinates.
-  /// PrecisionException where T can't hold one.
+  /// PrecisionException if T can't hold a coordinate.
   template <class T>
   std::optional<Vector<T>> integerCoordinates(const Vector<T>& vector) const;
 

@@ -45,9 +45,9 @@ std::optional<Coefficients> Combinations::findAbove(std::size_t above, const Int
 
 std::optional<Coefficients> Combinations::find(const IntegerRow& row) {
   PadicLift lift(block_, row);
-  const std::size_t most = block_.sufficientDigits(row);
+  const std::size_t maxDigits = block_.sufficientDigits(row);
   // A guess that fails costs far less than an eighth of the digits.
-  for (std::size_t digits = 1;; digits = std::min(digits + digits / 8 + 1, most)) {
+  for (std::size_t digits = 1;; digits = std::min(digits + digits / 8 + 1, maxDigits)) {
     lift.liftTo(digits);
     std::optional<Coefficients> coefficients = proven(lift.over(denominator_), row);
     if (coefficients) return coefficients;
@@ -57,7 +57,7 @@ std::optional<Coefficients> Combinations::find(const IntegerRow& row) {
       denominator_ = lcm(denominator_, coefficients->denominator);
       return coefficients;
     }
-    if (digits == most) return std::nullopt;
+    if (digits == maxDigits) return std::nullopt;
   }
 }
 

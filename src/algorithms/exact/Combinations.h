@@ -8,18 +8,19 @@
 
 namespace starsift {
 
-/// Proofs that rows are combinations of the kept ones of a block: coefficients are
-/// guessed by lifting, more digits at a time, and multiplied out over all columns.
+/// Proofs that rows are combinations of the kept rows of a block: coefficients are
+/// guessed by lifting, with more digits at a time, and verified over all columns.
 class Combinations {
  public:
   /// Keeps a reference to `block`, whose rows have `columns` entries.
   Combinations(const PivotBlock& block, std::size_t columns) : block_(block), columns_(columns) {}
 
-  /// The coefficients of the row over all kept ones; nothing where it is no combination.
+  /// The coefficients of the row over all kept rows; empty if it isn't a combination of them.
   std::optional<Coefficients> find(const IntegerRow& row);
 
-  /// The same over the first `above` of the kept rows. Coefficients are unique, so there
-  /// are none where another kept row takes part; those of the others are zeros.
+  /// The same over the first `above` of the kept rows. Coefficients are unique, so the
+  /// result is empty if another kept row has a coefficient other than 0; the coefficients
+  /// of the rows from `above` on are zeros.
   std::optional<Coefficients> findAbove(std::size_t above, const IntegerRow& row);
 
  private:
@@ -28,8 +29,8 @@ class Combinations {
 
   const PivotBlock& block_;
   std::size_t columns_;
-  /// Of all coefficients so far. It divides the determinant of the block, and long
-  /// denominators are mostly that, so the next row may well need no other one.
+  /// Common denominator of all coefficients so far. It divides the determinant of the block,
+  /// and long denominators are mostly that determinant, so the next row may well need no other.
   ZZ denominator_ = ZZ::one();
 };
 

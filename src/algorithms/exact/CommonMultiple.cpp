@@ -6,7 +6,7 @@ namespace starsift {
 
 namespace {
 
-constexpr int mostSteps = 100000;
+constexpr int maxSteps = 100000;
 
 }  // namespace
 
@@ -18,9 +18,9 @@ T lcmAdjust(const T& multiple, const T& hi, const T& lo) {
   T best = lo;
   T least = lcmQQ(multiple, range);
   T divisor = gcdQQ(multiple, range);
-  // A common multiple is no less than the range.
+  // A common multiple is at least the range, so larger ranges can't improve on `least`.
   for (int step = 0;
-       step < mostSteps && range < least && !(divisor == range) && !(divisor == multiple); ++step) {
+       step < maxSteps && range < least && !(divisor == range) && !(divisor == multiple); ++step) {
     low -= T(1);
     range = hi - low;
     divisor = gcdQQ(multiple, range);

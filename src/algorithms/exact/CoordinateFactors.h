@@ -1,4 +1,4 @@
-// What the coordinate solver keeps of a basis between two questions.
+// What the coordinate solver stores of a basis from one vector to the next.
 #pragma once
 
 #include <memory>
@@ -11,17 +11,17 @@ namespace starsift {
 /// Empty until first needed.
 template <class T>
 struct CoordinateFactors {
-  /// The echelon form of the transposed basis and the row operations that lead there.
+  /// The echelon form of the transposed basis and the row operations that produce it.
   Matrix<T> echelon;
   Matrix<T> transform;
-  /// For integer coordinates over independent rows; copies share it.
+  /// Solver for integer coordinates over independent rows; shared among copies.
   std::shared_ptr<const BasisSolver> solver;
 
   void clear() { *this = CoordinateFactors(); }
 
   void convertFrom(const CoordinateFactors& source) { *this = source; }
-  /// Factors over another number type would bring its rounding along, or be more than T
-  /// holds: they are left to be made anew.
+  /// Stores nothing: factors over another number type would contain its rounding errors, or
+  /// values that T can't hold, so they are computed anew.
   template <class U>
   void convertFrom(const CoordinateFactors<U>& /*source*/) {
     clear();

@@ -20,8 +20,8 @@ Matrix<T> transposed(const Matrix<T>& matrix) {
   return result;
 }
 
-/// From the last pivot upwards; what is left of the equations without a pivot is not
-/// looked at.
+/// Back substitution from the last pivot upwards; equations without a pivot are not
+/// checked.
 template <class T>
 Vector<T> substitute(const CoordinateFactors<T>& factors, const Vector<T>& vector) {
   const Index n = factors.echelon.columnCount();
@@ -79,7 +79,7 @@ bool coordinatesOver(CoordinateFactors<T>& factors, const Matrix<T>& basis, cons
     if (!factors.solver) factors.solver = std::make_shared<const BasisSolver>(basis);
     if (factors.solver->isIndependent()) {
       std::optional<Vector<T>> found = factors.solver->integerCoordinates(vector);
-      // Coordinates over another basis are never taken for those over this one.
+      // A product check: coordinates computed for another basis are never returned.
       if (!found || !identical(exactProduct(*found, basis), vector)) return false;
       out = std::move(*found);
       return true;

@@ -8,7 +8,7 @@ namespace starsift {
 
 namespace {
 
-/// By which each prime from the first one on lengthens the modulus at least.
+/// Bits that each prime, from the first one on, adds to the modulus at least.
 constexpr std::size_t bitsOfPrime = 29;
 
 std::uint32_t residue(const IntegerMatrix& matrix, const PrimeField& field) {
@@ -28,7 +28,7 @@ std::size_t productBits(const IntegerMatrix& rows) {
   return bits;
 }
 
-/// How many primes tell numbers of magnitude up to 2^bits apart.
+/// Number of primes that distinguish all integers of magnitude up to 2^bits.
 std::size_t primesFor(std::size_t bits) {
   return (bits + 1) / bitsOfPrime + 1;
 }
@@ -44,7 +44,7 @@ class ChineseRemainder {
     mpz_mul_ui(modulus_.get(), modulus_.get(), field.prime());
   }
 
-  /// The one of least magnitude.
+  /// The integer of least magnitude with these residues.
   ZZ value() const {
     const ZZ negative = value_ - modulus_;
     return abs(negative) < value_ ? negative : value_;

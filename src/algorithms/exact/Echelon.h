@@ -1,4 +1,4 @@
-// The row echelon form that the coordinate solver works on.
+// The row echelon form that the coordinate solver uses.
 #pragma once
 
 #include "numbers/VectorQQ.h"
@@ -10,8 +10,8 @@ namespace starsift {
 /// the entries above them 0.
 ///
 /// As eliminate(), but of the rows that start in the leftmost column the one with the
-/// greatest entry there, the first of equals, is exchanged once with the row of the
-/// step. Returns the rank, negative when the number of exchanges was odd. Throws as
+/// greatest entry there, the first one if several are equal, is swapped once with the row
+/// of the step. Returns the rank, negative if the number of row swaps was odd. Throws as
 /// eliminate() does.
 template <class T>
 Index echelonForm(Matrix<T>& M, Matrix<T>& transform, bool reduced);

@@ -6,12 +6,12 @@
 
 namespace starsift {
 
-/// left * right, k x n times n x m. PrecisionException where T can't hold an entry or a
+/// left * right, k x n times n x m. PrecisionException if T can't hold an entry or a
 /// partial sum of one. O(m) for each entry of `left` that isn't 0.
 template <class T>
 Matrix<T> exactProduct(const Matrix<T>& left, const Matrix<T>& right);
 
-/// row * right, the same of one row with n entries.
+/// row * right, the same for one row with n entries.
 template <class T>
 Vector<T> exactProduct(const Vector<T>& row, const Matrix<T>& right);
 

@@ -24,7 +24,7 @@ struct DistinctRows {
 template <class T>
 DistinctRows distinctRows(const Matrix<T>& matrix) {
   DistinctRows result;
-  // Growing would leave the references behind.
+  // Growth of the vector would invalidate the references.
   result.rows.reserve(static_cast<std::size_t>(matrix.rowCount()));
   std::set<std::reference_wrapper<const IntegerRow>, Before> known;
   for (Index i = 1; i <= matrix.rowCount(); ++i) {

@@ -11,10 +11,10 @@
 
 namespace starsift {
 
-/// Row after row, 0-based, all of one length.
+/// Rows in sequence, 0-based, all of one length.
 using IntegerMatrix = std::vector<std::vector<ZZ>>;
 
-/// The rationals that the entries convert to. An infinite one is fatal, "exact matrix:
+/// The rationals that the entries convert to. An infinite entry is fatal, "exact matrix:
 /// infinite entry"; for a nan see fromDbl().
 template <class T>
 Matrix<QQ> finiteRationals(const Matrix<T>& matrix);
@@ -25,15 +25,15 @@ struct ScaledIntegers {
   ZZ scale;
 };
 
-/// The entries as finiteRationals() takes them, times `scale`. Takes the number of
-/// entries times the length of the scale.
+/// The entries, converted as by finiteRationals(), times `scale`. O(number of entries times
+/// length of the scale).
 template <class T>
 ScaledIntegers scaledIntegers(const Matrix<T>& matrix);
 
-/// Of rows of `columns` entries.
+/// The transpose; rows have `columns` entries.
 IntegerMatrix transposed(const IntegerMatrix& rows, std::size_t columns);
 
-/// The Euclidean norm of the entries is at most 2 to this.
+/// Exponent b such that the Euclidean norm of the entries is at most 2^b.
 std::size_t normBits(std::span<const ZZ> entries);
 
 extern template Matrix<QQ> finiteRationals(const Matrix<long double>&);

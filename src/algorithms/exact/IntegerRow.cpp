@@ -23,7 +23,7 @@ std::vector<ZZ> integers(const std::vector<QQ>& numbers) {
 }
 
 /// The greatest common divisor with the sign of the first entry that isn't 0; 0
-/// where there is none.
+/// if all entries are.
 ZZ signedContent(const std::vector<ZZ>& entries) {
   ZZ content;
   bool isPositive = true;
@@ -78,7 +78,7 @@ void IntegerRow::addProduct(ZZ& sum, const ZZ& factor, std::size_t column) const
   } else if (small_[column] >= 0) {
     mpz_addmul_ui(sum.get(), factor.get(), static_cast<unsigned long>(small_[column]));
   } else {
-    // The magnitude of the least machine integer is none.
+    // The negation of the least machine integer overflows; as unsigned it is its magnitude.
     mpz_submul_ui(sum.get(), factor.get(), 0UL - static_cast<unsigned long>(small_[column]));
   }
 }

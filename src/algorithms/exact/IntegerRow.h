@@ -1,5 +1,5 @@
 // A row of rationals as integers without a common factor: the same line through the
-// origin, which is all that linear dependence looks at.
+// origin, and linear dependence is a property of lines.
 #pragma once
 
 #include <compare>
@@ -13,21 +13,21 @@
 namespace starsift {
 
 /// The row times the one rational, positive or negative, that makes its entries
-/// integers without a common factor and the first one that isn't zero positive. Two
-/// rows are equal when one is a multiple of the other. Columns are 0-based.
+/// integers without a common factor and the first entry that isn't zero positive. Two
+/// rows give equal objects if one is a multiple of the other. Columns are 0-based.
 class IntegerRow {
  public:
-  /// `row` must be finite. Takes dimension times the length of the common denominator.
+  /// `row` must be finite. O(dimension times length of the common denominator).
   template <class T>
   explicit IntegerRow(const Vector<T>& row);
 
   bool isZero() const;
 
-  /// All entries are machine integers.
+  /// True if all entries are machine integers.
   bool isSmall() const { return big_.empty(); }
-  /// Only where isSmall().
+  /// Only if isSmall().
   std::int64_t small(std::size_t column) const { return small_[column]; }
-  /// Only where not isSmall().
+  /// Only if not isSmall().
   const ZZ& big(std::size_t column) const { return big_[column]; }
 
   ZZ entry(std::size_t column) const { return isSmall() ? ZZ(small_[column]) : big_[column]; }
@@ -39,12 +39,12 @@ class IntegerRow {
 
  private:
   std::vector<std::int64_t> small_;
-  /// The entries instead, where one of them is no machine integer.
+  /// The entries if one of them is not a machine integer, else empty.
   std::vector<ZZ> big_;
 };
 
-/// The rational that makes `row` of `line`, which IntegerRow made of it and isn't zero:
-/// row == factor * line.
+/// The rational with row == factor * line, for the `line` that IntegerRow made of `row`; the
+/// line isn't zero.
 QQ factorOf(const Vector<QQ>& row, const IntegerRow& line);
 
 extern template IntegerRow::IntegerRow(const Vector<long double>&);

@@ -7,7 +7,7 @@ namespace starsift {
 
 namespace {
 
-/// The greatest integer not above a / b; the quotient itself may be no number of T.
+/// The greatest integer not above a / b; the quotient itself may not be representable in T.
 template <class T>
 T flooredQuotient(const T& a, const T& b) {
   T rest = NumberTraits<T>::remainder(a, b);

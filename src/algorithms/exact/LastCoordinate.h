@@ -1,18 +1,20 @@
-// The last coordinates of the rows of a matrix, step by step towards their common divisor.
+// The last coordinates of the rows of a matrix, reduced step by step to their greatest common
+// divisor.
 #pragma once
 
 #include "core/Matrix.h"
 
 namespace starsift {
 
-/// The last coordinate of row i isn't 0, and smaller in magnitude than that of row `pick`, 0
-/// for none. Rows have at least one entry.
+/// True if the last coordinate of row i isn't 0 and is smaller in magnitude than that of row
+/// `pick`; `pick` is 0 for no row. Rows have at least one entry.
 template <class T>
 bool lastIsLess(const Matrix<T>& rows, Index i, Index pick);
 
-/// Takes multiples of row `pick` off all others, so that their last coordinates are from 0 to
-/// that of `pick`; those that are 0 stay. False where there is no other. Its last coordinate
-/// isn't 0; all entries are integers. PrecisionException where T can't hold a result.
+/// Subtracts multiples of row `pick` from all other rows, so that their last coordinates lie
+/// between 0 and that of `pick`; rows whose last coordinate is 0 stay. False if there is no
+/// other row. The last coordinate of `pick` isn't 0; all entries are integers.
+/// PrecisionException if T can't hold a result.
 template <class T>
 bool reduceLast(Matrix<T>& rows, Index pick);
 

@@ -4,17 +4,17 @@ namespace starsift {
 
 namespace {
 
-/// The rows kept so far, each with pivot 1 and without what is 0 in front of it.
+/// The rows kept so far, each with pivot 1 and stored without the zeros before it.
 class Echelon {
  public:
   Echelon(std::size_t columns, const PrimeField& field)
       : field_(field), columns_(columns), work_(field, columns) {}
 
   const std::vector<std::size_t>& pivots() const { return pivots_; }
-  /// Of the pivots before they were made 1.
+  /// Product of the pivots before they were normalised to 1.
   std::uint32_t product() const { return product_; }
 
-  /// Keeps the row, one that LazySum takes, if it is independent of those kept so far.
+  /// Keeps the row, of a type that LazySum accepts, if it is independent of the rows kept so far.
   template <class Row>
   bool add(const Row& row) {
     work_.assign(row);
@@ -47,7 +47,7 @@ class Echelon {
   std::uint32_t product_ = 1;
 };
 
-/// The number of pairs in falling order is odd.
+/// True if the number of inversions is odd.
 bool isOdd(std::span<const std::size_t> permutation) {
   bool isOdd = false;
   for (std::size_t i = 0; i < permutation.size(); ++i)

@@ -9,7 +9,7 @@ namespace starsift {
 
 namespace {
 
-/// A random residue passes for a short rational once in 2^spareBits.
+/// A random residue is mistaken for a short rational once in 2^spareBits.
 constexpr std::size_t spareBits = 20;
 
 std::size_t bits(const ZZ& value) {
@@ -40,7 +40,7 @@ Int128 dot(std::span<const std::uint32_t> digits, std::span<const std::int64_t> 
   return sum;
 }
 
-/// The number of least magnitude that is `residue` modulo `modulus`.
+/// The integer of least magnitude that is `residue` modulo `modulus`.
 ZZ symmetricRest(const ZZ& residue, const ZZ& modulus) {
   ZZ result;
   mpz_fdiv_r(result.get(), residue.get(), modulus.get());
@@ -48,8 +48,8 @@ ZZ symmetricRest(const ZZ& residue, const ZZ& modulus) {
   return complement < result ? -complement : result;
 }
 
-/// Positive denominator of the fraction that is `residue` modulo `modulus` and has a
-/// numerator within `bound`. P. S. Wang, SYMSAC '81.
+/// Positive denominator of the fraction that is `residue` modulo `modulus` and whose
+/// numerator is within `bound`. P. S. Wang, SYMSAC '81.
 ZZ reconstructedDenominator(const ZZ& residue, const ZZ& modulus, const ZZ& bound) {
   ZZ upper = modulus;
   ZZ lower = residue.sign() ? residue : residue + modulus;
@@ -102,8 +102,8 @@ std::vector<ZZ> PivotBlock::pivotEntries(const IntegerRow& row) const {
 }
 
 std::size_t PivotBlock::sufficientDigits(const IntegerRow& row) const {
-  // Cramer: the denominator is det A at most, a numerator a determinant in which
-  // `row` stands for a row of A, whose norm is at least 1.
+  // Cramer: the denominator is at most det A, a numerator a determinant in which
+  // `row` replaces a row of A, whose norm is at least 1.
   const std::size_t length = determinantBits_ + normBits(pivotEntries(row));
   return (2 * length + spareBits + 4) / field_.digitBits() + 1;
 }
@@ -121,7 +121,7 @@ std::vector<std::uint32_t> PivotBlock::solveModulo(std::span<const ZZ> b) const 
 
 void PivotBlock::divideOut(std::vector<ZZ>& b, std::span<const std::uint32_t> c) const {
   for (std::size_t j = 0; j < order(); ++j) subtract(b[j], dot(c, smallColumns_[j]));
-  // The entries of a big row lie next to each other, those of a column far apart.
+  // The entries of a big row are contiguous in memory, those of a column are not.
   for (std::size_t i = 0; i < bigRows_.size(); ++i)
     for (std::size_t j = 0; j < order(); ++j)
       mpz_submul_ui(b[j].get(), bigEntries_[i][j].get(), c[bigRows_[i]]);
@@ -155,8 +155,8 @@ ZZ PadicLift::modulus() const {
 
 std::optional<ZZ> PadicLift::denominator() const {
   const ZZ modulus = this->modulus();
-  // 2 * bound^2 < modulus: no two fractions with parts up to the bound have the same
-  // residue.
+  // 2 * bound^2 < modulus: no two fractions with numerators and denominators up to the bound
+  // have the same residue.
   ZZ bound;
   mpz_fdiv_q_2exp(bound.get(), modulus.get(), spareBits + 2);
   mpz_sqrt(bound.get(), bound.get());

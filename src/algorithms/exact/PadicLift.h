@@ -1,9 +1,9 @@
 // Linear systems over the integers, solved exactly by lifting a solution modulo a
 // prime: J. D. Dixon, Numer. Math. 40 (1982).
 //
-// All coefficients have one denominator, and their size is what decides how many
-// digits are needed: short coefficients cost few steps, the longest possible ones as
-// many as Cramer's rule and Hadamard's bound ask for.
+// All coefficients have one denominator, and their size determines how many digits
+// are needed: short coefficients cost few steps, the longest possible ones as
+// many as Cramer's rule and Hadamard's bound require.
 #pragma once
 
 #include <cstddef>
@@ -19,7 +19,7 @@ namespace starsift {
 /// for any number of systems c * A == b.
 class PivotBlock {
  public:
-  /// Keeps references to `rows`. `split` comes from splitRows() of them over `field`.
+  /// Keeps references to `rows`. `split` is the result of splitRows() for them over `field`.
   PivotBlock(std::span<const IntegerRow> rows, const ModularSplit& split, const PrimeField& field);
 
   const PrimeField& field() const { return field_; }
@@ -30,13 +30,13 @@ class PivotBlock {
   /// The entries of a row in the pivot columns.
   std::vector<ZZ> pivotEntries(const IntegerRow& row) const;
 
-  /// Digits that determine the coefficients of `row`, whatever they are.
+  /// Number of digits that always determines the coefficients of `row`.
   std::size_t sufficientDigits(const IntegerRow& row) const;
 
   /// b * A^-1 modulo the prime.
   std::vector<std::uint32_t> solveModulo(std::span<const ZZ> b) const;
 
-  /// b := (b - c * A) / prime, where the prime divides that.
+  /// b := (b - c * A) / prime, which the prime must divide.
   void divideOut(std::vector<ZZ>& b, std::span<const std::uint32_t> c) const;
 
  private:
@@ -46,9 +46,9 @@ class PivotBlock {
   std::vector<const IntegerRow*> kept_;
   std::vector<std::size_t> pivots_;
   ModularMatrix inverse_;
-  /// Column by column the entries of the small rows; zeros for big ones.
+  /// The entries of the small rows column by column; zeros for big rows.
   std::vector<std::vector<std::int64_t>> smallColumns_;
-  /// Big rows among the kept ones, and their entries in the pivot columns.
+  /// Big rows among the kept rows, and their entries in the pivot columns.
   std::vector<std::size_t> bigRows_;
   std::vector<std::vector<ZZ>> bigEntries_;
   /// |det A| <= 2^determinantBits_.
@@ -61,35 +61,35 @@ struct Coefficients {
   ZZ denominator;
 };
 
-/// The coefficients of one row over the kept ones, digit by digit.
+/// The coefficients of one row over the kept rows, digit by digit.
 class PadicLift {
  public:
   /// Keeps a reference to `block`.
   PadicLift(const PivotBlock& block, const IntegerRow& row);
 
-  /// Goes on until there are `digits` digits.
+  /// Computes further digits until there are `digits` of them.
   void liftTo(std::size_t digits);
 
-  /// The common denominator of the rationals with these digits whose parts are much
-  /// shorter than random ones would be, if there are any. From sufficientDigits() on
-  /// it is that of the solution; before that it is a guess.
+  /// The common denominator of the rationals with these digits whose numerators and
+  /// denominators are much shorter than random ones would be, if there are any. From
+  /// sufficientDigits() on it is the denominator of the solution; before that it is a guess.
   std::optional<ZZ> denominator() const;
 
-  /// The integers over `denominator`, which is positive, with these digits, where all
-  /// are much shorter than random ones would be. A guess as long as they might be
-  /// longer than that. Half the digits are enough where the denominator is known.
+  /// The numerators over `denominator`, which is positive, with these digits, if all are
+  /// much shorter than random ones would be. A guess as long as the true numerators might be
+  /// longer than that. Half the digits are enough if the denominator is known.
   std::optional<Coefficients> over(const ZZ& denominator) const;
 
  private:
   /// Coefficient i modulo modulus().
   ZZ value(std::size_t i) const;
-  /// The prime to the number of digits.
+  /// The prime to the power of the number of digits.
   ZZ modulus() const;
 
   const PivotBlock* block_;
-  /// What is left of the right-hand side.
+  /// The remaining right-hand side.
   std::vector<ZZ> residual_;
-  /// Digit by digit, lowest first, one of each coefficient.
+  /// Digits, lowest first; each element holds one digit of every coefficient.
   std::vector<std::vector<std::uint32_t>> digits_;
 };
 

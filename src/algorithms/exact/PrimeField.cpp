@@ -23,7 +23,7 @@ std::size_t PrimeField::digitBits() const {
 }
 
 std::uint32_t PrimeField::reduce(std::uint64_t value) const {
-  // The quotient is at most one too small: both roundings together lose less than 2.
+  // The quotient is at most one too small: the two roundings together lose less than 2.
   const auto quotient =
       static_cast<std::uint64_t>((static_cast<UInt128>(value) * reciprocal_) >> 64U);
   const std::uint64_t rest = value - quotient * prime_;

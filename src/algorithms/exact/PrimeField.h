@@ -15,12 +15,12 @@ class PrimeField {
   /// Primes stay below this, so that fifteen products and a residue fit in 64 bits.
   static constexpr std::uint32_t limit = std::uint32_t{1} << 30;
 
-  /// `prime` is one, below `limit`.
+  /// `prime` is a prime below `limit`.
   explicit PrimeField(std::uint32_t prime)
       : prime_(prime), reciprocal_(~std::uint64_t{0} / prime) {}
 
   std::uint32_t prime() const { return prime_; }
-  /// Bits by which one digit lengthens a number at least: the logarithm, rounded down.
+  /// Bits that one digit adds to a number at least: the logarithm, rounded down.
   std::size_t digitBits() const;
 
   std::uint32_t reduce(std::uint64_t value) const;
@@ -41,8 +41,8 @@ class PrimeField {
   std::uint64_t reciprocal_;  // 2^64 / prime, rounded down or, for 2, one less
 };
 
-/// Where searches for a prime begin that isn't unlucky: nearly 30 bits a digit, and
-/// millions of primes follow below PrimeField::limit. No input of bearable size has
+/// Where the search for a prime that isn't unlucky begins: nearly 30 bits a digit, and
+/// millions of primes follow below PrimeField::limit. No input of feasible size has
 /// minors that all of them divide.
 constexpr std::uint32_t firstPrime = 1'000'000'007;
 
@@ -50,8 +50,8 @@ constexpr std::uint32_t firstPrime = 1'000'000'007;
 /// below PrimeField::limit.
 std::uint32_t nextPrime(std::uint32_t number);
 
-/// A vector over a prime field to which multiples of others are added; entries are
-/// reduced only when the next sum might not fit.
+/// A vector over a prime field to which multiples of other vectors are added; entries are
+/// reduced only before the next sum might overflow.
 class LazySum {
  public:
   LazySum(const PrimeField& field, std::size_t size) : field_(field), sums_(size) {}
@@ -59,7 +59,7 @@ class LazySum {
   std::uint32_t operator[](std::size_t column) const { return field_.reduce(sums_[column]); }
 
   void assign(const IntegerRow& row);
-  /// Residues.
+  /// Stores residues.
   void assign(std::span<const std::uint32_t> row);
   void clear();
   /// Adds factor * row[j] to entry first + j for all j; both are residues.

@@ -1,4 +1,4 @@
-// Whether a change of basis loses nothing.
+// Whether a change of basis preserves the lattice.
 #pragma once
 
 #include "core/Matrix.h"
@@ -7,9 +7,9 @@
 namespace starsift {
 
 /// Square, of integers, with determinant 1 or -1: the rows span all integer vectors.
-/// True without rows and columns. Exact: entries are taken as the rationals that they
-/// convert to; an infinite one is fatal. n rows: O(n^3) machine operations for a no by
-/// the determinant, and for a yes as many for each 30 bits that it might have.
+/// True without rows and columns. Exact: entries are converted to rationals exactly; an
+/// infinite one is fatal. n rows: O(n^3) machine operations if the determinant shows false,
+/// and if true as many for each 30 bits of the bound on the determinant.
 template <class T>
 bool isUnimodular(const Matrix<T>& matrix);
 

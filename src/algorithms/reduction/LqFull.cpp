@@ -9,7 +9,7 @@ namespace starsift {
 
 namespace {
 
-/// Rows kk..mm of A, led through the reflectors before step kk.
+/// Rows kk..mm of A, multiplied by the reflectors before step kk.
 template <class R>
 void takeRows(const Matrix<R>& A, Matrix<R>& L, const Reflectors<R>& reflectors, Index kk,
               Index mm) {
@@ -29,13 +29,13 @@ void reflectRows(Matrix<R>& L, Reflectors<R>& reflectors, Index i) {
   reflectors.set(i, reflector);
   if (!reflector.v.isSet()) return;
   for (Index j = i + 1; j <= L.rowCount(); ++j) reflectors.apply(i, L[j]);
-  // What the reflector does to its own row is known without rounding.
+  // The effect of the reflector on its own row is known without rounding.
   L[i][i] = L[i][i] >= R() ? -length : length;
   std::fill(L[i].begin() + i, L[i].end(), R());
 }
 
-/// Rows kk.. of the transposed product. Row r of it needs no reflector behind the
-/// r-th, as they leave the r-th unit vector alone.
+/// Rows kk.. of the transposed product. Row r of it needs no reflector after the
+/// r-th, as the later reflectors do not change the r-th unit vector.
 template <class R>
 void accumulate(Matrix<R>& Q, const Reflectors<R>& reflectors, Index kk) {
   for (Index r = kk; r <= Q.rowCount(); ++r) {

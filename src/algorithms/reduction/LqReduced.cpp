@@ -6,7 +6,7 @@ namespace starsift {
 
 namespace {
 
-/// Equal values that may be taken for each other: 0 and -0 may not, a nan may.
+/// Equal values that are interchangeable: 0 and -0 are not, nans are.
 bool sameBits(const Vector<long double>& a, const Vector<long double>& b) {
   if (a.dimension() != b.dimension()) return false;
   for (Index j = 1; j <= a.dimension(); ++j) {
@@ -18,8 +18,8 @@ bool sameBits(const Vector<long double>& a, const Vector<long double>& b) {
   return true;
 }
 
-/// The work rows of a run: one matrix that each step changes, or one per step. The
-/// cache holds exactly the elements that are valid, whenever a run ends.
+/// The work rows of a run: one matrix that each step changes, or one matrix per step. After
+/// a run the cache holds exactly the valid elements.
 template <class R>
 class WorkRows {
  public:
@@ -36,17 +36,17 @@ class WorkRows {
     for (Index k = 1; k <= kk; ++k) fit(k);
   }
 
-  /// Row j >= k as it is when steps 1..k-1 are done.
+  /// Row j >= k after steps 1..k-1.
   Vector<R>& row(Index k, Index j) {
     return cache_ == nullptr ? single_[j] : (*cache_)[k][j - k + 1];
   }
 
-  /// True when row j of the last run is `source` and stands in element kk.
+  /// True if row j of the last run equals `source` and is stored in element kk.
   bool knows(Index j, const Vector<R>& source) {
     return j <= known_ && sameBits((*cache_)[1][j], source);
   }
 
-  /// Makes room for the rows behind step k.
+  /// Makes room for the rows after step k.
   void open(Index k) {
     if (cache_ == nullptr || k == mm_) return;
     cache_->resize(k + 1, false);
@@ -60,7 +60,7 @@ class WorkRows {
   Index mm_;
   Index columns_;
   Matrix<R> single_;
-  /// Rows of the last run, where that came to element kk.
+  /// Number of rows of the last run if that run reached element kk, else 0.
   Index known_ = 0;
 };
 
@@ -71,13 +71,13 @@ class Run {
   Run(Matrix<R>& Lr, Matrix<R>& Q, Vector<R>& d, WorkRows<R>& work, Index mm)
       : Lr_(Lr), Q_(Q), d_(d), work_(work), mm_(mm) {}
 
-  /// Leads row j through steps 1..kk-1.
+  /// Applies steps 1..kk-1 to row j.
   void replay(Index j, Index kk, const Vector<R>& source) {
     work_.row(1, j) = source;
     for (Index i = 1; i < kk; ++i) reduce(i, j);
   }
 
-  /// Step k; false where the pivot vanishes.
+  /// Performs step k; false if the pivot vanishes.
   bool step(Index k) {
     Q_[k] = work_.row(k, k);
     d_[k] = Q_[k] * Q_[k];
@@ -92,7 +92,7 @@ class Run {
   }
 
  private:
-  /// Takes pivot i out of row j.
+  /// Subtracts the projection onto pivot i from row j.
   void reduce(Index i, Index j) {
     const Vector<R>& before = work_.row(i, j);
     Vector<R>& after = work_.row(i + 1, j);

@@ -20,7 +20,7 @@ Reflector<R> reflectorOf(const Matrix<R>& A, Index i, R& length) {
   const R first = NumberTraits<R>::absolute(row[i]);
   reflector.v.resize(columns - i + 1, false);
   std::copy(row.begin() + (i - 1), row.end(), reflector.v.begin());
-  // The sum of equal signs: nothing cancels.
+  // Both terms have the same sign, so nothing cancels.
   reflector.v[1] = row[i] >= R() ? length + first : -(length + first);
   reflector.beta = R(-1) / (length * (first + length));
   return reflector;
@@ -31,7 +31,7 @@ void Reflectors<R>::resize(Index count) {
   const Index before = vectors_.dimension();
   vectors_.resize(count, false);
   betas_.resize(count, false);
-  // The storage may hold old ones.
+  // The storage may hold old reflectors.
   for (Index i = before + 1; i <= count; ++i) vectors_[i].clear();
 }
 

@@ -7,9 +7,9 @@ namespace starsift {
 
 namespace {
 
-/// Products of `vector` with the four rows from `first` on, over the first `count` columns. Four
-/// sums grow side by side, so that no addition waits for the one before; each has the order that
-/// it has alone.
+/// Products of `vector` with the four rows from `first` on, over the first `count` columns. The
+/// four sums are computed in parallel, so that no addition waits for the one before; each sum
+/// has the order of summation that it would have alone.
 template <class R>
 std::array<R, 4> fourProducts(const Matrix<R>& rows, Index first, const Vector<R>& vector,
                               Index count) {
@@ -28,16 +28,18 @@ std::array<R, 4> fourProducts(const Matrix<R>& rows, Index first, const Vector<R
   return sum;
 }
 
-/// Rounding errors of products may be so many times those of new ones.
-constexpr long double mostGrowth = 64;
+/// Products are kept while their rounding errors are at most this multiple of those of newly
+/// computed ones.
+constexpr long double maxGrowth = 64;
 
-/// What a product of rounded rows must have of the product of their lengths, so that its
-/// rounding errors leave enough digits of it: 2^-16, squared.
-constexpr long double leastShare = 0x1p-32L;
+/// Least ratio of a product of rounded rows to the product of their lengths for which the
+/// rounding errors leave enough correct digits: 2^-16, squared.
+constexpr long double minProductShare = 0x1p-32L;
 
-/// So large a product of lengths, in units of the squared length that it is divided by for a
-/// Gram-Schmidt coefficient, makes rounding errors of the coefficient that matter: 2^24, squared.
-constexpr long double leastRatio = 0x1p48L;
+/// From this ratio of the product of the lengths to the squared length that the product is
+/// divided by for a Gram-Schmidt coefficient, rounding errors of the coefficient matter: 2^24,
+/// squared.
+constexpr long double minLengthRatio = 0x1p48L;
 
 }  // namespace
 
@@ -90,7 +92,7 @@ void RowProducts<R>::change(Index k, const R& factor) {
 template <class R>
 void RowProducts<R>::keep(Index k, Index last, const Vector<R>& mu, const Vector<R>& lengths) {
   Row& row = rows_[k];
-  if (!row.isKnown || row.growth > mostGrowth) return;
+  if (!row.isKnown || row.growth > maxGrowth) return;
   for (Index j = 1; j <= last; ++j) row.products[j] = mu[j] * lengths[j];
   row.isChanged = false;
 }
@@ -188,10 +190,10 @@ template <class R>
 R RowProducts<R>::withoutLoss(const R& product, const Matrix<R>& rows, Index k, Index j,
                               const Vector<R>& lengths) {
   if (!exact_) return product;
-  // Squares, as roots would take longer than the rest.
-  const R most = squaredLength(rows, k) * squaredLength(rows, j);
-  const bool isLost =
-      product * product < leastShare * most && leastRatio * (lengths[j] * lengths[j]) < most;
+  // Squares are compared because roots would take longer than the rest.
+  const R maxSquare = squaredLength(rows, k) * squaredLength(rows, j);
+  const bool isLost = product * product < minProductShare * maxSquare &&
+                      minLengthRatio * (lengths[j] * lengths[j]) < maxSquare;
   return isLost ? exact_(k, j) : product;
 }
 

@@ -1,10 +1,10 @@
-// Products of the rows of a basis with the orthogonal vectors of the rows before them, kept
-// as long as they hold.
+// Products of the rows of a basis with the orthogonal vectors of the rows before them, stored
+// as long as they are valid.
 //
-// A reduction changes one row, or exchanges two neighbours, and needs the Gram-Schmidt data of
-// one row again. Most products are what they were: a row from which multiples of rows before
-// it are taken keeps its orthogonal vector, and an exchange changes two of these vectors. So
-// most steps cost a few products of rows, where they would cost one for each row before.
+// A reduction changes one row, or swaps two neighbouring rows, and needs the Gram-Schmidt data
+// of one row again. Most products stay valid: a row from which multiples of rows before it are
+// subtracted keeps its orthogonal vector, and a swap changes two of these vectors. So most
+// steps compute a few products of rows, instead of one for each row before.
 #pragma once
 
 #include <array>
@@ -17,36 +17,38 @@
 
 namespace starsift {
 
-/// Rows and orthogonal vectors are numbered from 1. Whoever changes a row says so.
+/// Rows and orthogonal vectors are numbered from 1. Every change of a row must be reported by
+/// the member functions below.
 template <class R>
 class RowProducts {
  public:
   /// The product of rows i and j of the basis that the rows were rounded from, rounded once.
   using ExactProduct = std::function<R(Index i, Index j)>;
 
-  /// Rows are rounded: where cancellation leaves too little of their product `exact` is asked.
-  /// What it looks at must live as long as this, or until the next call.
+  /// States that the rows are rounded: if cancellation leaves too few digits of their product,
+  /// `exact` is called. The objects that it refers to must live as long as this object, or until
+  /// the next call.
   void roundedFrom(ExactProduct exact) { exact_ = std::move(exact); }
 
-  /// For so many rows; of another number than before nothing is known.
+  /// Sets the number of rows; if it changes, all products are invalidated.
   void resize(Index count);
-  /// Any row may have been changed.
+  /// Invalidates all products: any row may have been changed.
   void forgetAll();
-  /// Row k was changed, and with it the orthogonal vectors from k on.
+  /// Invalidates what depends on row k: its products and the orthogonal vectors from k on.
   void forget(Index k);
-  /// Rows i and j changed places.
+  /// Rows i and j were swapped.
   void swap(Index i, Index j);
 
-  /// A multiple of a row before k was taken off row k; its products count as unknown until
-  /// keep(). They grow by rounding errors of `factor`, a magnitude, in units of those that
-  /// they had at first.
+  /// A multiple of a row before k was subtracted from row k; its products are invalid until
+  /// keep(). Their rounding errors grow by `factor`, a magnitude, in units of the rounding
+  /// errors at the time when they were computed.
   void change(Index k, const R& factor);
-  /// The products of row k are mu[j] * lengths[j] for j <= last, those behind as they were.
-  /// Nothing is kept once the rounding errors are too large.
+  /// Stores mu[j] * lengths[j] as the products of row k for j <= last; later ones are unchanged.
+  /// If the rounding errors are too large nothing is stored and the products stay invalid.
   void keep(Index k, Index last, const Vector<R>& mu, const Vector<R>& lengths);
 
-  /// The products of row k with the orthogonal vectors 1..k-1 as its first entries, those that
-  /// aren't known computed.
+  /// The products of row k with the orthogonal vectors 1..k-1 as its first entries; unknown
+  /// products are computed.
   ///
   /// rows     1..k, of any equal length
   /// mu       Gram-Schmidt coefficients; rows 1..k-1 are valid
@@ -59,16 +61,16 @@ class RowProducts {
  private:
   struct Row {
     Vector<R> products;
-    /// Product j is known while its stamp is that of orthogonal vector j; those are above 0.
+    /// Product j is valid if its stamp equals that of orthogonal vector j, which is above 0.
     Array<std::int64_t> stamps;
     R squaredLength = R();
     bool isLengthKnown = false;
-    /// The entries, while they are those.
+    /// The row as integers in double; valid if `isImageKnown`.
     ShortRow<R> image;
     bool isImageKnown = false;
-    /// False: no product is.
+    /// True if `products` holds valid entries.
     bool isKnown = false;
-    /// By change(); no product holds until keep().
+    /// Set by change(); no product is valid until keep().
     bool isChanged = false;
     /// Sum of the factors of change() since the products were computed.
     R growth = R();
@@ -78,7 +80,7 @@ class RowProducts {
 
   bool knows(const Row& row, Index j) const { return row.stamps[j] == stamps_[j]; }
   void renewVectors(Index first, Index last);
-  /// Products first..first+3, or the first of them; those before are known.
+  /// Computes products first..first+3; the products before are known.
   void computeFour(const Matrix<R>& rows, Index k, Index first, const Matrix<R>& mu,
                    const Vector<R>& lengths);
   void computeOne(const Matrix<R>& rows, Index k, Index j, const Matrix<R>& mu,
@@ -87,16 +89,16 @@ class RowProducts {
   Four rowProducts(const Matrix<R>& rows, Index k, Index first, const Vector<R>& lengths);
   /// The same with row j, j < k.
   R rowProduct(const Matrix<R>& rows, Index k, Index j, const Vector<R>& lengths);
-  /// A product of rounded rows, or the exact one where that says too little.
+  /// A product of rounded rows, or the exact product if cancellation leaves too few digits.
   R withoutLoss(const R& product, const Matrix<R>& rows, Index k, Index j,
                 const Vector<R>& lengths);
   const ShortRow<R>& imageOf(const Matrix<R>& rows, Index k);
 
   Array<Row> rows_;
-  /// Of the orthogonal vectors.
+  /// Stamps of the orthogonal vectors.
   Array<std::int64_t> stamps_;
   std::int64_t lastStamp_ = 0;
-  /// Empty where rows aren't rounded.
+  /// Empty if the rows aren't rounded.
   ExactProduct exact_;
 };
 

@@ -6,13 +6,13 @@
 
 namespace starsift {
 
-/// row -= q * other. The factors 1 and -1, nearly all there are, multiply nothing. The two
-/// rows are distinct and have one dimension.
+/// row -= q * other. The factors 1 and -1, which are nearly all that occur, are applied without
+/// a multiplication. The two rows are distinct and have the same dimension.
 template <class T>
 void subtractMultiple(Vector<T>& row, const Vector<T>& other, const T& q);
 
-/// Row k of the coefficients when q times row j, j < k, was taken off the basis row k:
-/// mu[k][i] -= q * mu[j][i] for i <= j. q is an integer.
+/// Updates row k of the Gram-Schmidt coefficients after q times row j, j < k, was subtracted
+/// from basis row k: mu[k][i] -= q * mu[j][i] for i <= j. q is an integer.
 template <class R>
 void subtractCoefficients(Matrix<R>& mu, Index k, Index j, const R& q);
 
@@ -20,11 +20,11 @@ void subtractCoefficients(Matrix<R>& mu, Index k, Index j, const R& q);
 template <class T>
 T supNorm(const Vector<T>& row);
 
-/// row - q * other has a greater sup norm than row.
+/// True if row - q * other has a greater sup norm than row.
 template <class T>
 bool lengthens(const Vector<T>& row, const Vector<T>& other, const T& q);
 
-/// The squared length of a row whose entries are rounded to nearest in R.
+/// The squared length of a row, its entries rounded to nearest in R.
 template <class R, class T>
 R squaredNorm(const Vector<T>& row) {
   R sum = R();
