@@ -1,14 +1,14 @@
-// One search at a time at the files of a folder.
+// A lock, so that one search at a time reads and writes the files of a folder.
 #pragma once
 
 #include <string>
 
 namespace starsift {
 
-/// Holds an advisory lock on the folder of a file as long as it lives, so that of two searches
-/// each reads the file and replaces it without the other one in between. Waits two seconds at
-/// most: a process that was stopped with the lock doesn't stop others, and where folders can't
-/// be locked there is none.
+/// Holds an advisory lock on the folder of a file for its lifetime, so that each of two searches
+/// reads the file and replaces it without the other one in between. Waits at most two seconds,
+/// so that a process suspended with the lock doesn't block others; if folders can't be locked
+/// there is no lock.
 class FolderLock {
  public:
   explicit FolderLock(const std::string& path);
@@ -17,7 +17,7 @@ class FolderLock {
   ~FolderLock();
 
  private:
-  /// Below 0: none.
+  /// Negative if there is no lock.
   int descriptor_ = -1;
 };
 

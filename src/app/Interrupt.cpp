@@ -9,8 +9,8 @@ namespace starsift {
 
 namespace {
 
-/// A further signal within this time is the first one over again: some send it to a process
-/// and to its group, and one of the two may come as SIGTERM from the end of a writing.
+/// A further signal within this time counts as the first one repeated: some programs send it to
+/// a process and to its group, and one of the two may come as SIGTERM from the end of a write.
 constexpr long sameSignal = 500'000'000;  // nanoseconds
 
 volatile std::sig_atomic_t firstSignal = 0;
@@ -46,7 +46,7 @@ void rememberSignal(int number) {
   struct sigaction action {};
   action.sa_handler = meetSignal;
   sigemptyset(&action.sa_mask);
-  // A read or write that the signal interrupts goes on.
+  // A read or write that the signal interrupts is continued.
   action.sa_flags = SA_RESTART;
   sigaction(number, &action, nullptr);
 }

@@ -22,7 +22,7 @@ namespace {
   } catch (const std::exception& exception) {
     name = exception.what();
   } catch (...) {
-    // It has no name.
+    // An exception of another type has no name.
   }
   std::cerr << "terminate: " << name << std::endl;
   const std::string remark = failureRemark(name);

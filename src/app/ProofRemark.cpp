@@ -8,14 +8,14 @@ namespace {
 
 bool equationsAreExact = false;
 
-/// Of bounds of variables as read, and of an inequation as read that only infinity meets:
-/// no equation has a say in them. Narrowed bounds are never empty.
+/// A report on bounds of variables as read, or on an inequation as read that only infinity
+/// satisfies: neither depends on equations. Narrowed bounds are never empty.
 bool isProofWithoutEquations(std::string_view message) {
   return message == "sol bounds error" ||
          message == "Unfulfillable infinite inequation detected --> NO SOLUTIONS!";
 }
 
-/// Also of inequations, as equations may have narrowed the bounds that it is about.
+/// Includes reports on inequations, as equations may have narrowed the bounds concerned.
 bool isProofByEquations(std::string_view message) {
   return endsWith(message, "--> NO SOLUTIONS!") ||
          message == "The equation system has no integer solution :(";

@@ -1,8 +1,7 @@
-// Which fatal reports answer the question of a search.
+// Which fatal reports prove that a problem has no solution.
 //
-// A search takes equations exactly, while a stored solution satisfies them within a
-// tolerance. So a report that depends on equations proves that there is no solution only
-// if that makes no difference.
+// A lattice satisfies equations exactly, a stored solution within a tolerance. So a report that
+// depends on equations proves that there is no solution only if that makes no difference.
 #pragma once
 
 #include <string>
@@ -10,12 +9,12 @@
 
 namespace starsift {
 
-/// Says whether all points that satisfy the equations of the problem within the tolerance
-/// satisfy them exactly (see Exactness.h); false at first.
+/// Sets whether all points that satisfy the equations of the problem within the tolerance
+/// satisfy them exactly (see Exactness.h); initially false.
 void setEquationsExact(bool exact);
 
-/// What a report proves, as a line under it; empty for a message that proves nothing. For
-/// setFailureRemark().
+/// The remark, for setFailureRemark(), that says what a fatal message proves; empty if it proves
+/// nothing.
 std::string proofRemark(std::string_view message);
 
 }  // namespace starsift

@@ -14,13 +14,13 @@ namespace starsift {
 
 namespace {
 
-/// Name of the file that there is now.
+/// Name of the present rescue file; empty if there is none.
 std::string& presentName() {
   static std::string name;
   return name;
 }
 
-/// The name of a new empty file beside `path`; empty where there can be none.
+/// The name of a new empty file beside `path`; empty if none can be created.
 std::string createdBeside(const std::string& path) {
   std::string name = path + ".found.XXXXXX";
   const int descriptor = mkostemp(name.data(), O_CLOEXEC);
@@ -29,7 +29,7 @@ std::string createdBeside(const std::string& path) {
   return name;
 }
 
-/// False where that can't be, which ends nothing here.
+/// False if the text can't be written; that isn't fatal here.
 bool writeFile(const std::string& path, const std::string& text) {
   const SizeSignalIgnored ignored;
   std::ofstream file(path);

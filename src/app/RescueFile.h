@@ -1,5 +1,5 @@
-// Stars beside their file while that is read again: to read may be the last thing that the
-// process does.
+// A copy of the stars beside their file while that file is read again: reading it may end the
+// process by a fatal report.
 #pragma once
 
 #include <string>
@@ -8,27 +8,26 @@
 
 namespace starsift {
 
-/// A file "PATH.found.XXXXXX" with stars. It stays when the process ends by a fatal report, an
-/// exception or a signal; nobody but remove() removes it. One at a time.
+/// A file "PATH.found.XXXXXX" with stars. It stays if the process ends by a fatal report, an
+/// exception or a signal; only remove() removes it. There is at most one at a time.
 class RescueFile {
  public:
-  /// Writes the stars beside their file. Without stars, or where no file can be written, there
-  /// is none.
+  /// Writes the stars beside their file. Without stars, or if no file can be written, there is
+  /// no rescue file.
   explicit RescueFile(const YSolutionFile& stars);
   RescueFile(const RescueFile&) = delete;
   RescueFile& operator=(const RescueFile&) = delete;
 
-  /// The stars are safe elsewhere.
+  /// Removes the file: the stars are in their own file.
   void remove();
-  /// They are nowhere else: a line on the error stream tells where they are.
+  /// Keeps the file, as the stars are nowhere else, and names it on the error stream.
   void leave();
 
  private:
   std::string name_;
 };
 
-/// What a user has to know of the file that there is now, as a remark on a fatal report;
-/// empty where there is none.
+/// The remark on a fatal report that names the present rescue file; empty if there is none.
 std::string rescueRemark();
 
 }  // namespace starsift

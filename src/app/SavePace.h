@@ -5,22 +5,22 @@
 
 namespace starsift {
 
-/// After each writing a pause that is ten times as long as the writing took, so that a
-/// search that has something to write all the time spends an eleventh of it on files.
+/// After each write a pause ten times as long as the write took, so that a search that always
+/// has something to write spends an eleventh of its time on files.
 class SavePace {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// The pause is over, or nothing was written yet.
+  /// The pause is over, or nothing has been written yet.
   bool isDue(Clock::time_point now) const { return now >= next_; }
 
-  /// A writing began at `start` and was done at `end`.
+  /// Reports a write that began at `start` and ended at `end`.
   void saved(Clock::time_point start, Clock::time_point end) {
     next_ = end + pausePerSave * (end - start);
   }
 
  private:
-  /// As a multiple of what the last writing took.
+  /// As a multiple of the duration of the last write.
   static constexpr int pausePerSave = 10;
 
   Clock::time_point next_ = Clock::time_point::min();

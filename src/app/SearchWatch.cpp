@@ -9,11 +9,11 @@ namespace starsift {
 
 namespace {
 
-/// Steps of the standard lattice, microseconds each, from one look at the clock to the next,
-/// which is a call of the system on some machines. With long numbers a step takes milliseconds.
+/// Steps of the standard lattice, microseconds each, between two readings of the clock, which
+/// are system calls on some machines. With long numbers a step takes milliseconds.
 constexpr Index stepsPerLook = 16;
 
-/// The target norm of the best solution, or while there is none the length of the best
+/// Writes the target norm of the best solution or, while there is none, the length of the best
 /// vector.
 template <class T, class R>
 void writeBest(std::ostream& stream, const Lattice<T, R>& lattice) {
@@ -26,7 +26,7 @@ void writeBest(std::ostream& stream, const Lattice<T, R>& lattice) {
 }  // namespace
 
 void SearchWatch::count(const PassCounts& counts) {
-  // The counts of a new pass begin at 0.
+  // In a new pass the counts start again from 0.
   if (counts.swaps < counted_) counted_ = 0;
   exchanges_ += counts.swaps - counted_;
   counted_ = counts.swaps;

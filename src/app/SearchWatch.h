@@ -1,5 +1,5 @@
-// What goes on beside a search: the saving of solutions, its end by a signal or the clock,
-// and the status line.
+// The observer of a search: saves solutions, ends it by a signal or the clock, and draws the
+// status line.
 #pragma once
 
 #include <string>
@@ -11,16 +11,16 @@
 
 namespace starsift {
 
-/// Why a search came to its end.
+/// Why a search ended.
 enum class SearchEnd {
   /// The lattice ended it: enough solutions, or a norm was met.
   goal,
   passes,
   time,
-  /// Many restarts without a new solution, where no limit was set.
+  /// Many restarts without a new solution, if no limit was set.
   fruitless,
   interrupt,
-  /// A number grew beyond what even the exact lattice can steer by.
+  /// A number is too large even for the Gram-Schmidt data of the exact lattice.
   overflow,
 };
 
@@ -35,39 +35,39 @@ class SearchEnded : public GeneralException {
   SearchEnd reason_;
 };
 
-/// Looks up ahead of each step of a reduction.
+/// Is notified before each step of a reduction.
 class SearchWatch : public ReductionObserver {
  public:
   /// Watches the search in `lattice` of a process that began at `start`; draws on `line`.
   SearchWatch(YLattice<long double>& lattice, StatusLine& line, StatusLine::Clock::time_point start)
       : lattice_(lattice), line_(line), start_(start) {}
 
-  /// Where the solutions go as they are found.
+  /// Sets the store in which solutions are saved as they are found.
   void setStore(StarStore& store) { store_ = &store; }
 
-  /// Seconds from the start of the process; 0 and less: no limit.
+  /// Seconds from the start of the process; no limit if 0 or negative.
   void setTimeLimit(long seconds) { timeLimit_ = seconds; }
 
-  /// Throws SearchEnded for a signal; every few steps does all that look() does.
+  /// Calls look() every few steps, and at once if a signal came or the exact lattice is in use.
   void onStep(const PassCounts& counts) override;
 
-  /// Saves new solutions, draws the line anew when it is due, and throws SearchEnded for a
-  /// signal or when the time is over.
+  /// Saves new solutions, redraws the line if it is due, and throws SearchEnded if a signal came
+  /// or the time is over.
   void look();
 
-  /// There are solutions that wait for the end of a pause between two savings.
+  /// There are solutions that wait for the end of a pause between two saves.
   bool hasUnsaved() const { return store_ != nullptr && store_->hasNews(lattice_); }
 
-  /// Ahead of a pass of the search itself, and behind it.
+  /// To be called before and after each pass of the search itself.
   void beginPass() { ++passes_; }
   void endPass(const PassCounts& counts);
 
-  /// How long the process has been running: what the time limit is about, and the times of
-  /// solutions and files.
+  /// The time since the start of the process, by which the time limit and the times of solutions
+  /// and files are measured.
   StatusLine::Clock::duration elapsed() const { return StatusLine::Clock::now() - start_; }
 
   Index passes() const { return passes_; }
-  /// Exchanges of all passes, also of those that prepared a lattice.
+  /// Swaps of all passes, including passes that prepared a lattice.
   Index exchanges() const { return exchanges_; }
 
  private:
@@ -81,7 +81,7 @@ class SearchWatch : public ReductionObserver {
   long timeLimit_ = 0;
   Index passes_ = 0;
   Index exchanges_ = 0;
-  /// Exchanges of the pass under way that are counted already.
+  /// Swaps of the current pass that are counted already.
   Index counted_ = 0;
   Index steps_ = 0;
 };

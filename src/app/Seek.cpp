@@ -13,7 +13,7 @@ namespace starsift {
 
 namespace {
 
-/// Passes over one lattice; what is not reduced then is left to the next one.
+/// The most passes over one lattice; a restart follows even if it isn't reduced.
 constexpr int passesPerLattice = 20;
 
 /// Restarts without a new solution that end a search without limits.
@@ -62,12 +62,12 @@ SearchEnd Seek::run() {
   limited_ = isLimited(lattice_);
   StarStore store(lattice_);
   watch_.setStore(store);
-  // The store has taken the problem as it was read: that is what stars are judged by.
+  // The store has copied the problem as read, by which stars are judged.
   lattice_.tightenBounds();
   lattice_.tryStandardPrecision();
   lattice_.beginSearch(watch_, watch_.elapsed());
   const SearchEnd end = search();
-  // Ahead of the lattice: a file that can't be written is the end.
+  // Before the lattice is saved: a file that can't be written is fatal.
   store.save(lattice_);
   conclude(end);
   writeStatistics(end);
@@ -118,7 +118,7 @@ void Seek::restartLattice() {
   solutionsBefore_ = lattice_.solutionCount();
   if (!limited_ && fruitless_ == fruitlessRestarts) throw SearchEnded(SearchEnd::fruitless);
   ++fruitless_;
-  // The next lattice is made from the problem: it needs nothing of this one's file.
+  // The next lattice is made from the problem, so the file of this one can be skipped.
   if (latticePace_.isDue(SavePace::Clock::now()) && !watch_.hasUnsaved()) saveLattice();
   try {
     lattice_.restartHandling(Outcome::unfinished);
@@ -134,16 +134,16 @@ void Seek::saveLattice() {
   latticePace_.saved(start, SavePace::Clock::now());
 }
 
-/// Reports the status unless the lattice has done so, and saves it.
+/// Saves the lattice and reports the status unless the lattice has done so.
 void Seek::conclude(SearchEnd end) {
   lattice_.endSearch();
-  // The step that was broken off left its blocks open.
+  // A step that was interrupted has left its console blocks open.
   setConsoleDepth(0);
   try {
     lattice_.saveLattice();
     if (!lattice_.stopped()) lattice_.restartHandling(Outcome::finished);
   } catch (const PrecisionException&) {
-    // What broke the search off stands in the way of saving its lattice too.
+    // The numbers that ended the search can also prevent saving its lattice.
     if (end != SearchEnd::overflow) throw;
   }
 }
@@ -156,7 +156,7 @@ void Seek::writeStatistics(SearchEnd end) {
   stampOutputTime();
 }
 
-/// Says what the result is no proof of.
+/// Reports what the result does not prove.
 void Seek::writeVerdict(bool anyStars) {
   if (lattice_.solutionCount() == 0)
     report_ << "No " << (anyStars ? "further " : "")
@@ -168,8 +168,8 @@ void Seek::writeVerdict(bool anyStars) {
   stampOutputTime();
 }
 
-/// The lattice has ended the search, or has what it was to find: of what it meets while it
-/// is made it files solutions, but it doesn't end then.
+/// The lattice has ended the search, or its goal is met: while a lattice is being made it files
+/// solutions, but doesn't end the search.
 bool Seek::isOver() const {
   return lattice_.stopped() || lattice_.isSatisfied();
 }

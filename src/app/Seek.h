@@ -1,4 +1,4 @@
-// The job of the command starseek: solutions of a problem by reduction of its lattice.
+// The job of the command starseek: to find solutions of a problem by reducing its lattice.
 #pragma once
 
 #include <iosfwd>
@@ -9,20 +9,20 @@
 
 namespace starsift {
 
-/// One search, from the files to the files.
+/// One search, from reading the files to writing them.
 ///
-/// Its limits are parameters of the lattice: `sol` solutions, where there are targets
-/// `tnorm` and `snorm`, `iters` passes, `rtime` seconds; with none of them it ends when it
-/// restarted 20 times without a new solution. A signal ends it too (see Interrupt.h).
+/// Its limits are parameters of the lattice: `sol` solutions, with targets `tnorm` and `snorm`,
+/// `iters` passes, `rtime` seconds; without any limit it ends after 20 restarts without a new
+/// solution. A signal ends it too (see Interrupt.h).
 ///
-/// A fatal report ends the process; what was found before is on disk then.
+/// A fatal report ends the process; solutions found before are on disk then.
 class Seek {
  public:
   /// `lattice` is exact, as the numbers of a problem are rationals, and has its parameters
   /// and file names. Reports go to `report`.
   Seek(YLattice<long double>& lattice, SearchWatch& watch, std::ostream& report);
 
-  /// Reads problem and stars, searches, and writes what there is.
+  /// Reads problem and stars, searches, and writes the results.
   SearchEnd run();
 
  private:
@@ -39,13 +39,13 @@ class Seek {
   YLattice<long double>& lattice_;
   SearchWatch& watch_;
   std::ostream& report_;
-  /// Passes that the search may make; negative: no limit.
+  /// Passes that the search may make; no limit if negative.
   long passLimit_ = -1;
-  /// Somebody said when to end.
+  /// The parameters set a limit.
   bool limited_ = false;
-  /// Of the lattice file: some problems restart a thousand times a second.
+  /// Limits the writes of the lattice file: some problems restart a thousand times a second.
   SavePace latticePace_;
-  /// Restarts since the last new solution, and the solutions there were then.
+  /// Restarts since the last new solution, and the number of solutions then.
   Index fruitless_ = 0;
   Index solutionsBefore_ = 0;
 };

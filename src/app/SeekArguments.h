@@ -8,7 +8,7 @@
 namespace starsift {
 
 struct SeekArguments {
-  /// What starts with a dash: parameters, "--name=value".
+  /// The arguments that start with a dash: parameters, "--name=value".
   std::vector<std::string> parameters;
   /// Path of the problem, empty unless exactly one other argument was given and it ends
   /// in ".opt".

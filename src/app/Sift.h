@@ -1,4 +1,4 @@
-// The job of the command starsift: a solution file against its problem.
+// The job of the command starsift: to check a solution file against its problem.
 #pragma once
 
 #include <iosfwd>
@@ -8,17 +8,17 @@
 
 namespace starsift {
 
-/// Re-validates the stars of solFile against the problem beside it, drops what
-/// fails or repeats, rewrites the file in canonical form or removes it, and writes
+/// Checks the stars of solFile against the problem beside it, removes wrong and duplicate stars,
+/// rewrites the file in canonical form or removes it, and writes
 /// the report of the solutions without a final line end.
 ///
-/// A file that can't be read, has a wrong form or can't be written ends the process
+/// A file that can't be read, has a wrong form or can't be written is fatal
 /// (see system/Failure.h), and a number without its integer part throws; solFile is
-/// then unchanged. `lattice` is fresh and holds problem and stars in the end.
+/// then unchanged. `lattice` is fresh; afterwards it holds problem and stars.
 void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::ostream& report);
 
-/// The report of stars that are right and sorted; `stars` is a YLattice or a YSolutionFile. Of
-/// those that differ in their parameters only one is left.
+/// Sorts the stars, which must be right, keeps one for each point, and writes their report;
+/// `stars` is a YLattice or a YSolutionFile.
 template <class Stars>
 void reportStars(Stars& stars, std::ostream& report) {
   // The file keeps stars that differ in their parameters; the report doesn't.
@@ -27,8 +27,8 @@ void reportStars(Stars& stars, std::ostream& report) {
   stars.writeSolutions(report);
 }
 
-/// Sorts the stars and drops those that repeat. Stars that differ in their parameters are no
-/// repetition.
+/// Sorts the stars and removes duplicates. Stars that differ in their parameters are not
+/// duplicates.
 template <class Stars>
 void tidyStars(Stars& stars) {
   stars.sortStars();

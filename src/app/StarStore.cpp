@@ -11,7 +11,7 @@ namespace starsift {
 StarStore::StarStore(const YLattice<long double>& search, std::function<Clock::time_point()> now)
     : now_(std::move(now)) {
   search.withLive([this](const auto& lattice) { stars_.takeProblem(lattice.file); });
-  // Without an identity that is known, the file counts as one that others have written meanwhile.
+  // Without a known identity the file counts as written by others.
   if (search.params().bench > 0) return;
   known_ = fileIdentity(stars_.path());
   readFile();

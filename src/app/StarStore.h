@@ -1,4 +1,4 @@
-// The solution file of a search: the stars that are known, and those that it finds.
+// The solution file of a search: the stars that were known before, and the stars that it finds.
 #pragma once
 
 #include <functional>
@@ -13,32 +13,31 @@
 
 namespace starsift {
 
-/// Keeps the stars apart from the lattice that is searched. There, every step would copy
-/// all of them, and a star found again would drop those that differ from it in their
-/// parameters only. What the lattice has filed was judged by the same problem and isn't checked
-/// again; what stood in the file is.
+/// Keeps the stars apart from the lattice that is searched. In the lattice, every step would copy
+/// all of them, and a star found again would remove the stars that differ from it in their
+/// parameters only. Solutions filed by the lattice were judged by the same problem and aren't
+/// checked again; stars from the file are.
 ///
-/// Others may write the file meanwhile: another search, starsift, a user. What they left is
-/// read again, checked and joined ahead of the next writing. Should it have a form that is
-/// fatal, the file stays as it is, and the stars are in a file beside it (see RescueFile.h).
+/// Others may write the file during the search: another search, starsift, a user. Before the
+/// next write such a file is read again, checked and merged. If its form is fatal, it stays
+/// unchanged, and the stars are in a file beside it (see RescueFile.h).
 ///
-/// What it writes is what starsift would make of it: the stars go the same way.
+/// The written file is in the canonical form of starsift, by the same steps.
 class StarStore {
  public:
   using Clock = SavePace::Clock;
 
-  /// Reads the file beside the problem of `search`, and drops wrong stars. `now` tells the time.
-  /// In a benchmark run (bench > 0) the file is first read and joined by save().
+  /// Reads the file beside the problem of `search`, and removes wrong stars. `now` returns the
+  /// time. In a benchmark run (bench > 0) the file is first read and merged by save().
   explicit StarStore(const YLattice<long double>& search,
                      std::function<Clock::time_point()> now = Clock::now);
 
-  /// The search has filed solutions that were not taken.
+  /// The search has filed solutions that are not in the store yet.
   bool hasNews(const YLattice<long double>& search) const;
-  /// The same, and since the last writing enough time has passed that a search with many
-  /// solutions doesn't spend it on files.
+  /// The same, and the pause after the last write is over (see SavePace.h).
   bool isDue(const YLattice<long double>& search) const;
 
-  /// Takes the solutions of the search and writes the file.
+  /// Adds the new solutions of the search and writes the file.
   void save(const YLattice<long double>& search);
 
   /// Reports all stars, one for each point. Returns whether there are any.
@@ -54,7 +53,7 @@ class StarStore {
   YSolutionFile stars_;
   /// The file as it was last read or written here; nothing before that, or without a file.
   std::optional<FileIdentity> known_;
-  /// The last number that a solution of the search had when they were last taken.
+  /// The number of the last solution that was added from the search.
   Index taken_ = 0;
   SavePace pace_;
 };

@@ -35,7 +35,7 @@ void StatusLine::write(std::string_view text) {
 
 std::size_t statusWidth(int descriptor) {
   struct winsize size {};
-  // Terminals without a window, serial ones say, have 0 columns.
+  // Terminals without a window, such as serial ones, have 0 columns.
   if (ioctl(descriptor, TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return StatusLine::usualWidth;
   return size.ws_col - 1U;
 }

@@ -1,4 +1,4 @@
-// A line on a terminal that says how far a long run is, and leaves no trace.
+// A line on a terminal that shows the progress of a long run and is erased at its end.
 #pragma once
 
 #include <chrono>
@@ -10,20 +10,20 @@
 
 namespace starsift {
 
-/// One line at the end of what a terminal shows, drawn over itself. Whoever writes to a
-/// stream that goes to the same terminal has to clear() it first; see ClearedStream.
+/// The last line on a terminal, redrawn in place. Before any other output to the same terminal
+/// it must be cleared by clear(); see ClearedStream.
 class StatusLine {
  public:
   using Clock = std::chrono::steady_clock;
 
   /// The least time between two refreshes.
   static constexpr std::chrono::seconds interval{1};
-  /// What it is cut to where a terminal doesn't tell its width.
+  /// The width that is assumed if a terminal doesn't report one.
   static constexpr std::size_t usualWidth = 79;
 
-  /// Draws on `terminal`; null: there is none, and the line is never due. `width` tells at
-  /// each drawing how many columns it may have, as a window can change: a line that breaks
-  /// can't be erased.
+  /// Draws on `terminal`; if that is null the line is never due. `width` is called for each
+  /// drawing, as a window can change, and returns how many columns the line may have: a line
+  /// that wraps can't be erased.
   StatusLine(
       std::streambuf* terminal, Clock::time_point start,
       std::function<std::size_t()> width = [] { return usualWidth; })
@@ -32,11 +32,11 @@ class StatusLine {
   StatusLine& operator=(const StatusLine&) = delete;
   ~StatusLine() { clear(); }
 
-  /// The line may be drawn anew.
+  /// The line may be redrawn.
   bool isDue(Clock::time_point now) const { return terminal_ != nullptr && now >= next_; }
 
-  /// Draws as much of the text as has room; it has only printable characters of one column.
-  /// The line is due again behind the interval.
+  /// Draws as much of the text as fits; it must have only printable characters of one column.
+  /// The line is due again after the interval.
   void draw(std::string_view text, Clock::time_point now);
 
   void clear();
@@ -51,11 +51,11 @@ class StatusLine {
   bool shown_ = false;
 };
 
-/// Columns that a status line may have on the terminal behind `descriptor`: all but the last,
-/// as some terminals break a line that reaches it.
+/// Columns that a status line may have on the terminal of `descriptor`: all but the last,
+/// as some terminals wrap a line that reaches it.
 std::size_t statusWidth(int descriptor);
 
-/// As long as it lives, what is written to a stream clears the status line first.
+/// During its lifetime all output to a stream clears the status line first.
 class ClearedStream : public std::streambuf {
  public:
   ClearedStream(std::ostream& stream, StatusLine& line);

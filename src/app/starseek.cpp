@@ -1,5 +1,5 @@
-// The command: searches for solutions of a problem by reducing its lattice, and files
-// them beside it.
+// The command: searches for solutions of a problem by reducing its lattice, and stores them in
+// the solution file beside it.
 #include <unistd.h>
 
 #include <cstdlib>
@@ -24,8 +24,8 @@ namespace {
 
 constexpr std::string_view synopsis = "[--name=value ...] FILE.opt";
 
-/// Where a status line may be drawn: a terminal that can erase one, and no reports of
-/// steps that share it.
+/// Where a status line may be drawn: on a terminal that can erase one and isn't shared with
+/// reports of steps. Null if there is none.
 std::streambuf* statusTerminal(const YLattice<long double>& lattice) {
   const char* const kind = std::getenv("TERM");
   if (isatty(STDERR_FILENO) == 0 || kind == nullptr || std::string_view(kind) == "dumb")
@@ -33,7 +33,7 @@ std::streambuf* statusTerminal(const YLattice<long double>& lattice) {
   return lattice.params().verb > 0 && isatty(STDOUT_FILENO) != 0 ? nullptr : std::cerr.rdbuf();
 }
 
-/// What a fatal report means for the search that it ends.
+/// The remark on a fatal report: what it proves, or where the stars of the search are.
 std::string searchRemark(std::string_view message) {
   const std::string proof = proofRemark(message);
   return proof.empty() ? rescueRemark() : proof;
@@ -77,7 +77,7 @@ int runCommand(std::span<char* const> arguments, StatusLine::Clock::time_point s
 int main(int count, char** arguments) {
   const auto start = starsift::StatusLine::Clock::now();
   starsift::nameUncaughtExceptions();
-  // Ahead of the lattice, whose locks are files that nobody else removes.
+  // Before the lattice is made: its locks are files that no other program removes.
   starsift::rememberInterrupts();
   starsift::unlinkSemaphoresOnSignals();
   const int status =

@@ -1,5 +1,5 @@
-// The command: re-validates the stars of a solution file against its problem and
-// rewrites the file in canonical form.
+// The command: checks the stars of a solution file against its problem and rewrites the file in
+// canonical form.
 #include <cstdlib>
 #include <iostream>
 #include <string>
@@ -19,8 +19,8 @@ int main(int count, char** arguments) {
     return EXIT_FAILURE;
   }
   starsift::unlinkSemaphoresOnSignals();
-  // Never destroyed: the process ends, and to free the stars one by one takes as
-  // long as to sort them.
+  // Never destroyed: the process ends, and freeing the stars one by one takes as long as sorting
+  // them.
   static auto& lattice = *new starsift::YLattice<long double>;
   starsift::unwinding([&solFile] { starsift::siftStars(lattice, solFile, std::cout); });
   std::cout << starsift::endLine();

@@ -5,15 +5,15 @@
 
 namespace starsift {
 
-/// The files that belong together: they share a stem.
+/// The paths of one problem: they share a stem.
 struct FileNames {
   std::string optFile;
   std::string solFile;
   std::string latFile;
 };
 
-/// The stem is `path` without the extension of its last component, or the whole
-/// of `path` where nothing else is left: ".sol" has the stem ".sol".
+/// The stem is `path` without the extension of its last component, or all of `path` if
+/// nothing else is left: ".sol" has the stem ".sol".
 FileNames fileNames(const std::string& path);
 
 }  // namespace starsift

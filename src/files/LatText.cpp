@@ -13,7 +13,7 @@ namespace {
 
 constexpr const char* legend = "// B -- l, r -- c, R -- lx, rx -- tuse, lrtu -- rtime";
 
-/// A stream takes a rational at its own precision.
+/// The text with fileDigits; a stream would print a rational at its own precision.
 template <class T>
 std::string numberText(const T& value) {
   std::string text;

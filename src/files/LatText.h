@@ -9,7 +9,7 @@
 
 namespace starsift {
 
-/// What the file tells of a lattice.
+/// The content of the file.
 template <class T>
 struct LatticeData {
   /// Basis in raw coordinates.
@@ -22,11 +22,11 @@ struct LatticeData {
   /// Bounds of the variables in normal form.
   Vector<T> lx;
   Vector<T> rx;
-  /// The first coordinate is that of the target row, whose values are looked for in ltu..rtu.
+  /// The first coordinate is that of the target row, whose values are searched in ltu..rtu.
   bool hasTarget = false;
   T ltu = T();
   T rtu = T();
-  /// Since the start of the process.
+  /// Seconds since the start of the process.
   std::int64_t seconds = 0;
 };
 
@@ -34,8 +34,8 @@ struct LatticeData {
 template <class T>
 std::string latText(const LatticeData<T>& data);
 
-/// Writes `text` to `path`. SIGINT and SIGTERM wait until the file is complete. A file
-/// that can't be opened is left alone; see ResultFile.h.
+/// Writes `text` to `path`. SIGINT and SIGTERM are deferred until the file is complete. A file
+/// that can't be opened is left unchanged; see ResultFile.h.
 void writeLat(const std::string& path, const std::string& text);
 
 extern template std::string latText(const LatticeData<long double>&);

@@ -16,7 +16,7 @@ constexpr std::uint64_t minute = 60;
 constexpr std::uint64_t hour = 60 * minute;
 constexpr std::uint64_t day = 24 * hour;
 
-/// Characters that go to a stream at once.
+/// Characters that are written to a stream at once.
 constexpr std::size_t pieceSize = std::size_t{1} << 16U;
 
 /// Solutions whose time the status shows.

@@ -1,4 +1,4 @@
-// What the console shows of solutions: texts only, the caller prints them.
+// Console reports of solutions: texts only, the caller prints them.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 namespace starsift {
 
-/// Seconds in the largest unit that they reach, with a suffix that names the
+/// A duration in the largest unit that it reaches, with a suffix that names the
 /// fields shown: "1:05 min(s):sec(s)".
 std::string timeText(std::uint64_t seconds);
 
@@ -27,12 +27,12 @@ std::string solutionsText(const Array<Star<T>>& stars, const Vector<T>& goals);
 template <class T>
 void writeSolutions(std::ostream& stream, const Array<Star<T>>& stars, const Vector<T>& goals);
 
-/// What statusText shows of a running search.
+/// The state of a running search that statusText() reports.
 template <class T>
 struct SearchStatus {
-  /// The aggregated target takes part in the search.
+  /// The search has an aggregated target.
   bool hasTarget = false;
-  /// Best target vector: +inf while there is none.
+  /// Of the best target vector: +inf while there is none.
   T bestTargetNorm = NumberTraits<T>::infinity();
   T bestSlackNorm = T();
   std::int64_t bestTime = 0;

@@ -20,10 +20,10 @@ namespace starsift {
 
 namespace {
 
-/// Bytes gathered before they go to the file.
+/// Bytes gathered before they are written to the file.
 constexpr std::size_t bufferSize = std::size_t{1} << 18U;
 
-/// Symbolic links followed before a path counts as a loop.
+/// Symbolic links followed until a path counts as a loop.
 constexpr int linkLimit = 40;
 
 std::string directoryOf(const std::string& path) {
@@ -31,8 +31,8 @@ std::string directoryOf(const std::string& path) {
   return slash == std::string::npos ? "" : path.substr(0, slash + 1);
 }
 
-/// The path behind all symbolic links of the last component; it need not exist.
-/// Nothing where they run in a circle.
+/// The path that all symbolic links of the last component lead to; it need not exist.
+/// Nothing if they run in a circle.
 std::optional<std::string> linkTarget(std::string path) {
   std::array<char, PATH_MAX> link{};
   for (int i = 0; i < linkLimit; ++i) {
@@ -63,13 +63,13 @@ bool cutFile(int descriptor, std::size_t size) {
   return uninterrupted([&] { return ftruncate(descriptor, static_cast<off_t>(size)); }) == 0;
 }
 
-/// False when the system refuses to say that the text has arrived. A signal that
-/// interrupts it closes the descriptor all the same.
+/// False if the system doesn't confirm that the text was written. A close that is interrupted
+/// by a signal has closed the descriptor.
 bool closeFile(int descriptor) {
   return close(descriptor) == 0 || errno == EINTR;
 }
 
-/// Errors of creating a file that say: not here, not by you.
+/// Errors of creating a file that mean: not in this folder, or not by this user.
 bool isRefusal(int error) {
   return error == EACCES || error == EPERM || error == EROFS || error == ENOENT ||
          error == ENOTDIR || error == ENAMETOOLONG || error == ELOOP;
@@ -105,8 +105,8 @@ ResultFile::ResultFile(std::string path) : path_(std::move(path)), identity_(fil
   } else if (takeOwnerAndMode(status)) {
     mode_ = Mode::beside;
   } else {
-    // Somebody else's file, which only its owner or root could replace by one
-    // that is still theirs.
+    // The file belongs to another user: only its owner or root could replace it by one with
+    // the same owner.
     discard();
     mode_ = Mode::inPlace;
   }
@@ -125,7 +125,7 @@ bool ResultFile::openBeside() {
 }
 
 bool ResultFile::takeOwnerAndMode(const struct stat& status) const {
-  // The owner first: a change of owner takes bits off the mode.
+  // The owner first: a change of owner clears bits of the mode.
   return fchown(descriptor_, status.st_uid, status.st_gid) == 0 &&
          fchmod(descriptor_, status.st_mode & 07777U) == 0;
 }
@@ -133,7 +133,7 @@ bool ResultFile::takeOwnerAndMode(const struct stat& status) const {
 void ResultFile::takeDefaultMode() const {
   const mode_t mask = umask(0);
   umask(mask);
-  // A file system without modes refuses; its files have the mode they have.
+  // A file system without modes rejects this; the mode of its files is fixed.
   fchmod(descriptor_, 0666U & ~mask);
 }
 
@@ -200,14 +200,13 @@ void ResultFile::reserveInPlace() {
   int error = EINTR;
   while (error == EINTR) error = posix_fallocate(descriptor_, status.st_size, growth);
   if (error == 0) return;
-  // What was reserved behind the old text goes; should even that fail, the old
-  // text is still whole.
+  // Frees the space reserved after the old text; even if that fails, the old text is whole.
   static_cast<void>(cutFile(descriptor_, static_cast<std::size_t>(status.st_size)));
   failToWrite();
 }
 
 void ResultFile::putBack(std::string_view old) const {
-  // Its room is still there. Where the disk refuses this too, nothing is left to do.
+  // Its space is still reserved. If this fails as well, nothing is left to try.
   if (lseek(descriptor_, 0, SEEK_SET) == 0 && writeAll(descriptor_, old) &&
       cutFile(descriptor_, old.size()))
     syncFile(descriptor_);
@@ -218,7 +217,7 @@ void ResultFile::remove() {
     identity_.reset();
     return;
   }
-  // Where the name can't go, an empty file is the nearest to none.
+  // If the name can't be removed, an empty file is the nearest to none.
   if (mode_ == Mode::beside)
     replace();
   else

@@ -1,6 +1,6 @@
-// Writing a result file so that there is never less than there was: the whole new
-// text goes to a new file beside the old one, is flushed to disk and then takes
-// the old one's name.
+// Writing a result file without ever losing the old text: the whole new text is written to a
+// new file beside the old one and flushed to disk, and then that file is renamed to the old
+// one's name.
 #pragma once
 
 #include <sys/stat.h>
@@ -16,11 +16,11 @@ namespace starsift {
 
 /// The new content of one file, written piece by piece and put in place at the
 /// end. Paths are followed through symbolic links; mode and owner stay. A path
-/// that can't be opened for writing, or is no regular file, is left alone without
-/// a word. Any failure to write the text whole is fatal, "Could not write file: "
+/// that can't be opened for writing, or isn't a regular file, is left unchanged without
+/// a report. Any failure to write the text whole is fatal, "Could not write file: "
 /// and the path: the old file stays, the new one is removed.
 ///
-/// Where no file can be created beside the old one, or none with its owner and
+/// If no file can be created beside the old one, or none with its owner and
 /// mode, the old one is rewritten in place at commit(), from the text kept in
 /// memory.
 class ResultFile {
@@ -31,35 +31,35 @@ class ResultFile {
   /// Without commit() the old file stays.
   ~ResultFile();
 
-  /// False: everything that is written disappears.
+  /// If false, everything that is written is discarded.
   bool isOpen() const { return mode_ != Mode::closed; }
 
   void write(std::string_view text);
 
-  /// Puts the text in place of the old file. An empty text removes the file, and
-  /// behind a symbolic link the link.
+  /// Puts the text in place of the old file. An empty text removes the file, or the
+  /// symbolic link if the path is one.
   void commit();
 
-  /// What is at the path, as the constructor met it and commit() left it: whoever has
-  /// replaced it since doesn't count.
+  /// The identity of the file at the path, as found by the constructor and left by commit();
+  /// replacements by others since then are not seen.
   const std::optional<FileIdentity>& identity() const { return identity_; }
 
  private:
   enum class Mode { closed, beside, inPlace };
 
   bool openBeside();
-  /// Makes the new file like the old one; false where that isn't allowed.
+  /// Gives the new file owner and mode of the old one; false if that isn't allowed.
   bool takeOwnerAndMode(const struct stat& status) const;
-  /// The mode of a file that is created as usual.
+  /// Gives the new file the default mode, by the umask.
   void takeDefaultMode() const;
   void flush();
   void replace();
   void rewriteInPlace();
-  /// What putBack() takes; fatal where it can't be read.
+  /// The old text, for putBack(); fatal if it can't be read.
   std::optional<InputText> oldText();
-  /// Makes room for a longer text before the first byte of the old one goes.
+  /// Reserves space for a longer text before the first byte of the old one is overwritten.
   void reserveInPlace();
-  /// Undoes what a rewriting in place that failed has done.
+  /// Restores the old text after a rewriting in place that failed.
   void putBack(std::string_view old) const;
   void remove();
   void discard();
@@ -68,7 +68,7 @@ class ResultFile {
   /// As the user named it.
   std::string path_;
   std::optional<FileIdentity> identity_;
-  /// Where the symbolic links end.
+  /// The path that the symbolic links lead to.
   std::string target_;
   /// The new file beside the target, empty while there is none.
   std::string temporary_;

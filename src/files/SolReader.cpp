@@ -30,7 +30,7 @@ bool readRecordNumber(TextCursor& source, long double& value) {
   return NumberTraits<long double>::read(source, value);
 }
 
-/// The rest of the line; the source goes behind its line feed.
+/// Returns the rest of the line; the source moves past its line feed.
 std::string_view takeLine(TextCursor& source) {
   const std::string_view line = source.rest().substr(0, source.rest().find('\n'));
   source.advance(std::min(line.size() + 1, source.rest().size()));
@@ -38,7 +38,7 @@ std::string_view takeLine(TextCursor& source) {
 }
 
 /// Reads the fields of records, their numbers as tokens of Number, each of which T
-/// must hold. Keeps its scratch storage from one record to the next.
+/// must hold. Keeps its scratch storage between records.
 template <class T, class Number>
 class RecordReader {
  public:
@@ -49,7 +49,7 @@ class RecordReader {
     } catch (const PrecisionException&) {
       throw;  // The record is well formed as far as it was read.
     } catch (const GeneralException&) {
-      // A record that can't be read is no star; the rest of its line goes with it.
+      // A record that can't be read is no star; the rest of its line is skipped.
       star.clear();
       takeLine(source);
       return true;
@@ -87,7 +87,7 @@ class RecordReader {
     return converted(value);
   }
 
-  /// The value, moved where the types agree.
+  /// The value, moved if the types agree.
   static T converted(Number& value) {
     if constexpr (std::is_same_v<T, Number>)
       return std::move(value);
@@ -95,7 +95,7 @@ class RecordReader {
       return NumberConversion<T, Number>::convert(value);
   }
 
-  /// Consumes a bar behind white space, or nothing.
+  /// Consumes white space and a bar, or nothing if there is no bar.
   static bool takeBar(TextCursor& source) {
     TextCursor ahead = source;
     skipWhiteSpace(ahead);
@@ -129,7 +129,7 @@ class RecordReader {
     return std::max(time, unknownTime);
   }
 
-  /// Fields 6 and 7: what is left of the line, cut at its bars.
+  /// Fields 6 and 7: the rest of the line, split at its bars.
   static void readTexts(Star<T>& star, TextCursor& source) {
     const std::string_view line = withoutComments(takeLine(source));
     const std::size_t bar = std::min(line.find('|'), line.size());
@@ -140,7 +140,7 @@ class RecordReader {
       star.versionText = trim(rest.substr(0, rest.find('|')));
   }
 
-  /// Cuts blanks and comments at the head of a line. A comment that doesn't end
+  /// Removes blanks and comments at the head of a line. A comment that doesn't end
   /// on the line is text.
   static std::string_view withoutComments(std::string_view line) {
     while (true) {
@@ -155,9 +155,9 @@ class RecordReader {
   std::vector<Number> components_;
 };
 
-/// Completes bare records; the problem is prepared for checks when the first one
-/// comes. Number as in RecordReader: what the arithmetic of Number alone can
-/// decide, infinite components, throws PrecisionException where T is another type.
+/// Completes bare records; the problem is prepared for checks at the first one. Number as in
+/// RecordReader: records with infinite components, which only the arithmetic of Number can
+/// check, throw PrecisionException if T is another type.
 template <class T, class Number>
 class BareRecords {
  public:
@@ -168,7 +168,7 @@ class BareRecords {
         std::any_of(star.begin(), star.end(), NumberTraits<T>::isInfinite))
       throw PrecisionException(checkLossText);
     if (!checker_) checker_.emplace(problem_);
-    // A star that fails stays as it is: the check of all stars drops it later.
+    // A star that fails stays unchanged: the check of all stars removes it later.
     static_cast<void>(checker_->check(star));
   }
 
@@ -177,8 +177,8 @@ class BareRecords {
   std::optional<StarChecker<T>> checker_;
 };
 
-/// The text of the file, nothing where there is none. What can't be read ends the
-/// process: without its stars the file would be rewritten as one that has none.
+/// The text of the file, nothing without a regular file. A file that can't be read is fatal: it
+/// would be rewritten without its stars.
 std::optional<InputText> solText(const std::string& path) {
   try {
     return readFileText(path);
@@ -200,7 +200,7 @@ bool readAll(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& st
     Star<T> star;
     const std::size_t before = source.rest().size();
     if (!reader.read(star, source)) bareRecords.complete(star);
-    // Text that is no record and that a check let pass would be met again.
+    // Text that isn't a record and was not consumed would be read again for ever.
     if (source.rest().size() == before) takeLine(source);
     if (star.dimension() == 0) continue;
     if (peek) return true;

@@ -1,9 +1,9 @@
-// The .sol file, read: one star a record.
+// Reading the .sol file: one record per star.
 //
 //   x | target norm | target values | slack norm | seconds | parameters | version
 //
-// The version may be missing, and so may everything behind x. White space and
-// comments may stand before the fields 1 to 5 and behind field 5.
+// The version may be missing, and so may everything after x. White space and
+// comments may precede the fields 1 to 5 and follow field 5.
 #pragma once
 
 #include <string>
@@ -14,24 +14,24 @@
 
 namespace starsift {
 
-/// Parses one record into a fresh `star`; the source stands behind white space
-/// and comments. False: the record had field 1 only. True: it was complete, or it
-/// was malformed; then the star is empty and the source at the next line.
-/// Malformed is a time that is no 64-bit integer, or what throws a
-/// GeneralException; the reports of bad numbers and brackets are fatal.
+/// Parses one record into a fresh `star`; white space and comments before it must have been
+/// skipped. Returns false if the record has field 1 only, true if it is complete or malformed.
+/// After a malformed record the star is empty and the source at the next line. A record is
+/// malformed if its time isn't a 64-bit integer or if reading it throws a GeneralException;
+/// bad numbers and brackets are fatal.
 template <class T>
 bool readStar(Star<T>& star, TextCursor& source);
 
 /// Appends the stars of the file at `path`; bare records are completed by the
-/// check against `problem`, whose verdict is left to the later check of all.
-/// Records without components are no stars. A file that can't be read has no
-/// stars. With `peek` stops at the first star and stores none.
-/// Returns whether there was a star. `stars` is unchanged after an exception.
+/// check against `problem`, whose verdict is left to the later check of all stars.
+/// Records without components are not stars. Without a regular file at
+/// `path` there are none; a file that can't be read is fatal. With `peek` stops at the first star
+/// and stores none. Returns whether there was a star. `stars` is unchanged after an exception.
 template <class T>
 bool readStars(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& stars, bool peek);
 
-/// The same, each number read as a rational: PrecisionException where T can't hold
-/// one, or where only exact arithmetic can complete a bare record.
+/// The same, each number read as a rational: PrecisionException if T can't hold
+/// one, or if only exact arithmetic can complete a bare record.
 template <class T>
 bool readStarsExactly(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& stars,
                       bool peek);

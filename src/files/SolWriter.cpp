@@ -32,7 +32,7 @@ void appendRecord(std::string& out, const Star<T>& star) {
   out += star.versionText;
 }
 
-/// True when the text of `value` with fileDigits reads back as `value`.
+/// True if the text of `value` with fileDigits reads back as `value`.
 template <class T>
 bool textKeeps(const T& value) {
   std::int64_t integer = 0;
@@ -69,7 +69,7 @@ WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars) {
   ResultFile file(path);
   std::string line;
   for (const Star<T>& star : stars) {
-    // Until commit() the old file is as it was.
+    // Until commit() the old file is unchanged.
     checkText(star.x());
     line.clear();
     appendRecord(line, star);

@@ -1,4 +1,4 @@
-// The .sol file, written: one star a line, the fields joined by " | ".
+// Writing the .sol file: one line per star, the fields joined by " | ".
 #pragma once
 
 #include <optional>
@@ -9,7 +9,7 @@
 
 namespace starsift {
 
-/// One record without its line end: x with fileDigits, target norm, target values
+/// One record without line end: x with fileDigits, target norm, target values
 /// and slack norm with defaultDigits, time, parameters and, unless it is empty,
 /// the version.
 template <class T>
@@ -20,17 +20,17 @@ std::string starText(const Star<T>& star);
 template <class T>
 void requireExactText(const Array<Star<T>>& stars);
 
-/// What has come of a writing.
+/// The result of writing a file.
 struct WrittenFile {
   /// The file could be opened.
   bool isWritten;
-  /// What is at the path then.
+  /// The identity of the file at the path afterwards.
   std::optional<FileIdentity> identity;
 };
 
-/// Writes the stars to `path`, or removes the file when there are none. SIGINT
-/// and SIGTERM wait until the file is complete. Throws as requireExactText() before the
-/// file is touched. A file that can't be opened is left alone; a write that fails is
+/// Writes the stars to `path`, or removes the file if there are none. SIGINT
+/// and SIGTERM are deferred until the file is complete. Throws as requireExactText() before the
+/// file is changed. A file that can't be opened is left unchanged; a write that fails is
 /// fatal, see ResultFile.h.
 template <class T>
 WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars);

@@ -14,7 +14,7 @@ namespace starsift {
 
 namespace {
 
-/// A number that no problem has; 0 is that of the empty one.
+/// A number that no problem has yet; 0 is the number of the empty problem.
 std::uint64_t nextProblemNumber() {
   static std::atomic<std::uint64_t> last = 0;
   return ++last;

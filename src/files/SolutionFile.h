@@ -1,5 +1,5 @@
-// A problem as it was read and its stars, the content of a .sol file, as one record: to read,
-// check, order, write and report. No lattice is needed for any of it.
+// A problem as read and its stars, the content of a .sol file, as one record with the operations
+// read, check, sort, write and report. None of them needs a lattice.
 #pragma once
 
 #include <concepts>
@@ -18,15 +18,15 @@
 
 namespace starsift {
 
-/// What to do with the stars of a file.
+/// What is done with the stars of a file.
 enum class StarReading {
-  /// Append them.
+  /// They are appended.
   append,
-  /// Only say whether there is one.
+  /// None is stored; the result says whether there is one.
   peek,
 };
 
-/// Which of two stars is a repetition of the other.
+/// Which stars count as duplicates.
 enum class Duplicates {
   /// The same point.
   ofPoint,
@@ -34,8 +34,8 @@ enum class Duplicates {
   ofPointAndParams,
 };
 
-/// Copies share the problem and what is prepared of it for checks until one of them changes
-/// its problem; the stars are copied.
+/// Copies share the problem and its form prepared for checks until one of them changes its
+/// problem; the stars are copied.
 template <class T>
 class SolutionFile {
  public:
@@ -45,11 +45,11 @@ class SolutionFile {
   void setPaths(const FileNames& names);
   const std::string& path() const { return problem().solFile; }
 
-  /// The problem as it was read: what stars satisfy.
+  /// The problem as read, which stars have to satisfy.
   const Vanu<T>& problem() const { return read_->problem; }
-  /// The problem to be changed: it counts as another one, with another number, from now on.
+  /// The problem, to be changed: from now on it counts as another one, with another number.
   Vanu<T>& editProblem();
-  /// Equal for two records, also over different number types, only if they hold the same
+  /// Equal for two records, even over different number types, only if they hold the same
   /// problem; each change gives a number that no other problem of the process has.
   std::uint64_t problemNumber() const { return read_->number; }
   /// Reads the problem at its path; see OptReader.h. The numbers of a file are rationals.
@@ -60,8 +60,7 @@ class SolutionFile {
   /// The same, each number read as a rational.
   bool readStarsExactly(StarReading reading);
 
-  /// The verdict on a point; see StarChecker. What the check needs of the problem is prepared
-  /// on first use.
+  /// The verdict on a point; see StarChecker. The problem is prepared for checks on first use.
   StarVerdict<T> judge(const Star<T>& star) const { return checker().judge(star); }
   /// checkStars() of StarCheck.h from the star at index `first` on.
   bool checkStars(Index first = 1);
@@ -71,22 +70,22 @@ class SolutionFile {
 
   /// Writes the stars to the path; see writeStars().
   WrittenFile write() const { return writeTo(path()); }
-  /// Writes them to another path.
+  /// Writes the stars to another path.
   WrittenFile writeTo(const std::string& path) const;
   /// The text that write() would write in exact numbers.
   std::string text() const;
 
-  /// What the console shows of the stars; see Report.h.
+  /// Console reports of the stars; see Report.h.
   std::string solutionsText() const;
   void writeSolutions(std::ostream& stream) const;
   /// 1 <= i <= stars.dimension().
   std::string starReport(Index i) const;
 
-  /// Takes problem and stars, every number converted strictly. PrecisionException if T can't
+  /// Copies problem and stars, every number converted strictly. PrecisionException if T can't
   /// hold one; this record may have the new problem and a part of the stars then.
   template <class U>
   void convertFrom(const SolutionFile<U>& other);
-  /// Takes problem and paths only. Unchanged after an exception.
+  /// Copies problem and paths only. Unchanged after an exception.
   template <class U>
   void convertProblemFrom(const SolutionFile<U>& other);
   /// Frees problem and stars.
@@ -95,7 +94,7 @@ class SolutionFile {
   Array<Star<T>> stars;
 
  private:
-  /// Shared by copies, and not changed while it is.
+  /// Shared by copies; not changed while it is shared.
   struct ReadProblem {
     Vanu<T> problem;
     std::uint64_t number = 0;

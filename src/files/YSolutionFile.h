@@ -1,5 +1,5 @@
-// A solution file in two precisions: long double as long as that holds every number, exact
-// rationals otherwise. How it moves from one to the other is in TwoPrecisions.h.
+// A solution file in two precisions: long double while that holds every number, exact rationals
+// otherwise. TwoPrecisions.h describes how it moves from one to the other.
 #pragma once
 
 #include <cstdint>
@@ -12,10 +12,10 @@
 
 namespace starsift {
 
-/// The verbs of SolutionFile on the live form.
+/// The operations of SolutionFile on the live form.
 class YSolutionFile {
  public:
-  /// Takes problem and paths; the stars stay.
+  /// Copies problem and paths; the stars stay.
   template <class T>
   void takeProblem(const SolutionFile<T>& source) {
     files_.useExtended();
@@ -31,19 +31,19 @@ class YSolutionFile {
   Index starCount() const;
   /// Appends the stars of the file, each number read as a rational. True if there was one.
   bool readStarsExactly();
-  /// From the star at index `first` on.
+  /// Checks the stars from index `first` on.
   bool checkStars(Index first = 1);
   void sortStars();
   void removeDuplicates(Duplicates duplicates);
-  /// Appends stars that solve the problem with the number `problem`, which isn't checked again.
-  /// Fatal if this isn't that problem: "The stars solve another problem".
+  /// Appends stars that were judged to solve the problem with the number `problem`; they aren't
+  /// checked again. Fatal if this record has another problem: "The stars solve another problem".
   void addStars(Array<Star<QQ>> judged, std::uint64_t problem);
 
-  /// Writes the stars to the path. Returns what is there then.
+  /// Writes the stars to the path; see writeStars().
   WrittenFile write();
   /// The text that write() would write in exact numbers.
   std::string text() const;
-  /// What the console shows of the stars.
+  /// Console report of the stars.
   void writeSolutions(std::ostream& stream) const;
 
  private:

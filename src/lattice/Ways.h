@@ -3,8 +3,7 @@
 
 namespace starsift {
 
-/// Where the coordinates of a vector count: raw space is that of B_save, working space that
-/// of B.
+/// The space of a vector: raw space is that of B_save, working space that of B.
 enum class Space { raw, working };
 
 /// The stored vectors of a lattice whose size changes.
@@ -29,19 +28,19 @@ enum class Outcome { unfinished, finished };
 /// How exactly a vector is to be the image of its point.
 enum class Match { tolerant, exact };
 
-/// Whether an operation may write files, report, and end a search.
+/// Whether an operation may write files, print reports and end a search.
 enum class Announce { silent, full };
 
 /// Constants of the problem, in a point.
 enum class Constants { omit, insert };
 /// Slacks and deviations, at the end of a point.
 enum class Slacks { omit, append };
-/// Whether a vector stands for its negative too.
+/// Whether a vector with h = -1 is negated first.
 enum class Orientation { given, either };
 
 /// Which basis coordinates refer to: B_save, or the rows of B in raw space.
 enum class Over { saved, working };
-/// Which coordinates count.
+/// Which coordinates are accepted.
 enum class Coordinates { rational, integer };
 
 }  // namespace starsift

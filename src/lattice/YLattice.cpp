@@ -12,10 +12,10 @@ namespace starsift {
 
 namespace {
 
-/// The level of `verb` from which the wrapper reports what it does.
+/// The level of `verb` from which changes of precision are reported.
 constexpr long reportingLevel = 2;
 
-/// Lets a lattice write files as long as it lives.
+/// Turns the output switch on for its lifetime.
 class OutputOn {
  public:
   explicit OutputOn(bool& output) : output_(output), before_(std::exchange(output, true)) {}
@@ -150,8 +150,8 @@ template <class R>
 void YLattice<R>::beginSearch(ReductionObserver& observer,
                               std::chrono::steady_clock::duration elapsed) {
   lattices_.withBoth([&observer](auto& lattice) { lattice.run.observer = &observer; });
-  // By the clock that is read for the times: another one may be some milliseconds ahead, and
-  // -1 stands for an unknown time.
+  // By the clock that discovery times are read from: another clock may be some milliseconds
+  // ahead, and -1 stands for an unknown time.
   const std::time_t start =
       std::time(nullptr) - std::chrono::duration_cast<std::chrono::seconds>(elapsed).count();
   withLive([start](auto& lattice) {

@@ -1,5 +1,5 @@
-// A lattice in two precisions: long double as long as that works, exact rationals where it
-// doesn't. How a step moves from one to the other is in TwoPrecisions.h.
+// A lattice in two precisions: long double while it holds every number, exact rationals
+// otherwise. TwoPrecisions.h describes how a step moves from one to the other.
 #pragma once
 
 #include <chrono>
@@ -15,7 +15,7 @@
 
 namespace starsift {
 
-/// What the console shows of a change of precision: from verb 2 on.
+/// Console reports of a change of precision, from verb 2 on.
 struct SwitchReports {
   static void toExact(const auto& standard) {
     say(standard.params.verb, "Switching to extended lattice precision");
@@ -23,7 +23,7 @@ struct SwitchReports {
   static void toStandard(const auto& standard) {
     say(standard.params.verb, "Using standard lattice precision");
   }
-  /// Ends the block of the failed step.
+  /// Closes the console block of the failed step.
   static void stepFailed(const auto& exact) { closeBlock(exact.params.verb); }
 
  private:
@@ -73,7 +73,7 @@ class YLattice {
   PassCounts lllPass(Index from, Index to, Index kmax);
   /// RestartException passes through; the lattice in use is a new one then.
   void restartHandling(Outcome outcome);
-  /// Makes sure that the basis of the full lattice spans it and writes the lattice file.
+  /// Verifies that the basis of the full lattice still spans it and writes the lattice file.
   void saveLattice();
   bool readStarsFromSolFile(StarReading reading);
   bool readStarsExactly(StarReading reading);
@@ -81,7 +81,7 @@ class YLattice {
   void writeSolFile(Stars what);
   std::string solutionsText();
 
-  // On the live lattice: what can't lose precision.
+  // On the live lattice: operations that can't lose precision.
 
   void setFileNames(const std::string& path);
 
@@ -89,8 +89,8 @@ class YLattice {
 
   /// Reads the problem: the numbers of a file are rationals. Fatal if it can't be read.
   void readOpt();
-  /// The problem as read has no points between the tolerance of its equations and their exact
-  /// value: see Exactness.h.
+  /// Every point that satisfies the equations of the problem as read within the tolerance
+  /// satisfies them exactly: see Exactness.h.
   bool equationsHoldExactly() const;
   /// Lattice::tightenBounds().
   void tightenBounds();
@@ -99,37 +99,37 @@ class YLattice {
 
   // Of the search in the live lattice.
 
-  /// Lattice::starsFiledAfter(): exact whatever lattice is live, and for an observer in the
-  /// middle of a step too.
+  /// Lattice::starsFiledAfter(): exact whichever lattice is live; an observer may call it in the
+  /// middle of a step.
   Array<Star<QQ>> starsFiledAfter(Index last) const;
-  /// The last number given to a filed solution; a step that lost precision doesn't take it back.
+  /// The last number given to a filed solution; kept when a step that lost precision is repeated.
   Index lastFiled() const;
-  /// From now on `observer` hears of all reductions, and times count from the start of the
-  /// process, which has been running for `elapsed`. The search ends by stopped(), never the
-  /// process, and leaves the files to others.
+  /// From now on `observer` is notified of all reductions, and times count from the start of the
+  /// process, which has been running for `elapsed`. The end of the search makes stopped() true
+  /// and never ends the process; the lattice writes no files.
   void beginSearch(ReductionObserver& observer, std::chrono::steady_clock::duration elapsed);
-  /// Nobody hears of reductions any more.
+  /// Removes the observer.
   void endSearch();
-  /// The search has ended by itself.
+  /// The lattice has ended the search.
   bool stopped() const;
-  /// What the search was to find is filed.
+  /// Lattice::isSatisfied().
   bool isSatisfied() const;
-  /// Solutions that are filed in the lattice itself, as opposed to its stars.
+  /// Number of solutions filed in the lattice itself, as opposed to its stars.
   Index solutionCount() const;
   /// Regenerations so far.
   Index restarts() const;
   bool hasStars() const;
   /// SolutionFile::problemNumber() of the problem as read.
   std::uint64_t problemNumber() const;
-  /// The problem as read says what makes one solution better than another.
+  /// The problem as read has targets.
   bool hasTargets() const;
-  /// Those of the live lattice; snorm and tnorm, whose types differ, are in the table only.
+  /// Parameters of the live lattice, without snorm and tnorm, whose types depend on it.
   const Params& params() const;
   void sortStars();
   void removeDuplicates(Duplicates duplicates);
   /// The text of solutionsText(), piece by piece.
   void writeSolutions(std::ostream& stream) const;
-  /// Gates all writing of result files.
+  /// Turns the writing of result files on or off.
   void setOutputSwitch(bool on);
 
  private:

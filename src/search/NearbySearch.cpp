@@ -15,13 +15,13 @@ namespace starsift {
 
 namespace nearbysearch {
 
-/// Rounds over the basis of one walk at most.
+/// The most rounds over the steps that one walk makes.
 constexpr Index maxRounds = 20;
 
-/// Vectors of a basis at most whose sums and differences are steps too.
+/// The greatest dimension for which sums and differences of basis vectors are steps too.
 constexpr Index maxPaired = 16;
 
-/// Restarts walk from up to 2, 4, 8 ... steps away, so many numbers in turn.
+/// Walks after restarts begin up to 2, 4, 8 ... steps away, with this many distances in turn.
 constexpr Index distances = 6;
 
 /// An integer from -farthest to farthest.
@@ -72,7 +72,7 @@ std::optional<Vector<T>> NearbySearch<T, R>::movedInside(const Vector<T>& vector
   } catch (const ModuloException&) {
     return std::nullopt;
   } catch (const PrecisionException&) {
-    // The vector itself was good enough for T, and nothing asks for this one.
+    // T could hold the vector itself, and a candidate next to it is optional.
     return std::nullopt;
   }
   return inside;
@@ -99,7 +99,7 @@ void NearbySearch<T, R>::collectSteps() {
   start_ = 0;
   for (Index k = 1; k <= lattice_.basis.n; ++k)
     if (lastIsLess(steps_, k, start_)) start_ = k;
-  // One inhomogeneous vector is a start, and makes steps of the others.
+  // One inhomogeneous vector is the start; subtracting it makes the others homogeneous.
   if (start_ != 0) reduceLast(steps_, start_);
   if (lattice_.basis.n <= nearbysearch::maxPaired) appendPairs();
 }
@@ -147,7 +147,7 @@ void NearbySearch<T, R>::walkFromAnywhere() {
 template <class T, class R>
 void NearbySearch<T, R>::climb(const Vector<T>& from) {
   R value = commonTarget(from);
-  // Where nothing bounds a target, longer steps would lead ever further away.
+  // If nothing bounds a target, longer steps would lead further and further away.
   follow(from, Stride::single, [&](const Vector<T>& next) {
     const R nextValue = commonTarget(next);
     if (!(nextValue > value) || !lattice_.frame.liesInBox(lattice_, next)) return false;

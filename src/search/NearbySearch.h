@@ -1,4 +1,4 @@
-// Vectors that a pass has not met, but come next to those that it has.
+// Vectors of the lattice close to the vectors that a pass has checked.
 #pragma once
 
 #include <optional>
@@ -7,74 +7,76 @@
 
 namespace starsift {
 
-/// Looks for solutions beside the vectors of a basis. Goals to reach and a box far from 0 keep
-/// a reduced basis away from solutions that are a step from it.
+/// Looks for solutions next to the vectors of a basis. With finite goals, or a box far from 0, a
+/// solution can be one step away from a reduced basis and still not be met by the reduction.
 ///
-/// Walks lead over single vectors of the basis and, while these are few, over sums and
-/// differences of two of them. Each vector on the way is one of the lattice, so it counts as if
-/// a pass had met it; the basis stays as it is. Vectors are raw here.
+/// The steps of a walk are the vectors of the basis and, in small dimensions, sums and
+/// differences of two of them. Each vector on the way belongs to the lattice and is checked like
+/// a vector of a pass; the basis isn't changed. Vectors are raw here.
 template <class T, class R>
 class NearbySearch {
  public:
   explicit NearbySearch(Lattice<T, R>& lattice) : lattice_(lattice) {}
 
-  /// After a pass over the full lattice of a problem with variables; nothing for any other.
+  /// The search after a pass over the full lattice of a problem with variables; does nothing for
+  /// other lattices.
   void run();
 
  private:
-  /// Checks the points within the bounds of the variables next to the best vector and to those
-  /// of the basis.
+  /// Moves the variables of the best vector and of the basis vectors inside their bounds and
+  /// checks the points that result.
   void checkNearMisses();
-  /// Walks into the box while there is no solution, and from there to better ones; without
-  /// targets to further ones where several are asked for.
+  /// Walks into the box if there is no solution yet, and from a solution to better ones. Without
+  /// targets walks on to further solutions if several were asked for.
   void walk();
-  /// A vector with its variables moved inside their bounds, if that is one of the lattice and
+  /// The vector with its variables moved inside their bounds, if it belongs to the lattice and
   /// lies in the box.
   std::optional<Vector<T>> movedInside(const Vector<T>& vector) const;
-  /// The vectors of the basis, all but the start homogeneous.
+  /// Stores the basis as steps, all but the start made homogeneous.
   void collectSteps();
-  /// Steps and sums and differences of any two.
+  /// Appends the sums and differences of any two steps.
   void appendPairs();
   bool hasSolution() const;
-  /// The parameters ask for more than one solution, by a number or by a limit to their search.
+  /// The parameters ask for more than one solution: by a number, or without one by a limit to
+  /// passes or time.
   bool wantsSeveral() const;
-  /// The first of the steps that isn't homogeneous, with the last coordinate of a solution.
+  /// The inhomogeneous step, oriented so that its last coordinate is that of a solution.
   Vector<T> start() const;
-  /// From an inhomogeneous vector nearer and nearer to the box, as far as that goes; what gets
-  /// there is checked.
+  /// Walks from an inhomogeneous vector towards the box while its distance decreases; a vector
+  /// in the box is checked. Returns the end of the walk.
   Vector<T> walkIntoBox(const Vector<T>& from);
-  /// From a vector in the box on to better and better targets.
+  /// Walks from a vector in the box to better and better target values.
   void climb(const Vector<T>& from);
-  /// From the last solution to further ones.
+  /// Walks from the last solution to further ones.
   void walkOn();
-  /// From a vector near to the start, another one after each restart, into the box and on to
-  /// better solutions than where it got there.
+  /// Walks from a random vector near the start, another one after each restart, into the box,
+  /// and from there to better target values.
   void walkFromAnywhere();
-  /// checkSolution() of a vector in the box, unless its targets are no better than the best or
-  /// the search is over.
+  /// checkSolution() of a vector in the box, unless its target value is no better than the best
+  /// one or the search is over.
   void checkArrival(const Vector<T>& vector);
-  /// How far a step may lead: once, or further in each round.
+  /// How often a step is made in a row: once, or up to once more in each round.
   enum class Stride { single, growing };
-  /// Tries the steps that are homogeneous forth and back, one after the other. `move` decides
-  /// about the vector ahead. Ends when a round led nowhere, and returns where.
+  /// Tries all homogeneous steps, in both directions. `move` accepts or rejects the next vector.
+  /// Ends after a round without a move; returns the last vector.
   template <class Move>
   Vector<T> follow(Vector<T> at, Stride stride, Move move);
-  /// Takes a step, then one twice as long, and so on, `most` of them, as long as `move` agrees.
-  /// True when that led anywhere.
+  /// Makes a step, then one twice as long, and so on, at most `most` steps, while `move` accepts
+  /// them. True if at least one was made.
   template <class Move>
   bool advance(Vector<T>& at, Vector<T> step, Index most, Move move);
-  /// Tells the observer of a step; false once the search has ended.
+  /// Notifies the observer of a step; false once the search has ended.
   bool notifyStep();
-  /// What all targets together try to make large, up to a constant, at an inhomogeneous vector.
+  /// The sum of all targets, to be maximised, at an inhomogeneous vector, up to a constant.
   R commonTarget(const Vector<T>& vector) const;
   /// The sum of the amounts by which coordinates leave the check vectors.
   R distanceFromBox(const Vector<T>& vector) const;
-  /// A consistent vector without what both deviations of a pair have in common.
+  /// A consistent vector with the smaller deviation of each pair subtracted from both.
   Vector<T> withLeastDeviations(Vector<T> vector) const;
 
   Lattice<T, R>& lattice_;
   Matrix<T> steps_;
-  /// Row of steps_, 0 where all are homogeneous.
+  /// Row of steps_; 0 if all are homogeneous.
   Index start_ = 0;
 };
 

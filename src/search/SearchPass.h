@@ -1,4 +1,4 @@
-// One pass of a search: what is done to the lattice between two looks at the limits.
+// One pass of a search, between two checks of its limits.
 #pragma once
 
 #include "lattice/YLattice.h"
@@ -6,7 +6,7 @@
 namespace starsift {
 
 /// Makes one pass of the reduction over all rows of the lattice, then checks the vectors next to
-/// its basis. Returns what the pass did.
+/// its basis. Returns the counts of the pass.
 ///
 /// Both are one step: if long double loses precision in either, both are repeated over rationals.
 PassCounts searchPass(YLattice<long double>& lattice);

@@ -1,4 +1,4 @@
-// What the check of a lattice vector says: the bits of its result.
+// The bits that the check of a lattice vector returns.
 #pragma once
 
 namespace starsift {
@@ -7,7 +7,7 @@ namespace starsift {
 constexpr unsigned CHECK_SOLUTION = 0x04;
 /// Filed as a new one.
 constexpr unsigned CHECK_STORED = 0x08;
-/// The search has what it was to find.
+/// The goal of the search is met.
 constexpr unsigned CHECK_LIMIT = 0x20;
 
 }  // namespace starsift

@@ -1,4 +1,4 @@
-// Lattice: the vectors that it has stored, across a change of the lattice itself.
+// Lattice: stored vectors across a change of the lattice.
 #pragma once
 
 #include <algorithm>
@@ -15,7 +15,7 @@ namespace starsift {
 
 namespace latticebackup {
 
-/// What is kept of a vector; nothing if it doesn't survive.
+/// The form of a vector that is kept; nullopt if it doesn't survive.
 template <class T, class R>
 std::optional<Vector<T>> backupForm(Lattice<T, R>& lattice, const Vector<T>& vector,
                                     BackupMode mode, Index count, Index position) {
@@ -28,7 +28,7 @@ std::optional<Vector<T>> backupForm(Lattice<T, R>& lattice, const Vector<T>& vec
     case BackupMode::columns:
       if (form.dimension() != m) return std::nullopt;
       for (Index i = position; i < position + count; ++i)
-        // An equation that doesn't hold is no coordinate to leave out.
+        // The coordinate of a violated equation can't be removed.
         if (!lattice.frame.equationsRemoved && !(form[i] == T())) return std::nullopt;
       removeElements(form, position, count);
       return form;
@@ -43,7 +43,7 @@ std::optional<Vector<T>> backupForm(Lattice<T, R>& lattice, const Vector<T>& vec
   return std::nullopt;
 }
 
-/// The raw vector of such a form, over the untransformed `basis`.
+/// The raw vector of such a form, over the untransformed `basis`; nullopt if there is none.
 template <class T, class R>
 std::optional<Vector<T>> restoredForm(const Lattice<T, R>& lattice, const Vector<T>& form,
                                       BackupMode mode, const Matrix<T>& basis) {
@@ -61,7 +61,7 @@ std::optional<Vector<T>> restoredForm(const Lattice<T, R>& lattice, const Vector
   return vector;
 }
 
-/// The point of a raw vector is no solution of the problem as read.
+/// The raw vector doesn't stand for a solution of the problem as read.
 template <class T, class R>
 bool violatesProblem(const Lattice<T, R>& lattice, const Vector<T>& vector) {
   const std::optional<Star<T>> star = lattice.starOf(vector);

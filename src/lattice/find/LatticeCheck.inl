@@ -1,5 +1,5 @@
-// Lattice: is a vector a solution? Every vector that a reduction touches is checked, so nearly
-// all of them are rejected by one look at the last coordinate.
+// Lattice: the test whether a vector is a solution. Every vector that a reduction touches is
+// checked; nearly all are rejected by one comparison of the last coordinate.
 #pragma once
 
 #include <algorithm>
@@ -17,8 +17,8 @@ namespace latticecheck {
 
 using Judgement = std::shared_ptr<const JudgedStar>;
 
-/// All entries of a vector of working space are in the range in which T is safe, and so they
-/// are in raw space.
+/// All entries of a vector of working space are in the range in which T is safe, and then its
+/// entries in raw space are as well.
 template <class T, class R>
 bool isInSafeRange(const Basis<T, R>& basis, const Vector<T>& vector) {
   if constexpr (NumberTraits<T>::exact) return true;
@@ -29,8 +29,8 @@ bool isInSafeRange(const Basis<T, R>& basis, const Vector<T>& vector) {
   return true;
 }
 
-/// A point of the problem, constants included, in units of its factor h, and the raw vector that
-/// it is mapped to.
+/// A point of the problem, constants included, its homogenising factor h, and the raw vector
+/// that both are mapped to.
 template <class T>
 struct PointImage {
   Star<T> point;
@@ -38,10 +38,10 @@ struct PointImage {
   Vector<T> image;
 };
 
-/// The point that a raw vector stands for, and its image; nothing if the point violates a
-/// congruence. The image of a consistent vector is the one with one deviation of each pair at 0:
-/// any amount added to both is as consistent, but out of the box where it is negative, and another
-/// solution for the same point where it isn't.
+/// The point that a raw vector stands for, and its image; nullopt if the point violates a
+/// congruence. In the image one deviation of each pair is 0. The same amount added to both
+/// deviations keeps a vector consistent, but a negative amount leads out of the box, and a
+/// positive one to another vector for the same point.
 template <class T, class R>
 std::optional<PointImage<T>> imageOfPoint(const Lattice<T, R>& lattice, const Vector<T>& vector) {
   std::optional<PointImage<T>> mapped(std::in_place);
@@ -55,7 +55,7 @@ std::optional<PointImage<T>> imageOfPoint(const Lattice<T, R>& lattice, const Ve
   return mapped;
 }
 
-/// isConsistent() of a raw vector whose point has this image.
+/// isConsistent() for a raw vector whose point has this image.
 template <class T, class R>
 bool isImage(const Lattice<T, R>& lattice, const Vector<T>& vector, const Vector<T>& image,
              Match match) {
@@ -83,14 +83,14 @@ bool hasEnough(const Lattice<T, R>& lattice) {
   return lattice.params.sol > 0 && lattice.found.solutions.dimension() >= lattice.params.sol;
 }
 
-/// A solution with these norms ends the search; none does in a problem without targets.
+/// A solution with these norms ends the search; always false in a problem without targets.
 template <class T, class R>
 bool meetsGoal(const Lattice<T, R>& lattice, const T& targetNorm, const T& slackNorm) {
   return lattice.At.rowCount() > 0 &&
          (targetNorm <= lattice.params.tnorm || slackNorm <= lattice.params.snorm);
 }
 
-/// CHECK_LIMIT or 0, after a solution with these norms that is filed or not.
+/// CHECK_LIMIT or 0, after a solution with these norms was found.
 template <class T, class R>
 unsigned limitBits(const Lattice<T, R>& lattice, const Norms<T>& norms, bool isFiled) {
   const bool ends =
@@ -98,7 +98,7 @@ unsigned limitBits(const Lattice<T, R>& lattice, const Norms<T>& norms, bool isF
   return ends ? CHECK_LIMIT : 0;
 }
 
-/// The verdict that a judged star had. PrecisionException if T can't hold it.
+/// The stored verdict on a judged star. PrecisionException if T can't hold it.
 template <class T>
 StarVerdict<T> verdictOf(const JudgedStar& judged) {
   using Number = NumberConversion<T, QQ>;
@@ -109,7 +109,7 @@ StarVerdict<T> verdictOf(const JudgedStar& judged) {
   return verdict;
 }
 
-/// `judged`, which may be empty, is about this point in the problem with this number.
+/// `judged` is set and is the verdict on this point in the problem with this number.
 template <class T>
 bool isAbout(const std::shared_ptr<const JudgedStar>& judged, const Star<T>& star,
              std::uint64_t problem) {
@@ -119,7 +119,7 @@ bool isAbout(const std::shared_ptr<const JudgedStar>& judged, const Star<T>& sta
   return identical(x, judged->star.x());
 }
 
-/// A star as it was judged.
+/// The record of a verdict on a star.
 template <class T>
 std::shared_ptr<const JudgedStar> judgedStar(Star<T> star, const StarVerdict<T>& verdict,
                                              std::uint64_t problem, Index number) {
@@ -133,7 +133,7 @@ std::shared_ptr<const JudgedStar> judgedStar(Star<T> star, const StarVerdict<T>&
   return judged;
 }
 
-/// What a lattice keeps of a vector, but for what was judged.
+/// The stored form of a vector, without the member `judged`.
 template <class T>
 FiledSolution<T> filedVector(const Vector<T>& vector, const StarVerdict<T>& verdict) {
   FiledSolution<T> solution;
@@ -144,17 +144,16 @@ FiledSolution<T> filedVector(const Vector<T>& vector, const StarVerdict<T>& verd
   return solution;
 }
 
-/// A solution with this target norm is better than the best target, if there is one, or as good
-/// but another vector.
+/// There is no best target yet, or this is another vector whose target norm is not worse.
 template <class T, class R>
 bool competesForTarget(const Lattice<T, R>& lattice, const Vector<T>& vector, const T& targetNorm) {
   const FiledSolution<T>& best = lattice.found.bestTarget;
   if (!best.isSet()) return true;
-  // Stored vectors were good enough when they came.
+  // Vectors from a backup were good enough when they were stored.
   return !(best == vector) && (lattice.run.restoring || !(targetNorm > best.targetNorm));
 }
 
-/// checkVector() of a vector in the box, which stands for the point `star`.
+/// checkVector() for a vector in the box, which stands for the point `star`.
 template <class T, class R>
 unsigned fileSolution(Lattice<T, R>& lattice, const Vector<T>& vector, const Star<T>& star,
                       std::int64_t time, const Judgement& known) {
@@ -180,7 +179,8 @@ unsigned fileSolution(Lattice<T, R>& lattice, const Vector<T>& vector, const Sta
   return CHECK_SOLUTION | (isNew ? CHECK_STORED : 0U) | limitBits(lattice, verdict.norms, true);
 }
 
-/// checkSolution() in silence. `known` is what was judged of the vector before, if anything.
+/// checkSolution() without files and reports. `known` is an earlier verdict on the vector, or
+/// null.
 template <class T, class R>
 unsigned checkVector(Lattice<T, R>& lattice, const Vector<T>& vector, Space space,
                      std::int64_t time, const Judgement& known) {
@@ -193,7 +193,7 @@ unsigned checkVector(Lattice<T, R>& lattice, const Vector<T>& vector, Space spac
   if (!mapped || !isImage(lattice, raw, mapped->image, Match::tolerant)) return 0;
   if (lattice.deviationCount > 0 && frame.hasLastInBox(raw[lattice.basis.m]))
     raw = std::move(mapped->image);
-  // In the equation lattice nothing is filed yet; as best vector it comes along to the full one.
+  // In the equation lattice no solution is filed; as best vector it is kept for the full lattice.
   if (!frame.liesInBox(lattice, raw) || frame.latticeKind == LatticeKind::equations) {
     lattice.offerBest(raw, time);
     return 0;
@@ -215,7 +215,7 @@ unsigned Lattice<T, R>::checkSolution(const Vector<T>& vector, Space space, std:
 
 template <class T, class R>
 void Lattice<T, R>::checkRow(Index k) {
-  // What a vector didn't gain when it came it doesn't gain later.
+  // A second check of an unchanged row can't gain anything.
   if (basis.markChecked(k)) return;
   if (frame.latticeKind != LatticeKind::none && isHopeless(basis.B()[k])) return;
   checkSolution(basis.B()[k], Space::working, 0, Announce::full);
@@ -223,7 +223,7 @@ void Lattice<T, R>::checkRow(Index k) {
 
 template <class T, class R>
 bool Lattice<T, R>::isHopeless(const Vector<T>& vector) const {
-  // The translation leaves the last coordinate alone.
+  // The translation doesn't change the last coordinate.
   const Index m = basis.m;
   const T size = NumberTraits<T>::absolute(vector.element(m));
   const T last = basis.homScaled > T() ? size : negated(size);

@@ -1,4 +1,4 @@
-// Lattice: what a search does when it has found what it looked for, or gets no further.
+// Lattice: the end of a search that has met its goal, and the restart of one that hasn't.
 #pragma once
 
 #include <csignal>
@@ -17,10 +17,10 @@ namespace starsift {
 
 namespace latticerestart {
 
-/// What the run state says once a search has ended.
+/// Text of the run state once a search has ended.
 constexpr std::string_view stoppedText = "stopped";
 
-/// Shuffles repeat from run to run.
+/// Fixed, so that every run shuffles in the same way.
 constexpr std::uint64_t shuffleSeed = 20240229;
 
 inline void openBlock(bool verbose, std::string_view title) {
@@ -35,7 +35,7 @@ inline void closeBlock(bool verbose) {
   stampOutputTime();
 }
 
-/// Another order of the basis, a different one after each restart.
+/// Shuffles the basis, in another way after each restart.
 template <class T, class R>
 void shuffleBasis(Lattice<T, R>& lattice) {
   std::mt19937_64 random(shuffleSeed + static_cast<std::uint64_t>(lattice.run.restarts));
@@ -45,7 +45,7 @@ void shuffleBasis(Lattice<T, R>& lattice) {
   }
 }
 
-/// The regeneration itself, on a lattice without stars; clears the switches.
+/// Regenerates a lattice without stars; clears the switches.
 template <class T, class R>
 void makeAnew(Lattice<T, R>& lattice) {
   VectorBackup<T, R> backup = lattice.backupVectors(BackupMode::points);
@@ -114,7 +114,7 @@ void Lattice<T, R>::regenerateLattice() {
     next->run.outputSwitch = run.outputSwitch;
     next->run.terminationSwitch = run.terminationSwitch;
     assignFrom(*next, Settings::keep);
-    // Tracking that the former lattice had turned on ended with it.
+    // Tracking that the former lattice had turned on by itself ends with that lattice.
     setTracking(next->params.consistency);
   }
   writeSolFile(Stars::withSolutions);

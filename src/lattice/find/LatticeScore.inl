@@ -1,4 +1,4 @@
-// Lattice: how far is a vector from a solution, and the best vector so far.
+// Lattice: the distance of a vector from a solution, and the best vector so far.
 #pragma once
 
 #include <algorithm>
@@ -26,7 +26,7 @@ R targetNormOf(const Lattice<T, R>& lattice, const Vector<T>& raw) {
   return NumberConversion<R, T>::nearest(norms.target);
 }
 
-/// One more first best vector of a search.
+/// Counts that a search has its first best vector.
 inline void countAccepted(MainMutexVars& runVariables) {
   auto& counter = runVariables[MainMutexVariable::counter5];
   counter.set(std::to_string(std::stoll("0" + counter.copied()) + 1));
@@ -90,13 +90,13 @@ bool Lattice<T, R>::offerBest(const Vector<T>& vector, std::int64_t time) {
 
 template <class T, class R>
 std::int64_t Lattice<T, R>::discoveryTime(std::int64_t time) const {
-  // What comes back from a backup may have been found in the first second.
+  // A vector from a backup may have been found in the first second, with time 0.
   if (time != 0 || run.restoring) return time;
   const std::int64_t seconds = secondsSinceStart();
   if (!(params.bench > 0) || seconds <= 0) return seconds;
   constexpr std::int64_t longest = std::numeric_limits<std::int64_t>::max();
   const float scaled = static_cast<float>(seconds) * params.bench;
-  // As a float the longest time is 2^63, one second too long.
+  // As a float the longest time is 2^63, which is one second too long.
   return scaled < static_cast<float>(longest) ? static_cast<std::int64_t>(scaled) : longest;
 }
 

@@ -1,4 +1,4 @@
-// The vectors that a lattice has stored, on their way through a change of it.
+// The stored vectors of a lattice while it is being changed.
 #pragma once
 
 #include <cstdint>
@@ -12,11 +12,11 @@
 
 namespace starsift {
 
-/// What stays of a vector when the lattice changes.
+/// The form in which a vector is kept while the lattice changes.
 enum class BackupMode : std::uint8_t {
-  /// The vector itself, at the new length.
+  /// The vector itself, with the new length.
   vectors = 0,
-  /// The vector without coordinates that go.
+  /// The vector without the removed coordinates.
   columns = 1,
   /// Its coordinates in the basis.
   coordinates = 2,
@@ -24,10 +24,10 @@ enum class BackupMode : std::uint8_t {
   points = 3,
 };
 
-/// Which columns leave the lattice.
+/// Which columns are removed from the lattice.
 enum class ColumnsOf : std::uint8_t { equations = 0, moduli = 1 };
 
-/// Where a stored vector stood.
+/// Where a vector was stored.
 enum class BackupOrigin : std::uint8_t { best = 1, target = 2, store = 3 };
 
 template <class T, class R>
@@ -35,7 +35,7 @@ struct VectorBackup {
   struct Entry {
     BackupOrigin origin;
     BackupVector<T> vector;
-    /// What was judged of the point, if that is known.
+    /// The verdict on the point, null if unknown.
     std::shared_ptr<const JudgedStar> judged;
   };
 

@@ -1,4 +1,4 @@
-// Lattice: files and the stars in them.
+// Lattice: its files and stars.
 #pragma once
 
 #include <iostream>
@@ -45,7 +45,7 @@ Array<Star<N>> freshStars(const FiledSolution<T>& best, const Array<FiledSolutio
   return result;
 }
 
-/// Appends stars, if there are any, and sorts; repetitions go.
+/// Appends stars, if there are any, sorts, and removes duplicates.
 template <class T, class R>
 void joinStars(Lattice<T, R>& lattice, Array<Star<T>> added) {
   if (!added.isSet()) return;
@@ -86,7 +86,7 @@ void Lattice<T, R>::writeSolFile(Stars what) {
   if (!run.outputSwitch) return;
   if (what == Stars::withSolutions) {
     Array<Star<T>> added = solutionStars();
-    // The writing may throw, and the step is repeated then: not after the stars have changed.
+    // Writing may throw, and the step is repeated then: the stars must be unchanged until here.
     if (!file.path().empty()) {
       requireExactText(file.stars);
       requireExactText(added);
@@ -114,7 +114,7 @@ Array<Star<T>> Lattice<T, R>::solutionStars() const {
 
 template <class T, class R>
 Array<Star<QQ>> Lattice<T, R>::starsFiledAfter(Index last) const {
-  // The two parameters over T have another text in exact numbers.
+  // The two parameters of type T have another text in exact numbers.
   ExtendedParams<QQ> exact;
   exact.convertFrom(params);
   return latticefiles::freshStars<QQ>(found.bestTarget, found.solutions, last,

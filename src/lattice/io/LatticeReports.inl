@@ -1,4 +1,4 @@
-// Lattice: what the console shows of the solutions.
+// Lattice: console reports of the solutions.
 #pragma once
 
 #include "files/Report.h"

@@ -1,6 +1,6 @@
-// Lattice: equations out of the lattice by reduction. Coordinates of equations are made so
-// heavy that the first vectors of a reduced basis have none: a basis of the solutions of
-// the homogeneous equations.
+// Lattice: removal of the equations by reduction. The coordinates of equations get so large a
+// weight that they are 0 in a part of the reduced basis, which is a basis of the kernel lattice:
+// the integer solutions of the homogeneous equations.
 #pragma once
 
 #include <algorithm>
@@ -17,23 +17,23 @@ namespace starsift {
 
 namespace latticeaardal {
 
-/// Settings of the inner lattice: tracking, silence.
+/// Settings of the inner lattice: transformations are tracked, reports are off.
 template <class T, class R>
 void prepare(Lattice<T, R>& inner) {
   inner.setTracking(true);
   inner.params.eenum = true;
-  // It never inserts at the first position. Where the vector there has to become shorter the
-  // weight would grow until R can't hold it.
+  // Deep insertion never inserts at the first position. If the vector there has to become
+  // shorter, the weight would grow until R can't hold it.
   inner.params.deep = false;
-  // Tracking goes on to the end here, also where the lattice had turned it on before.
+  // Tracking stays on to the end, even if the outer lattice had turned it on by itself.
   inner.run.consistencyForced = false;
-  // The switch for extended output is the process's: it follows the outer lattice.
+  // The switch for extended output belongs to the process and follows the outer lattice.
   inner.params.verb.setTextSilently("0");
   inner.pushTransformation(Stack::restart);
 }
 
-/// Moves those of the first `active` vectors that solve the equations behind the others of
-/// them; returns how many don't.
+/// Reorders the first `active` vectors so that vectors that solve the homogeneous equations come
+/// last; returns the number of the other vectors.
 template <class T, class R>
 Index sinkSolutions(Lattice<T, R>& lattice, Index active) {
   Basis<T, R>& basis = lattice.basis;

@@ -1,6 +1,6 @@
 // Lattice: from the normal form of the problem to a basis. Row 1 stands for the constants,
 // each further row for a variable; coordinates are scaled so that the points of the problem
-// lie in a box around 0. Equations go first: through a lattice of their own.
+// lie in a box around 0. Equations are eliminated first, by a lattice of their own.
 #pragma once
 
 #include <algorithm>
@@ -21,7 +21,7 @@ namespace starsift {
 
 namespace latticegenerate {
 
-/// multiple := the least common multiple of it and the range.
+/// multiple := lcm(multiple, range).
 template <class T>
 void makeMultipleOf(T& multiple, const T& range) {
   multiple = lcmQQ(multiple, range);
@@ -37,12 +37,12 @@ void setColumn(Matrix<T>& basis, Index column, const T& middle, const Vector<T>&
     basis[1 + v][column] = ExactArithmetic<T>::product(factor, row[v]);
 }
 
-/// Makes check vectors, scale factors and basis entries of a lattice, coordinate by coordinate.
+/// Sets check vectors, scale factors and basis entries of a lattice, coordinate by coordinate.
 template <class T, class R>
 class Columns {
  public:
-  /// The problem in normal form, with the half width of its box in the frame; both it and
-  /// B_save have their size.
+  /// `problem` is in normal form; the frame, which holds the half width of the box, and B_save
+  /// have their final size.
   Columns(const Vanu<T>& problem, CoordinateFrame<T>& frame, Basis<T, R>& basis)
       : problem_(problem), frame_(frame), basis_(basis), R_(frame.rangeMultiple) {}
 
@@ -68,7 +68,7 @@ class Columns {
     setColumn(basis_.B_save, column, middle, problem_.Au[i], Exact::product(T(2), c));
   }
 
-  /// Variable i, or behind the variables modulus i - variables.
+  /// Variable i; an i above the number of variables is a modulus.
   void setVariable(Index i, Index column) {
     const T infinity = NumberTraits<T>::infinity();
     const Index variables = problem_.rx.dimension();
@@ -119,11 +119,11 @@ void reportCounts(const Vanu<T>& problem) {
                         ", Variables = " + count(problem.rx.dimension()));
 }
 
-/// From the lattice of variables and equations to that of the solutions of the equations.
+/// Turns the lattice of all variables into the lattice of the solutions of the equations.
 template <class T, class R>
 void removeEquations(Lattice<T, R>& lattice, Array<Matrix<T>> transformations, Index equations) {
   Basis<T, R>& basis = lattice.basis;
-  // A lattice that was just generated has stored nothing.
+  // A lattice that was just generated has no stored vectors.
   assert(lattice.found.isEmpty());
   basis.TT = std::move(transformations);
   Matrix<T> rows(basis.B());
@@ -143,7 +143,7 @@ template <class T, class R>
 bool Lattice<T, R>::prepareLattice() {
   if (params.verb == 2) latticegenerate::reportCounts<T>(*this);
   if (frame.latticeKind != LatticeKind::none) {
-    // What is stored are vectors of another basis: only their points last.
+    // Stored vectors belong to the old basis: only their points can be kept.
     if (frame.latticeKind == LatticeKind::full) sol2star();
     reset(nullptr, LatPath::keep);
   }
@@ -179,7 +179,7 @@ void Lattice<T, R>::generateLattice(LatticeKind kind) {
   frame.modsInLattice = blocks.moduli.count > 0;
   resize(blocks.variables.count + blocks.moduli.count + 1, blocks.moduli.last() + 1,
          Vectors::discard);
-  // Vectors of another lattice, of other lengths.
+  // They hold vectors of another lattice, with other lengths.
   found.clearCollections();
   basis.B_save = Matrix<T>(basis.n, basis.m);
   latticegenerate::Columns<T, R> columns(*this, frame, basis);
@@ -234,7 +234,7 @@ void Lattice<T, R>::removeColumns(ColumnsOf columns, Index count, Index position
   if (count == 0) return;
   const bool ofEquations = columns == ColumnsOf::equations;
   VectorBackup<T, R> backup = backupVectors(BackupMode::columns, count, position);
-  // The backup has taken all stored vectors.
+  // The backup has moved all stored vectors out.
   assert(found.isEmpty());
   const Index rows = ofEquations ? basis.n - count : basis.n;
   const Matrix<T> raw = ofEquations ? basis.untransformed() : basis.B_save;

@@ -1,5 +1,5 @@
 // Lattice: from points of the problem to raw coordinates and back, and the coordinates of
-// vectors in a basis. What knows only the problem stands in ProblemPoint.h, the way between
+// vectors in a basis. The part that needs only the problem is in ProblemPoint.h, the map between
 // raw and working space in Basis.
 #pragma once
 
@@ -14,7 +14,7 @@ namespace starsift {
 
 namespace latticemapping {
 
-/// (2 * value - h * middle) * scale, the middle counted twice.
+/// (2 * value - h * middle) * scale, for `middle` = twice the middle of a range.
 template <class T>
 T centred(const T& value, const T& h, const T& middle, const T& scale) {
   T result = ExactArithmetic<T>::product(T(2), value);
@@ -22,8 +22,8 @@ T centred(const T& value, const T& h, const T& middle, const T& scale) {
   return ExactArithmetic<T>::product(result, scale);
 }
 
-/// Target and inequations at z, h times their middle subtracted, in the unit of their
-/// coordinates of `out`.
+/// Sets the coordinates of target and inequations of `out` to their values at z minus h times
+/// their middle, scaled.
 template <class T, class R>
 void setRows(const Lattice<T, R>& lattice, const Vector<T>& z, const T& h, Vector<T>& out) {
   const CoordinateBlocks blocks = lattice.blocks();
@@ -36,8 +36,8 @@ void setRows(const Lattice<T, R>& lattice, const Vector<T>& z, const T& h, Vecto
   }
 }
 
-/// The variables z, moduli behind them where these are in the lattice, h times the middle of
-/// their range subtracted.
+/// Sets the coordinates of the variables z, followed by the moduli if these are in the lattice,
+/// to their values minus h times the middle of their range, scaled.
 template <class T, class R>
 void setVariables(const Lattice<T, R>& lattice, const Vector<T>& z, const T& h, Vector<T>& out) {
   using Exact = ExactArithmetic<T>;

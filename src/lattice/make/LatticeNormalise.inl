@@ -1,5 +1,5 @@
-// Lattice: the problem as read brought to the normal form that a lattice is made from.
-// The steps are functions of the floor below; here stands their order.
+// Lattice: from the problem as read to the normal form that a lattice is made from. The steps
+// are functions of the floor `problem`; this file has their order.
 #pragma once
 
 #include <utility>
@@ -17,8 +17,8 @@ namespace starsift {
 
 namespace latticenormalise {
 
-/// One-sided inequations with slacks, targets to reach with deviations, and with `hasTargetRange`
-/// the range of the target value.
+/// The problem with slacks for one-sided inequations, deviations for targets with a finite goal
+/// and, with `hasTargetRange`, the range of the target value.
 template <class T>
 Vanu<T> lifted(Vanu<T> problem, bool hasTargetRange) {
   dropUselessInequations(problem);
@@ -54,7 +54,7 @@ void Lattice<T, R>::normalise(TargetRange range, From from) {
   if (from == From::read) optOriginal = Vanu<T>();
   const bool first = !optOriginal.lifted;
   if (first) {
-    // A step that throws leaves the problem as it was read.
+    // optOriginal is unchanged if a step throws.
     const bool isTightened = optOriginal.rx.isSet();
     optOriginal = latticenormalise::lifted(isTightened ? optOriginal : file.problem(),
                                            range == TargetRange::find);
@@ -70,7 +70,7 @@ void Lattice<T, R>::normalise(TargetRange range, From from) {
 template <class T, class R>
 void Lattice<T, R>::normaliseCopy(bool verbose, bool first) {
   Vanu<T>& problem = *this;
-  // A search makes the copy anew many times a second.
+  // A search rebuilds the copy many times a second.
   const bool tell = verbose || first;
   roundBounds(problem);
   removeFixedVariables(problem);
@@ -81,7 +81,7 @@ void Lattice<T, R>::normaliseCopy(bool verbose, bool first) {
   removeDependentEquations(problem, verbose);
   swapHalfFreeVariables(problem, tell);
   checkRows(problem, RowKind::inequations);
-  // Tightening can leave an inequation one value only.
+  // Tightening can leave an inequation with a single value.
   if (transferFakeInequations(problem, tell) > 0) removeDependentEquations(problem, verbose);
   checkRows(problem, RowKind::equations);
   aggregateTargets(problem);

@@ -1,5 +1,5 @@
 // Lattice: construction, reset, resize, assignment, and the reactions to changed
-// parameters. Each part knows how to clear, resize and convert itself.
+// parameters. Each part clears, resizes and converts itself.
 #pragma once
 
 #include "lattice/Lattice.h"

@@ -1,5 +1,5 @@
-// Lattice: what has become of the generated basis: the matrices that lead from B_save to
-// the working basis, and the test that both span the same lattice.
+// Lattice: the unimodular matrices that transform B_save into the working basis, and the test
+// that both span the same lattice.
 #pragma once
 
 #include <algorithm>
@@ -17,7 +17,7 @@ namespace starsift {
 
 namespace latticetransform {
 
-/// Matrices that the stack is expected to hold.
+/// The number of matrices above which a remark is printed.
 constexpr Index maxTransformations = 20;
 
 template <class T>
@@ -28,7 +28,7 @@ bool isIdentity(const Matrix<T>& matrix) {
   return matrix.rowCount() == matrix.columnCount();
 }
 
-/// What is no more than rounding becomes 0.
+/// Sets entries within the tolerance of 0 to 0.
 template <class T>
 void dropRounding(Matrix<T>& matrix) {
   if constexpr (NumberTraits<T>::exact) return;
@@ -61,14 +61,14 @@ bool findTransformation(Basis<T, R>& basis, const Matrix<T>& untransformed) {
     if (found) current(basis) = std::move(*found);
     return found.has_value();
   } catch (const PrecisionException&) {
-    // In exact numbers there is no better try.
+    // The exact lattice has no fallback.
     if (!NumberTraits<T>::exact) throw;
     return false;
   }
 }
 
-/// Tests the last matrix of TT. In exact numbers a failure is only reported: "unimodularity check
-/// skipped".
+/// Tests the last matrix of TT. In exact numbers a failure is only reported, "unimodularity check
+/// skipped", and the result is true.
 template <class T, class R>
 bool passesUnimodularTest(Basis<T, R>& basis, bool isTracked) {
   if (isUnimodular(current(basis))) return true;
@@ -81,7 +81,8 @@ bool passesUnimodularTest(Basis<T, R>& basis, bool isTracked) {
   return false;
 }
 
-/// B_save := what tracking says that B is; true if it is.
+/// B_save := the basis by the tracked transformation; true if the untransformed B equals it,
+/// otherwise B is replaced by it.
 template <class T, class R>
 bool storeTracked(Basis<T, R>& basis, const Matrix<T>& untransformed, const T& homValue) {
   try {
@@ -100,7 +101,7 @@ bool storeTracked(Basis<T, R>& basis, const Matrix<T>& untransformed, const T& h
   }
 }
 
-/// Back to B_save, with tracking on.
+/// Rebuilds B from B_save and turns tracking on.
 template <class T, class R>
 void restartTracking(Lattice<T, R>& lattice) {
   Basis<T, R>& basis = lattice.basis;

@@ -1,12 +1,12 @@
-// The stars of a lattice, out of reach of what is done to it.
+// Moves the stars of a lattice aside during an operation.
 #pragma once
 
 #include "stars/Star.h"
 
 namespace starsift {
 
-/// Takes the stars out of an array and puts them back at the end of its life, also where an
-/// exception ends that. What the array got meanwhile goes.
+/// Moves the stars out of an array and back at the end of its lifetime, even if an exception
+/// ends it. Stars that the array got meanwhile are discarded.
 template <class T>
 class StarsAside {
  public:

@@ -1,5 +1,5 @@
-// Lattice: the LLL reduction of its basis, by LllReduction. Every row that is up to date goes
-// through the check of vectors.
+// Lattice: the LLL reduction of its basis, by LllReduction. Every row that was brought up to
+// date is checked as a vector.
 #pragma once
 
 #include <algorithm>
@@ -14,7 +14,7 @@ namespace starsift {
 
 namespace latticelll {
 
-/// Passes of one reduction that gain nothing.
+/// Passes of one reduction that may gain nothing.
 constexpr int maxFruitlessPasses = 20;
 
 /// Checks the rows of a lattice, notifies its observer, and ends passes once the search is over.
@@ -113,11 +113,11 @@ bool Lattice<T, R>::reduce(Index count) {
   for (int fruitless = 0; fruitless < latticelll::maxFruitlessPasses;) {
     lllPass(1, count, count);
     if (searchIsOver()) return false;
-    // A pass that a dependent row ended may have moved others before.
+    // A pass that ended at a dependent row may have moved other rows before.
     const bool isDone = run.lastPass.skipped == 0 || reduction->allTested(count);
     if (isDone && reduction->renewLongData(count) && reduction->isReduced(count)) return true;
     const R after = reduction->potential(count);
-    // Swaps that rounding errors ask for again and again gain nothing.
+    // Rounding errors can cause the same swaps again and again, which gain nothing.
     if (run.lastPass.swaps == 0 || !(after < before)) ++fruitless;
     before = after;
     reduction->unmarkUnreduced(count);

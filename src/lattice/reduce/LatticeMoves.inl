@@ -1,4 +1,4 @@
-// Lattice: the described moves of the basis, by the verbs of Basis.
+// Lattice: moves of basis vectors, by the verbs of Basis.
 #pragma once
 
 #include "lattice/Lattice.h"
@@ -19,7 +19,7 @@ void Lattice<T, R>::sortBasis(Index count) {
     basis.swap(i, j, RowStatus::forget);
     lengths.swap(i, j);
   };
-  // Moves the vector at `root` down to where none below is longer.
+  // Moves the vector at `root` down until none below is longer.
   const auto sift = [&](Index root, Index last) {
     for (Index child = 2 * root; child <= last; root = child, child = 2 * root) {
       if (child < last && lengths[child + 1] > lengths[child]) ++child;

@@ -16,7 +16,7 @@ namespace starsift {
 
 namespace {
 
-/// Coefficients above this leave rounding errors worth another round.
+/// Coefficients above this leave rounding errors that justify another round.
 constexpr long double largeQuotient = 1000;
 
 /// Products of integer vectors up to this squared length are exact in R: 2^63.
@@ -25,8 +25,8 @@ constexpr long double exactSquare = 0x1p63L;
 /// Rounds on one row, each with new Gram-Schmidt data.
 constexpr int maxSizeReductionRounds = 50;
 
-/// Moves of dependent rows in one step, per row of the basis. Each one gains something, unless
-/// cancellation makes a row seem short: that one would come round again.
+/// Moves of dependent rows in one step, per row of the basis. Each move makes progress, unless
+/// cancellation makes a row seem short: such a row would be moved for ever.
 constexpr Index maxDependentMoves = 64;
 
 }  // namespace
@@ -34,7 +34,7 @@ constexpr Index maxDependentMoves = 64;
 template <class T, class R>
 bool LllReduction<T, R>::sizeReduce(Index k, bool strict) {
   if (carries(basis_.vecStatus.element(k), ST_SIZE_REDUCED)) return false;
-  // Each round begins with new Gram-Schmidt data, as forgetFrom() invalidates the old ones.
+  // Each round begins with new Gram-Schmidt data: forgetFrom() invalidates the old ones.
   bool changed = false;
   for (int round = 1; round <= maxSizeReductionRounds; ++round) {
     if (!orthogonalise(k)) return changed;
@@ -52,11 +52,11 @@ template <class T, class R>
 bool LllReduction<T, R>::orthogonalise(Index k) {
   try {
     if (data_.orthogonaliseClassic(basis_, k, k)) return true;
-    // Either the row is dependent or cancellation has spoilt its products.
+    // Either the row is dependent or its products have lost their digits by cancellation.
     basis_.forgetProducts(k);
     return data_.orthogonaliseModified(basis_, 1, k, OnDependency::report, LqCache::bypass) == 0;
   } catch (const DecimalPrecisionException&) {
-    // The standard lattice hands over to the exact one, and that to none.
+    // In the standard lattice the step is repeated in the exact one, which has no fallback.
     if (NumberTraits<T>::exact) fail("numbers too large for the reduction");
     throw;
   }
@@ -90,7 +90,7 @@ Index LllReduction<T, R>::swapStep(Index k) {
 
 template <class T, class R>
 Index LllReduction<T, R>::deepInsertStep(Index k) {
-  // Neither the first position nor the second row takes part.
+  // No row is inserted at position 1, so rows 1 and 2 stay.
   if (k <= 2) return k + 1;
   const Vector<R>& row = basis_.imagesUpTo(k)[k];
   const Vector<R>& coefficients = data_.mu[k];
@@ -152,7 +152,7 @@ template <class T, class R>
 void LllReduction<T, R>::pass(PassStatus& status) {
   const ClearAtEnd sparing(basis_.keepDependent);
   exchangeRows(status);
-  // Rows that the exchanges didn't reach are brought up to date all the same.
+  // Rows that the swaps didn't reach are brought up to date as well.
   for (Index j = status.k; j <= status.to && visitor_.mayStep(status); ++j)
     if (!step(j, status.kmax, status.strict)) break;
 }

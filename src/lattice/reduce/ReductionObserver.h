@@ -1,17 +1,17 @@
-// Who watches a reduction.
+// The observer of a reduction.
 #pragma once
 
 #include "core/Index.h"
 
 namespace starsift {
 
-/// What a pass of the reduction has done so far.
+/// Counts of a pass of the reduction so far.
 struct PassCounts {
-  /// Exchange tests made, deep ones included.
+  /// Lovász tests made, those for deep insertions included.
   Index tests = 0;
-  /// Exchange tests skipped because the budget was spent.
+  /// Lovász tests skipped because the budget was spent.
   Index skipped = 0;
-  /// Tests that ended in a swap; a deep insertion is one.
+  /// Tests that led to a swap; a deep insertion counts as one.
   Index swaps = 0;
 };
 
@@ -20,8 +20,8 @@ class ReductionObserver {
  public:
   virtual ~ReductionObserver() = default;
 
-  /// Called before each step of a pass. May end the reduction by an exception: the basis
-  /// spans its lattice then.
+  /// Called before each step of a pass. May end the reduction by an exception: at that point the
+  /// basis spans its lattice.
   virtual void onStep(const PassCounts& counts) = 0;
 
  protected:

@@ -43,7 +43,7 @@ void Basis<T, R>::resize(Index newN, Index newM) {
   resizeFilled(B_save, newN, newM);
   for (Matrix<T>& transformation : TT)
     if (transformation.rowCount() < newN) resizeFilled(transformation, newN, newN);
-  // Slot 0 is live without rows too.
+  // Slot 0 is in use even without rows.
   resizeFilled(vecStatus, std::max(newN, Index{1}));
   vecStatus.resize(newN, false);
   resizeFilled(vectorMarks, newN);
@@ -172,7 +172,7 @@ void Basis<T, R>::clearScale(const T& homValue) {
 
 template <class T, class R>
 void Basis<T, R>::clearTranslation(const T& homValue) {
-  // Whether it was applied until now or not: it is 0 while the parameter is off.
+  // Applied whether or not the parameter was on until now: the translation is 0 while it is off.
   const bool applies = std::exchange(isTranslated, true);
   const Matrix<T> raw = untransformed();
   isTranslated = applies;

@@ -1,7 +1,7 @@
-// The basis of a lattice, and what belongs to its rows.
+// The basis of a lattice, and the data that belong to its rows.
 //
-// Rows change in one place: by the verbs below. Each of them tells all who remember something
-// of a row, and, while moves are tracked, makes the same move on the transformation.
+// Rows change only by the verbs below. Each of them invalidates the cached data of the rows that
+// it changes and, while moves are tracked, makes the same move on the transformation.
 #pragma once
 
 #include "algorithms/exact/CoordinateFactors.h"
@@ -12,12 +12,12 @@
 
 namespace starsift {
 
-/// What an exchange of rows does to the status words of the rows from there on.
+/// Whether a swap clears the status words from the first of the two rows on.
 enum class RowStatus { forget, keep };
 
 /// The rows b_1 ... b_n of a lattice in two spaces: raw space, in which the lattice was
-/// generated, and working space, which is scaled and translated. Reduction changes the rows of
-/// working space; `TT` leads from the generated rows to them.
+/// generated, and working space, which is scaled and translated. Reduction changes the rows in
+/// working space; `TT` holds the transformations from the generated rows to these.
 template <class T, class R>
 class Basis {
  public:
@@ -27,7 +27,7 @@ class Basis {
   Index m = 0;
   /// The generated basis in raw space, n x m.
   Matrix<T> B_save;
-  /// Stack of transformations, each n x n; the last one is current.
+  /// Stack of unimodular transformations, each n x n; the last one is current.
   Array<Matrix<T>> TT;
   /// Factor per coordinate from raw to working space, m entries, never 0.
   Vector<T> scale;
@@ -35,21 +35,21 @@ class Basis {
   Vector<T> translation;
   /// Value of the last coordinate of an inhomogeneous vector in working space.
   T homScaled = T(1);
-  /// Bits of VecStatus.h per row, n entries; slot 0 is live.
+  /// Bits of VecStatus.h per row, n entries; slot 0 is in use as well.
   Array<StatusWord> vecStatus;
-  /// Amount that travels with each row, n entries.
+  /// Amount that moves with each row, n entries; kept for hosts.
   Vector<R> vectorAmounts;
-  /// Mark that travels with each row, n entries.
+  /// Mark that moves with each row, n entries; kept for hosts.
   Array<Index> vectorMarks;
-  /// Factors of B_save for coordinatesOverAll(), made on first use.
+  /// Factors of B_save for coordinatesOverAll(), computed on first use.
   CoordinateFactors<T> savedFactors;
-  /// Factors of untransformed(), made on first use.
+  /// Factors of untransformed(), computed on first use.
   CoordinateFactors<T> workingFactors;
-  /// Dependent rows keep their status when rows before them change.
+  /// forgetFrom() keeps the status of dependent rows.
   bool keepDependent = false;
-  /// Moves are made on the last matrix of TT as well: follows the parameter consistency.
+  /// Moves are made on the last matrix of TT as well; set from the parameter consistency.
   bool tracksMoves = false;
-  /// The translation is applied: follows the parameter translate.
+  /// The translation is applied; set from the parameter translate.
   bool isTranslated = false;
 
   /// The rows in working space, n x m.
@@ -57,21 +57,21 @@ class Basis {
 
   // Lifecycle
 
-  /// One identity in TT, the rows of `source`, or none, as generated and as working basis, unit
-  /// scale, no translation, nothing known of any row.
+  /// Generated and working basis := the rows of `source`, none if null; one identity in TT, unit
+  /// scale, no translation, all row data invalid.
   void reset(const Matrix<T>* source, const T& homValue);
   /// B := B_save, one identity in TT, unit scale, no translation.
   void startFromSaved(const T& homValue);
-  /// n := newN, m := newM; new entries are 0, new factors of scale 1. Status words of rows that
-  /// stay are kept. Matrices of TT grow to order newN, but don't shrink.
+  /// n := newN, m := newM; new entries are 0, new factors of scale 1. Remaining rows keep their
+  /// status words. Matrices of TT grow to order newN, but don't shrink.
   void resize(Index newN, Index newM);
-  /// Takes the state of `other`, numbers converted strictly; what is derived from rows is made
-  /// anew on demand. PrecisionException where T can't hold a number.
+  /// Copies the state of `other`, numbers converted strictly; data derived from rows are
+  /// recomputed on demand. PrecisionException if T can't hold a number.
   template <class U>
   void convertFrom(const Basis<U, R>& other);
 
-  // The two spaces. A vector has the factor h = last coordinate / that of an inhomogeneous
-  // vector, which is homValue in raw space; the translation counts h times.
+  // The two spaces. The factor h of a vector is its last coordinate over the last coordinate of
+  // an inhomogeneous vector, which is homValue in raw space; the translation is applied h times.
 
   Vector<T> toWorking(const Vector<T>& raw, const T& homValue) const;
   Vector<T> toRaw(const Vector<T>& working) const;
@@ -82,38 +82,38 @@ class Basis {
 
   // Verbs: the only ways to change rows of B
 
-  /// Exchanges rows i and j, 0 <= i, j <= n, and what travels with them. With
+  /// Swaps rows i and j, 0 <= i, j <= n, and the data that move with them. With
   /// RowStatus::forget the status words from the first of them on are cleared.
   void swap(Index i, Index j, RowStatus status);
-  /// b_k -= q * b_j for an integer q, j < k; the status words are the caller's.
+  /// b_k -= q * b_j for an integer q, j < k; the caller updates the status words.
   void subtract(Index k, Index j, const R& q);
-  /// scale[i] := value, the rows mapped anew; their status is cleared if they changed.
+  /// scale[i] := value, the rows mapped again; their status is cleared if they changed.
   void setScale(Index i, const T& value, const T& homValue);
-  /// B := rows, n x m; nothing is known of them.
+  /// B := rows, n x m; all row data become invalid.
   void replace(Matrix<T> rows);
-  /// The scale becomes 1 and the translation 0, B is mapped anew.
+  /// Sets the scale to 1, or the translation to 0, and maps B again.
   void clearScale(const T& homValue);
   void clearTranslation(const T& homValue);
 
-  // What is known of rows
+  // Validity of row data
 
-  /// Nothing is known of any row.
+  /// Invalidates the data of all rows.
   void forgetAll();
-  /// Clears the status words from row k on, for k >= 2 and while keepDependent except those of
-  /// dependent rows, and the factors of untransformed().
+  /// Clears the status words from row k on and the factors of untransformed(). While
+  /// keepDependent, and if k >= 2, dependent rows keep their status words.
   void forgetFrom(Index k);
-  /// Row k can't be trusted to have the products that are kept of it.
+  /// Invalidates the stored products of row k.
   void forgetProducts(Index k) { images_.products().forget(k); }
   void forgetAllProducts() { images_.products().forgetAll(); }
-  /// Rows from k on no longer carry any of the bits.
+  /// Clears the bits in the status words of the rows `from`..n.
   void clearBits(Index from, StatusWord bits);
-  /// Marks row k as checked; true if it is marked already and hasn't changed since.
+  /// Marks row k as checked; true if it was marked already and hasn't changed since.
   bool markChecked(Index k) { return checked_.mark(k); }
 
   /// A matrix whose rows 1..last are those of B rounded to R; valid until the next change. A
   /// squared length beyond R is fatal: "numbers too large for the reduction".
   const Matrix<R>& imagesUpTo(Index last) { return images_.of(B_, last); }
-  /// Products of these rows with the orthogonal vectors.
+  /// Products of these rows with the Gram-Schmidt vectors.
   RowProducts<R>& products() { return images_.products(); }
 
  private:
@@ -122,7 +122,7 @@ class Basis {
 
   Matrix<T> B_;
   RowImages<T, R> images_;
-  /// Rows that went through the check of vectors as they are.
+  /// Rows that were checked as vectors and haven't changed since.
   RowMarks checked_;
 };
 

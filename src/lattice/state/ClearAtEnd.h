@@ -1,9 +1,9 @@
-// A flag that holds for one block.
+// A flag that is set for one block only.
 #pragma once
 
 namespace starsift {
 
-/// Clears a flag at the end of a block, also where an exception ends it.
+/// Clears a flag at the end of a block, even if an exception ends it.
 class ClearAtEnd {
  public:
   explicit ClearAtEnd(bool& flag) : flag_(flag) {}

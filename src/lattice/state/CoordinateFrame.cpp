@@ -19,8 +19,8 @@ auto vectorsOf(Frame& frame) {
   return std::array{&frame.c, &frame.l, &frame.r, &frame.lSave, &frame.rSave};
 }
 
-/// Blocks of these sizes one behind the other; the target's and that of the inequations are
-/// empty in the equation lattice.
+/// Consecutive blocks of these sizes; those of the target and of the inequations are empty in
+/// the equation lattice.
 template <class T>
 CoordinateBlocks laidOut(const Vanu<T>& problem, Index equations, bool hasRows, bool hasModuli) {
   CoordinateBlocks blocks;

@@ -1,5 +1,5 @@
-// The coordinates of a lattice: which block of them stands for what, and between which bounds
-// the vectors of solutions lie.
+// The coordinates of a lattice: the blocks that they form, and the bounds of the vectors of
+// solutions.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@
 
 namespace starsift {
 
-/// What the lattice stands for.
+/// Stage of the lattice.
 enum class LatticeKind : std::uint8_t {
   /// No check vectors yet.
   none = 0,
@@ -54,7 +54,7 @@ struct CoordinateBlock {
   Iterator end() const { return Iterator(first + count); }
 };
 
-/// The blocks in their order; the last coordinate, that of h, stands behind all of them.
+/// The blocks in their order; the last coordinate, that of h, follows all of them.
 struct CoordinateBlocks {
   /// One per equation, in the equation lattice only.
   CoordinateBlock equations;
@@ -65,12 +65,12 @@ struct CoordinateBlocks {
   CoordinateBlock variables;
   /// The last of the variables, in pairs.
   CoordinateBlock deviations;
-  /// One per congruence, as long as they are in the lattice.
+  /// One per congruence, while they are in the lattice.
   CoordinateBlock moduli;
 };
 
-/// How coordinates are made from variables, and the box of the vectors of solutions. With R the
-/// half width of the box and h the last coordinate over homValue:
+/// How coordinates are computed from variables, and the box of the vectors of solutions. With R
+/// the half width of the box and h the last coordinate over homValue:
 ///
 ///     equation      Ag z - h bg                    0
 ///     target        c (2 atu z - h (rtu + ltu))
@@ -81,9 +81,9 @@ class CoordinateFrame {
  public:
   /// Stage of the generation.
   LatticeKind latticeKind = LatticeKind::none;
-  /// The equation columns are gone from the lattice.
+  /// The lattice has no equation columns.
   bool equationsRemoved = true;
-  /// The columns of the congruences are in the lattice.
+  /// The lattice has the modulus columns of the congruences.
   bool modsInLattice = false;
   /// Common multiple of the bound ranges, 0 before generation.
   T rangeMultiple = T();
@@ -94,7 +94,7 @@ class CoordinateFrame {
   /// Upper bounds of the coordinates, m entries.
   Vector<T> r;
 
-  // Promised to hosts of the library; nothing here reads them.
+  // Kept for hosts of the library; nothing in it reads them.
 
   /// l as generated, m entries.
   Vector<T> lSave;
@@ -105,28 +105,28 @@ class CoordinateFrame {
   /// 3 times the larger squared length of l and r, 0 before generation.
   long double supLimit = 0;
 
-  /// No check vectors: m zeros each.
+  /// Resets all members; the vectors get m zeros each.
   void clear(Index m);
   /// m entries each; new ones are 0.
   void resize(Index m);
   template <class U>
   void convertFrom(const CoordinateFrame<U>& other);
-  /// Stores what is derived from l and r: lSave, rSave, lEqualsR, supLimit.
+  /// Stores the values derived from l and r: lSave, rSave, lEqualsR, supLimit.
   void recordBounds();
   /// Removes `count` coordinates from `position` on.
   void remove(Index position, Index count);
 
   /// The blocks of a lattice of the problem, which is in normal form, with m coordinates.
   CoordinateBlocks blocks(const Vanu<T>& problem, Index m) const;
-  /// The blocks of the lattice that is about to be generated: with `kind` equations those of
-  /// the equation lattice, moduli included.
+  /// The blocks of the lattice that is about to be generated, moduli included; the equation
+  /// lattice if `kind` is LatticeKind::equations.
   static CoordinateBlocks generated(const Vanu<T>& problem, LatticeKind kind);
 
-  /// The first coordinate with bounds that hold: behind the target's.
+  /// The first coordinate whose bounds are checked: the one after the target.
   Index firstChecked(const Vanu<T>& problem) const;
-  /// `last`, the last coordinate of a raw vector, lies within its check vectors.
+  /// `last`, the last coordinate of a raw vector, lies between its check bounds.
   bool hasLastInBox(const T& last) const;
-  /// A raw vector lies within the check vectors, as far as its variables aren't free.
+  /// A raw vector lies between the check vectors; free sides of variables are not checked.
   bool liesInBox(const Vanu<T>& problem, const Vector<T>& vector) const;
 
  private:

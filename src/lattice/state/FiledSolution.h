@@ -1,4 +1,4 @@
-// A solution as a lattice holds it: the vector, and what was judged of its point.
+// A solution as a lattice stores it: the vector, and the verdict on its point.
 #pragma once
 
 #include <cstdint>
@@ -9,15 +9,15 @@
 
 namespace starsift {
 
-/// A point that was judged to be a solution. Exact whatever the lattice computes in, and never
-/// changed, so that copies of a lattice and backups share it.
+/// A point that was judged to be a solution. Exact in either precision, and never changed, so
+/// that copies of a lattice and backups share it.
 struct JudgedStar {
-  /// x, target values and norms; what else a star has is left to whoever makes one of it.
+  /// x, target values and norms; the other fields are set when a star is made from it.
   Star<QQ> star;
-  /// Of the problem that it solves; see SolutionFile::problemNumber().
+  /// Number of the problem that it solves; see SolutionFile::problemNumber().
   std::uint64_t problem = 0;
-  /// Numbers of a search ascend in the order of filing, and none is given twice, also where a
-  /// step was taken back and repeated.
+  /// Numbers of a search ascend in the order of filing; each is given once, even if a step is
+  /// undone and repeated.
   Index number = 0;
 };
 

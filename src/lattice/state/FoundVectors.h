@@ -19,20 +19,20 @@ class FoundVectors {
   FiledSolution<T> bestTarget;
   /// Solutions found.
   Array<FiledSolution<T>> solutions;
-  /// The last number that was given to a filed solution; never reset, and never taken back by a
+  /// The last number that was given to a filed solution; never reset, and never lowered by a
   /// conversion.
   Index lastFiled = 0;
-  /// Finds vectors among the solutions: call forgetAll() after any change of these but
-  /// appending.
+  /// Finds vectors among the solutions; call forgetAll() after any change of the solutions
+  /// except appending.
   SolutionIndex<T> solutionIndex;
-  /// Heuristic collections, ordered by score. No search fills or reads them yet; hosts may.
+  /// Heuristic collections, ordered by score; kept for hosts, no search fills or reads them.
   SortedSet<HeuristicVector<T, R>> collected;
   SortedSet<HeuristicVector<T, R>> chosen;
 
-  /// Empties best vector, best target and solutions; the collections stay.
+  /// Clears best vector, best target and solutions; the collections stay.
   void discard();
   void clearCollections();
-  /// All vectors get m coordinates, new ones 0.
+  /// Resizes all vectors to m coordinates; new ones are 0.
   void fit(Index m);
   bool isEmpty() const;
   template <class U>

@@ -18,13 +18,13 @@ namespace starsift {
 
 namespace {
 
-/// The row depends on those before it if this is its squared orthogonal length.
+/// A row with this squared orthogonal length depends on the rows before it.
 template <class R>
 bool isDependent(const R& length) {
   return length <= NumberTraits<R>::tolerance();
 }
 
-/// Row k of the Gram-Schmidt coefficients from a triangular factor.
+/// Stores row k of the Gram-Schmidt coefficients, from a triangular factor.
 template <class R>
 void setCoefficients(Vector<R>& row, Index k, const Matrix<R>& triangle) {
   for (Index j = 1; j < k; ++j) row[j] = triangle[k][j] / triangle[j][j];
@@ -118,10 +118,10 @@ Index GramSchmidtData<R>::storeFromReduced(Basis<T, R>& basis, const Matrix<R>& 
   for (Index k = std::min(first, last); k <= last; ++k) {
     if (storeLengths(basis.vecStatus[k], k, rows[k] * rows[k], lengths[k])) return k;
     setCoefficients(mu[k], k, triangle);
-    // An infinite coefficient makes nans of the rest of its row.
+    // An infinite coefficient turns the rest of its row into nans.
     for (Index j = 1; j < k; ++j)
       if (!std::isfinite(mu[k][j])) throw DecimalPrecisionException("mu-mod has nan entry");
-    // The factorisation has refused an infinite pivot, but not a nan.
+    // The factorisation rejects an infinite pivot, but not a nan.
     if (!std::isfinite(cLen[k])) throw DecimalPrecisionException("cLen-mod has infinite entry");
     basis.vecStatus[k] = word;
   }
@@ -151,15 +151,14 @@ Index GramSchmidtData<R>::storeFromFull(Basis<T, R>& basis, Index restart, Index
                                         Index last) {
   const Matrix<R>& rows = basis.imagesUpTo(last);
   for (Index k = restart; k <= last; ++k) {
-    // There is no room for another independent row behind the m-th.
+    // After m independent rows every row is dependent.
     const R diagonal = k <= basis.m ? factors.L[k][k] : R();
     const R length = diagonal * diagonal;
     // Rows before `first` are checked as well.
     if (k < first && !isDependent(length)) continue;
     if (storeLengths(basis.vecStatus[k], k, rows[k] * rows[k], length)) return k;
     setCoefficients(mu[k], k, factors.L);
-    // The square root of the length, with the sign that turns Q's row over where it
-    // points away from the vector.
+    // The square root of the length, with the sign that makes Q's row point towards b_k.
     for (R& entry : Q[k]) entry *= diagonal;
     basis.vecStatus[k] = ST_FULL_ROW;
   }
@@ -172,7 +171,7 @@ bool GramSchmidtData<R>::storeLengths(StatusWord& word, Index k, const R& rowLen
   bSq[k] = rowLength;
   cLen[k] = orthogonalLength;
   const bool depends = isDependent(orthogonalLength);
-  // What was known of the row goes even where its coefficients can't be computed.
+  // The old coefficients become invalid even if the new ones can't be computed.
   word = depends ? ST_DEPENDENT : without(word, ST_MU);
   return depends;
 }

@@ -1,4 +1,4 @@
-// Sizes whose new entries are 0, also where the storage still holds old ones.
+// Resizing with new entries 0, even if the storage still holds old ones.
 #pragma once
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-// The rows of the basis as the Gram-Schmidt data see them: in their number type, and with the
-// products that the data are made of.
+// The rows of the basis in the number type of the Gram-Schmidt data, and the products that
+// these are computed from.
 #pragma once
 
 #include <algorithm>
@@ -9,8 +9,8 @@
 
 namespace starsift {
 
-/// The rows of one basis, rounded to nearest once per change: whoever changes a row says so by
-/// one of the first four operations before the next look.
+/// The rows of one basis, rounded to nearest once per change. Each change of a row must be
+/// reported by one of the first four operations before the next use.
 template <class T, class R>
 class RowImages {
  public:
@@ -24,7 +24,7 @@ class RowImages {
     std::fill(valid_.begin(), valid_.end(), false);
     products_.forgetAll();
   }
-  /// Rows i and j changed places; there is no image of row 0.
+  /// Rows i and j were swapped; row 0 has no image.
   void swap(Index i, Index j) {
     if (std::min(i, j) >= 1 && std::max(i, j) <= valid_.dimension()) {
       images_.swapRows(i, j);
@@ -35,15 +35,15 @@ class RowImages {
     }
     products_.swap(i, j);
   }
-  /// A multiple, of magnitude `factor`, of a row before k was taken off row k.
+  /// A multiple, of magnitude `factor`, of a row before k was subtracted from row k.
   void change(Index k, const R& factor) {
     forgetImage(k);
     products_.change(k, factor);
   }
 
-  /// A matrix whose rows 1..last are those of the basis, as far as it has them. A squared
-  /// length beyond R is fatal: "numbers too large for the reduction". The basis must live as
-  /// long as the products are used.
+  /// A matrix whose rows 1..min(last, n) are the rounded rows of the basis. A squared length
+  /// beyond R is fatal: "numbers too large for the reduction". The basis must live as long as
+  /// the products are used.
   const Matrix<R>& of(const Matrix<T>& basis, Index last) {
     if (images_.rowCount() != basis.rowCount() || images_.columnCount() != basis.columnCount()) {
       images_.resize(basis.rowCount(), basis.columnCount(), false);
@@ -79,7 +79,7 @@ class RowImages {
   RowProducts<R> products_;
 };
 
-/// Rows that are there already.
+/// Over R itself the rows are their own images.
 template <class R>
 class RowImages<R, R> {
  public:

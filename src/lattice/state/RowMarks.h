@@ -1,4 +1,4 @@
-// Which rows of the basis were dealt with as they are.
+// Marks of rows that haven't changed since they were processed.
 #pragma once
 
 #include <algorithm>
@@ -9,7 +9,7 @@
 
 namespace starsift {
 
-/// A mark per row that lasts until the row changes: whoever changes rows says so.
+/// A mark per row, valid until the row changes; each change must be reported.
 class RowMarks {
  public:
   /// Row k was changed.
@@ -21,7 +21,7 @@ class RowMarks {
     marks_.resize(count, false);
     std::fill(marks_.begin(), marks_.end(), false);
   }
-  /// Rows i and j changed places; row 0 carries no mark.
+  /// Rows i and j were swapped; row 0 has no mark.
   void swap(Index i, Index j) {
     if (isKnown(i) && isKnown(j)) {
       marks_.swap(i, j);
@@ -30,7 +30,7 @@ class RowMarks {
       forget(j);
     }
   }
-  /// Marks row k; true when it was marked already.
+  /// Marks row k; true if it was marked already.
   bool mark(Index k) { return isKnown(k) && std::exchange(marks_[k], true); }
 
  private:

@@ -1,4 +1,4 @@
-// What a run of a search knows of itself: who watches it, what it has done, what it may do.
+// The state of a search run: observer, counters, budgets and switches.
 #pragma once
 
 #include "lattice/reduce/ReductionObserver.h"
@@ -10,33 +10,33 @@ struct RunState {
   /// The least value of swapBudget, for n rows.
   static constexpr Index minSwapBudget = 100;
 
-  /// Notified of each step of a reduction; not owned, not copied. Null: nobody.
+  /// Notified of each step of a reduction; not owned, not copied, may be null.
   ReductionObserver* observer = nullptr;
   /// Texts that the parts of a run share.
   MainMutexVars runVariables;
   /// Regenerations so far; never reset.
   Index restarts = 0;
-  /// What the last pass did.
+  /// Counts of the last pass.
   PassCounts lastPass;
   /// Insertions of deepInsertStep().
   Index deepInsertions = 0;
-  /// Exchange tests that a pass may make, and the least that this falls to.
+  /// Lovász tests that a pass may make, and the lower limit of this budget.
   Index swapBudget = 0;
   Index swapBudgetFloor = 0;
   /// Writing of result files is on.
   bool outputSwitch = false;
   /// The end of a search may end the process.
   bool terminationSwitch = false;
-  /// Tracking of transformations was turned on by the lattice itself.
+  /// The lattice itself has turned the tracking of transformations on.
   bool consistencyForced = false;
-  /// Stored vectors are coming back from a backup; not copied.
+  /// Stored vectors are being restored from a backup; not copied.
   bool restoring = false;
 
-  /// Counters and counts become 0. Observer, switches, restarts and run state stay.
+  /// Sets counters and counts to 0. Observer, switches, restarts and run state stay.
   void clearCounts();
-  /// Both budgets for n rows.
+  /// Sets both budgets for n rows.
   void resize(Index n);
-  /// All but observer and `restoring`.
+  /// Copies everything except observer and `restoring`.
   void copyFrom(const RunState& other);
 };
 

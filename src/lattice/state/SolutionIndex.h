@@ -1,4 +1,4 @@
-// The solutions of a lattice by their coordinates.
+// A hash index of the solutions of a lattice by their coordinates.
 #pragma once
 
 #include "core/HashedIndices.h"
@@ -7,8 +7,8 @@
 
 namespace starsift {
 
-/// Finds vectors among solutions that are appended one by one; whoever changes them in
-/// another way says so by forgetAll().
+/// Finds vectors among solutions that are appended one by one; any other change of the
+/// solutions must be reported by forgetAll().
 template <class T>
 class SolutionIndex {
  public:
@@ -17,8 +17,8 @@ class SolutionIndex {
     known_ = 0;
   }
 
-  /// One of the solutions is identical to the vector; all have its dimension. O(dimension)
-  /// for it and for each solution that has come since the last question.
+  /// True if one of the solutions is identical to the vector; all have its dimension.
+  /// O(dimension) for the vector and for each solution appended since the last call.
   bool contains(const Array<FiledSolution<T>>& solutions, const Vector<T>& vector) {
     const auto equals = [&solutions](const Vector<T>& x) {
       return [&solutions, &x](Index i) { return identical<T>(solutions[i], x); };
@@ -32,7 +32,7 @@ class SolutionIndex {
 
  private:
   HashedIndices indices_;
-  /// Solutions that were entered.
+  /// Number of solutions entered so far.
   Index known_ = 0;
 };
 

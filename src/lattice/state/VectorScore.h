@@ -1,4 +1,4 @@
-// How good is a lattice vector: the record by which candidates compete.
+// The score of a lattice vector, by which candidates are compared.
 #pragma once
 
 #include <cstdint>
@@ -36,13 +36,13 @@ struct VectorScore {
   R squaredNorm = R();
 };
 
-/// True when `a` is the better of the two; amounts differ when they do by more
-/// than the tolerance. Records of different status of which one is empty are
-/// fatal, "Heuristic deviation is not initialized!".
+/// True if `a` is the better of the two; amounts within the tolerance of each other count as
+/// equal. Records of different status of which one is empty are fatal, "Heuristic deviation is
+/// not initialized!".
 template <class R>
 bool better(const VectorScore<R>& a, const VectorScore<R>& b);
 
-/// True when neither record is better; fatal as better().
+/// True if neither record is better; fatal as better().
 template <class R>
 bool sameScore(const VectorScore<R>& a, const VectorScore<R>& b);
 
@@ -53,7 +53,7 @@ class HeuristicVector : public TimeVector<T> {
   using TimeVector<T>::TimeVector;
 
   VectorScore<R> score;
-  /// Links of the collection that the vector stands in; a copy stands in none.
+  /// Links of the collection that the vector belongs to; a copy belongs to none.
   HeuristicVector* next = nullptr;
   HeuristicVector* previous = nullptr;
 };
