@@ -3,6 +3,7 @@
 // where a PrecisionException ends it.
 #pragma once
 
+#include <cstdint>
 #include <type_traits>
 
 #include "system/Console.h"
@@ -115,7 +116,7 @@ class TwoPrecisions {
 
  private:
   /// Closes the console block that the failed step left open and makes the exact form live.
-  void failOver(Index depth) {
+  void failOver(std::int64_t depth) {
     Reports::stepFailed(exact_);
     useExtended();
     setConsoleDepth(depth);
@@ -134,7 +135,7 @@ template <class Standard, class Exact, class Reports>
 template <class Step>
 auto TwoPrecisions<Standard, Exact, Reports>::runStep(Step step, OnFailure onFailure) {
   if (!useExact_) {
-    const Index depth = consoleDepth();
+    const std::int64_t depth = consoleDepth();
     if (onFailure == OnFailure::restore) backup_.convertFrom(standard_);
     try {
       return step(standard_);

@@ -103,7 +103,7 @@ void checkSpan() {
   const Vector<T> vector = arbitraryCoefficients<T>(m);
   Matrix<QQ> exact = matrixFrom<QQ>(rows, m);
   const std::size_t rank = rankOf(exact);
-  exact.resize(n + 1, m, Vectors::keep);
+  exact.resize(n + 1, m, false);
   exact[n + 1].convertFrom(vector, false);
   const auto basis = matrixFrom<T>(rows, m);
   Vector<T> found;

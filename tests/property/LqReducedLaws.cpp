@@ -26,9 +26,8 @@ void expectSame(const Factors& a, const Factors& b, Index stop, Index mm) {
   const Index done = stop == 0 ? mm : stop - 1;
   for (Index k = 1; k <= done; ++k) {
     RC_ASSERT(a.d[k] == b.d[k]);
-    RC_ASSERT(identical(a.gramSchmidt.Q[k], b.gramSchmidt.Q[k]));
-    for (Index j = 1; j <= done; ++j)
-      RC_ASSERT(a.gramSchmidt.factors.Lr[j][k] == b.gramSchmidt.factors.Lr[j][k]);
+    RC_ASSERT(identical(a.Q[k], b.Q[k]));
+    for (Index j = 1; j <= done; ++j) RC_ASSERT(a.Lr[j][k] == b.Lr[j][k]);
   }
   RC_ASSERT(a.cache.dimension() == b.cache.dimension());
   for (Index k = 1; k <= a.cache.dimension(); ++k) {
@@ -86,13 +85,12 @@ RC_GTEST_PROP(LqReduced, IsTheSameWithoutACache, ()) {
   Factors cached;
   Factors plain;
   const Index stop = cached.run(a, 1, 0);
-  RC_ASSERT(lq_reduced(a, plain.gramSchmidt.factors.Lr, plain.gramSchmidt.Q, plain.d, {}, 1, 0) ==
-            stop);
+  RC_ASSERT(lq_reduced(a, plain.Lr, plain.Q, plain.d, {}, 1, 0) == stop);
   const Index done = stop == 0 ? rows : stop - 1;
   for (Index k = 1; k <= done; ++k) {
     RC_ASSERT(cached.d[k] == plain.d[k]);
-    RC_ASSERT(identical(cached.gramSchmidt.Q[k], plain.gramSchmidt.Q[k]));
-    RC_ASSERT(identical(cached.gramSchmidt.factors.Lr[k], plain.gramSchmidt.factors.Lr[k]));
+    RC_ASSERT(identical(cached.Q[k], plain.Q[k]));
+    RC_ASSERT(identical(cached.Lr[k], plain.Lr[k]));
   }
 }
 

@@ -246,7 +246,9 @@ template <class T, class R>
 R LllReduction<T, R>::potential(Index count) const {
   R sum = R();
   for (Index k = 1; k <= count; ++k)
-    if (carries(basis_.vecStatus[k], ST_MU) && data_.cLen[k] > NumberTraits<R>::tolerance())
+    // Size reduction clears ST_MU, but leaves the orthogonal length as it was.
+    if ((basis_.vecStatus[k] & (ST_MU | ST_SIZE_REDUCED)) != 0 &&
+        data_.cLen[k] > NumberTraits<R>::tolerance())
       sum += static_cast<R>(count + 1 - k) * std::log2(data_.cLen[k]);
   return sum;
 }

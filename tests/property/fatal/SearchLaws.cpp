@@ -8,6 +8,7 @@
 #include <string>
 
 #include "PreparedProblems.h"
+#include "search/NearbySearch.h"
 #include "support/fixtures/ScratchDir.h"
 
 namespace starsift {
@@ -71,6 +72,7 @@ TYPED_TEST(SearchBy, FilesOnlySolutions) {
       [&]<class T>(Lattice<T, long double>& lattice, const SmallProblem& small) {
         const Silence silence;
         lattice.reduce(0);
+        NearbySearch(lattice).run();
         if (lattice.found.solutions.dimension() > 0) ++filed;
         checkFiled(lattice, small.problem);
       });
@@ -131,6 +133,7 @@ TYPED_TEST(SearchBy, LosesNothingWhenTheLatticeIsPreparedAgain) {
         const Silence silence;
         keepAll(lattice, test::someStars(small.problem));
         lattice.reduce(0);
+        NearbySearch(lattice).run();
         const std::set<std::string> known = pointsOf(lattice);
         RC_ASSERT(lattice.prepareLattice());
         const std::set<std::string> after = pointsOf(lattice);
@@ -143,7 +146,7 @@ TYPED_TEST(SearchBy, LosesNothingWhenTheLatticeIsPreparedAgain) {
 std::set<std::string> pointsIn(const std::string& path, const SmallProblem& small) {
   Lattice<QQ, long double> reader;
   reader.setProblem(small.record());
-  reader.solFile = path;
+  reader.file.setPaths({"", path, ""});
   reader.readStarsExactly(StarReading::append);
   return pointsOf(reader);
 }
@@ -175,6 +178,7 @@ template <class T>
 int triedLattices(Lattice<T, long double>& lattice) {
   for (int tried = 1; tried <= mostRestarts; ++tried) {
     lattice.reduce(0);
+    NearbySearch(lattice).run();
     if (lattice.found.solutions.dimension() > 0) return tried;
     regenerate(lattice);
   }
@@ -235,6 +239,7 @@ TYPED_TEST(SearchBy, FilesAPointWhateverItsDeviationsHaveInCommon) {
       TypeParam::carry({problem, true}, [](auto& lattice, const SmallProblem& /*small*/) {
         const Silence silence;
         lattice.reduce(0);
+        NearbySearch(lattice).run();
         EXPECT_EQ(lattice.found.solutions.dimension(), 1);
       });
   EXPECT_EQ(report, "");

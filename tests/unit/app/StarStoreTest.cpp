@@ -199,8 +199,8 @@ struct RepeatedStep {
   template <class T>
   static void file(Lattice<T, long double>& lattice, const Vector<T>& point) {
     Vector<T> vector;
-    lattice.opt2lat(point, vector, false, T(1));
-    lattice.checkSolution(vector, false, 3, true);
+    lattice.opt2lat(point, vector, Space::raw, T(1));
+    lattice.checkSolution(vector, Space::raw, 3, Announce::silent);
   }
   std::function<void()> save;
 };
@@ -272,9 +272,9 @@ TEST_F(StarStoreTest, TakesWhatTheLatticeInUseCanNotMap) {
   ASSERT_FALSE(search_.usesExact());
   ASSERT_EQ(search_.solutionCount(), 1);
   Vector<long double> mapped;
-  EXPECT_THROW(
-      search_.standard().lat2opt(search_.standard().found.solutions[1], mapped, true, false, true),
-      PrecisionException);
+  EXPECT_THROW(search_.standard().lat2opt(search_.standard().found.solutions[1], mapped,
+                                          Constants::insert, Slacks::omit, Orientation::either),
+               PrecisionException);
   std::ostringstream report;
   stars.save(search_);
   EXPECT_TRUE(stars.report(report));

@@ -127,6 +127,7 @@ using LatticeFiles = LatticeFilesOver<long double>;
 TEST_F(LatticeFiles, StarsStayWhereTheirTextWouldLoseADigit) {
   auto judged = std::make_shared<JudgedStar>();
   judged->star = Star<QQ>{QQ(123456789012345678), QQ(1)};
+  judged->number = 1;
   lattice.found.solutions.resize(1, false);
   lattice.found.solutions[1].judged = std::move(judged);
   lattice.file.stars.resize(2, false);

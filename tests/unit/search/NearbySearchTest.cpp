@@ -58,9 +58,12 @@ class NearbySearchOver : public test::LatticeOfProblem<T> {
   }
   void goOn() { this->live.params.sol = 0; }
 
-  /// A pass over the first vector, which exchanges nothing.
+  /// A pass over the first vector, which swaps nothing, and the search beside it.
   void passOverFirst() {
-    this->consoleOf([this] { this->live.lllPass(1, 1, 1); });
+    this->consoleOf([this] {
+      this->live.lllPass(1, 1, 1);
+      NearbySearch(this->live).run();
+    });
   }
 
   std::string found(Index i) const { return textOf(this->pointOf(this->live.found.solutions[i])); }
@@ -114,7 +117,7 @@ TYPED_TEST(NearbySearchOver, WalkGoesOnFromTheBestVector) {
   auto& lattice = this->live;
   lattice.offerBest(this->image({TypeParam(5), TypeParam(3)}), 1);
   // No vector of the basis is a start.
-  for (TypeParam& entry : lattice.basis.B()[1]) entry *= TypeParam(3);
+  test::setRow(lattice, 1, lattice.basis.B()[1] + lattice.basis.B()[1] + lattice.basis.B()[1]);
   this->passOverFirst();
   EXPECT_EQ(lattice.found.solutions.dimension(), 1);
 }
@@ -187,6 +190,7 @@ TYPED_TEST(NearbySearchOver, BestOfAPreparedProblemIsFoundByOnePass) {
   this->prepare(climb);
   this->goOn();
   this->live.lllPass(1, 0, 0);
+  NearbySearch(this->live).run();
   EXPECT_EQ(this->live.found.bestTarget.targetNorm, TypeParam(-8));
 }
 
@@ -272,8 +276,9 @@ TYPED_TEST(NearbySearchOver, EmptyPassFilesNothing) {
 }
 
 TYPED_TEST(NearbySearchOver, EquationLatticeIsNotSearched) {
-  this->use(band);
-  this->live.frame.latticeKind = LatticeKind::equations;
+  this->normalise("[ ] [ ] [ [ 1 1 ] ] [ 3 ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 3 3 ]");
+  generateByHand(this->live, LatticeStage::equations);
+  this->endAtFirst();
   CountingStopper<TypeParam> counter(this->live, 0);
   this->live.run.observer = &counter;
   this->passOverFirst();
@@ -294,6 +299,7 @@ TYPED_TEST(NearbySearchOver, PointsWithinTheBoundsAreCheckedBehindAPass) {
   this->prepare("[ -2 ] [ [ 3 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 2 ] [ 0 ] [ 0.02 ]");
   this->live.params.sol = 0;
   this->live.lllPass(1, 1, 0);
+  NearbySearch(this->live).run();
   ASSERT_EQ(this->live.found.solutions.dimension(), 1);
   EXPECT_EQ(this->found(1), "[ 0 ]");
 }
@@ -302,6 +308,7 @@ TYPED_TEST(NearbySearchOver, PointsBesideAnInequationAreNoSolutions) {
   this->prepare("[ ] [ ] [ ] [ ] [ ] [ [ 7 -6 ] ] [ 51 ] [ 55 ] [ 0 0 ] [ 0 0 ] [ 9 1 ]");
   this->live.params.sol = 0;
   this->live.lllPass(1, 1, 0);
+  NearbySearch(this->live).run();
   EXPECT_EQ(this->live.found.solutions.dimension(), 0);
 }
 

@@ -1,0 +1,66 @@
+// One call of the reduction goes on as long as its passes gain something.
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+#include "certificates/LatticeEquality.h"
+#include "numbers/Conversion.h"
+#include "support/fixtures/ReducedBasis.h"
+
+namespace starsift {
+namespace {
+
+/// A q-ary lattice of dimension d: half of the rows q e_i, above them random residues.
+template <class T>
+Matrix<T> qAryBasis(Index d, long q) {
+  std::mt19937_64 random(static_cast<std::uint64_t>(d));
+  Matrix<T> basis = Matrix<T>::identity(d);
+  for (Index i = d / 2 + 1; i <= d; ++i) basis[i][i] = T(q);
+  for (Index i = 1; i <= d / 2; ++i)
+    for (Index j = d / 2 + 1; j <= d; ++j)
+      basis[i][j] = T(static_cast<long>(random() % static_cast<std::uint64_t>(q)));
+  return basis;
+}
+
+/// A knapsack of n numbers with so many digits, as a lattice of its zeros.
+Matrix<QQ> knapsackBasis(Index n, int digits) {
+  std::mt19937_64 random(7);
+  Matrix<QQ> basis(n, n + 1);
+  for (Index i = 1; i <= n; ++i) {
+    basis[i][i] = QQ(1);
+    std::string number(1, '1');
+    while (static_cast<int>(number.size()) < digits)
+      number += static_cast<char>('0' + random() % 10);
+    basis[i][n + 1] = QQ::parse(number);
+  }
+  return basis;
+}
+
+template <class T>
+void expectReducedInOneCall(const Matrix<T>& basis) {
+  Lattice<T, long double> lattice(&basis);
+  test::allowChecks(lattice);
+  EXPECT_TRUE(lattice.reduce(0));
+  EXPECT_TRUE(test::isReduced(lattice.basis.B()));
+  EXPECT_TRUE(sameLattice(lattice.basis.B(), basis));
+}
+
+TEST(Reduce, QAryBasesOfSixtyVectorsNeedOneCall) {
+  for (const Index d : {20, 40, 60}) {
+    SCOPED_TRACE(d);
+    expectReducedInOneCall(qAryBasis<long double>(d, 1009));
+  }
+}
+
+TEST(Reduce, QAryBasesNeedOneCallInExactNumbersToo) {
+  expectReducedInOneCall(qAryBasis<QQ>(40, 1009));
+}
+
+TEST(Reduce, KnapsacksOfFortyDigitsNeedOneCall) {
+  expectReducedInOneCall(knapsackBasis(20, 40));
+  expectReducedInOneCall(knapsackBasis(40, 40));
+}
+
+}  // namespace
+}  // namespace starsift
