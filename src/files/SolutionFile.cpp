@@ -48,7 +48,8 @@ void SolutionFile<T>::setPaths(const FileNames& names) {
 
 template <class T>
 void SolutionFile<T>::readProblem() requires std::same_as<T, QQ> {
-  readOpt(editProblem());
+  // clang 14 instantiates the body also where the constraint fails.
+  if constexpr (std::same_as<T, QQ>) readOpt(editProblem());
 }
 
 template <class T>

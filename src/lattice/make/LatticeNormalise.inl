@@ -46,7 +46,8 @@ template <class T, class R>
 void Lattice<T, R>::tightenBounds() requires std::same_as<T, QQ> {
   if (optOriginal.lifted) fail("tightenBounds: the problem is normalised");
   optOriginal = file.problem();
-  starsift::tightenBounds(optOriginal);
+  // clang 14 instantiates the body also where the constraint fails.
+  if constexpr (std::same_as<T, QQ>) starsift::tightenBounds(optOriginal);
 }
 
 template <class T, class R>
