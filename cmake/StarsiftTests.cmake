@@ -77,7 +77,13 @@ function(starsift_add_gtest name folder library)
 endfunction()
 
 foreach(floor IN LISTS STARSIFT_FLOORS ITEMS certificates app)
-  starsift_add_gtest(unit_${floor} "${PROJECT_SOURCE_DIR}/tests/unit/${floor}" starsift_${floor})
+  set(size)
+  if(floor MATCHES "^(core|numbers|lattice|certificates)$")
+    # Half a minute and more each under sanitizers.
+    set(size SHARDS 3 COST 60)
+  endif()
+  starsift_add_gtest(unit_${floor} "${PROJECT_SOURCE_DIR}/tests/unit/${floor}" starsift_${floor}
+    ${size})
 endforeach()
 # These judge bases by certificates.
 target_link_libraries(unit_lattice PRIVATE starsift_certificates)

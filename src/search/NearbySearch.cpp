@@ -173,7 +173,9 @@ Vector<T> NearbySearch<T, R>::walkIntoBox(const Vector<T>& from) {
 
 template <class T, class R>
 void NearbySearch<T, R>::walkOn() {
-  const Vector<T> last = lattice_.found.solutions[lattice_.found.solutions.dimension()];
+  const auto& solutions = lattice_.found.solutions;
+  const Vector<T>& filed = solutions[solutions.dimension()];
+  const Vector<T> last(filed);
   follow(last, Stride::single, [&](const Vector<T>& next) {
     if (!lattice_.frame.liesInBox(lattice_, next)) return false;
     return (lattice_.checkSolution(next, Space::raw, 0, Announce::full) & CHECK_STORED) != 0;
