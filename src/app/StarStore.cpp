@@ -11,10 +11,8 @@ namespace starsift {
 StarStore::StarStore(const YLattice<long double>& search, std::function<Clock::time_point()> now)
     : now_(std::move(now)) {
   search.withLive([this](const auto& lattice) { stars_.takeProblem(lattice.file); });
-  // Without a known identity the file counts as written by others.
-  if (search.params().bench > 0) return;
-  known_ = fileIdentity(stars_.path());
-  readFile();
+  // A file that was not read counts as written by others.
+  if (search.params().bench <= 0) stars_.mergeFile();
 }
 
 bool StarStore::hasNews(const YLattice<long double>& search) const {
@@ -37,25 +35,17 @@ bool StarStore::report(std::ostream& stream) {
   return stars_.hasStars();
 }
 
-void StarStore::readFile() {
-  const Index known = stars_.starCount();
-  stars_.readStarsExactly();
-  stars_.checkStars(known + 1);
-  tidyStars(stars_);
-}
-
 void StarStore::replaceFile() {
   const FolderLock lock(stars_.path());
   tidyStars(stars_);
-  if (fileIdentity(stars_.path()) == known_) {
-    known_ = stars_.write().identity;
-    return;
-  }
+  Commit commit = stars_.writeIfCurrent();
+  if (commit == Commit::written) return;
   RescueFile rescue(stars_);
-  readFile();
-  const WrittenFile written = stars_.write();
-  known_ = written.identity;
-  if (written.isWritten)
+  for (int i = 0; i < mergeLimit && commit == Commit::changed; ++i) {
+    stars_.mergeFile();
+    commit = stars_.writeIfCurrent();
+  }
+  if (commit == Commit::written)
     rescue.remove();
   else
     rescue.leave();

@@ -3,13 +3,11 @@
 
 #include <functional>
 #include <iosfwd>
-#include <optional>
 #include <string>
 
 #include "app/SavePace.h"
 #include "files/YSolutionFile.h"
 #include "lattice/YLattice.h"
-#include "system/FileIdentity.h"
 
 namespace starsift {
 
@@ -45,14 +43,12 @@ class StarStore {
 
  private:
   void take(const YLattice<long double>& search);
+  /// Writes all stars; merges the file first if others have written it, and again if they do so
+  /// meanwhile.
   void replaceFile();
-  /// Adds the right stars of the file.
-  void readFile();
 
   std::function<Clock::time_point()> now_;
   YSolutionFile stars_;
-  /// The file as it was last read or written here; nothing before that, or without a file.
-  std::optional<FileIdentity> known_;
   /// The number of the last solution that was added from the search.
   Index taken_ = 0;
   SavePace pace_;

@@ -55,6 +55,20 @@ bool writeAll(int descriptor, std::string_view text) {
   return true;
 }
 
+/// Fills `text` with the bytes of a file from `place` on; false if there are fewer.
+bool readAt(int descriptor, std::string& text, off_t place) {
+  std::size_t filled = 0;
+  while (filled < text.size()) {
+    const ssize_t count = uninterrupted([&] {
+      return pread(descriptor, text.data() + filled, text.size() - filled,
+                   place + static_cast<off_t>(filled));
+    });
+    if (count <= 0) return false;
+    filled += static_cast<std::size_t>(count);
+  }
+  return true;
+}
+
 bool syncFile(int descriptor) {
   return uninterrupted([&] { return fsync(descriptor); }) == 0;
 }
@@ -88,7 +102,10 @@ void syncDirectory(const std::string& path) {
 
 }  // namespace
 
-ResultFile::ResultFile(std::string path) : path_(std::move(path)), identity_(fileIdentity(path_)) {
+ResultFile::ResultFile(const std::string& path) : ResultFile(path, fileIdentity(path)) {}
+
+ResultFile::ResultFile(std::string path, std::optional<FileIdentity> expected)
+    : path_(std::move(path)), identity_(expected) {
   std::optional<std::string> target = linkTarget(path_);
   if (!target) return;
   target_ = std::move(*target);
@@ -110,6 +127,9 @@ ResultFile::ResultFile(std::string path) : path_(std::move(path)), identity_(fil
     discard();
     mode_ = Mode::inPlace;
   }
+  if (!exists || mode_ != Mode::beside) return;
+  oldDescriptor_ = open(target_.c_str(), O_RDONLY | O_CLOEXEC);
+  isSame_ = oldDescriptor_ >= 0;
 }
 
 ResultFile::~ResultFile() {
@@ -146,34 +166,58 @@ void ResultFile::write(std::string_view text) {
 
 void ResultFile::flush() {
   const SizeSignalIgnored ignored;
+  compareWithOld();
   if (!writeAll(descriptor_, buffer_)) failToWrite();
   buffer_.clear();
 }
 
-void ResultFile::commit() {
-  if (!isOpen()) return;
-  if (!written_)
-    remove();
-  else if (mode_ == Mode::beside)
-    replace();
-  else
-    rewriteInPlace();
-  mode_ = Mode::closed;
+void ResultFile::compareWithOld() {
+  if (!isSame_) return;
+  std::string old(buffer_.size(), '\0');
+  isSame_ = readAt(oldDescriptor_, old, compared_) && old == buffer_;
+  compared_ += static_cast<off_t>(buffer_.size());
 }
 
-void ResultFile::replace() {
+bool ResultFile::isSameText() const {
+  struct stat status {};
+  return isSame_ && fstat(oldDescriptor_, &status) == 0 && status.st_size == compared_ &&
+         fileIdentity(oldDescriptor_) == identity_;
+}
+
+Commit ResultFile::commit() {
+  if (!isOpen()) return Commit::closed;
+  const Mode mode = std::exchange(mode_, Mode::closed);
+  if (!written_) return remove(mode);
+  return mode == Mode::beside ? replace() : rewriteInPlace();
+}
+
+Commit ResultFile::replace() {
   flush();
+  if (isSameText() && isExpected()) {
+    discard();
+    return Commit::written;
+  }
   const bool synced = syncFile(descriptor_);
-  identity_ = fileIdentity(descriptor_);
+  const std::optional<FileIdentity> identity = fileIdentity(descriptor_);
   const bool closed = closeFile(std::exchange(descriptor_, -1));
-  if (!synced || !closed || rename(temporary_.c_str(), target_.c_str()) != 0) failToWrite();
+  if (!synced || !closed) failToWrite();
+  // Nothing that takes time may stand between this look and the replacement.
+  if (!isExpected()) {
+    discard();
+    return Commit::changed;
+  }
+  if (rename(temporary_.c_str(), target_.c_str()) != 0) failToWrite();
   temporary_.clear();
+  identity_ = identity;
   syncDirectory(target_);
+  return Commit::written;
 }
 
-void ResultFile::rewriteInPlace() {
+Commit ResultFile::rewriteInPlace() {
   const SizeSignalIgnored ignored;
   const std::optional<InputText> old = oldText();
+  if (!isExpected()) return Commit::changed;
+  if (old && old->view() == buffer_) return Commit::written;
   descriptor_ = uninterrupted([&] { return open(target_.c_str(), O_WRONLY | O_CLOEXEC); });
   if (descriptor_ < 0) failToWrite();
   reserveInPlace();
@@ -182,6 +226,7 @@ void ResultFile::rewriteInPlace() {
   if (!whole && old) putBack(old->view());
   identity_ = fileIdentity(descriptor_);
   if (!closeFile(std::exchange(descriptor_, -1)) || !whole) failToWrite();
+  return Commit::written;
 }
 
 std::optional<InputText> ResultFile::oldText() {
@@ -212,19 +257,22 @@ void ResultFile::putBack(std::string_view old) const {
     syncFile(descriptor_);
 }
 
-void ResultFile::remove() {
+Commit ResultFile::remove(Mode mode) {
+  if (!isExpected()) {
+    discard();
+    return Commit::changed;
+  }
   if (unlink(path_.c_str()) == 0 || errno == ENOENT) {
     identity_.reset();
-    return;
+    discard();
+    return Commit::written;
   }
   // If the name can't be removed, an empty file is the nearest to none.
-  if (mode_ == Mode::beside)
-    replace();
-  else
-    rewriteInPlace();
+  return mode == Mode::beside ? replace() : rewriteInPlace();
 }
 
 void ResultFile::discard() {
+  if (oldDescriptor_ >= 0) close(std::exchange(oldDescriptor_, -1));
   if (descriptor_ >= 0) close(std::exchange(descriptor_, -1));
   if (!temporary_.empty()) unlink(temporary_.c_str());
   temporary_.clear();

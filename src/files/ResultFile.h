@@ -14,18 +14,34 @@
 
 namespace starsift {
 
+/// What became of a new text.
+enum class Commit {
+  /// It is in the file.
+  written,
+  /// Nothing: the file can't be opened for writing, or the text was committed before.
+  closed,
+  /// Nothing: the file at the path isn't the expected one.
+  changed,
+};
+
 /// The new content of one file, written piece by piece and put in place at the
 /// end. Paths are followed through symbolic links; mode and owner stay. A path
 /// that can't be opened for writing, or isn't a regular file, is left unchanged without
-/// a report. Any failure to write the text whole is fatal, "Could not write file: "
-/// and the path: the old file stays, the new one is removed.
+/// a report, and so is a file that somebody else has written or replaced since it was read: its
+/// identity is compared after everything else is done, immediately before it is replaced. Any
+/// failure to write the text whole is fatal, "Could not write file: " and the path: the old file
+/// stays, the new one is removed.
 ///
 /// If no file can be created beside the old one, or none with its owner and
 /// mode, the old one is rewritten in place at commit(), from the text kept in
 /// memory.
 class ResultFile {
  public:
-  explicit ResultFile(std::string path);
+  /// The file to be replaced is the one that is at the path now.
+  explicit ResultFile(const std::string& path);
+  /// The file to be replaced is the one that had the identity `expected` when it was read;
+  /// nothing: there was none.
+  ResultFile(std::string path, std::optional<FileIdentity> expected);
   ResultFile(const ResultFile&) = delete;
   ResultFile& operator=(const ResultFile&) = delete;
   /// Without commit() the old file stays.
@@ -37,10 +53,10 @@ class ResultFile {
   void write(std::string_view text);
 
   /// Puts the text in place of the old file. An empty text removes the file, or the
-  /// symbolic link if the path is one.
-  void commit();
+  /// symbolic link if the path is one. A file that holds the text already isn't touched.
+  Commit commit();
 
-  /// The identity of the file at the path, as found by the constructor and left by commit();
+  /// The identity of the file at the path, as expected by the constructor and left by commit();
   /// replacements by others since then are not seen.
   const std::optional<FileIdentity>& identity() const { return identity_; }
 
@@ -52,16 +68,22 @@ class ResultFile {
   bool takeOwnerAndMode(const struct stat& status) const;
   /// Gives the new file the default mode, by the umask.
   void takeDefaultMode() const;
+  /// The file at the path is the expected one.
+  bool isExpected() const { return fileIdentity(path_) == identity_; }
   void flush();
-  void replace();
-  void rewriteInPlace();
+  /// Compares the gathered text with the old file, as long as that has been equal.
+  void compareWithOld();
+  /// The old file holds exactly the text that was written.
+  bool isSameText() const;
+  Commit replace();
+  Commit rewriteInPlace();
   /// The old text, for putBack(); fatal if it can't be read.
   std::optional<InputText> oldText();
   /// Reserves space for a longer text before the first byte of the old one is overwritten.
   void reserveInPlace();
   /// Restores the old text after a rewriting in place that failed.
   void putBack(std::string_view old) const;
-  void remove();
+  Commit remove(Mode mode);
   void discard();
   [[noreturn]] void failToWrite();
 
@@ -74,6 +96,11 @@ class ResultFile {
   std::string temporary_;
   std::string buffer_;
   int descriptor_ = -1;
+  /// The old file, to be compared with the new text; negative without one.
+  int oldDescriptor_ = -1;
+  /// Length of the text that was compared with the old file; equal so far if `isSame_`.
+  off_t compared_ = 0;
+  bool isSame_ = false;
   Mode mode_ = Mode::closed;
   bool written_ = false;
 };

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "files/ResultFile.h"
 #include "stars/Star.h"
 #include "system/FileIdentity.h"
 
@@ -22,9 +23,8 @@ void requireExactText(const Array<Star<T>>& stars);
 
 /// The result of writing a file.
 struct WrittenFile {
-  /// The file could be opened.
-  bool isWritten;
-  /// The identity of the file at the path afterwards.
+  Commit commit;
+  /// The identity of the file at the path afterwards; if it had changed, the expected one.
   std::optional<FileIdentity> identity;
 };
 
@@ -34,9 +34,16 @@ struct WrittenFile {
 /// fatal, see ResultFile.h.
 template <class T>
 WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars);
+/// The same, if the file is still the one that had the identity `expected` when it was read;
+/// nothing: there was none.
+template <class T>
+WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars,
+                       const std::optional<FileIdentity>& expected);
 
 extern template std::string starText(const Star<long double>&);
 extern template void requireExactText(const Array<Star<long double>>&);
 extern template WrittenFile writeStars(const std::string&, const Array<Star<long double>>&);
+extern template WrittenFile writeStars(const std::string&, const Array<Star<long double>>&,
+                                       const std::optional<FileIdentity>&);
 
 }  // namespace starsift

@@ -2,11 +2,10 @@
 
 import os
 import shutil
-import signal
 import time
 import unittest
 
-from faulty import SEMAPHORES, FaultCase, met
+from faulty import SEMAPHORES, FaultCase
 
 
 def take_names(seconds=3, count=20):
@@ -61,16 +60,6 @@ class Leftovers(FaultCase):
 
 class OtherWriters(FaultCase):
     """Somebody else at work on the file while a run stands still."""
-
-    def stopped(self, call, number=1):
-        process = self.start(met("after", signal.SIGSTOP, call, number))
-        _, status = os.waitpid(process.pid, os.WUNTRACED)
-        self.assertTrue(os.WIFSTOPPED(status))
-        return process
-
-    def go_on(self, process):
-        process.send_signal(signal.SIGCONT)
-        return self.finish(process)
 
     def test_record_that_is_added_behind_the_size_is_read_too(self):
         # The first status is that of the problem.

@@ -4,6 +4,7 @@ The environment names the program (SEARCH_PROGRAM); starsift lies beside it. The
 split with one solution, of which two are wanted: a search that doesn't end by itself.
 """
 
+import fcntl
 import os
 import pathlib
 import pty
@@ -124,11 +125,20 @@ class Signals(SearchCase):
 class SharedFile(SearchCase):
     """A solution file that others write while the search is under way."""
 
+    def replace_as_a_search_does(self, text):
+        """Beside the file and by renaming, under the lock."""
+        beside = self.folder / "beside"
+        beside.write_text(text)
+        lock = os.open(self.folder, os.O_RDONLY)
+        fcntl.flock(lock, fcntl.LOCK_EX)
+        beside.rename(self.sol)
+        os.close(lock)
+
     def test_stars_that_come_into_the_file_stay(self):
         process = self.start()
         self.wait_for_solution(process)
         record = f"{SOLUTION} | 0 | [ ] | 0 | 99 | --beta=7 | 1.0\n"
-        self.sol.write_text(record)
+        self.replace_as_a_search_does(record)
         process.send_signal(signal.SIGINT)
         self.assertEqual(self.finish(process)[1], "")
         lines = self.sol.read_text().splitlines(keepends=True)

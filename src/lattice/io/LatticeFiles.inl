@@ -10,6 +10,7 @@
 #include "files/LatText.h"
 #include "lattice/Lattice.h"
 #include "system/Console.h"
+#include "system/Failure.h"
 
 namespace starsift {
 
@@ -98,7 +99,7 @@ void Lattice<T, R>::writeSolFile(Stars what) {
     stampOutputTime();
     return;
   }
-  file.write();
+  if (file.write() == Commit::changed) fail("Others write all the time to file: " + file.path());
 }
 
 template <class T, class R>

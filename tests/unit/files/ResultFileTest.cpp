@@ -60,6 +60,50 @@ TEST(ResultFile, NewFileHoldsTheText) {
   EXPECT_EQ(scratch.names(), Names{"p.sol"});
 }
 
+TEST(ResultFile, FileThatHasChangedSinceItWasReadStays) {
+  const ScratchDir scratch;
+  const std::string path = scratch.write("p.sol", "old\n");
+  const auto expected = fileIdentity(path);
+  scratch.write("p.sol", "newer\n");
+  ResultFile file(path, expected);
+  file.write("text\n");
+  EXPECT_EQ(file.commit(), Commit::changed);
+  ResultFile none(path, std::nullopt);
+  EXPECT_EQ(none.commit(), Commit::changed);
+  EXPECT_EQ(scratch.read("p.sol"), "newer\n");
+  EXPECT_EQ(scratch.names(), Names{"p.sol"});
+}
+
+TEST(ResultFile, FileThatIsReplacedWhileTheTextIsWrittenStays) {
+  const ScratchDir scratch;
+  const std::string path = scratch.write("p.sol", "old\n");
+  ResultFile file(path);
+  file.write(longText());
+  scratch.write("q.sol", "old\n");
+  std::filesystem::rename(scratch.file("q.sol"), path);
+  EXPECT_EQ(file.commit(), Commit::changed);
+  EXPECT_EQ(scratch.read("p.sol"), "old\n");
+  EXPECT_EQ(scratch.names(), Names{"p.sol"});
+}
+
+TEST(ResultFile, FileThatHoldsTheTextIsNotTouched) {
+  const ScratchDir scratch;
+  const std::string path = scratch.write("p.sol", longText());
+  const ino_t number = fileNumber(path);
+  writeFile(path, longText());
+  EXPECT_EQ(fileNumber(path), number);
+  EXPECT_EQ(scratch.names(), Names{"p.sol"});
+}
+
+TEST(ResultFile, FileThatBeginsWithTheTextIsReplaced) {
+  const ScratchDir scratch;
+  const std::string path = scratch.write("p.sol", longText() + "more");
+  writeFile(path, longText());
+  EXPECT_EQ(scratch.read("p.sol"), longText());
+  writeFile(path, longText() + "more");
+  EXPECT_EQ(scratch.read("p.sol"), longText() + "more");
+}
+
 TEST(ResultFile, KnowsTheFileThatItHasWritten) {
   const ScratchDir scratch;
   const std::string path = scratch.write("p.sol", "old\n");
