@@ -9,7 +9,10 @@
 #include <string>
 #include <string_view>
 
+#include "system/Descriptor.h"
 #include "system/FileIdentity.h"
+#include "system/FilePlace.h"
+#include "system/UnfinishedFile.h"
 #include "text/InputText.h"
 
 namespace starsift {
@@ -25,19 +28,19 @@ enum class Commit {
 };
 
 /// The new content of one file, written piece by piece and put in place at the
-/// end. Paths are followed through symbolic links; mode and owner stay. A path
-/// that can't be opened for writing, or isn't a regular file, is left unchanged without
-/// a report, and so is a file that somebody else has written or replaced since it was read: its
-/// identity is compared after everything else is done, immediately before it is replaced. Any
-/// failure to write the text whole is fatal, "Could not write file: " and the path: the old file
-/// stays, the new one is removed.
+/// end. Paths are followed through symbolic links, as FilePlace does; mode, access list and owner
+/// stay. A path that can't be opened for writing, or isn't a regular file, is left unchanged
+/// without a report, and so is a file that somebody else has written or replaced since it was
+/// read: its identity is compared after everything else is done, immediately before it is
+/// replaced. Any failure to write the text whole throws WriteException, "Could not write file: "
+/// and the path: the old file stays, the new one is removed.
 ///
 /// If no file can be created beside the old one, or none with its owner and
 /// mode, the old one is rewritten in place at commit(), from the text kept in
 /// memory.
 class ResultFile {
  public:
-  /// The file to be replaced is the one that is at the path now.
+  /// The file to be replaced is the one that is at the path now. LinkException as FilePlace.
   explicit ResultFile(const std::string& path);
   /// The file to be replaced is the one that had the identity `expected` when it was read;
   /// nothing: there was none.
@@ -45,7 +48,7 @@ class ResultFile {
   ResultFile(const ResultFile&) = delete;
   ResultFile& operator=(const ResultFile&) = delete;
   /// Without commit() the old file stays.
-  ~ResultFile();
+  ~ResultFile() = default;
 
   /// If false, everything that is written is discarded.
   bool isOpen() const { return mode_ != Mode::closed; }
@@ -63,13 +66,11 @@ class ResultFile {
  private:
   enum class Mode { closed, beside, inPlace };
 
-  bool openBeside();
-  /// Gives the new file owner and mode of the old one; false if that isn't allowed.
-  bool takeOwnerAndMode(const struct stat& status) const;
-  /// Gives the new file the default mode, by the umask.
-  void takeDefaultMode() const;
+  Mode openBeside();
+  /// The new file with the rights of the old one, or the old one itself.
+  Mode replaceWithRights(const struct stat& status);
   /// The file at the path is the expected one.
-  bool isExpected() const { return fileIdentity(path_) == identity_; }
+  bool isExpected() const { return place_.identity() == identity_; }
   void flush();
   /// Compares the gathered text with the old file, as long as that has been equal.
   void compareWithOld();
@@ -77,27 +78,20 @@ class ResultFile {
   bool isSameText() const;
   Commit replace();
   Commit rewriteInPlace();
-  /// The old text, for putBack(); fatal if it can't be read.
-  std::optional<InputText> oldText();
-  /// Reserves space for a longer text before the first byte of the old one is overwritten.
-  void reserveInPlace();
-  /// Restores the old text after a rewriting in place that failed.
-  void putBack(std::string_view old) const;
+  /// The old text, to be put back if the new one can't be written.
+  std::optional<InputText> oldText() const;
   Commit remove(Mode mode);
-  void discard();
-  [[noreturn]] void failToWrite();
+  [[noreturn]] void failToWrite() const;
 
   /// As the user named it.
   std::string path_;
+  FilePlace place_;
   std::optional<FileIdentity> identity_;
-  /// The path that the symbolic links lead to.
-  std::string target_;
-  /// The new file beside the target, empty while there is none.
-  std::string temporary_;
+  /// The old file, to be compared with the new text; none if there is no such file.
+  Descriptor old_;
+  /// The new file beside the old one; only in Mode::beside.
+  std::optional<UnfinishedFile> new_;
   std::string buffer_;
-  int descriptor_ = -1;
-  /// The old file, to be compared with the new text; negative without one.
-  int oldDescriptor_ = -1;
   /// Length of the text that was compared with the old file; equal so far if `isSame_`.
   off_t compared_ = 0;
   bool isSame_ = false;

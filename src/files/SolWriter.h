@@ -30,8 +30,8 @@ struct WrittenFile {
 
 /// Writes the stars to `path`, or removes the file if there are none. SIGINT
 /// and SIGTERM are deferred until the file is complete. Throws as requireExactText() before the
-/// file is changed. A file that can't be opened is left unchanged; a write that fails is
-/// fatal, see ResultFile.h.
+/// file is changed. A file that can't be opened is left unchanged. WriteException and LinkException
+/// as ResultFile.
 template <class T>
 WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars);
 /// The same, if the file is still the one that had the identity `expected` when it was read;

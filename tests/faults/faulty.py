@@ -90,11 +90,12 @@ class FaultCase(unittest.TestCase):
             environment["FAULT_LOG"] = str(options.pop("log"))
         if "user" in options:
             options.update(group=options["user"], extra_groups=[])
+        arguments = [self.argument or self.sol.name] if options.pop("argument", True) else []
         options.setdefault("stdin", subprocess.DEVNULL)
         options.setdefault("stdout", subprocess.PIPE)
         options.setdefault("stderr", subprocess.PIPE)
         return subprocess.Popen(
-            [*command, self.argument or self.sol.name], cwd=self.folder, env=environment, text=True, **options
+            [*command, *arguments], cwd=self.folder, env=environment, text=True, **options
         )
 
     def stopped(self, call, number=1, **options):
@@ -119,6 +120,7 @@ class FaultCase(unittest.TestCase):
         """The names of the calls of a run, in their order."""
         log = self.scratch / "log"
         log.write_text("")
+        log.chmod(0o666)
         self.run_with(log=log, **options)
         self.restore()
         return log.read_text().split()

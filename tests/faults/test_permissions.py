@@ -147,7 +147,7 @@ class LongName(FaultCase):
         self.assert_done(self.run_with())
 
     def test_unwritten_file_is_named(self):
-        self.assert_not_written(self.run_with(error("rename", 1, "EIO")))
+        self.assert_not_written(self.run_with(error("renameat", 1, "EIO")))
 
 
 if __name__ == "__main__":

@@ -98,6 +98,9 @@ class Signals(SearchCase):
     def test_termination_saves_what_there_is(self):
         self.assert_saves_before_it_ends_by(signal.SIGTERM)
 
+    def test_hanging_up_saves_what_there_is(self):
+        self.assert_saves_before_it_ends_by(signal.SIGHUP)
+
     def test_interrupt_among_the_arguments_leaves_no_semaphore(self):
         # So many that they are still read when their first lock is seen.
         process = self.start(*["--verb=0"] * 20_000)
@@ -129,7 +132,7 @@ class SharedFile(SearchCase):
         """Beside the file and by renaming, under the lock."""
         beside = self.folder / "beside"
         beside.write_text(text)
-        lock = os.open(self.folder, os.O_RDONLY)
+        lock = os.open(self.sol, os.O_RDONLY)
         fcntl.flock(lock, fcntl.LOCK_EX)
         beside.rename(self.sol)
         os.close(lock)

@@ -8,6 +8,8 @@
 #include "support/fixtures/ScratchDir.h"
 #include "support/fixtures/SizeLimit.h"
 #include "support/fixtures/Unprivileged.h"
+#include "system/Exceptions.h"
+#include "system/Failure.h"
 
 namespace starsift {
 namespace {
@@ -21,10 +23,15 @@ std::string longText() {
   return std::string(1'000'000, 'x') + "\n";
 }
 
+/// Fatal if the text can't be written.
 void writeFile(const std::string& path, std::string_view text) {
-  ResultFile file(path);
-  file.write(text);
-  file.commit();
+  try {
+    ResultFile file(path);
+    file.write(text);
+    file.commit();
+  } catch (const WriteException& exception) {
+    fail(exception.message());
+  }
 }
 
 mode_t modeOf(const std::string& path) {
