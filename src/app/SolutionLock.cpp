@@ -113,6 +113,16 @@ class LockWait {
 
 SolutionLock::SolutionLock(const std::string& solFile, Patience patience,
                            const std::function<void()>& onWait) {
+  try {
+    lock(solFile, patience, onWait);
+  } catch (const LinkException&) {
+    // Who reads or writes the file reports it.
+    granted_ = true;
+  }
+}
+
+void SolutionLock::lock(const std::string& solFile, Patience patience,
+                        const std::function<void()>& onWait) {
   LockWait wait(solFile, onWait);
   while (!granted_) {
     LockedFile file(solFile);

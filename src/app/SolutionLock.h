@@ -34,6 +34,8 @@ class SolutionLock {
   bool isGranted() const { return granted_; }
 
  private:
+  void lock(const std::string& solFile, Patience patience, const std::function<void()>& onWait);
+
   Descriptor file_;
   bool granted_ = false;
 };

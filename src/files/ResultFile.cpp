@@ -99,8 +99,8 @@ ResultFile::Mode ResultFile::openBeside() {
 ResultFile::Mode ResultFile::replaceWithRights(const struct stat& status) {
   old_ = place_.open(O_RDONLY);
   isSame_ = old_.isOpen();
-  // The file has just gone, so that nothing will be replaced.
-  if (!isSame_ && errno == ENOENT) return Mode::beside;
+  // The file has just gone or become a link, and nothing will be replaced.
+  if (!isSame_ && !isExpected()) return Mode::beside;
   switch (copyRights(old_.number(), status, new_->descriptor())) {
     case RightsCopy::whole:
       return Mode::beside;

@@ -1,7 +1,10 @@
 """A search whose solution file others write at the worst moment."""
 
+import fcntl
 import pathlib
 import shutil
+import signal
+import time
 import unittest
 
 from faulty import PROGRAM, ROOT, FaultCase
@@ -61,6 +64,42 @@ class OtherWriters(SearchCase):
         with self.sol.open("a") as file:
             file.write(record(99))
         self.assert_both_are_there(self.go_on(process), record(98), record(99))
+
+
+class StoppedHolder(SearchCase):
+    def test_search_leaves_its_stars_beside_the_file_of_a_stopped_one(self):
+        self.sol.write_text(record(98))
+        process = self.stopped("fsync")
+        other = self.run_with()
+        self.assertEqual(other.status, 1)
+        (found,) = self.folder.glob("knapsack.sol.found.*")
+        self.assertEqual(
+            other.stderr,
+            f"*** File {self.sol.name} is locked by process {process.pid}, which is stopped\n"
+            f"*** The stars of this search are in {found.name}.\n",
+        )
+        lines = found.read_text().splitlines(keepends=True)
+        self.assertTrue(lines[0].startswith(SOLUTION))
+        self.assertEqual(lines[1:], [record(98)])
+        self.assertEqual(self.text().decode(), record(98))
+        result = self.go_on(process)
+        self.assertEqual((result.status, result.stderr), (0, ""))
+        self.assertEqual(len(self.text().splitlines()), 2)
+
+    def test_second_interrupt_of_a_search_that_waits_leaves_its_stars_beside(self):
+        self.sol.write_text(record(98))
+        with self.sol.open() as lock:
+            fcntl.flock(lock, fcntl.LOCK_EX)
+            process = self.start()
+            # The rescue file is there before the line about the wait.
+            self.assertIn("Waiting for process", process.stderr.readline())
+            for _ in range(2):
+                process.send_signal(signal.SIGINT)
+                time.sleep(0.7)
+            result = self.finish(process)
+        self.assertEqual(result.status, -signal.SIGINT)
+        (found,) = self.folder.glob("knapsack.sol.found.*")
+        self.assertTrue(found.read_text().startswith(SOLUTION))
 
 
 class SameStars(SearchCase):
