@@ -61,19 +61,20 @@ SearchEnd Seek::run() {
   setEquationsExact(lattice_.equationsHoldExactly());
   limited_ = isLimited(lattice_);
   StarStore store(lattice_);
+  store.tellIfReadOnly();
   watch_.setStore(store);
   // The store has copied the problem as read, by which stars are judged.
   lattice_.tightenBounds();
   lattice_.tryStandardPrecision();
   lattice_.beginSearch(watch_, watch_.elapsed());
   const SearchEnd end = search();
-  // Before the lattice is saved: a file that can't be written is fatal.
-  store.save(lattice_);
+  starsFiled_ = store.save(lattice_);
   conclude(end);
   writeStatistics(end);
   const bool anyStars = store.report(report_);
   report_ << endLine();
   writeVerdict(anyStars);
+  if (!starsFiled_) saveLastLattice(end);
   return end;
 }
 
@@ -139,9 +140,14 @@ void Seek::conclude(SearchEnd end) {
   lattice_.endSearch();
   // A step that was interrupted has left its console blocks open.
   setConsoleDepth(0);
+  // A lattice that can't be written is fatal, and the stars may be in the report only.
+  if (starsFiled_) saveLastLattice(end);
+  if (!lattice_.stopped()) lattice_.restartHandling(Outcome::finished);
+}
+
+void Seek::saveLastLattice(SearchEnd end) {
   try {
     lattice_.saveLattice();
-    if (!lattice_.stopped()) lattice_.restartHandling(Outcome::finished);
   } catch (const PrecisionException&) {
     // The numbers that ended the search can also prevent saving its lattice.
     if (end != SearchEnd::overflow) throw;

@@ -25,6 +25,9 @@ class Seek {
   /// Reads problem and stars, searches, and writes the results.
   SearchEnd run();
 
+  /// All solutions that run() has found are in the solution file.
+  bool starsFiled() const { return starsFiled_; }
+
  private:
   SearchEnd search();
   void reduceLattice();
@@ -32,6 +35,7 @@ class Seek {
   void restartLattice();
   void saveLattice();
   void conclude(SearchEnd end);
+  void saveLastLattice(SearchEnd end);
   void writeStatistics(SearchEnd end);
   void writeVerdict(bool anyStars);
   bool isOver() const;
@@ -45,6 +49,7 @@ class Seek {
   bool limited_ = false;
   /// Limits the writes of the lattice file: some problems restart a thousand times a second.
   SavePace latticePace_;
+  bool starsFiled_ = true;
   /// Restarts since the last new solution, and the number of solutions then.
   Index fruitless_ = 0;
   Index solutionsBefore_ = 0;

@@ -18,14 +18,8 @@ Index YSolutionFile::starCount() const {
   return files_.withLive([](const auto& file) { return file.stars.dimension(); });
 }
 
-bool YSolutionFile::readStarsExactly() {
-  return files_.runStep([](auto& file) { return file.readStarsExactly(StarReading::append); },
-                        OnFailure::unchanged);
-}
-
-bool YSolutionFile::checkStars(Index first) {
-  return files_.runStep([first](auto& file) { return file.checkStars(first); },
-                        OnFailure::unchanged);
+void YSolutionFile::mergeFile() {
+  files_.runStep([](auto& file) { file.mergeFile(); }, OnFailure::unchanged);
 }
 
 void YSolutionFile::sortStars() {
@@ -44,8 +38,8 @@ void YSolutionFile::addStars(Array<Star<QQ>> judged, std::uint64_t problem) {
   files_.tryStandard();
 }
 
-WrittenFile YSolutionFile::write() {
-  return files_.runStep([](const auto& file) { return file.write(); }, OnFailure::unchanged);
+Commit YSolutionFile::writeIfCurrent() {
+  return files_.runStep([](auto& file) { return file.writeIfCurrent(); }, OnFailure::unchanged);
 }
 
 std::string YSolutionFile::text() const {
