@@ -13,9 +13,6 @@ namespace starsift {
 
 namespace {
 
-/// The most passes over one lattice; a restart follows even if it isn't reduced.
-constexpr int passesPerLattice = 20;
-
 /// Restarts without a new solution that end a search without limits.
 constexpr Index fruitlessRestarts = 20;
 
@@ -84,7 +81,7 @@ SearchEnd Seek::search() {
     watch_.look();
     lattice_.prepareLattice();
     while (!isOver()) {
-      reduceLattice();
+      runPass();
       restartLattice();
     }
   } catch (const SearchEnded& ended) {
@@ -97,19 +94,11 @@ SearchEnd Seek::search() {
   return SearchEnd::goal;
 }
 
-void Seek::reduceLattice() {
-  if (lattice_.params().deep) lattice_.sortBasis(0);
-  for (int pass = 1; pass <= passesPerLattice && !isOver(); ++pass)
-    if (runPass().skipped == 0) return;
-}
-
-PassCounts Seek::runPass() {
+void Seek::runPass() {
   if (passLimit_ >= 0 && watch_.passes() >= passLimit_) throw SearchEnded(SearchEnd::passes);
   watch_.look();
   watch_.beginPass();
-  const PassCounts counts = searchPass(lattice_);
-  watch_.endPass(counts);
-  return counts;
+  watch_.endPass(searchPass(lattice_));
 }
 
 void Seek::restartLattice() {

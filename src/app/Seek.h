@@ -27,8 +27,7 @@ class Seek {
 
  private:
   SearchEnd search();
-  void reduceLattice();
-  PassCounts runPass();
+  void runPass();
   void restartLattice();
   void saveLattice();
   void conclude(SearchEnd end);
