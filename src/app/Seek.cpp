@@ -8,6 +8,7 @@
 #include "params/ParamHelp.h"
 #include "search/SearchPass.h"
 #include "system/Console.h"
+#include "system/Failure.h"
 
 namespace starsift {
 
@@ -60,7 +61,7 @@ SearchEnd Seek::run() {
   StarStore store(lattice_);
   watch_.setStore(store);
   // The store has copied the problem as read, by which stars are judged.
-  lattice_.tightenBounds();
+  rowsContradict_ = !lattice_.tightenBounds();
   lattice_.tryStandardPrecision();
   lattice_.beginSearch(watch_, watch_.elapsed());
   const SearchEnd end = search();
@@ -80,6 +81,8 @@ SearchEnd Seek::search() {
     lattice_.normalise(TargetRange::find, From::lifted);
     watch_.look();
     lattice_.prepareLattice();
+    // The steps before have reports of their own if one row, or the equations alone, are a proof.
+    if (rowsContradict_) fail("Unfulfillable rows detected --> NO SOLUTIONS!");
     while (!isOver()) {
       runPass();
       restartLattice();

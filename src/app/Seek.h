@@ -42,6 +42,8 @@ class Seek {
   long passLimit_ = -1;
   /// The parameters set a limit.
   bool limited_ = false;
+  /// The rows contradict the bounds: see tightenBounds().
+  bool rowsContradict_ = false;
   /// Limits the writes of the lattice file: some problems restart a thousand times a second.
   SavePace latticePace_;
   /// Restarts since the last new solution, and the number of solutions then.
