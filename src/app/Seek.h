@@ -30,8 +30,7 @@ class Seek {
 
  private:
   SearchEnd search();
-  void reduceLattice();
-  PassCounts runPass();
+  void runPass();
   void restartLattice();
   void saveLattice();
   void conclude(SearchEnd end);
@@ -47,6 +46,8 @@ class Seek {
   long passLimit_ = -1;
   /// The parameters set a limit.
   bool limited_ = false;
+  /// The rows contradict the bounds: see tightenBounds().
+  bool rowsContradict_ = false;
   /// Limits the writes of the lattice file: some problems restart a thousand times a second.
   SavePace latticePace_;
   bool starsFiled_ = true;

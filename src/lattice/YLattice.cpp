@@ -127,8 +127,8 @@ bool YLattice<R>::equationsHoldExactly() const {
 }
 
 template <class R>
-void YLattice<R>::tightenBounds() {
-  exact().tightenBounds();
+bool YLattice<R>::tightenBounds() {
+  return exact().tightenBounds();
 }
 
 template <class R>

@@ -93,7 +93,7 @@ class YLattice {
   /// satisfies them exactly: see Exactness.h.
   bool equationsHoldExactly() const;
   /// Lattice::tightenBounds().
-  void tightenBounds();
+  bool tightenBounds();
   /// Sets parameters, as readArguments().
   void readParams(const std::vector<std::string>& arguments);
 
