@@ -76,7 +76,7 @@ function(starsift_add_gtest name folder library)
   endforeach()
 endfunction()
 
-foreach(floor IN LISTS STARSIFT_FLOORS ITEMS certificates app)
+foreach(floor IN LISTS STARSIFT_FLOORS ITEMS certificates models app)
   set(size)
   if(floor MATCHES "^(core|numbers|lattice|certificates)$")
     # Half a minute and more each under sanitizers.
@@ -85,6 +85,8 @@ foreach(floor IN LISTS STARSIFT_FLOORS ITEMS certificates app)
   starsift_add_gtest(unit_${floor} "${PROJECT_SOURCE_DIR}/tests/unit/${floor}" starsift_${floor}
     ${size})
 endforeach()
+target_compile_definitions(unit_models PRIVATE
+  STARSIFT_CORNER_FILES="${PROJECT_SOURCE_DIR}/tests/models")
 # These judge bases by certificates.
 target_link_libraries(unit_lattice PRIVATE starsift_certificates)
 starsift_add_gtest(property "${PROJECT_SOURCE_DIR}/tests/property" starsift_app
