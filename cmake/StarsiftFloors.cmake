@@ -110,6 +110,26 @@ function(starsift_add_app)
   endforeach()
 endfunction()
 
+# starsift_add_port()
+#
+# The room src/app/port/: the program starport with its main in starport.cpp. The rest is the library
+# starsift_port, on the floor models, which the other programs don't link.
+function(starsift_add_port)
+  set(folder "${PROJECT_SOURCE_DIR}/src/app/port")
+  file(GLOB sources CONFIGURE_DEPENDS "${folder}/*.cpp")
+  file(GLOB headers CONFIGURE_DEPENDS "${folder}/*.h")
+  list(REMOVE_ITEM sources "${folder}/starport.cpp")
+  add_library(starsift_port STATIC ${sources})
+  set_property(GLOBAL APPEND PROPERTY STARSIFT_HEADERS ${headers})
+  set_property(GLOBAL APPEND PROPERTY STARSIFT_LIBRARIES starsift_port)
+  target_link_libraries(starsift_port PUBLIC starsift_models starsift_app)
+  starsift_precompile(starsift_port sources "${PROJECT_SOURCE_DIR}/cmake/SystemHeaders.h")
+  add_executable(starport_program "${folder}/starport.cpp")
+  set_target_properties(starport_program PROPERTIES OUTPUT_NAME starport)
+  target_compile_definitions(starport_program PRIVATE STARSIFT_VERSION="${PROJECT_VERSION}")
+  target_link_libraries(starport_program PRIVATE starsift_port)
+endfunction()
+
 # starsift_add_header_check()
 #
 # The target headers_alone compiles each header of src/ with nothing before it. A

@@ -86,7 +86,8 @@ foreach(floor IN LISTS STARSIFT_FLOORS ITEMS certificates models app)
     ${size})
 endforeach()
 target_compile_definitions(unit_models PRIVATE
-  STARSIFT_CORNER_FILES="${PROJECT_SOURCE_DIR}/tests/models")
+  STARSIFT_CORNER_FILES="${PROJECT_SOURCE_DIR}/tests/models"
+  STARSIFT_SOLVER_FILES="${PROJECT_SOURCE_DIR}/tests/solutions")
 # These judge bases by certificates.
 target_link_libraries(unit_lattice PRIVATE starsift_certificates)
 starsift_add_gtest(property "${PROJECT_SOURCE_DIR}/tests/property" starsift_app
@@ -115,8 +116,8 @@ if(STARSIFT_SANITIZE)
 endif()
 
 if(TARGET starsift_program AND TARGET starseek_program)
-  # The commands are called by their path, so building one must build the other.
-  add_dependencies(starsift_program starseek_program)
+  # The commands are called by their path, so building one must build the others.
+  add_dependencies(starsift_program starseek_program starport_program)
   starsift_add_script_test(cases ${python} tests/run-cases ${program} --jobs 2 ${memory_limit})
   set_tests_properties(cases PROPERTIES PROCESSORS 2 COST 1000)
   starsift_add_script_test(examples ${python} tools/check-examples ${program})

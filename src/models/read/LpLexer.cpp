@@ -194,7 +194,7 @@ LpToken LpLexer::scan() {
     while (length < rest_.size() && isNamePart(rest_[length])) ++length;
     token.text = rest_.substr(0, length);
   } else {
-    throw ModelError(line_, quoted(rest_.substr(0, 1)) + " begins no word");
+    throw ModelError(line_, inQuotes(rest_.substr(0, 1)) + " begins no word");
   }
   rest_.remove_prefix(token.text.size());
   return token;

@@ -75,7 +75,7 @@ class LpReader {
 void LpReader::refuse(const LpToken& token) const {
   if (token.kind == LpTokenKind::end) throw ModelError(token.line, "the file ends too early");
   if (token.kind != LpTokenKind::other)
-    throw ModelError(token.line, quoted(token.text) + " stands at a wrong place");
+    throw ModelError(token.line, inQuotes(token.text) + " stands at a wrong place");
   throw ModelError(token.line, token.text == "->" ? "indicator rows (->) are not supported"
                                                   : "quadratic terms (" + std::string(token.text) +
                                                         ") are not supported");
@@ -116,7 +116,7 @@ bool LpReader::readTerm(Side& side, bool endsWithLine) {
   }
   bool isPositive = true;
   if (isInfinityWord(name.text, isPositive))
-    throw ModelError(name.line, quoted(name.text) + " stands where a column is expected");
+    throw ModelError(name.line, inQuotes(name.text) + " stands where a column is expected");
   builder_.addTerm(side.terms, builder_.column(lexer_.take().text), factor);
   if (lexer_.peek().kind == LpTokenKind::other) refuse(lexer_.peek());
   return true;
@@ -219,7 +219,7 @@ std::uint32_t LpReader::takeColumn() {
   const LpToken token = lexer_.take();
   if (token.kind != LpTokenKind::name) refuse(token);
   if (const auto column = builder_.model.columnNames.find(token.text)) return *column;
-  throw ModelError(token.line, "there is no column " + quoted(token.text));
+  throw ModelError(token.line, "there is no column " + inQuotes(token.text));
 }
 
 bool LpReader::beginsValue() const {
@@ -294,7 +294,7 @@ void LpReader::readSection(const LpToken& keyword) {
     case LpKeyword::binaries:
       return readKinds(ColumnKind::binary);
     default:
-      throw ModelError(keyword.line, "the section " + quoted(keyword.text) + " is not supported");
+      throw ModelError(keyword.line, "the section " + inQuotes(keyword.text) + " is not supported");
   }
 }
 
@@ -303,7 +303,7 @@ void LpReader::nameRows() {
   NameTable labels;
   for (std::size_t i = 0; i < labels_.size(); ++i)
     if (!labels_[i].empty() && !labels.add(labels_[i]).isNew)
-      throw ModelError(labelLines_[i], "the row " + quoted(labels_[i]) + " comes a second time");
+      throw ModelError(labelLines_[i], "the row " + inQuotes(labels_[i]) + " comes a second time");
   for (std::size_t i = 0; i < labels_.size(); ++i) {
     std::string name = labels_[i];
     if (name.empty()) {

@@ -43,7 +43,7 @@ BoundKind boundKind(std::string_view code, std::size_t line) {
     if (equalsInAnyCase(code, known.code)) return known.kind;
   if (equalsInAnyCase(code, "SC") || equalsInAnyCase(code, "SI"))
     throw ModelError(line, "semi-continuous columns (" + std::string(code) + ") are not supported");
-  throw ModelError(line, quoted(code) + " is no kind of bound");
+  throw ModelError(line, inQuotes(code) + " is no kind of bound");
 }
 
 }  // namespace
@@ -66,7 +66,7 @@ QQ MpsColumns::boundOf(std::string_view value, std::uint32_t column, std::size_t
 
 void MpsColumns::setSides(std::uint32_t column, unsigned sides, std::size_t line) {
   if ((flags_[column] & sides) != 0)
-    throw ModelError(line, "a bound of " + quoted(model_.columnNames[column]) + " is set twice");
+    throw ModelError(line, "a bound of " + inQuotes(model_.columnNames[column]) + " is set twice");
   flags_[column] = static_cast<std::uint8_t>(flags_[column] | sides);
   if (lines_.empty()) lines_.resize(model_.columnCount());
   lines_[column] = line;
@@ -140,7 +140,7 @@ void MpsColumns::remark(const ColumnTally& tally, const std::string& text) {
   if (tally.count == 0) return;
   model_.remarks.push_back({tally.firstLine, text + ": " + std::to_string(tally.count) +
                                                  ", the first of " +
-                                                 quoted(model_.columnNames[tally.firstColumn])});
+                                                 inQuotes(model_.columnNames[tally.firstColumn])});
 }
 
 }  // namespace starsift

@@ -64,7 +64,7 @@ class SetChoice {
     current_ = std::string(name);
     isFirst_ = *chosen_ == name;
     if (!isFirst_)
-      model.remarks.push_back({line, "the set " + quoted(name) + " of " + std::string(section) +
+      model.remarks.push_back({line, "the set " + inQuotes(name) + " of " + std::string(section) +
                                          " is ignored, the first one is used"});
     return isFirst_;
   }
@@ -124,7 +124,7 @@ void MpsReader::setSense(std::string_view word) {
   }
   for (const std::string_view minimise : {"MIN", "MINIMIZE", "MINIMISE"})
     if (equalsInAnyCase(word, minimise)) return;
-  throw ModelError(line_, quoted(word) + " is no sense of an objective, which is MIN or MAX");
+  throw ModelError(line_, inQuotes(word) + " is no sense of an objective, which is MIN or MAX");
 }
 
 void MpsReader::enter(MpsSection section, std::string_view word) {
@@ -172,12 +172,12 @@ bool MpsReader::openSection(std::string_view text) {
     setSense(trimmed(text));
     return true;
   }
-  throw ModelError(line_, quoted(word) + " is no section of an MPS file");
+  throw ModelError(line_, inQuotes(word) + " is no section of an MPS file");
 }
 
 std::uint32_t MpsReader::rowOf(std::string_view name) const {
   if (const auto row = model_.rowNames.find(name)) return *row;
-  throw ModelError(line_, "there is no row " + quoted(name));
+  throw ModelError(line_, "there is no row " + inQuotes(name));
 }
 
 void MpsReader::enterColumn() {
@@ -185,7 +185,7 @@ void MpsReader::enterColumn() {
   if (count > 0 && model_.columnNames[count - 1] == card_.first) return;
   if (card_.first.empty()) throw ModelError(line_, "the name of the column is missing");
   if (!model_.columnNames.add(card_.first).isNew)
-    throw ModelError(line_, "the column " + quoted(card_.first) + " comes a second time");
+    throw ModelError(line_, "the column " + inQuotes(card_.first) + " comes a second time");
   model_.columnStart.back() = model_.entryRows.size();
   model_.columnStart.push_back(model_.entryRows.size());
   columns_.append(isBetweenMarkers_);
@@ -200,7 +200,7 @@ void MpsReader::changeMarker() {
     throw ModelError(line_,
                      "special ordered sets (" + std::string(card_.marker) + ") are not supported");
   else
-    throw ModelError(line_, quoted(card_.marker) + " is no marker");
+    throw ModelError(line_, inQuotes(card_.marker) + " is no marker");
 }
 
 void MpsReader::addEntries() {
@@ -210,8 +210,8 @@ void MpsReader::addEntries() {
   for (const auto& [name, value] : card_.pairs) {
     const std::uint32_t row = rowOf(name);
     if (std::exchange(lastColumns_[row], column) == column)
-      throw ModelError(line_, "the column " + quoted(card_.first) + " has two entries in the row " +
-                                  quoted(name));
+      throw ModelError(line_, "the column " + inQuotes(card_.first) +
+                                  " has two entries in the row " + inQuotes(name));
     QQ entry = numbers_.read(value, line_);
     if (entry.isZero()) continue;
     model_.entryRows.push_back(row);
@@ -236,7 +236,7 @@ void MpsReader::addBound() {
   if (!boundSets_.counts(card_.first, "BOUNDS", line_, model_)) return;
   const auto& [name, value] = card_.pairs.front();
   const auto column = model_.columnNames.find(name);
-  if (!column) throw ModelError(line_, "there is no column " + quoted(name));
+  if (!column) throw ModelError(line_, "there is no column " + inQuotes(name));
   columns_.setBound(card_.code, *column, value, line_);
 }
 

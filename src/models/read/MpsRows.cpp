@@ -24,9 +24,9 @@ void MpsRows::append(std::string_view kind, std::string_view name, std::size_t l
   else if (equalsInAnyCase(kind, "G"))
     known = Kind::greater;
   else if (!equalsInAnyCase(kind, "N"))
-    throw ModelError(line, quoted(kind) + " is no kind of row, which is N, E, L or G");
+    throw ModelError(line, inQuotes(kind) + " is no kind of row, which is N, E, L or G");
   if (!model_.rowNames.add(name).isNew)
-    throw ModelError(line, "the row " + quoted(name) + " comes a second time");
+    throw ModelError(line, "the row " + inQuotes(name) + " comes a second time");
   kinds_.push_back(known);
   if (known == Kind::free) freeRowLines_.push_back(line);
   rightSides_.emplace_back();
@@ -43,7 +43,7 @@ void MpsRows::setObjective(std::string_view name, std::size_t line) {
 
 void MpsRows::setRightSide(std::uint32_t row, std::string_view value, std::size_t line) {
   if (hasRightSide_[row])
-    throw ModelError(line, "the row " + quoted(model_.rowNames[row]) + " has two right sides");
+    throw ModelError(line, "the row " + inQuotes(model_.rowNames[row]) + " has two right sides");
   hasRightSide_[row] = true;
   rightSides_[row] = numbers_.read(value, line);
   if (kinds_[row] == Kind::free && objectiveSideLine_ == 0) objectiveSideLine_ = line;
@@ -51,11 +51,11 @@ void MpsRows::setRightSide(std::uint32_t row, std::string_view value, std::size_
 
 void MpsRows::setRange(std::uint32_t row, std::string_view value, std::size_t line) {
   if (hasRange_[row])
-    throw ModelError(line, "the row " + quoted(model_.rowNames[row]) + " has two ranges");
+    throw ModelError(line, "the row " + inQuotes(model_.rowNames[row]) + " has two ranges");
   hasRange_[row] = true;
   QQ range = numbers_.read(value, line);
   if (kinds_[row] == Kind::free)
-    model_.remarks.push_back({line, "the range of " + quoted(model_.rowNames[row]) +
+    model_.remarks.push_back({line, "the range of " + inQuotes(model_.rowNames[row]) +
                                         ", a row of kind N, has no effect"});
   else
     ranges_.push_back({row, std::move(range)});
@@ -65,7 +65,7 @@ std::optional<std::uint32_t> MpsRows::objectiveRow() const {
   if (isObjectiveNamed_) {
     const auto row = model_.rowNames.find(objectiveName_);
     if (!row || kinds_[*row] != Kind::free)
-      throw ModelError(objectiveNameLine_, "there is no row of kind N " + quoted(objectiveName_));
+      throw ModelError(objectiveNameLine_, "there is no row of kind N " + inQuotes(objectiveName_));
     return row;
   }
   for (std::uint32_t row = 0; row < kinds_.size(); ++row)
@@ -106,7 +106,7 @@ void MpsRows::takeObjective(std::uint32_t row) {
   objective.constant = -model_.rowUpper[row];
   if (!objective.constant.isZero())
     model_.remarks.push_back(
-        {objectiveSideLine_, "the right side of the objective row " + quoted(objective.name) +
+        {objectiveSideLine_, "the right side of the objective row " + inQuotes(objective.name) +
                                  " makes the constant " + numberText(objective.constant)});
 }
 
@@ -126,7 +126,7 @@ void MpsRows::removeFreeRows(std::optional<std::uint32_t> objective) {
     if (kinds_[row] == Kind::free) {
       if (row != *objective)
         model_.remarks.push_back(
-            {freeRowLines_[freeRows], "the row " + quoted(model_.rowNames[row]) +
+            {freeRowLines_[freeRows], "the row " + inQuotes(model_.rowNames[row]) +
                                           " of kind N is not the objective and has no effect"});
       ++freeRows;
       continue;

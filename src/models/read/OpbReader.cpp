@@ -105,7 +105,7 @@ class OpbReader {
 
 void OpbReader::refuse(const OpbWord& word) {
   if (word.text.empty()) throw ModelError(word.line, "the file ends too early");
-  throw ModelError(word.line, quoted(word.text) + " stands at a wrong place");
+  throw ModelError(word.line, inQuotes(word.text) + " stands at a wrong place");
 }
 
 void OpbReader::expect(std::string_view mark) {
@@ -120,7 +120,7 @@ QQ OpbReader::takeInteger() {
   // A sign may stand apart from its digits.
   if (text.size() == 1 && (text[0] == '+' || text[0] == '-')) text += words_.take().text;
   QQ value = numbers_.read(text, word.line);
-  if (!value.isInteger()) throw ModelError(word.line, quoted(text) + " is not an integer");
+  if (!value.isInteger()) throw ModelError(word.line, inQuotes(text) + " is not an integer");
   return value;
 }
 

@@ -141,16 +141,16 @@ void NumberReader::count(const NumberForm& form, std::string_view text, std::siz
   if (digits <= uncountedDigits) return;
   expandedDigits_ += digits;
   if (expandedDigits_ > mostExpandedDigits)
-    throw ModelError(line, quoted(text) + " and the numbers before it have more than " +
+    throw ModelError(line, inQuotes(text) + " and the numbers before it have more than " +
                                std::to_string(mostExpandedDigits) + " digits in all");
 }
 
 QQ NumberReader::value(const NumberForm& form, std::string_view text, std::size_t line) {
   if (isOutOfRange(form))
-    throw ModelError(
-        line, "the exponent of " + quoted(text) + " is beyond " + std::to_string(largestExponent));
+    throw ModelError(line, "the exponent of " + inQuotes(text) + " is beyond " +
+                               std::to_string(largestExponent));
   if (!form.denominator.empty() && isZero(form.denominator))
-    throw ModelError(line, quoted(text) + " has the denominator 0");
+    throw ModelError(line, inQuotes(text) + " has the denominator 0");
   count(form, text, line);
   return valueOf(form);
 }
@@ -158,7 +158,7 @@ QQ NumberReader::value(const NumberForm& form, std::string_view text, std::size_
 QQ NumberReader::read(std::string_view text, std::size_t line) {
   const std::optional<NumberForm> form = scanNumber(text);
   if (!form || form->length != text.size())
-    throw ModelError(line, quoted(text) + " is not a number");
+    throw ModelError(line, inQuotes(text) + " is not a number");
   return value(*form, text, line);
 }
 

@@ -1,12 +1,11 @@
 #include "models/text/ModelText.h"
 
-#include <nettle/sha2.h>
 #include <unistd.h>
 #include <zlib.h>
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
+#include <new>
+#include <optional>
 
 #include "models/text/ModelError.h"
 #include "system/Exceptions.h"
@@ -110,21 +109,6 @@ ModelText readModelText(const std::string& path) {
   if (text.view().starts_with(gzipMark)) {
     text.bytes = gunzip(text.view());
     text.file.reset();
-  }
-  return text;
-}
-
-std::string sha256(std::string_view bytes) {
-  sha256_ctx context;
-  sha256_init(&context);
-  sha256_update(&context, bytes.size(), reinterpret_cast<const std::uint8_t*>(bytes.data()));
-  std::array<std::uint8_t, SHA256_DIGEST_SIZE> digest{};
-  sha256_digest(&context, digest.size(), digest.data());
-  constexpr std::string_view hexadecimal = "0123456789abcdef";
-  std::string text;
-  for (const std::uint8_t byte : digest) {
-    text += hexadecimal[byte >> 4U];
-    text += hexadecimal[byte & 15U];
   }
   return text;
 }

@@ -27,7 +27,4 @@ ModelText readModelText(const std::string& path);
 /// The unpacked text of one or more gzip members. ModelError if they are broken or cut.
 std::string gunzip(std::string_view packed);
 
-/// The SHA-256 digest in 64 hexadecimal digits (FIPS 180-4).
-std::string sha256(std::string_view bytes);
-
 }  // namespace starsift

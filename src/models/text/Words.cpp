@@ -21,7 +21,7 @@ bool equalsInAnyCase(std::string_view a, std::string_view b) {
                     [](char x, char y) { return lowered(x) == lowered(y); });
 }
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
   std::string result = "\"";
   for (const char c : text.substr(0, shownBytes)) {
     const auto byte = static_cast<unsigned char>(c);

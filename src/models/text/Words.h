@@ -13,7 +13,7 @@ char lowered(char c);
 bool equalsInAnyCase(std::string_view a, std::string_view b);
 
 /// `text` in quotation marks for a report: control characters as "?", cut after 60 bytes.
-std::string quoted(std::string_view text);
+std::string inQuotes(std::string_view text);
 
 /// "1 row", "2 rows".
 std::string counted(std::size_t count, std::string_view noun);

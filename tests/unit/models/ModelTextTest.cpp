@@ -5,12 +5,13 @@
 #include "models/text/ModelError.h"
 #include "models/text/ModelNumber.h"
 #include "models/text/NumberText.h"
+#include "models/text/Sha256.h"
 #include "models/text/Words.h"
 
 namespace starsift {
 namespace {
 
-TEST(ModelText, DigestsAreThoseOfTheStandard) {
+TEST(Sha256, DigestsAreThoseOfTheStandard) {
   EXPECT_EQ(sha256("abc"), "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
   EXPECT_EQ(sha256(""), "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855");
 }
@@ -53,8 +54,8 @@ TEST(NumberText, KnowsWhatADoubleHolds) {
 }
 
 TEST(Words, QuoteControlCharactersAndCutLongNames) {
-  EXPECT_EQ(quoted("a\tb"), "\"a?b\"");
-  EXPECT_EQ(quoted(std::string(61, 'x')), '"' + std::string(60, 'x') + "...\"");
+  EXPECT_EQ(inQuotes("a\tb"), "\"a?b\"");
+  EXPECT_EQ(inQuotes(std::string(61, 'x')), '"' + std::string(60, 'x') + "...\"");
 }
 
 }  // namespace
