@@ -93,6 +93,8 @@ target_link_libraries(unit_lattice PRIVATE starsift_certificates)
 starsift_add_gtest(property "${PROJECT_SOURCE_DIR}/tests/property" starsift_app
   SHARDS 4 COST 50)
 target_link_libraries(property PRIVATE starsift_certificates)
+starsift_add_gtest(property_models "${PROJECT_SOURCE_DIR}/tests/property/models" starsift_models
+  COST 20)
 # Its fail() throws: see ThrowingFailure.h there.
 starsift_add_gtest(property_fatal "${PROJECT_SOURCE_DIR}/tests/property/fatal" starsift_app
   SHARDS 10 COST 100)

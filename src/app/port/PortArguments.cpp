@@ -114,12 +114,25 @@ PortArguments readPortArguments(std::span<char* const> arguments) {
 
 std::string portHelp() {
   return R"(
-MODEL is a file .mps, .lp or .opb, also packed (.gz), or - with --format. It becomes BASE.opt and
-BASE.names; BASE is MODEL without its endings unless -o names it.
+Models and solutions of other programs in and out, with exact numbers.
 
---solution=FILE       adds what a solver wrote to BASE.sol; any number of times
+MODEL [--solution=FILE ...] [-o BASE]
+  MODEL is a file .mps, .lp or .opb, also packed (.gz), or - with --format. It becomes BASE.opt and
+  BASE.names; BASE is MODEL without its endings unless -o names it. What solvers wrote is added to
+  BASE.sol.
+BASE.opt -o MODEL.mps (or .lp; also from another model)
+  writes a problem as a model; goals, moduli and decimal places are transformed.
+--explain FILE ... [MODEL or BASE.opt]
+  checks records (BASE.sol) and solution files: every row, bound and step that is broken, and by
+  how much exactly. The status is 0 if all records are right, else 1.
+--solution-of MODEL BASE.sol [-o FILE]
+  writes a record as a list of names and values for solvers.
+
+--solution=FILE       a solution file of a solver; any number of times
 --format=mps|lp|opb   format of MODEL, whatever its ending
---force               replaces files of BASE that aren't from this model
+--force               replaces files that aren't from this model
+--rows                with --explain: the values of all rows
+--record=N|all        with --solution-of: which record (1)
 --decimals=N          decimal places of continuous columns in BASE.opt (6)
 --constant            adds a variable for the constant of the objective
 --max-size=BYTES      largest BASE.opt, also with K, M or G (1G)
@@ -128,6 +141,7 @@ BASE.names; BASE is MODEL without its endings unless -o names it.
 --integrality=X       largest distance to an integer that is rounded (1e-5)
 --snap=X              largest distance beyond a bound that is removed (1e-9)
 --keep-rounded        takes integers that the format of a solution can't hold as they stand
+--version             prints the version
 
 The status is 2 if anything was refused; nothing is written then.
 )";

@@ -8,6 +8,8 @@
 
 #include "app/Program.h"
 #include "app/port/PortArguments.h"
+#include "models/jobs/Explain.h"
+#include "models/jobs/Export.h"
 #include "models/jobs/Import.h"
 #include "models/jobs/ReportText.h"
 #include "models/text/ModelError.h"
@@ -34,11 +36,42 @@ std::string baseOf(const PortArguments& given) {
   return base;
 }
 
+/// True for "-o" with the name of a model, and for a problem as the model: both ask for a model.
+bool isExport(const PortArguments& given) {
+  return given.files.size() == 1 &&
+         (formatOfPath(given.output) || given.files.front().ends_with(".opt"));
+}
+
 int import(const PortArguments& given) {
+  if (isExport(given)) {
+    if (!given.solutions.empty())
+      throw ModelError(0, "solutions are added to problems, not to " + given.output);
+    writeReport(std::cout, exportModel(given.files.front(), given.output, given.options));
+    return EXIT_SUCCESS;
+  }
   if (given.files.size() != 1)
     throw ModelError(0, "one model at a time; solutions stand behind --solution");
   writeReport(std::cout,
               importModel(given.files.front(), given.solutions, baseOf(given), given.options));
+  return EXIT_SUCCESS;
+}
+
+int explainFiles(const PortArguments& given) {
+  const JobReport report = explain(given.files, given.options);
+  if (report.solutions.empty()) throw ModelError(0, "there are no solutions to explain");
+  writeExplanation(std::cout, report, given.showsRows);
+  return report.isRight() ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+int writeSolution(const PortArguments& given) {
+  if (given.files.size() != 2)
+    throw ModelError(0, "--solution-of takes a model and a file of records");
+  const std::string text =
+      solutionText(given.files[0], given.files[1], given.record, given.options);
+  if (given.output.empty())
+    std::cout << text;
+  else
+    writeTextFile(given.output, text);
   return EXIT_SUCCESS;
 }
 
@@ -54,9 +87,14 @@ int run(std::string_view program, const PortArguments& given) {
     case PortJob::usage:
       printUsage(program, synopsis);
       return refusal;
-    default:
+    case PortJob::explain:
+      return explainFiles(given);
+    case PortJob::solutionOf:
+      return writeSolution(given);
+    case PortJob::import:
       return import(given);
   }
+  return refusal;
 }
 
 /// What fail() does here: the readers and writers of the lower floors end a job by it.

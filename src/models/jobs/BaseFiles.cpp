@@ -157,6 +157,10 @@ void writeBaseFiles(const BasePaths& paths, const Model& model, const OptRows& r
   group.keep();
 }
 
+bool hasBaseNames(const std::string& optPath) {
+  return exists(namesPath(optPath));
+}
+
 NamesFile readBaseNames(const std::string& optPath) {
   const std::string path = namesPath(optPath);
   std::optional<NamesFile> names = namesAt(path);
@@ -170,7 +174,7 @@ Problem readBaseProblem(const std::string& optPath) {
   Vanu<QQ> problem;
   problem.optFile = optPath;
   readOpt(problem);
-  if (!exists(namesPath(optPath))) return problemOf(problem);
+  if (!hasBaseNames(optPath)) return problemOf(problem);
   return problemOf(problem, readBaseNames(optPath));
 }
 

@@ -38,6 +38,9 @@ void writeBaseFiles(const BasePaths& paths, const Model& model, const OptRows& r
 /// belong to another problem.
 Problem readBaseProblem(const std::string& optPath);
 
+/// True if there are names beside a .opt file.
+bool hasBaseNames(const std::string& optPath);
+
 /// The names beside a .opt file. ModelError if there are none, or others.
 NamesFile readBaseNames(const std::string& optPath);
 

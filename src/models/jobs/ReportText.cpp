@@ -19,9 +19,11 @@ void writeRemarks(std::ostream& stream, const std::string& path,
   }
 }
 
-/// "HiGHS, Optimal".
+/// " (HiGHS, Optimal)", empty if nothing is known.
 std::string sourceText(const SolutionReport& solution, const RecordReport& record) {
-  return solution.solver + (record.status.empty() ? "" : ", " + record.status);
+  const bool hasBoth = !solution.solver.empty() && !record.status.empty();
+  const std::string text = solution.solver + (hasBoth ? ", " : "") + record.status;
+  return text.empty() ? "" : " (" + text + ")";
 }
 
 std::string changesText(const Model& model, const ValueChanges& changes) {
@@ -62,8 +64,8 @@ void writeRecordLine(std::ostream& stream, const JobReport& report, const Soluti
                                 : "record " + std::to_string(record.number) + " of " +
                                       std::to_string(solution.records.size());
   if (!report.solPath.empty()) stream << report.solPath << ": ";
-  stream << count << " of " << solution.path << " (" << sourceText(solution, record)
-         << "): " << roundingText(model, record.point);
+  stream << count << " of " << solution.path << sourceText(solution, record) << ": "
+         << roundingText(model, record.point);
   if (!record.repair.empty()) stream << record.repair << "; ";
   stream << verdictText(model, record.check) << '\n';
 }
@@ -86,8 +88,7 @@ void writeRecord(std::ostream& stream, const JobReport& report, const SolutionRe
                  const RecordReport& record, bool showsRows) {
   const Model& model = report.problem.model;
   const PointReport& check = record.check;
-  stream << solution.path << ": record " << record.number << " (" << sourceText(solution, record)
-         << "): "
+  stream << solution.path << ": record " << record.number << sourceText(solution, record) << ": "
          << (check.isRight() ? "right" : "wrong, " + counted(check.violations.size(), "violation"))
          << '\n';
   const std::string rounding = roundingText(model, record.point);

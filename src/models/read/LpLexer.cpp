@@ -107,6 +107,18 @@ std::size_t matchedLength(std::string_view text, std::string_view keyword) {
 
 }  // namespace
 
+bool isLpName(std::string_view text) {
+  if (text.empty() || !beginsName(text.front()) ||
+      !std::all_of(text.begin(), text.end(), isNamePart))
+    return false;
+  bool isPositive = true;
+  if (isInfinityWord(text, isPositive) || equalsInAnyCase(text, "free")) return false;
+  // The two words of "subject to" and the like begin no line as names either.
+  return std::none_of(keywordTexts.begin(), keywordTexts.end(), [text](const KeywordText& known) {
+    return equalsInAnyCase(text, known.text.substr(0, known.text.find(' ')));
+  });
+}
+
 LpLexer::LpLexer(std::string_view text) : rest_(text) {
   current_ = scan();
   next_ = scan();

@@ -50,6 +50,10 @@ struct LpToken {
   NumberForm number;
 };
 
+/// True if the text is read as one name wherever a name may stand: it has no operators and blanks,
+/// isn't a keyword, "free" or infinity, and doesn't begin as a number does.
+bool isLpName(std::string_view text);
+
 /// Yields the tokens of a text one by one, with one token of lookahead.
 class LpLexer {
  public:

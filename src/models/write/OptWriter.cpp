@@ -136,6 +136,9 @@ void OptText::write(const OptRows& rows) {
 
 OptRows optRows(const Model& model) {
   if (model.columnCount() == 0) throw ModelError(0, "the model has no columns");
+  // The text says how many columns there are by its rows only.
+  if (model.rowCount() == 0 && model.objective.columns.empty())
+    throw ModelError(0, "the model has neither rows nor an objective");
   std::vector<bool> hasEntries(model.rowCount());
   for (const std::uint32_t row : model.entryRows) hasEntries[row] = true;
   OptRows rows;

@@ -24,7 +24,7 @@ struct OptRows {
 };
 
 /// Ranged rows are inequations. ModelError for a row without entries that 0 doesn't fit, and for a
-/// model without columns.
+/// model without columns, or with neither rows nor an objective.
 OptRows optRows(const Model& model);
 
 /// Bytes that the text will have, to within a few per cent if most entries are 0.

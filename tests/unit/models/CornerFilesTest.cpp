@@ -13,11 +13,11 @@
 #include <string>
 #include <vector>
 
-#include "ModelDescription.h"
 #include "models/read/ModelReader.h"
 #include "models/text/ModelError.h"
 #include "models/text/ModelNumber.h"
 #include "models/text/Words.h"
+#include "support/fixtures/ModelDescription.h"
 
 namespace starsift {
 namespace {
