@@ -85,7 +85,7 @@ function(starsift_add_gtest name folder library)
   endforeach()
 endfunction()
 
-foreach(floor IN LISTS STARSIFT_FLOORS ITEMS certificates app)
+foreach(floor IN LISTS STARSIFT_FLOORS ITEMS certificates models app)
   set(size)
   if(floor MATCHES "^(core|numbers|lattice|certificates)$")
     # Half a minute and more each under sanitizers.
@@ -94,11 +94,16 @@ foreach(floor IN LISTS STARSIFT_FLOORS ITEMS certificates app)
   starsift_add_gtest(unit_${floor} "${PROJECT_SOURCE_DIR}/tests/unit/${floor}" starsift_${floor}
     ${size})
 endforeach()
+target_compile_definitions(unit_models PRIVATE
+  STARSIFT_CORNER_FILES="${PROJECT_SOURCE_DIR}/tests/models"
+  STARSIFT_SOLVER_FILES="${PROJECT_SOURCE_DIR}/tests/solutions")
 # These judge bases by certificates.
 target_link_libraries(unit_lattice PRIVATE starsift_certificates)
 starsift_add_gtest(property "${PROJECT_SOURCE_DIR}/tests/property" starsift_app
   SHARDS 4 COST 50)
 target_link_libraries(property PRIVATE starsift_certificates)
+starsift_add_gtest(property_models "${PROJECT_SOURCE_DIR}/tests/property/models" starsift_models
+  COST 20)
 # Its fail() throws: see ThrowingFailure.h there.
 starsift_add_gtest(property_fatal "${PROJECT_SOURCE_DIR}/tests/property/fatal" starsift_app
   SHARDS 10 COST 100)
@@ -122,8 +127,8 @@ if(STARSIFT_SANITIZE)
 endif()
 
 if(TARGET starsift_program AND TARGET starseek_program)
-  # The commands are called by their path, so building one must build the other.
-  add_dependencies(starsift_program starseek_program)
+  # The commands are called by their path, so building one must build the others.
+  add_dependencies(starsift_program starseek_program starport_program)
   starsift_add_script_test(cases ${python} tests/run-cases ${program} --jobs 2 ${memory_limit})
   set_tests_properties(cases PROPERTIES PROCESSORS 2 COST 1000)
   starsift_add_script_test(examples ${python} tools/check-examples ${program})
