@@ -28,11 +28,30 @@ bool canWrite(const std::string& path) {
 
 }  // namespace
 
+StarStore* StarStore::present = nullptr;
+
 StarStore::StarStore(const YLattice<long double>& search, std::function<Clock::time_point()> now)
-    : now_(std::move(now)) {
+    : search_(search), now_(std::move(now)) {
+  present = this;
   search.withLive([this](const auto& lattice) { stars_.takeProblem(lattice.file); });
   // A file that was not read counts as written by others.
   if (search.params().bench <= 0) stars_.mergeFile();
+}
+
+StarStore::~StarStore() {
+  if (present == this) present = nullptr;
+}
+
+void StarStore::secureUnsaved() {
+  // A fatal report in here secures nothing, instead of coming here again.
+  StarStore* const store = std::exchange(present, nullptr);
+  if (store == nullptr || !store->hasNews(store->search_) || !rescueRemark().empty()) return;
+  try {
+    store->take(store->search_);
+    const RescueFile rescue(store->stars_);
+  } catch (const GeneralException&) {
+    // The lattice is broken in the middle of a step; what was saved before is on disk.
+  }
 }
 
 bool StarStore::hasNews(const YLattice<long double>& search) const {
