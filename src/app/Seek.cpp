@@ -4,7 +4,6 @@
 #include <string_view>
 
 #include "app/ProofRemark.h"
-#include "app/StarStore.h"
 #include "params/ParamHelp.h"
 #include "search/SearchPass.h"
 #include "system/Console.h"
@@ -41,14 +40,17 @@ std::string_view reasonText(SearchEnd end) {
       return "interrupted";
     case SearchEnd::overflow:
       return "numbers too large";
+    case SearchEnd::decided:
+      return "decided";
   }
   return "";
 }
 
 }  // namespace
 
-Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, std::ostream& report)
-    : lattice_(lattice), watch_(watch), report_(report) {
+Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, const SeekOptions& options,
+           std::ostream& report)
+    : lattice_(lattice), watch_(watch), options_(options), report_(report) {
   const Params& params = lattice.params();
   passLimit_ = params.iters;
   watch.setTimeLimit(params.rtime.get());
@@ -58,10 +60,12 @@ Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, std::ostream& rep
 
 SearchEnd Seek::run() {
   lattice_.readOpt();
-  setEquationsExact(lattice_.equationsHoldExactly());
+  equationsAreExact_ = lattice_.equationsHoldExactly();
+  setEquationsExact(equationsAreExact_);
   limited_ = isLimited(lattice_);
   StarStore store(lattice_);
   watch_.setStore(store);
+  decide_.emplace(lattice_, watch_, store, options_);
   // The store has copied the problem as read, by which stars are judged.
   lattice_.tightenBounds();
   lattice_.tryStandardPrecision();
@@ -73,20 +77,20 @@ SearchEnd Seek::run() {
   writeStatistics(end);
   const bool anyStars = store.report(report_);
   report_ << endLine();
-  writeVerdict(anyStars);
+  const SearchResult ended = result(store, anyStars);
+  writeVerdict(report_, ended);
+  if (options_.json) report_ << jsonLine(ended) << endLine();
+  stampOutputTime();
   return end;
 }
 
 SearchEnd Seek::search() {
   try {
     watch_.look();
-    lattice_.normalise(TargetRange::find, From::lifted);
-    watch_.look();
-    lattice_.prepareLattice();
-    while (!isOver()) {
-      reduceLattice();
-      restartLattice();
-    }
+    if (options_.count)
+      decide();
+    else
+      searchLattices();
   } catch (const SearchEnded& ended) {
     return ended.reason();
   } catch (const PrecisionException& exception) {
@@ -95,6 +99,23 @@ SearchEnd Seek::search() {
     return SearchEnd::overflow;
   }
   return SearchEnd::goal;
+}
+
+void Seek::searchLattices() {
+  lattice_.normalise(TargetRange::find, From::lifted);
+  watch_.look();
+  lattice_.prepareLattice();
+  while (!isOver()) {
+    reduceLattice();
+    if (!isOver()) decide();
+    restartLattice();
+  }
+  if (decide_->wantsBest()) decide();
+}
+
+/// Throws SearchEnded if the complete search has ended the whole one.
+void Seek::decide() {
+  if (decide_->isDue() && decide_->run()) throw SearchEnded(SearchEnd::decided);
 }
 
 void Seek::reduceLattice() {
@@ -141,31 +162,39 @@ void Seek::conclude(SearchEnd end) {
   setConsoleDepth(0);
   try {
     lattice_.saveLattice();
-    if (!lattice_.stopped()) lattice_.restartHandling(Outcome::finished);
+    if (!lattice_.stopped()) writeStatus();
   } catch (const PrecisionException&) {
     // The numbers that ended the search can also prevent saving its lattice.
     if (end != SearchEnd::overflow) throw;
   }
 }
 
+/// The status that the lattice writes when it ends a search, with the solutions of the complete
+/// search.
+void Seek::writeStatus() {
+  std::cout << lattice_.statusText(decide_->firstStars(), decide_->furtherStars()) << endLine();
+  stampOutputTime();
+}
+
 void Seek::writeStatistics(SearchEnd end) {
   if (lattice_.params().verb < 1) return;
   report_ << "Search ended: " << reasonText(end) << ". Passes = " << watch_.passes()
           << ", exchanges = " << watch_.exchanges() << ", restarts = " << lattice_.restarts()
-          << endLine();
+          << ", nodes = " << decide_->result().nodes << endLine();
   stampOutputTime();
 }
 
-/// Reports what the result does not prove.
-void Seek::writeVerdict(bool anyStars) {
-  if (lattice_.solutionCount() == 0)
-    report_ << "No " << (anyStars ? "further " : "")
-            << "solution was found. This proves nothing: there may be one all the same."
-            << endLine();
-  else if (lattice_.hasTargets())
-    report_ << "The first solution is the best one found, not proven to be the best there is."
-            << endLine();
-  stampOutputTime();
+SearchResult Seek::result(const StarStore& store, bool anyStars) const {
+  SearchResult result;
+  result.decided = decide_->result();
+  result.equationsAreExact = equationsAreExact_;
+  result.hasTargets = lattice_.hasTargets();
+  result.hasStars = anyStars;
+  result.solutions = lattice_.solutionCount() + decide_->starCount();
+  if (result.hasTargets) result.best = store.leastTargetNorm();
+  result.passes = watch_.passes();
+  result.seconds = std::chrono::duration<double>(watch_.elapsed()).count();
+  return result;
 }
 
 /// The lattice has ended the search, or its goal is met: while a lattice is being made it files

@@ -18,7 +18,7 @@ StarStore::StarStore(const YLattice<long double>& search, std::function<Clock::t
 }
 
 bool StarStore::hasNews(const YLattice<long double>& search) const {
-  return search.lastFiled() > taken_;
+  return search.lastFiled() > taken_ || added_.isSet();
 }
 
 bool StarStore::isDue(const YLattice<long double>& search) const {
@@ -30,6 +30,10 @@ void StarStore::save(const YLattice<long double>& search) {
   take(search);
   replaceFile();
   pace_.saved(start, now_());
+}
+
+void StarStore::add(const Star<QQ>& star) {
+  append(added_, star);
 }
 
 bool StarStore::report(std::ostream& stream) {
@@ -64,6 +68,7 @@ void StarStore::replaceFile() {
 void StarStore::take(const YLattice<long double>& search) {
   stars_.addStars(search.starsFiledAfter(taken_), search.problemNumber());
   taken_ = search.lastFiled();
+  stars_.addStars(std::exchange(added_, {}), search.problemNumber());
 }
 
 }  // namespace starsift

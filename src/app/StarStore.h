@@ -40,6 +40,11 @@ class StarStore {
   /// Adds the new solutions of the search and writes the file.
   void save(const YLattice<long double>& search);
 
+  /// Adds a judged star, found without the lattice, to the news.
+  void add(const Star<QQ>& star);
+  /// The least target norm of the stars that were saved or read; empty without stars.
+  std::optional<QQ> leastTargetNorm() const { return stars_.leastTargetNorm(); }
+
   /// Reports all stars, one for each point. Returns whether there are any.
   bool report(std::ostream& stream);
 
@@ -55,6 +60,8 @@ class StarStore {
   std::optional<FileIdentity> known_;
   /// The number of the last solution that was added from the search.
   Index taken_ = 0;
+  /// Stars by add() that aren't among stars_ yet.
+  Array<Star<QQ>> added_;
   SavePace pace_;
 };
 

@@ -39,12 +39,13 @@ std::string searchRemark(std::string_view message) {
   return proof.empty() ? rescueRemark() : proof;
 }
 
-int seek(YLattice<long double>& lattice, StatusLine::Clock::time_point start) {
+int seek(YLattice<long double>& lattice, const SeekOptions& options,
+         StatusLine::Clock::time_point start) {
   StatusLine line(statusTerminal(lattice), start, [] { return statusWidth(STDERR_FILENO); });
   const ClearedStream output(std::cout, line);
   const ClearedStream errors(std::cerr, line);
   SearchWatch watch(lattice, line, start);
-  const SearchEnd end = Seek(lattice, watch, std::cout).run();
+  const SearchEnd end = Seek(lattice, watch, options, std::cout).run();
   return end == SearchEnd::overflow ? EXIT_FAILURE : EXIT_SUCCESS;
 }
 
@@ -57,9 +58,14 @@ int runCommand(std::span<char* const> arguments, StatusLine::Clock::time_point s
   lattice.setFileNames(given.optFile);
   lattice.useExtendedPrecision();
   lattice.readParams(given.parameters);
-  if (lattice.params().help) {
+  if (given.options.version) {
+    printVersion(program);
+    return EXIT_SUCCESS;
+  }
+  if (given.options.help || lattice.params().help) {
     printUsage(program, synopsis);
-    writeParamHelp(std::cout << endLine());
+    std::cout << endLine() << optionsHelp;
+    writeParamHelp(std::cout);
     return EXIT_SUCCESS;
   }
   if (given.optFile.empty()) {
@@ -67,7 +73,7 @@ int runCommand(std::span<char* const> arguments, StatusLine::Clock::time_point s
     return EXIT_FAILURE;
   }
   setFailureRemark(searchRemark);
-  return unwinding([start] { return seek(lattice, start); });
+  return unwinding([&given, start] { return seek(lattice, given.options, start); });
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "numbers/Conversion.h"
+
 namespace starsift {
 
 std::uint64_t YSolutionFile::problemNumber() const {
@@ -16,6 +18,17 @@ const std::string& YSolutionFile::path() const {
 
 Index YSolutionFile::starCount() const {
   return files_.withLive([](const auto& file) { return file.stars.dimension(); });
+}
+
+std::optional<QQ> YSolutionFile::leastTargetNorm() const {
+  return files_.withLive([]<class T>(const SolutionFile<T>& file) {
+    std::optional<QQ> least;
+    for (const Star<T>& star : file.stars) {
+      QQ norm = NumberConversion<QQ, T>::convert(star.targetNorm);
+      if (!least || norm < *least) least = std::move(norm);
+    }
+    return least;
+  });
 }
 
 bool YSolutionFile::readStarsExactly() {

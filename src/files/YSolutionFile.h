@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <optional>
 #include <string>
 
 #include "files/SolutionFile.h"
@@ -29,6 +30,8 @@ class YSolutionFile {
 
   bool hasStars() const { return starCount() > 0; }
   Index starCount() const;
+  /// Empty without stars.
+  std::optional<QQ> leastTargetNorm() const;
   /// Appends the stars of the file, each number read as a rational. True if there was one.
   bool readStarsExactly();
   /// Checks the stars from index `first` on.

@@ -127,6 +127,12 @@ bool YLattice<R>::equationsHoldExactly() const {
 }
 
 template <class R>
+const Vanu<QQ>& YLattice<R>::problemAsRead() const {
+  if (!usesExact()) fail("The exact precision is not in use");
+  return exact().file.problem();
+}
+
+template <class R>
 void YLattice<R>::tightenBounds() {
   exact().tightenBounds();
 }
@@ -176,6 +182,22 @@ bool YLattice<R>::stopped() const {
 template <class R>
 bool YLattice<R>::isSatisfied() const {
   return withLive([](const auto& lattice) { return lattice.isSatisfied(); });
+}
+
+template <class R>
+bool YLattice<R>::meetsNorms(const Star<QQ>& star) const {
+  return withLive([&star](const auto& lattice) { return lattice.meetsNorms(star); });
+}
+
+template <class R>
+void YLattice<R>::signStar(Star<QQ>& star) const {
+  withLive([&star](const auto& lattice) { lattice.signStar(star); });
+}
+
+template <class R>
+std::string YLattice<R>::statusText(const Array<Star<QQ>>& others, Index further) const {
+  return withLive(
+      [&others, further](const auto& lattice) { return lattice.statusText(others, further); });
 }
 
 template <class R>

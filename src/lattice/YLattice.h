@@ -92,6 +92,8 @@ class YLattice {
   /// Every point that satisfies the equations of the problem as read within the tolerance
   /// satisfies them exactly: see Exactness.h.
   bool equationsHoldExactly() const;
+  /// The problem as read; a reference to the exact lattice.
+  const Vanu<QQ>& problemAsRead() const;
   /// Lattice::tightenBounds().
   void tightenBounds();
   /// Sets parameters, as readArguments().
@@ -112,8 +114,11 @@ class YLattice {
   void endSearch();
   /// The lattice has ended the search.
   bool stopped() const;
-  /// Lattice::isSatisfied().
+  /// Lattice::isSatisfied(), meetsNorms(), signStar() and statusText().
   bool isSatisfied() const;
+  bool meetsNorms(const Star<QQ>& star) const;
+  void signStar(Star<QQ>& star) const;
+  std::string statusText(const Array<Star<QQ>>& others, Index further) const;
   /// Number of solutions filed in the lattice itself, as opposed to its stars.
   Index solutionCount() const;
   /// Regenerations so far.

@@ -189,4 +189,17 @@ void tightenBounds(Vanu<QQ>& problem) {
   }
 }
 
+BoundsImplied implyBounds(Vanu<QQ>& problem) {
+  const auto steps = stepsPerUnit(problem.dx);
+  if (!steps) return BoundsImplied::unknownSteps;
+  std::optional<std::vector<Range>> ranges = rangesOf(problem, *steps);
+  if (!ranges || !propagate(*ranges, limitsOf(problem, *steps).all()))
+    return BoundsImplied::contradiction;
+  for (std::size_t j = 0; j < ranges->size(); ++j) {
+    problem.lx[static_cast<Index>(j) + 1] = (*ranges)[j].least / (*steps)[j];
+    problem.rx[static_cast<Index>(j) + 1] = (*ranges)[j].greatest / (*steps)[j];
+  }
+  return BoundsImplied::narrowed;
+}
+
 }  // namespace starsift
