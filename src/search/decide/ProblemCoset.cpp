@@ -199,7 +199,10 @@ IntegerForm variableForm(std::size_t n, std::size_t k) {
 ZZ leastOf(const ObjectiveCoordinate& bound, const IntegerRange& range) {
   ZZ least = bound.factor * *range.lower + bound.constant;
   if (!bound.mirrored) return least;
-  return std::max(least, *bound.mirrored - bound.factor * *range.upper);
+  // The two bounds cross: the larger one is at least half of their sum.
+  ZZ half;
+  mpz_cdiv_q_2exp(half.get(), ZZ(bound.constant + *bound.mirrored).get(), 1);
+  return std::max({least, half, *bound.mirrored - bound.factor * *range.upper});
 }
 
 void raiseTo(std::optional<ZZ>& least, ZZ value) {
