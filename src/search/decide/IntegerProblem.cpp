@@ -103,9 +103,13 @@ void addVariables(const Vanu<QQ>& problem, const std::vector<QQ>& steps, Integer
 
 void addRows(const Vanu<QQ>& problem, const Forms& forms, IntegerProblem& result) {
   for (Index i = 1; i <= problem.bg.dimension(); ++i) {
-    const bool isPlain = !problem.qg.isSet() || NumberTraits<QQ>::isZero(problem.qg[i]);
-    result.equations.push_back(equationOf(forms.of(problem.Ag[i], problem.bg[i]),
-                                          isPlain ? QQ() : problem.qg[i]));
+    const QQ modulus = problem.qg.isSet() ? problem.qg[i] : QQ();
+    result.equations.push_back(equationOf(forms.of(problem.Ag[i], problem.bg[i]), modulus));
+    // Stars are checked by such a congruence as by an equation.
+    if (modulus.isZero() || !NumberTraits<QQ>::isZero(modulus)) continue;
+    const QQ& tolerance = NumberTraits<QQ>::tolerance();
+    result.ranges.push_back(rangedOf(forms.of(problem.Ag[i], QQ()), problem.bg[i] - tolerance,
+                                     problem.bg[i] + tolerance));
   }
   for (Index i = 1; i <= problem.lu.dimension(); ++i) {
     const QQ& lower = problem.lu[i];

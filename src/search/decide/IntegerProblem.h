@@ -77,8 +77,8 @@ struct IntegerProblem {
   Vector<QQ> pointAsRead(const std::vector<ZZ>& y) const;
 };
 
-/// Empty if a dx isn't one of 0, 1, ... 1000, or a constant is infinite. A modulus within the
-/// tolerance counts as 0, as in the check of stars.
+/// Empty if a dx isn't one of 0, 1, ... 1000, or a constant is infinite. With a modulus within the
+/// tolerance a row has to lie within it too, as in the check of stars.
 std::optional<IntegerProblem> integerProblem(const Vanu<QQ>& problem);
 
 /// True if a point satisfies box, equations and ranges.

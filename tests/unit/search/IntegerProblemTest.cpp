@@ -45,8 +45,13 @@ TEST(IntegerProblem, ScalesAModulusWithItsRow) {
   EXPECT_EQ(problem.equations[0].modulus, ZZ(3));
 }
 
-TEST(IntegerProblem, TakesAModulusWithinTheToleranceForNone) {
-  EXPECT_TRUE(integersOf({.qg = "[ 1/10000000000 ]"}).equations[0].modulus.isZero());
+TEST(IntegerProblem, KeepsACongruenceWithinTheToleranceIfItsModulusIs) {
+  const OptText text{.Ag = "[ [ 1/10000000000 0 ] ]", .bg = "[ 0 ]", .qg = "[ 1/10000000000 ]"};
+  const IntegerProblem problem = integersOf(text);
+  EXPECT_EQ(problem.equations[0].modulus, ZZ(1));
+  ASSERT_EQ(problem.ranges.size(), 2U);
+  EXPECT_EQ(problem.ranges[0].range.lower, ZZ(-10));
+  EXPECT_EQ(problem.ranges[0].range.upper, ZZ(10));
 }
 
 TEST(IntegerProblem, RoundsBoundsOfRowsInwardsAfterTheCommonFactor) {
