@@ -40,6 +40,12 @@ Decide::Decide(YLattice<long double>& lattice, SearchWatch& watch, StarStore& st
       decision_(lattice.problemAsRead()),
       settings_(settingsOf(lattice, options)) {}
 
+bool Decide::isGoalMet() const {
+  const auto stars = lattice_.starsFiledAfter(0);
+  return std::any_of(stars.begin(), stars.end(),
+                     [this](const auto& star) { return lattice_.meetsNorms(star); });
+}
+
 bool Decide::run() {
   isMade_ = true;
   settings_.allowed = watch_.timeLeft().value_or(std::chrono::duration<double>(usualTime));

@@ -26,6 +26,9 @@ class Decide : private DecisionListener {
   /// The best solution is looked for.
   bool wantsBest() const { return settings_.aim == Aim::best; }
 
+  /// A solution of the lattice reaches tnorm or snorm.
+  bool isGoalMet() const;
+
   /// Decides the problem if that takes not too long. True if the search is over: there is a
   /// proof, or what was asked for was found. Throws SearchEnded by a signal or the clock.
   bool run();

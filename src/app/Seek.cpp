@@ -110,7 +110,7 @@ void Seek::searchLattices() {
     if (!isOver()) decide();
     restartLattice();
   }
-  if (decide_->wantsBest()) decide();
+  if (decide_->wantsBest() && !decide_->isGoalMet()) decide();
 }
 
 /// Throws SearchEnded if the complete search has ended the whole one.
@@ -169,9 +169,10 @@ void Seek::conclude(SearchEnd end) {
   }
 }
 
-/// The status that the lattice writes when it ends a search, with the solutions of the complete
-/// search.
+/// The lattice writes the status when it ends a search. It doesn't know the solutions of the
+/// complete search.
 void Seek::writeStatus() {
+  if (decide_->starCount() == 0) return lattice_.restartHandling(Outcome::finished);
   std::cout << lattice_.statusText(decide_->firstStars(), decide_->furtherStars()) << endLine();
   stampOutputTime();
 }
@@ -180,7 +181,7 @@ void Seek::writeStatistics(SearchEnd end) {
   if (lattice_.params().verb < 1) return;
   report_ << "Search ended: " << reasonText(end) << ". Passes = " << watch_.passes()
           << ", exchanges = " << watch_.exchanges() << ", restarts = " << lattice_.restarts()
-          << ", nodes = " << decide_->result().nodes << endLine();
+          << endLine();
   stampOutputTime();
 }
 

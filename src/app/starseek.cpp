@@ -64,8 +64,8 @@ int runCommand(std::span<char* const> arguments, StatusLine::Clock::time_point s
   }
   if (given.options.help || lattice.params().help) {
     printUsage(program, synopsis);
-    std::cout << endLine() << optionsHelp;
-    writeParamHelp(std::cout);
+    writeParamHelp(std::cout << endLine());
+    std::cout << '\n' << optionsHelp;
     return EXIT_SUCCESS;
   }
   if (given.optFile.empty()) {

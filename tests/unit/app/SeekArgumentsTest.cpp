@@ -21,6 +21,29 @@ TEST(SeekArguments, AreParametersAndAFileInAnyOrder) {
   EXPECT_EQ(given.optFile, "dir/p.opt");
 }
 
+TEST(SeekArguments, HaveOptionsThatAreNoParameters) {
+  const SeekArguments given = split({"--prove", "--count", "--json", "-h", "--version", "p.opt"});
+  EXPECT_TRUE(given.parameters.empty());
+  EXPECT_EQ(given.options.prove, true);
+  EXPECT_TRUE(given.options.count);
+  EXPECT_TRUE(given.options.json);
+  EXPECT_TRUE(given.options.help);
+  EXPECT_TRUE(given.options.version);
+  EXPECT_EQ(given.optFile, "p.opt");
+}
+
+TEST(SeekArguments, TakeTheLastOfTwoValuesOfAnOption) {
+  EXPECT_EQ(split({"--prove", "--prove=0"}).options.prove, false);
+  EXPECT_EQ(split({"--prove=0", "--prove=1"}).options.prove, true);
+  EXPECT_FALSE(split({"--count=0"}).options.count);
+  EXPECT_FALSE(split({}).options.prove);
+}
+
+TEST(SeekArguments, TakeAnotherValueOfAnOptionForAParameter) {
+  EXPECT_THAT(split({"--prove=2"}).parameters, ElementsAre("--prove=2"));
+  EXPECT_THAT(split({"--help=1"}).parameters, ElementsAre("--help=1"));
+}
+
 TEST(SeekArguments, HaveNoFileWithoutAny) {
   EXPECT_EQ(split({}).optFile, "");
   EXPECT_EQ(split({"--sol=2"}).optFile, "");
