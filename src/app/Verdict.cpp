@@ -44,6 +44,9 @@ std::string reasonForNone(const Decided& decided) {
   if (decided.undecided == Undecided::noFiniteBox)
     return "No complete search: variable " + std::to_string(decided.variable) +
            " is not bounded on both sides.";
+  if (decided.undecided == Undecided::unbounded)
+    return "The problem is unbounded: the target norm decreases for ever along " +
+           decided.direction + '.';
   if (decided.undecided == Undecided::tooLarge && decided.estimatedSeconds > 0)
     return "A complete search would take about " + roughDuration(decided.estimatedSeconds) +
            "; --prove runs it anyway.";

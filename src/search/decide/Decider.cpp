@@ -13,6 +13,12 @@ namespace {
 /// Trees below this are walked without an estimate by probes, and without a pruned try.
 constexpr double smallTree = 1e6;
 
+/// Trees below this are walked before a linear program is solved.
+constexpr double tinyTree = 1e4;
+
+/// Of the linear programs for one tree.
+constexpr std::chrono::seconds programTime{2};
+
 constexpr std::uint32_t probes = 400;
 
 /// F of the pruned try, and the largest share of the nodes that it takes by experience.
@@ -108,8 +114,7 @@ bool Decider::prepare() {
       result_.proof = Proof::noSolution;
       return false;
     case Preparation::noFiniteBox:
-      result_.undecided = Undecided::noFiniteBox;
-      result_.variable = decision_.unboundedVariable();
+      reportOpenBox();
       return false;
     case Preparation::unknownSteps:
       result_.undecided = Undecided::unknownSteps;
@@ -121,9 +126,31 @@ bool Decider::prepare() {
   return false;
 }
 
+void Decider::reportOpenBox() {
+  result_.undecided = Undecided::noFiniteBox;
+  result_.variable = decision_.unboundedVariable();
+  if (!result_.best || decision_.fallingDirection().dimension() == 0) return;
+  result_.undecided = Undecided::unbounded;
+  result_.direction = textOf(decision_.fallingDirection());
+}
+
+/// Linear programs are worth their time only if the tree isn't walked in less.
+void Decider::raiseBound() {
+  const Clock::time_point start = Clock::now();
+  decision_.raiseBound([this, start] {
+    isStopped_ = isStopped_ || listener_.progress(0, decision_.nodes()) == Step::stop;
+    return !isStopped_ && Clock::now() - start < programTime;
+  });
+  result_.bound = decision_.leastNorm();
+}
+
 bool Decider::estimate() {
   TreeEstimate tree = decision_.estimate(0, settings_.seed);
   double speed = usualSpeed;
+  if (settings_.aim == Aim::best && tree.gaussianNodes > tinyTree) {
+    raiseBound();
+    tree = decision_.estimate(0, settings_.seed);
+  }
   expectedNodes_ = tree.gaussianNodes;
   if (expectedNodes_ > smallTree) {
     tree = decision_.estimate(probes, settings_.seed);

@@ -33,6 +33,8 @@ enum class Undecided {
   /// The tree is too large for the time, or turned out to be.
   tooLarge,
   noFiniteBox,
+  /// There are solutions with less and less target norm, without end.
+  unbounded,
   unknownSteps
 };
 
@@ -56,6 +58,8 @@ struct Decided {
   std::uint64_t nodes = 0;
   /// Index of a variable without bounds, after noFiniteBox.
   Index variable = 0;
+  /// The direction of such solutions, as the text of a vector; after unbounded.
+  std::string direction;
   /// Seconds that the complete tree would take; after tooLarge.
   double estimatedSeconds = 0;
   /// Least target norm found or known.
@@ -93,6 +97,8 @@ class Decider {
   /// The time is over.
   bool isOver() const;
   bool prepare();
+  void reportOpenBox();
+  void raiseBound();
   /// The tree is small enough to be walked, or has to be.
   bool estimate();
   void walkPruned();

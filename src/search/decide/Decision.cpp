@@ -4,6 +4,7 @@
 #include <utility>
 #include <variant>
 
+#include "numbers/VectorQQ.h"
 #include "problem/TightenBounds.h"
 #include "search/decide/IntegerProblem.h"
 #include "search/decide/ProblemCoset.h"
@@ -21,11 +22,45 @@ ZZ below(const QQ& norm, const ZZ& scale) {
 }
 
 /// The bounds of the box become those of objectives of at most `most`.
-void narrowBox(BoxCoset& coset, const ObjectiveCoordinate& bound, const ZZ& most) {
-  const IntegerRange range = rangeBelow(bound, most);
-  const std::size_t j = bound.coordinate;
+void narrowBox(BoxCoset& coset, const ObjectiveCoordinate& objective, const ZZ& most) {
+  const IntegerRange range = objective.bound.rangeBelow(most);
+  const std::size_t j = objective.coordinate;
   coset.upper[j] = std::min(coset.upper[j], *range.upper);
   if (range.lower) coset.lower[j] = std::max(coset.lower[j], *range.lower);
+}
+
+void appendInequation(Vanu<QQ>& problem, Vector<QQ> row, const QQ& lower, const QQ& upper) {
+  const Index i = problem.lu.dimension() + 1;
+  problem.Au.resize(i, problem.rx.dimension(), false);
+  problem.Au[i] = std::move(row);
+  problem.lu.resize(i, false);
+  problem.ru.resize(i, false);
+  problem.lu[i] = lower;
+  problem.ru[i] = upper;
+}
+
+/// Narrows the bounds to what follows if the target norm is at most `most`. False if nothing is
+/// left.
+bool implyBounds(Vanu<QQ>& problem, const QQ& most) {
+  Vanu<QQ> limited(problem);
+  Vector<QQ> linear(problem.rx.dimension());
+  bool isLinear = false;
+  for (Index i = 1; i <= problem.dt.dimension(); ++i) {
+    if (!problem.dt[i].isInf()) continue;
+    isLinear = true;
+    for (Index j = 1; j <= linear.dimension(); ++j)
+      subtractProduct(linear[j], problem.targetSign(i), problem.At[i][j]);
+  }
+  if (isLinear) {
+    appendInequation(limited, std::move(linear), -QQ::infinity(), most);
+  } else {
+    for (Index i = 1; i <= problem.dt.dimension(); ++i)
+      appendInequation(limited, problem.At[i], problem.dt[i] - most, problem.dt[i] + most);
+  }
+  if (implyBounds(limited) == BoundsImplied::contradiction) return false;
+  problem.lx = limited.lx;
+  problem.rx = limited.rx;
+  return true;
 }
 
 }  // namespace
@@ -37,7 +72,10 @@ class Decision::Tree {
   Preparation prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn);
   EnumerationEnd run(DecisionListener& listener, const EnumerationSettings& settings);
 
+  bool raiseBound(const MayGoOn& mayGoOn);
+
   Index unbounded() const { return unbounded_; }
+  const Vector<QQ>& falling() const { return falling_; }
   std::optional<QQ> leastNorm() const;
   TreeEstimate estimate(std::uint32_t probes, std::uint64_t seed) const;
   std::uint64_t nodes() const { return nodesBefore_ + (enumeration_ ? enumeration_->nodes() : 0); }
@@ -45,7 +83,10 @@ class Decision::Tree {
  private:
   class Visitor;
 
-  Preparation makeCoset(const MayGoOn& mayGoOn);
+  Preparation makeCoset(const std::optional<QQ>& known, const MayGoOn& mayGoOn);
+  /// Nothing is within the bounds: no solution, or none better than the known one.
+  Preparation nothingLeft(const std::optional<QQ>& known);
+  Preparation openBox(const NoFiniteBox& open);
   void dropEnumeration();
   /// No objective is small enough to count: proven without a tree. A fixed objective has no
   /// coordinate whose box could become empty.
@@ -64,7 +105,10 @@ class Decision::Tree {
   std::optional<ZZ> most_;
   std::optional<Enumeration> enumeration_;
   std::uint64_t nodesBefore_ = 0;
+  /// There is no better solution than the known one.
+  bool isClosed_ = false;
   Index unbounded_ = 0;
+  Vector<QQ> falling_;
 };
 
 /// Turns points of the coset into solutions.
@@ -100,7 +144,7 @@ void Decision::Tree::dropEnumeration() {
   enumeration_.reset();
 }
 
-Preparation Decision::Tree::makeCoset(const MayGoOn& mayGoOn) {
+Preparation Decision::Tree::makeCoset(const std::optional<QQ>& known, const MayGoOn& mayGoOn) {
   Vanu<QQ> narrowed(problem_);
   switch (implyBounds(narrowed)) {
     case BoundsImplied::contradiction:
@@ -110,22 +154,36 @@ Preparation Decision::Tree::makeCoset(const MayGoOn& mayGoOn) {
     case BoundsImplied::narrowed:
       break;
   }
+  if (known && !implyBounds(narrowed, *known)) return nothingLeft(known);
   std::optional<IntegerProblem> integers = integerProblem(narrowed);
   if (!integers) return Preparation::unknownSteps;
   integers_ = std::move(*integers);
-  const CosetReducer reduce = [&mayGoOn](BoxCoset& coset) {
+  if (known) most_ = below(*known, integers_.objective->scale);
+  const auto reduce = [&mayGoOn](BoxCoset& coset) {
     reduceCoset(coset, mayGoOn);
     return mayGoOn();
   };
-  CosetResult result = problemCoset(integers_, aim_ == Aim::best, reduce);
-  if (std::holds_alternative<NoSolution>(result)) return Preparation::noSolution;
+  CosetResult result =
+      problemCoset(integers_, {aim_ == Aim::best, most_, reduce, mayGoOn});
+  if (std::holds_alternative<NoSolution>(result)) return nothingLeft(known);
   if (std::holds_alternative<CosetStopped>(result)) return Preparation::stopped;
-  if (const auto* open = std::get_if<NoFiniteBox>(&result)) {
-    unbounded_ = integers_.original[open->variable];
-    return Preparation::noFiniteBox;
-  }
+  if (const auto* open = std::get_if<NoFiniteBox>(&result)) return openBox(*open);
   coset_ = std::move(std::get<ProblemCoset>(result));
   return Preparation::ready;
+}
+
+Preparation Decision::Tree::nothingLeft(const std::optional<QQ>& known) {
+  isClosed_ = known.has_value();
+  return isClosed_ ? Preparation::ready : Preparation::noSolution;
+}
+
+Preparation Decision::Tree::openBox(const NoFiniteBox& open) {
+  unbounded_ = integers_.original[open.variable];
+  falling_.clear();
+  if (open.direction.empty() || !lowersForEver(integers_, open.direction))
+    return Preparation::noFiniteBox;
+  falling_ = integers_.directionAsRead(open.direction);
+  return Preparation::noFiniteBox;
 }
 
 Preparation Decision::Tree::prepare(Aim aim, const std::optional<QQ>& known,
@@ -133,15 +191,19 @@ Preparation Decision::Tree::prepare(Aim aim, const std::optional<QQ>& known,
   dropEnumeration();
   aim_ = aim;
   most_.reset();
-  const Preparation made = makeCoset(mayGoOn);
+  isClosed_ = false;
+  coset_ = {};
+  const Preparation made = makeCoset(aim == Aim::best ? known : std::nullopt, mayGoOn);
   if (made != Preparation::ready) return made;
-  if (aim == Aim::best && known) {
-    most_ = below(*known, integers_.objective->scale);
-    for (const ObjectiveCoordinate& bound : coset_.objective)
-      narrowBox(coset_.coset, bound, *most_);
-  }
   if (!isClosed()) reduceCoset(coset_.coset, mayGoOn);
   return mayGoOn() ? Preparation::ready : Preparation::stopped;
+}
+
+bool Decision::Tree::raiseBound(const MayGoOn& mayGoOn) {
+  if (isClosed() || !raiseObjective(coset_, mayGoOn)) return false;
+  dropEnumeration();
+  if (!isClosed()) reduceCoset(coset_.coset, mayGoOn);
+  return true;
 }
 
 std::optional<QQ> Decision::Tree::leastNorm() const {
@@ -163,15 +225,15 @@ EnumerationEnd Decision::Tree::run(DecisionListener& listener,
 }
 
 bool Decision::Tree::isClosed() const {
-  return most_ && coset_.leastObjective && *coset_.leastObjective > *most_;
+  return isClosed_ || (most_ && coset_.leastObjective && *coset_.leastObjective > *most_);
 }
 
 void Decision::Tree::narrow(const ZZ& most) {
   most_ = most;
-  for (const ObjectiveCoordinate& bound : coset_.objective) {
-    narrowBox(coset_.coset, bound, most);
-    enumeration_->narrow(bound.coordinate, coset_.coset.lower[bound.coordinate],
-                         coset_.coset.upper[bound.coordinate]);
+  for (const ObjectiveCoordinate& objective : coset_.objective) {
+    const std::size_t j = objective.coordinate;
+    narrowBox(coset_.coset, objective, most);
+    enumeration_->narrow(j, coset_.coset.lower[j], coset_.coset.upper[j]);
   }
 }
 
@@ -192,6 +254,14 @@ Preparation Decision::prepare(Aim aim, const std::optional<QQ>& known, const May
 
 Index Decision::unboundedVariable() const {
   return tree_->unbounded();
+}
+
+const Vector<QQ>& Decision::fallingDirection() const {
+  return tree_->falling();
+}
+
+bool Decision::raiseBound(const MayGoOn& mayGoOn) {
+  return tree_->raiseBound(mayGoOn);
 }
 
 std::optional<QQ> Decision::leastNorm() const {

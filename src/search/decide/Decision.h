@@ -71,11 +71,19 @@ class Decision {
 
   /// 1-based index of a variable; after noFiniteBox.
   Index unboundedVariable() const;
+  /// After noFiniteBox with Aim::best: from every solution, points any number of steps of this
+  /// direction ahead are solutions, with less and less target norm. Empty if no such direction
+  /// was found.
+  const Vector<QQ>& fallingDirection() const;
   /// The target norms of all solutions are at least this; after ready, if there are targets.
   std::optional<QQ> leastNorm() const;
 
   /// The rest is for ready trees.
 
+  /// With Aim::best raises leastNorm(), and makes the tree smaller, by linear programs in
+  /// rationals, which take some seconds with a hundred variables. False if mayGoOn() ended them;
+  /// the tree is unchanged then.
+  bool raiseBound(const MayGoOn& mayGoOn);
   /// The expected nodes of the complete tree.
   TreeEstimate estimate(std::uint32_t probes, std::uint64_t seed) const;
   /// Walks the tree from its root. Complete: every solution was found, with Aim::best a least

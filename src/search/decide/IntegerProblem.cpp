@@ -147,6 +147,11 @@ void addTargets(const Vanu<QQ>& problem, const Forms& forms, IntegerProblem& res
   result.objective = std::move(objective);
 }
 
+/// The value is 0 modulo `modulus`, or 0 if that is 0.
+bool isFulfilled(const ZZ& value, const ZZ& modulus) {
+  return mpz_divisible_p(value.get(), modulus.get()) != 0;
+}
+
 bool hasInfiniteConstant(const Vanu<QQ>& problem) {
   for (Index j = 1; j <= problem.rx.dimension(); ++j)
     if (problem.lx[j] == QQ::infinity() || problem.rx[j] == -QQ::infinity()) return true;
@@ -179,6 +184,13 @@ Vector<QQ> IntegerProblem::pointAsRead(const std::vector<ZZ>& y) const {
   return x;
 }
 
+Vector<QQ> IntegerProblem::directionAsRead(const std::vector<ZZ>& direction) const {
+  Vector<QQ> x(constants.dimension());
+  for (std::size_t k = 0; k < original.size(); ++k)
+    x[original[k]] = QQ(direction[k]) / stepsPerUnit[k];
+  return x;
+}
+
 std::optional<IntegerProblem> integerProblem(const Vanu<QQ>& problem) {
   const auto steps = stepsPerUnit(problem.dx);
   if (!steps || hasInfiniteConstant(problem)) return std::nullopt;
@@ -195,13 +207,30 @@ bool isSolution(const IntegerProblem& problem, const std::vector<ZZ>& y) {
   for (std::size_t k = 0; k < y.size(); ++k)
     if (!problem.box[k].contains(y[k])) return false;
   const auto holds = [&y](const IntegerEquation& equation) {
-    const ZZ value = equation.form.at(y);
-    return equation.modulus.isZero() ? value.isZero()
-                                     : mpz_divisible_p(value.get(), equation.modulus.get()) != 0;
+    return isFulfilled(equation.form.at(y), equation.modulus);
   };
   const auto lies = [&y](const RangedForm& row) { return row.range.contains(row.form.at(y)); };
   return std::all_of(problem.equations.begin(), problem.equations.end(), holds) &&
          std::all_of(problem.ranges.begin(), problem.ranges.end(), lies);
+}
+
+bool lowersForEver(const IntegerProblem& problem, const std::vector<ZZ>& direction) {
+  const auto change = [&direction](const IntegerForm& form) {
+    return form.at(direction) - form.constant;
+  };
+  const auto isFree = [](const IntegerRange& range, const ZZ& step) {
+    return step.isZero() || !(step.sign() ? range.upper : range.lower);
+  };
+  for (std::size_t k = 0; k < direction.size(); ++k)
+    if (!isFree(problem.box[k], direction[k])) return false;
+  const auto keeps = [&change](const IntegerEquation& equation) {
+    return isFulfilled(change(equation.form), equation.modulus);
+  };
+  return problem.objective && problem.objective->deviations.empty() &&
+         !change(problem.objective->linear).sign() &&
+         std::all_of(problem.equations.begin(), problem.equations.end(), keeps) &&
+         std::all_of(problem.ranges.begin(), problem.ranges.end(),
+                     [&](const RangedForm& row) { return isFree(row.range, change(row.form)); });
 }
 
 }  // namespace starsift

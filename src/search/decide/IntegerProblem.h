@@ -75,6 +75,8 @@ struct IntegerProblem {
 
   std::size_t variableCount() const { return box.size(); }
   Vector<QQ> pointAsRead(const std::vector<ZZ>& y) const;
+  /// A difference of two points.
+  Vector<QQ> directionAsRead(const std::vector<ZZ>& direction) const;
 };
 
 /// Empty if a dx isn't one of 0, 1, ... 1000, or a constant is infinite. With a modulus within the
@@ -83,5 +85,9 @@ std::optional<IntegerProblem> integerProblem(const Vanu<QQ>& problem);
 
 /// True if a point satisfies box, equations and ranges.
 bool isSolution(const IntegerProblem& problem, const std::vector<ZZ>& y);
+
+/// True if from every solution a point any number of times the direction ahead is a solution, and
+/// each step lowers the objective, which has no deviations.
+bool lowersForEver(const IntegerProblem& problem, const std::vector<ZZ>& direction);
 
 }  // namespace starsift

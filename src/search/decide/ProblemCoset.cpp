@@ -3,115 +3,17 @@
 #include <algorithm>
 #include <utility>
 
+#include "search/decide/FormRange.h"
+#include "search/decide/Relaxation.h"
+
 namespace starsift {
 
 namespace {
-
-/// Deviations whose sum has a coordinate for every choice of their signs.
-constexpr std::size_t deviationsTogether = 3;
 
 /// The range that replaces an infinite one where only its size matters.
 const ZZ& assumedWidth() {
   static const ZZ width(1L << 20);
   return width;
-}
-
-/// Extends `end`, one end of the values of a sum, by coefficient * bound.
-void extend(std::optional<ZZ>& end, const ZZ& coefficient, const std::optional<ZZ>& bound) {
-  if (!end) return;
-  if (bound)
-    mpz_addmul(end->get(), coefficient.get(), bound->get());
-  else
-    end.reset();
-}
-
-/// The values of the form without its constant over a box.
-IntegerRange valuesOver(const std::vector<IntegerRange>& box, const IntegerForm& form) {
-  IntegerRange values{ZZ(), ZZ()};
-  for (std::size_t k = 0; k < box.size(); ++k) {
-    const ZZ& a = form.coefficients[k];
-    if (a.isZero()) continue;
-    extend(values.lower, a, a.sign() ? box[k].lower : box[k].upper);
-    extend(values.upper, a, a.sign() ? box[k].upper : box[k].lower);
-  }
-  return values;
-}
-
-/// The common part of two ranges.
-IntegerRange common(IntegerRange a, const IntegerRange& b) {
-  if (b.lower && (!a.lower || *a.lower < *b.lower)) a.lower = b.lower;
-  if (b.upper && (!a.upper || *a.upper > *b.upper)) a.upper = b.upper;
-  return a;
-}
-
-bool isWithin(const IntegerRange& inner, const IntegerRange& outer) {
-  return (!outer.lower || (inner.lower && *inner.lower >= *outer.lower)) &&
-         (!outer.upper || (inner.upper && *inner.upper <= *outer.upper));
-}
-
-IntegerForm sum(IntegerForm a, const IntegerForm& b, int sign) {
-  const ZZ factor(sign);
-  for (std::size_t k = 0; k < a.coefficients.size(); ++k)
-    mpz_addmul(a.coefficients[k].get(), factor.get(), b.coefficients[k].get());
-  mpz_addmul(a.constant.get(), factor.get(), b.constant.get());
-  return a;
-}
-
-/// A candidate for a coordinate of the coset: `form` without its constant.
-struct Coordinate {
-  IntegerForm form;
-  IntegerRange range;
-};
-
-/// A lower bound of the objective: factor * coordinate + constant, and the mirrored one.
-struct Bound {
-  Coordinate coordinate;
-  ObjectiveCoordinate objective;
-};
-
-Bound boundOf(const IntegerProblem& problem, IntegerForm form, std::optional<ZZ> mirrored) {
-  ZZ factor;
-  for (const ZZ& entry : form.coefficients) factor = gcd(factor, abs(entry));
-  if (factor.isZero()) factor = ZZ::one();
-  for (ZZ& entry : form.coefficients) entry = exactQuotient(entry, factor);
-  ObjectiveCoordinate objective{0, std::move(factor), std::move(form.constant),
-                                std::move(mirrored)};
-  form.constant = ZZ();
-  IntegerRange range = valuesOver(problem.box, form);
-  return {{std::move(form), std::move(range)}, std::move(objective)};
-}
-
-/// Lower bounds of the objective by deviations first ... last - 1, one for every choice of their
-/// signs; a choice and its opposite share one if there is no linear part.
-std::vector<Bound> boundsOfGroup(const IntegerProblem& problem, std::size_t first,
-                                 std::size_t last) {
-  const IntegerObjective& objective = *problem.objective;
-  const std::size_t count = last - first;
-  const bool isMirrored = count > 0 && objective.linear.isConstant();
-  const std::size_t choices = (std::size_t{1} << count) >> (isMirrored ? 1 : 0);
-  std::vector<Bound> bounds;
-  for (std::size_t choice = 0; choice < choices; ++choice) {
-    IntegerForm form = objective.linear;
-    for (std::size_t k = 0; k < count; ++k)
-      form = sum(std::move(form), objective.deviations[first + k],
-                 ((choice >> k) & 1U) != 0 ? -1 : 1);
-    std::optional<ZZ> mirrored;
-    if (isMirrored)
-      mirrored = objective.linear.constant + objective.linear.constant - form.constant;
-    bounds.push_back(boundOf(problem, std::move(form), std::move(mirrored)));
-  }
-  return bounds;
-}
-
-std::vector<Bound> objectiveBounds(const IntegerProblem& problem) {
-  const std::size_t deviations = problem.objective->deviations.size();
-  if (deviations == 0) return boundsOfGroup(problem, 0, 0);
-  std::vector<Bound> bounds;
-  for (std::size_t first = 0; first < deviations; first += deviationsTogether)
-    for (Bound& bound :
-         boundsOfGroup(problem, first, std::min(first + deviationsTogether, deviations)))
-      bounds.push_back(std::move(bound));
-  return bounds;
 }
 
 /// The whole space, with a box that only says how wide the variables are.
@@ -131,84 +33,6 @@ BoxCoset wholeSpace(const std::vector<IntegerRange>& box) {
   return coset;
 }
 
-/// Builds the coordinates of a coset from forms over all its variables.
-class CoordinateMaker {
- public:
-  CoordinateMaker(const BoxCoset& space, ProblemCoset& result) : space_(space), result_(result) {
-    result_.coset.basis.resize(space.basis.size());
-  }
-
-  /// Adds the value of the form as a coordinate, if it isn't fixed. Returns its range; empty if no
-  /// value is left.
-  std::optional<IntegerRange> add(const Coordinate& coordinate) {
-    IntegerRange range = coordinate.range;
-    const ZZ start = coordinate.form.at(space_.point);
-    std::vector<ZZ> steps;
-    ZZ common;
-    for (const std::vector<ZZ>& row : space_.basis) {
-      steps.push_back(coordinate.form.at(row));
-      common = gcd(common, abs(steps.back()));
-    }
-    isAdded_ = !common.isZero();
-    if (!isAdded_)
-      return range.contains(start) ? std::optional(IntegerRange{start, start}) : std::nullopt;
-    roundInwards(range, start, common);
-    if (range.isEmpty()) return std::nullopt;
-    BoxCoset& coset = result_.coset;
-    coset.point.push_back(start);
-    for (std::size_t i = 0; i < steps.size(); ++i) coset.basis[i].push_back(std::move(steps[i]));
-    hasFiniteBox_ = hasFiniteBox_ && range.isFinite();
-    coset.lower.push_back(range.lower.value_or(ZZ()));
-    coset.upper.push_back(range.upper.value_or(ZZ()));
-    return range;
-  }
-
-  /// The last form became a coordinate.
-  bool isAdded() const { return isAdded_; }
-  /// All coordinates so far have finite ranges.
-  bool hasFiniteBox() const { return hasFiniteBox_; }
-  std::size_t count() const { return result_.coset.point.size(); }
-
- private:
-  /// The coordinate takes the values start + k * step.
-  static void roundInwards(IntegerRange& range, const ZZ& start, const ZZ& step) {
-    ZZ remainder;
-    if (range.lower) {
-      mpz_fdiv_r(remainder.get(), ZZ(start - *range.lower).get(), step.get());
-      *range.lower += remainder;
-    }
-    if (range.upper) {
-      mpz_fdiv_r(remainder.get(), ZZ(*range.upper - start).get(), step.get());
-      *range.upper -= remainder;
-    }
-  }
-
-  const BoxCoset& space_;
-  ProblemCoset& result_;
-  bool isAdded_ = false;
-  bool hasFiniteBox_ = true;
-};
-
-IntegerForm variableForm(std::size_t n, std::size_t k) {
-  IntegerForm form{std::vector<ZZ>(n), ZZ()};
-  form.coefficients[k] = ZZ::one();
-  return form;
-}
-
-/// The least objective that a bound allows while its coordinate lies in a finite range.
-ZZ leastOf(const ObjectiveCoordinate& bound, const IntegerRange& range) {
-  ZZ least = bound.factor * *range.lower + bound.constant;
-  if (!bound.mirrored) return least;
-  // The two bounds cross: the larger one is at least half of their sum.
-  ZZ half;
-  mpz_cdiv_q_2exp(half.get(), ZZ(bound.constant + *bound.mirrored).get(), 1);
-  return std::max({least, half, *bound.mirrored - bound.factor * *range.upper});
-}
-
-void raiseTo(std::optional<ZZ>& least, ZZ value) {
-  if (!least || *least < value) least = std::move(value);
-}
-
 /// Equations, and inequations whose two bounds are equal.
 std::vector<IntegerEquation> allEquations(const IntegerProblem& problem) {
   std::vector<IntegerEquation> equations = problem.equations;
@@ -222,53 +46,168 @@ std::vector<IntegerEquation> allEquations(const IntegerProblem& problem) {
 }
 
 bool hasEmptyRange(const IntegerProblem& problem) {
-  const auto isEmpty = [](const IntegerRange& range) { return range.isEmpty(); };
-  return std::any_of(problem.box.begin(), problem.box.end(), isEmpty) ||
+  return std::any_of(problem.box.begin(), problem.box.end(),
+                     [](const IntegerRange& range) { return range.isEmpty(); }) ||
          std::any_of(problem.ranges.begin(), problem.ranges.end(),
                      [](const RangedForm& row) { return row.range.isEmpty(); });
 }
 
-/// The solutions of the equations, `space`, within the bounds of the problem.
-CosetResult boundedCoset(const IntegerProblem& problem, bool withObjective,
-                         const BoxCoset& space) {
-  ProblemCoset result;
-  result.variables = space.point;
-  CoordinateMaker maker(space, result);
-  const std::size_t n = problem.variableCount();
-  for (std::size_t k = 0; k < n; ++k) {
-    if (!maker.add({variableForm(n, k), problem.box[k]})) return NoSolution{};
-    if (!maker.hasFiniteBox()) return NoFiniteBox{k};
-    if (maker.isAdded()) result.coordinateVariables.push_back(k);
-  }
-  for (const RangedForm& row : problem.ranges) {
-    const IntegerRange values = valuesOver(problem.box, row.form);
-    if (isWithin(values, row.range)) continue;
-    if (!maker.add({row.form, common(row.range, values)})) return NoSolution{};
-  }
-  if (!withObjective || !problem.objective) return result;
-  for (Bound& bound : objectiveBounds(problem)) {
-    const std::optional<IntegerRange> range = maker.add(bound.coordinate);
-    if (!range) return NoSolution{};
-    raiseTo(result.leastObjective, leastOf(bound.objective, *range));
-    if (!maker.isAdded()) continue;
-    bound.objective.coordinate = maker.count() - 1;
-    result.objective.push_back(std::move(bound.objective));
-  }
-  return result;
+IntegerForm variableForm(std::size_t n, std::size_t k) {
+  IntegerForm form{std::vector<ZZ>(n), ZZ()};
+  form.coefficients[k] = ZZ::one();
+  return form;
 }
+
+ZZ stepOf(const Coordinate& coordinate) {
+  ZZ step;
+  for (const ZZ& entry : coordinate.steps) step = gcd(step, abs(entry));
+  return step;
+}
+
+/// Rounds the range inwards to the values of the coordinate.
+void roundInwards(Coordinate& coordinate) {
+  const ZZ step = stepOf(coordinate);
+  ZZ remainder;
+  IntegerRange& range = coordinate.range;
+  mpz_fdiv_r(remainder.get(), ZZ(coordinate.start - *range.lower).get(), step.get());
+  *range.lower += remainder;
+  mpz_fdiv_r(remainder.get(), ZZ(*range.upper - coordinate.start).get(), step.get());
+  *range.upper -= remainder;
+}
+
+void raiseTo(std::optional<ZZ>& least, const std::optional<ZZ>& value) {
+  if (value && (!least || *least < *value)) least = value;
+}
+
+/// Makes the coordinates of the solutions of the equations within the bounds of a problem.
+class Maker {
+ public:
+  Maker(const IntegerProblem& problem, const CosetSettings& settings, const BoxCoset& space)
+      : problem_(problem), settings_(settings), space_(space) {}
+
+  CosetResult make() {
+    result_.variables = space_.point;
+    if (!addVariables() || !addRows() || !addObjective()) return NoSolution{};
+    switch (closeRanges(space_.basis.size(), coordinates_, settings_.mayGoOn)) {
+      case Closing::infeasible:
+        return NoSolution{};
+      case Closing::stopped:
+        return CosetStopped{};
+      case Closing::open:
+        return openBox();
+      case Closing::closed:
+        break;
+    }
+    return finish() ? CosetResult(std::move(result_)) : CosetResult(NoSolution{});
+  }
+
+ private:
+  /// The values of a form; without steps if the equations fix it.
+  Coordinate coordinateOf(const IntegerForm& form, IntegerRange range) const {
+    Coordinate coordinate{{}, form.at(space_.point), std::move(range)};
+    for (const std::vector<ZZ>& row : space_.basis)
+      coordinate.steps.push_back(form.at(row) - form.constant);
+    if (stepOf(coordinate).isZero()) coordinate.steps.clear();
+    return coordinate;
+  }
+
+  /// False if the coordinate is fixed outside of its range.
+  bool add(Coordinate coordinate) {
+    if (coordinate.steps.empty()) return coordinate.range.contains(coordinate.start);
+    coordinates_.push_back(std::move(coordinate));
+    return true;
+  }
+
+  bool addVariables() {
+    const std::size_t n = problem_.variableCount();
+    for (std::size_t k = 0; k < n; ++k) {
+      Coordinate coordinate = coordinateOf(variableForm(n, k), problem_.box[k]);
+      if (!coordinate.steps.empty()) result_.coordinateVariables.push_back(k);
+      if (!add(std::move(coordinate))) return false;
+    }
+    return true;
+  }
+
+  bool addRows() {
+    return std::all_of(problem_.ranges.begin(), problem_.ranges.end(), [this](const auto& row) {
+      const IntegerRange values = valuesOver(problem_.box, row.form);
+      return isWithin(values, row.range) ||
+             add(coordinateOf(row.form, common(row.range, values)));
+    });
+  }
+
+  bool addObjective() {
+    if (!settings_.withObjective || !problem_.objective) return true;
+    for (ObjectiveBound& bound : objectiveBounds(*problem_.objective)) {
+      IntegerRange range = valuesOver(problem_.box, bound.form);
+      if (settings_.most) range = common(std::move(range), bound.rangeBelow(*settings_.most));
+      Coordinate coordinate = coordinateOf(bound.form, std::move(range));
+      const bool isFixed = coordinate.steps.empty();
+      if (isFixed)
+        raiseTo(result_.leastObjective, bound.leastOver({coordinate.start, coordinate.start}));
+      if (!add(std::move(coordinate))) return false;
+      if (!isFixed) result_.objective.push_back({std::move(bound), coordinates_.size() - 1});
+    }
+    return true;
+  }
+
+  /// False if a range is empty.
+  bool finish() {
+    BoxCoset& coset = result_.coset;
+    coset.basis.resize(space_.basis.size());
+    for (Coordinate& coordinate : coordinates_) {
+      if (coordinate.range.isEmpty()) return false;
+      roundInwards(coordinate);
+      if (coordinate.range.isEmpty()) return false;
+      coset.point.push_back(coordinate.start);
+      coset.lower.push_back(*coordinate.range.lower);
+      coset.upper.push_back(*coordinate.range.upper);
+      for (std::size_t i = 0; i < coordinate.steps.size(); ++i)
+        coset.basis[i].push_back(std::move(coordinate.steps[i]));
+    }
+    for (const ObjectiveCoordinate& objective : result_.objective)
+      raiseTo(result_.leastObjective,
+              objective.bound.leastOver(coordinates_[objective.coordinate].range));
+    return true;
+  }
+
+  CosetResult openBox() const {
+    NoFiniteBox result;
+    // The variables come first, and rows are bounded if all variables are.
+    const auto open = std::find_if(coordinates_.begin(), coordinates_.end(),
+                                   [](const auto& one) { return !one.range.isFinite(); });
+    result.variable =
+        result_.coordinateVariables[static_cast<std::size_t>(open - coordinates_.begin())];
+    if (result_.objective.size() == 1 && problem_.objective->deviations.empty())
+      result.direction = fallingDirection();
+    return result;
+  }
+
+  /// A direction along which the only coordinate of the objective decreases without end.
+  std::vector<ZZ> fallingDirection() const {
+    Relaxation relaxation(space_.basis.size(), coordinates_, settings_.mayGoOn);
+    if (relaxation.makeFeasible() != SimplexEnd::reached ||
+        relaxation.least(result_.objective.front().coordinate).end != SimplexEnd::unbounded)
+      return {};
+    const std::vector<ZZ> direction = relaxation.direction();
+    // Congruences hold along a common multiple of their moduli.
+    ZZ factor = ZZ::one();
+    for (const IntegerEquation& equation : problem_.equations)
+      if (!equation.modulus.isZero()) factor = lcm(factor, equation.modulus);
+    std::vector<ZZ> result(problem_.variableCount());
+    for (std::size_t k = 0; k < result_.coordinateVariables.size(); ++k)
+      result[result_.coordinateVariables[k]] = factor * direction[k];
+    return result;
+  }
+
+  const IntegerProblem& problem_;
+  const CosetSettings& settings_;
+  const BoxCoset& space_;
+  ProblemCoset result_;
+  std::vector<Coordinate> coordinates_;
+};
 
 }  // namespace
-
-IntegerRange rangeBelow(const ObjectiveCoordinate& bound, const ZZ& most) {
-  IntegerRange range;
-  ZZ end;
-  mpz_fdiv_q(end.get(), ZZ(most - bound.constant).get(), bound.factor.get());
-  range.upper = end;
-  if (!bound.mirrored) return range;
-  mpz_cdiv_q(end.get(), ZZ(*bound.mirrored - most).get(), bound.factor.get());
-  range.lower = end;
-  return range;
-}
 
 std::vector<ZZ> ProblemCoset::variablesAt(const std::vector<ZZ>& point) const {
   std::vector<ZZ> result = variables;
@@ -277,11 +216,10 @@ std::vector<ZZ> ProblemCoset::variablesAt(const std::vector<ZZ>& point) const {
   return result;
 }
 
-CosetResult problemCoset(const IntegerProblem& problem, bool withObjective,
-                         const CosetReducer& reduce) {
+CosetResult problemCoset(const IntegerProblem& problem, const CosetSettings& settings) {
   if (hasEmptyRange(problem)) return NoSolution{};
   BoxCoset space = wholeSpace(problem.box);
-  switch (intersect(space, allEquations(problem), reduce)) {
+  switch (intersect(space, allEquations(problem), settings.reduce)) {
     case CosetEnd::noPoint:
       return NoSolution{};
     case CosetEnd::stopped:
@@ -289,7 +227,21 @@ CosetResult problemCoset(const IntegerProblem& problem, bool withObjective,
     case CosetEnd::made:
       break;
   }
-  return boundedCoset(problem, withObjective, space);
+  return Maker(problem, settings, space).make();
+}
+
+bool raiseObjective(ProblemCoset& coset, const std::function<bool()>& mayGoOn) {
+  Relaxation relaxation(coset.coset.basis.size(), coordinatesOf(coset.coset), mayGoOn);
+  if (relaxation.makeFeasible() != SimplexEnd::reached) return false;
+  for (const ObjectiveCoordinate& objective : coset.objective) {
+    const Relaxation::End least = relaxation.least(objective.coordinate);
+    if (least.end != SimplexEnd::reached) return false;
+    ZZ& lower = coset.coset.lower[objective.coordinate];
+    lower = std::max(lower, least.value);
+    raiseTo(coset.leastObjective,
+            objective.bound.leastOver({lower, coset.coset.upper[objective.coordinate]}));
+  }
+  return true;
 }
 
 }  // namespace starsift

@@ -2,31 +2,28 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <variant>
 #include <vector>
 
 #include "search/decide/IntegerProblem.h"
+#include "search/decide/ObjectiveBounds.h"
 #include "search/decide/SolutionCoset.h"
 #include "search/enumeration/BoxCoset.h"
 
 namespace starsift {
 
-/// A coordinate that bounds the objective: for any y with coordinate f, the objective is at least
-/// factor * f + constant, and, if there is a mirrored constant, at least mirrored - factor * f.
 struct ObjectiveCoordinate {
+  ObjectiveBound bound;
+  /// Index of the coordinate with the values of its form.
   std::size_t coordinate = 0;
-  ZZ factor;
-  ZZ constant;
-  std::optional<ZZ> mirrored;
 };
 
-/// The values of a coordinate that are possible if the objective is at most `most`.
-IntegerRange rangeBelow(const ObjectiveCoordinate& bound, const ZZ& most);
-
 /// The coordinates of the coset are the variables of an IntegerProblem that its equations don't
-/// fix, then the values of its inequation rows that aren't fixed and can leave their range, then the
-/// coordinates of the objective. All solutions of the problem, and nothing else, are its points.
+/// fix, then the values of its inequation rows that aren't fixed and can leave their range, then
+/// those of the bounds of the objective. All solutions of the problem, and nothing else, are its
+/// points.
 struct ProblemCoset {
   BoxCoset coset;
   /// All variables; those that are coordinates have any value.
@@ -34,30 +31,45 @@ struct ProblemCoset {
   /// The variable of each of the first coordinates.
   std::vector<std::size_t> coordinateVariables;
   std::vector<ObjectiveCoordinate> objective;
-  /// The objective is at least this, if there is one.
+  /// The objective is at least this, if it was asked for.
   std::optional<ZZ> leastObjective;
 
   /// The variables at a point of the coset.
   std::vector<ZZ> variablesAt(const std::vector<ZZ>& point) const;
 };
 
-/// There is no solution.
+/// There is no solution, or none with the objective wanted.
 struct NoSolution {};
 
-/// Nothing was found that bounds a coordinate.
+/// A variable has no bound on one side at least, and none follows from the rows.
 struct NoFiniteBox {
-  /// 0-based index of a variable without bound on one side at least.
+  /// 0-based index.
   std::size_t variable = 0;
+  /// From every solution, a point any number of these steps ahead, one entry per variable, is a
+  /// solution too, and each step lowers the objective; empty if no such direction was found.
+  std::vector<ZZ> direction{};
 };
 
-/// The reducer ended the computation.
+/// A computation was ended.
 struct CosetStopped {};
 
 using CosetResult = std::variant<ProblemCoset, NoSolution, NoFiniteBox, CosetStopped>;
 
-/// `withObjective` adds coordinates for the objective, if there is one. The basis isn't reduced at
-/// the end.
-CosetResult problemCoset(const IntegerProblem& problem, bool withObjective,
-                         const CosetReducer& reduce);
+struct CosetSettings {
+  /// Whether there are coordinates for the objective.
+  bool withObjective = false;
+  /// Greatest objective wanted; only with coordinates for it.
+  std::optional<ZZ> most;
+  CosetReducer reduce;
+  /// Called before the steps of linear programs; false ends the computation.
+  std::function<bool()> mayGoOn;
+};
+
+/// The basis isn't reduced at the end.
+CosetResult problemCoset(const IntegerProblem& problem, const CosetSettings& settings);
+
+/// Raises the lower ends of the objective's coordinates to those of the linear relaxation, and
+/// `leastObjective` with them. False if mayGoOn() ended it, or there is no point at all.
+bool raiseObjective(ProblemCoset& coset, const std::function<bool()>& mayGoOn);
 
 }  // namespace starsift

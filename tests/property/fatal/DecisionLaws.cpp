@@ -21,6 +21,9 @@ using test::checkOverProblems;
 using test::problemCount;
 using test::SmallProblem;
 
+/// Rows may close an open box far away: such trees are left before their end.
+constexpr std::size_t mostPoints = 5'000;
+
 /// Keeps what it is told of.
 class Listener : public DecisionListener {
  public:
@@ -37,7 +40,7 @@ class Listener : public DecisionListener {
       RC_ASSERT(star.slackNorm == test::toQQ(verdict->slackNorm));
     }
     norms.push_back(star.targetNorm);
-    return Step::goOn;
+    return points.size() < mostPoints ? Step::goOn : Step::stop;
   }
 
   Step progress(double share, std::uint64_t /*nodes*/) override {
@@ -83,8 +86,9 @@ std::optional<QQ> leastNorm(const Problem& problem, const std::vector<Point>& so
   return least;
 }
 
-Decided decide(const SmallProblem& small, Listener& listener, const DeciderSettings& settings) {
+Decided decide(const SmallProblem& small, Listener& listener, DeciderSettings settings = {}) {
   Decision decision(small.record());
+  settings.allowed = std::chrono::seconds(1);
   return Decider(decision, listener, settings).run();
 }
 
@@ -94,7 +98,7 @@ TEST(Deciding, FindsAllSolutionsWithinClosedBoxes) {
     if (!isClosed(small.problem)) return;
     const std::set<std::string> solutions = textsOf(solutionsAround(small.problem));
     Listener listener(small.problem);
-    const Decided decided = decide(small, listener, {});
+    const Decided decided = decide(small, listener);
     RC_ASSERT(listener.points == solutions);
     RC_ASSERT(decided.proof == (solutions.empty() ? Proof::noSolution : Proof::allFound));
     RC_ASSERT(decided.count == solutions.size());
@@ -108,7 +112,7 @@ TEST(Deciding, MissesNoSolutionOfAnOpenBoxThatItSaysToHaveSearched) {
   checkOverProblems([&decidedOnes](const SmallProblem& small) {
     if (isClosed(small.problem)) return;
     Listener listener(small.problem);
-    const Decided decided = decide(small, listener, {});
+    const Decided decided = decide(small, listener);
     if (!decided.isComplete()) return;
     ++decidedOnes;
     for (const std::string& solution : textsOf(solutionsAround(small.problem)))
@@ -153,14 +157,66 @@ TEST(Deciding, LooksOnlyForBetterSolutionsThanTheKnownOne) {
   });
 }
 
+TEST(Deciding, FindsTheOptimumInOpenBoxes) {
+  int proved = 0;
+  int unbounded = 0;
+  checkOverProblems([&](const SmallProblem& small) {
+    if (isClosed(small.problem) || small.problem.targets.empty()) return;
+    const std::vector<Point> solutions = solutionsAround(small.problem);
+    if (solutions.empty()) return;
+    DeciderSettings settings;
+    settings.aim = Aim::best;
+    settings.known = leastNorm(small.problem, solutions);
+    Listener listener(small.problem);
+    const Decided decided = decide(small, listener, settings);
+    if (decided.undecided == Undecided::unbounded) ++unbounded;
+    if (!decided.isComplete()) return;
+    RC_ASSERT(decided.proof == Proof::optimum);
+    RC_ASSERT(*decided.best <= *settings.known);
+    ++proved;
+  });
+  EXPECT_GE(proved, problemCount / 32);
+  EXPECT_GE(unbounded, problemCount / 128);
+}
+
+TEST(Deciding, FallsForEverAlongItsDirection) {
+  int unbounded = 0;
+  checkOverProblems([&unbounded](const SmallProblem& small) {
+    if (small.problem.targets.empty()) return;
+    const std::vector<Point> solutions = solutionsAround(small.problem);
+    if (solutions.empty()) return;
+    Decision decision(small.record());
+    const QQ norm = *leastNorm(small.problem, {solutions.front()});
+    if (decision.prepare(Aim::best, norm, [] { return true; }) != Preparation::noFiniteBox ||
+        decision.fallingDirection().dimension() == 0)
+      return;
+    ++unbounded;
+    const Point direction = test::pointOf(decision.fallingDirection());
+    QQ before = norm;
+    Point x = solutions.front();
+    for (int step = 0; step < 3; ++step) {
+      for (std::size_t j = 0; j < x.size(); ++j) x[j] += direction[j];
+      RC_ASSERT(oracle::solves(small.problem, x));
+      const QQ after = test::toQQ(oracle::judge(small.problem, x)->targetNorm);
+      RC_ASSERT(after < before);
+      before = after;
+    }
+  });
+  EXPECT_GE(unbounded, problemCount / 128);
+}
+
 TEST(Deciding, HasABoundBelowEveryNorm) {
   checkOverProblems([](const SmallProblem& small) {
     if (small.problem.targets.empty()) return;
     Decision decision(small.record());
     if (decision.prepare(Aim::best, std::nullopt, [] { return true; }) != Preparation::ready)
       return;
-    for (const Point& x : solutionsAround(small.problem))
-      RC_ASSERT(*decision.leastNorm() <= test::toQQ(oracle::judge(small.problem, x)->targetNorm));
+    const auto least = leastNorm(small.problem, solutionsAround(small.problem));
+    if (least) RC_ASSERT(*decision.leastNorm() <= *least);
+    const QQ before = *decision.leastNorm();
+    decision.raiseBound([] { return true; });
+    RC_ASSERT(*decision.leastNorm() >= before);
+    if (least) RC_ASSERT(*decision.leastNorm() <= *least);
   });
 }
 

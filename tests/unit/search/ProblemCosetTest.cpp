@@ -11,8 +11,8 @@ namespace {
 using test::OptText;
 using test::problemFrom;
 
-bool noReduction(BoxCoset& /*coset*/) {
-  return true;
+CosetSettings settingsFor(bool withObjective) {
+  return {withObjective, std::nullopt, [](BoxCoset&) { return true; }, [] { return true; }};
 }
 
 std::vector<ZZ> numbers(std::initializer_list<int> values) {
@@ -20,8 +20,8 @@ std::vector<ZZ> numbers(std::initializer_list<int> values) {
 }
 
 CosetResult cosetOf(const OptText& text, bool withObjective = true) {
-  return problemCoset(integerProblem(problemFrom(text.text())).value(), withObjective,
-                      &noReduction);
+  return problemCoset(integerProblem(problemFrom(text.text())).value(),
+                      settingsFor(withObjective));
 }
 
 /// x + 2 y, both from 0 to 5, without rows.
@@ -79,9 +79,10 @@ TEST(SolutionCoset, IgnoresRedundantEquationsAndRejectsContradictions) {
 
 TEST(SolutionCoset, EndsWhenTheReducerDoes) {
   const OptText text = withEquation("123456789012345678901 234567890123456789012", "3", "7777777777777");
-  const auto stop = [](BoxCoset&) { return false; };
+  CosetSettings settings = settingsFor(false);
+  settings.reduce = [](BoxCoset&) { return false; };
   const IntegerProblem problem = integerProblem(problemFrom(text.text())).value();
-  EXPECT_TRUE(std::holds_alternative<CosetStopped>(problemCoset(problem, false, stop)));
+  EXPECT_TRUE(std::holds_alternative<CosetStopped>(problemCoset(problem, settings)));
 }
 
 TEST(ProblemCoset, LeavesFixedVariablesOut) {
@@ -135,6 +136,66 @@ TEST(ProblemCoset, NamesAVariableWithoutBound) {
   EXPECT_EQ(std::get<NoFiniteBox>(result).variable, 1U);
 }
 
+TEST(ProblemCoset, FindsBoundsInTheRows) {
+  // x + y = 4 and x - y within -2 and 2, without bounds of their own
+  OptText text = withEquation("1 1", "4");
+  text.Au = "[ [ 1 -1 ] ]";
+  text.lu = "[ -2 ]";
+  text.ru = "[ 2 ]";
+  text.lx = "[ -inf -inf ]";
+  text.rx = "[ inf inf ]";
+  const auto coset = std::get<ProblemCoset>(cosetOf(text, false));
+  EXPECT_EQ(coset.coset.lower, numbers({1, 1, -2}));
+  EXPECT_EQ(coset.coset.upper, numbers({3, 3, 2}));
+}
+
+TEST(ProblemCoset, FindsADirectionInWhichTheObjectiveFalls) {
+  // To maximise x + 2 y with x - y = 0 modulo 3, x >= y
+  OptText text = withEquation("1 -1", "0", "3");
+  text.Au = "[ [ 1 -1 ] ]";
+  text.lu = "[ 0 ]";
+  text.ru = "[ inf ]";
+  text.rx = "[ inf inf ]";
+  const CosetResult result = cosetOf(text);
+  ASSERT_TRUE(std::holds_alternative<NoFiniteBox>(result));
+  const std::vector<ZZ>& direction = std::get<NoFiniteBox>(result).direction;
+  EXPECT_TRUE(lowersForEver(integerProblem(problemFrom(text.text())).value(), direction));
+}
+
+TEST(ProblemCoset, HasNoFallingDirectionIfTheObjectiveIsBounded) {
+  OptText text = free;
+  text.dt = "[ -inf ]";
+  text.rx = "[ inf inf ]";
+  EXPECT_TRUE(std::get<NoFiniteBox>(cosetOf(text)).direction.empty());
+}
+
+TEST(ProblemCoset, IsBoundedByTheObjectiveWanted) {
+  OptText text = free;
+  text.dt = "[ -inf ]";
+  text.rx = "[ inf inf ]";
+  CosetSettings settings = settingsFor(true);
+  settings.most = ZZ(6);
+  const IntegerProblem problem = integerProblem(problemFrom(text.text())).value();
+  const auto coset = std::get<ProblemCoset>(problemCoset(problem, settings));
+  EXPECT_EQ(coset.coset.upper, numbers({6, 3, 6}));
+  settings.most = ZZ(-1);
+  EXPECT_TRUE(std::holds_alternative<NoSolution>(problemCoset(problem, settings)));
+}
+
+TEST(ProblemCoset, RaisesTheBoundOfTheObjectiveToThatOfTheRelaxation) {
+  // To minimise x + 2 y with 2 x + 3 y >= 8: at least 4, by x = 4.
+  OptText text = free;
+  text.dt = "[ -inf ]";
+  text.Au = "[ [ 2 3 ] ]";
+  text.lu = "[ 8 ]";
+  text.ru = "[ inf ]";
+  auto coset = std::get<ProblemCoset>(cosetOf(text));
+  EXPECT_EQ(coset.leastObjective, ZZ());
+  ASSERT_TRUE(raiseObjective(coset, [] { return true; }));
+  EXPECT_EQ(coset.leastObjective, ZZ(4));
+  EXPECT_EQ(coset.coset.lower.back(), ZZ(4));
+}
+
 TEST(ProblemCoset, NeedsNoBoundsOfFixedVariables) {
   OptText text = withEquation("1 1", "4");
   text.Ag = "[ [ 1 1 ] [ 1 -1 ] ]";
@@ -148,11 +209,11 @@ TEST(ProblemCoset, BoundsTheObjectiveByACoordinate) {
   // To maximise x + 2 y: the objective is -x - 2 y, from -15 to 0.
   const auto coset = std::get<ProblemCoset>(cosetOf(free));
   ASSERT_EQ(coset.objective.size(), 1U);
-  const ObjectiveCoordinate& bound = coset.objective[0];
+  const ObjectiveCoordinate& objective = coset.objective[0];
   EXPECT_EQ(coset.leastObjective, ZZ(-15));
-  EXPECT_EQ(coset.coset.lower[bound.coordinate], ZZ(-15));
-  EXPECT_EQ(rangeBelow(bound, ZZ(-7)).upper, ZZ(-7));
-  EXPECT_FALSE(rangeBelow(bound, ZZ(-7)).lower);
+  EXPECT_EQ(coset.coset.lower[objective.coordinate], ZZ(-15));
+  EXPECT_EQ(objective.bound.rangeBelow(ZZ(-7)).upper, ZZ(-7));
+  EXPECT_FALSE(objective.bound.rangeBelow(ZZ(-7)).lower);
 }
 
 TEST(ProblemCoset, BoundsADistanceOnBothSides) {
@@ -164,7 +225,7 @@ TEST(ProblemCoset, BoundsADistanceOnBothSides) {
   ASSERT_EQ(coset.objective.size(), 1U);
   EXPECT_EQ(coset.leastObjective, ZZ());
   // At most 2: 5 <= 2 x + 4 y <= 9, so that x + 2 y is 3 or 4.
-  const IntegerRange range = rangeBelow(coset.objective[0], ZZ(2));
+  const IntegerRange range = coset.objective[0].bound.rangeBelow(ZZ(2));
   EXPECT_EQ(range.lower, ZZ(3));
   EXPECT_EQ(range.upper, ZZ(4));
 }
