@@ -13,6 +13,12 @@ namespace {
 /// Intervals wider than this are worth a linear program.
 constexpr double wideInterval = 12;
 
+/// In small dimensions, narrower intervals are worth some programs as well: a tree that needs more
+/// of them isn't small.
+constexpr double eagerInterval = 0.5;
+constexpr std::size_t eagerDimension = 20;
+constexpr std::size_t eagerPrograms = 64;
+
 }  // namespace
 
 template <class Real>
@@ -119,12 +125,14 @@ bool TreeNodes<Real>::isWide(std::size_t k, const Level& level) const {
   const Real half = std::sqrt(room / geometry_.squaredLengths[k]);
   const Real low = std::max(level.least, -level.offset - half);
   const Real high = std::min(level.most, half - level.offset);
-  return high - low > wideInterval;
+  const bool isEager = geometry_.dimension <= eagerDimension && programs_ < eagerPrograms;
+  return high - low > (isEager ? eagerInterval : wideInterval);
 }
 
 template <class Real>
 void TreeNodes<Real>::applyProgram(std::size_t k, Level& level) {
   using Program = CoefficientProgram<Real>;
+  ++programs_;
   if (greatest_[k] == nullptr) {
     greatest_[k] = std::make_unique<Program>(geometry_, k, Program::Sense::greatest);
     smallest_[k] = std::make_unique<Program>(geometry_, k, Program::Sense::least);
@@ -177,8 +185,8 @@ bool TreeNodes<Real>::advance(std::size_t k) {
       if (length <= fullRadius_) hasPruned_ = true;
       break;
     }
-    ++nodes_;
     if (length <= step(k, factor) + geometry_.slacks.hoelder) {
+      ++nodes_;
       level.chosen = coefficient;
       levels_[k - 1].length = length;
       return true;
@@ -222,26 +230,28 @@ std::size_t TreeNodes<Real>::recheck(std::size_t k) {
 }
 
 template <class Real>
+double TreeNodes<Real>::weight(std::size_t k, Real coefficient) const {
+  const Level& level = levels_[k];
+  const Real whole = std::max(radii_[k] - level.length, std::numeric_limits<Real>::min());
+  const Real factor = coefficient + level.offset;
+  const Real room = 1 - factor * factor * geometry_.squaredLengths[k] / whole;
+  return room > 0 ? std::pow(static_cast<double>(room), static_cast<double>(k) / 2) : 0.0;
+}
+
+template <class Real>
 typename TreeNodes<Real>::Share TreeNodes<Real>::shareAt(std::size_t k) const {
   const Level& level = levels_[k];
-  // Subtrees grow about like balls with the room that is left to them.
-  const auto weight = [&](Real coefficient) {
-    const Real factor = coefficient + level.offset;
-    const Real room = 1 - factor * factor * geometry_.squaredLengths[k] /
-                              std::max(radii_[k] - level.length, std::numeric_limits<Real>::min());
-    return room > 0 ? std::pow(static_cast<double>(room), static_cast<double>(k) / 2) : 0.0;
-  };
   constexpr Real reach = 50;
   double all = 0;
   double done = 0;
   for (Real c = std::max(level.least, level.chosen - reach);
        c <= std::min(level.most, level.chosen + reach); ++c) {
-    const double part = weight(c);
+    const double part = weight(k, c);
     all += part;
     if (c < level.up && c > level.down && c != level.chosen) done += part;
   }
   if (!(all > 0)) return {0, 1};
-  return {done / all, weight(level.chosen) / all};
+  return {done / all, weight(k, level.chosen) / all};
 }
 
 template class TreeNodes<double>;
