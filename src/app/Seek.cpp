@@ -7,13 +7,11 @@
 #include "params/ParamHelp.h"
 #include "search/SearchPass.h"
 #include "system/Console.h"
+#include "system/Failure.h"
 
 namespace starsift {
 
 namespace {
-
-/// The most passes over one lattice; a restart follows even if it isn't reduced.
-constexpr int passesPerLattice = 20;
 
 /// Restarts without a new solution that end a search without limits.
 constexpr Index fruitlessRestarts = 20;
@@ -67,7 +65,7 @@ SearchEnd Seek::run() {
   watch_.setStore(store);
   decide_.emplace(lattice_, watch_, store, options_);
   // The store has copied the problem as read, by which stars are judged.
-  lattice_.tightenBounds();
+  rowsContradict_ = !lattice_.tightenBounds();
   lattice_.tryStandardPrecision();
   lattice_.beginSearch(watch_, watch_.elapsed());
   const SearchEnd end = search();
@@ -105,8 +103,10 @@ void Seek::searchLattices() {
   lattice_.normalise(TargetRange::find, From::lifted);
   watch_.look();
   lattice_.prepareLattice();
+  // The steps before have reports of their own if one row, or the equations alone, are a proof.
+  if (rowsContradict_) fail("Unfulfillable rows detected --> NO SOLUTIONS!");
   while (!isOver()) {
-    reduceLattice();
+    runPass();
     if (!isOver()) decide();
     restartLattice();
   }
@@ -118,19 +118,11 @@ void Seek::decide() {
   if (decide_->isDue() && decide_->run()) throw SearchEnded(SearchEnd::decided);
 }
 
-void Seek::reduceLattice() {
-  if (lattice_.params().deep) lattice_.sortBasis(0);
-  for (int pass = 1; pass <= passesPerLattice && !isOver(); ++pass)
-    if (runPass().skipped == 0) return;
-}
-
-PassCounts Seek::runPass() {
+void Seek::runPass() {
   if (passLimit_ >= 0 && watch_.passes() >= passLimit_) throw SearchEnded(SearchEnd::passes);
   watch_.look();
   watch_.beginPass();
-  const PassCounts counts = searchPass(lattice_);
-  watch_.endPass(counts);
-  return counts;
+  watch_.endPass(searchPass(lattice_));
 }
 
 void Seek::restartLattice() {

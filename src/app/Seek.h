@@ -35,8 +35,7 @@ class Seek {
   SearchEnd search();
   void searchLattices();
   void decide();
-  void reduceLattice();
-  PassCounts runPass();
+  void runPass();
   void restartLattice();
   void saveLattice();
   void conclude(SearchEnd end);
@@ -56,6 +55,8 @@ class Seek {
   long passLimit_ = -1;
   /// The parameters set a limit.
   bool limited_ = false;
+  /// The rows contradict the bounds: see tightenBounds().
+  bool rowsContradict_ = false;
   /// Limits the writes of the lattice file: some problems restart a thousand times a second.
   SavePace latticePace_;
   /// Restarts since the last new solution, and the number of solutions then.

@@ -104,9 +104,10 @@ class Lattice : public Vanu<T>, private ParamReactions {
   void normaliseCopy(bool verbose, bool first);
   /// Sets the problem as if it had been read; the paths stay.
   void setProblem(Vanu<T> problem);
-  /// Narrows the bounds that lattices are made from by tightenBounds(); stars are judged by the
-  /// problem as read. Fatal after normalise(): "tightenBounds: the problem is normalised".
-  void tightenBounds() requires std::same_as<T, QQ>;
+  /// Narrows the bounds that lattices are made from by tightenBounds(), and returns its result;
+  /// stars are judged by the problem as read. Fatal after normalise(): "tightenBounds: the problem
+  /// is normalised".
+  bool tightenBounds() requires std::same_as<T, QQ>;
 
   // Mapping between the three spaces: make/LatticeMapping.inl
   //

@@ -133,8 +133,8 @@ const Vanu<QQ>& YLattice<R>::problemAsRead() const {
 }
 
 template <class R>
-void YLattice<R>::tightenBounds() {
-  exact().tightenBounds();
+bool YLattice<R>::tightenBounds() {
+  return exact().tightenBounds();
 }
 
 template <class R>

@@ -95,7 +95,7 @@ class YLattice {
   /// The problem as read; a reference to the exact lattice.
   const Vanu<QQ>& problemAsRead() const;
   /// Lattice::tightenBounds().
-  void tightenBounds();
+  bool tightenBounds();
   /// Sets parameters, as readArguments().
   void readParams(const std::vector<std::string>& arguments);
 

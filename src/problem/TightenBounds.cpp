@@ -132,27 +132,28 @@ std::optional<std::vector<Range>> rangesOf(const Vanu<QQ>& problem, const std::v
   return ranges;
 }
 
+/// The entries of sign * row that aren't 0, per step of their variables.
+std::vector<Term> termsOf(const Vector<QQ>& row, const QQ& sign, const std::vector<QQ>& steps) {
+  std::vector<Term> terms;
+  for (std::size_t j = 0; j < steps.size(); ++j) {
+    const QQ& entry = row[static_cast<Index>(j) + 1];
+    if (!entry.isZero()) terms.push_back({j, sign * entry / steps[j]});
+  }
+  return terms;
+}
+
 /// Rows with upper limits; rows with lower limits are negated.
 class Limits {
  public:
   explicit Limits(const std::vector<QQ>& steps) : steps_(steps) {}
 
   void add(const Vector<QQ>& row, const QQ& lower, const QQ& upper) {
-    if (!upper.isInf()) limits_.push_back({termsOf(row, QQ::one()), upper});
-    if (!lower.isInf()) limits_.push_back({termsOf(row, QQ::minusOne()), -lower});
+    if (!upper.isInf()) limits_.push_back({termsOf(row, QQ::one(), steps_), upper});
+    if (!lower.isInf()) limits_.push_back({termsOf(row, QQ::minusOne(), steps_), -lower});
   }
   const std::vector<Limit>& all() const { return limits_; }
 
  private:
-  std::vector<Term> termsOf(const Vector<QQ>& row, const QQ& sign) const {
-    std::vector<Term> terms;
-    for (std::size_t j = 0; j < steps_.size(); ++j) {
-      const QQ& entry = row[static_cast<Index>(j) + 1];
-      if (!entry.isZero()) terms.push_back({j, sign * entry / steps_[j]});
-    }
-    return terms;
-  }
-
   const std::vector<QQ>& steps_;
   std::vector<Limit> limits_;
 };
@@ -173,20 +174,41 @@ bool isHalved(const Range& before, const Range& after) {
          QQ(2) * (after.greatest - after.least) <= before.greatest - before.least;
 }
 
+/// The least value of sign * row over the ranges; -inf if there is none.
+QQ leastValue(const Vector<QQ>& row, const QQ& sign, const std::vector<QQ>& steps,
+              const std::vector<Range>& ranges) {
+  const LeastSum sum = leastSum({termsOf(row, sign, steps), QQ()}, ranges);
+  return sum.infinite > 0 ? -QQ::infinity() : sum.finite;
+}
+
+/// Sets the infinite side of each one-sided inequation to what the ranges imply.
+void closeRows(Vanu<QQ>& problem, const std::vector<QQ>& steps, const std::vector<Range>& ranges) {
+  for (Index i = 1; i <= problem.lu.dimension(); ++i) {
+    QQ& lower = problem.lu[i];
+    QQ& upper = problem.ru[i];
+    if (lower == -QQ::infinity() && !upper.isInf())
+      lower = leastValue(problem.Au[i], QQ::one(), steps, ranges);
+    else if (upper == QQ::infinity() && !lower.isInf())
+      upper = -leastValue(problem.Au[i], QQ::minusOne(), steps, ranges);
+  }
+}
+
 }  // namespace
 
-void tightenBounds(Vanu<QQ>& problem) {
+bool tightenBounds(Vanu<QQ>& problem) {
   const auto steps = stepsPerUnit(problem.dx);
-  if (!steps) return;
+  if (!steps) return true;
   const auto before = rangesOf(problem, *steps);
-  if (!before) return;
+  if (!before) return true;
   std::vector<Range> ranges = *before;
-  if (!propagate(ranges, limitsOf(problem, *steps).all())) return;
+  if (!propagate(ranges, limitsOf(problem, *steps).all())) return false;
+  closeRows(problem, *steps, ranges);
   for (std::size_t j = 0; j < ranges.size(); ++j) {
     if (!isHalved((*before)[j], ranges[j])) continue;
     problem.lx[static_cast<Index>(j) + 1] = ranges[j].least / (*steps)[j];
     problem.rx[static_cast<Index>(j) + 1] = ranges[j].greatest / (*steps)[j];
   }
+  return true;
 }
 
 BoundsImplied implyBounds(Vanu<QQ>& problem) {

@@ -6,7 +6,7 @@ namespace starsift {
 
 PassCounts searchPass(YLattice<long double>& lattice) {
   return lattice.runStep([](auto& live) {
-    live.lllPass(1, 0, 0);
+    live.reduce(0);
     NearbySearch(live).run();
     return live.run.lastPass;
   });

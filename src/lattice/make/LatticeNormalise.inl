@@ -43,11 +43,12 @@ void Lattice<T, R>::setProblem(Vanu<T> problem) {
 }
 
 template <class T, class R>
-void Lattice<T, R>::tightenBounds() requires std::same_as<T, QQ> {
+bool Lattice<T, R>::tightenBounds() requires std::same_as<T, QQ> {
   if (optOriginal.lifted) fail("tightenBounds: the problem is normalised");
   optOriginal = file.problem();
   // clang 14 instantiates the body also where the constraint fails.
-  if constexpr (std::same_as<T, QQ>) starsift::tightenBounds(optOriginal);
+  if constexpr (std::same_as<T, QQ>) return starsift::tightenBounds(optOriginal);
+  return true;
 }
 
 template <class T, class R>

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <limits>
 #include <string>
 
 #include "lattice/Lattice.h"
@@ -111,11 +112,13 @@ bool Lattice<T, R>::reduce(Index count) {
   latticelll::Reduction<T, R> reduction(*this);
   R before = NumberTraits<R>::infinity();
   for (int fruitless = 0; fruitless < latticelll::maxFruitlessPasses;) {
-    lllPass(1, count, count);
+    // With a budget the rows behind the last test would be size-reduced by data of rows in which
+    // lengths are lost by cancellation, as in any basis that is far from reduced.
+    PassStatus status{1, count, count, std::numeric_limits<Index>::max()};
+    reduction->pass(status);
+    run.lastPass = status.counts;
     if (searchIsOver()) return false;
-    // A pass that ended at a dependent row may have moved other rows before.
-    const bool isDone = run.lastPass.skipped == 0 || reduction->allTested(count);
-    if (isDone && reduction->renewLongData(count) && reduction->isReduced(count)) return true;
+    if (reduction->renewLongData(count) && reduction->isReduced(count)) return true;
     const R after = reduction->potential(count);
     // Rounding errors can cause the same swaps again and again, which gain nothing.
     if (run.lastPass.swaps == 0 || !(after < before)) ++fruitless;

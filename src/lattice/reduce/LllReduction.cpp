@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <vector>
 
 #include "algorithms/exact/IndependentRows.h"
 #include "algorithms/reduction/LllConditions.h"
@@ -37,12 +38,19 @@ bool LllReduction<T, R>::sizeReduce(Index k, bool strict) {
   // Each round begins with new Gram-Schmidt data: forgetFrom() invalidates the old ones.
   bool changed = false;
   for (int round = 1; round <= maxSizeReductionRounds; ++round) {
-    if (!orthogonalise(k)) return changed;
+    const bool isClear = orthogonalise(k);
+    // The length of such a row has cancelled, its large coefficients have not.
+    const bool isLong = !isClear && hasLargeCoefficient(k);
+    if (isLong) basis_.vecStatus[k] = ST_MU;
+    if (!isClear && !isLong && !isIndependent(k)) return changed;
     const R largest = reduceCoefficients(k, strict);
-    if (largest == R()) break;
+    if (largest == R()) {
+      if (isLong && !isIndependent(k)) return changed;
+      break;
+    }
     changed = true;
     basis_.forgetFrom(k);
-    if (!(largest > largeQuotient)) break;
+    if (!isLong && !(largest > largeQuotient)) break;
   }
   basis_.vecStatus[k] |= ST_SIZE_REDUCED;
   return changed;
@@ -50,11 +58,57 @@ bool LllReduction<T, R>::sizeReduce(Index k, bool strict) {
 
 template <class T, class R>
 bool LllReduction<T, R>::orthogonalise(Index k) {
+  return withFallback([&] { return data_.orthogonaliseClassic(basis_, k, k); });
+}
+
+template <class T, class R>
+bool LllReduction<T, R>::hasLargeCoefficient(Index k) const {
+  const Vector<R>& row = data_.mu[k];
+  return std::any_of(row.begin(), row.begin() + (k - 1),
+                     [](const R& entry) { return std::fabs(entry) > largeQuotient; });
+}
+
+template <class T, class R>
+bool LllReduction<T, R>::isIndependent(Index k) {
+  // Either the row is dependent or its products have lost their digits by cancellation.
+  basis_.forgetProducts(k);
+  const Index suspect = withFallback([&] {
+    return data_.orthogonaliseModified(basis_, 1, k, OnDependency::report, LqCache::bypass);
+  });
+  if (suspect == 0) return true;
+  const Index dependent = firstDependent(k);
+  for (Index i = suspect; i <= k; ++i)
+    if (i != dependent && !carries(basis_.vecStatus[i], ST_MU)) acceptShort(i);
+  if (dependent != 0) basis_.vecStatus[dependent] = ST_DEPENDENT;
+  return dependent == 0;
+}
+
+template <class T, class R>
+Index LllReduction<T, R>::firstDependent(Index count) const {
+  Matrix<T> rows(basis_.B());
+  rows.resize(count, basis_.m, false);
+  const std::vector<Index> independent = independentRows(rows);
+  Index k = 1;
+  for (const Index i : independent) {
+    if (i != k) return k;
+    ++k;
+  }
+  return k <= count ? k : 0;
+}
+
+template <class T, class R>
+void LllReduction<T, R>::acceptShort(Index k) {
+  if (orthogonalise(k)) return;
+  const R tolerance = NumberTraits<R>::tolerance();
+  data_.cLen[k] = std::max(data_.cLen[k], tolerance * tolerance);
+  basis_.vecStatus[k] = ST_MU;
+}
+
+template <class T, class R>
+template <class Step>
+auto LllReduction<T, R>::withFallback(Step step) -> decltype(step()) {
   try {
-    if (data_.orthogonaliseClassic(basis_, k, k)) return true;
-    // Either the row is dependent or its products have lost their digits by cancellation.
-    basis_.forgetProducts(k);
-    return data_.orthogonaliseModified(basis_, 1, k, OnDependency::report, LqCache::bypass) == 0;
+    return step();
   } catch (const DecimalPrecisionException&) {
     // In the standard lattice the step is repeated in the exact one, which has no fallback.
     if (NumberTraits<T>::exact) fail("numbers too large for the reduction");
@@ -165,8 +219,11 @@ void LllReduction<T, R>::exchangeRows(PassStatus& status) {
     while (k <= status.to && carries(basis_.vecStatus[k], ST_SWAP_CHECKED)) ++k;
     if (k > status.to || !visitor_.mayStep(status) || !step(k, status.kmax, status.strict)) return;
     visitor_.onStepped(status);
-    if (counts.tests < status.budget) {
-      const Index next = settings_.deep ? deepInsertStep(k) : swapStep(k);
+    // Coefficients with respect to a vector whose length was lost would be wrong: it goes forward
+    // at once.
+    if (counts.tests < status.budget || isTooShort(k)) {
+      Index next = settings_.deep ? deepInsertStep(k) : swapStep(k);
+      if (next > k && isTooShort(k)) next = swapStep(k);
       ++counts.tests;
       if (next < k) ++counts.swaps;
       k = next;
@@ -204,6 +261,11 @@ bool LllReduction<T, R>::isSizeReduced(Index k) const {
 template <class T, class R>
 bool LllReduction<T, R>::seemsIndependent(Index k) const {
   return basis_.vecStatus[k] != ST_DEPENDENT && !(supNorm(basis_.B()[k]) == T());
+}
+
+template <class T, class R>
+bool LllReduction<T, R>::isTooShort(Index k) const {
+  return k >= 2 && data_.cLen[k] <= NumberTraits<R>::tolerance();
 }
 
 template <class T, class R>
@@ -247,8 +309,7 @@ R LllReduction<T, R>::potential(Index count) const {
   R sum = R();
   for (Index k = 1; k <= count; ++k)
     // Size reduction clears ST_MU, but leaves the orthogonal length as it was.
-    if ((basis_.vecStatus[k] & (ST_MU | ST_SIZE_REDUCED)) != 0 &&
-        data_.cLen[k] > NumberTraits<R>::tolerance())
+    if ((basis_.vecStatus[k] & (ST_MU | ST_SIZE_REDUCED)) != 0 && data_.cLen[k] > R())
       sum += static_cast<R>(count + 1 - k) * std::log2(data_.cLen[k]);
   return sum;
 }

@@ -74,8 +74,8 @@ class LllReduction {
 
   /// Size reduction: subtracts integer multiples of the rows before k from row k until no
   /// Gram-Schmidt coefficient exceeds eta in magnitude; with `strict` only multiples that don't
-  /// increase the greatest coordinate. True if the row changed. A dependent row gets the status
-  /// ST_DEPENDENT.
+  /// increase the greatest coordinate. True if the row changed. A dependent row, decided exactly
+  /// in doubt, gets the status ST_DEPENDENT; it may have been reduced before.
   bool sizeReduce(Index k, bool strict);
   /// Swaps rows k - 1 and k unless the Lovász condition holds. Returns the next k to process:
   /// k - 1 after a swap, else k + 1.
@@ -118,8 +118,27 @@ class LllReduction {
   Index deepInsertions() const { return deepInsertions_; }
 
  private:
-  /// Computes the Gram-Schmidt data of row k; false if it depends on the rows before it.
+  /// Computes the Gram-Schmidt data of row k by the classic way; false if it seems to depend on
+  /// the rows before it.
   bool orthogonalise(Index k);
+  /// A Gram-Schmidt coefficient of row k is so large that rounding errors of the row may exceed
+  /// its orthogonal length.
+  bool hasLargeCoefficient(Index k) const;
+  /// Decides whether row k is independent of the rows before it, and computes its Gram-Schmidt
+  /// data if it is: by the modified way and, if that finds no length, exactly. The first
+  /// dependent row gets the status ST_DEPENDENT.
+  bool isIndependent(Index k);
+  /// The first of the rows 1..count that depends on the rows before it, decided exactly; else 0.
+  Index firstDependent(Index count) const;
+  /// Computes the data of an independent row whose orthogonal length may be below what R
+  /// resolves: it becomes at least the square of the tolerance, which is shorter than any length
+  /// that was resolved, so that a Lovász test moves the row forward.
+  void acceptShort(Index k);
+  /// The result of the step; in the exact lattice a DecimalPrecisionException is fatal.
+  template <class Step>
+  static auto withFallback(Step step) -> decltype(step());
+  /// Row k, k >= 2, is independent, but the orthogonal length is below what R resolves.
+  bool isTooShort(Index k) const;
   /// One round of size reduction; returns the greatest factor, 0 if nothing changed.
   R reduceCoefficients(Index k, bool strict);
   /// The tests and swaps of a pass, up to the row at which it ends.

@@ -62,5 +62,41 @@ TEST(Reduce, KnapsacksOfFortyDigitsNeedOneCall) {
   expectReducedInOneCall(knapsackBasis(40, 40));
 }
 
+// b2* is 210 / (9 10^8) long, so that its square is far below the tolerance.
+TEST(Reduce, RowsWithALostOrthogonalLengthAreReduced) {
+  expectReducedInOneCall(Matrix<long double>{{900000007, 3}, {899999937, 3}});
+  expectReducedInOneCall(Matrix<QQ>{{900000007, 3}, {899999937, 3}});
+}
+
+TEST(Reduce, LongRowsWithALostOrthogonalLengthAreReduced) {
+  const QQ far = QQ::parse("100000000000000000000000000000");
+  expectReducedInOneCall(Matrix<QQ>{{far + QQ(7), 1}, {far - QQ(12), 1}});
+  expectReducedInOneCall(
+      Matrix<QQ>{{far + QQ(7), 1, 0}, {far - QQ(12), 1, 5}, {far * QQ(3) + QQ(1), 2, 5}});
+}
+
+TEST(Reduce, LongRowsWithALostOrthogonalLengthAreReducedByDeepInsertionsToo) {
+  const QQ far = QQ::parse("100000000000000000000000000000");
+  const Matrix<QQ> basis{{1, 0, 0}, {far + QQ(7), 1, 0}, {far - QQ(12), 1, 5}};
+  Lattice<QQ, long double> lattice(&basis);
+  test::allowChecks(lattice);
+  lattice.params.deep = true;
+  EXPECT_TRUE(lattice.reduce(0));
+  EXPECT_TRUE(test::isReduced(lattice.basis.B(), test::firstCompared(true)));
+  EXPECT_TRUE(sameLattice(lattice.basis.B(), basis));
+}
+
+// Rounding leaves a multiple of a long row a length of its own.
+TEST(Reduce, LongDependentRowsGoLast) {
+  const QQ far = QQ::parse("100000000000000000039");
+  const Matrix<QQ> basis{
+      {far, far + QQ(90)}, {far * QQ(7), far * QQ(7) + QQ(630)}, {far - QQ(2), 1}};
+  Lattice<QQ, long double> lattice(&basis);
+  test::allowChecks(lattice);
+  EXPECT_TRUE(lattice.reduce(0));
+  EXPECT_TRUE(test::isReduced(lattice.basis.B()));
+  EXPECT_EQ(lattice.basis.B()[3], Vector<QQ>(2));
+}
+
 }  // namespace
 }  // namespace starsift
