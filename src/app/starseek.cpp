@@ -14,6 +14,7 @@
 #include "app/RescueFile.h"
 #include "app/Seek.h"
 #include "app/SeekArguments.h"
+#include "app/Verdict.h"
 #include "params/ParamHelp.h"
 #include "system/Console.h"
 #include "system/Failure.h"
@@ -37,6 +38,16 @@ std::streambuf* statusTerminal(const YLattice<long double>& lattice) {
 std::string searchRemark(std::string_view message) {
   const std::string proof = proofRemark(message);
   return proof.empty() ? rescueRemark() : proof;
+}
+
+/// The same, after the line for scripts if the report is a proof.
+std::string scriptRemark(std::string_view message) {
+  if (fatalProof(message) != FatalProof::nothing) {
+    SearchResult result;
+    result.decided.proof = Proof::noSolution;
+    std::cout << jsonLine(result) << std::endl;
+  }
+  return searchRemark(message);
 }
 
 int seek(YLattice<long double>& lattice, const SeekOptions& options,
@@ -72,7 +83,7 @@ int runCommand(std::span<char* const> arguments, StatusLine::Clock::time_point s
     printUsage(program, synopsis);
     return EXIT_FAILURE;
   }
-  setFailureRemark(searchRemark);
+  setFailureRemark(given.options.json ? scriptRemark : searchRemark);
   return unwinding([&given, start] { return seek(lattice, given.options, start); });
 }
 
