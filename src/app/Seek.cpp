@@ -144,7 +144,7 @@ void Seek::writeStatistics(SearchEnd end) {
   if (lattice_.params().verb < 1) return;
   report_ << "Search ended: " << reasonText(end) << ". Passes = " << watch_.passes()
           << ", exchanges = " << watch_.exchanges() << ", restarts = " << lattice_.restarts()
-          << endLine();
+          << ", seed = " << lattice_.seed() << endLine();
   stampOutputTime();
 }
 

@@ -57,6 +57,8 @@ int runCommand(std::span<char* const> arguments, StatusLine::Clock::time_point s
   lattice.setFileNames(given.optFile);
   lattice.useExtendedPrecision();
   lattice.readParams(given.parameters);
+  if (given.seed) lattice.setSeed(*given.seed);
+  if (!given.hasSol) lattice.seekBest();
   if (lattice.params().help) {
     printUsage(program, synopsis);
     writeParamHelp(std::cout << endLine());
