@@ -1,6 +1,5 @@
 #include "app/Decide.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace starsift {
@@ -22,7 +21,7 @@ DeciderSettings settingsOf(const YLattice<long double>& lattice, const SeekOptio
   settings.isForced = options.prove.value_or(false);
   const long wanted = lattice.params().sol;
   if (options.count) return settings;
-  if (lattice.hasTargets() && (wanted == 1 || hasNormLimit(lattice)))
+  if (lattice.hasTargets() && (lattice.seeksBest() || hasNormLimit(lattice)))
     settings.aim = Aim::best;
   else if (wanted > 0)
     settings.wanted = static_cast<std::uint64_t>(wanted);
@@ -40,16 +39,11 @@ Decide::Decide(YLattice<long double>& lattice, SearchWatch& watch, StarStore& st
       decision_(lattice.problemAsRead()),
       settings_(settingsOf(lattice, options)) {}
 
-bool Decide::isGoalMet() const {
-  const auto stars = lattice_.starsFiledAfter(0);
-  return std::any_of(stars.begin(), stars.end(),
-                     [this](const auto& star) { return lattice_.meetsNorms(star); });
-}
-
 bool Decide::run() {
   isMade_ = true;
   settings_.allowed = watch_.timeLeft().value_or(std::chrono::duration<double>(usualTime));
   if (wantsBest()) settings_.known = leastKnownNorm();
+  settings_.seed = lattice_.seed();
   Decider decider(decision_, *this, settings_);
   if (!wantsBest() && !options_.count)
     for (const auto& star : lattice_.starsFiledAfter(0)) decider.setKnown(star);

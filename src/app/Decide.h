@@ -16,8 +16,8 @@ namespace starsift {
 class Decide : private DecisionListener {
  public:
   /// The exact lattice is live and has the problem as read, which is copied. Parameters and
-  /// options say what is looked for: with targets the best solution, unless `sol` asks for more
-  /// than one; else `sol` solutions, or all.
+  /// options say what is looked for: with targets the best solution, unless a number of
+  /// solutions is given without a norm to reach; else `sol` solutions, or all.
   Decide(YLattice<long double>& lattice, SearchWatch& watch, StarStore& store,
          const SeekOptions& options);
 
@@ -25,9 +25,6 @@ class Decide : private DecisionListener {
   bool isDue() const { return !isMade_ && options_.prove.value_or(true); }
   /// The best solution is looked for.
   bool wantsBest() const { return settings_.aim == Aim::best; }
-
-  /// A solution of the lattice reaches tnorm or snorm.
-  bool isGoalMet() const;
 
   /// Decides the problem if that takes not too long. True if the search is over: there is a
   /// proof, or what was asked for was found. Throws SearchEnded by a signal or the clock.

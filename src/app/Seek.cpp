@@ -110,7 +110,6 @@ void Seek::searchLattices() {
     if (!isOver()) decide();
     restartLattice();
   }
-  if (decide_->wantsBest() && !decide_->isGoalMet()) decide();
 }
 
 /// Throws SearchEnded if the complete search has ended the whole one.
@@ -173,7 +172,7 @@ void Seek::writeStatistics(SearchEnd end) {
   if (lattice_.params().verb < 1) return;
   report_ << "Search ended: " << reasonText(end) << ". Passes = " << watch_.passes()
           << ", exchanges = " << watch_.exchanges() << ", restarts = " << lattice_.restarts()
-          << endLine();
+          << ", seed = " << lattice_.seed() << endLine();
   stampOutputTime();
 }
 
@@ -186,6 +185,7 @@ SearchResult Seek::result(const StarStore& store, bool anyStars) const {
   result.solutions = lattice_.solutionCount() + decide_->starCount();
   if (result.hasTargets) result.best = store.leastTargetNorm();
   result.passes = watch_.passes();
+  result.seed = lattice_.seed();
   result.seconds = std::chrono::duration<double>(watch_.elapsed()).count();
   return result;
 }

@@ -1,5 +1,9 @@
 #include "app/SeekArguments.h"
 
+#include <charconv>
+#include <string_view>
+
+#include "system/Failure.h"
 #include "text/Text.h"
 
 namespace starsift {
@@ -22,6 +26,17 @@ bool readOption(const std::string& argument, SeekOptions& options) {
          readSwitch(argument, "--json", options.json);
 }
 
+constexpr std::string_view seedOption = "--seed=";
+
+std::uint64_t seedOf(std::string_view text) {
+  std::uint64_t seed = 0;
+  const char* const end = text.data() + text.size();
+  const auto result = std::from_chars(text.data(), end, seed);
+  if (result.ec != std::errc() || result.ptr != end)
+    fail("Malformed parameter: seed=" + std::string(text));
+  return seed;
+}
+
 }  // namespace
 
 const char* const optionsHelp =
@@ -36,13 +51,20 @@ const char* const optionsHelp =
     "  --count\n"
     "      Count all solutions without keeping them.\n"
     "  --json\n"
-    "      End the output with a line for scripts, a JSON object.\n";
+    "      End the output with a line for scripts, a JSON object.\n"
+    "  --seed=N\n"
+    "      Choose the random changes of restarts.\n";
 
 SeekArguments splitArguments(std::span<char* const> arguments) {
   SeekArguments result;
   std::vector<std::string> files;
   for (const std::string argument : arguments) {
     if (readOption(argument, result.options)) continue;
+    if (argument.starts_with(seedOption)) {
+      result.seed = seedOf(std::string_view(argument).substr(seedOption.size()));
+      continue;
+    }
+    result.hasSol = result.hasSol || argument.starts_with("--sol=");
     (argument.starts_with('-') ? result.parameters : files).push_back(argument);
   }
   if (files.size() == 1 && endsWith(files.front(), ".opt")) result.optFile = files.front();

@@ -1,6 +1,7 @@
 // The command line of starseek.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -26,6 +27,10 @@ struct SeekOptions {
 
 struct SeekArguments {
   SeekOptions options;
+  /// --seed=N: chooses the random changes of restarts. Not stored with solutions.
+  std::optional<std::uint64_t> seed;
+  /// There is a parameter --sol.
+  bool hasSol = false;
   /// The other arguments that start with a dash: parameters, "--name=value".
   std::vector<std::string> parameters;
   /// Path of the problem, empty unless exactly one other argument was given and it ends
@@ -34,7 +39,8 @@ struct SeekArguments {
 };
 
 /// `arguments` without the name of the program. Of two that set the same option the last one
-/// counts.
+/// counts. Fatal: a seed that isn't one of 0, 1, ... 2^64 - 1, "Malformed parameter: seed=" and its
+/// text.
 SeekArguments splitArguments(std::span<char* const> arguments);
 
 /// What --help tells of the options, in the form of writeParamHelp().

@@ -109,7 +109,7 @@ std::string jsonLine(const SearchResult& result) {
        << (decided.isComplete() ? "true" : "false") << R"(, "solutions": )" << result.solutions
        << R"(, "count": ")" << count << R"(", "best": )" << quoted(result.best) << R"(, "bound": )"
        << quoted(decided.bound) << R"(, "nodes": )" << decided.nodes << R"(, "passes": )"
-       << result.passes << R"(, "seconds": )" << result.seconds << '}';
+       << result.passes << R"(, "seconds": )" << result.seconds << R"(, "seed": )" << result.seed << '}';
   return std::move(text).str();
 }
 

@@ -26,6 +26,8 @@ struct SearchResult {
   std::optional<QQ> best;
   Index passes = 0;
   double seconds = 0;
+  /// Of the random changes.
+  std::uint64_t seed = 0;
 };
 
 /// Writes the lines below the report of the stars: what was proved, or that nothing was.

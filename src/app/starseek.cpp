@@ -73,6 +73,8 @@ int runCommand(std::span<char* const> arguments, StatusLine::Clock::time_point s
     printVersion(program);
     return EXIT_SUCCESS;
   }
+  if (given.seed) lattice.setSeed(*given.seed);
+  if (!given.hasSol) lattice.seekBest();
   if (given.options.help || lattice.params().help) {
     printUsage(program, synopsis);
     writeParamHelp(std::cout << endLine());

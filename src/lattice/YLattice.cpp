@@ -170,6 +170,26 @@ void YLattice<R>::beginSearch(ReductionObserver& observer,
 }
 
 template <class R>
+void YLattice<R>::setSeed(std::uint64_t seed) {
+  withLive([seed](auto& lattice) { lattice.run.seed = seed; });
+}
+
+template <class R>
+std::uint64_t YLattice<R>::seed() const {
+  return withLive([](const auto& lattice) { return lattice.run.seed; });
+}
+
+template <class R>
+bool YLattice<R>::seeksBest() const {
+  return withLive([](const auto& lattice) { return lattice.run.seeksBest; });
+}
+
+template <class R>
+void YLattice<R>::seekBest() {
+  withLive([](auto& lattice) { lattice.run.seeksBest = true; });
+}
+
+template <class R>
 void YLattice<R>::endSearch() {
   lattices_.withBoth([](auto& lattice) { lattice.run.observer = nullptr; });
 }

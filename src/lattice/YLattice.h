@@ -110,6 +110,12 @@ class YLattice {
   /// process, which has been running for `elapsed`. The end of the search makes stopped() true
   /// and never ends the process; the lattice writes no files.
   void beginSearch(ReductionObserver& observer, std::chrono::steady_clock::duration elapsed);
+  /// Chooses the random changes of restarts; 1 unless it is set.
+  void setSeed(std::uint64_t seed);
+  std::uint64_t seed() const;
+  /// With targets the parameter sol no longer ends the search.
+  void seekBest();
+  bool seeksBest() const;
   /// Removes the observer.
   void endSearch();
   /// The lattice has ended the search.

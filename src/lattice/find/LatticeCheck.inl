@@ -80,6 +80,7 @@ bool isImage(const Lattice<T, R>& lattice, const Vector<T>& vector, const Vector
 
 template <class T, class R>
 bool hasEnough(const Lattice<T, R>& lattice) {
+  if (lattice.run.seeksBest && lattice.At.rowCount() > 0) return false;
   return lattice.params.sol > 0 && lattice.found.solutions.dimension() >= lattice.params.sol;
 }
 

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "support/fixtures/ExpectFails.h"
+
 namespace starsift {
 namespace {
 
@@ -42,6 +44,24 @@ TEST(SeekArguments, TakeTheLastOfTwoValuesOfAnOption) {
 TEST(SeekArguments, TakeAnotherValueOfAnOptionForAParameter) {
   EXPECT_THAT(split({"--prove=2"}).parameters, ElementsAre("--prove=2"));
   EXPECT_THAT(split({"--help=1"}).parameters, ElementsAre("--help=1"));
+}
+
+TEST(SeekArguments, MayNameASeedThatIsNoParameter) {
+  const SeekArguments given = split({"--seed=18446744073709551615", "p.opt", "--verb=1"});
+  EXPECT_EQ(given.seed, 18446744073709551615U);
+  EXPECT_THAT(given.parameters, ElementsAre("--verb=1"));
+  EXPECT_FALSE(split({"p.opt"}).seed);
+}
+
+TEST(SeekArguments, TakeNoSeedButANaturalNumber) {
+  for (const char* const text : {"", "-1", "+1", "1 ", "x", "1.5", "18446744073709551616"})
+    EXPECT_FAILS_WITH(split({std::string("--seed=") + text}),
+                      std::string("Malformed parameter: seed=") + text);
+}
+
+TEST(SeekArguments, SayWhetherANumberOfSolutionsIsGiven) {
+  EXPECT_TRUE(split({"--sol=1", "p.opt"}).hasSol);
+  EXPECT_FALSE(split({"--snorm=1", "p.opt"}).hasSol);
 }
 
 TEST(SeekArguments, HaveNoFileWithoutAny) {

@@ -28,9 +28,9 @@ constexpr std::string_view one =
 // The same with x + 2 y largest.
 constexpr std::string_view best =
     "[ inf ] [ [ 1 2 ] ] [ [ 3 5 ] ] [ 31 ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
-// 3 x + 5 y = 7 has integer solutions, but none from 0 to 5.
+// 6 x + 10 y + 15 z = 29 has integer solutions, but none from 0 to 5.
 constexpr std::string_view none =
-    "[ ] [ ] [ [ 3 5 ] ] [ 7 ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
+    "[ ] [ ] [ [ 6 10 15 ] ] [ 29 ] [ ] [ ] [ ] [ ] [ 0 0 0 ] [ 0 0 0 ] [ 5 5 5 ]";
 
 // Its bounds allow more than the hundredfold of what its row does.
 constexpr std::string_view wide =
@@ -96,6 +96,15 @@ class SeekTest : public test::FreshConsole {
   Index passes_ = 0;
 };
 
+TEST_F(SeekTest, GoesOnToTheBestUnlessANumberOfSolutionsIsGiven) {
+  constexpr std::string_view upToTen =
+      "[ inf ] [ [ 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 ] [ 0 ] [ 10 ]";
+  lattice_.useExtendedPrecision();
+  lattice_.seekBest();
+  EXPECT_EQ(run(upToTen, {}), SearchEnd::fruitless);
+  EXPECT_THAT(report(), HasSubstr("x = [ 10 ]"));
+}
+
 TEST_F(SeekTest, EndsWhenThereAreEnoughSolutions) {
   EXPECT_EQ(run(one, {}), SearchEnd::goal);
   EXPECT_THAT(solFile(), testing::StartsWith("[ 2 5 ] | 0 | [ ] | 0 | 0 | "));
@@ -144,7 +153,7 @@ TEST_F(SeekTest, EndsWithoutLimitsWhenNothingNewComes) {
   options_.prove = false;
   EXPECT_EQ(run(none, {"--verb=1"}), SearchEnd::fruitless);
   EXPECT_THAT(report(), HasSubstr("Search ended: nothing new for long."));
-  EXPECT_THAT(report(), HasSubstr(", restarts = 20\n"));
+  EXPECT_THAT(report(), HasSubstr(", restarts = 20, seed = 1\n"));
   EXPECT_EQ(solFile(), "<no file>");
 }
 
@@ -160,6 +169,7 @@ TEST_F(SeekTest, ProvesThatThereIsNoSolution) {
 }
 
 TEST_F(SeekTest, ProvesTheOptimum) {
+  lattice_.seekBest();
   EXPECT_EQ(run(best, {}), SearchEnd::decided);
   EXPECT_THAT(report(), HasSubstr("x = [ 2 5 ]"));
   EXPECT_THAT(report(), HasSubstr("The first solution is optimal.\n"));
