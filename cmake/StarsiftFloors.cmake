@@ -95,6 +95,7 @@ function(starsift_add_app)
     target_sources(starsift_app PUBLIC
       FILE_SET HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}/src" FILES ${headers})
     target_link_libraries(starsift_app PUBLIC ${links})
+    target_compile_definitions(starsift_app PRIVATE STARSIFT_VERSION="${PROJECT_VERSION}")
     starsift_precompile(starsift_app sources "${PROJECT_SOURCE_DIR}/cmake/SystemHeaders.h")
     set(links starsift_app)
   endif()

@@ -33,6 +33,10 @@ namespace {
   std::abort();
 }
 
+std::string_view nameOf(std::string_view path) {
+  return path.substr(path.rfind('/') + 1);
+}
+
 }  // namespace
 
 void prepareProgram() {
@@ -49,7 +53,12 @@ void nameUncaughtExceptions() {
 }
 
 void printUsage(std::string_view path, std::string_view arguments) {
-  std::cout << "Usage: " << path.substr(path.rfind('/') + 1) << ' ' << arguments << endLine();
+  std::cout << "Usage: " << nameOf(path) << ' ' << arguments << endLine();
+  stampOutputTime();
+}
+
+void printVersion(std::string_view path) {
+  std::cout << nameOf(path) << ' ' << STARSIFT_VERSION << endLine();
   stampOutputTime();
 }
 

@@ -20,6 +20,9 @@ void nameUncaughtExceptions();
 /// Prints the line "Usage: ", the program's name without its folders, and its arguments.
 void printUsage(std::string_view path, std::string_view arguments);
 
+/// Prints the program's name without its folders and its version.
+void printVersion(std::string_view path);
+
 /// Flushes standard output. Returns `status`, or EXIT_FAILURE with a line on the error stream if
 /// some of it or of earlier output could not be written.
 int statusOfOutput(int status);

@@ -27,10 +27,22 @@ void setEquationsExact(bool exact) {
   equationsAreExact = exact;
 }
 
+FatalProof fatalProof(std::string_view message) {
+  if (isProofWithoutEquations(message)) return FatalProof::noSolution;
+  if (!isProofByEquations(message)) return FatalProof::nothing;
+  return equationsAreExact ? FatalProof::noSolution : FatalProof::noExactSolution;
+}
+
 std::string proofRemark(std::string_view message) {
-  if (isProofWithoutEquations(message) || (isProofByEquations(message) && equationsAreExact))
-    return "This proves that the problem has no solution.";
-  return isProofByEquations(message) ? "This proves that no solution holds exactly." : "";
+  switch (fatalProof(message)) {
+    case FatalProof::noSolution:
+      return "This proves that the problem has no solution.";
+    case FatalProof::noExactSolution:
+      return "This proves that no solution holds exactly.";
+    case FatalProof::nothing:
+      break;
+  }
+  return "";
 }
 
 }  // namespace starsift

@@ -13,6 +13,17 @@ namespace starsift {
 /// satisfy them exactly (see Exactness.h); initially false.
 void setEquationsExact(bool exact);
 
+/// What a fatal message proves.
+enum class FatalProof {
+  nothing,
+  /// There is no solution.
+  noSolution,
+  /// No solution satisfies the equations exactly.
+  noExactSolution
+};
+
+FatalProof fatalProof(std::string_view message);
+
 /// The remark, for setFailureRemark(), that says what a fatal message proves; empty if it proves
 /// nothing.
 std::string proofRemark(std::string_view message);

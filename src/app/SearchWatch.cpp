@@ -1,5 +1,6 @@
 #include "app/SearchWatch.h"
 
+#include <algorithm>
 #include <cmath>
 #include <sstream>
 
@@ -51,8 +52,29 @@ void SearchWatch::look() {
   if (line_.isDue(now)) line_.draw(status(now), now);
 }
 
+std::optional<std::chrono::duration<double>> SearchWatch::timeLeft() const {
+  if (timeLimit_ <= 0) return std::nullopt;
+  const std::chrono::duration<double> left = std::chrono::duration<double>(timeLimit_) - elapsed();
+  return std::max(left, std::chrono::duration<double>::zero());
+}
+
+void SearchWatch::showTree(double share, std::uint64_t nodes, Index solutions) {
+  if (!tree_) tree_ = ShownTree{{}, 0, StatusLine::Clock::now()};
+  tree_->progress.share = share;
+  tree_->progress.nodes = nodes;
+  tree_->solutions = solutions;
+}
+
 std::string SearchWatch::status(StatusLine::Clock::time_point now) const {
   std::ostringstream text;
+  if (tree_) {
+    TreeProgress progress = tree_->progress;
+    progress.seconds = std::chrono::duration<double>(now - tree_->start).count();
+    text << treeStatus(progress) << ", " << lattice_.solutionCount() + tree_->solutions
+         << " solutions, " << std::chrono::duration_cast<std::chrono::seconds>(now - start_).count()
+         << " s";
+    return text.str();
+  }
   text << "pass " << passes_ << ", " << exchanges_ << " exchanges";
   lattice_.withLive([&text](const auto& lattice) { writeBest(text, lattice); });
   text << ", " << lattice_.solutionCount() << " solutions, "

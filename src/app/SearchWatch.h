@@ -2,10 +2,14 @@
 // status line.
 #pragma once
 
+#include <chrono>
+#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "app/StarStore.h"
 #include "app/StatusLine.h"
+#include "app/TreeStatus.h"
 #include "lattice/YLattice.h"
 #include "system/Exceptions.h"
 
@@ -20,6 +24,8 @@ enum class SearchEnd {
   /// Many restarts without a new solution, if no limit was set.
   fruitless,
   interrupt,
+  /// A complete search has proved its result, or found what was asked for.
+  decided,
   /// A number is too large even for the Gram-Schmidt data of the exact lattice.
   overflow,
 };
@@ -58,6 +64,14 @@ class SearchWatch : public ReductionObserver {
   /// There are solutions that wait for the end of a pause between two saves.
   bool hasUnsaved() const { return store_ != nullptr && store_->hasNews(lattice_); }
 
+  /// Seconds until the time limit, at least 0; empty without a limit.
+  std::optional<std::chrono::duration<double>> timeLeft() const;
+
+  /// Until hideTree() the line shows the walk of a tree, of which `share` is done after `nodes`
+  /// nodes, and the number of solutions that it has found.
+  void showTree(double share, std::uint64_t nodes, Index solutions);
+  void hideTree() { tree_.reset(); }
+
   /// To be called before and after each pass of the search itself.
   void beginPass() { ++passes_; }
   void endPass(const PassCounts& counts);
@@ -84,6 +98,13 @@ class SearchWatch : public ReductionObserver {
   /// Swaps of the current pass that are counted already.
   Index counted_ = 0;
   Index steps_ = 0;
+
+  struct ShownTree {
+    TreeProgress progress;
+    Index solutions = 0;
+    StatusLine::Clock::time_point start;
+  };
+  std::optional<ShownTree> tree_;
 };
 
 }  // namespace starsift

@@ -4,7 +4,6 @@
 #include <string_view>
 
 #include "app/ProofRemark.h"
-#include "app/StarStore.h"
 #include "params/ParamHelp.h"
 #include "search/SearchPass.h"
 #include "system/Console.h"
@@ -39,14 +38,17 @@ std::string_view reasonText(SearchEnd end) {
       return "interrupted";
     case SearchEnd::overflow:
       return "numbers too large";
+    case SearchEnd::decided:
+      return "decided";
   }
   return "";
 }
 
 }  // namespace
 
-Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, std::ostream& report)
-    : lattice_(lattice), watch_(watch), report_(report) {
+Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, const SeekOptions& options,
+           std::ostream& report)
+    : lattice_(lattice), watch_(watch), options_(options), report_(report) {
   const Params& params = lattice.params();
   passLimit_ = params.iters;
   watch.setTimeLimit(params.rtime.get());
@@ -56,11 +58,13 @@ Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, std::ostream& rep
 
 SearchEnd Seek::run() {
   lattice_.readOpt();
-  setEquationsExact(lattice_.equationsHoldExactly());
+  equationsAreExact_ = lattice_.equationsHoldExactly();
+  setEquationsExact(equationsAreExact_);
   limited_ = isLimited(lattice_);
   StarStore store(lattice_);
   store.tellIfReadOnly();
   watch_.setStore(store);
+  decide_.emplace(lattice_, watch_, store, options_);
   // The store has copied the problem as read, by which stars are judged.
   rowsContradict_ = !lattice_.tightenBounds();
   lattice_.tryStandardPrecision();
@@ -71,7 +75,10 @@ SearchEnd Seek::run() {
   writeStatistics(end);
   const bool anyStars = store.report(report_);
   report_ << endLine();
-  writeVerdict(anyStars);
+  const SearchResult ended = result(store, anyStars);
+  writeVerdict(report_, ended);
+  if (options_.json) report_ << jsonLine(ended) << endLine();
+  stampOutputTime();
   if (!starsFiled_) saveLastLattice(end);
   return end;
 }
@@ -79,15 +86,10 @@ SearchEnd Seek::run() {
 SearchEnd Seek::search() {
   try {
     watch_.look();
-    lattice_.normalise(TargetRange::find, From::lifted);
-    watch_.look();
-    lattice_.prepareLattice();
-    // The steps before have reports of their own if one row, or the equations alone, are a proof.
-    if (rowsContradict_) fail("Unfulfillable rows detected --> NO SOLUTIONS!");
-    while (!isOver()) {
-      runPass();
-      restartLattice();
-    }
+    if (options_.count)
+      decide();
+    else
+      searchLattices();
   } catch (const SearchEnded& ended) {
     return ended.reason();
   } catch (const PrecisionException& exception) {
@@ -96,6 +98,24 @@ SearchEnd Seek::search() {
     return SearchEnd::overflow;
   }
   return SearchEnd::goal;
+}
+
+void Seek::searchLattices() {
+  lattice_.normalise(TargetRange::find, From::lifted);
+  watch_.look();
+  lattice_.prepareLattice();
+  // The steps before have reports of their own if one row, or the equations alone, are a proof.
+  if (rowsContradict_) fail("Unfulfillable rows detected --> NO SOLUTIONS!");
+  while (!isOver()) {
+    runPass();
+    if (!isOver()) decide();
+    restartLattice();
+  }
+}
+
+/// Throws SearchEnded if the complete search has ended the whole one.
+void Seek::decide() {
+  if (decide_->isDue() && decide_->run()) throw SearchEnded(SearchEnd::decided);
 }
 
 void Seek::runPass() {
@@ -134,7 +154,7 @@ void Seek::conclude(SearchEnd end) {
   setConsoleDepth(0);
   // A lattice that can't be written is fatal, and the stars may be in the report only.
   if (starsFiled_) saveLastLattice(end);
-  if (!lattice_.stopped()) lattice_.restartHandling(Outcome::finished);
+  if (!lattice_.stopped()) writeStatus();
 }
 
 void Seek::saveLastLattice(SearchEnd end) {
@@ -146,24 +166,34 @@ void Seek::saveLastLattice(SearchEnd end) {
   }
 }
 
+/// The lattice writes the status when it ends a search. It doesn't know the solutions of the
+/// complete search.
+void Seek::writeStatus() {
+  if (decide_->starCount() == 0) return lattice_.restartHandling(Outcome::finished);
+  std::cout << lattice_.statusText(decide_->firstStars(), decide_->furtherStars()) << endLine();
+  stampOutputTime();
+}
+
 void Seek::writeStatistics(SearchEnd end) {
   if (lattice_.params().verb < 1) return;
   report_ << "Search ended: " << reasonText(end) << ". Passes = " << watch_.passes()
           << ", exchanges = " << watch_.exchanges() << ", restarts = " << lattice_.restarts()
-          << endLine();
+          << ", seed = " << lattice_.seed() << endLine();
   stampOutputTime();
 }
 
-/// Reports what the result does not prove.
-void Seek::writeVerdict(bool anyStars) {
-  if (lattice_.solutionCount() == 0)
-    report_ << "No " << (anyStars ? "further " : "")
-            << "solution was found. This proves nothing: there may be one all the same."
-            << endLine();
-  else if (lattice_.hasTargets())
-    report_ << "The first solution is the best one found, not proven to be the best there is."
-            << endLine();
-  stampOutputTime();
+SearchResult Seek::result(const StarStore& store, bool anyStars) const {
+  SearchResult result;
+  result.decided = decide_->result();
+  result.equationsAreExact = equationsAreExact_;
+  result.hasTargets = lattice_.hasTargets();
+  result.hasStars = anyStars;
+  result.solutions = lattice_.solutionCount() + decide_->starCount();
+  if (result.hasTargets) result.best = store.leastTargetNorm();
+  result.passes = watch_.passes();
+  result.seed = lattice_.seed();
+  result.seconds = std::chrono::duration<double>(watch_.elapsed()).count();
+  return result;
 }
 
 /// The lattice has ended the search, or its goal is met: while a lattice is being made it files

@@ -2,9 +2,14 @@
 #pragma once
 
 #include <iosfwd>
+#include <optional>
 
+#include "app/Decide.h"
 #include "app/SavePace.h"
 #include "app/SearchWatch.h"
+#include "app/SeekArguments.h"
+#include "app/StarStore.h"
+#include "app/Verdict.h"
 #include "lattice/YLattice.h"
 
 namespace starsift {
@@ -20,7 +25,8 @@ class Seek {
  public:
   /// `lattice` is exact, as the numbers of a problem are rationals, and has its parameters
   /// and file names. Reports go to `report`.
-  Seek(YLattice<long double>& lattice, SearchWatch& watch, std::ostream& report);
+  Seek(YLattice<long double>& lattice, SearchWatch& watch, const SeekOptions& options,
+       std::ostream& report);
 
   /// Reads problem and stars, searches, and writes the results.
   SearchEnd run();
@@ -30,18 +36,25 @@ class Seek {
 
  private:
   SearchEnd search();
+  void searchLattices();
+  void decide();
   void runPass();
   void restartLattice();
   void saveLattice();
   void conclude(SearchEnd end);
   void saveLastLattice(SearchEnd end);
+  void writeStatus();
   void writeStatistics(SearchEnd end);
-  void writeVerdict(bool anyStars);
+  SearchResult result(const StarStore& store, bool anyStars) const;
   bool isOver() const;
 
   YLattice<long double>& lattice_;
   SearchWatch& watch_;
+  SeekOptions options_;
   std::ostream& report_;
+  /// During run().
+  std::optional<Decide> decide_;
+  bool equationsAreExact_ = true;
   /// Passes that the search may make; no limit if negative.
   long passLimit_ = -1;
   /// The parameters set a limit.

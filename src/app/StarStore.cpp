@@ -55,7 +55,7 @@ void StarStore::secureUnsaved() {
 }
 
 bool StarStore::hasNews(const YLattice<long double>& search) const {
-  return isAhead_ || search.lastFiled() > taken_;
+  return isAhead_ || search.lastFiled() > taken_ || added_.isSet();
 }
 
 bool StarStore::isDue(const YLattice<long double>& search) const {
@@ -92,6 +92,10 @@ bool StarStore::save(const YLattice<long double>& search) {
     rescue->remove();
   }
   return !isAhead_;
+}
+
+void StarStore::add(const Star<QQ>& star) {
+  append(added_, star);
 }
 
 bool StarStore::report(std::ostream& stream) {
@@ -139,6 +143,7 @@ void StarStore::take(const YLattice<long double>& search) {
   isAhead_ = hasNews(search);
   stars_.addStars(search.starsFiledAfter(taken_), search.problemNumber());
   taken_ = search.lastFiled();
+  stars_.addStars(std::exchange(added_, {}), search.problemNumber());
 }
 
 }  // namespace starsift

@@ -57,6 +57,11 @@ class StarStore {
   /// the process. Nothing without a store.
   static void secureUnsaved();
 
+  /// Adds a judged star, found without the lattice, to the news.
+  void add(const Star<QQ>& star);
+  /// The least target norm of the stars that were saved or read; empty without stars.
+  std::optional<QQ> leastTargetNorm() const { return stars_.leastTargetNorm(); }
+
   /// Reports all stars, one for each point. Returns whether there are any.
   bool report(std::ostream& stream);
 
@@ -79,6 +84,8 @@ class StarStore {
   YSolutionFile stars_;
   /// The number of the last solution that was added from the search.
   Index taken_ = 0;
+  /// Stars by add() that aren't among stars_ yet.
+  Array<Star<QQ>> added_;
   SavePace pace_;
   /// Stars of this search are in the store and not in the file.
   bool isAhead_ = false;

@@ -15,6 +15,7 @@
 #include "app/Seek.h"
 #include "app/SeekArguments.h"
 #include "app/StarStore.h"
+#include "app/Verdict.h"
 #include "params/ParamHelp.h"
 #include "system/Console.h"
 #include "system/Failure.h"
@@ -41,12 +42,23 @@ std::string searchRemark(std::string_view message) {
   return proof.empty() ? rescueRemark() : proof;
 }
 
-int seek(YLattice<long double>& lattice, StatusLine::Clock::time_point start) {
+/// The same, after the line for scripts if the report is a proof.
+std::string scriptRemark(std::string_view message) {
+  if (fatalProof(message) != FatalProof::nothing) {
+    SearchResult result;
+    result.decided.proof = Proof::noSolution;
+    std::cout << jsonLine(result) << std::endl;
+  }
+  return searchRemark(message);
+}
+
+int seek(YLattice<long double>& lattice, const SeekOptions& options,
+         StatusLine::Clock::time_point start) {
   StatusLine line(statusTerminal(lattice), start, [] { return statusWidth(STDERR_FILENO); });
   const ClearedStream output(std::cout, line);
   const ClearedStream errors(std::cerr, line);
   SearchWatch watch(lattice, line, start);
-  Seek search(lattice, watch, std::cout);
+  Seek search(lattice, watch, options, std::cout);
   const SearchEnd end = search.run();
   return end == SearchEnd::overflow || !search.starsFiled() ? EXIT_FAILURE : EXIT_SUCCESS;
 }
@@ -60,17 +72,24 @@ int runCommand(std::span<char* const> arguments, StatusLine::Clock::time_point s
   lattice.setFileNames(given.optFile);
   lattice.useExtendedPrecision();
   lattice.readParams(given.parameters);
-  if (lattice.params().help) {
+  if (given.options.version) {
+    printVersion(program);
+    return EXIT_SUCCESS;
+  }
+  if (given.seed) lattice.setSeed(*given.seed);
+  if (!given.hasSol) lattice.seekBest();
+  if (given.options.help || lattice.params().help) {
     printUsage(program, synopsis);
     writeParamHelp(std::cout << endLine());
+    std::cout << '\n' << optionsHelp;
     return EXIT_SUCCESS;
   }
   if (given.optFile.empty()) {
     printUsage(program, synopsis);
     return EXIT_FAILURE;
   }
-  setFailureRemark(searchRemark);
-  return unwinding([start] { return seek(lattice, start); });
+  setFailureRemark(given.options.json ? scriptRemark : searchRemark);
+  return unwinding([&given, start] { return seek(lattice, given.options, start); });
 }
 
 }  // namespace

@@ -122,12 +122,15 @@ std::string statusText(const SearchStatus<T>& status) {
       text += " -- { " + timeText(static_cast<std::uint64_t>(status.bestTime)) + " }";
     text += '\n';
   }
-  const Index solutions = status.solutionTimes.dimension();
-  if (solutions == 0) return text;
-  if (!status.benchmark) text += "\nSolutions found: " + std::to_string(solutions) + '\n';
+  const Array<std::int64_t>& times = status.solutionTimes;
+  if (times.dimension() == 0) return text;
+  if (!status.benchmark)
+    text += "\nSolutions found: " + std::to_string(times.dimension() + status.furtherSolutions) +
+            '\n';
   text += "\n{ The first solution/s was/were found after: ";
-  for (Index i = 1; i <= std::min(solutions, firstSolutions); ++i)
-    text += timeText(static_cast<std::uint64_t>(status.solutionTimes[i])) + ' ';
+  for (Index i = 1; i <= std::min(times.dimension(), firstSolutions); ++i)
+    if (i == 1 || times[i] != times[i - 1])
+      text += timeText(static_cast<std::uint64_t>(times[i])) + ' ';
   return text + "}\n";
 }
 

@@ -40,9 +40,12 @@ struct SearchStatus {
   bool benchmark = false;
   /// Discovery times in seconds, in the order of discovery.
   Array<std::int64_t> solutionTimes;
+  /// Solutions without a discovery time here, found after the others.
+  Index furtherSolutions = 0;
 };
 
-/// The best target and the first three solutions of a search.
+/// The best target and the first three solutions of a search; solutions of the same second share
+/// one time.
 template <class T>
 std::string statusText(const SearchStatus<T>& status);
 

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "numbers/Conversion.h"
+
 namespace starsift {
 
 std::uint64_t YSolutionFile::problemNumber() const {
@@ -20,6 +22,17 @@ Index YSolutionFile::starCount() const {
 
 void YSolutionFile::mergeFile() {
   files_.runStep([](auto& file) { file.mergeFile(); }, OnFailure::unchanged);
+}
+
+std::optional<QQ> YSolutionFile::leastTargetNorm() const {
+  return files_.withLive([]<class T>(const SolutionFile<T>& file) {
+    std::optional<QQ> least;
+    for (const Star<T>& star : file.stars) {
+      QQ norm = NumberConversion<QQ, T>::convert(star.targetNorm);
+      if (!least || norm < *least) least = std::move(norm);
+    }
+    return least;
+  });
 }
 
 void YSolutionFile::sortStars() {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <optional>
 #include <string>
 
 #include "files/SolutionFile.h"
@@ -29,6 +30,8 @@ class YSolutionFile {
 
   bool hasStars() const { return starCount() > 0; }
   Index starCount() const;
+  /// Empty without stars.
+  std::optional<QQ> leastTargetNorm() const;
   /// Adds the right stars of the file; see SolutionFile::mergeFile().
   void mergeFile();
   void sortStars();

@@ -265,6 +265,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// The goal of the search is met: as many solutions as the parameter sol requires are filed, or
   /// one whose norm reaches tnorm or snorm. O(solutions).
   bool isSatisfied() const;
+  /// The norms of a judged star reach tnorm or snorm; always false in a problem without targets.
+  bool meetsNorms(const Star<QQ>& star) const;
 
   // Scores: find/LatticeScore.inl
 
@@ -333,6 +335,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   Array<Star<T>> solutionStars() const;
   /// The same in exact numbers, of the solutions filed after the one with the number `last`.
   Array<Star<QQ>> starsFiledAfter(Index last) const;
+  /// Gives a judged star, found now without the lattice, the data of this run.
+  void signStar(Star<QQ>& star) const;
   /// Writes the lattice to latFile, if the output switch is on. SIGINT and SIGTERM wait until the
   /// file is complete.
   void writeLatFile();
@@ -345,8 +349,9 @@ class Lattice : public Vanu<T>, private ParamReactions {
   void writeSolutions(std::ostream& stream) const;
   /// One star, 1 <= i <= file.stars.dimension().
   std::string starReport(Index i) const;
-  /// Best target and first solutions of the search.
-  std::string statusText() const;
+  /// Best target and first solutions of the search, with solutions that were found without the
+  /// lattice: `others`, judged, the first of them with their times, and `further` ones.
+  std::string statusText(const Array<Star<QQ>>& others = {}, Index further = 0) const;
 
  private:
   // Reactions to parameters: make/LatticeRecord.inl

@@ -127,6 +127,12 @@ bool YLattice<R>::equationsHoldExactly() const {
 }
 
 template <class R>
+const Vanu<QQ>& YLattice<R>::problemAsRead() const {
+  if (!usesExact()) fail("The exact precision is not in use");
+  return exact().file.problem();
+}
+
+template <class R>
 bool YLattice<R>::tightenBounds() {
   return exact().tightenBounds();
 }
@@ -164,6 +170,26 @@ void YLattice<R>::beginSearch(ReductionObserver& observer,
 }
 
 template <class R>
+void YLattice<R>::setSeed(std::uint64_t seed) {
+  withLive([seed](auto& lattice) { lattice.run.seed = seed; });
+}
+
+template <class R>
+std::uint64_t YLattice<R>::seed() const {
+  return withLive([](const auto& lattice) { return lattice.run.seed; });
+}
+
+template <class R>
+bool YLattice<R>::seeksBest() const {
+  return withLive([](const auto& lattice) { return lattice.run.seeksBest; });
+}
+
+template <class R>
+void YLattice<R>::seekBest() {
+  withLive([](auto& lattice) { lattice.run.seeksBest = true; });
+}
+
+template <class R>
 void YLattice<R>::endSearch() {
   lattices_.withBoth([](auto& lattice) { lattice.run.observer = nullptr; });
 }
@@ -176,6 +202,22 @@ bool YLattice<R>::stopped() const {
 template <class R>
 bool YLattice<R>::isSatisfied() const {
   return withLive([](const auto& lattice) { return lattice.isSatisfied(); });
+}
+
+template <class R>
+bool YLattice<R>::meetsNorms(const Star<QQ>& star) const {
+  return withLive([&star](const auto& lattice) { return lattice.meetsNorms(star); });
+}
+
+template <class R>
+void YLattice<R>::signStar(Star<QQ>& star) const {
+  withLive([&star](const auto& lattice) { lattice.signStar(star); });
+}
+
+template <class R>
+std::string YLattice<R>::statusText(const Array<Star<QQ>>& others, Index further) const {
+  return withLive(
+      [&others, further](const auto& lattice) { return lattice.statusText(others, further); });
 }
 
 template <class R>

@@ -92,6 +92,8 @@ class YLattice {
   /// Every point that satisfies the equations of the problem as read within the tolerance
   /// satisfies them exactly: see Exactness.h.
   bool equationsHoldExactly() const;
+  /// The problem as read; a reference to the exact lattice.
+  const Vanu<QQ>& problemAsRead() const;
   /// Lattice::tightenBounds().
   bool tightenBounds();
   /// Sets parameters, as readArguments().
@@ -108,12 +110,21 @@ class YLattice {
   /// process, which has been running for `elapsed`. The end of the search makes stopped() true
   /// and never ends the process; the lattice writes no files.
   void beginSearch(ReductionObserver& observer, std::chrono::steady_clock::duration elapsed);
+  /// Chooses the random changes of restarts; 1 unless it is set.
+  void setSeed(std::uint64_t seed);
+  std::uint64_t seed() const;
+  /// With targets the parameter sol no longer ends the search.
+  void seekBest();
+  bool seeksBest() const;
   /// Removes the observer.
   void endSearch();
   /// The lattice has ended the search.
   bool stopped() const;
-  /// Lattice::isSatisfied().
+  /// Lattice::isSatisfied(), meetsNorms(), signStar() and statusText().
   bool isSatisfied() const;
+  bool meetsNorms(const Star<QQ>& star) const;
+  void signStar(Star<QQ>& star) const;
+  std::string statusText(const Array<Star<QQ>>& others, Index further) const;
   /// Number of solutions filed in the lattice itself, as opposed to its stars.
   Index solutionCount() const;
   /// Regenerations so far.

@@ -211,4 +211,17 @@ bool tightenBounds(Vanu<QQ>& problem) {
   return true;
 }
 
+BoundsImplied implyBounds(Vanu<QQ>& problem) {
+  const auto steps = stepsPerUnit(problem.dx);
+  if (!steps) return BoundsImplied::unknownSteps;
+  std::optional<std::vector<Range>> ranges = rangesOf(problem, *steps);
+  if (!ranges || !propagate(*ranges, limitsOf(problem, *steps).all()))
+    return BoundsImplied::contradiction;
+  for (std::size_t j = 0; j < ranges->size(); ++j) {
+    problem.lx[static_cast<Index>(j) + 1] = (*ranges)[j].least / (*steps)[j];
+    problem.rx[static_cast<Index>(j) + 1] = (*ranges)[j].greatest / (*steps)[j];
+  }
+  return BoundsImplied::narrowed;
+}
+
 }  // namespace starsift

@@ -29,4 +29,18 @@ namespace starsift {
 /// labels, Artif. Intell. 32 (1987).
 bool tightenBounds(Vanu<QQ>& problem);
 
+/// What the rows imply for the bounds.
+enum class BoundsImplied {
+  /// The bounds of all variables are replaced, infinite ones too, wherever they become narrower.
+  narrowed,
+  /// Proven: no point within the bounds satisfies the rows. The problem is unchanged.
+  contradiction,
+  /// A dx isn't one of 0, 1, ... 1000. The problem is unchanged.
+  unknownSteps
+};
+
+/// The same propagation for a search that needs every bound as narrow as it can be: the set of
+/// solutions stays unchanged.
+BoundsImplied implyBounds(Vanu<QQ>& problem);
+
 }  // namespace starsift

@@ -134,7 +134,7 @@ Vector<T> NearbySearch<T, R>::start() const {
 
 template <class T, class R>
 void NearbySearch<T, R>::walkFromAnywhere() {
-  std::mt19937_64 random(static_cast<std::uint64_t>(lattice_.run.restarts));
+  std::mt19937_64 random(lattice_.run.seed + static_cast<std::uint64_t>(lattice_.run.restarts));
   const Index farthest = Index{2} << (lattice_.run.restarts % nearbysearch::distances);
   Vector<T> from = start();
   for (Index k = 1; k <= lattice_.basis.n; ++k)

@@ -5,6 +5,7 @@ split with one solution, of which two are wanted: a search that doesn't end by i
 """
 
 import fcntl
+import json
 import os
 import pathlib
 import pty
@@ -41,7 +42,7 @@ class SearchCase(unittest.TestCase):
             **options,
         }
         process = subprocess.Popen(
-            [PROGRAM, "--sol=2", *parameters, "p.opt"], cwd=self.folder, text=True, **options
+            [PROGRAM, "--sol=2", "--prove=0", *parameters, "p.opt"], cwd=self.folder, text=True, **options
         )
         self.addCleanup(process.kill)
         return process
@@ -112,6 +113,9 @@ class Signals(SearchCase):
         self.finish(process)
         self.assertIn(process.returncode, (-signal.SIGINT, -signal.SIGTERM))
         self.assertEqual(self.semaphores_of(process), set())
+
+    def test_hangup_saves_what_there_is(self):
+        self.assert_saves_before_it_ends_by(signal.SIGHUP)
 
     def test_ignored_interrupt_does_not_end_the_search(self):
         def ignore():
@@ -254,6 +258,72 @@ class Terminal(SearchCase):
     def test_without_terminal_there_is_no_status_line(self):
         process = self.start("--rtime=2")
         self.assertEqual(self.finish(process)[1], "")
+
+
+class CompleteSearch(SearchCase):
+    """A search for all of some ten million points of a box, which takes longer than any test."""
+
+    PROBLEM = (
+        "[ -inf ] [ [ 1 1 1 1 1 1 1 1 ] ] [ [ 1 2 3 4 5 6 7 8 ] ] [ 1000 ] [ ] [ ] [ ] [ ]"
+        " [ 0 0 0 0 0 0 0 0 ] [ 0 0 0 0 0 0 0 0 ] [ 99 99 99 99 99 99 99 99 ]"
+    )
+
+    def setUp(self):
+        super().setUp()
+        (self.folder / "p.opt").write_text(self.PROBLEM)
+
+    def test_signals_end_it_at_once(self):
+        for number in (signal.SIGHUP, signal.SIGINT, signal.SIGTERM):
+            process = self.start("--prove", "--count")
+            time.sleep(1)
+            process.send_signal(number)
+            began = time.monotonic()
+            printed, errors = self.finish(process)
+            self.assertLess(time.monotonic() - began, 1)
+            self.assertEqual((process.returncode, errors), (-number, ""))
+            self.assertNotIn("complete", printed)
+            self.assertRegex(printed, r"\nNodes: \d+\n")
+
+    def test_clock_ends_it(self):
+        began = time.monotonic()
+        printed, errors = self.finish(self.start("--prove", "--count", "--rtime=2", "--json"))
+        self.assertLess(time.monotonic() - began, 4)
+        self.assertEqual(errors, "")
+        self.assertNotIn("the search was complete", printed)
+        result = json.loads(printed.splitlines()[-1])
+        self.assertEqual(result["complete"], False)
+        self.assertGreater(int(result["count"]), 1000)
+        self.assertEqual(result["solutions"], 0)
+
+    def test_solutions_come_into_the_file_while_it_runs(self):
+        process = self.start("--prove", "--sol=0")
+        self.wait_for_solution(process)
+        process.send_signal(signal.SIGINT)
+        printed, errors = self.finish(process)
+        self.assertEqual(errors, "")
+        self.assertIn("not proven to be the best", printed)
+        self.assertGreater(len(self.sol.read_text().splitlines()), 1)
+
+    def test_its_progress_is_on_the_status_line(self):
+        try:
+            terminal, end = pty.openpty()
+        except OSError as error:
+            self.skipTest(f"no pseudo-terminal here: {error}")
+        termios.tcsetwinsize(end, (24, 120))
+        process = self.start("--prove", "--count", "--rtime=3", stderr=end)
+        os.close(end)
+        shown = b""
+        try:
+            while piece := os.read(terminal, 4096):
+                shown += piece
+        except OSError:
+            pass  # the other end is closed
+        os.close(terminal)
+        self.finish(process)
+        self.assertRegex(
+            shown.decode(),
+            r"[0-9.e-]+ % of the tree, [0-9.]+ million nodes a second(, [0-9.]+ \w+ left)?,",
+        )
 
 
 class EndTest(SearchCase):

@@ -80,6 +80,7 @@ bool isImage(const Lattice<T, R>& lattice, const Vector<T>& vector, const Vector
 
 template <class T, class R>
 bool hasEnough(const Lattice<T, R>& lattice) {
+  if (lattice.run.seeksBest && lattice.At.rowCount() > 0) return false;
   return lattice.params.sol > 0 && lattice.found.solutions.dimension() >= lattice.params.sol;
 }
 
@@ -264,6 +265,14 @@ bool Lattice<T, R>::isSatisfied() const {
                        return latticecheck::meetsGoal(*this, solution.targetNorm,
                                                       solution.slackNorm);
                      });
+}
+
+template <class T, class R>
+bool Lattice<T, R>::meetsNorms(const Star<QQ>& star) const {
+  using Exact = NumberConversion<QQ, T>;
+  return file.problem().dt.isSet() &&
+         (star.targetNorm <= Exact::convert(params.tnorm.get()) ||
+          star.slackNorm <= Exact::convert(params.snorm.get()));
 }
 
 }  // namespace starsift

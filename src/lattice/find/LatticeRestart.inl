@@ -20,8 +20,8 @@ namespace latticerestart {
 /// Text of the run state once a search has ended.
 constexpr std::string_view stoppedText = "stopped";
 
-/// Fixed, so that every run shuffles in the same way.
-constexpr std::uint64_t shuffleSeed = 20240229;
+/// Rows that are added to or subtracted from a row in a random change, at most.
+constexpr int maxMixedRows = 3;
 
 inline void openBlock(bool verbose, std::string_view title) {
   if (!verbose) return;
@@ -35,14 +35,30 @@ inline void closeBlock(bool verbose) {
   stampOutputTime();
 }
 
-/// Shuffles the basis, in another way after each restart.
+/// An index from 1 to `count`.
+inline Index randomIndex(std::mt19937_64& random, Index count) {
+  return static_cast<Index>(random() % static_cast<std::uint64_t>(count)) + 1;
+}
+
 template <class T, class R>
-void shuffleBasis(Lattice<T, R>& lattice) {
-  std::mt19937_64 random(shuffleSeed + static_cast<std::uint64_t>(lattice.run.restarts));
-  for (Index i = lattice.basis.n; i >= 2; --i) {
-    const auto j = static_cast<Index>(random() % static_cast<std::uint64_t>(i)) + 1;
-    lattice.basis.swap(i, j, RowStatus::forget);
-  }
+void shuffleBasis(Basis<T, R>& basis, std::mt19937_64& random) {
+  for (Index i = basis.n; i >= 2; --i) basis.swap(i, randomIndex(random, i), RowStatus::forget);
+}
+
+/// Makes a random unimodular change of the basis, another one after each restart: an order alone
+/// leaves the rows as they are, and reduction takes it to much the same basis. The entries grow
+/// by a factor of 1 + maxMixedRows at most, as a row is changed after all rows that it is added
+/// to.
+template <class T, class R>
+void variateBasis(Lattice<T, R>& lattice) {
+  Basis<T, R>& basis = lattice.basis;
+  std::mt19937_64 random(lattice.run.seed + static_cast<std::uint64_t>(lattice.run.restarts));
+  shuffleBasis(basis, random);
+  for (Index k = basis.n; k >= 2; --k)
+    for (int mixed = 0; mixed < maxMixedRows; ++mixed)
+      basis.subtract(k, randomIndex(random, k - 1), random() % 2 == 0 ? R(1) : R(-1));
+  basis.forgetFrom(1);
+  shuffleBasis(basis, random);
 }
 
 /// Regenerates a lattice without stars; clears the switches.
@@ -55,7 +71,7 @@ void makeAnew(Lattice<T, R>& lattice) {
   lattice.normalise(TargetRange::omit, From::lifted);
   lattice.prepareLattice();
   lattice.restoreVectors(std::move(backup), BackupMode::points);
-  if (lattice.params.variate) shuffleBasis(lattice);
+  if (lattice.params.variate) variateBasis(lattice);
 }
 
 }  // namespace latticerestart

@@ -147,6 +147,16 @@ Array<Star<QQ>> Lattice<T, R>::starsFiledAfter(Index last) const {
 }
 
 template <class T, class R>
+void Lattice<T, R>::signStar(Star<QQ>& star) const {
+  ExtendedParams<QQ> exact;
+  exact.convertFrom(params);
+  star.paramsText = latticefiles::lineOf(exact);
+  star.versionText = latticefiles::solverVersion;
+  star.time = discoveryTime(0);
+  star.fresh = true;
+}
+
+template <class T, class R>
 void Lattice<T, R>::writeLatFile() {
   if (!run.outputSwitch) return;
   if (latFile.empty()) {

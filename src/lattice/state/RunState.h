@@ -1,6 +1,8 @@
 // The state of a search run: observer, counters, budgets and switches.
 #pragma once
 
+#include <cstdint>
+
 #include "lattice/reduce/ReductionObserver.h"
 #include "params/Guarded.h"
 
@@ -14,6 +16,10 @@ struct RunState {
   ReductionObserver* observer = nullptr;
   /// Texts that the parts of a run share.
   MainMutexVars runVariables;
+  /// Chooses the random changes of restarts; never reset.
+  std::uint64_t seed = 1;
+  /// A search with targets goes on from its first solution: `sol` doesn't end it. Never reset.
+  bool seeksBest = false;
   /// Regenerations so far; never reset.
   Index restarts = 0;
   /// Counts of the last pass.

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "support/fixtures/ExpectFails.h"
+
 namespace starsift {
 namespace {
 
@@ -19,6 +21,47 @@ TEST(SeekArguments, AreParametersAndAFileInAnyOrder) {
   const SeekArguments given = split({"--sol=2", "dir/p.opt", "--verb=1"});
   EXPECT_THAT(given.parameters, ElementsAre("--sol=2", "--verb=1"));
   EXPECT_EQ(given.optFile, "dir/p.opt");
+}
+
+TEST(SeekArguments, HaveOptionsThatAreNoParameters) {
+  const SeekArguments given = split({"--prove", "--count", "--json", "-h", "--version", "p.opt"});
+  EXPECT_TRUE(given.parameters.empty());
+  EXPECT_EQ(given.options.prove, true);
+  EXPECT_TRUE(given.options.count);
+  EXPECT_TRUE(given.options.json);
+  EXPECT_TRUE(given.options.help);
+  EXPECT_TRUE(given.options.version);
+  EXPECT_EQ(given.optFile, "p.opt");
+}
+
+TEST(SeekArguments, TakeTheLastOfTwoValuesOfAnOption) {
+  EXPECT_EQ(split({"--prove", "--prove=0"}).options.prove, false);
+  EXPECT_EQ(split({"--prove=0", "--prove=1"}).options.prove, true);
+  EXPECT_FALSE(split({"--count=0"}).options.count);
+  EXPECT_FALSE(split({}).options.prove);
+}
+
+TEST(SeekArguments, TakeAnotherValueOfAnOptionForAParameter) {
+  EXPECT_THAT(split({"--prove=2"}).parameters, ElementsAre("--prove=2"));
+  EXPECT_THAT(split({"--help=1"}).parameters, ElementsAre("--help=1"));
+}
+
+TEST(SeekArguments, MayNameASeedThatIsNoParameter) {
+  const SeekArguments given = split({"--seed=18446744073709551615", "p.opt", "--verb=1"});
+  EXPECT_EQ(given.seed, 18446744073709551615U);
+  EXPECT_THAT(given.parameters, ElementsAre("--verb=1"));
+  EXPECT_FALSE(split({"p.opt"}).seed);
+}
+
+TEST(SeekArguments, TakeNoSeedButANaturalNumber) {
+  for (const char* const text : {"", "-1", "+1", "1 ", "x", "1.5", "18446744073709551616"})
+    EXPECT_FAILS_WITH(split({std::string("--seed=") + text}),
+                      std::string("Malformed parameter: seed=") + text);
+}
+
+TEST(SeekArguments, SayWhetherANumberOfSolutionsIsGiven) {
+  EXPECT_TRUE(split({"--sol=1", "p.opt"}).hasSol);
+  EXPECT_FALSE(split({"--snorm=1", "p.opt"}).hasSol);
 }
 
 TEST(SeekArguments, HaveNoFileWithoutAny) {

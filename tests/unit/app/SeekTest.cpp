@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <sstream>
@@ -27,14 +28,24 @@ constexpr std::string_view one =
 // The same with x + 2 y largest.
 constexpr std::string_view best =
     "[ inf ] [ [ 1 2 ] ] [ [ 3 5 ] ] [ 31 ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
-// 3 x + 5 y = 7 has integer solutions, but none from 0 to 5.
+// 6 x + 10 y + 15 z = 29 has integer solutions, but none from 0 to 5.
 constexpr std::string_view none =
-    "[ ] [ ] [ [ 3 5 ] ] [ 7 ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 5 5 ]";
+    "[ ] [ ] [ [ 6 10 15 ] ] [ 29 ] [ ] [ ] [ ] [ ] [ 0 0 0 ] [ 0 0 0 ] [ 5 5 5 ]";
 
 // Its bounds allow more than the hundredfold of what its row does.
 constexpr std::string_view wide =
     "[ ] [ ] [ [ 7 11 13 29 ] ] [ 1000 ] [ ] [ ] [ ] [ ] "
     "[ 0 0 0 0 ] [ 0 0 0 0 ] [ 1000 1000 1000 1000 ]";
+
+/// Counted by four nested loops.
+constexpr std::ptrdiff_t solutionsOfWide = []() {
+  std::ptrdiff_t count = 0;
+  for (int u = 0; 29 * u <= 1000; ++u)
+    for (int z = 0; 13 * z + 29 * u <= 1000; ++z)
+      for (int y = 0; 11 * y + 13 * z + 29 * u <= 1000; ++y)
+        if ((1000 - 11 * y - 13 * z - 29 * u) % 7 == 0) ++count;
+  return count;
+}();
 
 /// Meets in the middle of a step what can't be computed.
 class BreakingWatch : public SearchWatch {
@@ -67,7 +78,7 @@ class SeekTest : public test::FreshConsole {
     StatusLine line(nullptr, start_);
     Watch watch(lattice_, line, start_);
     testing::internal::CaptureStdout();
-    const SearchEnd end = Seek(lattice_, watch, report_).run();
+    const SearchEnd end = Seek(lattice_, watch, options_, report_).run();
     console_ = testing::internal::GetCapturedStdout();
     passes_ = watch.passes();
     return end;
@@ -78,11 +89,21 @@ class SeekTest : public test::FreshConsole {
 
   test::ScratchDir dir_;
   YLattice<long double> lattice_;
+  SeekOptions options_;
   StatusLine::Clock::time_point start_ = StatusLine::Clock::now();
   std::ostringstream report_;
   std::string console_;
   Index passes_ = 0;
 };
+
+TEST_F(SeekTest, GoesOnToTheBestUnlessANumberOfSolutionsIsGiven) {
+  constexpr std::string_view upToTen =
+      "[ inf ] [ [ 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 ] [ 0 ] [ 10 ]";
+  lattice_.useExtendedPrecision();
+  lattice_.seekBest();
+  EXPECT_EQ(run(upToTen, {}), SearchEnd::fruitless);
+  EXPECT_THAT(report(), HasSubstr("x = [ 10 ]"));
+}
 
 TEST_F(SeekTest, EndsWhenThereAreEnoughSolutions) {
   EXPECT_EQ(run(one, {}), SearchEnd::goal);
@@ -110,10 +131,12 @@ TEST_F(SeekTest, EndsWhenATargetNormIsMet) {
 }
 
 TEST_F(SeekTest, GoesOnWhereTheTargetNormIsWorse) {
+  options_.prove = false;
   EXPECT_EQ(run(best, {"--sol=0", "--tnorm=-13", "--iters=2"}), SearchEnd::passes);
 }
 
 TEST_F(SeekTest, EndsAfterItsPasses) {
+  options_.prove = false;
   EXPECT_EQ(run(one, {"--sol=2", "--iters=3"}), SearchEnd::passes);
   EXPECT_EQ(passes_, 3);
   EXPECT_THAT(solFile(), HasSubstr("[ 2 5 ]"));
@@ -127,15 +150,56 @@ TEST_F(SeekTest, EndsWhenItsTimeIsOver) {
 }
 
 TEST_F(SeekTest, EndsWithoutLimitsWhenNothingNewComes) {
+  options_.prove = false;
   EXPECT_EQ(run(none, {"--verb=1"}), SearchEnd::fruitless);
   EXPECT_THAT(report(), HasSubstr("Search ended: nothing new for long."));
-  EXPECT_THAT(report(), HasSubstr(", restarts = 20\n"));
+  EXPECT_THAT(report(), HasSubstr(", restarts = 20, seed = 1\n"));
   EXPECT_EQ(solFile(), "<no file>");
 }
 
 TEST_F(SeekTest, GoesOnFruitlesslyWhereALimitWasSet) {
+  options_.prove = false;
   EXPECT_EQ(run(none, {"--iters=25"}), SearchEnd::passes);
   EXPECT_EQ(passes_, 25);
+}
+
+TEST_F(SeekTest, ProvesThatThereIsNoSolution) {
+  EXPECT_EQ(run(none, {}), SearchEnd::decided);
+  EXPECT_THAT(report(), HasSubstr("There is no solution: the search was complete.\n"));
+}
+
+TEST_F(SeekTest, ProvesTheOptimum) {
+  lattice_.seekBest();
+  EXPECT_EQ(run(best, {}), SearchEnd::decided);
+  EXPECT_THAT(report(), HasSubstr("x = [ 2 5 ]"));
+  EXPECT_THAT(report(), HasSubstr("The first solution is optimal.\n"));
+}
+
+TEST_F(SeekTest, EndsWithAllSolutionsIfThereAreNoMore) {
+  EXPECT_EQ(run(one, {"--sol=5"}), SearchEnd::decided);
+  EXPECT_THAT(report(), HasSubstr("All 1 solutions: the search was complete.\n"));
+}
+
+TEST_F(SeekTest, FindsAllSolutions) {
+  EXPECT_EQ(run(wide, {"--sol=0"}), SearchEnd::decided);
+  const std::string stars = solFile();
+  EXPECT_EQ(std::count(stars.begin(), stars.end(), '\n'), solutionsOfWide);
+}
+
+TEST_F(SeekTest, CountsWithoutKeeping) {
+  options_.count = true;
+  EXPECT_EQ(run(wide, {}), SearchEnd::decided);
+  EXPECT_THAT(report(),
+              HasSubstr("All " + std::to_string(solutionsOfWide) +
+                        " solutions: the search was complete.\n"));
+  EXPECT_EQ(solFile(), "<no file>");
+}
+
+TEST_F(SeekTest, EndsWithALineForScripts) {
+  options_.json = true;
+  run(none, {});
+  EXPECT_THAT(report(), HasSubstr("\n{\"status\": \"infeasible\", \"complete\": true, "));
+  EXPECT_THAT(report(), EndsWith("}\n"));
 }
 
 TEST_F(SeekTest, EndsByASignal) {
@@ -181,6 +245,7 @@ TEST_F(SeekTest, NamesParametersThatHaveNoEffect) {
 }
 
 TEST_F(SeekTest, TellsOfEachRestartAtTheOutermostLevel) {
+  options_.prove = false;
   EXPECT_EQ(run(one, {"--verb=2", "--sol=2", "--iters=3"}), SearchEnd::passes);
   EXPECT_THAT(console_, testing::Not(HasSubstr("|    |-> Restart")));
   EXPECT_THAT(console_, HasSubstr("\n|-> Restart / termination handling ...\n"));

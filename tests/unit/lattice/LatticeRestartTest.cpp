@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <csignal>
 #include <ctime>
 #include <filesystem>
@@ -170,6 +172,34 @@ TYPED_TEST(LatticeRestartOver, VariationShufflesTheBasisEachTimeAnew) {
   EXPECT_TRUE(sameLattice(lattice.basis.B(), before));
   EXPECT_FALSE(identical(first, before) && identical(lattice.basis.B(), before));
   EXPECT_FALSE(identical(first, lattice.basis.B()));
+}
+
+TYPED_TEST(LatticeRestartOver, VariationChangesMoreThanTheOrder) {
+  auto& lattice = this->live;
+  lattice.params.variate = false;
+  this->restart();
+  const Matrix<TypeParam> plain(lattice.basis.B());
+  lattice.params.variate = true;
+  this->restart();
+  const Matrix<TypeParam>& varied = lattice.basis.B();
+  EXPECT_TRUE(sameLattice(varied, plain));
+  const auto isOld = [&plain](const Vector<TypeParam>& row) {
+    return std::find(plain.begin(), plain.end(), row) != plain.end();
+  };
+  EXPECT_FALSE(std::all_of(varied.begin(), varied.end(), isOld));
+}
+
+TYPED_TEST(LatticeRestartOver, VariationDependsOnTheSeed) {
+  this->live.params.variate = true;
+  Lattice<TypeParam, long double> other;
+  other.assignFrom(this->live, Settings::copy);
+  other.run.seed = 2;
+  this->restart();
+  this->consoleOf(
+      [&] { EXPECT_THROW(other.restartHandling(Outcome::unfinished), RestartException); });
+  EXPECT_EQ(other.run.seed, 2U);
+  EXPECT_TRUE(sameLattice(this->live.basis.B(), other.basis.B()));
+  EXPECT_NE(rowsText(this->live.basis.B()), rowsText(other.basis.B()));
 }
 
 TYPED_TEST(LatticeRestartOver, VariationRepeatsFromRunToRun) {

@@ -1,0 +1,116 @@
+#include "app/Verdict.h"
+
+#include <algorithm>
+#include <ostream>
+#include <sstream>
+#include <string_view>
+
+#include "app/TreeStatus.h"
+#include "system/Console.h"
+
+namespace starsift {
+
+namespace {
+
+// A complete search is about the solutions that hold exactly, and says so if there may be others.
+
+std::string noSolution(const SearchResult& result) {
+  return std::string("There is no solution") +
+         (result.equationsAreExact ? "" : " that holds exactly") + ": the search was complete.";
+}
+
+std::string allSolutions(const SearchResult& result) {
+  return "All " + std::to_string(result.decided.count) + " solutions" +
+         (result.equationsAreExact ? "" : " that hold exactly") + ": the search was complete.";
+}
+
+std::string optimum(const SearchResult& result) {
+  return std::string("The first solution is optimal") +
+         (result.equationsAreExact ? "" : " among those that hold exactly") + '.';
+}
+
+std::string openVerdict(const SearchResult& result) {
+  if (result.solutions == 0)
+    return std::string("No ") + (result.hasStars ? "further " : "") +
+           "solution was found. This proves nothing: there may be one all the same.";
+  if (!result.hasTargets) return "";
+  std::string text = "The first solution is the best one found, not proven to be the best there is";
+  if (result.decided.bound) text += ": best bound " + plainText(*result.decided.bound);
+  return text + '.';
+}
+
+/// Why there is no proof; empty if that needs no words.
+std::string reasonForNone(const Decided& decided) {
+  if (decided.undecided == Undecided::noFiniteBox)
+    return "No complete search: variable " + std::to_string(decided.variable) +
+           " is not bounded on both sides.";
+  if (decided.undecided == Undecided::unbounded)
+    return "The problem is unbounded: the target norm decreases for ever along " +
+           decided.direction + '.';
+  if (decided.undecided == Undecided::tooLarge && decided.estimatedSeconds > 0)
+    return "A complete search would take about " + roughDuration(decided.estimatedSeconds) +
+           "; --prove runs it anyway.";
+  return "";
+}
+
+std::string verdictText(const SearchResult& result) {
+  switch (result.decided.proof) {
+    case Proof::none:
+      return openVerdict(result);
+    case Proof::noSolution:
+      return noSolution(result);
+    case Proof::allFound:
+      return allSolutions(result) + (result.hasTargets ? '\n' + optimum(result) : "");
+    case Proof::optimum:
+      return optimum(result);
+  }
+  return "";
+}
+
+void writeLine(std::ostream& stream, const std::string& text) {
+  if (!text.empty()) stream << text << endLine();
+}
+
+std::string_view statusOf(const SearchResult& result) {
+  switch (result.decided.proof) {
+    case Proof::noSolution:
+      return "infeasible";
+    case Proof::allFound:
+      return "complete";
+    case Proof::optimum:
+      return "optimal";
+    case Proof::none:
+      break;
+  }
+  return result.solutions > 0 ? "found" : "open";
+}
+
+std::string quoted(const std::optional<QQ>& value) {
+  return value ? '"' + plainText(*value) + '"' : "null";
+}
+
+}  // namespace
+
+void writeVerdict(std::ostream& stream, const SearchResult& result) {
+  writeLine(stream, verdictText(result));
+  writeLine(stream, reasonForNone(result.decided));
+  if (result.decided.nodes > 0) writeLine(stream, "Nodes: " + std::to_string(result.decided.nodes));
+  stampOutputTime();
+}
+
+std::string jsonLine(const SearchResult& result) {
+  const Decided& decided = result.decided;
+  const std::uint64_t count = decided.proof == Proof::allFound
+                                  ? decided.count
+                                  : std::max<std::uint64_t>(decided.count, result.solutions);
+  std::ostringstream text;
+  text << R"({"status": ")" << statusOf(result) << R"(", "complete": )"
+       << (decided.isComplete() ? "true" : "false") << R"(, "solutions": )" << result.solutions
+       << R"(, "count": ")" << count << R"(", "best": )" << quoted(result.best) << R"(, "bound": )"
+       << quoted(decided.bound) << R"(, "nodes": )" << decided.nodes << R"(, "passes": )"
+       << result.passes << R"(, "seconds": )" << result.seconds << R"(, "seed": )" << result.seed
+       << '}';
+  return std::move(text).str();
+}
+
+}  // namespace starsift

@@ -1,0 +1,219 @@
+#include "search/decide/Decider.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/VectorText.h"
+#include "numbers/VectorQQ.h"
+
+namespace starsift {
+
+namespace {
+
+/// Trees below this are walked without an estimate by probes, and without a pruned try.
+constexpr double smallTree = 1e6;
+
+/// Trees below this are walked before a linear program is solved.
+constexpr double tinyTree = 1e4;
+
+/// Of the linear programs for one tree.
+constexpr std::chrono::seconds programTime{2};
+
+constexpr std::uint32_t probes = 400;
+
+/// F of the pruned try, and the largest share of the nodes that it takes by experience.
+constexpr double mildPruning = 0.3;
+constexpr double prunedShare = 0.05;
+
+/// Nodes of the first short walk to the best solution; each further one may have four times as
+/// many.
+constexpr std::uint64_t firstWalk = 10'000;
+constexpr std::uint64_t walkGrowth = 4;
+
+/// Nodes a second while none are measured.
+constexpr double usualSpeed = 2e6;
+
+std::string textOf(const Vector<QQ>& x) {
+  std::string text;
+  appendText(text, x, 0);
+  return text;
+}
+
+}  // namespace
+
+std::string plainText(const QQ& value) {
+  if (value.isInf()) return value.sign() ? "inf" : "-inf";
+  const std::string numerator = value.numerator().toString();
+  return value.isInteger() ? numerator : numerator + '/' + value.nenner().toString();
+}
+
+/// Passes news on to the listener, each solution once, and ends a walk.
+class Decider::Relay : public DecisionListener {
+ public:
+  explicit Relay(Decider& decider) : decider_(decider) {}
+
+  Step found(const Star<QQ>& star) override {
+    ++decider_.found_;
+    if (decider_.settings_.aim == Aim::best) decider_.result_.best = star.targetNorm;
+    if (decider_.isKnown(star)) return Step::goOn;
+    ++decider_.told_;
+    if (decider_.listener_.found(star) == Step::stop) {
+      decider_.isStopped_ = true;
+      return Step::stop;
+    }
+    decider_.isEnough_ = decider_.settings_.wanted && decider_.told_ >= *decider_.settings_.wanted;
+    return decider_.isEnough_ ? Step::stop : Step::goOn;
+  }
+
+  Step progress(double share, std::uint64_t nodes) override {
+    if (decider_.listener_.progress(share, nodes) == Step::stop) decider_.isStopped_ = true;
+    decider_.isLate_ = !decider_.settings_.isForced && decider_.isOver();
+    return decider_.isStopped_ || decider_.isLate_ ? Step::stop : Step::goOn;
+  }
+
+ private:
+  Decider& decider_;
+};
+
+bool Decider::isKnown(const Star<QQ>& star) {
+  // If all solutions are looked for, there is one walk, which finds each one once.
+  if (!settings_.wanted) return !known_.empty() && known_.contains(textOf(star.x()));
+  return !known_.insert(textOf(star.x())).second;
+}
+
+bool Decider::isOver() const {
+  return Clock::now() - start_ >= settings_.allowed;
+}
+
+void Decider::setKnown(const Star<QQ>& star) {
+  if (known_.insert(textOf(star.x())).second) ++told_;
+}
+
+Decided Decider::run() {
+  start_ = Clock::now();
+  result_.best = settings_.known;
+  if (prepare()) {
+    const bool isSmall = estimate();
+    if (settings_.wanted && expectedNodes_ > smallTree) walkPruned();
+    if (!isEnough_ && !isStopped_ && isSmall) walk();
+  }
+  result_.nodes = decision_.nodes();
+  return result_;
+}
+
+bool Decider::prepare() {
+  const auto mayGoOn = [this] {
+    isStopped_ = isStopped_ || listener_.progress(0, decision_.nodes()) == Step::stop;
+    return !isStopped_;
+  };
+  switch (decision_.prepare(settings_.aim, result_.best, mayGoOn)) {
+    case Preparation::ready:
+      result_.bound = decision_.leastNorm();
+      return true;
+    case Preparation::noSolution:
+      result_.proof = Proof::noSolution;
+      return false;
+    case Preparation::noFiniteBox:
+      reportOpenBox();
+      return false;
+    case Preparation::unknownSteps:
+      result_.undecided = Undecided::unknownSteps;
+      return false;
+    case Preparation::stopped:
+      result_.undecided = Undecided::stopped;
+      return false;
+  }
+  return false;
+}
+
+void Decider::reportOpenBox() {
+  result_.undecided = Undecided::noFiniteBox;
+  result_.variable = decision_.unboundedVariable();
+  if (!result_.best || decision_.fallingDirection().dimension() == 0) return;
+  result_.undecided = Undecided::unbounded;
+  result_.direction = textOf(decision_.fallingDirection());
+}
+
+/// Linear programs are worth their time only if the tree isn't walked in less.
+void Decider::raiseBound() {
+  const Clock::time_point start = Clock::now();
+  decision_.raiseBound([this, start] {
+    isStopped_ = isStopped_ || listener_.progress(0, decision_.nodes()) == Step::stop;
+    return !isStopped_ && Clock::now() - start < programTime;
+  });
+  result_.bound = decision_.leastNorm();
+}
+
+bool Decider::estimate() {
+  TreeEstimate tree = decision_.estimate(0, settings_.seed);
+  double speed = usualSpeed;
+  if (settings_.aim == Aim::best && tree.gaussianNodes > tinyTree) {
+    raiseBound();
+    tree = decision_.estimate(0, settings_.seed);
+  }
+  expectedNodes_ = tree.gaussianNodes;
+  if (expectedNodes_ > smallTree) {
+    tree = decision_.estimate(probes, settings_.seed);
+    if (tree.sampledNodes > 0) expectedNodes_ = std::min(expectedNodes_, tree.sampledNodes);
+    if (tree.nodesPerSecond > 0) speed = tree.nodesPerSecond;
+  }
+  const double seconds = expectedNodes_ / speed;
+  if (settings_.isForced || seconds <= settings_.allowed.count()) return true;
+  result_.undecided = Undecided::tooLarge;
+  result_.estimatedSeconds = seconds;
+  return false;
+}
+
+void Decider::walkPruned() {
+  const bool fits = result_.undecided != Undecided::tooLarge ||
+                    prunedShare * result_.estimatedSeconds <= settings_.allowed.count();
+  if (!fits) return;
+  walk({mildPruning, std::nullopt});
+  if (isStopped_) result_.undecided = Undecided::stopped;
+  if (isEnough_) result_.undecided = Undecided::enough;
+}
+
+void Decider::walk() {
+  if (settings_.aim == Aim::best)
+    walkToBest();
+  else
+    conclude(walk({std::nullopt, std::nullopt}));
+}
+
+void Decider::walkToBest() {
+  std::uint64_t limit = firstWalk;
+  EnumerationEnd end = EnumerationEnd::limit;
+  while (end == EnumerationEnd::limit) {
+    const std::optional<QQ> before = result_.best;
+    end = walk({std::nullopt, limit});
+    limit *= walkGrowth;
+    if (end != EnumerationEnd::limit || result_.best == before) continue;
+    if (!prepare()) return;
+  }
+  conclude(end);
+}
+
+EnumerationEnd Decider::walk(const EnumerationSettings& settings) {
+  found_ = 0;
+  Relay relay(*this);
+  return decision_.run(relay, settings);
+}
+
+void Decider::conclude(EnumerationEnd end) {
+  result_.count = settings_.aim == Aim::all ? found_ : told_;
+  if (end != EnumerationEnd::complete) {
+    result_.undecided = isEnough_    ? Undecided::enough
+                        : isStopped_ ? Undecided::stopped
+                                     : Undecided::tooLarge;
+    return;
+  }
+  result_.undecided = Undecided::no;
+  if (settings_.aim == Aim::all) {
+    result_.proof = found_ == 0 ? Proof::noSolution : Proof::allFound;
+  } else {
+    result_.proof = result_.best ? Proof::optimum : Proof::noSolution;
+    result_.bound = result_.best;
+  }
+}
+
+}  // namespace starsift

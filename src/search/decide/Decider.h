@@ -1,0 +1,127 @@
+// How a problem is decided: which trees are walked, in which order, and when it isn't tried.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <unordered_set>
+
+#include "search/decide/Decision.h"
+
+namespace starsift {
+
+/// What a decision has proven.
+enum class Proof {
+  none,
+  /// There is no solution.
+  noSolution,
+  /// All solutions were found.
+  allFound,
+  /// The best solution found, or the known one, has the least target norm.
+  optimum
+};
+
+/// Why there is no proof, or what ended the decision early.
+enum class Undecided {
+  /// There is a proof.
+  no,
+  /// As many solutions as wanted were found.
+  enough,
+  /// The listener stopped it.
+  stopped,
+  /// The tree is too large for the time, or turned out to be.
+  tooLarge,
+  noFiniteBox,
+  /// There are solutions with less and less target norm, without end.
+  unbounded,
+  unknownSteps
+};
+
+struct DeciderSettings {
+  Aim aim = Aim::all;
+  /// Solutions after which it ends, none: all of them. Not with Aim::best.
+  std::optional<std::uint64_t> wanted;
+  /// Target norm of the best known solution.
+  std::optional<QQ> known;
+  std::chrono::duration<double> allowed{600};
+  /// The complete tree is walked however long that takes.
+  bool isForced = false;
+  std::uint64_t seed = 1;
+};
+
+struct Decided {
+  Proof proof = Proof::none;
+  Undecided undecided = Undecided::no;
+  /// Solutions of the complete tree, if all were looked for; else solutions that were new.
+  std::uint64_t count = 0;
+  std::uint64_t nodes = 0;
+  /// Index of a variable without bounds, after noFiniteBox.
+  Index variable = 0;
+  /// The direction of such solutions, as the text of a vector; after unbounded.
+  std::string direction;
+  /// Seconds that the complete tree would take; after tooLarge.
+  double estimatedSeconds = 0;
+  /// Least target norm found or known.
+  std::optional<QQ> best;
+  /// Proven: no solution has a smaller target norm.
+  std::optional<QQ> bound;
+
+  bool isComplete() const { return proof != Proof::none; }
+};
+
+/// "-7/2", "3": for scripts.
+std::string plainText(const QQ& value);
+
+/// One decision.
+class Decider {
+ public:
+  /// `listener` is told of each solution once.
+  Decider(Decision& decision, DecisionListener& listener, const DeciderSettings& settings)
+      : decision_(decision), listener_(listener), settings_(settings) {}
+
+  /// The listener isn't told of this solution.
+  void setKnown(const Star<QQ>& star);
+
+  /// First a tree of 3 to 5 % of the nodes, if few solutions are wanted and the complete one is
+  /// large. With Aim::best short walks come first: each better solution makes the box smaller, and
+  /// a basis that is reduced for the small box has a smaller tree.
+  Decided run();
+
+ private:
+  using Clock = std::chrono::steady_clock;
+  class Relay;
+
+  /// The listener knows the solution; from now on it does, if another walk may find it again.
+  bool isKnown(const Star<QQ>& star);
+  /// The time is over.
+  bool isOver() const;
+  bool prepare();
+  void reportOpenBox();
+  void raiseBound();
+  /// The tree is small enough to be walked, or has to be.
+  bool estimate();
+  void walkPruned();
+  void walk();
+  void walkToBest();
+  EnumerationEnd walk(const EnumerationSettings& settings);
+  void conclude(EnumerationEnd end);
+
+  Decision& decision_;
+  DecisionListener& listener_;
+  DeciderSettings settings_;
+  Decided result_;
+  Clock::time_point start_;
+  double expectedNodes_ = 0;
+  /// Texts of the solutions that the listener knows, while more than one walk may find them.
+  std::unordered_set<std::string> known_;
+  /// Solutions of the present walk.
+  std::uint64_t found_ = 0;
+  /// Solutions that the listener knows.
+  std::uint64_t told_ = 0;
+  bool isStopped_ = false;
+  bool isEnough_ = false;
+  bool isLate_ = false;
+};
+
+}  // namespace starsift

@@ -1,0 +1,283 @@
+#include "search/decide/Decision.h"
+
+#include <algorithm>
+#include <utility>
+#include <variant>
+
+#include "numbers/VectorQQ.h"
+#include "problem/TightenBounds.h"
+#include "search/decide/IntegerProblem.h"
+#include "search/decide/ProblemCoset.h"
+#include "search/enumeration/CosetReduction.h"
+#include "stars/StarCheck.h"
+#include "system/Failure.h"
+
+namespace starsift {
+
+namespace {
+
+/// The greatest integer objective below a target norm.
+ZZ below(const QQ& norm, const ZZ& scale) {
+  return ceil(norm * QQ(scale)).numerator() - ZZ::one();
+}
+
+/// The bounds of the box become those of objectives of at most `most`.
+void narrowBox(BoxCoset& coset, const ObjectiveCoordinate& objective, const ZZ& most) {
+  const IntegerRange range = objective.bound.rangeBelow(most);
+  const std::size_t j = objective.coordinate;
+  coset.upper[j] = std::min(coset.upper[j], *range.upper);
+  if (range.lower) coset.lower[j] = std::max(coset.lower[j], *range.lower);
+}
+
+void appendInequation(Vanu<QQ>& problem, Vector<QQ> row, const QQ& lower, const QQ& upper) {
+  const Index i = problem.lu.dimension() + 1;
+  problem.Au.resize(i, problem.rx.dimension(), false);
+  problem.Au[i] = std::move(row);
+  problem.lu.resize(i, false);
+  problem.ru.resize(i, false);
+  problem.lu[i] = lower;
+  problem.ru[i] = upper;
+}
+
+/// Narrows the bounds to what follows if the target norm is at most `most`. False if nothing is
+/// left.
+bool implyBounds(Vanu<QQ>& problem, const QQ& most) {
+  Vanu<QQ> limited(problem);
+  Vector<QQ> linear(problem.rx.dimension());
+  bool isLinear = false;
+  for (Index i = 1; i <= problem.dt.dimension(); ++i) {
+    if (!problem.dt[i].isInf()) continue;
+    isLinear = true;
+    for (Index j = 1; j <= linear.dimension(); ++j)
+      subtractProduct(linear[j], problem.targetSign(i), problem.At[i][j]);
+  }
+  if (isLinear) {
+    appendInequation(limited, std::move(linear), -QQ::infinity(), most);
+  } else {
+    for (Index i = 1; i <= problem.dt.dimension(); ++i)
+      appendInequation(limited, problem.At[i], problem.dt[i] - most, problem.dt[i] + most);
+  }
+  if (implyBounds(limited) == BoundsImplied::contradiction) return false;
+  problem.lx = limited.lx;
+  problem.rx = limited.rx;
+  return true;
+}
+
+}  // namespace
+
+class Decision::Tree {
+ public:
+  explicit Tree(const Vanu<QQ>& problem) : problem_(problem), checker_(problem_) {}
+
+  Preparation prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn);
+  EnumerationEnd run(DecisionListener& listener, const EnumerationSettings& settings);
+
+  bool raiseBound(const MayGoOn& mayGoOn);
+
+  Index unbounded() const { return unbounded_; }
+  const Vector<QQ>& falling() const { return falling_; }
+  std::optional<QQ> leastNorm() const;
+  TreeEstimate estimate(std::uint32_t probes, std::uint64_t seed) const;
+  std::uint64_t nodes() const { return nodesBefore_ + (enumeration_ ? enumeration_->nodes() : 0); }
+
+ private:
+  class Visitor;
+
+  Preparation makeCoset(const std::optional<QQ>& known, const MayGoOn& mayGoOn);
+  /// Nothing is within the bounds: no solution, or none better than the known one.
+  Preparation nothingLeft(const std::optional<QQ>& known);
+  Preparation openBox(const NoFiniteBox& open);
+  void dropEnumeration();
+  /// No objective is small enough to count: proven without a tree. A fixed objective has no
+  /// coordinate whose box could become empty.
+  bool isClosed() const;
+  /// The solution at a point of the coset.
+  Star<QQ> starAt(const std::vector<ZZ>& variables);
+  /// From now on only objectives of at most `most` count.
+  void narrow(const ZZ& most);
+
+  Vanu<QQ> problem_;
+  StarChecker<QQ> checker_;
+  Aim aim_ = Aim::all;
+  IntegerProblem integers_;
+  ProblemCoset coset_;
+  /// Greatest objective that still counts, with Aim::best once a solution is known.
+  std::optional<ZZ> most_;
+  std::optional<Enumeration> enumeration_;
+  std::uint64_t nodesBefore_ = 0;
+  /// There is no better solution than the known one.
+  bool isClosed_ = false;
+  Index unbounded_ = 0;
+  Vector<QQ> falling_;
+};
+
+/// Turns points of the coset into solutions.
+class Decision::Tree::Visitor : public EnumerationVisitor {
+ public:
+  Visitor(Tree& tree, DecisionListener& listener) : tree_(tree), listener_(listener) {}
+
+  Step found(const std::vector<ZZ>& point) override {
+    const std::vector<ZZ> variables = tree_.coset_.variablesAt(point);
+    const bool isBest = tree_.aim_ == Aim::best;
+    ZZ objective;
+    if (isBest) {
+      objective = tree_.integers_.objective->at(variables);
+      if (tree_.most_ && objective > *tree_.most_) return Step::goOn;
+    }
+    const Step step = listener_.found(tree_.starAt(variables));
+    if (!isBest) return step;
+    tree_.narrow(objective - ZZ::one());
+    return tree_.isClosed() ? Step::stop : step;
+  }
+
+  Step progress(double share, std::uint64_t nodes) override {
+    return listener_.progress(share, nodes);
+  }
+
+ private:
+  Tree& tree_;
+  DecisionListener& listener_;
+};
+
+void Decision::Tree::dropEnumeration() {
+  nodesBefore_ = nodes();
+  enumeration_.reset();
+}
+
+Preparation Decision::Tree::makeCoset(const std::optional<QQ>& known, const MayGoOn& mayGoOn) {
+  Vanu<QQ> narrowed(problem_);
+  switch (implyBounds(narrowed)) {
+    case BoundsImplied::contradiction:
+      return Preparation::noSolution;
+    case BoundsImplied::unknownSteps:
+      return Preparation::unknownSteps;
+    case BoundsImplied::narrowed:
+      break;
+  }
+  if (known && !implyBounds(narrowed, *known)) return nothingLeft(known);
+  std::optional<IntegerProblem> integers = integerProblem(narrowed);
+  if (!integers) return Preparation::unknownSteps;
+  integers_ = std::move(*integers);
+  if (known) most_ = below(*known, integers_.objective->scale);
+  const auto reduce = [&mayGoOn](BoxCoset& coset) {
+    reduceCoset(coset, mayGoOn);
+    return mayGoOn();
+  };
+  CosetResult result =
+      problemCoset(integers_, {aim_ == Aim::best, most_, reduce, mayGoOn});
+  if (std::holds_alternative<NoSolution>(result)) return nothingLeft(known);
+  if (std::holds_alternative<CosetStopped>(result)) return Preparation::stopped;
+  if (const auto* open = std::get_if<NoFiniteBox>(&result)) return openBox(*open);
+  coset_ = std::move(std::get<ProblemCoset>(result));
+  return Preparation::ready;
+}
+
+Preparation Decision::Tree::nothingLeft(const std::optional<QQ>& known) {
+  isClosed_ = known.has_value();
+  return isClosed_ ? Preparation::ready : Preparation::noSolution;
+}
+
+Preparation Decision::Tree::openBox(const NoFiniteBox& open) {
+  unbounded_ = integers_.original[open.variable];
+  falling_.clear();
+  if (open.direction.empty() || !lowersForEver(integers_, open.direction))
+    return Preparation::noFiniteBox;
+  falling_ = integers_.directionAsRead(open.direction);
+  return Preparation::noFiniteBox;
+}
+
+Preparation Decision::Tree::prepare(Aim aim, const std::optional<QQ>& known,
+                                    const MayGoOn& mayGoOn) {
+  dropEnumeration();
+  aim_ = aim;
+  most_.reset();
+  isClosed_ = false;
+  coset_ = {};
+  const Preparation made = makeCoset(aim == Aim::best ? known : std::nullopt, mayGoOn);
+  if (made != Preparation::ready) return made;
+  if (!isClosed()) reduceCoset(coset_.coset, mayGoOn);
+  return mayGoOn() ? Preparation::ready : Preparation::stopped;
+}
+
+bool Decision::Tree::raiseBound(const MayGoOn& mayGoOn) {
+  if (isClosed() || !raiseObjective(coset_, mayGoOn)) return false;
+  dropEnumeration();
+  if (!isClosed()) reduceCoset(coset_.coset, mayGoOn);
+  return true;
+}
+
+std::optional<QQ> Decision::Tree::leastNorm() const {
+  if (!coset_.leastObjective) return std::nullopt;
+  return QQ(*coset_.leastObjective, integers_.objective->scale);
+}
+
+TreeEstimate Decision::Tree::estimate(std::uint32_t probes, std::uint64_t seed) const {
+  return isClosed() ? TreeEstimate{} : estimateTree(coset_.coset, probes, seed);
+}
+
+EnumerationEnd Decision::Tree::run(DecisionListener& listener,
+                                   const EnumerationSettings& settings) {
+  if (isClosed()) return EnumerationEnd::complete;
+  if (!enumeration_) enumeration_.emplace(coset_.coset);
+  Visitor visitor(*this, listener);
+  const EnumerationEnd end = enumeration_->run(visitor, settings);
+  return isClosed() ? EnumerationEnd::complete : end;
+}
+
+bool Decision::Tree::isClosed() const {
+  return isClosed_ || (most_ && coset_.leastObjective && *coset_.leastObjective > *most_);
+}
+
+void Decision::Tree::narrow(const ZZ& most) {
+  most_ = most;
+  for (const ObjectiveCoordinate& objective : coset_.objective) {
+    const std::size_t j = objective.coordinate;
+    narrowBox(coset_.coset, objective, most);
+    enumeration_->narrow(j, coset_.coset.lower[j], coset_.coset.upper[j]);
+  }
+}
+
+Star<QQ> Decision::Tree::starAt(const std::vector<ZZ>& variables) {
+  Star<QQ> star;
+  static_cast<Vector<QQ>&>(star) = integers_.pointAsRead(variables);
+  if (!checker_.check(star)) fail("Decision: a point of the coset is no solution");
+  return star;
+}
+
+Decision::Decision(const Vanu<QQ>& problem) : tree_(std::make_unique<Tree>(problem)) {}
+
+Decision::~Decision() = default;
+
+Preparation Decision::prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn) {
+  return tree_->prepare(aim, known, mayGoOn);
+}
+
+Index Decision::unboundedVariable() const {
+  return tree_->unbounded();
+}
+
+const Vector<QQ>& Decision::fallingDirection() const {
+  return tree_->falling();
+}
+
+bool Decision::raiseBound(const MayGoOn& mayGoOn) {
+  return tree_->raiseBound(mayGoOn);
+}
+
+std::optional<QQ> Decision::leastNorm() const {
+  return tree_->leastNorm();
+}
+
+TreeEstimate Decision::estimate(std::uint32_t probes, std::uint64_t seed) const {
+  return tree_->estimate(probes, seed);
+}
+
+EnumerationEnd Decision::run(DecisionListener& listener, const EnumerationSettings& settings) {
+  return tree_->run(listener, settings);
+}
+
+std::uint64_t Decision::nodes() const {
+  return tree_->nodes();
+}
+
+}  // namespace starsift

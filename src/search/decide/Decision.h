@@ -1,0 +1,102 @@
+// The decision of a problem: all its solutions, or its best one, by complete enumeration.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "numbers/QQ.h"
+#include "problem/Vanu.h"
+#include "search/enumeration/Enumeration.h"
+#include "search/enumeration/TreeEstimate.h"
+#include "stars/Star.h"
+
+namespace starsift {
+
+/// What a decision looks for.
+enum class Aim {
+  /// Every solution.
+  all,
+  /// Solutions with less and less target norm, the last of which is the least; for problems with
+  /// targets.
+  best
+};
+
+/// Is called by a decision.
+class DecisionListener {
+ public:
+  virtual ~DecisionListener() = default;
+
+  /// A solution, judged by the check of stars; target values and norms are set. With Aim::all
+  /// each one once, with Aim::best only one with less target norm than all before it.
+  virtual Step found(const Star<QQ>& star) = 0;
+  /// As in EnumerationVisitor.
+  virtual Step progress(double share, std::uint64_t nodes) = 0;
+};
+
+/// What is known before a tree is walked.
+enum class Preparation {
+  /// There is a tree to walk.
+  ready,
+  /// Proven: there is no solution.
+  noSolution,
+  /// A variable has no bound on one side at least, and none follows: see unboundedVariable().
+  noFiniteBox,
+  /// A dx isn't one of 0, 1, ... 1000.
+  unknownSteps,
+  /// mayGoOn() ended it.
+  stopped
+};
+
+/// One problem and the tree of its solutions.
+///
+/// Solutions are the points whose variables are constants or lie on their steps and that satisfy
+/// bounds, equations and inequations exactly. equationsHoldExactly() says whether the tolerance
+/// of the check of stars lets others pass.
+class Decision {
+ public:
+  /// Called before every step of a preparation; false ends it.
+  using MayGoOn = std::function<bool()>;
+
+  /// `problem` as read.
+  explicit Decision(const Vanu<QQ>& problem);
+  ~Decision();
+  Decision(const Decision&) = delete;
+  Decision& operator=(const Decision&) = delete;
+
+  /// Makes the tree and reduces its basis. `known` is the target norm of a solution: with
+  /// Aim::best only better ones are looked for.
+  Preparation prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn);
+
+  /// 1-based index of a variable; after noFiniteBox.
+  Index unboundedVariable() const;
+  /// After noFiniteBox with Aim::best: from every solution, points any number of steps of this
+  /// direction ahead are solutions, with less and less target norm. Empty if no such direction
+  /// was found.
+  const Vector<QQ>& fallingDirection() const;
+  /// The target norms of all solutions are at least this; after ready, if there are targets.
+  std::optional<QQ> leastNorm() const;
+
+  /// The rest is for ready trees.
+
+  /// With Aim::best raises leastNorm(), and makes the tree smaller, by linear programs in
+  /// rationals, which take some seconds with a hundred variables. False if mayGoOn() ended them;
+  /// the tree is unchanged then.
+  bool raiseBound(const MayGoOn& mayGoOn);
+  /// The expected nodes of the complete tree.
+  TreeEstimate estimate(std::uint32_t probes, std::uint64_t seed) const;
+  /// Walks the tree from its root. Complete: every solution was found, with Aim::best a least
+  /// one, if there is one better than the known one. May be called again; what Aim::best has
+  /// found stays known.
+  EnumerationEnd run(DecisionListener& listener, const EnumerationSettings& settings);
+  /// Nodes of all runs of all trees.
+  std::uint64_t nodes() const;
+
+ private:
+  class Tree;
+
+  std::unique_ptr<Tree> tree_;
+};
+
+}  // namespace starsift

@@ -1,0 +1,238 @@
+// The decision of small problems of every feature against all points of their boxes, over GMP's
+// rationals.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "PreparedProblems.h"
+#include "SmallProblems.h"
+#include "search/decide/Decider.h"
+#include "support/oracles/NormalFormOracle.h"
+
+namespace starsift {
+namespace {
+
+using oracle::Point;
+using oracle::Problem;
+using test::checkOverProblems;
+using test::problemCount;
+using test::SmallProblem;
+
+/// Rows may close an open box far away: such trees are left before their end.
+constexpr std::size_t mostPoints = 5'000;
+
+/// Keeps what it is told of.
+class Listener : public DecisionListener {
+ public:
+  explicit Listener(const Problem& problem) : problem_(problem) {}
+
+  Step found(const Star<QQ>& star) override {
+    const Point x = test::pointOf(star.x());
+    RC_ASSERT(oracle::solves(problem_, x));
+    RC_ASSERT(points.insert(oracle::pointText(x)).second);
+    const auto verdict = oracle::judge(problem_, x);
+    RC_ASSERT(verdict.has_value());
+    if (!problem_.targets.empty()) {
+      RC_ASSERT(star.targetNorm == test::toQQ(verdict->targetNorm));
+      RC_ASSERT(star.slackNorm == test::toQQ(verdict->slackNorm));
+    }
+    norms.push_back(star.targetNorm);
+    return points.size() < mostPoints ? Step::goOn : Step::stop;
+  }
+
+  Step progress(double share, std::uint64_t /*nodes*/) override {
+    RC_ASSERT(share >= 0);
+    RC_ASSERT(share <= 1);
+    return Step::goOn;
+  }
+
+  std::set<std::string> points;
+  std::vector<QQ> norms;
+
+ private:
+  const Problem& problem_;
+};
+
+bool isClosed(const Problem& problem) {
+  for (std::size_t j = 0; j < problem.lower.size(); ++j) {
+    const oracle::Range range = oracle::rangeOf(problem, j);
+    if (!range.empty && !(range.least && range.greatest)) return false;
+  }
+  return true;
+}
+
+std::vector<Point> solutionsAround(const Problem& problem) {
+  std::vector<Point> solutions;
+  for (const Point& x : test::pointsAround(problem))
+    if (oracle::solves(problem, x) && oracle::judge(problem, x)) solutions.push_back(x);
+  return solutions;
+}
+
+std::set<std::string> textsOf(const std::vector<Point>& points) {
+  std::set<std::string> texts;
+  for (const Point& x : points) texts.insert(oracle::pointText(x));
+  return texts;
+}
+
+std::optional<QQ> leastNorm(const Problem& problem, const std::vector<Point>& solutions) {
+  std::optional<QQ> least;
+  for (const Point& x : solutions) {
+    QQ norm = test::toQQ(oracle::judge(problem, x)->targetNorm);
+    if (!least || norm < *least) least = norm;
+  }
+  return least;
+}
+
+Decided decide(const SmallProblem& small, Listener& listener, DeciderSettings settings = {}) {
+  Decision decision(small.record());
+  settings.allowed = std::chrono::seconds(1);
+  return Decider(decision, listener, settings).run();
+}
+
+TEST(Deciding, FindsAllSolutionsWithinClosedBoxes) {
+  int solvable = 0;
+  checkOverProblems([&solvable](const SmallProblem& small) {
+    if (!isClosed(small.problem)) return;
+    const std::set<std::string> solutions = textsOf(solutionsAround(small.problem));
+    Listener listener(small.problem);
+    const Decided decided = decide(small, listener);
+    RC_ASSERT(listener.points == solutions);
+    RC_ASSERT(decided.proof == (solutions.empty() ? Proof::noSolution : Proof::allFound));
+    RC_ASSERT(decided.count == solutions.size());
+    if (solutions.size() > 1) ++solvable;
+  });
+  EXPECT_GE(solvable, problemCount / 8);
+}
+
+TEST(Deciding, MissesNoSolutionOfAnOpenBoxThatItSaysToHaveSearched) {
+  int decidedOnes = 0;
+  checkOverProblems([&decidedOnes](const SmallProblem& small) {
+    if (isClosed(small.problem)) return;
+    Listener listener(small.problem);
+    const Decided decided = decide(small, listener);
+    if (!decided.isComplete()) return;
+    ++decidedOnes;
+    for (const std::string& solution : textsOf(solutionsAround(small.problem)))
+      RC_ASSERT(listener.points.contains(solution));
+  });
+  EXPECT_GE(decidedOnes, problemCount / 16);
+}
+
+TEST(Deciding, FindsTheOptimum) {
+  int improved = 0;
+  checkOverProblems([&improved](const SmallProblem& small) {
+    if (!isClosed(small.problem) || small.problem.targets.empty()) return;
+    const auto least = leastNorm(small.problem, solutionsAround(small.problem));
+    Listener listener(small.problem);
+    DeciderSettings settings;
+    settings.aim = Aim::best;
+    const Decided decided = decide(small, listener, settings);
+    RC_ASSERT(decided.best == least);
+    RC_ASSERT(decided.proof == (least ? Proof::optimum : Proof::noSolution));
+    RC_ASSERT(std::is_sorted(listener.norms.rbegin(), listener.norms.rend()));
+    if (least) RC_ASSERT(decided.bound == least);
+    if (listener.norms.size() > 1) ++improved;
+  });
+  EXPECT_GE(improved, problemCount / 64);
+}
+
+TEST(Deciding, LooksOnlyForBetterSolutionsThanTheKnownOne) {
+  checkOverProblems([](const SmallProblem& small) {
+    if (!isClosed(small.problem) || small.problem.targets.empty()) return;
+    const std::vector<Point> solutions = solutionsAround(small.problem);
+    if (solutions.empty()) return;
+    const auto least = leastNorm(small.problem, solutions);
+    DeciderSettings settings;
+    settings.aim = Aim::best;
+    settings.known = leastNorm(small.problem, {solutions.front()});
+    Listener listener(small.problem);
+    const Decided decided = decide(small, listener, settings);
+    RC_ASSERT(decided.proof == Proof::optimum);
+    RC_ASSERT(decided.best == least);
+    RC_ASSERT(listener.norms.empty() == (*settings.known == *least));
+    for (const QQ& norm : listener.norms) RC_ASSERT(norm < *settings.known);
+  });
+}
+
+TEST(Deciding, FindsTheOptimumInOpenBoxes) {
+  int proved = 0;
+  int unbounded = 0;
+  checkOverProblems([&](const SmallProblem& small) {
+    if (isClosed(small.problem) || small.problem.targets.empty()) return;
+    const std::vector<Point> solutions = solutionsAround(small.problem);
+    if (solutions.empty()) return;
+    DeciderSettings settings;
+    settings.aim = Aim::best;
+    settings.known = leastNorm(small.problem, solutions);
+    Listener listener(small.problem);
+    const Decided decided = decide(small, listener, settings);
+    if (decided.undecided == Undecided::unbounded) ++unbounded;
+    if (!decided.isComplete()) return;
+    RC_ASSERT(decided.proof == Proof::optimum);
+    RC_ASSERT(*decided.best <= *settings.known);
+    ++proved;
+  });
+  EXPECT_GE(proved, problemCount / 32);
+  EXPECT_GE(unbounded, problemCount / 128);
+}
+
+TEST(Deciding, FallsForEverAlongItsDirection) {
+  int unbounded = 0;
+  checkOverProblems([&unbounded](const SmallProblem& small) {
+    if (small.problem.targets.empty()) return;
+    const std::vector<Point> solutions = solutionsAround(small.problem);
+    if (solutions.empty()) return;
+    Decision decision(small.record());
+    const QQ norm = *leastNorm(small.problem, {solutions.front()});
+    if (decision.prepare(Aim::best, norm, [] { return true; }) != Preparation::noFiniteBox ||
+        decision.fallingDirection().dimension() == 0)
+      return;
+    ++unbounded;
+    const Point direction = test::pointOf(decision.fallingDirection());
+    QQ before = norm;
+    Point x = solutions.front();
+    for (int step = 0; step < 3; ++step) {
+      for (std::size_t j = 0; j < x.size(); ++j) x[j] += direction[j];
+      RC_ASSERT(oracle::solves(small.problem, x));
+      const QQ after = test::toQQ(oracle::judge(small.problem, x)->targetNorm);
+      RC_ASSERT(after < before);
+      before = after;
+    }
+  });
+  EXPECT_GE(unbounded, problemCount / 128);
+}
+
+TEST(Deciding, HasABoundBelowEveryNorm) {
+  checkOverProblems([](const SmallProblem& small) {
+    if (small.problem.targets.empty()) return;
+    Decision decision(small.record());
+    if (decision.prepare(Aim::best, std::nullopt, [] { return true; }) != Preparation::ready)
+      return;
+    const auto least = leastNorm(small.problem, solutionsAround(small.problem));
+    if (least) RC_ASSERT(*decision.leastNorm() <= *least);
+    const QQ before = *decision.leastNorm();
+    decision.raiseBound([] { return true; });
+    RC_ASSERT(*decision.leastNorm() >= before);
+    if (least) RC_ASSERT(*decision.leastNorm() <= *least);
+  });
+}
+
+TEST(Deciding, EndsWithAsManySolutionsAsAreWanted) {
+  checkOverProblems([](const SmallProblem& small) {
+    if (!isClosed(small.problem)) return;
+    const std::vector<Point> solutions = solutionsAround(small.problem);
+    DeciderSettings settings;
+    settings.wanted = 2;
+    Listener listener(small.problem);
+    const Decided decided = decide(small, listener, settings);
+    RC_ASSERT(listener.points.size() == std::min<std::size_t>(2, solutions.size()));
+    RC_ASSERT(decided.isComplete() == (solutions.size() < 2));
+    RC_ASSERT((decided.undecided == Undecided::enough) == (solutions.size() >= 2));
+  });
+}
+
+}  // namespace
+}  // namespace starsift

@@ -1,0 +1,117 @@
+#include "app/Verdict.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "support/fixtures/FreshConsole.h"
+
+namespace starsift {
+namespace {
+
+class VerdictTest : public test::FreshConsole {
+ protected:
+  std::string verdict() const {
+    std::ostringstream text;
+    writeVerdict(text, result_);
+    return text.str();
+  }
+
+  SearchResult result_;
+};
+
+TEST_F(VerdictTest, OfNothingProvesNothing) {
+  EXPECT_EQ(verdict(),
+            "No solution was found. This proves nothing: there may be one all the same.\n");
+  result_.hasStars = true;
+  EXPECT_EQ(verdict(),
+            "No further solution was found. This proves nothing: there may be one all the same.\n");
+}
+
+TEST_F(VerdictTest, OfASolutionWithoutTargetsIsSilent) {
+  result_.solutions = 1;
+  EXPECT_EQ(verdict(), "");
+}
+
+TEST_F(VerdictTest, TellsTheBestBoundOfAnOpenSearch) {
+  result_.solutions = 1;
+  result_.hasTargets = true;
+  EXPECT_EQ(verdict(),
+            "The first solution is the best one found, not proven to be the best there is.\n");
+  result_.decided.bound = QQ(412);
+  EXPECT_EQ(verdict(),
+            "The first solution is the best one found, not proven to be the best there is: "
+            "best bound 412.\n");
+}
+
+TEST_F(VerdictTest, TellsThatThereIsNoSolution) {
+  result_.decided.proof = Proof::noSolution;
+  EXPECT_EQ(verdict(), "There is no solution: the search was complete.\n");
+  result_.equationsAreExact = false;
+  EXPECT_EQ(verdict(), "There is no solution that holds exactly: the search was complete.\n");
+}
+
+TEST_F(VerdictTest, TellsThatAllSolutionsAreFound) {
+  result_.decided.proof = Proof::allFound;
+  result_.decided.count = 3;
+  result_.decided.nodes = 4500;
+  EXPECT_EQ(verdict(), "All 3 solutions: the search was complete.\nNodes: 4500\n");
+  result_.hasTargets = true;
+  result_.equationsAreExact = false;
+  EXPECT_EQ(verdict(),
+            "All 3 solutions that hold exactly: the search was complete.\n"
+            "The first solution is optimal among those that hold exactly.\nNodes: 4500\n");
+}
+
+TEST_F(VerdictTest, TellsThatTheFirstSolutionIsOptimal) {
+  result_.decided.proof = Proof::optimum;
+  EXPECT_EQ(verdict(), "The first solution is optimal.\n");
+}
+
+TEST_F(VerdictTest, TellsWhatAProofWouldTake) {
+  result_.solutions = 1;
+  result_.decided.undecided = Undecided::tooLarge;
+  result_.decided.estimatedSeconds = 3 * 86400;
+  EXPECT_EQ(verdict(), "A complete search would take about 3 days; --prove runs it anyway.\n");
+}
+
+TEST_F(VerdictTest, NamesAVariableWithoutBound) {
+  result_.solutions = 1;
+  result_.decided.undecided = Undecided::noFiniteBox;
+  result_.decided.variable = 2;
+  EXPECT_EQ(verdict(), "No complete search: variable 2 is not bounded on both sides.\n");
+}
+
+TEST_F(VerdictTest, HasALineForScripts) {
+  result_.decided.proof = Proof::optimum;
+  result_.decided.bound = QQ(7, 2);
+  result_.decided.nodes = 12;
+  result_.best = QQ(7, 2);
+  result_.solutions = 2;
+  result_.passes = 3;
+  result_.seconds = 0.5;
+  result_.seed = 7;
+  EXPECT_EQ(jsonLine(result_),
+            R"({"status": "optimal", "complete": true, "solutions": 2, "count": "2", )"
+            R"("best": "7/2", "bound": "7/2", "nodes": 12, "passes": 3, "seconds": 0.5, "seed": 7})");
+}
+
+TEST_F(VerdictTest, HasAStatusForScripts) {
+  const auto status = [this] { return jsonLine(result_).substr(0, 22); };
+  EXPECT_EQ(status(), R"({"status": "open", "co)");
+  result_.solutions = 1;
+  EXPECT_EQ(status(), R"({"status": "found", "c)");
+  result_.decided.proof = Proof::allFound;
+  EXPECT_EQ(status(), R"({"status": "complete",)");
+  result_.decided.proof = Proof::noSolution;
+  EXPECT_EQ(status(), R"({"status": "infeasible)");
+}
+
+TEST(PlainText, IsAnIntegerOrAFraction) {
+  EXPECT_EQ(plainText(QQ(-3)), "-3");
+  EXPECT_EQ(plainText(QQ(-7, 2)), "-7/2");
+  EXPECT_EQ(plainText(-QQ::infinity()), "-inf");
+}
+
+}  // namespace
+}  // namespace starsift
