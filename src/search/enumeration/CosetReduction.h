@@ -1,0 +1,18 @@
+// The reduction of a coset's basis before an enumeration.
+#pragma once
+
+#include <functional>
+
+#include "search/enumeration/BoxCoset.h"
+
+namespace starsift {
+
+/// Brings the basis to LLL-reduced form in the scaling of the enumeration, in which each
+/// coordinate is divided by its range, and the point near the middle of the box. The coset stays
+/// the same set.
+///
+/// `mayGoOn` is called before every step; false ends the reduction. Returns false in this case,
+/// or if the reduction gave up; the basis spans the same lattice then, but need not be reduced.
+bool reduceCoset(BoxCoset& coset, const std::function<bool()>& mayGoOn);
+
+}  // namespace starsift

@@ -1,0 +1,77 @@
+// Complete enumeration of the points of a coset that lie in its box.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "search/enumeration/BoxCoset.h"
+
+namespace starsift {
+
+enum class Step { goOn, stop };
+
+/// Is called by an enumeration.
+class EnumerationVisitor {
+ public:
+  virtual ~EnumerationVisitor() = default;
+
+  /// Called once for each point of the coset inside the box; `point` is exact.
+  virtual Step found(const std::vector<ZZ>& point) = 0;
+  /// Called every some thousand nodes with the share of the tree that was walked, in [0, 1], and
+  /// the nodes of this run.
+  virtual Step progress(double share, std::uint64_t nodes) = 0;
+
+ protected:
+  EnumerationVisitor() = default;
+  EnumerationVisitor(const EnumerationVisitor&) = default;
+  EnumerationVisitor& operator=(const EnumerationVisitor&) = default;
+};
+
+struct EnumerationSettings {
+  /// F of a pruned try, 0 < F < 1: the squared radius at a node is multiplied by
+  /// min(1, s + 2 F s (1 - s) + F / 10), s the share of the levels done. None walks the complete
+  /// tree.
+  std::optional<double> pruning;
+  /// Nodes after which the run ends.
+  std::optional<std::uint64_t> nodeLimit;
+};
+
+enum class EnumerationEnd {
+  /// Every point of the coset in the box, as narrowed during the run, was found.
+  complete,
+  /// The pruned tree was walked to its end; nothing is proved.
+  pruned,
+  /// The visitor ended the run.
+  stopped,
+  /// The node limit ended the run.
+  limit
+};
+
+/// A walk over the tree of the coefficients of a coset, the last one first. A run that ends as
+/// complete proves that there are no other points: no rounding error can cut one off.
+class Enumeration {
+ public:
+  /// The basis should be reduced by reduceCoset(). O(d^2 n) operations on long numbers.
+  explicit Enumeration(const BoxCoset& coset);
+  ~Enumeration();
+  Enumeration(Enumeration&&) noexcept;
+  Enumeration& operator=(Enumeration&&) noexcept;
+
+  /// Walks the tree from its root. The box is as narrowed before.
+  EnumerationEnd run(EnumerationVisitor& visitor, const EnumerationSettings& settings);
+  /// Intersects the bounds of a coordinate with [lower, upper]; 0 <= coordinate < n. May be called
+  /// from found() and progress(), and before a run.
+  void narrow(std::size_t coordinate, const ZZ& lower, const ZZ& upper);
+  /// Nodes of all runs: a node is a choice of the coefficients of the last k >= 1 levels that was
+  /// tested.
+  std::uint64_t nodes() const;
+
+ private:
+  class Walk;
+  std::unique_ptr<Walk> walk_;
+};
+
+}  // namespace starsift
