@@ -22,5 +22,7 @@ struct BoxCoset {
 
 /// lower <= x <= upper in every coordinate.
 bool isInBox(const BoxCoset& coset, const std::vector<ZZ>& x);
+/// lower > upper in some coordinate.
+bool isEmptyBox(const BoxCoset& coset);
 
 }  // namespace starsift

@@ -11,6 +11,8 @@
 
 namespace starsift {
 
+class EnumerationWalk;
+
 enum class Step { goOn, stop };
 
 /// Is called by an enumeration.
@@ -70,8 +72,7 @@ class Enumeration {
   std::uint64_t nodes() const;
 
  private:
-  class Walk;
-  std::unique_ptr<Walk> walk_;
+  std::unique_ptr<EnumerationWalk> walk_;
 };
 
 }  // namespace starsift

@@ -1,0 +1,116 @@
+#include "search/enumeration/CosetReduction.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "lattice/reduce/LllReduction.h"
+#include "numbers/Conversion.h"
+#include "numbers/VectorQQ.h"
+#include "search/enumeration/CosetDirections.h"
+
+namespace starsift {
+
+namespace {
+
+/// Passes that may gain nothing.
+constexpr int maxFruitlessPasses = 20;
+
+using MayGoOn = std::function<bool()>;
+
+/// Ends a reduction when it is told to.
+class Stopper : public RowVisitor {
+ public:
+  explicit Stopper(const MayGoOn& mayGoOn) : mayGoOn_(mayGoOn) {}
+
+  void onRow(Index) override {}
+  bool mayStep(const PassStatus&) override {
+    hasStopped_ = hasStopped_ || !mayGoOn_();
+    return !hasStopped_;
+  }
+  void onStepped(const PassStatus&) override {}
+  bool hasStopped() const { return hasStopped_; }
+
+ private:
+  const MayGoOn& mayGoOn_;
+  bool hasStopped_ = false;
+};
+
+/// Integer weights of the coordinates, close to a multiple of 1 over their ranges.
+std::vector<ZZ> weightsOf(const BoxCoset& coset) {
+  const std::size_t n = coset.point.size();
+  std::vector<ZZ> ranges;
+  ZZ greatest(1);
+  for (std::size_t j = 0; j < n; ++j) {
+    ranges.push_back(coset.upper[j] - coset.lower[j]);
+    greatest = std::max(greatest, ranges[j]);
+  }
+  // Ranges that don't divide the greatest one have weights with an error of a part in 128.
+  const bool allDivide = std::all_of(ranges.begin(), ranges.end(), [&](const ZZ& range) {
+    return range.isZero() || mpz_divisible_p(greatest.get(), range.get()) != 0;
+  });
+  if (!allDivide) greatest *= ZZ(64);
+  std::vector<ZZ> weights(n);
+  for (std::size_t j = 0; j < n; ++j) {
+    if (ranges[j].isZero())
+      weights[j] = greatest * ZZ(static_cast<long>(n) + 1);
+    else
+      mpz_tdiv_q(weights[j].get(), greatest.get(), ranges[j].get());
+  }
+  return weights;
+}
+
+/// The rows of the basis times the weights.
+Matrix<QQ> weightedRows(const BoxCoset& coset, const std::vector<ZZ>& weights) {
+  const auto d = static_cast<Index>(coset.basis.size());
+  Matrix<QQ> rows(d, static_cast<Index>(weights.size()));
+  for (Index k = 1; k <= d; ++k)
+    for (Index j = 1; j <= rows.columnCount(); ++j)
+      rows[k][j] =
+          QQ(coset.basis[static_cast<std::size_t>(k - 1)][static_cast<std::size_t>(j - 1)] *
+             weights[static_cast<std::size_t>(j - 1)]);
+  return rows;
+}
+
+void storeRows(const Matrix<QQ>& rows, const std::vector<ZZ>& weights, BoxCoset& coset) {
+  for (std::size_t k = 0; k < coset.basis.size(); ++k)
+    for (std::size_t j = 0; j < weights.size(); ++j)
+      coset.basis[k][j] = exactQuotient(
+          rows[static_cast<Index>(k + 1)][static_cast<Index>(j + 1)].numerator(), weights[j]);
+}
+
+/// Passes until the basis is reduced; false if the reduction was ended or gave up.
+bool reduceFully(Basis<QQ, dbl_t>& basis, Stopper& stopper) {
+  const Index d = basis.n;
+  GramSchmidtData<dbl_t> data;
+  data.resize(d);
+  LllReduction<QQ, dbl_t> reduction(basis, data, stopper, LllSettings<dbl_t>());
+  dbl_t before = std::numeric_limits<dbl_t>::infinity();
+  for (int fruitless = 0; fruitless < maxFruitlessPasses;) {
+    PassStatus status{1, d, d, std::numeric_limits<Index>::max()};
+    reduction.pass(status);
+    if (stopper.hasStopped()) return false;
+    if (reduction.allTested(d) && reduction.renewLongData(d) && reduction.isReduced(d)) return true;
+    const dbl_t after = reduction.potential(d);
+    if (status.counts.swaps == 0 || !(after < before)) ++fruitless;
+    before = after;
+    reduction.unmarkUnreduced(d);
+  }
+  return false;
+}
+
+}  // namespace
+
+bool reduceCoset(BoxCoset& coset, const std::function<bool()>& mayGoOn) {
+  if (coset.basis.empty()) return true;
+  const std::vector<ZZ> weights = weightsOf(coset);
+  const Matrix<QQ> rows = weightedRows(coset, weights);
+  Basis<QQ, dbl_t> basis;
+  basis.reset(&rows, QQ(1));
+  Stopper stopper(mayGoOn);
+  const bool isReduced = reduceFully(basis, stopper);
+  storeRows(basis.B(), weights, coset);
+  if (!isEmptyBox(coset)) movePointToMiddle(coset, cosetDirections(coset));
+  return isReduced;
+}
+
+}  // namespace starsift

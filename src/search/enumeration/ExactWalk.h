@@ -1,0 +1,75 @@
+// A complete enumeration in rational arithmetic: plain, slow, without rounding.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "numbers/QQ.h"
+#include "search/enumeration/EnumerationWalk.h"
+
+namespace starsift {
+
+/// For cosets that floating point can't hold, and a second implementation beside FloatingWalk. Cuts
+/// by length, by Hölder's inequality, and by final coordinates.
+class ExactWalk : public EnumerationWalk {
+ public:
+  /// O(d^2 n) operations on rationals of the size of the Gram determinants.
+  explicit ExactWalk(BoxCoset coset);
+
+  EnumerationEnd run(EnumerationVisitor& visitor, const EnumerationSettings& settings) override;
+  std::uint64_t nodes() const override { return nodes_; }
+
+ private:
+  using Row = std::vector<QQ>;
+  struct Interval {
+    QQ least;
+    QQ most;
+  };
+  /// A node: the squared length of the projected vector, that vector as a direction, and the
+  /// point, relative to the middle of the box.
+  struct Node {
+    QQ length;
+    Row direction;
+    Row point;
+  };
+
+  void onNarrowed(std::size_t j) override;
+  /// Orthogonalises the rows and the start.
+  void prepare();
+  /// Walks the subtree of a node whose next coefficient is k - 1. False ends the run.
+  bool visit(std::size_t k, const Node& node);
+  /// Walks the children of a node on one side of the centre, from coefficient c on.
+  bool visitSide(std::size_t k, const Node& node, const QQ& offset, QQ c, const QQ& step,
+                 const Interval& interval);
+  bool report(const Node& node);
+  bool pace();
+  /// The part of the interval of coefficient k - 1 that its final coordinates leave.
+  Interval interval(std::size_t k, const Node& node) const;
+  /// No point of the box has this projected vector, or one further out in its direction.
+  bool isCut(const Node& node) const;
+  QQ radius(std::size_t k);
+
+  /// Middle and half ranges of the box at construction, and bounds relative to the middle.
+  Row middle_;
+  Row lower_;
+  Row upper_;
+  /// Squared scale of the coordinates.
+  Row weights_;
+  /// Rows as rationals, their Gram-Schmidt vectors as directions, and the squared lengths of these.
+  std::vector<Row> rows_;
+  std::vector<Row> directions_;
+  Row squaredLengths_;
+  Node root_;
+  /// firstRow_[j] is the first row that changes coordinate j, d if none does.
+  std::vector<std::size_t> firstRow_;
+
+  // Of the current run
+  EnumerationVisitor* visitor_ = nullptr;
+  EnumerationSettings settings_;
+  EnumerationEnd end_ = EnumerationEnd::complete;
+  bool hasPruned_ = false;
+  std::uint64_t nodes_ = 0;
+  std::uint64_t before_ = 0;
+};
+
+}  // namespace starsift
