@@ -1,6 +1,7 @@
 #include "search/enumeration/CosetReduction.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <limits>
 
 #include "lattice/reduce/LllReduction.h"
@@ -12,27 +13,35 @@ namespace starsift {
 
 namespace {
 
+/// Steps with deep insertions, per row. A reduced basis needs about a hundred; they are not bounded
+/// by a polynomial, though, and rounding errors may repeat them.
+constexpr std::uint64_t maxDeepSteps = 1000;
+constexpr std::uint64_t unlimited = std::numeric_limits<std::uint64_t>::max();
+
 /// Passes that may gain nothing.
 constexpr int maxFruitlessPasses = 20;
 
 using MayGoOn = std::function<bool()>;
 
-/// Ends a reduction when it is told to.
+/// Ends a reduction when it is told to, or after a number of steps.
 class Stopper : public RowVisitor {
  public:
-  explicit Stopper(const MayGoOn& mayGoOn) : mayGoOn_(mayGoOn) {}
+  Stopper(const MayGoOn& mayGoOn, std::uint64_t steps) : mayGoOn_(mayGoOn), steps_(steps) {}
 
   void onRow(Index) override {}
   bool mayStep(const PassStatus&) override {
-    hasStopped_ = hasStopped_ || !mayGoOn_();
-    return !hasStopped_;
+    wasEnded_ = wasEnded_ || !mayGoOn_();
+    return !wasEnded_ && steps_ > 0 && steps_-- > 0;
   }
   void onStepped(const PassStatus&) override {}
-  bool hasStopped() const { return hasStopped_; }
+  /// By the caller of the reduction.
+  bool wasEnded() const { return wasEnded_; }
+  bool hasStopped() const { return wasEnded_ || steps_ == 0; }
 
  private:
   const MayGoOn& mayGoOn_;
-  bool hasStopped_ = false;
+  std::uint64_t steps_;
+  bool wasEnded_ = false;
 };
 
 /// Integer weights of the coordinates, close to a multiple of 1 over their ranges.
@@ -41,7 +50,7 @@ std::vector<ZZ> weightsOf(const BoxCoset& coset) {
   std::vector<ZZ> ranges;
   ZZ greatest(1);
   for (std::size_t j = 0; j < n; ++j) {
-    ranges.push_back(coset.upper[j] - coset.lower[j]);
+    ranges.push_back(std::max(coset.upper[j] - coset.lower[j], ZZ()));
     greatest = std::max(greatest, ranges[j]);
   }
   // Ranges that don't divide the greatest one have weights with an error of a part in 128.
@@ -79,11 +88,13 @@ void storeRows(const Matrix<QQ>& rows, const std::vector<ZZ>& weights, BoxCoset&
 }
 
 /// Passes until the basis is reduced; false if the reduction was ended or gave up.
-bool reduceFully(Basis<QQ, dbl_t>& basis, Stopper& stopper) {
+bool reduceFully(Basis<QQ, dbl_t>& basis, Stopper& stopper, bool deep) {
   const Index d = basis.n;
   GramSchmidtData<dbl_t> data;
   data.resize(d);
-  LllReduction<QQ, dbl_t> reduction(basis, data, stopper, LllSettings<dbl_t>());
+  LllSettings<dbl_t> settings;
+  settings.deep = deep;
+  LllReduction<QQ, dbl_t> reduction(basis, data, stopper, settings);
   dbl_t before = std::numeric_limits<dbl_t>::infinity();
   for (int fruitless = 0; fruitless < maxFruitlessPasses;) {
     PassStatus status{1, d, d, std::numeric_limits<Index>::max()};
@@ -106,8 +117,17 @@ bool reduceCoset(BoxCoset& coset, const std::function<bool()>& mayGoOn) {
   const Matrix<QQ> rows = weightedRows(coset, weights);
   Basis<QQ, dbl_t> basis;
   basis.reset(&rows, QQ(1));
-  Stopper stopper(mayGoOn);
-  const bool isReduced = reduceFully(basis, stopper);
+  Stopper stopper(mayGoOn, unlimited);
+  bool isReduced = reduceFully(basis, stopper, false);
+  if (isReduced) {
+    Stopper deepStopper(mayGoOn, maxDeepSteps * coset.basis.size());
+    basis.forgetAll();
+    isReduced = reduceFully(basis, deepStopper, true);
+    if (!isReduced && !deepStopper.wasEnded()) {
+      basis.forgetAll();
+      isReduced = reduceFully(basis, stopper, false);
+    }
+  }
   storeRows(basis.B(), weights, coset);
   if (!isEmptyBox(coset)) movePointToMiddle(coset, cosetDirections(coset));
   return isReduced;

@@ -11,23 +11,28 @@ namespace starsift {
 
 namespace {
 
-/// Numbers of directions outside of this range are rejected, so that no product underflows.
-constexpr double leastDirection = 0x1p-400;
+/// The greatest number of a direction lies in this range, so that no product underflows.
+constexpr double leastDirection = 0x1p-250;
 constexpr double greatestDirection = 0x1p200;
+
+/// Smaller numbers, in parts of the greatest one of a row, are left out: most are rounding errors.
+constexpr double leastPart = 0x1p-100;
 
 /// The rest counts as 0 below this part of the squared radius; any direction proves its cuts.
 constexpr double negligibleRest = 0x1p-30;
 
-/// Rounds a row; false if an entry is out of range.
+/// Rounds a row; false if its greatest number is out of range.
 template <class Real>
 bool roundRow(const CosetDirections::Row& row, std::vector<Real>& result) {
   result.clear();
+  Real greatest = 0;
   for (const BigFloat& entry : row) {
-    const Real value = rounded<Real>(entry);
-    const Real size = std::fabs(value);
-    if (value != 0 && !(size >= leastDirection && size <= greatestDirection)) return false;
-    result.push_back(value);
+    result.push_back(rounded<Real>(entry));
+    greatest = std::max(greatest, std::fabs(result.back()));
   }
+  if (!(greatest < greatestDirection)) return false;
+  for (Real& value : result)
+    if (std::fabs(value) < greatest * static_cast<Real>(leastPart)) value = 0;
   return true;
 }
 
