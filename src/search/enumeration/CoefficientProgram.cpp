@@ -86,10 +86,12 @@ template <class Real>
 void CoefficientProgram<Real>::evaluate() {
   const std::size_t width = columns_ + 1;
   std::fill(point_.begin(), point_.end(), 0.0);
+  objective_ = 0;
   for (std::size_t i = 0; i < size_; ++i) {
     const double* const row = &tableau_[i * width];
     const double deviation = row[columns_] > 0 ? upper_[basis_[i]] : lower_[basis_[i]];
     for (std::size_t j = 0; j < columns_; ++j) point_[j] += deviation * row[j];
+    objective_ += deviation * row[columns_];
   }
 }
 
@@ -126,7 +128,8 @@ std::size_t CoefficientProgram<Real>::leavingRow(const Violation& violation, dou
   for (const Break& next : breaks_) {
     slope += next.slope;
     step = next.step;
-    if (slope >= 0) return next.row;
+    // What is left of the violation may be a rounding error.
+    if (slope >= -feasibility) return next.row;
   }
   return size_;
 }
@@ -192,7 +195,8 @@ Real CoefficientProgram<Real>::bound(const Block<Real>* lower, const Block<Real>
       // No point satisfies the bounds: far along this ray the bound falls below `needed`.
       double slope = violation.amount;
       for (const Break& next : breaks_) slope -= next.slope;
-      ray = slope > 0 ? step + static_cast<double>(known - needed + 2) / slope : 0;
+      const double excess = objective_ - static_cast<double>(needed) + 2;
+      ray = slope > 0 ? step + std::max(excess, 0.0) / slope : 0;
       break;
     }
     pivot(row, violation.column);

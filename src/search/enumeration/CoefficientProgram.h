@@ -39,7 +39,7 @@ class CoefficientProgram {
   /// Makes `column` basic in `row` of the tableau.
   void pivot(std::size_t row, std::size_t column);
   /// Deviations of the coordinates outside of the basis from y, at the bounds that the signs of
-  /// the objective choose; sets the coordinates of the point.
+  /// the objective choose; sets the coordinates of the point and the objective.
   void evaluate();
   struct Violation {
     std::size_t column;
@@ -73,6 +73,8 @@ class CoefficientProgram {
   std::vector<double> lower_;
   std::vector<double> upper_;
   std::vector<double> point_;
+  /// The bound of the basis, without errors.
+  double objective_ = 0;
   /// v, a value per row of the tableau, and one for a column that isn't in the basis.
   std::vector<Real> direction_;
   Real extraDirection_ = 0;

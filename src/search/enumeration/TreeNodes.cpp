@@ -222,26 +222,28 @@ std::size_t TreeNodes<Real>::recheck(std::size_t k) {
 }
 
 template <class Real>
+double TreeNodes<Real>::weight(std::size_t k, Real coefficient) const {
+  const Level& level = levels_[k];
+  const Real whole = std::max(radii_[k] - level.length, std::numeric_limits<Real>::min());
+  const Real factor = coefficient + level.offset;
+  const Real room = 1 - factor * factor * geometry_.squaredLengths[k] / whole;
+  return room > 0 ? std::pow(static_cast<double>(room), static_cast<double>(k) / 2) : 0.0;
+}
+
+template <class Real>
 typename TreeNodes<Real>::Share TreeNodes<Real>::shareAt(std::size_t k) const {
   const Level& level = levels_[k];
-  // Subtrees grow about like balls with the room that is left to them.
-  const auto weight = [&](Real coefficient) {
-    const Real factor = coefficient + level.offset;
-    const Real room = 1 - factor * factor * geometry_.squaredLengths[k] /
-                              std::max(radii_[k] - level.length, std::numeric_limits<Real>::min());
-    return room > 0 ? std::pow(static_cast<double>(room), static_cast<double>(k) / 2) : 0.0;
-  };
   constexpr Real reach = 50;
   double all = 0;
   double done = 0;
   for (Real c = std::max(level.least, level.chosen - reach);
        c <= std::min(level.most, level.chosen + reach); ++c) {
-    const double part = weight(c);
+    const double part = weight(k, c);
     all += part;
     if (c < level.up && c > level.down && c != level.chosen) done += part;
   }
   if (!(all > 0)) return {0, 1};
-  return {done / all, weight(level.chosen) / all};
+  return {done / all, weight(k, level.chosen) / all};
 }
 
 template class TreeNodes<double>;
