@@ -67,8 +67,8 @@ class Enumeration {
   /// Intersects the bounds of a coordinate with [lower, upper]; 0 <= coordinate < n. May be called
   /// from found() and progress(), and before a run.
   void narrow(std::size_t coordinate, const ZZ& lower, const ZZ& upper);
-  /// Nodes of all runs: a node is a choice of the coefficients of the last k >= 1 levels that was
-  /// tested.
+  /// Nodes of all runs: a node is a choice of the coefficients of the last k >= 1 rows that no test
+  /// has cut.
   std::uint64_t nodes() const;
 
  private:

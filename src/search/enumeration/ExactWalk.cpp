@@ -153,9 +153,9 @@ bool ExactWalk::visitSide(std::size_t k, const Node& node, const QQ& offset, QQ 
       if (settings_.pruning && child.length <= radius(rows_.size())) hasPruned_ = true;
       return true;
     }
-    if (!pace()) return false;
     addMultiple(child.direction, factor, directions_[k - 1]);
     if (isCut(child)) return true;
+    if (!pace()) return false;
     addMultiple(child.point, c, rows_[k - 1]);
     if (!visit(k - 1, child)) return false;
   }

@@ -13,6 +13,12 @@ namespace {
 /// Intervals wider than this are worth a linear program.
 constexpr double wideInterval = 12;
 
+/// In small dimensions, narrower intervals are worth some programs as well: a tree that needs more
+/// of them isn't small.
+constexpr double eagerInterval = 0.5;
+constexpr std::size_t eagerDimension = 20;
+constexpr std::size_t eagerPrograms = 64;
+
 }  // namespace
 
 template <class Real>
@@ -119,12 +125,14 @@ bool TreeNodes<Real>::isWide(std::size_t k, const Level& level) const {
   const Real half = std::sqrt(room / geometry_.squaredLengths[k]);
   const Real low = std::max(level.least, -level.offset - half);
   const Real high = std::min(level.most, half - level.offset);
-  return high - low > wideInterval;
+  const bool isEager = geometry_.dimension <= eagerDimension && programs_ < eagerPrograms;
+  return high - low > (isEager ? eagerInterval : wideInterval);
 }
 
 template <class Real>
 void TreeNodes<Real>::applyProgram(std::size_t k, Level& level) {
   using Program = CoefficientProgram<Real>;
+  ++programs_;
   if (greatest_[k] == nullptr) {
     greatest_[k] = std::make_unique<Program>(geometry_, k, Program::Sense::greatest);
     smallest_[k] = std::make_unique<Program>(geometry_, k, Program::Sense::least);
@@ -177,8 +185,8 @@ bool TreeNodes<Real>::advance(std::size_t k) {
       if (length <= fullRadius_) hasPruned_ = true;
       break;
     }
-    ++nodes_;
     if (length <= step(k, factor) + geometry_.slacks.hoelder) {
+      ++nodes_;
       level.chosen = coefficient;
       levels_[k - 1].length = length;
       return true;

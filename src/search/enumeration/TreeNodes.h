@@ -61,7 +61,7 @@ class TreeNodes {
   Real coordinate(std::size_t k, std::size_t j) const { return points_.at(k + 1, j); }
   Real lower(std::size_t j) const { return lower_.at(0, j); }
   Real upper(std::size_t j) const { return upper_.at(0, j); }
-  /// Children that were tested so far.
+  /// Children that weren't cut, of all levels k > 0, so far.
   std::uint64_t nodes() const { return nodes_; }
   /// Estimated size of the subtree of a child of the node that enter(k) was called at, relative to
   /// its siblings: subtrees grow about like balls with the radius that is left to them.
@@ -116,6 +116,8 @@ class TreeNodes {
   BlockRows<Real> points_;
   std::vector<Level> levels_;
   std::uint64_t nodes_ = 0;
+  /// Nodes whose interval was found by linear programs.
+  std::size_t programs_ = 0;
   /// Two per level, made on first use.
   std::vector<std::unique_ptr<CoefficientProgram<Real>>> greatest_;
   std::vector<std::unique_ptr<CoefficientProgram<Real>>> smallest_;
