@@ -6,6 +6,7 @@
 
 #include "search/enumeration/CosetReduction.h"
 #include "support/fixtures/CollectingVisitor.h"
+#include "support/fixtures/EquationCoset.h"
 #include "support/generators/CosetGenerators.h"
 #include "support/oracles/BoxPoints.h"
 
@@ -83,6 +84,20 @@ TEST(EnumerationFaults, WrongDirectionsAreSeen) {
   EXPECT_TRUE(isSeen(test::arbitraryCornerCoset(), [](Geometry& g) {
     for (std::size_t k = 0; k < g.dimension; ++k) g.directions.at(k, k % g.coordinates) *= 1 - 1e-3;
   }));
+}
+
+// The least solvable side of a knapsack has one solution, a corner of the linear programs.
+TEST(EnumerationFaults, TooTightProgramsAreSeen) {
+  const std::vector<ZZ> weights{ZZ(12223), ZZ(12224), ZZ(36674), ZZ(61119), ZZ(85569)};
+  const std::vector<ZZ> upper{ZZ(7334), ZZ(7333), ZZ(2444), ZZ(1466), ZZ(1047)};
+  auto coset = test::cosetOfEquations({weights}, {ZZ(89643482)}, std::vector<ZZ>(5), upper);
+  ASSERT_TRUE(coset.has_value());
+  ASSERT_TRUE(reduceCoset(*coset, [] { return true; }));
+  const auto count = [&](const Fault& fault) {
+    return test::pointsOf(*test::editedWalk<double>(*coset, fault)).size();
+  };
+  EXPECT_EQ(count([](Geometry&) {}), 1U);
+  EXPECT_EQ(count([](Geometry& g) { g.slacks.program = -0.01; }), 0U);
 }
 
 }  // namespace

@@ -43,6 +43,12 @@ BoxCoset drawCoset(int greatestLength) {
   const auto n = static_cast<std::size_t>(integer(0, greatestLength));
   const auto d = static_cast<std::size_t>(integer(0, static_cast<int>(n)));
   BoxCoset coset{rowsOf(d, n, 4), {}, {}, {}};
+  // Now and then Gram-Schmidt vectors of lengths that differ by millions.
+  if (integer(0, 3) == 0)
+    for (IntegerRow& row : coset.basis) {
+      const ZZ factor = pow(ZZ::ten(), ZZ(integer(0, 7))) + ZZ(integer(0, 9));
+      for (ZZ& entry : row) entry *= factor;
+    }
   skew(coset.basis, integer(0, 4), 3);
   const int least = integer(0, 19) == 0 ? -1 : 0;
   for (std::size_t j = 0; j < n; ++j) {
