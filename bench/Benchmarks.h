@@ -20,6 +20,9 @@ void registerOrthogonalise();
 void registerReduce();
 void registerNormalise();
 
+// bench/search
+void registerEnumerate();
+
 // bench/files
 void registerCheckStars();
 void registerReadStars();

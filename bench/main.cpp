@@ -18,6 +18,7 @@ void registerAll() {
   registerOrthogonalise();
   registerReduce();
   registerNormalise();
+  registerEnumerate();
   registerCheckStars();
   registerReadStars();
   registerWriteStars();

@@ -26,37 +26,40 @@ BoxCoset reduced(BoxCoset coset) {
   return coset;
 }
 
+/// Floating point may refuse a basis that is far from reduced.
+enum class Refusal { none, allowed };
+
 template <class Real>
-void checkFloating(const BoxCoset& coset, const Points& expected) {
+void checkFloating(const BoxCoset& coset, const Points& expected, Refusal refusal) {
   if (isEmptyBox(coset)) return;
   const auto walk = test::floatingWalk<Real>(coset);
-  RC_ASSERT(static_cast<bool>(walk));
-  RC_ASSERT(test::pointsOf(*walk) == expected);
+  RC_ASSERT(walk || refusal == Refusal::allowed);
+  if (walk) RC_ASSERT(test::pointsOf(*walk) == expected);
 }
 
-void checkAllWalks(const BoxCoset& coset, const Points& expected) {
-  checkFloating<double>(coset, expected);
-  checkFloating<long double>(coset, expected);
+void checkAllWalks(const BoxCoset& coset, const Points& expected, Refusal refusal) {
+  checkFloating<double>(coset, expected, refusal);
+  checkFloating<long double>(coset, expected, refusal);
   ExactWalk exact(coset);
   RC_ASSERT(test::pointsOf(exact) == expected);
 }
 
 RC_GTEST_PROP(Enumeration, FindsWhatBruteForceFinds, ()) {
   for (const BoxCoset& coset : *someOf(test::arbitraryCoset()))
-    checkAllWalks(coset, test::pointsByBruteForce(coset));
+    checkAllWalks(coset, test::pointsByBruteForce(coset), Refusal::allowed);
 }
 
 RC_GTEST_PROP(Enumeration, FindsTheSamePointsOfAReducedCoset, ()) {
   for (const BoxCoset& coset : *someOf(test::arbitraryCoset()))
-    checkAllWalks(reduced(coset), test::pointsByBruteForce(coset));
+    checkAllWalks(reduced(coset), test::pointsByBruteForce(coset), Refusal::none);
 }
 
 // Corners of the box lie exactly on the bounds of the cuts.
 RC_GTEST_PROP(Enumeration, FindsEveryCorner, ()) {
   const BoxCoset coset = *test::arbitraryCornerCoset();
   const Points expected = test::pointsByBruteForce(coset);
-  checkAllWalks(coset, expected);
-  checkAllWalks(reduced(coset), expected);
+  checkAllWalks(coset, expected, Refusal::allowed);
+  checkAllWalks(reduced(coset), expected, Refusal::none);
 }
 
 void checkStretched(int digits, bool reduces) {
@@ -118,8 +121,9 @@ void checkMinimum(std::unique_ptr<EnumerationWalk> walk, const BoxCoset& coset) 
 }
 
 RC_GTEST_PROP(Enumeration, NarrowingLeadsToTheMinimum, ()) {
-  for (const BoxCoset& coset : *someOf(test::arbitraryCoset())) {
-    if (coset.point.empty() || isEmptyBox(coset)) continue;
+  for (const BoxCoset& drawn : *someOf(test::arbitraryCoset())) {
+    if (drawn.point.empty() || isEmptyBox(drawn)) continue;
+    const BoxCoset coset = reduced(drawn);
     checkMinimum(test::floatingWalk<double>(coset), coset);
     checkMinimum(test::floatingWalk<long double>(coset), coset);
     checkMinimum(std::make_unique<ExactWalk>(coset), coset);
