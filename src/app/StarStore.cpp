@@ -8,6 +8,7 @@
 #include "files/ResultFile.h"
 #include "system/Console.h"
 #include "system/Exceptions.h"
+#include "system/Failure.h"
 
 namespace starsift {
 
@@ -43,15 +44,17 @@ StarStore::~StarStore() {
 }
 
 void StarStore::secureUnsaved() {
-  // A fatal report in here secures nothing, instead of coming here again.
   StarStore* const store = std::exchange(present, nullptr);
   if (store == nullptr || !store->hasNews(store->search_) || !rescueRemark().empty()) return;
+  // One fatal report is enough.
+  setFailureHandler([](std::string_view message) { throw GeneralException(std::string(message)); });
   try {
     store->take(store->search_);
     const RescueFile rescue(store->stars_);
   } catch (const GeneralException&) {
     // The lattice is broken in the middle of a step; what was saved before is on disk.
   }
+  setFailureHandler(nullptr);
 }
 
 bool StarStore::hasNews(const YLattice<long double>& search) const {
@@ -88,6 +91,7 @@ bool StarStore::save(const YLattice<long double>& search) {
   if (!saved && isAhead_) {
     secure(rescue);
     rescue->leave();
+    present = nullptr;
   } else if (rescue) {
     rescue->remove();
   }
