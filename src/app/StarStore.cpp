@@ -24,6 +24,8 @@ bool canWrite(const std::string& path) {
     return ResultFile(path).isOpen();
   } catch (const WriteException&) {
     return false;
+  } catch (const LinkException&) {
+    return false;
   }
 }
 
