@@ -3,7 +3,7 @@
 # Floors made so far, lowest first.
 set(STARSIFT_FLOORS)
 
-# starsift_add_floor(<floor> [BESIDE <floor>] [LINKS <target>...])
+# starsift_add_floor(<floor> [BESIDE <floor> [INTERNAL]] [LINKS <target>...])
 #
 # Makes starsift_<floor> from all sources in src/<floor>/ and its rooms, linked to the floor
 # below and to LINKS. A floor BESIDE the house stands on the one named, no other floor
@@ -11,7 +11,7 @@ set(STARSIFT_FLOORS)
 # without what it links. The template bodies in *.inl are installed with the headers.
 # A floor without sources is an interface library, one without files is skipped.
 function(starsift_add_floor floor)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "BESIDE" "LINKS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "INTERNAL" "BESIDE" "LINKS")
   set(folder "${PROJECT_SOURCE_DIR}/src/${floor}")
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${folder}/*.cpp")
   file(GLOB_RECURSE headers CONFIGURE_DEPENDS "${folder}/*.h")
@@ -56,6 +56,9 @@ function(starsift_add_floor floor)
   endif()
   target_link_libraries(${target} ${scope} ${arg_LINKS})
 
+  if(arg_INTERNAL)
+    return()
+  endif()
   install(TARGETS ${target} EXPORT ${export}
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
     FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/starsift" COMPONENT development
@@ -106,6 +109,26 @@ function(starsift_add_app)
       target_link_libraries(${name}_program PRIVATE ${links})
     endif()
   endforeach()
+endfunction()
+
+# starsift_add_port()
+#
+# The room src/app/port/: the program starport with its main in starport.cpp. The rest is the library
+# starsift_port, on the floor models, which the other programs don't link.
+function(starsift_add_port)
+  set(folder "${PROJECT_SOURCE_DIR}/src/app/port")
+  file(GLOB sources CONFIGURE_DEPENDS "${folder}/*.cpp")
+  file(GLOB headers CONFIGURE_DEPENDS "${folder}/*.h")
+  list(REMOVE_ITEM sources "${folder}/starport.cpp")
+  add_library(starsift_port STATIC ${sources})
+  set_property(GLOBAL APPEND PROPERTY STARSIFT_HEADERS ${headers})
+  set_property(GLOBAL APPEND PROPERTY STARSIFT_LIBRARIES starsift_port)
+  target_link_libraries(starsift_port PUBLIC starsift_models starsift_app)
+  starsift_precompile(starsift_port sources "${PROJECT_SOURCE_DIR}/cmake/SystemHeaders.h")
+  add_executable(starport_program "${folder}/starport.cpp")
+  set_target_properties(starport_program PROPERTIES OUTPUT_NAME starport)
+  target_compile_definitions(starport_program PRIVATE STARSIFT_VERSION="${PROJECT_VERSION}")
+  target_link_libraries(starport_program PRIVATE starsift_port)
 endfunction()
 
 # starsift_add_header_check()

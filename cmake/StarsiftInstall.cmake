@@ -36,6 +36,7 @@ install(FILES
   "${PROJECT_BINARY_DIR}/starsiftConfig.cmake"
   "${PROJECT_BINARY_DIR}/starsiftConfigVersion.cmake"
   cmake/FindGMP.cmake
+  cmake/FindACL.cmake
   cmake/FindMPFR.cmake
   DESTINATION "${package_dir}" COMPONENT development)
 

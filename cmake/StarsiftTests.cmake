@@ -20,21 +20,32 @@ if(STARSIFT_SANITIZE)
   set(problem_count 100)
 endif()
 
-# Generators, oracles and macros for all test programs. It names no floor to
+# What runs long is in the libraries and the oracles. Optimising what the test frameworks instantiate
+# would take most of the time of a build.
+set(test_options -O0 -g1 -U_FORTIFY_SOURCE)
+
+# Oracles, generators and fixtures for all test programs. They name no floor to
 # link: each test program adds its own, and members for higher floors stay out.
-file(GLOB_RECURSE support_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/support/*.cpp")
-if(support_sources)
-  set(support_scope PUBLIC)
-  add_library(starsift_test_support STATIC ${support_sources})
-else()
-  set(support_scope INTERFACE)
-  add_library(starsift_test_support INTERFACE)
-endif()
-target_include_directories(starsift_test_support ${support_scope}
-  "${PROJECT_SOURCE_DIR}/src" "${PROJECT_SOURCE_DIR}/tests")
-target_link_libraries(starsift_test_support ${support_scope}
-  rapidcheck_gtest GTest::gmock GTest::gtest)
-starsift_precompile(starsift_test_support sources "${PROJECT_SOURCE_DIR}/cmake/SystemHeaders.h")
+function(starsift_add_test_support name)
+  add_library(${name} STATIC ${ARGN})
+  target_include_directories(${name} PUBLIC
+    "${PROJECT_SOURCE_DIR}/src" "${PROJECT_SOURCE_DIR}/tests")
+  target_link_libraries(${name} PUBLIC rapidcheck_gtest GTest::gmock GTest::gtest)
+endfunction()
+
+file(GLOB oracle_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/support/oracles/*.cpp")
+starsift_add_test_support(starsift_test_oracles ${oracle_sources})
+starsift_precompile(starsift_test_oracles sources "${PROJECT_SOURCE_DIR}/cmake/SystemHeaders.h")
+
+file(GLOB support_sources CONFIGURE_DEPENDS
+  "${PROJECT_SOURCE_DIR}/tests/support/generators/*.cpp"
+  "${PROJECT_SOURCE_DIR}/tests/support/fixtures/*.cpp")
+starsift_add_test_support(starsift_test_support ${support_sources})
+# With the options of a program, so that it shares what the programs precompile.
+set_target_properties(starsift_test_support PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+target_compile_options(starsift_test_support PRIVATE -fPIE ${test_options})
+target_link_libraries(starsift_test_support PUBLIC starsift_test_oracles)
+starsift_precompile(starsift_test_support tests "${PROJECT_SOURCE_DIR}/cmake/TestHeaders.h")
 
 # starsift_add_gtest(<name> <folder> <floor library> [SHARDS <count>] [COST <cost>])
 #
@@ -57,9 +68,7 @@ function(starsift_add_gtest name folder library)
   add_executable(${name} ${sources})
   target_include_directories(${name} PRIVATE "${folder}")
   target_link_libraries(${name} PRIVATE starsift_test_support ${library} GTest::gmock_main)
-  # What runs long is in the libraries. Optimising the macros of the test
-  # framework would take most of the time of a sanitizer build.
-  target_compile_options(${name} PRIVATE -O0 -g1 -U_FORTIFY_SOURCE)
+  target_compile_options(${name} PRIVATE ${test_options})
   starsift_precompile(${name} tests "${PROJECT_SOURCE_DIR}/cmake/TestHeaders.h")
   # A fixed seed: the same tree gives the same verdict. Run the program by hand
   # for a new seed each time.
@@ -76,7 +85,7 @@ function(starsift_add_gtest name folder library)
   endforeach()
 endfunction()
 
-foreach(floor IN LISTS STARSIFT_FLOORS ITEMS certificates app)
+foreach(floor IN LISTS STARSIFT_FLOORS ITEMS certificates models app)
   set(size)
   if(floor MATCHES "^(core|numbers|lattice|certificates)$")
     # Half a minute and more each under sanitizers.
@@ -85,11 +94,16 @@ foreach(floor IN LISTS STARSIFT_FLOORS ITEMS certificates app)
   starsift_add_gtest(unit_${floor} "${PROJECT_SOURCE_DIR}/tests/unit/${floor}" starsift_${floor}
     ${size})
 endforeach()
+target_compile_definitions(unit_models PRIVATE
+  STARSIFT_CORNER_FILES="${PROJECT_SOURCE_DIR}/tests/models"
+  STARSIFT_SOLVER_FILES="${PROJECT_SOURCE_DIR}/tests/solutions")
 # These judge bases by certificates.
 target_link_libraries(unit_lattice PRIVATE starsift_certificates)
 starsift_add_gtest(property "${PROJECT_SOURCE_DIR}/tests/property" starsift_app
   SHARDS 4 COST 50)
 target_link_libraries(property PRIVATE starsift_certificates)
+starsift_add_gtest(property_models "${PROJECT_SOURCE_DIR}/tests/property/models" starsift_models
+  COST 20)
 # Its fail() throws: see ThrowingFailure.h there.
 starsift_add_gtest(property_fatal "${PROJECT_SOURCE_DIR}/tests/property/fatal" starsift_app
   SHARDS 10 COST 100)
@@ -113,8 +127,8 @@ if(STARSIFT_SANITIZE)
 endif()
 
 if(TARGET starsift_program AND TARGET starseek_program)
-  # The commands are called by their path, so building one must build the other.
-  add_dependencies(starsift_program starseek_program)
+  # The commands are called by their path, so building one must build the others.
+  add_dependencies(starsift_program starseek_program starport_program)
   starsift_add_script_test(cases ${python} tests/run-cases ${program} --jobs 2 ${memory_limit})
   set_tests_properties(cases PROPERTIES PROCESSORS 2 COST 1000)
   starsift_add_script_test(examples ${python} tools/check-examples ${program})

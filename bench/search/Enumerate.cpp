@@ -3,6 +3,7 @@
 // the error bounds.
 #include "search/enumeration/Enumeration.h"
 
+#include <functional>
 #include <random>
 
 #include "Benchmarks.h"
@@ -51,18 +52,26 @@ BoxCoset frobenius() {
   return *test::cosetOfEquations({weights}, {ZZ(89643481)}, std::vector<ZZ>(5), upper);
 }
 
-void addEnumeration(const std::string& name, BoxCoset coset) {
-  add("reduce_coset", name, "enumeration", [coset](State& state) {
+void reduceToEnd(BoxCoset& coset) {
+  reduceCoset(coset, [] { return true; });
+}
+
+void addEnumeration(const std::string& name, const std::function<BoxCoset()>& make) {
+  add("reduce_coset", name, "enumeration", [make](State& state) {
+    const BoxCoset coset = make();
     for (auto _ : state) {
       BoxCoset copy(coset);
-      benchmark::DoNotOptimize(reduceCoset(copy, [] { return true; }));
+      reduceToEnd(copy);
     }
   })->Unit(benchmark::kMillisecond);
-  reduceCoset(coset, [] { return true; });
-  add("prepare_tree", name, "enumeration", [coset](State& state) {
+  add("prepare_tree", name, "enumeration", [make](State& state) {
+    BoxCoset coset = make();
+    reduceToEnd(coset);
     for (auto _ : state) benchmark::DoNotOptimize(Enumeration(coset).nodes());
   })->Unit(benchmark::kMillisecond);
-  add("enumerate", name, "enumeration", [coset](State& state) {
+  add("enumerate", name, "enumeration", [make](State& state) {
+    BoxCoset coset = make();
+    reduceToEnd(coset);
     Enumeration enumeration(coset);
     CountingVisitor visitor;
     for (auto _ : state) enumeration.run(visitor, {});
@@ -74,8 +83,8 @@ void addEnumeration(const std::string& name, BoxCoset coset) {
 
 void registerEnumerate() {
   for (const std::size_t m : {4, 5, 6})
-    addEnumeration("market_split_" + std::to_string(m), marketSplit(m));
-  addEnumeration("frobenius", frobenius());
+    addEnumeration("market_split_" + std::to_string(m), [m] { return marketSplit(m); });
+  addEnumeration("frobenius", frobenius);
 }
 
 }  // namespace starsift::bench

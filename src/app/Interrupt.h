@@ -1,9 +1,9 @@
-// SIGHUP, SIGINT and SIGTERM as requests to end.
+// SIGINT, SIGTERM and SIGHUP (a terminal that is closed) as requests to end.
 #pragma once
 
 namespace starsift {
 
-/// From now on the first SIGHUP, SIGINT or SIGTERM is only stored, and the next one ends the process at
+/// From now on the first of these signals is only stored, and the next one ends the process at
 /// once, unless it comes within half a second: timeout(1) sends its signal twice. A signal that
 /// is ignored stays ignored.
 void rememberInterrupts();

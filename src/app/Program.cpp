@@ -1,5 +1,8 @@
 #include "app/Program.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cstdlib>
 #include <exception>
 #include <iostream>
@@ -35,6 +38,15 @@ std::string_view nameOf(std::string_view path) {
 }
 
 }  // namespace
+
+void prepareProgram() {
+  // Open for reading, so that writing fails as it did.
+  int descriptor = 0;
+  while (descriptor >= 0 && descriptor <= STDERR_FILENO) descriptor = open("/dev/null", O_RDONLY);
+  if (descriptor > STDERR_FILENO) close(descriptor);
+  failWithoutMemory();
+  nameUncaughtExceptions();
+}
 
 void nameUncaughtExceptions() {
   std::set_terminate(reportUncaught);

@@ -1,72 +1,88 @@
 #include "app/RescueFile.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <cstdlib>
-#include <fstream>
 #include <iostream>
+#include <string_view>
 
 #include "system/Console.h"
+#include "system/Exceptions.h"
 #include "system/Signals.h"
+#include "system/WholeWrite.h"
 
 namespace starsift {
 
 namespace {
 
-/// Name of the present rescue file; empty if there is none.
-std::string& presentName() {
-  static std::string name;
-  return name;
+constexpr const char* suffix = ".found";
+/// Bytes of a name that leave room for what is added to it.
+constexpr std::size_t longestName = 240;
+constexpr mode_t ownersMode = 0600;
+
+/// Path of the present rescue file; empty if there is none.
+std::string& presentPath() {
+  static std::string path;
+  return path;
 }
 
-/// The name of a new empty file beside `path`; empty if none can be created.
-std::string createdBeside(const std::string& path) {
-  std::string name = path + ".found.XXXXXX";
-  const int descriptor = mkostemp(name.data(), O_CLOEXEC);
-  if (descriptor < 0) return "";
-  close(descriptor);
-  return name;
+/// The part of a path up to its last slash, and the name after it.
+std::string folderOf(const std::string& path) {
+  return path.substr(0, path.rfind('/') + 1);
 }
-
-/// False if the text can't be written; that isn't fatal here.
-bool writeFile(const std::string& path, const std::string& text) {
-  const SizeSignalIgnored ignored;
-  std::ofstream file(path);
-  file << text;
-  file.close();
-  return !file.fail();
+std::string nameOf(const std::string& path) {
+  return path.substr(path.rfind('/') + 1);
 }
 
 }  // namespace
 
 RescueFile::RescueFile(const YSolutionFile& stars) {
   if (!stars.hasStars()) return;
-  name_ = createdBeside(stars.path());
-  if (name_.empty()) return;
-  if (writeFile(name_, stars.text()))
-    presentName() = name_;
-  else
-    remove();
+  const std::string text = stars.text();
+  const std::string& path = stars.path();
+  if (!write(path, text)) write(nameOf(path), text);
+}
+
+bool RescueFile::write(const std::string& path, std::string_view text) {
+  const SizeSignalIgnored ignored;
+  try {
+    // In the folder that the user has named, not where a link from there leads.
+    place_.emplace(path + suffix);
+  } catch (const LinkException&) {
+    return false;
+  }
+  if (!place_->isReachable()) return false;
+  const std::string prefix = nameOf(path).substr(0, longestName) + suffix + '.';
+  Descriptor file = place_->create(prefix, ownersMode, name_);
+  if (!file.isOpen()) {
+    name_.clear();
+    return false;
+  }
+  // Written through the descriptor: by its name the file could be another one by now.
+  const bool whole = writeAll(file.number(), text) && syncFile(file.number());
+  if (file.close() && whole) {
+    presentPath() = folderOf(path) + name_;
+    return true;
+  }
+  remove();
+  return false;
 }
 
 void RescueFile::remove() {
   if (name_.empty()) return;
-  unlink(name_.c_str());
+  place_->unlinkBeside(name_);
   name_.clear();
-  presentName().clear();
+  presentPath().clear();
 }
 
 void RescueFile::leave() {
-  if (name_.empty()) return;
-  std::cerr << "*** " << rescueRemark() << endLine();
+  std::cerr << "*** "
+            << (name_.empty() ? "The stars of this search are in its report only" : rescueRemark())
+            << endLine();
   stampOutputTime();
   name_.clear();
-  presentName().clear();
+  presentPath().clear();
 }
 
 std::string rescueRemark() {
-  return presentName().empty() ? "" : "The stars of this search are in " + presentName() + '.';
+  return presentPath().empty() ? "" : "The stars of this search are in " + presentPath() + '.';
 }
 
 }  // namespace starsift

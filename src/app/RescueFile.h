@@ -1,10 +1,12 @@
-// A copy of the stars beside their file while that file is read again: reading it may end the
-// process by a fatal report.
+// A copy of the stars of a search where their file can't have them: beside that file, or in the
+// current folder.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "files/YSolutionFile.h"
+#include "system/FilePlace.h"
 
 namespace starsift {
 
@@ -12,18 +14,24 @@ namespace starsift {
 /// exception or a signal; only remove() removes it. There is at most one at a time.
 class RescueFile {
  public:
-  /// Writes the stars beside their file. Without stars, or if no file can be written, there is
-  /// no rescue file.
+  /// Writes the stars beside their file or, if that fails, in the current folder. Without stars,
+  /// or if no file can be written, there is no rescue file.
   explicit RescueFile(const YSolutionFile& stars);
   RescueFile(const RescueFile&) = delete;
   RescueFile& operator=(const RescueFile&) = delete;
 
   /// Removes the file: the stars are in their own file.
   void remove();
-  /// Keeps the file, as the stars are nowhere else, and names it on the error stream.
+  /// Keeps the file, as the stars are nowhere else, and names it on the error stream; says so if
+  /// there is none.
   void leave();
 
  private:
+  /// False if the text can't be written to a new file "PATH.found.XXXXXX".
+  bool write(const std::string& path, std::string_view text);
+
+  std::optional<FilePlace> place_;
+  /// In the folder of the place; empty if there is no file.
   std::string name_;
 };
 

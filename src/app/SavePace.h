@@ -19,6 +19,9 @@ class SavePace {
     next_ = end + pausePerSave * (end - start);
   }
 
+  /// Reports at `now` that a write could not be made; it is due again after a second.
+  void postponed(Clock::time_point now) { next_ = now + std::chrono::seconds(1); }
+
  private:
   /// As a multiple of the duration of the last write.
   static constexpr int pausePerSave = 10;

@@ -44,7 +44,7 @@ void SearchWatch::onStep(const PassCounts& counts) {
 }
 
 void SearchWatch::look() {
-  if (store_ != nullptr && store_->isDue(lattice_)) store_->save(lattice_);
+  if (store_ != nullptr && store_->isDue(lattice_)) store_->trySave(lattice_);
   if (interrupted() != 0) throw SearchEnded(SearchEnd::interrupt);
   const auto now = StatusLine::Clock::now();
   if (timeLimit_ > 0 && now - start_ >= std::chrono::duration<long double>(timeLimit_))

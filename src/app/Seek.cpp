@@ -62,6 +62,7 @@ SearchEnd Seek::run() {
   setEquationsExact(equationsAreExact_);
   limited_ = isLimited(lattice_);
   StarStore store(lattice_);
+  store.tellIfReadOnly();
   watch_.setStore(store);
   decide_.emplace(lattice_, watch_, store, options_);
   // The store has copied the problem as read, by which stars are judged.
@@ -69,8 +70,7 @@ SearchEnd Seek::run() {
   lattice_.tryStandardPrecision();
   lattice_.beginSearch(watch_, watch_.elapsed());
   const SearchEnd end = search();
-  // Before the lattice is saved: a file that can't be written is fatal.
-  store.save(lattice_);
+  starsFiled_ = store.save(lattice_);
   conclude(end);
   writeStatistics(end);
   const bool anyStars = store.report(report_);
@@ -79,6 +79,7 @@ SearchEnd Seek::run() {
   writeVerdict(report_, ended);
   if (options_.json) report_ << jsonLine(ended) << endLine();
   stampOutputTime();
+  if (!starsFiled_) saveLastLattice(end);
   return end;
 }
 
@@ -151,9 +152,14 @@ void Seek::conclude(SearchEnd end) {
   lattice_.endSearch();
   // A step that was interrupted has left its console blocks open.
   setConsoleDepth(0);
+  // A lattice that can't be written is fatal, and the stars may be in the report only.
+  if (starsFiled_) saveLastLattice(end);
+  if (!lattice_.stopped()) writeStatus();
+}
+
+void Seek::saveLastLattice(SearchEnd end) {
   try {
     lattice_.saveLattice();
-    if (!lattice_.stopped()) writeStatus();
   } catch (const PrecisionException&) {
     // The numbers that ended the search can also prevent saving its lattice.
     if (end != SearchEnd::overflow) throw;

@@ -31,6 +31,9 @@ class Seek {
   /// Reads problem and stars, searches, and writes the results.
   SearchEnd run();
 
+  /// All solutions that run() has found are in the solution file.
+  bool starsFiled() const { return starsFiled_; }
+
  private:
   SearchEnd search();
   void searchLattices();
@@ -40,6 +43,7 @@ class Seek {
   void saveLattice();
   void conclude(SearchEnd end);
   void writeStatus();
+  void saveLastLattice(SearchEnd end);
   void writeStatistics(SearchEnd end);
   SearchResult result(const StarStore& store, bool anyStars) const;
   bool isOver() const;
@@ -59,6 +63,7 @@ class Seek {
   bool rowsContradict_ = false;
   /// Limits the writes of the lattice file: some problems restart a thousand times a second.
   SavePace latticePace_;
+  bool starsFiled_ = true;
   /// Restarts since the last new solution, and the number of solutions then.
   Index fruitless_ = 0;
   Index solutionsBefore_ = 0;

@@ -1,5 +1,8 @@
 #include "app/Sift.h"
 
+#include "app/SolutionLock.h"
+#include "system/Failure.h"
+
 namespace starsift {
 
 void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::ostream& report) {
@@ -8,6 +11,8 @@ void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::
   lattice.useExtendedPrecision();
   lattice.readOpt();
   lattice.tryStandardPrecision();
+  const SolutionLock lock(solFile, Patience::whileHolderWorks);
+  if (!lock.isGranted()) fail("Could not lock file: " + solFile);
   lattice.readStarsExactly(StarReading::append);
   lattice.checkStars();
   tidyStars(lattice);

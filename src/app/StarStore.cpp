@@ -1,35 +1,78 @@
 #include "app/StarStore.h"
 
+#include <iostream>
+#include <optional>
 #include <utility>
 
-#include "app/FolderLock.h"
-#include "app/RescueFile.h"
 #include "app/Sift.h"
+#include "files/ResultFile.h"
+#include "system/Console.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
+
+namespace {
+
+void tell(const std::string& text) {
+  std::cerr << "*** " << text << endLine();
+  stampOutputTime();
+}
+
+bool canWrite(const std::string& path) {
+  try {
+    return ResultFile(path).isOpen();
+  } catch (const WriteException&) {
+    return false;
+  }
+}
+
+}  // namespace
 
 StarStore::StarStore(const YLattice<long double>& search, std::function<Clock::time_point()> now)
     : now_(std::move(now)) {
   search.withLive([this](const auto& lattice) { stars_.takeProblem(lattice.file); });
-  // Without a known identity the file counts as written by others.
-  if (search.params().bench > 0) return;
-  known_ = fileIdentity(stars_.path());
-  readFile();
+  // A file that was not read counts as written by others.
+  if (search.params().bench <= 0) stars_.mergeFile();
 }
 
 bool StarStore::hasNews(const YLattice<long double>& search) const {
-  return search.lastFiled() > taken_ || added_.isSet();
+  return isAhead_ || search.lastFiled() > taken_ || added_.isSet();
 }
 
 bool StarStore::isDue(const YLattice<long double>& search) const {
   return hasNews(search) && pace_.isDue(now_());
 }
 
-void StarStore::save(const YLattice<long double>& search) {
+void StarStore::tellIfReadOnly() const {
+  if (canWrite(stars_.path())) return;
+  tell("File " + stars_.path() +
+       " can't be written: what is found will be in a file of its own, or in the report only");
+}
+
+void StarStore::trySave(const YLattice<long double>& search) {
   const auto start = now_();
   take(search);
-  replaceFile();
-  pace_.saved(start, now_());
+  std::optional<RescueFile> rescue;
+  const bool saved = replaceFile(Patience::none, rescue);
+  // The stars are still in memory.
+  if (rescue) rescue->remove();
+  if (saved)
+    pace_.saved(start, now_());
+  else
+    pace_.postponed(now_());
+}
+
+bool StarStore::save(const YLattice<long double>& search) {
+  take(search);
+  std::optional<RescueFile> rescue;
+  const bool saved = replaceFile(Patience::whileHolderWorks, rescue);
+  if (!saved && isAhead_) {
+    secure(rescue);
+    rescue->leave();
+  } else if (rescue) {
+    rescue->remove();
+  }
+  return !isAhead_;
 }
 
 void StarStore::add(const Star<QQ>& star) {
@@ -41,31 +84,44 @@ bool StarStore::report(std::ostream& stream) {
   return stars_.hasStars();
 }
 
-void StarStore::readFile() {
-  const Index known = stars_.starCount();
-  stars_.readStarsExactly();
-  stars_.checkStars(known + 1);
+bool StarStore::replaceFile(Patience patience, std::optional<RescueFile>& rescue) {
   tidyStars(stars_);
+  const SolutionLock lock(stars_.path(), patience, [&] { secure(rescue); });
+  if (!lock.isGranted()) return false;
+  try {
+    if (mergeAndWrite(rescue) != Commit::written) return false;
+  } catch (const WriteException& exception) {
+    tellOnce(exception.message());
+    return false;
+  } catch (const LinkException& exception) {
+    tellOnce(exception.message());
+    return false;
+  }
+  isAhead_ = false;
+  return true;
 }
 
-void StarStore::replaceFile() {
-  const FolderLock lock(stars_.path());
-  tidyStars(stars_);
-  if (fileIdentity(stars_.path()) == known_) {
-    known_ = stars_.write().identity;
-    return;
+Commit StarStore::mergeAndWrite(std::optional<RescueFile>& rescue) {
+  Commit commit = stars_.writeIfCurrent();
+  for (int i = 0; i < mergeLimit && commit == Commit::changed; ++i) {
+    // A file in a fatal form ends the process.
+    secure(rescue);
+    stars_.mergeFile();
+    commit = stars_.writeIfCurrent();
   }
-  RescueFile rescue(stars_);
-  readFile();
-  const WrittenFile written = stars_.write();
-  known_ = written.identity;
-  if (written.isWritten)
-    rescue.remove();
-  else
-    rescue.leave();
+  return commit;
+}
+
+void StarStore::secure(std::optional<RescueFile>& rescue) const {
+  if (!rescue) rescue.emplace(stars_);
+}
+
+void StarStore::tellOnce(const std::string& message) {
+  if (std::exchange(told_, message) != message) tell(message);
 }
 
 void StarStore::take(const YLattice<long double>& search) {
+  isAhead_ = hasNews(search);
   stars_.addStars(search.starsFiledAfter(taken_), search.problemNumber());
   taken_ = search.lastFiled();
   stars_.addStars(std::exchange(added_, {}), search.problemNumber());

@@ -6,10 +6,11 @@
 #include <optional>
 #include <string>
 
+#include "app/RescueFile.h"
 #include "app/SavePace.h"
+#include "app/SolutionLock.h"
 #include "files/YSolutionFile.h"
 #include "lattice/YLattice.h"
-#include "system/FileIdentity.h"
 
 namespace starsift {
 
@@ -19,8 +20,8 @@ namespace starsift {
 /// checked again; stars from the file are.
 ///
 /// Others may write the file during the search: another search, starsift, a user. Before the
-/// next write such a file is read again, checked and merged. If its form is fatal, it stays
-/// unchanged, and the stars are in a file beside it (see RescueFile.h).
+/// next write such a file is read again, checked and merged, under a lock (see SolutionLock.h). If
+/// its form is fatal, it stays unchanged, and the stars are in a file beside it (see RescueFile.h).
 ///
 /// The written file is in the canonical form of starsift, by the same steps.
 class StarStore {
@@ -32,13 +33,22 @@ class StarStore {
   explicit StarStore(const YLattice<long double>& search,
                      std::function<Clock::time_point()> now = Clock::now);
 
-  /// The search has filed solutions that are not in the store yet.
+  /// The search has filed solutions that are not in the file yet.
   bool hasNews(const YLattice<long double>& search) const;
   /// The same, and the pause after the last write is over (see SavePace.h).
   bool isDue(const YLattice<long double>& search) const;
 
-  /// Adds the new solutions of the search and writes the file.
-  void save(const YLattice<long double>& search);
+  /// Says on the error stream that the file can't be written, if that shows before the search.
+  void tellIfReadOnly() const;
+
+  /// Adds the new solutions of the search and writes the file, unless others hold its lock or it
+  /// can't be written: a word about that comes once, and the solutions stay unsaved for now.
+  void trySave(const YLattice<long double>& search);
+  /// Adds the new solutions of the search and writes the file; waits for its lock. If the file
+  /// can't be had or written, solutions of this search that aren't in it go to a file of their
+  /// own (see RescueFile.h), or stay in memory for the report, with a word. Returns whether all
+  /// are in the file.
+  bool save(const YLattice<long double>& search);
 
   /// Adds a judged star, found without the lattice, to the news.
   void add(const Star<QQ>& star);
@@ -50,19 +60,26 @@ class StarStore {
 
  private:
   void take(const YLattice<long double>& search);
-  void replaceFile();
-  /// Adds the right stars of the file.
-  void readFile();
+  /// Writes all stars under the lock. Makes a rescue file before anything that may end the process
+  /// or takes long. False if the file isn't written.
+  bool replaceFile(Patience patience, std::optional<RescueFile>& rescue);
+  /// Writes all stars; merges the file first if others have written it, and again if they do so
+  /// meanwhile. Throws as writeStars().
+  Commit mergeAndWrite(std::optional<RescueFile>& rescue);
+  void secure(std::optional<RescueFile>& rescue) const;
+  void tellOnce(const std::string& message);
 
   std::function<Clock::time_point()> now_;
   YSolutionFile stars_;
-  /// The file as it was last read or written here; nothing before that, or without a file.
-  std::optional<FileIdentity> known_;
   /// The number of the last solution that was added from the search.
   Index taken_ = 0;
   /// Stars by add() that aren't among stars_ yet.
   Array<Star<QQ>> added_;
   SavePace pace_;
+  /// Stars of this search are in the store and not in the file.
+  bool isAhead_ = false;
+  /// The last word about a file that can't be written.
+  std::string told_;
 };
 
 }  // namespace starsift

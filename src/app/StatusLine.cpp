@@ -44,7 +44,10 @@ ClearedStream::ClearedStream(std::ostream& stream, StatusLine& line)
     : stream_(stream), target_(stream.rdbuf(this)), line_(line) {}
 
 ClearedStream::~ClearedStream() {
+  // A new buffer clears the state, and with it that a write has failed.
+  const std::ios::iostate state = stream_.rdstate();
   stream_.rdbuf(target_);
+  stream_.setstate(state);
 }
 
 ClearedStream::int_type ClearedStream::overflow(int_type character) {

@@ -56,8 +56,9 @@ int seek(YLattice<long double>& lattice, const SeekOptions& options,
   const ClearedStream output(std::cout, line);
   const ClearedStream errors(std::cerr, line);
   SearchWatch watch(lattice, line, start);
-  const SearchEnd end = Seek(lattice, watch, options, std::cout).run();
-  return end == SearchEnd::overflow ? EXIT_FAILURE : EXIT_SUCCESS;
+  Seek search(lattice, watch, options, std::cout);
+  const SearchEnd end = search.run();
+  return end == SearchEnd::overflow || !search.starsFiled() ? EXIT_FAILURE : EXIT_SUCCESS;
 }
 
 /// The command, started at `start`; returns its exit status.
@@ -95,7 +96,7 @@ int runCommand(std::span<char* const> arguments, StatusLine::Clock::time_point s
 /// Usage: starseek [--name=value ...] file.opt.
 int main(int count, char** arguments) {
   const auto start = starsift::StatusLine::Clock::now();
-  starsift::nameUncaughtExceptions();
+  starsift::prepareProgram();
   // Before the lattice is made: its locks are files that no other program removes.
   starsift::rememberInterrupts();
   starsift::unlinkSemaphoresOnSignals();

@@ -12,18 +12,18 @@
 
 /// Usage: starsift file.sol. Of two arguments the last one counts.
 int main(int count, char** arguments) {
-  starsift::nameUncaughtExceptions();
+  starsift::prepareProgram();
   const std::string solFile = count > 1 ? arguments[count - 1] : "";
   if (count < 2 || count > 3 || !starsift::endsWith(solFile, ".sol")) {
     starsift::printUsage(count > 0 ? arguments[0] : "", "*.sol");
-    return EXIT_FAILURE;
+    return starsift::statusOfOutput(EXIT_FAILURE);
   }
   starsift::unlinkSemaphoresOnSignals();
   // Never destroyed: the process ends, and freeing the stars one by one takes as long as sorting
   // them.
-  static auto& lattice = *new starsift::YLattice<long double>;
+  static auto& lattice = *starsift::unwinding([] { return new starsift::YLattice<long double>; });
   starsift::unwinding([&solFile] { starsift::siftStars(lattice, solFile, std::cout); });
   std::cout << starsift::endLine();
   starsift::stampOutputTime();
-  return EXIT_SUCCESS;
+  return starsift::statusOfOutput(EXIT_SUCCESS);
 }

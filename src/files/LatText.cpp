@@ -11,6 +11,9 @@ namespace starsift {
 
 namespace {
 
+/// A file that is replaced by others so often in a row is left to them.
+constexpr int writeTries = 10;
+
 constexpr const char* legend = "// B -- l, r -- c, R -- lx, rx -- tuse, lrtu -- rtime";
 
 /// The text with fileDigits; a stream would print a rational at its own precision.
@@ -43,9 +46,13 @@ std::string latText(const LatticeData<T>& data) {
 
 void writeLat(const std::string& path, const std::string& text) {
   const DeferredSignals deferred;
-  ResultFile file(path);
-  file.write(text);
-  file.commit();
+  Commit commit = Commit::changed;
+  // Of two that write at once one is the last, and its lattice is as good as the other's.
+  for (int i = 0; i < writeTries && commit == Commit::changed; ++i) {
+    ResultFile file(path);
+    file.write(text);
+    commit = file.commit();
+  }
 }
 
 template std::string latText(const LatticeData<long double>&);

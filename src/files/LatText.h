@@ -35,7 +35,7 @@ template <class T>
 std::string latText(const LatticeData<T>& data);
 
 /// Writes `text` to `path`. SIGINT and SIGTERM are deferred until the file is complete. A file
-/// that can't be opened is left unchanged; see ResultFile.h.
+/// that can't be opened is left unchanged. Throws WriteException and LinkException as ResultFile.
 void writeLat(const std::string& path, const std::string& text);
 
 extern template std::string latText(const LatticeData<long double>&);

@@ -9,15 +9,30 @@
 #include <string>
 #include <string_view>
 
+#include "system/Descriptor.h"
 #include "system/FileIdentity.h"
+#include "system/FilePlace.h"
+#include "system/UnfinishedFile.h"
 #include "text/InputText.h"
 
 namespace starsift {
 
+/// What became of a new text.
+enum class Commit {
+  /// It is in the file.
+  written,
+  /// Nothing: the file can't be opened for writing, or the text was committed before.
+  closed,
+  /// Nothing: the file at the path isn't the expected one.
+  changed,
+};
+
 /// The new content of one file, written piece by piece and put in place at the
-/// end. Paths are followed through symbolic links; mode and owner stay. A path
-/// that can't be opened for writing, or isn't a regular file, is left unchanged without
-/// a report. Any failure to write the text whole is fatal, "Could not write file: "
+/// end. Paths are followed through symbolic links, as FilePlace does; mode, access list and owner
+/// stay. A path that can't be opened for writing, or isn't a regular file, is left unchanged
+/// without a report, and so is a file that somebody else has written or replaced since it was
+/// read: its identity is compared after everything else is done, immediately before it is
+/// replaced. Any failure to write the text whole throws WriteException, "Could not write file: "
 /// and the path: the old file stays, the new one is removed.
 ///
 /// If no file can be created beside the old one, or none with its owner and
@@ -25,11 +40,15 @@ namespace starsift {
 /// memory.
 class ResultFile {
  public:
-  explicit ResultFile(std::string path);
+  /// The file to be replaced is the one that is at the path now. LinkException as FilePlace.
+  explicit ResultFile(const std::string& path);
+  /// The file to be replaced is the one that had the identity `expected` when it was read;
+  /// nothing: there was none.
+  ResultFile(std::string path, std::optional<FileIdentity> expected);
   ResultFile(const ResultFile&) = delete;
   ResultFile& operator=(const ResultFile&) = delete;
   /// Without commit() the old file stays.
-  ~ResultFile();
+  ~ResultFile() = default;
 
   /// If false, everything that is written is discarded.
   bool isOpen() const { return mode_ != Mode::closed; }
@@ -37,43 +56,45 @@ class ResultFile {
   void write(std::string_view text);
 
   /// Puts the text in place of the old file. An empty text removes the file, or the
-  /// symbolic link if the path is one.
-  void commit();
+  /// symbolic link if the path is one. A file that holds the text already isn't touched.
+  Commit commit();
 
-  /// The identity of the file at the path, as found by the constructor and left by commit();
+  /// The identity of the file at the path, as expected by the constructor and left by commit();
   /// replacements by others since then are not seen.
   const std::optional<FileIdentity>& identity() const { return identity_; }
 
  private:
   enum class Mode { closed, beside, inPlace };
 
-  bool openBeside();
-  /// Gives the new file owner and mode of the old one; false if that isn't allowed.
-  bool takeOwnerAndMode(const struct stat& status) const;
-  /// Gives the new file the default mode, by the umask.
-  void takeDefaultMode() const;
+  Mode openBeside();
+  /// The new file with the rights of the old one, or the old one itself.
+  Mode replaceWithRights(const struct stat& status);
+  /// The file at the path is the expected one.
+  bool isExpected() const { return place_.identity() == identity_; }
   void flush();
-  void replace();
-  void rewriteInPlace();
-  /// The old text, for putBack(); fatal if it can't be read.
-  std::optional<InputText> oldText();
-  /// Reserves space for a longer text before the first byte of the old one is overwritten.
-  void reserveInPlace();
-  /// Restores the old text after a rewriting in place that failed.
-  void putBack(std::string_view old) const;
-  void remove();
-  void discard();
-  [[noreturn]] void failToWrite();
+  /// Compares the gathered text with the old file, as long as that has been equal.
+  void compareWithOld();
+  /// The old file holds exactly the text that was written.
+  bool isSameText() const;
+  Commit replace();
+  Commit rewriteInPlace();
+  /// The old text, to be put back if the new one can't be written.
+  std::optional<InputText> oldText() const;
+  Commit remove(Mode mode);
+  [[noreturn]] void failToWrite() const;
 
   /// As the user named it.
   std::string path_;
+  FilePlace place_;
   std::optional<FileIdentity> identity_;
-  /// The path that the symbolic links lead to.
-  std::string target_;
-  /// The new file beside the target, empty while there is none.
-  std::string temporary_;
+  /// The old file, to be compared with the new text; none if there is no such file.
+  Descriptor old_;
+  /// The new file beside the old one; only in Mode::beside.
+  std::optional<UnfinishedFile> new_;
   std::string buffer_;
-  int descriptor_ = -1;
+  /// Length of the text that was compared with the old file; equal so far if `isSame_`.
+  off_t compared_ = 0;
+  bool isSame_ = false;
   Mode mode_ = Mode::closed;
   bool written_ = false;
 };

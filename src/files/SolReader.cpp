@@ -181,9 +181,11 @@ class BareRecords {
 /// would be rewritten without its stars.
 std::optional<InputText> solText(const std::string& path) {
   try {
-    return readFileText(path);
+    return readFileText(FilePlace(path));
   } catch (const ReadException&) {
     fail("Could not read sol file: " + path);
+  } catch (const LinkException& link) {
+    fail(link.message());
   }
 }
 

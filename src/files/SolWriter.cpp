@@ -65,8 +65,14 @@ void requireExactText(const Array<Star<T>>& stars) {
 
 template <class T>
 WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars) {
+  return writeStars(path, stars, fileIdentity(path));
+}
+
+template <class T>
+WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars,
+                       const std::optional<FileIdentity>& expected) {
   const DeferredSignals deferred;
-  ResultFile file(path);
+  ResultFile file(path, expected);
   std::string line;
   for (const Star<T>& star : stars) {
     // Until commit() the old file is unchanged.
@@ -76,9 +82,8 @@ WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars) {
     line += '\n';
     file.write(line);
   }
-  const bool isWritten = file.isOpen();
-  file.commit();
-  return {isWritten, file.identity()};
+  const Commit commit = file.commit();
+  return {commit, file.identity()};
 }
 
 template std::string starText(const Star<long double>&);
@@ -87,5 +92,9 @@ template void requireExactText(const Array<Star<long double>>&);
 template void requireExactText(const Array<Star<QQ>>&);
 template WrittenFile writeStars(const std::string&, const Array<Star<long double>>&);
 template WrittenFile writeStars(const std::string&, const Array<Star<QQ>>&);
+template WrittenFile writeStars(const std::string&, const Array<Star<long double>>&,
+                                const std::optional<FileIdentity>&);
+template WrittenFile writeStars(const std::string&, const Array<Star<QQ>>&,
+                                const std::optional<FileIdentity>&);
 
 }  // namespace starsift

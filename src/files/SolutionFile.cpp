@@ -54,12 +54,37 @@ void SolutionFile<T>::readProblem() requires std::same_as<T, QQ> {
 
 template <class T>
 bool SolutionFile<T>::readStars(StarReading reading) {
-  return starsift::readStars(path(), problem(), stars, reading == StarReading::peek);
+  const std::optional<FileIdentity> identity = fileIdentity(path());
+  const bool any = starsift::readStars(path(), problem(), stars, reading == StarReading::peek);
+  if (reading == StarReading::append) noteFile(identity);
+  return any;
 }
 
 template <class T>
 bool SolutionFile<T>::readStarsExactly(StarReading reading) {
-  return starsift::readStarsExactly(path(), problem(), stars, reading == StarReading::peek);
+  const std::optional<FileIdentity> identity = fileIdentity(path());
+  const bool any =
+      starsift::readStarsExactly(path(), problem(), stars, reading == StarReading::peek);
+  if (reading == StarReading::append) noteFile(identity);
+  return any;
+}
+
+template <class T>
+void SolutionFile<T>::mergeFile() {
+  const std::optional<FileIdentity> identity = fileIdentity(path());
+  Array<Star<T>> added;
+  starsift::readStarsExactly(path(), problem(), added, false);
+  starsift::checkStars(checker(), added, 1);
+  appendStars(std::move(added));
+  sortStars();
+  removeDuplicates(Duplicates::ofPointAndParams);
+  noteFile(identity);
+}
+
+template <class T>
+void SolutionFile<T>::noteFile(const std::optional<FileIdentity>& identity) {
+  isFileKnown_ = true;
+  identity_ = identity;
 }
 
 template <class T>
@@ -89,8 +114,24 @@ void SolutionFile<T>::appendStars(Array<Star<T>> added) {
 }
 
 template <class T>
-WrittenFile SolutionFile<T>::writeTo(const std::string& path) const {
-  return writeStars(path, stars);
+Commit SolutionFile<T>::write() {
+  Commit commit = isFileKnown_ ? writeIfCurrent() : noteWritten(writeStars(path(), stars));
+  for (int i = 0; i < mergeLimit && commit == Commit::changed; ++i) {
+    mergeFile();
+    commit = writeIfCurrent();
+  }
+  return commit;
+}
+
+template <class T>
+Commit SolutionFile<T>::writeIfCurrent() {
+  return isFileKnown_ ? noteWritten(writeStars(path(), stars, identity_)) : Commit::changed;
+}
+
+template <class T>
+Commit SolutionFile<T>::noteWritten(const WrittenFile& written) {
+  if (written.commit == Commit::written) noteFile(written.identity);
+  return written.commit;
 }
 
 template <class T>
@@ -136,6 +177,8 @@ template <class T>
 template <class U>
 void SolutionFile<T>::convertFrom(const SolutionFile<U>& other) {
   convertProblemFrom(other);
+  isFileKnown_ = other.isFileKnown_;
+  identity_ = other.identity_;
   if constexpr (std::is_same_v<T, U>) {
     stars = other.stars;
     return;

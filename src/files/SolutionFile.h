@@ -34,6 +34,9 @@ enum class Duplicates {
   ofPointAndParams,
 };
 
+/// How often a file that others write all the time is merged before it is given up.
+constexpr int mergeLimit = 10;
+
 /// Copies share the problem and its form prepared for checks until one of them changes its
 /// problem; the stars are copied.
 template <class T>
@@ -68,10 +71,15 @@ class SolutionFile {
   void removeDuplicates(Duplicates duplicates);
   void appendStars(Array<Star<T>> added);
 
-  /// Writes the stars to the path; see writeStars().
-  WrittenFile write() const { return writeTo(path()); }
-  /// Writes the stars to another path.
-  WrittenFile writeTo(const std::string& path) const;
+  /// Adds the right stars of the file as it is now, sorts, and removes duplicates. Throws and
+  /// fails as readStarsExactly() and checkStars(); nothing has changed then.
+  void mergeFile();
+  /// Writes the stars to the path if its file was read or written here, and not by others since;
+  /// see writeStars().
+  Commit writeIfCurrent();
+  /// The same, but merges a file that was changed by others, at most mergeLimit times. A file that
+  /// was never read is replaced.
+  Commit write();
   /// The text that write() would write in exact numbers.
   std::string text() const;
 
@@ -94,6 +102,9 @@ class SolutionFile {
   Array<Star<T>> stars;
 
  private:
+  template <class>
+  friend class SolutionFile;
+
   /// Shared by copies; not changed while it is shared.
   struct ReadProblem {
     Vanu<T> problem;
@@ -103,8 +114,14 @@ class SolutionFile {
   };
 
   StarChecker<T>& checker() const;
+  /// The stars include those of the file with this identity; nothing: there is no file.
+  void noteFile(const std::optional<FileIdentity>& identity);
+  Commit noteWritten(const WrittenFile& written);
 
   std::shared_ptr<ReadProblem> read_;
+  /// The file was read or written, and its identity then; nothing if there was none.
+  bool isFileKnown_ = false;
+  std::optional<FileIdentity> identity_;
 };
 
 extern template class SolutionFile<long double>;

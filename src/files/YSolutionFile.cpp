@@ -31,14 +31,8 @@ std::optional<QQ> YSolutionFile::leastTargetNorm() const {
   });
 }
 
-bool YSolutionFile::readStarsExactly() {
-  return files_.runStep([](auto& file) { return file.readStarsExactly(StarReading::append); },
-                        OnFailure::unchanged);
-}
-
-bool YSolutionFile::checkStars(Index first) {
-  return files_.runStep([first](auto& file) { return file.checkStars(first); },
-                        OnFailure::unchanged);
+void YSolutionFile::mergeFile() {
+  files_.runStep([](auto& file) { file.mergeFile(); }, OnFailure::unchanged);
 }
 
 void YSolutionFile::sortStars() {
@@ -57,8 +51,8 @@ void YSolutionFile::addStars(Array<Star<QQ>> judged, std::uint64_t problem) {
   files_.tryStandard();
 }
 
-WrittenFile YSolutionFile::write() {
-  return files_.runStep([](const auto& file) { return file.write(); }, OnFailure::unchanged);
+Commit YSolutionFile::writeIfCurrent() {
+  return files_.runStep([](auto& file) { return file.writeIfCurrent(); }, OnFailure::unchanged);
 }
 
 std::string YSolutionFile::text() const {

@@ -32,18 +32,16 @@ class YSolutionFile {
   Index starCount() const;
   /// Empty without stars.
   std::optional<QQ> leastTargetNorm() const;
-  /// Appends the stars of the file, each number read as a rational. True if there was one.
-  bool readStarsExactly();
-  /// Checks the stars from index `first` on.
-  bool checkStars(Index first = 1);
+  /// Adds the right stars of the file; see SolutionFile::mergeFile().
+  void mergeFile();
   void sortStars();
   void removeDuplicates(Duplicates duplicates);
   /// Appends stars that were judged to solve the problem with the number `problem`; they aren't
   /// checked again. Fatal if this record has another problem: "The stars solve another problem".
   void addStars(Array<Star<QQ>> judged, std::uint64_t problem);
 
-  /// Writes the stars to the path; see writeStars().
-  WrittenFile write();
+  /// See SolutionFile.
+  Commit writeIfCurrent();
   /// The text that write() would write in exact numbers.
   std::string text() const;
   /// Console report of the stars.

@@ -19,6 +19,14 @@ bool isInteger(dbl_t a) {
   return NumberTraits<dbl_t>::toInteger(a, integer);
 }
 
+/// Both are integers, and b divides a.
+bool isMultiple(dbl_t a, dbl_t b) {
+  std::int64_t dividend = 0;
+  std::int64_t divisor = 0;
+  return NumberTraits<dbl_t>::toInteger(a, dividend) &&
+         NumberTraits<dbl_t>::toInteger(b, divisor) && divisor > 0 && dividend % divisor == 0;
+}
+
 dbl_t strictly(const QQ& value) {
   return NumberConversion<dbl_t, QQ>::convert(value);
 }
@@ -46,7 +54,7 @@ dbl_t ExactArithmetic<dbl_t>::product(dbl_t a, dbl_t b) {
 }
 
 dbl_t ExactArithmetic<dbl_t>::quotient(dbl_t a, dbl_t b) {
-  if (isInteger(a) && isInteger(b) && std::fmod(a, b) == 0) return a / b;
+  if (isMultiple(a, std::fabs(b))) return a / b;
   return strictly(fromDbl(a) / fromDbl(b));
 }
 

@@ -1,12 +1,24 @@
 #include "numbers/Gcd.h"
 
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <numeric>
 
 #include "system/Failure.h"
 
 namespace starsift {
+
+namespace {
+
+/// Both numbers are natural and fit into a machine word, whose division is a hundred times as fast
+/// as that of std::fmod().
+bool areWords(long double a, long double b) {
+  constexpr long double limit = 0x1p64L;
+  return a < limit && b < limit && std::trunc(a) == a && std::trunc(b) == b;
+}
+
+}  // namespace
 
 QQ gcdQQ(const QQ& a, const QQ& b) {
   if (a.isInf() || b.isInf()) fail("INF - INF is not defined");
@@ -21,6 +33,7 @@ long double gcdQQ(long double a, long double b) {
   if (!std::isfinite(a) || !std::isfinite(b)) return std::numeric_limits<long double>::quiet_NaN();
   a = std::fabs(a);
   b = std::fabs(b);
+  if (areWords(a, b)) return std::gcd(static_cast<std::uint64_t>(a), static_cast<std::uint64_t>(b));
   while (b != 0) {
     const long double rest = std::fmod(a, b);
     a = b;

@@ -41,6 +41,12 @@ FatalPrecisionException::FatalPrecisionException(const std::string& message)
 ReadException::ReadException(std::string message)
     : GeneralException(std::move(message), "Read exception") {}
 
+WriteException::WriteException(std::string message)
+    : GeneralException(std::move(message), "Write exception") {}
+
+LinkException::LinkException(std::string message)
+    : GeneralException(std::move(message), "Link exception") {}
+
 ModuloException::ModuloException(std::string message)
     : GeneralException(std::move(message), "Modulo exception") {}
 

@@ -65,6 +65,18 @@ class ReadException : public GeneralException {
   explicit ReadException(std::string message);
 };
 
+/// A file could not be written whole; the old one is as it was.
+class WriteException : public GeneralException {
+ public:
+  explicit WriteException(std::string message);
+};
+
+/// A symbolic link on the way to a file may have been put there by somebody else.
+class LinkException : public GeneralException {
+ public:
+  explicit LinkException(std::string message);
+};
+
 /// The mapping between problem and lattice found a congruence violated.
 class ModuloException : public GeneralException {
  public:

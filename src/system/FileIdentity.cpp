@@ -4,14 +4,10 @@
 
 namespace starsift {
 
-namespace {
-
 FileIdentity identityOf(const struct stat& status) {
   return {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec,
           status.st_mtim.tv_nsec};
 }
-
-}  // namespace
 
 std::optional<FileIdentity> fileIdentity(const std::string& path) {
   struct stat status {};

@@ -1,6 +1,7 @@
 // Detects whether a file was changed since it was last read or written.
 #pragma once
 
+#include <sys/stat.h>
 #include <sys/types.h>
 
 #include <ctime>
@@ -22,6 +23,7 @@ struct FileIdentity {
   friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
 };
 
+FileIdentity identityOf(const struct stat& status);
 /// The state of the file at `path`; follows symbolic links. Nothing if there is none.
 std::optional<FileIdentity> fileIdentity(const std::string& path);
 /// The state of an open file; nothing if the system call fails.

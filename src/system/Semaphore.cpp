@@ -1,6 +1,7 @@
 #include "system/Semaphore.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -16,7 +17,7 @@ namespace starsift {
 namespace {
 
 /// 600 in decimal, not in octal: the permission bits of all semaphores of this
-/// system so far.
+/// system so far. The umask leaves those of the owner.
 constexpr mode_t creationMode = 600;
 
 /// The latest live semaphore. A signal handler may walk the list at any time, so it
@@ -31,8 +32,13 @@ void cleanUpAtExit() {
 /// Creates a semaphore with the value 1. Returns SEM_FAILED with errno set on error.
 sem_t* createSemaphore(const std::string& name) {
   const SizeSignalIgnored ignored;
+  // Who may write to the file of a semaphore can cut it, and each access ends by a signal then.
+  const mode_t mask = umask(S_IRWXG | S_IRWXO);
   errno = 0;
   sem_t* const handle = sem_open(name.c_str(), O_CREAT | O_EXCL, creationMode, 1);
+  const int error = errno;
+  umask(mask);
+  errno = error;
   // If the file came out too short, the C library reports a failure without setting
   // errno. Only the limit of file sizes makes a file so short.
   if (handle == SEM_FAILED && errno == 0) errno = EFBIG;
@@ -78,6 +84,7 @@ NamedSemaphore::NamedSemaphore(const std::function<std::string()>& nextName) : o
     name_ = nextName();
     handle_ = createSemaphore(name_);
   } while (handle_ == SEM_FAILED && errno == EEXIST);
+  if (handle_ == SEM_FAILED && errno == ENOMEM) fail("Out of memory");
   if (handle_ == SEM_FAILED) failErrno("SEM could not be opened");
   enlist();
 }

@@ -48,8 +48,9 @@ std::string nextSemaphoreName();
 class NamedSemaphore {
  public:
   /// Creates a semaphore that didn't exist. Calls `nextName` until its name is free;
-  /// a killed process with the same id may have left names behind. Any other error is
-  /// fatal: "SEM could not be opened".
+  /// a killed process with the same id may have left names behind. No other user may open
+  /// it, whatever the umask. Any other error is fatal: "SEM could not be opened", or "Out of
+  /// memory".
   explicit NamedSemaphore(const std::function<std::string()>& nextName = nextSemaphoreName);
   NamedSemaphore(const NamedSemaphore&) = delete;
   NamedSemaphore& operator=(const NamedSemaphore&) = delete;

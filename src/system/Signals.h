@@ -53,17 +53,24 @@ class DeferredSignals {
 /// space, instead of ending the process and leaving half a file.
 class SizeSignalIgnored {
  public:
-  SizeSignalIgnored() {
+  SizeSignalIgnored() { ignore(&previous_); }
+  SizeSignalIgnored(const SizeSignalIgnored&) = delete;
+  SizeSignalIgnored& operator=(const SizeSignalIgnored&) = delete;
+  ~SizeSignalIgnored() {
+    // A signal that came while it was blocked (see DeferredSignals) is pending although it was
+    // ignored; ignoring it anew discards it.
+    ignore(nullptr);
+    sigaction(SIGXFSZ, &previous_, nullptr);
+  }
+
+ private:
+  static void ignore(struct sigaction* previous) {
     struct sigaction action {};
     action.sa_handler = SIG_IGN;
     sigemptyset(&action.sa_mask);
-    sigaction(SIGXFSZ, &action, &previous_);
+    sigaction(SIGXFSZ, &action, previous);
   }
-  SizeSignalIgnored(const SizeSignalIgnored&) = delete;
-  SizeSignalIgnored& operator=(const SizeSignalIgnored&) = delete;
-  ~SizeSignalIgnored() { sigaction(SIGXFSZ, &previous_, nullptr); }
 
- private:
   struct sigaction previous_ {};
 };
 

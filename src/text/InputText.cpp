@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "system/Descriptor.h"
 #include "system/Exceptions.h"
 #include "system/SystemCall.h"
 
@@ -14,32 +15,16 @@ namespace starsift {
 
 namespace {
 
-/// Closes a file descriptor at the end of the scope.
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() {
-    if (number_ >= 0) close(number_);
-  }
-  int number() const { return number_; }
-
- private:
-  int number_;
-};
-
 /// True for the errors that mean that the path names no file.
 bool isAbsence(int error) {
   return error == ENOENT || error == ENOTDIR || error == ELOOP || error == ENAMETOOLONG;
 }
 
-/// True if a path that open() refused with errno may name a regular file.
-bool mayHoldText(const std::string& path) {
+/// True if a place that open() refused with errno may hold a regular file.
+bool mayHoldText(const FilePlace& place) {
   if (isAbsence(errno)) return false;
-  struct stat status {};
-  if (stat(path.c_str(), &status) != 0) return !isAbsence(errno);
-  return S_ISREG(status.st_mode);
+  const std::optional<struct stat> status = place.status();
+  return status ? S_ISREG(status->st_mode) : !isAbsence(errno);
 }
 
 [[noreturn]] void refuse(const std::string& path) {
@@ -65,14 +50,15 @@ struct Buffer {
 
 }  // namespace
 
-std::optional<InputText> readFileText(const std::string& path) {
-  // Without O_NONBLOCK opening a pipe waits for a writer, possibly for ever.
-  const Descriptor file(
-      uninterrupted([&] { return open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC); }));
+std::optional<InputText> readFileText(const FilePlace& place) {
+  if (!place.isReachable() && !isAbsence(place.error())) refuse(place.path());
+  if (!place.isReachable()) return std::nullopt;
+  const Descriptor file = place.open(O_RDONLY);
   if (file.number() < 0) {
-    if (mayHoldText(path)) refuse(path);
+    if (mayHoldText(place)) refuse(place.path());
     return std::nullopt;
   }
+  const std::string& path = place.path();
   struct stat status {};
   if (fstat(file.number(), &status) != 0) refuse(path);
   if (!S_ISREG(status.st_mode)) return std::nullopt;
@@ -89,6 +75,10 @@ std::optional<InputText> readFileText(const std::string& path) {
     if (buffer.size == buffer.capacity) buffer.grow();
   }
   return InputText(std::move(buffer.bytes), buffer.size);
+}
+
+std::optional<InputText> readFileText(const std::string& path) {
+  return readFileText(FilePlace(path, Links::any));
 }
 
 }  // namespace starsift

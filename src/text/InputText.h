@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "system/FilePlace.h"
+
 namespace starsift {
 
 /// Owns a copy of the bytes of a file.
@@ -21,10 +23,12 @@ class InputText {
   std::size_t size_;
 };
 
-/// Reads a regular file to its end; follows symbolic links. Returns nothing if the
-/// path names no file, or another kind of file: a directory has no text, and a pipe
-/// or a device may never end. Throws ReadException if a file exists, or may exist,
-/// and can't be opened or read.
+/// Reads a regular file to its end. Returns nothing if there is no file at the place,
+/// or another kind of file: a directory has no text, and a pipe or a device may
+/// never end. Throws ReadException if a file exists, or may exist, and can't be
+/// opened or read.
+std::optional<InputText> readFileText(const FilePlace& place);
+/// The same at the place that a path leads to; follows symbolic links of everybody.
 std::optional<InputText> readFileText(const std::string& path);
 
 }  // namespace starsift

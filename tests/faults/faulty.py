@@ -54,6 +54,7 @@ class FaultCase(unittest.TestCase):
     """A work folder with a problem, `name`.opt, and its unsorted solutions, `name`.sol."""
 
     name = "knapsack"
+    argument = None  # of the command, unless it is the file of solutions
 
     def setUp(self):
         # Not in /tmp itself, whose sticky bit changes who may rename.
@@ -89,12 +90,24 @@ class FaultCase(unittest.TestCase):
             environment["FAULT_LOG"] = str(options.pop("log"))
         if "user" in options:
             options.update(group=options["user"], extra_groups=[])
+        arguments = [self.argument or self.sol.name] if options.pop("argument", True) else []
         options.setdefault("stdin", subprocess.DEVNULL)
         options.setdefault("stdout", subprocess.PIPE)
         options.setdefault("stderr", subprocess.PIPE)
         return subprocess.Popen(
-            [*command, self.sol.name], cwd=self.folder, env=environment, text=True, **options
+            [*command, *arguments], cwd=self.folder, env=environment, text=True, **options
         )
+
+    def stopped(self, call, number=1, **options):
+        """A run that has stopped itself after a call."""
+        process = self.start(met("after", signal.SIGSTOP, call, number), **options)
+        _, status = os.waitpid(process.pid, os.WUNTRACED)
+        self.assertTrue(os.WIFSTOPPED(status))
+        return process
+
+    def go_on(self, process):
+        process.send_signal(signal.SIGCONT)
+        return self.finish(process)
 
     def finish(self, process):
         stdout, stderr = process.communicate(timeout=TIME_LIMIT)
@@ -107,6 +120,7 @@ class FaultCase(unittest.TestCase):
         """The names of the calls of a run, in their order."""
         log = self.scratch / "log"
         log.write_text("")
+        log.chmod(0o666)
         self.run_with(log=log, **options)
         self.restore()
         return log.read_text().split()

@@ -1,18 +1,20 @@
 // A library to preload: counts the calls by which a program meets the system and
 // makes one of them fail, come out short, or meet a signal.
 //
-//   FAULT=name:number:action   `name` is a call below, "any" for each of them but
-//                              "new"; `number` counts from 1, 0 is every time
+//   FAULT=name:number:action   `name` is a call below, several joined by "+", or "any" for each
+//                              of them but "new"; `number` counts from 1, 0 is every time
 //     error=E    the call isn't made and fails with errno E; "new" throws
 //     short      a read or write of half the bytes, one at least
 //     before=S   signal S right before the call
 //     after=S    signal S right behind it
+//     delay=T    the call is made after T milliseconds
 //   FAULT_LOG=path             appends the name of each call, one per line
 //
 // Calls inside the C library (the ones sem_open() makes, say) don't come by here.
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <semaphore.h>
+#include <sys/acl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -22,6 +24,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <new>
 #include <string_view>
 
@@ -70,10 +73,23 @@ void logCall(std::string_view name) {
   syscall(SYS_close, file);
 }
 
+/// True if `name` is one of the names joined by "+".
+bool isAmong(std::string_view name, std::string_view names) {
+  while (!names.empty())
+    if (takeField(names, '+') == name) return true;
+  return false;
+}
+
+void pauseFor(long milliseconds) {
+  timespec rest{milliseconds / 1000, milliseconds % 1000 * 1'000'000};
+  while (nanosleep(&rest, &rest) != 0) {
+  }
+}
+
 /// True when the fault hits this call; counts the calls it is about.
 bool isHit(std::string_view name) {
   static long count = 0;
-  const bool counted = fault().name == "any" ? name != "new" : fault().name == name;
+  const bool counted = fault().name == "any" ? name != "new" : isAmong(name, fault().name);
   return counted && (++count == fault().number || fault().number == 0);
 }
 
@@ -92,6 +108,7 @@ Result perform(bool hit, Result failed, const Call& call) {
     return failed;
   }
   if (hit && fault().action == "before") raise(fault().argument);
+  if (hit && fault().action == "delay") pauseFor(fault().argument);
   const Result result = call();
   const int error = errno;
   if (hit && fault().action == "after") raise(fault().argument);
@@ -133,21 +150,48 @@ Function* original(const char* name) {
     return perform<ssize_t>(hit, -1, [&] { return next(file, bytes, cut(hit, size)); }); \
   }
 
-FAULTY(int, access, (const char* path, int mode), (path, mode), -1)
+// The name in the log and in FAULT: "create" for a new file, "look" for a step on the way to a
+// file, "openat" for a file.
+int faultyOpenat(int folder, const char* path, int flags, mode_t mode) {
+  static auto* const next = original<int(int, const char*, int, mode_t)>("openat");
+  const char* const name = (flags & O_CREAT) != 0  ? "create"
+                           : (flags & O_PATH) != 0 ? "look"
+                                                   : "openat";
+  logCall(name);
+  return perform<int>(isHit(name), -1, [&] { return next(folder, path, flags, mode); });
+}
+
+INTERPOSE(int, openat, (int folder, const char* path, int flags, mode_t mode)) {
+  return faultyOpenat(folder, path, flags, mode);
+}
+
+// What the headers make of a call without mode.
+INTERPOSE(int, __openat_2, (int folder, const char* path, int flags)) {
+  return faultyOpenat(folder, path, flags, 0);
+}
+
+FAULTY(acl_t, acl_get_fd, (int file), (file), nullptr)
+FAULTY(int, acl_set_fd, (int file, acl_t list), (file, list), -1)
 FAULTY(int, close, (int file), (file), -1)
+FAULTY(int, faccessat, (int folder, const char* path, int mode, int flags),
+       (folder, path, mode, flags), -1)
 FAULTY(int, fchmod, (int file, mode_t mode), (file, mode), -1)
 FAULTY(int, fchown, (int file, uid_t user, gid_t group), (file, user, group), -1)
 FAULTY(int, fstat, (int file, struct stat* status), (file, status), -1)
+FAULTY(int, fstatat, (int folder, const char* path, struct stat* status, int flags),
+       (folder, path, status, flags), -1)
 FAULTY(int, fsync, (int file), (file), -1)
+FAULTY(int, flock, (int file, int operation), (file, operation), -1)
 FAULTY(int, ftruncate, (int file, off_t size), (file, size), -1)
 FAULTY(off_t, lseek, (int file, off_t place, int from), (file, place, from), -1)
-FAULTY(int, mkostemp, (char* name, int flags), (name, flags), -1)
 FAULTY(int, open, (const char* path, int flags, mode_t mode), (path, flags, mode), -1)
 FAULTY_BY_RESULT(posix_fallocate, (int file, off_t from, off_t size), (file, from, size))
 FAULTY(int, pthread_sigmask, (int how, const sigset_t* set, sigset_t* old), (how, set, old), -1)
 FAULTY_MOVE(read, void*)
-FAULTY(ssize_t, readlink, (const char* path, char* text, std::size_t size), (path, text, size), -1)
-FAULTY(int, rename, (const char* from, const char* to), (from, to), -1)
+FAULTY(ssize_t, readlinkat, (int folder, const char* path, char* text, std::size_t size),
+       (folder, path, text, size), -1)
+FAULTY(int, renameat, (int from, const char* name, int to, const char* other),
+       (from, name, to, other), -1)
 FAULTY(int, sem_close, (sem_t * semaphore), (semaphore), -1)
 FAULTY(sem_t*, sem_open, (const char* name, int flags, mode_t mode, unsigned value),
        (name, flags, mode, value), SEM_FAILED)
@@ -156,15 +200,17 @@ FAULTY(int, sem_wait, (sem_t * semaphore), (semaphore), -1)
 FAULTY(int, sigaction, (int number, const struct sigaction* action, struct sigaction* old),
        (number, action, old), -1)
 FAULTY(int, stat, (const char* path, struct stat* status), (path, status), -1)
-FAULTY(int, unlink, (const char* path), (path), -1)
+FAULTY(int, unlinkat, (int folder, const char* path, int flags), (folder, path, flags), -1)
 FAULTY_MOVE(write, const void*)
 
 void* operator new(std::size_t size) {
   logCall("new");
   const bool hit = isHit("new");
   void* const memory = perform<void*>(hit, nullptr, [size] { return std::malloc(size); });
-  if (memory == nullptr) throw std::bad_alloc();
-  return memory;
+  if (memory != nullptr) return memory;
+  // As the function of the library does.
+  if (const std::new_handler handler = std::get_new_handler()) handler();
+  throw std::bad_alloc();
 }
 
 void operator delete(void* memory) noexcept {

@@ -5,7 +5,7 @@ import resource
 import subprocess
 import unittest
 
-from faulty import SEMAPHORES, FaultCase, NoRightStarCase, failure, has_mounts
+from faulty import PROGRAM, SEMAPHORES, FaultCase, NoRightStarCase, failure, has_mounts
 
 # Bytes that a semaphore takes on the system.
 SEMAPHORE_SIZE = 32
@@ -88,6 +88,46 @@ class FullDisk(FaultCase):
         result = self.run_with()
         self.assertEqual((result.status, result.stdout), (0, self.report))
         self.assert_whole(self.old)
+
+
+@has_mounts
+class SearchOnFullDisk(FaultCase):
+    """A search whose folder has no room from the moment at which it looks for solutions."""
+
+    def setUp(self):
+        super().setUp()
+        problem = (self.folder / "knapsack.opt").read_bytes()
+        mount(self, self.folder, 64 << 10)
+        (self.folder / "knapsack.opt").write_bytes(problem)
+        self.sol.write_bytes(self.old)
+        fill(self.folder)
+
+    def search(self, cwd):
+        shown = self.folder / "knapsack.opt" if cwd != self.folder else "knapsack.opt"
+        result = subprocess.run(
+            [pathlib.Path(PROGRAM).with_name("starseek"), "--sol=1", shown],
+            cwd=cwd,
+            capture_output=True,
+            text=True,
+            timeout=60,
+        )
+        self.assertEqual(result.returncode, 1, result)
+        self.assertIn("\nx = [ 1 4 40 0 ]\n", result.stdout)
+        self.assert_whole(self.old)
+        return result.stderr
+
+    def test_solutions_are_in_the_current_folder(self):
+        errors = self.search(self.scratch)
+        (found,) = self.scratch.glob("knapsack.sol.found.*")
+        self.assertIn(b"[ 1 4 40 0 ] | ", found.read_bytes())
+        self.assertIn(f"*** The stars of this search are in {found.name}.\n", errors)
+        self.assertIn(f"*** Could not write file: {self.sol}\n", errors)
+
+    def test_solutions_are_printed_where_no_folder_has_room(self):
+        self.assertIn(
+            "*** The stars of this search are in its report only\n", self.search(self.folder)
+        )
+        self.assertEqual(list(self.folder.glob("*.found.*")), [])
 
 
 @has_mounts

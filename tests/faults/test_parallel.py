@@ -2,11 +2,10 @@
 
 import os
 import shutil
-import signal
 import time
 import unittest
 
-from faulty import SEMAPHORES, FaultCase, met
+from faulty import PROGRAM, SEMAPHORES, FaultCase, error, failure
 
 
 def take_names(seconds=3, count=20):
@@ -62,50 +61,92 @@ class Leftovers(FaultCase):
 class OtherWriters(FaultCase):
     """Somebody else at work on the file while a run stands still."""
 
-    def stopped(self, call, number=1):
-        process = self.start(met("after", signal.SIGSTOP, call, number))
-        _, status = os.waitpid(process.pid, os.WUNTRACED)
-        self.assertTrue(os.WIFSTOPPED(status))
-        return process
+    def number_of_last_status(self):
+        """Of the call right before the solutions are read."""
+        return self.number_of("fstat", behind="flock openat")
 
-    def go_on(self, process):
-        process.send_signal(signal.SIGCONT)
-        return self.finish(process)
+    def new_with_added(self):
+        new = self.new.decode().splitlines(keepends=True)
+        added = "[ 0 1 36 5 ] | -302 | [ 302 ] | 0 | 3 | added\n"
+        return "".join([new[0], added, *new[1:]]).encode()
 
     def test_record_that_is_added_behind_the_size_is_read_too(self):
-        # The first status is that of the problem.
-        process = self.stopped("fstat", 2)
+        process = self.stopped("fstat", self.number_of_last_status())
         added = "[ 2 1 41 0 ] | 0 | [ ] | 0 | 3 | added\n[ 0 1 36 5 ] | 0 | [ ] | 0 | 3 | added\n"
         with self.sol.open("a") as file:
             file.write(added)
         result = self.go_on(process)
         self.assertEqual((result.status, result.stderr), (0, ""))
-        new = self.new.decode().splitlines(keepends=True)
-        self.assert_whole(
-            "".join([new[0], "[ 0 1 36 5 ] | -302 | [ 302 ] | 0 | 3 | added\n", *new[1:]]).encode()
-        )
+        self.assert_whole(self.new_with_added())
         self.assert_nothing_left(result)
 
     def test_file_that_is_cut_behind_the_size_is_read_to_its_end(self):
-        process = self.stopped("fstat", 2)
+        process = self.stopped("fstat", self.number_of_last_status())
         self.sol.write_text("[ 0 11 34 1 ]")
         result = self.go_on(process)
         self.assertEqual((result.status, result.stderr), (0, ""))
         self.assert_whole(b"[ 0 11 34 1 ] | -302 | [ 302 ] | 0 | -1 | \n")
 
-    def test_result_of_a_run_between_reading_and_replacing_is_replaced_by_the_same(self):
-        # The mode is looked up right before the new file is made, the directory is synced last.
-        for call in ("readlink", "mkostemp", "write", "rename"):
+    def test_run_waits_for_one_that_works(self):
+        slow = self.stopped("fsync")
+        waiting = self.start()
+        # Long enough for it to come to the lock, and far less than what a holder may be stopped.
+        time.sleep(0.3)
+        first, second = self.go_on(slow), self.finish(waiting)
+        self.assert_done(first)
+        self.assert_done(second)
+
+    def test_run_leaves_a_file_that_a_stopped_one_has_locked(self):
+        for call in ("flock", "create", "fsync"):
             with self.subTest(call=call):
                 self.restore()
                 process = self.stopped(call)
                 between = self.run_with()
-                self.assertEqual((between.status, between.stdout), (0, self.report))
-                self.assert_whole(self.new)
+                self.assertEqual((between.status, between.stdout), (1, ""))
+                self.assertEqual(
+                    between.stderr,
+                    f"*** File {self.sol.name} is locked by process {process.pid}, which is stopped\n"
+                    + failure(f"Could not lock file: {self.sol.name}"),
+                )
+                self.assert_whole(self.old)
                 self.assert_done(self.go_on(process))
 
+    def test_run_does_not_wait_for_one_that_has_replaced_the_file(self):
+        process = self.stopped("renameat")
+        results = self.run_with(), self.go_on(process)
+        for result in results:
+            self.assert_done(result)
+
+    def test_run_replaces_a_file_of_the_same_folder_beside_a_stopped_one(self):
+        process = self.stopped("create")
+        for suffix in (".opt", ".sol"):
+            shutil.copyfile(self.sol.with_suffix(suffix), self.folder / f"other{suffix}")
+        other = self.run_with(command=(PROGRAM, "other.sol"), argument=False)
+        self.assertEqual((other.status, other.stdout, other.stderr), (0, self.report, ""))
+        self.assertEqual((self.folder / "other.sol").read_bytes(), self.new)
+        self.assert_done(self.go_on(process))
+
+    def test_run_needs_no_lock_where_there_are_none(self):
+        for code in ("ENOLCK", "EOPNOTSUPP", "EBADF"):
+            with self.subTest(code=code):
+                self.restore()
+                self.assert_done(self.run_with(error("flock", 0, code)))
+
+    def test_file_that_is_replaced_at_the_last_moment_is_joined(self):
+        for call in ("create", "write", "fsync"):
+            with self.subTest(call=call):
+                self.restore()
+                process = self.stopped(call)
+                beside = self.folder / "beside"
+                beside.write_text("[ 0 1 36 5 ] | 0 | [ ] | 0 | 3 | added\n")
+                beside.rename(self.sol)
+                result = self.go_on(process)
+                self.assertEqual((result.status, result.stderr), (0, ""))
+                self.assert_whole(self.new_with_added())
+                self.assert_nothing_left(result)
+
     def test_file_that_vanishes_behind_the_reading_comes_back_with_its_solutions(self):
-        process = self.stopped("readlink")
+        process = self.stopped("create")
         self.sol.unlink()
         self.assert_done(self.go_on(process))
 

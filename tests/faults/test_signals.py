@@ -15,8 +15,7 @@ class AtEachCall:
     def at_each(self, number, check):
         """From the opening of the solutions on; before that nothing but semaphores is made."""
         calls = self.system_calls()
-        problem = calls.index("open") + 1
-        first = calls.index("open", problem) + 1
+        first = calls.index("flock") + 1
         for at, call in enumerate(calls[first - 1 :], first):
             for when in ("before", "after"):
                 with self.subTest(call=call, at=at, when=when):

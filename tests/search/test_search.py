@@ -4,6 +4,7 @@ The environment names the program (SEARCH_PROGRAM); starsift lies beside it. The
 split with one solution, of which two are wanted: a search that doesn't end by itself.
 """
 
+import fcntl
 import json
 import os
 import pathlib
@@ -98,6 +99,9 @@ class Signals(SearchCase):
     def test_termination_saves_what_there_is(self):
         self.assert_saves_before_it_ends_by(signal.SIGTERM)
 
+    def test_hanging_up_saves_what_there_is(self):
+        self.assert_saves_before_it_ends_by(signal.SIGHUP)
+
     def test_interrupt_among_the_arguments_leaves_no_semaphore(self):
         # So many that they are still read when their first lock is seen.
         process = self.start(*["--verb=0"] * 20_000)
@@ -128,11 +132,20 @@ class Signals(SearchCase):
 class SharedFile(SearchCase):
     """A solution file that others write while the search is under way."""
 
+    def replace_as_a_search_does(self, text):
+        """Beside the file and by renaming, under the lock."""
+        beside = self.folder / "beside"
+        beside.write_text(text)
+        lock = os.open(self.sol, os.O_RDONLY)
+        fcntl.flock(lock, fcntl.LOCK_EX)
+        beside.rename(self.sol)
+        os.close(lock)
+
     def test_stars_that_come_into_the_file_stay(self):
         process = self.start()
         self.wait_for_solution(process)
         record = f"{SOLUTION} | 0 | [ ] | 0 | 99 | --beta=7 | 1.0\n"
-        self.sol.write_text(record)
+        self.replace_as_a_search_does(record)
         process.send_signal(signal.SIGINT)
         self.assertEqual(self.finish(process)[1], "")
         lines = self.sol.read_text().splitlines(keepends=True)

@@ -41,6 +41,18 @@ class CheckLayers(unittest.TestCase):
         files = {"app/Run.h": HEADER + '#include "numbers/QQ.h"\n', "numbers/QQ.h": HEADER}
         self.assert_one("app must not include numbers/QQ.h", files)
 
+    def test_app_sees_no_models(self):
+        files = {"app/Run.h": HEADER + '#include "models/A.h"\n', "models/A.h": HEADER}
+        self.assert_one("app must not include models/A.h", files)
+
+    def test_the_room_for_models_sees_them_and_no_lattice(self):
+        files = {
+            "app/port/Run.h": HEADER + '#include "models/A.h"\n#include "lattice/B.h"\n',
+            "models/A.h": HEADER,
+            "lattice/B.h": HEADER,
+        }
+        self.assert_one("must not include lattice/B.h", files)
+
     def test_included_cpp_is_refused(self):
         files = {"core/A.cpp": '#include "core/B.cpp"\n', "core/B.cpp": ""}
         self.assert_one("never included", files)

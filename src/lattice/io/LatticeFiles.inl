@@ -10,6 +10,8 @@
 #include "files/LatText.h"
 #include "lattice/Lattice.h"
 #include "system/Console.h"
+#include "system/Exceptions.h"
+#include "system/Failure.h"
 
 namespace starsift {
 
@@ -55,6 +57,26 @@ void joinStars(Lattice<T, R>& lattice, Array<Star<T>> added) {
                                                          : Duplicates::ofPoint);
 }
 
+/// Reports a message on the error stream unless it was the last one reported so.
+inline void reportOnce(const std::string& message) {
+  static std::string last;
+  if (std::exchange(last, message) == message) return;
+  std::cerr << "*** " << message << endLine();
+  stampOutputTime();
+}
+
+/// Runs a step that writes a file; one that can't be written is fatal.
+template <class Write>
+void writeOrFail(const Write& write) {
+  try {
+    write();
+  } catch (const WriteException& exception) {
+    fail(exception.message());
+  } catch (const LinkException& exception) {
+    fail(exception.message());
+  }
+}
+
 }  // namespace latticefiles
 
 template <class T, class R>
@@ -98,7 +120,10 @@ void Lattice<T, R>::writeSolFile(Stars what) {
     stampOutputTime();
     return;
   }
-  file.write();
+  latticefiles::writeOrFail([this] {
+    if (file.write() == Commit::changed)
+      throw WriteException("Others write all the time to file: " + file.path());
+  });
 }
 
 template <class T, class R>
@@ -151,7 +176,14 @@ void Lattice<T, R>::writeLatFile() {
   data.ltu = this->ltu;
   data.rtu = this->rtu;
   data.seconds = secondsSinceStart();
-  writeLat(latFile, latText(data));
+  latticefiles::writeOrFail([&] {
+    try {
+      writeLat(latFile, latText(data));
+    } catch (const LinkException& exception) {
+      // Whoever has put it there shall not end a search.
+      latticefiles::reportOnce(exception.message());
+    }
+  });
 }
 
 }  // namespace starsift

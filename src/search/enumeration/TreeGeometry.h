@@ -20,7 +20,7 @@ struct FinalCoordinate {
 /// What is added to the bounds of a tree before a comparison. Each is at least the proven error
 /// of the comparison, docs/enumeration.md, so that no solution is cut off.
 template <class Real>
-struct Slacks {
+struct CutSlacks {
   /// Of the squared length against the squared radius.
   Real length = 0;
   /// Of the squared length against Hölder's bound.
@@ -69,7 +69,7 @@ struct TreeGeometry {
   std::vector<std::vector<FinalCoordinate<Real>>> finals;
   /// Coordinates that no row changes.
   std::vector<std::size_t> constants;
-  Slacks<Real> slacks;
+  CutSlacks<Real> slacks;
 };
 
 /// The geometry of the tree of a coset whose box isn't empty, or none if Real can't hold the

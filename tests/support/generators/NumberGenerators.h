@@ -1,13 +1,12 @@
-// Random numbers of every shape and size, and the same numbers in GMP's own C++
-// classes to check against.
+// Random numbers of every shape and size.
 #pragma once
 
-#include <gmpxx.h>
 #include <rapidcheck.h>
 
 #include <string>
 
 #include "numbers/QQText.h"
+#include "support/oracles/GmpRational.h"
 
 namespace starsift::test {
 
@@ -23,12 +22,6 @@ rc::Gen<std::string> arbitraryInteger();
 
 /// Two arbitrary integers as "n/d", d not 0. Not in lowest terms.
 rc::Gen<std::string> arbitraryFraction();
-
-/// The fraction in GMP's class and in our own.
-mpq_class gmpRational(const std::string& fraction);
-QQ toQQ(const std::string& fraction);
-QQ toQQ(const mpq_class& value);
-mpq_class gmpRational(const QQ& value);
 
 /// True when the number is in lowest terms and held small exactly when it fits.
 bool isCanonical(const QQ& value);

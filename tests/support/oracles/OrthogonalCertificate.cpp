@@ -2,7 +2,7 @@
 
 #include <numeric>
 
-#include "support/generators/NumberGenerators.h"
+#include "support/oracles/GmpRational.h"
 
 namespace starsift::test {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "support/generators/NumberGenerators.h"
+#include "support/oracles/GmpRational.h"
 
 namespace starsift::oracle {
 

@@ -25,6 +25,16 @@ TEST(Interrupt, IsRememberedTheFirstTime) {
       testing::ExitedWithCode(0), "");
 }
 
+TEST(Interrupt, IsATerminalThatIsClosedToo) {
+  EXPECT_EXIT(
+      {
+        rememberInterrupts();
+        std::raise(SIGHUP);
+        std::_Exit(interrupted() == SIGHUP ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+}
+
 TEST(Interrupt, IsMeantOnceWhenItComesTwiceAtOnce) {
   EXPECT_EXIT(
       {

@@ -8,6 +8,8 @@
 #include "support/fixtures/ScratchDir.h"
 #include "support/fixtures/SizeLimit.h"
 #include "support/fixtures/Unprivileged.h"
+#include "system/Exceptions.h"
+#include "system/Failure.h"
 
 namespace starsift {
 namespace {
@@ -21,10 +23,15 @@ std::string longText() {
   return std::string(1'000'000, 'x') + "\n";
 }
 
+/// Fatal if the text can't be written.
 void writeFile(const std::string& path, std::string_view text) {
-  ResultFile file(path);
-  file.write(text);
-  file.commit();
+  try {
+    ResultFile file(path);
+    file.write(text);
+    file.commit();
+  } catch (const WriteException& exception) {
+    fail(exception.message());
+  }
 }
 
 mode_t modeOf(const std::string& path) {
@@ -58,6 +65,50 @@ TEST(ResultFile, NewFileHoldsTheText) {
   file.commit();
   EXPECT_EQ(scratch.read("p.sol"), "one, two\n");
   EXPECT_EQ(scratch.names(), Names{"p.sol"});
+}
+
+TEST(ResultFile, FileThatHasChangedSinceItWasReadStays) {
+  const ScratchDir scratch;
+  const std::string path = scratch.write("p.sol", "old\n");
+  const auto expected = fileIdentity(path);
+  scratch.write("p.sol", "newer\n");
+  ResultFile file(path, expected);
+  file.write("text\n");
+  EXPECT_EQ(file.commit(), Commit::changed);
+  ResultFile none(path, std::nullopt);
+  EXPECT_EQ(none.commit(), Commit::changed);
+  EXPECT_EQ(scratch.read("p.sol"), "newer\n");
+  EXPECT_EQ(scratch.names(), Names{"p.sol"});
+}
+
+TEST(ResultFile, FileThatIsReplacedWhileTheTextIsWrittenStays) {
+  const ScratchDir scratch;
+  const std::string path = scratch.write("p.sol", "old\n");
+  ResultFile file(path);
+  file.write(longText());
+  scratch.write("q.sol", "old\n");
+  std::filesystem::rename(scratch.file("q.sol"), path);
+  EXPECT_EQ(file.commit(), Commit::changed);
+  EXPECT_EQ(scratch.read("p.sol"), "old\n");
+  EXPECT_EQ(scratch.names(), Names{"p.sol"});
+}
+
+TEST(ResultFile, FileThatHoldsTheTextIsNotTouched) {
+  const ScratchDir scratch;
+  const std::string path = scratch.write("p.sol", longText());
+  const ino_t number = fileNumber(path);
+  writeFile(path, longText());
+  EXPECT_EQ(fileNumber(path), number);
+  EXPECT_EQ(scratch.names(), Names{"p.sol"});
+}
+
+TEST(ResultFile, FileThatBeginsWithTheTextIsReplaced) {
+  const ScratchDir scratch;
+  const std::string path = scratch.write("p.sol", longText() + "more");
+  writeFile(path, longText());
+  EXPECT_EQ(scratch.read("p.sol"), longText());
+  writeFile(path, longText() + "more");
+  EXPECT_EQ(scratch.read("p.sol"), longText() + "more");
 }
 
 TEST(ResultFile, KnowsTheFileThatItHasWritten) {

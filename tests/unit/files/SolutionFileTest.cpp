@@ -95,13 +95,50 @@ TYPED_TEST(SolutionFileOver, DuplicatesMayDifferInTheirParameters) {
 TYPED_TEST(SolutionFileOver, WrittenStarsAreReadAgain) {
   this->add(5, 1);
   this->file.checkStars();
-  EXPECT_TRUE(this->file.write().isWritten);
+  EXPECT_EQ(this->file.write(), Commit::written);
   EXPECT_EQ(this->scratch.read("p.sol"), this->file.text());
   this->file.stars.clear();
   EXPECT_TRUE(this->file.readStars(StarReading::peek));
   EXPECT_FALSE(this->file.stars.isSet());
   EXPECT_TRUE(this->file.readStarsExactly(StarReading::append));
   EXPECT_EQ(this->starsText(), "[ 5 1 ]");
+}
+
+TYPED_TEST(SolutionFileOver, FileThatWasNeverReadIsNotCurrent) {
+  this->add(5, 1);
+  EXPECT_EQ(this->file.writeIfCurrent(), Commit::changed);
+  this->file.readStars(StarReading::append);
+  EXPECT_EQ(this->file.writeIfCurrent(), Commit::written);
+}
+
+TYPED_TEST(SolutionFileOver, FileThatOthersHaveWrittenStaysUntilItIsMerged) {
+  this->file.mergeFile();
+  this->add(5, 1);
+  this->scratch.write("p.sol", "[ 6 6 ]\n[ 1 4 ]\n");
+  EXPECT_EQ(this->file.writeIfCurrent(), Commit::changed);
+  EXPECT_EQ(this->scratch.read("p.sol"), "[ 6 6 ]\n[ 1 4 ]\n");
+  this->file.mergeFile();
+  EXPECT_EQ(this->starsText(), "[ 1 4 ][ 5 1 ]");
+  EXPECT_EQ(this->file.writeIfCurrent(), Commit::written);
+}
+
+TYPED_TEST(SolutionFileOver, WriteMergesWhatOthersHaveWritten) {
+  this->file.readStars(StarReading::append);
+  this->add(5, 1);
+  this->scratch.write("p.sol", "[ 1 4 ]\n");
+  EXPECT_EQ(this->file.write(), Commit::written);
+  EXPECT_EQ(this->starsText(), "[ 1 4 ][ 5 1 ]");
+  EXPECT_EQ(this->scratch.read("p.sol"), this->file.text());
+}
+
+TYPED_TEST(SolutionFileOver, ConversionKeepsWhichFileWasRead) {
+  this->file.readStars(StarReading::append);
+  this->scratch.write("p.sol", "[ 1 4 ]\n");
+  SolutionFile<QQ> exact;
+  exact.convertFrom(this->file);
+  EXPECT_EQ(exact.writeIfCurrent(), Commit::changed);
+  exact.mergeFile();
+  EXPECT_EQ(exact.writeIfCurrent(), Commit::written);
 }
 
 TYPED_TEST(SolutionFileOver, ConversionTakesTheProblemAndItsNumber) {
@@ -134,9 +171,6 @@ TEST(YSolutionFile, StarsOfTheSameProblemAreAddedUnchecked) {
   file.addStars(stars, source.problemNumber());
   EXPECT_EQ(file.starCount(), 1);
   EXPECT_EQ(file.text(), "[ 1/3 9 ] | 0 | [ ] | 0 | -1 | \n");
-  EXPECT_TRUE(file.checkStars(2));
-  EXPECT_FALSE(file.checkStars());
-  EXPECT_FALSE(file.hasStars());
   source.editProblem();
   EXPECT_FAILS_WITH(file.addStars(stars, source.problemNumber()),
                     "The stars solve another problem");

@@ -45,6 +45,14 @@ TEST(GcdLongDouble, AgreesWithTheExactOne) {
   EXPECT_EQ(lcmQQ(4.0L, 6.0L), 12.0L);
 }
 
+TEST(GcdLongDouble, IsExactAtTheEndOfAMachineWord) {
+  EXPECT_EQ(gcdQQ(0x1p64L - 1, 255.0L), 255.0L);
+  EXPECT_EQ(gcdQQ(-(0x1p64L - 2), 0x1p63L - 1), 0x1p63L - 1);
+  EXPECT_EQ(gcdQQ(0x1p64L, 12.0L), 4.0L);
+  EXPECT_EQ(gcdQQ(3 * 0x1p70L, 9.0L), 3.0L);
+  EXPECT_EQ(gcdQQ(0x1p64L - 1, 0.5L), 0.5L);
+}
+
 TEST(GcdLongDouble, HasNoValueForInfinities) {
   EXPECT_TRUE(std::isnan(gcdQQ(HUGE_VALL, 2.0L)));
   EXPECT_TRUE(std::isnan(lcmQQ(0.0L, 0.0L)));

@@ -1,0 +1,59 @@
+#include "app/OutOfMemory.h"
+
+#include <gmp.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <utility>
+
+#include "system/Failure.h"
+#include "system/Semaphore.h"
+#include "system/UnfinishedFile.h"
+
+namespace starsift {
+
+namespace {
+
+/// Bytes that the report and the functions run at the exit may need.
+constexpr std::size_t reserveSize = std::size_t{64} << 10U;
+
+void* reserve = nullptr;
+
+void* allocate(std::size_t size) {
+  void* const memory = std::malloc(size);
+  if (memory == nullptr) failOutOfMemory();
+  return memory;
+}
+
+void* reallocate(void* old, std::size_t /*oldSize*/, std::size_t size) {
+  void* const memory = std::realloc(old, size);
+  if (memory == nullptr) failOutOfMemory();
+  return memory;
+}
+
+void release(void* memory, std::size_t /*size*/) {
+  std::free(memory);
+}
+
+}  // namespace
+
+void failOutOfMemory() {
+  static bool entered = false;
+  unlinkAllSemaphores();
+  removeUnfinishedFile();
+  // Not even the reserve is enough for the report.
+  if (std::exchange(entered, true)) std::_Exit(EXIT_FAILURE);
+  std::free(std::exchange(reserve, nullptr));
+  fail("Out of memory");
+}
+
+void failWithoutMemory() {
+  std::set_new_handler(failOutOfMemory);
+  mp_set_memory_functions(allocate, reallocate, release);
+  reserve = allocate(reserveSize);
+  // Memory that was never used may still be missing.
+  std::memset(reserve, 0, reserveSize);
+}
+
+}  // namespace starsift

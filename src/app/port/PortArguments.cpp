@@ -1,0 +1,150 @@
+#include "app/port/PortArguments.h"
+
+#include <charconv>
+#include <string_view>
+
+#include "models/jobs/OptionText.h"
+#include "models/text/ModelError.h"
+
+namespace starsift {
+
+namespace {
+
+class ArgumentReader {
+ public:
+  explicit ArgumentReader(std::span<char* const> arguments) : rest_(arguments) {}
+
+  PortArguments read();
+
+ private:
+  void readOption(std::string_view option);
+  bool setFlag(std::string_view name);
+  bool setText(std::string_view name, const std::string& value);
+  void setRecord(std::string_view value);
+  std::string takeValue(std::string_view name);
+
+  std::span<char* const> rest_;
+  PortArguments result_;
+};
+
+/// Options without a value.
+bool isFlag(std::string_view name) {
+  for (const std::string_view flag :
+       {"help", "version", "force", "constant", "keep-rounded", "explain", "rows", "solution-of"})
+    if (name == flag) return true;
+  return false;
+}
+
+std::string ArgumentReader::takeValue(std::string_view name) {
+  if (rest_.empty()) throw ModelError(0, "the value of --" + std::string(name) + " is missing");
+  std::string value = rest_.front();
+  rest_ = rest_.subspan(1);
+  return value;
+}
+
+bool ArgumentReader::setFlag(std::string_view name) {
+  if (!isFlag(name)) return false;
+  if (name == "help") result_.job = PortJob::help;
+  if (name == "version") result_.job = PortJob::version;
+  if (name == "explain") result_.job = PortJob::explain;
+  if (name == "solution-of") result_.job = PortJob::solutionOf;
+  if (name == "force") result_.options.force = true;
+  if (name == "constant") result_.options.opt.addConstant = true;
+  if (name == "keep-rounded") result_.options.rounding.keepRounded = true;
+  if (name == "rows") result_.showsRows = true;
+  return true;
+}
+
+void ArgumentReader::setRecord(std::string_view value) {
+  if (value == "all") {
+    result_.record = 0;
+    return;
+  }
+  const char* const end = value.data() + value.size();
+  const auto [stop, error] = std::from_chars(value.data(), end, result_.record);
+  if (error != std::errc() || stop != end || result_.record == 0)
+    throw ModelError(0, "\"" + std::string(value) + "\" is no value of --record");
+}
+
+bool ArgumentReader::setText(std::string_view name, const std::string& value) {
+  if (name == "solution")
+    result_.solutions.push_back(value);
+  else if (name == "output")
+    result_.output = value;
+  else if (name == "record")
+    setRecord(value);
+  else
+    return setNumberOption(result_.options, name, value);
+  return true;
+}
+
+void ArgumentReader::readOption(std::string_view option) {
+  const std::size_t equals = option.find('=');
+  const std::string_view name = option.substr(0, equals);
+  const bool hasValue = equals != std::string_view::npos;
+  if (!hasValue && setFlag(name)) return;
+  const std::string value = hasValue ? std::string(option.substr(equals + 1)) : takeValue(name);
+  if (isFlag(name) || !setText(name, value))
+    throw ModelError(0, "there is no option --" + std::string(name));
+}
+
+PortArguments ArgumentReader::read() {
+  while (!rest_.empty()) {
+    const std::string argument = rest_.front();
+    rest_ = rest_.subspan(1);
+    if (argument.starts_with("--"))
+      readOption(std::string_view(argument).substr(2));
+    else if (argument == "-o")
+      result_.output = takeValue("output");
+    else if (argument.starts_with('-') && argument != "-")
+      throw ModelError(0, "there is no option " + argument);
+    else
+      result_.files.push_back(argument);
+  }
+  if (result_.files.empty() && result_.job != PortJob::help && result_.job != PortJob::version)
+    result_.job = PortJob::usage;
+  return result_;
+}
+
+}  // namespace
+
+PortArguments readPortArguments(std::span<char* const> arguments) {
+  return ArgumentReader(arguments).read();
+}
+
+std::string portHelp() {
+  return R"(
+Models and solutions of other programs in and out, with exact numbers.
+
+MODEL [--solution=FILE ...] [-o BASE]
+  MODEL is a file .mps, .lp or .opb, also packed (.gz), or - with --format. It becomes BASE.opt and
+  BASE.names; BASE is MODEL without its endings unless -o names it. What solvers wrote is added to
+  BASE.sol.
+BASE.opt -o MODEL.mps (or .lp; also from another model)
+  writes a problem as a model; goals, moduli and decimal places are transformed.
+--explain FILE ... [MODEL or BASE.opt]
+  checks records (BASE.sol) and solution files: every row, bound and step that is broken, and by
+  how much exactly. The status is 0 if all records are right, else 1.
+--solution-of MODEL BASE.sol [-o FILE]
+  writes a record as a list of names and values for solvers.
+
+--solution=FILE       a solution file of a solver; any number of times
+--format=mps|lp|opb   format of MODEL, whatever its ending
+--force               replaces files that aren't from this model
+--rows                with --explain: the values of all rows
+--record=N|all        with --solution-of: which record (1)
+--decimals=N          decimal places of continuous columns in BASE.opt (6)
+--constant            adds a variable for the constant of the objective
+--max-size=BYTES      largest BASE.opt, also with K, M or G (1G)
+--infinity=X|none     bounds from this magnitude on are infinite (1e20)
+--integer-upper=X     upper bound of integer columns of MPS files without any bound (1)
+--integrality=X       largest distance to an integer that is rounded (1e-5)
+--snap=X              largest distance beyond a bound that is removed (1e-9)
+--keep-rounded        takes integers that the format of a solution can't hold as they stand
+--version             prints the version
+
+The status is 2 if anything was refused; nothing is written then.
+)";
+}
+
+}  // namespace starsift

@@ -1,0 +1,126 @@
+// The command: brings models and solutions that other programs read and write in and out.
+#include <cstdlib>
+#include <exception>
+#include <iostream>
+#include <new>
+#include <span>
+#include <string>
+
+#include "app/Program.h"
+#include "app/port/PortArguments.h"
+#include "models/jobs/Explain.h"
+#include "models/jobs/Export.h"
+#include "models/jobs/Import.h"
+#include "models/jobs/ReportText.h"
+#include "models/text/ModelError.h"
+#include "system/Failure.h"
+#include "system/Signals.h"
+
+namespace starsift {
+namespace {
+
+constexpr std::string_view synopsis = "MODEL [--solution=FILE ...] [-o BASE] (--help: all options)";
+
+/// The status if the command line or an input is refused.
+constexpr int refusal = 2;
+
+/// MODEL without ".gz" and the ending of its format.
+std::string baseOf(const PortArguments& given) {
+  if (!given.output.empty()) return given.output;
+  std::string base = given.files.front();
+  if (base == "-") throw ModelError(0, "standard input has no name, so -o BASE is missing");
+  for (const std::string_view ending : {".gz", ".GZ"})
+    if (base.size() > ending.size() && base.ends_with(ending))
+      base.resize(base.size() - ending.size());
+  if (formatOfPath(base)) base.resize(base.rfind('.'));
+  return base;
+}
+
+/// True for "-o" with the name of a model, and for a problem as the model: both ask for a model.
+bool isExport(const PortArguments& given) {
+  return given.files.size() == 1 &&
+         (formatOfPath(given.output) || given.files.front().ends_with(".opt"));
+}
+
+int import(const PortArguments& given) {
+  if (isExport(given)) {
+    if (!given.solutions.empty())
+      throw ModelError(0, "solutions are added to problems, not to " + given.output);
+    writeReport(std::cout, exportModel(given.files.front(), given.output, given.options));
+    return EXIT_SUCCESS;
+  }
+  if (given.files.size() != 1)
+    throw ModelError(0, "one model at a time; solutions stand behind --solution");
+  writeReport(std::cout,
+              importModel(given.files.front(), given.solutions, baseOf(given), given.options));
+  return EXIT_SUCCESS;
+}
+
+int explainFiles(const PortArguments& given) {
+  const JobReport report = explain(given.files, given.options);
+  if (report.solutions.empty()) throw ModelError(0, "there are no solutions to explain");
+  writeExplanation(std::cout, report, given.showsRows);
+  return report.isRight() ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+int writeSolution(const PortArguments& given) {
+  if (given.files.size() != 2)
+    throw ModelError(0, "--solution-of takes a model and a file of records");
+  const std::string text =
+      solutionText(given.files[0], given.files[1], given.record, given.options);
+  if (given.output.empty())
+    std::cout << text;
+  else
+    writeTextFile(given.output, text);
+  return EXIT_SUCCESS;
+}
+
+int run(std::string_view program, const PortArguments& given) {
+  switch (given.job) {
+    case PortJob::help:
+      printUsage(program, synopsis);
+      std::cout << portHelp();
+      return EXIT_SUCCESS;
+    case PortJob::version:
+      std::cout << "starport " STARSIFT_VERSION "\n";
+      return EXIT_SUCCESS;
+    case PortJob::usage:
+      printUsage(program, synopsis);
+      return refusal;
+    case PortJob::explain:
+      return explainFiles(given);
+    case PortJob::solutionOf:
+      return writeSolution(given);
+    case PortJob::import:
+      return import(given);
+  }
+  return refusal;
+}
+
+/// What fail() does here: the readers and writers of the lower floors end a job by it.
+void throwFailure(std::string_view message) {
+  throw ModelError(0, std::string(message));
+}
+
+int runCommand(std::span<char* const> arguments) {
+  const std::string_view program = arguments.empty() ? "" : arguments.front();
+  try {
+    return run(program, readPortArguments(arguments.subspan(arguments.empty() ? 0 : 1)));
+  } catch (const std::bad_alloc&) {
+    std::cerr << "there is not enough memory" << std::endl;
+  } catch (const std::exception& error) {
+    std::cerr << error.what() << std::endl;
+  }
+  return refusal;
+}
+
+}  // namespace
+}  // namespace starsift
+
+/// Usage: starport MODEL [--solution=FILE ...] [-o BASE].
+int main(int count, char** arguments) {
+  starsift::nameUncaughtExceptions();
+  starsift::unlinkSemaphoresOnSignals();
+  starsift::setFailureHandler(starsift::throwFailure);
+  return starsift::statusOfOutput(starsift::runCommand({arguments, arguments + count}));
+}

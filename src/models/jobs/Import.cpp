@@ -1,0 +1,129 @@
+#include "models/jobs/Import.h"
+
+#include <utility>
+
+#include "models/jobs/BaseFiles.h"
+#include "models/solutions/SolverFile.h"
+#include "models/text/ModelError.h"
+#include "models/text/NumberText.h"
+#include "models/text/Sha256.h"
+#include "models/text/Words.h"
+
+namespace starsift {
+
+namespace {
+
+SolutionReport readSolution(const Problem& problem, const PointCheck& check,
+                            const std::string& path, const RoundingOptions& options) {
+  try {
+    const ModelText text = readModelText(path);
+    const SolverFile file = readSolverFile(text.view());
+    SolutionReport report{path, std::string(file.format.name), file.noSolution, file.remarks, {}};
+    for (const WrittenPoint& point : file.points) {
+      RecordReport& record = report.records.emplace_back();
+      record.status = point.status;
+      record.number = report.records.size();
+      record.point = readPoint(problem.model, file.format, point, options);
+      record.check = check.check(record.point.x);
+    }
+    return report;
+  } catch (const ModelError& error) {
+    throw error.withPath(path);
+  }
+}
+
+std::string megabytes(std::uint64_t bytes) {
+  return shortText(QQ(static_cast<long>(bytes)) / QQ(1'000'000)) + " MB";
+}
+
+/// What a point has as a variable of BASE.opt and as its target values.
+std::string recordOf(const Problem& problem, const SolutionReport& solution,
+                     const RecordReport& record, bool addConstant) {
+  std::vector<QQ> x = record.point.x;
+  std::vector<QQ> targetValues = record.check.targetValues;
+  if (addConstant) {
+    x.emplace_back(1);
+    for (QQ& value : targetValues) value += problem.model.objective.constant;
+  }
+  return recordText(problem, x, targetValues, solution.solver + ' ' + solution.path);
+}
+
+void addWrittenRemarks(const ImportOptions& options, JobReport& report) {
+  const Model& model = report.problem.model;
+  std::size_t continuous = 0;
+  for (const ColumnKind kind : model.kinds)
+    if (kind == ColumnKind::continuous) ++continuous;
+  if (continuous > 0)
+    report.remarks.push_back(
+        {0, counted(continuous, "continuous column") + " with " +
+                counted(static_cast<std::size_t>(options.opt.decimals), "decimal place") +
+                ": starsift checks any value, starseek tries multiples only "
+                "(--decimals)"});
+  if (!model.objective.constant.isZero() && !options.opt.addConstant)
+    report.remarks.push_back({0, "the constant " + numberText(model.objective.constant) +
+                                     " of the objective stands in the names file only "
+                                     "(--constant adds a variable for it)"});
+}
+
+}  // namespace
+
+LoadedModel loadModel(const std::string& path, std::optional<ModelFormat> format,
+                      const ReadOptions& options) {
+  if (!format) format = formatOfPath(path);
+  if (!format)
+    throw ModelError(0, path +
+                            ": the ending is none of .mps, .lp and .opb, also with .gz "
+                            "(--format says what it is)");
+  ModelText text;
+  try {
+    text = readModelText(path);
+  } catch (const ModelError& error) {
+    throw error.withPath(path);
+  }
+  return {readModel(text, *format, options), sha256(text.view())};
+}
+
+std::vector<SolutionReport> readSolutions(const Problem& problem,
+                                          const std::vector<std::string>& paths,
+                                          const RoundingOptions& options) {
+  const PointCheck check(problem);
+  std::vector<SolutionReport> reports;
+  for (const std::string& path : paths)
+    reports.push_back(readSolution(problem, check, path, options));
+  return reports;
+}
+
+JobReport importModel(const std::string& modelPath, const std::vector<std::string>& solutionPaths,
+                      const std::string& base, const ImportOptions& options) {
+  const BasePaths paths(base);
+  LoadedModel loaded = loadModel(modelPath, options.format, options.read);
+  JobReport report;
+  report.modelPath = modelPath;
+  report.remarks = loaded.model.remarks;
+  report.problem = problemOf(std::move(loaded.model));
+  const Model& model = report.problem.model;
+  report.solutions = readSolutions(report.problem, solutionPaths, options.rounding);
+  if (!options.force) requireOwnFiles(paths, loaded.digest);
+  const OptRows rows = optRows(model);
+  const std::uint64_t size = estimatedOptSize(model);
+  if (size > options.maxSize)
+    throw ModelError(0, paths.opt + " would have " + megabytes(size) + ", more than the " +
+                            megabytes(options.maxSize) + " of --max-size");
+  std::vector<std::string> records;
+  for (const SolutionReport& solution : report.solutions)
+    for (const RecordReport& record : solution.records)
+      records.push_back(recordOf(report.problem, solution, record, options.opt.addConstant));
+  NamesFile names = namesOf(model);
+  names.source = modelPath;
+  names.sourceDigest = loaded.digest;
+  names.hasConstantColumn = options.opt.addConstant;
+  addWrittenRemarks(options, report);
+  writeBaseFiles(paths, model, rows, options.opt, std::move(names), records);
+  report.written.push_back({paths.opt, counted(model.columnCount(), "variable") + ", " +
+                                           counted(rows.equations.size(), "equation") + ", " +
+                                           counted(rows.inequations.size(), "inequation")});
+  if (!records.empty()) report.solPath = paths.sol;
+  return report;
+}
+
+}  // namespace starsift

@@ -1,0 +1,49 @@
+// The job of bringing a model and solutions of it in: BASE.opt, BASE.names, records in BASE.sol.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "models/jobs/Reports.h"
+#include "models/read/ModelReader.h"
+#include "models/solutions/PointReader.h"
+#include "models/write/OptWriter.h"
+
+namespace starsift {
+
+struct ImportOptions {
+  /// Of the model, if its path doesn't say it.
+  std::optional<ModelFormat> format;
+  ReadOptions read;
+  OptOptions opt;
+  RoundingOptions rounding;
+  /// Replaces files that aren't from this model.
+  bool force = false;
+  /// Bytes that BASE.opt may have.
+  std::uint64_t maxSize = 1'000'000'000;
+};
+
+/// A model as read and the digest of its unpacked text.
+struct LoadedModel {
+  Model model;
+  std::string digest;
+};
+
+/// ModelError with its path if it can't be read as a linear model.
+LoadedModel loadModel(const std::string& path, std::optional<ModelFormat> format,
+                      const ReadOptions& options);
+
+/// Reads and checks the solution files. ModelError with the path of one that can't be read.
+std::vector<SolutionReport> readSolutions(const Problem& problem,
+                                          const std::vector<std::string>& paths,
+                                          const RoundingOptions& options);
+
+/// Reads the model and the solutions, then writes the files of `base` (see NamesFile.h), all of
+/// them or none. ModelError, and nothing is written, if one of the inputs is refused, if the files
+/// of `base` belong to another model, and if BASE.opt would exceed its limit.
+JobReport importModel(const std::string& modelPath, const std::vector<std::string>& solutionPaths,
+                      const std::string& base, const ImportOptions& options);
+
+}  // namespace starsift

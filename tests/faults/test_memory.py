@@ -1,0 +1,88 @@
+"""No memory: a limit of the address space, and allocations that fail, one at a time."""
+
+import pathlib
+import resource
+import subprocess
+import unittest
+
+from faulty import PROGRAM, TIME_LIMIT, FaultCase, Result, error, failure
+
+SEEK = pathlib.Path(PROGRAM).with_name("starseek")
+PAGE = 4096
+# Below this the loader doesn't find room for the libraries, above the other no run needs more.
+LEAST, MOST = 1 << 20, 1 << 30
+OUT_OF_MEMORY = failure("Out of memory")
+
+
+class Limits(FaultCase):
+    """Each limit between the one at which the program starts and the one at which it ends well."""
+
+    def run_within(self, command, limit):
+        process = subprocess.Popen(
+            command,
+            cwd=self.folder,
+            stdin=subprocess.DEVNULL,
+            stdout=subprocess.PIPE,
+            stderr=subprocess.PIPE,
+            text=True,
+            preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (limit, limit)),
+        )
+        out, errors = process.communicate(timeout=TIME_LIMIT)
+        return Result(process.returncode, out, errors, process.pid)
+
+    def first_start(self, command):
+        """The least limit, in pages, at which the program itself begins."""
+        least, most = LEAST // PAGE, MOST // PAGE
+        while least < most:
+            middle = (least + most) // 2
+            result = self.run_within(command, middle * PAGE)
+            self.restore()
+            if result.status in (0, 1):
+                most = middle
+            else:
+                least = middle + 1
+        return least
+
+    def assert_fatal_until_it_succeeds(self, command, assert_safe):
+        limit = self.first_start(command)
+        refused = 0
+        while True:
+            self.restore()
+            result = self.run_within(command, limit * PAGE)
+            if result.status == 0:
+                break
+            self.assertEqual((result.status, result.stderr), (1, OUT_OF_MEMORY), limit)
+            self.assert_nothing_left(result)
+            assert_safe()
+            refused += 1
+            limit += 2
+        self.assertGreater(refused, 10)
+
+    def test_check_is_fatal_and_the_file_whole(self):
+        self.assert_fatal_until_it_succeeds([PROGRAM, self.sol.name], self.assert_whole)
+
+    def test_search_is_fatal_and_the_file_whole(self):
+        self.assert_fatal_until_it_succeeds(
+            [SEEK, "--sol=1", "knapsack.opt"],
+            lambda: self.assertIn(b"[ 0 1 36 5 ] | -302 |", self.text()),
+        )
+
+
+class Allocations(FaultCase):
+    def test_any_allocation_may_fail(self):
+        # Those before the command begins are the library's own.
+        calls = self.calls()
+        first = calls[: calls.index("sigaction")].count("new") + 1
+        count = calls.count("new")
+        self.assertGreater(count, first)
+        for number in range(first, count + 1):
+            with self.subTest(number=number):
+                self.restore()
+                result = self.run_with(error("new", number, "ENOMEM"))
+                self.assertEqual((result.status, result.stderr), (1, OUT_OF_MEMORY))
+                self.assert_whole()
+                self.assert_nothing_left(result)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,14 @@
+*= option infinity=none
+*= name t
+*= min obj: x
+*= c1: x <= 0
+*= x in [0, 100000000000000000000]
+NAME t
+ROWS
+ N obj
+ L c1
+COLUMNS
+ x obj 1 c1 1
+BOUNDS
+ UP b x 1e20
+ENDATA

@@ -1,0 +1,13 @@
+*= name t
+*= min obj: x
+*= c1: x <= 0
+*= x in [0, 99999999999999999999]
+NAME t
+ROWS
+ N obj
+ L c1
+COLUMNS
+ x obj 1 c1 1
+BOUNDS
+ UP b x 99999999999999999999
+ENDATA

@@ -1,0 +1,13 @@
+*= name t
+*= min obj: x
+*= c1: x <= 0
+*= x in [-2, inf]
+NAME t
+ROWS
+ N obj
+ L c1
+COLUMNS
+ x obj 1 c1 1
+BOUNDS
+ LO b x -2
+ENDATA

@@ -1,0 +1,15 @@
+*= name t
+*= min obj: x
+*= c1: x <= 0
+*= x binary in [0, 1]
+NAME t
+ROWS
+ N obj
+ L c1
+COLUMNS
+ M1 'MARKER' 'INTORG'
+ x obj 1 c1 1
+ M2 'MARKER' 'INTEND'
+BOUNDS
+ BV b x
+ENDATA

@@ -1,0 +1,7 @@
+﻿NAME t
+ROWS
+ N obj
+ L c1
+COLUMNS
+ x obj 1 c1 1
+ENDATA

@@ -1,0 +1,9 @@
+NAME t
+ROWS
+ N obj
+ L c1
+COLUMNS
+ x obj 1 c1 1
+RHS
+ r c1 0
+ENDATA

@@ -1,0 +1,7 @@
+NAME t
+ROWS
+ N obj
+ L größe
+COLUMNS
+ x obj 1 größe 1
+ENDATA

@@ -1,0 +1,11 @@
+*= name a model of x
+*= min obj: x
+*= c1: x <= 0
+*= x in [0, inf]
+NAME a model of x
+ROWS
+ N obj
+ L c1
+COLUMNS
+ x obj 1 c1 1
+ENDATA

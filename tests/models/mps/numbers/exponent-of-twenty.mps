@@ -1,0 +1,13 @@
+*= name t
+*= min obj: x
+*= c1: x <= 0.00000000000000000001
+*= x in [0, inf]
+NAME t
+ROWS
+ N obj
+ L c1
+COLUMNS
+ x obj 1 c1 1
+RHS
+ r c1 1e-20
+ENDATA

@@ -1,0 +1,13 @@
+*= name t
+*= min obj: x
+*= c1: x <= 123456789012345678901234567890.5
+*= x in [0, inf]
+NAME t
+ROWS
+ N obj
+ L c1
+COLUMNS
+ x obj 1 c1 1
+RHS
+ r c1 123456789012345678901234567890.5
+ENDATA

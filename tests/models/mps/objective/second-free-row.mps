@@ -1,0 +1,14 @@
+*= name t
+*= min obj: x
+*= c1: x <= 0
+*= x in [0, inf]
+*= told 9: the row "cost" of kind N is not the objective and has no effect
+NAME t
+ROWS
+ N obj
+ N cost
+ L c1
+COLUMNS
+ x obj 1 cost 7
+ x c1 1
+ENDATA

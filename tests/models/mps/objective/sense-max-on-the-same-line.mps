@@ -1,0 +1,12 @@
+*= name t
+*= max obj: x
+*= c1: x <= 0
+*= x in [0, inf]
+NAME t
+OBJSENSE MAX
+ROWS
+ N obj
+ L c1
+COLUMNS
+ x obj 1 c1 1
+ENDATA

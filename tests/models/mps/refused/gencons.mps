@@ -1,0 +1,9 @@
+*= error 8: general constraints (GENCONS) are not supported
+NAME t
+ROWS
+ N obj
+ L c1
+COLUMNS
+ x obj 1 c1 1
+GENCONS
+ENDATA

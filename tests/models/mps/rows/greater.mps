@@ -1,0 +1,13 @@
+*= name t
+*= min obj: x
+*= c1: x >= 3
+*= x in [0, inf]
+NAME t
+ROWS
+ N obj
+ G c1
+COLUMNS
+ x obj 1 c1 1
+RHS
+ r c1 3
+ENDATA

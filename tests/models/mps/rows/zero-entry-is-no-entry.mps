@@ -1,0 +1,11 @@
+*= name t
+*= min obj: x
+*= c1: 0 <= 0
+*= x in [0, inf]
+NAME t
+ROWS
+ N obj
+ L c1
+COLUMNS
+ x obj 1 c1 0.0
+ENDATA

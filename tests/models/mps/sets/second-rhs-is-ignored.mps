@@ -1,0 +1,16 @@
+*= name t
+*= min obj: x
+*= c1: x <= 3
+*= x in [0, inf]
+*= told 14: the set "B" of RHS is ignored, the first one is used
+NAME t
+ROWS
+ N obj
+ L c1
+COLUMNS
+ x obj 1 c1 1
+RHS
+ A c1 3
+ B c1 4
+ B obj 9
+ENDATA
