@@ -71,8 +71,8 @@ std::string SearchWatch::status(StatusLine::Clock::time_point now) const {
     TreeProgress progress = tree_->progress;
     progress.seconds = std::chrono::duration<double>(now - tree_->start).count();
     text << treeStatus(progress) << ", " << lattice_.solutionCount() + tree_->solutions
-         << " solutions, "
-         << std::chrono::duration_cast<std::chrono::seconds>(now - start_).count() << " s";
+         << " solutions, " << std::chrono::duration_cast<std::chrono::seconds>(now - start_).count()
+         << " s";
     return text.str();
   }
   text << "pass " << passes_ << ", " << exchanges_ << " exchanges";

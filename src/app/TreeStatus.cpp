@@ -49,8 +49,7 @@ std::string roughDuration(double seconds) {
 std::string treeStatus(const TreeProgress& progress) {
   std::string text = shortNumber(100 * progress.share) + " % of the tree";
   if (progress.seconds <= 0) return text;
-  text += ", " +
-          shortNumber(static_cast<double>(progress.nodes) / progress.seconds / 1e6) +
+  text += ", " + shortNumber(static_cast<double>(progress.nodes) / progress.seconds / 1e6) +
           " million nodes a second";
   if (progress.share > 0)
     text += ", " + roughDuration(progress.seconds * (1 / progress.share - 1)) + " left";

@@ -94,22 +94,22 @@ std::string quoted(const std::optional<QQ>& value) {
 void writeVerdict(std::ostream& stream, const SearchResult& result) {
   writeLine(stream, verdictText(result));
   writeLine(stream, reasonForNone(result.decided));
-  if (result.decided.nodes > 0)
-    writeLine(stream, "Nodes: " + std::to_string(result.decided.nodes));
+  if (result.decided.nodes > 0) writeLine(stream, "Nodes: " + std::to_string(result.decided.nodes));
   stampOutputTime();
 }
 
 std::string jsonLine(const SearchResult& result) {
   const Decided& decided = result.decided;
-  const std::uint64_t count =
-      decided.proof == Proof::allFound ? decided.count
-                                       : std::max<std::uint64_t>(decided.count, result.solutions);
+  const std::uint64_t count = decided.proof == Proof::allFound
+                                  ? decided.count
+                                  : std::max<std::uint64_t>(decided.count, result.solutions);
   std::ostringstream text;
   text << R"({"status": ")" << statusOf(result) << R"(", "complete": )"
        << (decided.isComplete() ? "true" : "false") << R"(, "solutions": )" << result.solutions
        << R"(, "count": ")" << count << R"(", "best": )" << quoted(result.best) << R"(, "bound": )"
        << quoted(decided.bound) << R"(, "nodes": )" << decided.nodes << R"(, "passes": )"
-       << result.passes << R"(, "seconds": )" << result.seconds << R"(, "seed": )" << result.seed << '}';
+       << result.passes << R"(, "seconds": )" << result.seconds << R"(, "seed": )" << result.seed
+       << '}';
   return std::move(text).str();
 }
 

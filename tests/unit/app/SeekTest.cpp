@@ -190,9 +190,8 @@ TEST_F(SeekTest, FindsAllSolutions) {
 TEST_F(SeekTest, CountsWithoutKeeping) {
   options_.count = true;
   EXPECT_EQ(run(wide, {}), SearchEnd::decided);
-  EXPECT_THAT(report(),
-              HasSubstr("All " + std::to_string(solutionsOfWide) +
-                        " solutions: the search was complete.\n"));
+  EXPECT_THAT(report(), HasSubstr("All " + std::to_string(solutionsOfWide) +
+                                  " solutions: the search was complete.\n"));
   EXPECT_EQ(solFile(), "<no file>");
 }
 
