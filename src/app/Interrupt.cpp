@@ -54,7 +54,7 @@ void rememberSignal(int number) {
 }  // namespace
 
 void rememberInterrupts() {
-  for (const int number : {SIGINT, SIGTERM, SIGHUP}) rememberSignal(number);
+  for (const int number : {SIGHUP, SIGINT, SIGTERM}) rememberSignal(number);
 }
 
 int interrupted() {

@@ -1,11 +1,11 @@
-// SIGINT, SIGTERM and SIGHUP (a terminal that is closed) as requests to end.
+// SIGHUP, SIGINT and SIGTERM as requests to end.
 #pragma once
 
 namespace starsift {
 
-/// From now on the first of these signals is only stored, and the next one ends the process at
-/// once, unless it comes within half a second: timeout(1) sends its signal twice. A signal that
-/// is ignored stays ignored.
+/// From now on the first SIGHUP, SIGINT or SIGTERM is only stored, and the next one ends the
+/// process at once, unless it comes within half a second: timeout(1) sends its signal twice. A
+/// signal that is ignored stays ignored.
 void rememberInterrupts();
 
 /// The number of the signal that came first, 0 while there was none.

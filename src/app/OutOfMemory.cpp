@@ -41,7 +41,7 @@ void release(void* memory, std::size_t /*size*/) {
 void failOutOfMemory() {
   static bool entered = false;
   unlinkAllSemaphores();
-  removeUnfinishedFile();
+  removeUnfinishedFiles();
   // Not even the reserve is enough for the report.
   if (std::exchange(entered, true)) std::_Exit(EXIT_FAILURE);
   std::free(std::exchange(reserve, nullptr));

@@ -42,8 +42,8 @@ class Seek {
   void restartLattice();
   void saveLattice();
   void conclude(SearchEnd end);
-  void writeStatus();
   void saveLastLattice(SearchEnd end);
+  void writeStatus();
   void writeStatistics(SearchEnd end);
   SearchResult result(const StarStore& store, bool anyStars) const;
   bool isOver() const;

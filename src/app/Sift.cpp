@@ -5,12 +5,11 @@
 
 namespace starsift {
 
-void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::ostream& report) {
-  lattice.setFileNames(solFile);
-  // The numbers of both files are rationals, so they are read exactly.
-  lattice.useExtendedPrecision();
-  lattice.readOpt();
-  lattice.tryStandardPrecision();
+namespace {
+
+/// Reads, checks and rewrites the file under its lock, which is free again before the report: a
+/// reader of that may take its time.
+void siftFile(YLattice<long double>& lattice, const std::string& solFile) {
   const SolutionLock lock(solFile, Patience::whileHolderWorks);
   if (!lock.isGranted()) fail("Could not lock file: " + solFile);
   lattice.readStarsExactly(StarReading::append);
@@ -18,6 +17,17 @@ void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::
   tidyStars(lattice);
   lattice.setOutputSwitch(true);
   lattice.writeSolFile(Stars::asTheyAre);
+}
+
+}  // namespace
+
+void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::ostream& report) {
+  lattice.setFileNames(solFile);
+  // The numbers of both files are rationals, so they are read exactly.
+  lattice.useExtendedPrecision();
+  lattice.readOpt();
+  lattice.tryStandardPrecision();
+  siftFile(lattice, solFile);
   reportStars(lattice, report);
 }
 

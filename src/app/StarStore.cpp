@@ -8,6 +8,7 @@
 #include "files/ResultFile.h"
 #include "system/Console.h"
 #include "system/Exceptions.h"
+#include "system/Failure.h"
 
 namespace starsift {
 
@@ -23,16 +24,39 @@ bool canWrite(const std::string& path) {
     return ResultFile(path).isOpen();
   } catch (const WriteException&) {
     return false;
+  } catch (const LinkException&) {
+    return false;
   }
 }
 
 }  // namespace
 
+StarStore* StarStore::present = nullptr;
+
 StarStore::StarStore(const YLattice<long double>& search, std::function<Clock::time_point()> now)
-    : now_(std::move(now)) {
+    : search_(search), now_(std::move(now)) {
+  present = this;
   search.withLive([this](const auto& lattice) { stars_.takeProblem(lattice.file); });
   // A file that was not read counts as written by others.
   if (search.params().bench <= 0) stars_.mergeFile();
+}
+
+StarStore::~StarStore() {
+  if (present == this) present = nullptr;
+}
+
+void StarStore::secureUnsaved() {
+  StarStore* const store = std::exchange(present, nullptr);
+  if (store == nullptr || !store->hasNews(store->search_) || !rescueRemark().empty()) return;
+  // One fatal report is enough.
+  setFailureHandler([](std::string_view message) { throw GeneralException(std::string(message)); });
+  try {
+    store->take(store->search_);
+    const RescueFile rescue(store->stars_);
+  } catch (const GeneralException&) {
+    // The lattice is broken in the middle of a step; what was saved before is on disk.
+  }
+  setFailureHandler(nullptr);
 }
 
 bool StarStore::hasNews(const YLattice<long double>& search) const {
@@ -69,6 +93,7 @@ bool StarStore::save(const YLattice<long double>& search) {
   if (!saved && isAhead_) {
     secure(rescue);
     rescue->leave();
+    present = nullptr;
   } else if (rescue) {
     rescue->remove();
   }

@@ -32,6 +32,9 @@ class StarStore {
   /// time. In a benchmark run (bench > 0) the file is first read and merged by save().
   explicit StarStore(const YLattice<long double>& search,
                      std::function<Clock::time_point()> now = Clock::now);
+  StarStore(const StarStore&) = delete;
+  StarStore& operator=(const StarStore&) = delete;
+  ~StarStore();
 
   /// The search has filed solutions that are not in the file yet.
   bool hasNews(const YLattice<long double>& search) const;
@@ -50,6 +53,10 @@ class StarStore {
   /// are in the file.
   bool save(const YLattice<long double>& search);
 
+  /// Leaves what the present store has not saved in a rescue file: for a fatal report, which ends
+  /// the process. Nothing without a store.
+  static void secureUnsaved();
+
   /// Adds a judged star, found without the lattice, to the news.
   void add(const Star<QQ>& star);
   /// The least target norm of the stars that were saved or read; empty without stars.
@@ -59,6 +66,9 @@ class StarStore {
   bool report(std::ostream& stream);
 
  private:
+  /// The one whose stars a fatal report would lose; null if there is none.
+  static StarStore* present;
+
   void take(const YLattice<long double>& search);
   /// Writes all stars under the lock. Makes a rescue file before anything that may end the process
   /// or takes long. False if the file isn't written.
@@ -69,6 +79,7 @@ class StarStore {
   void secure(std::optional<RescueFile>& rescue) const;
   void tellOnce(const std::string& message);
 
+  const YLattice<long double>& search_;
   std::function<Clock::time_point()> now_;
   YSolutionFile stars_;
   /// The number of the last solution that was added from the search.

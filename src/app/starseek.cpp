@@ -14,6 +14,7 @@
 #include "app/RescueFile.h"
 #include "app/Seek.h"
 #include "app/SeekArguments.h"
+#include "app/StarStore.h"
 #include "app/Verdict.h"
 #include "params/ParamHelp.h"
 #include "system/Console.h"
@@ -36,6 +37,7 @@ std::streambuf* statusTerminal(const YLattice<long double>& lattice) {
 
 /// The remark on a fatal report: what it proves, or where the stars of the search are.
 std::string searchRemark(std::string_view message) {
+  StarStore::secureUnsaved();
   const std::string proof = proofRemark(message);
   return proof.empty() ? rescueRemark() : proof;
 }

@@ -20,6 +20,10 @@ Index YSolutionFile::starCount() const {
   return files_.withLive([](const auto& file) { return file.stars.dimension(); });
 }
 
+void YSolutionFile::mergeFile() {
+  files_.runStep([](auto& file) { file.mergeFile(); }, OnFailure::unchanged);
+}
+
 std::optional<QQ> YSolutionFile::leastTargetNorm() const {
   return files_.withLive([]<class T>(const SolutionFile<T>& file) {
     std::optional<QQ> least;
@@ -29,10 +33,6 @@ std::optional<QQ> YSolutionFile::leastTargetNorm() const {
     }
     return least;
   });
-}
-
-void YSolutionFile::mergeFile() {
-  files_.runStep([](auto& file) { file.mergeFile(); }, OnFailure::unchanged);
 }
 
 void YSolutionFile::sortStars() {

@@ -9,37 +9,55 @@ namespace starsift {
 
 namespace {
 
-/// Null if there is none.
-UnfinishedFile* present = nullptr;
+/// The latest one; null if there is none.
+UnfinishedFile* latest = nullptr;
 
 void cleanUpAtExit() {
-  [[maybe_unused]] static const int registered = std::atexit(removeUnfinishedFile);
+  [[maybe_unused]] static const int registered = std::atexit(removeUnfinishedFiles);
 }
 
 }  // namespace
 
-void removeUnfinishedFile() {
-  if (present != nullptr && present->owner_ == getpid()) present->remove();
+void removeUnfinishedFiles() {
+  UnfinishedFile* next = nullptr;
+  for (UnfinishedFile* file = latest; file != nullptr; file = next) {
+    next = file->next_;
+    if (file->owner_ == getpid()) file->remove();
+  }
 }
 
 UnfinishedFile::UnfinishedFile(const FilePlace& place, mode_t mode)
     : place_(place), owner_(getpid()) {
   cleanUpAtExit();
   file_ = place.create(".starsift.", mode, name_);
-  if (file_.isOpen()) present = this;
+  if (file_.isOpen()) enlist();
 }
 
 bool UnfinishedFile::replaceOld() {
   if (!place_.replaceBy(name_)) return false;
-  present = nullptr;
+  delist();
   return true;
 }
 
 void UnfinishedFile::remove() {
   file_.close();
-  if (present != this) return;
-  present = nullptr;
+  if (link_ == nullptr) return;
+  delist();
   place_.unlinkBeside(name_);
+}
+
+void UnfinishedFile::enlist() {
+  next_ = latest;
+  if (next_ != nullptr) next_->link_ = &next_;
+  link_ = &latest;
+  latest = this;
+}
+
+void UnfinishedFile::delist() {
+  *link_ = next_;
+  if (next_ != nullptr) next_->link_ = link_;
+  next_ = nullptr;
+  link_ = nullptr;
 }
 
 }  // namespace starsift

@@ -10,13 +10,13 @@
 
 namespace starsift {
 
-/// Removes the unfinished file of this process, if there is one: for code that ends the process
-/// without destructors. Runs at the exit of the process by itself. Allocates nothing.
-void removeUnfinishedFile();
+/// Removes the unfinished files of this process: for code that ends the process without
+/// destructors. Runs at the exit of the process by itself. Allocates nothing.
+void removeUnfinishedFiles();
 
 /// A file ".starsift." and six random characters in the folder of a place, open for writing.
 /// Removed at the end of its lifetime, and at the exit of the process, unless it has replaced the
-/// file of the place. At most one at a time.
+/// file of the place.
 class UnfinishedFile {
  public:
   /// No file if none can be created; errno says why. `place` must live as long.
@@ -33,15 +33,20 @@ class UnfinishedFile {
   bool replaceOld();
 
  private:
-  friend void removeUnfinishedFile();
+  friend void removeUnfinishedFiles();
 
   void remove();
+  void enlist();
+  void delist();
 
   const FilePlace& place_;
   Descriptor file_;
   std::string name_;
   /// The process that has to remove the file; a forked child must not.
   pid_t owner_;
+  /// Links of the list of unfinished files, latest first; both null outside of it.
+  UnfinishedFile* next_ = nullptr;
+  UnfinishedFile** link_ = nullptr;
 };
 
 }  // namespace starsift

@@ -51,9 +51,14 @@ class Limits(FaultCase):
             result = self.run_within(command, limit * PAGE)
             if result.status == 0:
                 break
-            self.assertEqual((result.status, result.stderr), (1, OUT_OF_MEMORY), limit)
+            self.assertEqual(result.status, 1, (limit, result))
+            self.assertTrue(result.stderr.startswith(OUT_OF_MEMORY), result)
             self.assert_nothing_left(result)
             assert_safe()
+            # What the search had found, if there was the memory to say so.
+            for found in self.folder.glob("*.found.*"):
+                self.assertIn(found.name, result.stderr)
+                found.unlink()
             refused += 1
             limit += 2
         self.assertGreater(refused, 10)

@@ -7,7 +7,7 @@ import signal
 import time
 import unittest
 
-from faulty import PROGRAM, ROOT, FaultCase
+from faulty import PROGRAM, ROOT, FaultCase, error, failure
 
 SEEK = pathlib.Path(PROGRAM).with_name("starseek")
 SOLUTION = "[ 0 0 0 0 1 1 1 1 0 1 1 0 0 1 1 1 0 0 0 1 ]"
@@ -99,6 +99,28 @@ class StoppedHolder(SearchCase):
             result = self.finish(process)
         self.assertEqual(result.status, -signal.SIGINT)
         (found,) = self.folder.glob("knapsack.sol.found.*")
+        self.assertTrue(found.read_text().startswith(SOLUTION))
+
+
+class FatalReport(SearchCase):
+    def test_fatal_report_leaves_what_was_not_saved_beside_the_file(self):
+        # The search finds its solution, can't save it, as the file is locked, and ends where the
+        # next lattice is made.
+        made = self.calls(command=(SEEK, "--sol=1"))
+        number = made[: made.index("renameat")].count("sem_open") + 1
+        self.sol.write_text(record(98))
+        with self.sol.open() as lock:
+            fcntl.flock(lock, fcntl.LOCK_EX)
+            result = self.run_with(
+                error("sem_open", number, "EIO"), command=(SEEK, "--sol=2")
+            )
+        (found,) = self.folder.glob("knapsack.sol.found.*")
+        self.assertEqual(result.status, 1)
+        self.assertEqual(
+            result.stderr,
+            failure("SEM could not be opened", "EIO")
+            + f"The stars of this search are in {found.name}.\n",
+        )
         self.assertTrue(found.read_text().startswith(SOLUTION))
 
 

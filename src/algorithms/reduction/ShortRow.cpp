@@ -7,11 +7,19 @@
 
 namespace starsift {
 
+namespace {
+
+/// Rows with at most one entry other than 0 in this many count as sparse.
+constexpr std::size_t sparseShare = 8;
+
+}  // namespace
+
 template <class R>
 void ShortRow<R>::assign(const Vector<R>& row) {
   constexpr R bound = 9007199254740992;  // 2^53
   const auto count = static_cast<std::size_t>(row.dimension());
   entries_.resize(count);
+  places_.clear();
   greatest_ = 1;
   const R* const source = row.begin();
   for (std::size_t i = 0; i < count; ++i) {
@@ -22,11 +30,23 @@ void ShortRow<R>::assign(const Vector<R>& row) {
     }
     entries_[i] = static_cast<double>(source[i]);
     greatest_ = std::max(greatest_, std::fabs(entries_[i]));
+    if (entries_[i] != 0) places_.push_back(static_cast<std::uint32_t>(i));
   }
+  isSparse_ = places_.size() * sparseShare <= count;
+  if (!isSparse_) places_.clear();
+}
+
+template <class R>
+R ShortRow<R>::sparseProduct(const ShortRow& other) const {
+  double sum = 0;
+  for (const std::uint32_t i : places_) sum += entries_[i] * other.entries_[i];
+  return static_cast<R>(sum);
 }
 
 template <class R>
 R ShortRow<R>::product(const ShortRow& other) const {
+  if (isSparse_) return sparseProduct(other);
+  if (other.isSparse_) return other.sparseProduct(*this);
   const double* const a = entries_.data();
   const double* const b = other.entries_.data();
   const std::size_t count = entries_.size();
@@ -43,6 +63,10 @@ R ShortRow<R>::product(const ShortRow& other) const {
 
 template <class R>
 std::array<R, 4> ShortRow<R>::products(const std::array<const ShortRow*, 4>& others) const {
+  const bool anySparse = isSparse_ || std::any_of(others.begin(), others.end(),
+                                                  [](const auto* row) { return row->isSparse_; });
+  if (anySparse)
+    return {product(*others[0]), product(*others[1]), product(*others[2]), product(*others[3])};
   const double* const x = entries_.data();
   const double* const a = others[0]->entries_.data();
   const double* const b = others[1]->entries_.data();

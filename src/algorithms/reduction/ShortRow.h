@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <vector>
 
 #include "core/Vector.h"
@@ -24,11 +25,19 @@ class ShortRow {
   }
   /// The product of two rows of equal length.
   R product(const ShortRow& other) const;
-  /// The products with four rows, in the time of two.
+  /// The products with four rows, in the time of two unless rows are sparse.
   std::array<R, 4> products(const std::array<const ShortRow*, 4>& others) const;
 
  private:
+  /// The product of this row, a sparse one, with another row.
+  R sparseProduct(const ShortRow& other) const;
+
   std::vector<double> entries_;
+  /// Indices of the entries other than 0; empty unless the row is sparse.
+  std::vector<std::uint32_t> places_;
+  /// Most entries are 0: products run over the others only. The sums are exact, so that their
+  /// order doesn't matter.
+  bool isSparse_ = false;
   /// The greatest magnitude, at least 1; infinite if the entries aren't usable.
   double greatest_ = 0;
 };

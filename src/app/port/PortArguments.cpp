@@ -29,8 +29,8 @@ class ArgumentReader {
 
 /// Options without a value.
 bool isFlag(std::string_view name) {
-  for (const std::string_view flag :
-       {"help", "version", "force", "constant", "keep-rounded", "explain", "rows", "solution-of"})
+  for (const std::string_view flag : {"help", "version", "force", "constant", "keep-rounded",
+                                      "explain", "rows", "json", "repair", "solution-of"})
     if (name == flag) return true;
   return false;
 }
@@ -52,6 +52,8 @@ bool ArgumentReader::setFlag(std::string_view name) {
   if (name == "constant") result_.options.opt.addConstant = true;
   if (name == "keep-rounded") result_.options.rounding.keepRounded = true;
   if (name == "rows") result_.showsRows = true;
+  if (name == "json") result_.isJson = true;
+  if (name == "repair") result_.options.repair = true;
   return true;
 }
 
@@ -130,8 +132,11 @@ BASE.opt -o MODEL.mps (or .lp; also from another model)
 
 --solution=FILE       a solution file of a solver; any number of times
 --format=mps|lp|opb   format of MODEL, whatever its ending
+--repair              makes broken solutions right: integers stay, the rest is solved exactly by
+                      esolver (package qsopt-ex), or proved to have no solution
 --force               replaces files that aren't from this model
 --rows                with --explain: the values of all rows
+--json                prints the report as JSON
 --record=N|all        with --solution-of: which record (1)
 --decimals=N          decimal places of continuous columns in BASE.opt (6)
 --constant            adds a variable for the constant of the objective

@@ -22,6 +22,7 @@ struct PortArguments {
   /// Of --record: 0 for all.
   std::size_t record = 1;
   bool showsRows = false;
+  bool isJson = false;
   ImportOptions options;
 };
 

@@ -11,6 +11,7 @@
 #include "models/jobs/Explain.h"
 #include "models/jobs/Export.h"
 #include "models/jobs/Import.h"
+#include "models/jobs/ReportJson.h"
 #include "models/jobs/ReportText.h"
 #include "models/text/ModelError.h"
 #include "system/Failure.h"
@@ -42,24 +43,32 @@ bool isExport(const PortArguments& given) {
          (formatOfPath(given.output) || given.files.front().ends_with(".opt"));
 }
 
+void show(const PortArguments& given, const JobReport& report) {
+  if (given.isJson)
+    std::cout << reportJson(report, given.showsRows);
+  else if (given.job == PortJob::explain)
+    writeExplanation(std::cout, report, given.showsRows);
+  else
+    writeReport(std::cout, report);
+}
+
 int import(const PortArguments& given) {
   if (isExport(given)) {
     if (!given.solutions.empty())
       throw ModelError(0, "solutions are added to problems, not to " + given.output);
-    writeReport(std::cout, exportModel(given.files.front(), given.output, given.options));
+    show(given, exportModel(given.files.front(), given.output, given.options));
     return EXIT_SUCCESS;
   }
   if (given.files.size() != 1)
     throw ModelError(0, "one model at a time; solutions stand behind --solution");
-  writeReport(std::cout,
-              importModel(given.files.front(), given.solutions, baseOf(given), given.options));
+  show(given, importModel(given.files.front(), given.solutions, baseOf(given), given.options));
   return EXIT_SUCCESS;
 }
 
 int explainFiles(const PortArguments& given) {
   const JobReport report = explain(given.files, given.options);
   if (report.solutions.empty()) throw ModelError(0, "there are no solutions to explain");
-  writeExplanation(std::cout, report, given.showsRows);
+  show(given, report);
   return report.isRight() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 

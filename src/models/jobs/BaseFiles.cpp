@@ -53,6 +53,10 @@ std::string digestOf(const std::string& path) {
   return text ? sha256(text->view()) : "";
 }
 
+void requireCommitted(Commit commit, const std::string& path) {
+  if (commit == Commit::changed) throw ModelError(0, "Somebody else writes to file: " + path);
+}
+
 /// Several files that are put in place together.
 class FileGroup {
  public:
@@ -66,7 +70,7 @@ class FileGroup {
 
   void commit(ResultFile& file, const std::string& path) {
     const bool isNew = !exists(path);
-    file.commit();
+    requireCommitted(file.commit(), path);
     if (isNew) created_.push_back(path);
   }
   void keep() { created_.clear(); }

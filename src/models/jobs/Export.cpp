@@ -18,7 +18,8 @@ void writeTextFile(const std::string& path, const std::string& text) {
   ResultFile file(path);
   if (!file.isOpen()) throw ModelError(0, "Could not write file: " + path);
   file.write(text);
-  file.commit();
+  if (file.commit() == Commit::changed)
+    throw ModelError(0, "Somebody else writes to file: " + path);
 }
 
 JobReport exportModel(const std::string& input, const std::string& output,

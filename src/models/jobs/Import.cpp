@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "models/jobs/BaseFiles.h"
+#include "models/jobs/Repair.h"
 #include "models/solutions/SolverFile.h"
 #include "models/text/ModelError.h"
 #include "models/text/NumberText.h"
@@ -103,6 +104,7 @@ JobReport importModel(const std::string& modelPath, const std::vector<std::strin
   report.problem = problemOf(std::move(loaded.model));
   const Model& model = report.problem.model;
   report.solutions = readSolutions(report.problem, solutionPaths, options.rounding);
+  if (options.repair) repairRecords(report.problem, report.solutions);
   if (!options.force) requireOwnFiles(paths, loaded.digest);
   const OptRows rows = optRows(model);
   const std::uint64_t size = estimatedOptSize(model);

@@ -21,6 +21,8 @@ struct ImportOptions {
   RoundingOptions rounding;
   /// Replaces files that aren't from this model.
   bool force = false;
+  /// Repairs the points of solutions that are broken; see Repair.h.
+  bool repair = false;
   /// Bytes that BASE.opt may have.
   std::uint64_t maxSize = 1'000'000'000;
 };

@@ -45,14 +45,15 @@ void takePairs(const Words& words, std::size_t first, MpsCard& card) {
 }
 
 void takeFreeColumn(const Words& words, std::size_t line, MpsCard& card) {
-  card.first = words[0];
   if (words.size() == 3 && words[1] == markerWord) {
     card.marker = words[2];
     return;
   }
-  if (words.size() < 3 || words.size() % 2 == 0)
+  if (words.size() < 2)
     throw ModelError(line, "a line of COLUMNS has a column and pairs of a row and a value");
-  takePairs(words, 1, card);
+  const std::size_t first = words.size() % 2;
+  if (first == 1) card.first = words[0];
+  takePairs(words, first, card);
 }
 
 void takeFreeVector(const Words& words, std::size_t line, MpsCard& card) {

@@ -28,7 +28,7 @@ struct MpsCard {
   /// The kind of a row or bound.
   std::string_view code;
   /// The name of a row, of a column, or of a set of right sides, ranges or bounds; empty if the
-  /// line has none.
+  /// line has none and goes on with the one before.
   std::string_view first;
   /// Rows and values; of a bound the column and its value, which may be empty.
   std::vector<std::pair<std::string_view, std::string_view>> pairs;

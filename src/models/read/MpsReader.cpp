@@ -182,8 +182,11 @@ std::uint32_t MpsReader::rowOf(std::string_view name) const {
 
 void MpsReader::enterColumn() {
   const std::size_t count = model_.columnCount();
+  // As in the sections of sets, a line without a name goes on with the column before.
+  if (card_.first.empty() && count == 0)
+    throw ModelError(line_, "the name of the column is missing");
+  if (card_.first.empty()) card_.first = model_.columnNames[count - 1];
   if (count > 0 && model_.columnNames[count - 1] == card_.first) return;
-  if (card_.first.empty()) throw ModelError(line_, "the name of the column is missing");
   if (!model_.columnNames.add(card_.first).isNew)
     throw ModelError(line_, "the column " + inQuotes(card_.first) + " comes a second time");
   model_.columnStart.back() = model_.entryRows.size();

@@ -73,7 +73,11 @@ void LpWriter::writeObjective() {
   text_ += objective.sense == ObjectiveSense::maximise ? "Maximize\n" : "Minimize\n";
   beginLine(" ");
   text_ += names_.objective + ':';
-  if (comesInOrder()) {
+  const bool isEmpty = objective.columns.empty() && objective.constant.isZero();
+  if (comesInOrder() && isEmpty && model_.columnCount() > 0) {
+    // Some programs refuse an objective without any term.
+    addTerm(QQ::zero(), names_.columns[0]);
+  } else if (comesInOrder()) {
     for (std::size_t k = 0; k < objective.columns.size(); ++k)
       addTerm(objective.coefficients[k], names_.columns[objective.columns[k]]);
   } else {

@@ -62,5 +62,25 @@ TEST(ShortRow, TakesOtherEntriesLater) {
   EXPECT_EQ(row.product(row), 25);
 }
 
+// One entry in eight or fewer: products run over the entries other than 0.
+TEST(ShortRow, SparseRowsHaveTheProductsOfFullOnes) {
+  Vector<long double> sparse(16);
+  sparse[3] = 5;
+  sparse[16] = -7;
+  Vector<long double> full(16);
+  for (Index i = 1; i <= 16; ++i) full[i] = i;
+  ShortRow<long double> a;
+  ShortRow<long double> b;
+  a.assign(sparse);
+  b.assign(full);
+  EXPECT_EQ(a.product(b), 5 * 3 - 7 * 16);
+  EXPECT_EQ(b.product(a), 5 * 3 - 7 * 16);
+  EXPECT_EQ(a.product(a), 25 + 49);
+  EXPECT_EQ(b.products({&a, &b, &b, &a}), (std::array<long double, 4>{-97, 1496, 1496, -97}));
+  // A row may become full again.
+  a.assign(full);
+  EXPECT_EQ(a.product(b), 1496);
+}
+
 }  // namespace
 }  // namespace starsift

@@ -246,6 +246,49 @@ TEST_F(StarStoreTest, FileThatCannotBeWrittenIsNoEnd) {
   EXPECT_THAT(solFile(), HasSubstr("[ 2 3 ]"));
 }
 
+TEST_F(StarStoreTest, TriesAgainAfterASecondWhatItCouldNotWrite) {
+  search(band);
+  StarStore stars = store();
+  std::filesystem::create_directory(dir_.file("p.sol"));
+  find({1, 4}, 3);
+  stars.trySave(search_);
+  EXPECT_EQ(dir_.names(), (Names{"p.opt", "p.sol"}));
+  EXPECT_TRUE(stars.hasNews(search_));
+  EXPECT_FALSE(stars.isDue(search_));
+  now_ += seconds(1);
+  EXPECT_TRUE(stars.isDue(search_));
+  std::filesystem::remove(dir_.file("p.sol"));
+  stars.trySave(search_);
+  EXPECT_THAT(solFile(), HasSubstr("[ 1 4 ]"));
+  EXPECT_FALSE(stars.hasNews(search_));
+}
+
+TEST_F(StarStoreTest, DoesNotWaitForALockInTheMiddleOfASearch) {
+  search(band, "[ 5 1 ]\n");
+  StarStore stars = store();
+  find({1, 4}, 3);
+  {
+    const SolutionLock lock(dir_.file("p.sol"), Patience::none);
+    ASSERT_TRUE(lock.isGranted());
+    stars.trySave(search_);
+    EXPECT_EQ(solFile(), "[ 5 1 ]\n");
+  }
+  EXPECT_TRUE(stars.save(search_));
+  EXPECT_THAT(solFile(), HasSubstr("[ 1 4 ]"));
+}
+
+TEST_F(StarStoreTest, SaysAheadThatItsFileCannotBeWritten) {
+  search(band);
+  const StarStore stars = store();
+  testing::internal::CaptureStderr();
+  stars.tellIfReadOnly();
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  std::filesystem::create_directory(dir_.file("p.sol"));
+  testing::internal::CaptureStderr();
+  stars.tellIfReadOnly();
+  EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("can't be written"));
+}
+
 TEST_F(StarStoreTest, ReportsThatThereIsNothing) {
   search(band, "[ 5 5 ]\n");
   StarStore stars = store();

@@ -1,4 +1,4 @@
-*= error 7: a line of COLUMNS has a column and pairs of a row and a value
+*= error 7: the name of the column is missing
 NAME t
 ROWS
  N obj

@@ -1,0 +1,46 @@
+// What holds of every model that a reader accepts.
+#pragma once
+
+#include "Target.h"
+#include "models/read/ModelReader.h"
+#include "models/write/ModelWriter.h"
+#include "support/fixtures/ModelDescription.h"
+
+namespace starsift::fuzz {
+
+/// Reads without any bound that counts as infinite.
+inline Model readBytes(std::string_view bytes, ModelFormat format) {
+  ReadOptions options;
+  options.infinity = QQ::infinity();
+  ModelText text;
+  text.path = "bytes";
+  text.bytes = bytes;
+  return readModel(text, format, options);
+}
+
+inline std::string modelWithoutRemarks(Model model) {
+  model.remarks.clear();
+  return test::modelText(model);
+}
+
+/// Once the names fit, the model that was written as `format` is read as it was.
+inline void checkTrip(const Model& model, ModelFormat format) {
+  const Model once = readBytes(writeModel(model, format).text, format);
+  require(once.columnCount() == model.columnCount() && once.rowCount() == model.rowCount() &&
+              once.entryCount() == model.entryCount(),
+          "a written model has the same size");
+  const Model twice = readBytes(writeModel(once, format).text, format);
+  require(modelWithoutRemarks(once) == modelWithoutRemarks(twice),
+          "a written model is read as it was");
+}
+
+inline void readAndWrite(std::string_view bytes, ModelFormat format) {
+  const Model model = readBytes(bytes, format);
+  require(model.columnStart.size() == model.columnCount() + 1 &&
+              model.columnStart.back() == model.entryRows.size(),
+          "a model that is accepted is whole");
+  checkTrip(model, ModelFormat::mps);
+  checkTrip(model, ModelFormat::lp);
+}
+
+}  // namespace starsift::fuzz
