@@ -119,7 +119,10 @@ void Seek::decide() {
 }
 
 void Seek::runPass() {
-  if (passLimit_ >= 0 && watch_.passes() >= passLimit_) throw SearchEnded(SearchEnd::passes);
+  if (passLimit_ >= 0 && watch_.passes() >= passLimit_) {
+    if (options_.prove.value_or(false)) decide();
+    throw SearchEnded(SearchEnd::passes);
+  }
   watch_.look();
   watch_.beginPass();
   watch_.endPass(searchPass(lattice_));

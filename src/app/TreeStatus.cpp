@@ -42,8 +42,8 @@ std::string withUnit(double seconds, const Unit& unit) {
 std::string roughDuration(double seconds) {
   if (seconds > mostYears * units.front().seconds) return "more than 1000 years";
   for (const Unit& unit : units)
-    if (seconds >= unit.seconds) return withUnit(seconds, unit);
-  return withUnit(seconds, units.back());
+    if (seconds >= unit.seconds) return "about " + withUnit(seconds, unit);
+  return "about " + withUnit(seconds, units.back());
 }
 
 std::string treeStatus(const TreeProgress& progress) {

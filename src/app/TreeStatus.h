@@ -6,7 +6,7 @@
 
 namespace starsift {
 
-/// A duration of `seconds` >= 0 in one unit, "3 days", rounded; at most one digit behind the
+/// A duration of `seconds` >= 0 in one unit, "about 3 days", rounded; at most one digit behind the
 /// point, and "more than 1000 years".
 std::string roughDuration(double seconds);
 

@@ -48,7 +48,7 @@ std::string reasonForNone(const Decided& decided) {
     return "The problem is unbounded: the target norm decreases for ever along " +
            decided.direction + '.';
   if (decided.undecided == Undecided::tooLarge && decided.estimatedSeconds > 0)
-    return "A complete search would take about " + roughDuration(decided.estimatedSeconds) +
+    return "A complete search would take " + roughDuration(decided.estimatedSeconds) +
            "; --prove runs it anyway.";
   return "";
 }

@@ -61,7 +61,8 @@ std::optional<std::size_t> ExactSimplex::columnThatRaises(const std::vector<QQ>&
   std::optional<std::size_t> found;
   for (std::size_t k = 0; k < nonbasic_.size(); ++k) {
     const int effect = sign * signOf(row[k]);
-    const bool fits = (effect > 0 && canRise(nonbasic_[k])) || (effect < 0 && canFall(nonbasic_[k]));
+    const bool fits =
+        (effect > 0 && canRise(nonbasic_[k])) || (effect < 0 && canFall(nonbasic_[k]));
     if (fits && (!found || nonbasic_[k] < nonbasic_[*found])) found = k;
   }
   return found;
@@ -121,8 +122,8 @@ ExactSimplex::Block ExactSimplex::blockOf(std::size_t column, int direction) con
     if (!bound) continue;
     const QQ length = abs((*bound - values_[variable]) / entry(i, column));
     const bool isShorter = !block.length || length < *block.length;
-    const bool isFirst = block.length && length == *block.length && block.row &&
-                         variable < basic_[*block.row];
+    const bool isFirst =
+        block.length && length == *block.length && block.row && variable < basic_[*block.row];
     if (isShorter || isFirst) block = {length, i};
   }
   return block;

@@ -30,6 +30,10 @@ constexpr double prunedShare = 0.05;
 constexpr std::uint64_t firstWalk = 10'000;
 constexpr std::uint64_t walkGrowth = 4;
 
+/// Nodes of a tree that seems too large: the estimate sees the lengths of vectors only, and other
+/// cuts may leave a few nodes.
+constexpr std::uint64_t briefWalk = 1'000'000;
+
 /// Nodes a second while none are measured.
 constexpr double usualSpeed = 2e6;
 
@@ -95,7 +99,8 @@ Decided Decider::run() {
   if (prepare()) {
     const bool isSmall = estimate();
     if (settings_.wanted && expectedNodes_ > smallTree) walkPruned();
-    if (!isEnough_ && !isStopped_ && isSmall) walk();
+    if (!isSmall) nodesLeft_ = briefWalk;
+    if (!isEnough_ && !isStopped_) walk();
   }
   result_.nodes = decision_.nodes();
   return result_;
@@ -177,7 +182,7 @@ void Decider::walk() {
   if (settings_.aim == Aim::best)
     walkToBest();
   else
-    conclude(walk({std::nullopt, std::nullopt}));
+    conclude(walk({std::nullopt, nodesLeft_}));
 }
 
 void Decider::walkToBest() {
@@ -186,6 +191,7 @@ void Decider::walkToBest() {
   while (end == EnumerationEnd::limit) {
     const std::optional<QQ> before = result_.best;
     end = walk({std::nullopt, limit});
+    if (nodesLeft_ && limit >= *nodesLeft_) break;
     limit *= walkGrowth;
     if (end != EnumerationEnd::limit || result_.best == before) continue;
     if (!prepare()) return;

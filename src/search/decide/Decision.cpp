@@ -163,8 +163,7 @@ Preparation Decision::Tree::makeCoset(const std::optional<QQ>& known, const MayG
     reduceCoset(coset, mayGoOn);
     return mayGoOn();
   };
-  CosetResult result =
-      problemCoset(integers_, {aim_ == Aim::best, most_, reduce, mayGoOn});
+  CosetResult result = problemCoset(integers_, {aim_ == Aim::best, most_, reduce, mayGoOn});
   if (std::holds_alternative<NoSolution>(result)) return nothingLeft(known);
   if (std::holds_alternative<CosetStopped>(result)) return Preparation::stopped;
   if (const auto* open = std::get_if<NoFiniteBox>(&result)) return openBox(*open);

@@ -131,8 +131,7 @@ class Maker {
   bool addRows() {
     return std::all_of(problem_.ranges.begin(), problem_.ranges.end(), [this](const auto& row) {
       const IntegerRange values = valuesOver(problem_.box, row.form);
-      return isWithin(values, row.range) ||
-             add(coordinateOf(row.form, common(row.range, values)));
+      return isWithin(values, row.range) || add(coordinateOf(row.form, common(row.range, values)));
     });
   }
 

@@ -76,14 +76,13 @@ TEST(ExactSimplex, FindsADirectionWithoutEnd) {
 
 TEST(ExactSimplex, DoesNotCycleAtADegeneratePoint) {
   // E. M. L. Beale's example, which cycles by the largest coefficient.
-  ExactSimplex simplex(
-      4,
-      {row({QQ(1, 4), -60, QQ(-1, 25), 9}, std::nullopt, 0),
-       row({QQ(1, 2), -90, QQ(-1, 50), 3}, std::nullopt, 0), row({0, 0, 1, 0}, 0, 1),
-       row({1, 0, 0, 0}, 0, std::nullopt), row({0, 1, 0, 0}, 0, std::nullopt),
-       row({0, 0, 0, 1}, 0, std::nullopt),
-       row({QQ(-3, 4), 150, QQ(-1, 50), 6}, std::nullopt, std::nullopt)},
-      &always);
+  ExactSimplex simplex(4,
+                       {row({QQ(1, 4), -60, QQ(-1, 25), 9}, std::nullopt, 0),
+                        row({QQ(1, 2), -90, QQ(-1, 50), 3}, std::nullopt, 0),
+                        row({0, 0, 1, 0}, 0, 1), row({1, 0, 0, 0}, 0, std::nullopt),
+                        row({0, 1, 0, 0}, 0, std::nullopt), row({0, 0, 0, 1}, 0, std::nullopt),
+                        row({QQ(-3, 4), 150, QQ(-1, 50), 6}, std::nullopt, std::nullopt)},
+                       &always);
   ASSERT_EQ(simplex.makeFeasible(), SimplexEnd::reached);
   ASSERT_EQ(simplex.minimise(6, 1), SimplexEnd::reached);
   EXPECT_EQ(simplex.value(6), QQ(-1, 20));

@@ -101,6 +101,7 @@ TEST_F(SeekTest, GoesOnToTheBestUnlessANumberOfSolutionsIsGiven) {
       "[ inf ] [ [ 1 ] ] [ ] [ ] [ ] [ ] [ ] [ ] [ 0 ] [ 0 ] [ 10 ]";
   lattice_.useExtendedPrecision();
   lattice_.seekBest();
+  options_.prove = false;
   EXPECT_EQ(run(upToTen, {}), SearchEnd::fruitless);
   EXPECT_THAT(report(), HasSubstr("x = [ 10 ]"));
 }
@@ -189,9 +190,8 @@ TEST_F(SeekTest, FindsAllSolutions) {
 TEST_F(SeekTest, CountsWithoutKeeping) {
   options_.count = true;
   EXPECT_EQ(run(wide, {}), SearchEnd::decided);
-  EXPECT_THAT(report(),
-              HasSubstr("All " + std::to_string(solutionsOfWide) +
-                        " solutions: the search was complete.\n"));
+  EXPECT_THAT(report(), HasSubstr("All " + std::to_string(solutionsOfWide) +
+                                  " solutions: the search was complete.\n"));
   EXPECT_EQ(solFile(), "<no file>");
 }
 

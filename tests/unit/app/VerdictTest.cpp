@@ -91,9 +91,10 @@ TEST_F(VerdictTest, HasALineForScripts) {
   result_.passes = 3;
   result_.seconds = 0.5;
   result_.seed = 7;
-  EXPECT_EQ(jsonLine(result_),
-            R"({"status": "optimal", "complete": true, "solutions": 2, "count": "2", )"
-            R"("best": "7/2", "bound": "7/2", "nodes": 12, "passes": 3, "seconds": 0.5, "seed": 7})");
+  EXPECT_EQ(
+      jsonLine(result_),
+      R"({"status": "optimal", "complete": true, "solutions": 2, "count": "2", )"
+      R"("best": "7/2", "bound": "7/2", "nodes": 12, "passes": 3, "seconds": 0.5, "seed": 7})");
 }
 
 TEST_F(VerdictTest, HasAStatusForScripts) {

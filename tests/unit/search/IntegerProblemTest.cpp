@@ -80,8 +80,8 @@ TEST(IntegerProblem, ReturnsComponentsInTheUnitsOfTheUser) {
 }
 
 TEST(IntegerProblem, AddsTargetsWithTheirSigns) {
-  const IntegerProblem problem = integersOf({.dt = "[ inf -inf 1/2 ]",
-                                             .At = "[ [ 1 0 ] [ 0 1/3 ] [ 1 1 ] ]"});
+  const IntegerProblem problem =
+      integersOf({.dt = "[ inf -inf 1/2 ]", .At = "[ [ 1 0 ] [ 0 1/3 ] [ 1 1 ] ]"});
   const IntegerObjective& objective = problem.objective.value();
   EXPECT_EQ(objective.scale, ZZ(6));
   EXPECT_EQ(objective.linear.coefficients, numbers({-6, 2}));
@@ -97,8 +97,7 @@ TEST(IntegerProblem, RefusesStepsThatAreNone) {
 }
 
 TEST(IntegerProblem, RefusesInfiniteConstants) {
-  EXPECT_FALSE(
-      integerProblem(problemFrom(OptText{.lx = "[ inf 0 ]", .rx = "[ inf 5 ]"}.text())));
+  EXPECT_FALSE(integerProblem(problemFrom(OptText{.lx = "[ inf 0 ]", .rx = "[ inf 5 ]"}.text())));
 }
 
 TEST(IntegerProblem, HasNoSolutionBelowAnInfiniteLowerBoundOfARow) {

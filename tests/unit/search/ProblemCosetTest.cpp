@@ -20,8 +20,7 @@ std::vector<ZZ> numbers(std::initializer_list<int> values) {
 }
 
 CosetResult cosetOf(const OptText& text, bool withObjective = true) {
-  return problemCoset(integerProblem(problemFrom(text.text())).value(),
-                      settingsFor(withObjective));
+  return problemCoset(integerProblem(problemFrom(text.text())).value(), settingsFor(withObjective));
 }
 
 /// x + 2 y, both from 0 to 5, without rows.
@@ -78,7 +77,8 @@ TEST(SolutionCoset, IgnoresRedundantEquationsAndRejectsContradictions) {
 }
 
 TEST(SolutionCoset, EndsWhenTheReducerDoes) {
-  const OptText text = withEquation("123456789012345678901 234567890123456789012", "3", "7777777777777");
+  const OptText text =
+      withEquation("123456789012345678901 234567890123456789012", "3", "7777777777777");
   CosetSettings settings = settingsFor(false);
   settings.reduce = [](BoxCoset&) { return false; };
   const IntegerProblem problem = integerProblem(problemFrom(text.text())).value();
