@@ -164,5 +164,6 @@ endif()
 # No compiler and no sanitizer changes what these say.
 if(NOT STARSIFT_SANITIZE AND NOT STARSIFT_COVERAGE)
   starsift_add_script_test(readme ${python} tools/check-readme ${program})
+  starsift_add_script_test(models-guide ${python} tools/check-readme ${program} docs/models.md)
   starsift_add_script_test(tools ${python} -m unittest discover -s tests/tools -p "test_*.py")
 endif()
