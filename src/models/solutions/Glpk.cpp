@@ -116,6 +116,8 @@ SolverFile readGlpkRaw(std::string_view text) {
     const std::string_view whole = trimmed(line);
     const std::string_view mark = takeWord(line);
     if (mark == "s") {
+      if (isFound || !file.noSolution.empty())
+        throw ModelError(lines.number(), "the status comes a second time");
       isFound = hasRawPoint(whole, file);
       isBasis = whole.starts_with("s bas");
     } else if (mark == "j" && isFound) {
