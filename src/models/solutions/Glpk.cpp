@@ -68,8 +68,7 @@ SolverFile readGlpkTable(std::string_view text) {
       while (!lines.atEnd() && !lines.peek().empty())
         file.points.back().values.push_back(tableValue(lines.take(), lines));
     } else if (trimmed(line) == "End of output") {
-      if (status.find("OPTIMAL") == std::string::npos && status.find("FEASIBLE") != 0 &&
-          status.find("NON-OPTIMAL") == std::string::npos) {
+      if (status.find("OPTIMAL") == std::string::npos && !status.starts_with("FEASIBLE")) {
         file.noSolution = status;
         file.points.clear();
       }
