@@ -14,12 +14,17 @@ endif()
 install(TARGETS starsift_all EXPORT starsift)
 
 # Component runtime is what the Debian package holds.
-foreach(program IN ITEMS starsift_program starseek_program)
+foreach(program IN ITEMS starsift_program starseek_program starport_program)
   if(TARGET ${program})
     install(TARGETS ${program} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime)
   endif()
 endforeach()
-install(FILES man/starsift.1 man/starseek.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT runtime)
+install(FILES man/starsift.1 man/starseek.1 man/starport.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT runtime)
+# bash looks for a file with the name of the command.
+foreach(command IN ITEMS starsift starseek starport)
+  install(FILES completion/starsift.bash RENAME ${command}
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" COMPONENT runtime)
+endforeach()
 install(FILES LICENSE RENAME copyright DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT runtime)
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/starsift")
@@ -64,4 +69,6 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME starsift)
 set(CPACK_DEBIAN_RUNTIME_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION math)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# starport --repair starts its esolver.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS qsopt-ex)
 include(CPack)

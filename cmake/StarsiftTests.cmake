@@ -111,6 +111,7 @@ mark_as_advanced(QSOPT_INCLUDE_DIR QSOPT_LIBRARY)
 starsift_add_gtest(peer_models "${PROJECT_SOURCE_DIR}/tests/peer" starsift_models COST 30)
 target_include_directories(peer_models SYSTEM PRIVATE "${QSOPT_INCLUDE_DIR}/qsopt_ex")
 target_link_libraries(peer_models PRIVATE "${QSOPT_LIBRARY}")
+target_compile_definitions(peer_models PRIVATE STARSIFT_SOURCE_FOLDER="${PROJECT_SOURCE_DIR}")
 # Its fail() throws: see ThrowingFailure.h there.
 starsift_add_gtest(property_fatal "${PROJECT_SOURCE_DIR}/tests/property/fatal" starsift_app
   SHARDS 10 COST 100)
@@ -164,5 +165,6 @@ endif()
 # No compiler and no sanitizer changes what these say.
 if(NOT STARSIFT_SANITIZE AND NOT STARSIFT_COVERAGE)
   starsift_add_script_test(readme ${python} tools/check-readme ${program})
+  starsift_add_script_test(models-guide ${python} tools/check-readme ${program} docs/models.md)
   starsift_add_script_test(tools ${python} -m unittest discover -s tests/tools -p "test_*.py")
 endif()

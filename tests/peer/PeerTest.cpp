@@ -21,6 +21,7 @@ extern "C" {
 
 #include "models/read/ModelReader.h"
 #include "models/record/Model.h"
+#include "models/solutions/SolverFile.h"
 #include "models/text/NumberText.h"
 #include "support/fixtures/ScratchDir.h"
 
@@ -259,6 +260,37 @@ TEST(Glpk, WritesTheSameModelAsLpAndInBothFormsOfMps) {
     EXPECT_EQ(numbersOf(readOurs(example.lp)), numbersOf(model)) << example.name;
   }
   EXPECT_GE(compared, 20);
+}
+
+constexpr const char* guideFolder = STARSIFT_SOURCE_FOLDER "/docs/walk-through";
+
+/// The names and numbers of the point in a solution file.
+Lines pointOf(const Path& path) {
+  const SolverFile file = readSolverFile(readModelText(path).view());
+  Lines lines;
+  for (const WrittenPoint& point : file.points)
+    for (const WrittenValue& value : point.values)
+      lines.push_back(value.column + ' ' + value.number);
+  return lines;
+}
+
+TEST(WalkThrough, GlpkSaysWhatTheGuideShows) {
+  const test::ScratchDir folder;
+  const std::string command = "glpsol --lp " + std::string(guideFolder) + "/wide.lp -o " +
+                              folder.file("found") + " >/dev/null 2>&1";
+  ASSERT_EQ(std::system(command.c_str()), 0);
+  EXPECT_EQ(pointOf(folder.file("found")), pointOf(Path(guideFolder) / "glpsol.txt"));
+}
+
+TEST(WalkThrough, CbcSaysWhatTheGuideShowsWithOneMoreRow) {
+  const test::ScratchDir folder;
+  const ModelText model = readModelText(Path(guideFolder) / "wide.lp");
+  std::string text(model.view());
+  text.insert(text.find(" hooks:"), " fewer: x - y <= -1\n");
+  const std::string command = "cbc " + folder.write("tight.lp", text) + " solve solution " +
+                              folder.file("found") + " >/dev/null 2>&1";
+  ASSERT_EQ(std::system(command.c_str()), 0);
+  EXPECT_EQ(pointOf(folder.file("found")), pointOf(Path(guideFolder) / "cbc.txt"));
 }
 
 }  // namespace

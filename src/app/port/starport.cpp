@@ -7,6 +7,7 @@
 #include <string>
 
 #include "app/Program.h"
+#include "app/SolutionLock.h"
 #include "app/port/PortArguments.h"
 #include "models/jobs/Explain.h"
 #include "models/jobs/Export.h"
@@ -61,7 +62,10 @@ int import(const PortArguments& given) {
   }
   if (given.files.size() != 1)
     throw ModelError(0, "one model at a time; solutions stand behind --solution");
-  show(given, importModel(given.files.front(), given.solutions, baseOf(given), given.options));
+  const std::string base = baseOf(given);
+  // Searches of the same problem write their solutions too.
+  const SolutionLock lock(base + ".sol", Patience::whileHolderWorks);
+  show(given, importModel(given.files.front(), given.solutions, base, given.options));
   return EXIT_SUCCESS;
 }
 

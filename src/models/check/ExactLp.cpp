@@ -71,14 +71,15 @@ class SilentStreams {
 };
 
 /// Runs the program on the files; false if it isn't installed.
-bool run(std::string modelFile, std::string solutionFile) {
+bool run(const std::string& modelFile, const std::string& solutionFile) {
+  std::string model = modelFile;
+  std::string solution = solutionFile;
   std::string name = program;
   std::string output = "-O";
   std::string limit = "-R";
   std::string seconds = timeLimit;
-  const std::array<char*, 7> arguments{name.data(),   limit.data(),        seconds.data(),
-                                       output.data(), solutionFile.data(), modelFile.data(),
-                                       nullptr};
+  const std::array<char*, 7> arguments{name.data(),     limit.data(), seconds.data(), output.data(),
+                                       solution.data(), model.data(), nullptr};
   const SilentStreams streams;
   pid_t process = 0;
   const int error =

@@ -150,14 +150,16 @@ void writeBaseFiles(const BasePaths& paths, const Model& model, const OptRows& r
   namesFile.write(namesText(names));
   std::optional<ResultFile> sol;
   if (!records.empty()) {
-    sol.emplace(paths.sol);
+    // Looked up before the file is read: what is added behind that is not lost but refused.
+    sol.emplace(paths.sol, fileIdentity(paths.sol));
     requireOpen(*sol, paths.sol);
     writeRecords(*sol, paths.sol, records);
   }
   FileGroup group;
+  // First the file that other programs write too.
+  if (sol) group.commit(*sol, paths.sol);
   group.commit(opt, paths.opt);
   group.commit(namesFile, paths.names);
-  if (sol) group.commit(*sol, paths.sol);
   group.keep();
 }
 

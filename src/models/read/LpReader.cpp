@@ -330,7 +330,7 @@ Model LpReader::read() {
     model.remarks.push_back({lexer_.peek().line, "the word End is missing"});
   bounds_.finish();
   nameRows();
-  return std::move(model);
+  return std::move(builder_.model);
 }
 
 /// lp_solve's comments, which no other dialect has.

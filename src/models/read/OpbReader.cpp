@@ -197,7 +197,7 @@ Model OpbReader::read() {
   std::fill(model.kinds.begin(), model.kinds.end(), ColumnKind::binary);
   std::fill(model.upper.begin(), model.upper.end(), QQ(1));
   builder_.finish(std::move(rowNames_));
-  return std::move(model);
+  return std::move(builder_.model);
 }
 
 }  // namespace

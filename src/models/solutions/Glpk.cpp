@@ -68,8 +68,7 @@ SolverFile readGlpkTable(std::string_view text) {
       while (!lines.atEnd() && !lines.peek().empty())
         file.points.back().values.push_back(tableValue(lines.take(), lines));
     } else if (trimmed(line) == "End of output") {
-      if (status.find("OPTIMAL") == std::string::npos && status.find("FEASIBLE") != 0 &&
-          status.find("NON-OPTIMAL") == std::string::npos) {
+      if (status.find("OPTIMAL") == std::string::npos && !status.starts_with("FEASIBLE")) {
         file.noSolution = status;
         file.points.clear();
       }
@@ -116,6 +115,8 @@ SolverFile readGlpkRaw(std::string_view text) {
     const std::string_view whole = trimmed(line);
     const std::string_view mark = takeWord(line);
     if (mark == "s") {
+      if (isFound || !file.noSolution.empty())
+        throw ModelError(lines.number(), "the status comes a second time");
       isFound = hasRawPoint(whole, file);
       isBasis = whole.starts_with("s bas");
     } else if (mark == "j" && isFound) {

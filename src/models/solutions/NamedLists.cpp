@@ -106,6 +106,7 @@ SolverFile readScip(std::string_view text) {
       status = std::string(trimmed(line.substr(statusMark.size())));
     } else if (line == "no solution available") {
       file.noSolution = status.empty() ? std::string(line) : status;
+      file.points.clear();
       return file;
     } else if (line.starts_with("objective value:")) {
       hasObjective = true;

@@ -29,8 +29,13 @@ constexpr std::array<KnownFormat, 9> knownFormats{{{isCplex, readCplex},
 }  // namespace
 
 SolverFile readSolverFile(std::string_view text) {
-  for (const KnownFormat& known : knownFormats)
-    if (known.recognises(text)) return known.read(text);
+  for (const KnownFormat& known : knownFormats) {
+    if (!known.recognises(text)) continue;
+    SolverFile file = known.read(text);
+    if (file.points.empty() && file.noSolution.empty())
+      throw ModelError(0, "the file has no solution and doesn't say that there is none");
+    return file;
+  }
   throw ModelError(0, "this is no solution file of a known format");
 }
 
