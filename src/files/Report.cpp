@@ -125,8 +125,8 @@ std::string statusText(const SearchStatus<T>& status) {
   const Array<std::int64_t>& times = status.solutionTimes;
   if (times.dimension() == 0) return text;
   if (!status.benchmark)
-    text += "\nSolutions found: " + std::to_string(times.dimension() + status.furtherSolutions) +
-            '\n';
+    text +=
+        "\nSolutions found: " + std::to_string(times.dimension() + status.furtherSolutions) + '\n';
   text += "\n{ The first solution/s was/were found after: ";
   for (Index i = 1; i <= std::min(times.dimension(), firstSolutions); ++i)
     if (i == 1 || times[i] != times[i - 1])

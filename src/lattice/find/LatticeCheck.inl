@@ -270,9 +270,8 @@ bool Lattice<T, R>::isSatisfied() const {
 template <class T, class R>
 bool Lattice<T, R>::meetsNorms(const Star<QQ>& star) const {
   using Exact = NumberConversion<QQ, T>;
-  return file.problem().dt.isSet() &&
-         (star.targetNorm <= Exact::convert(params.tnorm.get()) ||
-          star.slackNorm <= Exact::convert(params.snorm.get()));
+  return file.problem().dt.isSet() && (star.targetNorm <= Exact::convert(params.tnorm.get()) ||
+                                       star.slackNorm <= Exact::convert(params.snorm.get()));
 }
 
 }  // namespace starsift
