@@ -327,11 +327,11 @@ class CompleteSearch(SearchCase):
 
 
 class EndTest(SearchCase):
-    def test_many_solutions_are_no_reason_to_go_on(self):
-        # Without a number of solutions to reach, and nearly every point of a large box is one.
+    def test_search_for_all_ends_when_restarts_bring_nothing_new(self):
+        # Nearly every point of the box is a solution, and each restart meets others of them.
         (self.folder / "p.opt").write_text(
-            "[ ] [ ] [ ] [ ] [ ] [ [ 1 1 1 1 1 1 ] ] [ 0 ] [ 30 ]"
-            " [ 0 0 0 0 0 0 ] [ 0 0 0 0 0 0 ] [ 10 10 10 10 10 10 ]"
+            "[ ] [ ] [ ] [ ] [ ] [ [ 1 1 1 1 ] ] [ 0 ] [ 5 ]"
+            " [ 0 0 0 0 ] [ 0 0 0 0 ] [ 2 2 2 2 ]"
         )
         out, err = self.finish(self.start("--sol=0", "--verb=1"))
         self.assertIn("Search ended: nothing new for long", out)

@@ -244,8 +244,10 @@ typename TreeNodes<Real>::Share TreeNodes<Real>::shareAt(std::size_t k) const {
   constexpr Real reach = 50;
   double all = 0;
   double done = 0;
-  for (Real c = std::max(level.least, level.chosen - reach);
-       c <= std::min(level.most, level.chosen + reach); ++c) {
+  const Real first = std::max(level.least, level.chosen - reach);
+  const int steps = static_cast<int>(std::min(level.most, level.chosen + reach) - first);
+  for (int step = 0; step <= steps; ++step) {
+    const Real c = first + static_cast<Real>(step);
     const double part = weight(k, c);
     all += part;
     if (c < level.up && c > level.down && c != level.chosen) done += part;
