@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <unordered_set>
+#include <utility>
 
 #include "search/decide/Decision.h"
 
@@ -77,8 +78,8 @@ std::string plainText(const QQ& value);
 class Decider {
  public:
   /// `listener` is told of each solution once.
-  Decider(Decision& decision, DecisionListener& listener, const DeciderSettings& settings)
-      : decision_(decision), listener_(listener), settings_(settings) {}
+  Decider(Decision& decision, DecisionListener& listener, DeciderSettings settings)
+      : decision_(decision), listener_(listener), settings_(std::move(settings)) {}
 
   /// The listener isn't told of this solution.
   void setKnown(const Star<QQ>& star);
