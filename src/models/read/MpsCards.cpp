@@ -1,5 +1,6 @@
 #include "models/read/MpsCards.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -69,9 +70,9 @@ bool isNumber(std::string_view word) {
 }
 
 bool hasValue(std::string_view code) {
-  for (const std::string_view bare : {"FR", "MI", "PL", "BV"})
-    if (equalsInAnyCase(code, bare)) return false;
-  return true;
+  constexpr std::array<std::string_view, 4> bare = {"FR", "MI", "PL", "BV"};
+  return std::ranges::none_of(bare,
+                              [code](std::string_view kind) { return equalsInAnyCase(code, kind); });
 }
 
 void takeFreeBound(const Words& words, const NameTest& isName, std::size_t line, MpsCard& card) {

@@ -36,7 +36,7 @@ std::int64_t wordOf(std::string_view digits, std::int64_t word = 0) {
 
 void scanExponent(std::string_view text, std::string_view letters, NumberForm& form) {
   std::size_t position = form.length;
-  if (position == text.size() || letters.find(text[position]) == letters.npos) return;
+  if (position == text.size() || letters.find(text[position]) == std::string_view::npos) return;
   ++position;
   const bool isSigned = position < text.size() && (text[position] == '-' || text[position] == '+');
   const bool isNegative = isSigned && text[position] == '-';
