@@ -71,8 +71,8 @@ bool isNumber(std::string_view word) {
 
 bool hasValue(std::string_view code) {
   constexpr std::array<std::string_view, 4> bare = {"FR", "MI", "PL", "BV"};
-  return std::ranges::none_of(bare,
-                              [code](std::string_view kind) { return equalsInAnyCase(code, kind); });
+  return std::ranges::none_of(
+      bare, [code](std::string_view kind) { return equalsInAnyCase(code, kind); });
 }
 
 void takeFreeBound(const Words& words, const NameTest& isName, std::size_t line, MpsCard& card) {
