@@ -1,5 +1,7 @@
 #include "app/port/PortArguments.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <string_view>
 
@@ -29,10 +31,10 @@ class ArgumentReader {
 
 /// Options without a value.
 bool isFlag(std::string_view name) {
-  for (const std::string_view flag : {"help", "version", "force", "constant", "keep-rounded",
-                                      "explain", "rows", "json", "repair", "solution-of"})
-    if (name == flag) return true;
-  return false;
+  constexpr std::array<std::string_view, 10> flags = {
+      "help",    "version", "force", "constant", "keep-rounded",
+      "explain", "rows",    "json",  "repair",   "solution-of"};
+  return std::ranges::find(flags, name) != flags.end();
 }
 
 std::string ArgumentReader::takeValue(std::string_view name) {

@@ -75,13 +75,13 @@ std::optional<std::uint32_t> MpsRows::objectiveRow() const {
 
 void MpsRows::computeBounds() {
   for (std::uint32_t row = 0; row < kinds_.size(); ++row) {
-    QQ& side = rightSides_[row];
+    const QQ& side = rightSides_[row];
     const Kind kind = kinds_[row];
     model_.senses.push_back(kind == Kind::equal  ? RowSense::equal
                             : kind == Kind::less ? RowSense::less
                                                  : RowSense::greater);
     model_.rowLower.push_back(kind == Kind::less ? -QQ::infinity() : side);
-    model_.rowUpper.push_back(kind == Kind::greater ? QQ::infinity() : std::move(side));
+    model_.rowUpper.push_back(kind == Kind::greater ? QQ::infinity() : side);
   }
   rightSides_ = {};
   for (const Range& range : ranges_) applyRange(range);

@@ -48,7 +48,7 @@ void ExactWalk::prepare() {
   const std::size_t n = root_.point.size();
   // b*_k in unscaled coordinates, orthogonal by the weights.
   std::vector<Row> stars;
-  const auto orthogonalise = [&](Row row) {
+  const auto orthogonalise = [&](const Row& row) {
     Row result(row);
     for (std::size_t i = 0; i < stars.size(); ++i)
       addMultiple(result, -(inner(row, directions_[i]) / squaredLengths_[i]), stars[i]);

@@ -40,7 +40,7 @@ class ExactWalk : public EnumerationWalk {
   bool visit(std::size_t k, const Node& node);
   /// Walks the children of a node on one side of the centre, from coefficient c on.
   bool visitSide(std::size_t k, const Node& node, const QQ& offset, QQ c, const QQ& step,
-                 const Interval& interval);
+                 const Interval& range);
   bool report(const Node& node);
   bool pace();
   /// The part of the interval of coefficient k - 1 that its final coordinates leave.
