@@ -96,10 +96,11 @@ bool FloatingWalk<Real>::returnToOpenLevel() {
 
 template <class Real>
 typename FloatingWalk<Real>::Outcome FloatingWalk<Real>::reportLeaves(EnumerationVisitor& visitor) {
-  const Real most = nodes_.most(0);
-  for (Real c = nodes_.least(0); c <= most; ++c) {
+  const Real least = nodes_.least(0);
+  const auto steps = static_cast<std::int64_t>(nodes_.most(0) - least);
+  for (std::int64_t step = 0; step <= steps; ++step) {
     ++leaves_;
-    const Outcome outcome = report(visitor, 0, c);
+    const Outcome outcome = report(visitor, 0, least + static_cast<Real>(step));
     if (outcome != Outcome::goOn) return outcome;
     if (nodes() >= due_) {
       const Outcome paced = pace(visitor);
