@@ -40,8 +40,8 @@ std::uint64_t sizeOf(std::string_view name, std::string_view value) {
   std::string_view digits = value;
   std::int64_t factor = 1;
   constexpr std::string_view units = "KMG";
-  const std::size_t unit = value.empty() ? units.npos : units.find(value.back());
-  if (unit != units.npos) {
+  const std::size_t unit = value.empty() ? std::string::npos : units.find(value.back());
+  if (unit != std::string::npos) {
     digits.remove_suffix(1);
     for (std::size_t i = 0; i <= unit; ++i) factor *= 1000;
   }
