@@ -9,22 +9,21 @@ namespace starsift {
 
 namespace {
 
-using namespace solverformats;
-
 struct KnownFormat {
   bool (*recognises)(std::string_view text);
   SolverFile (*read)(std::string_view text);
 };
 
-constexpr std::array<KnownFormat, 9> knownFormats{{{isCplex, readCplex},
-                                                   {isGlpkTable, readGlpkTable},
-                                                   {isGlpkRaw, readGlpkRaw},
-                                                   {isOpbOutput, readOpbOutput},
-                                                   {isHighs, readHighs},
-                                                   {isScip, readScip},
-                                                   {isEsolver, readEsolver},
-                                                   {isCbc, readCbc},
-                                                   {isList, readList}}};
+constexpr std::array<KnownFormat, 9> knownFormats{
+    {{solverformats::isCplex, solverformats::readCplex},
+     {solverformats::isGlpkTable, solverformats::readGlpkTable},
+     {solverformats::isGlpkRaw, solverformats::readGlpkRaw},
+     {solverformats::isOpbOutput, solverformats::readOpbOutput},
+     {solverformats::isHighs, solverformats::readHighs},
+     {solverformats::isScip, solverformats::readScip},
+     {solverformats::isEsolver, solverformats::readEsolver},
+     {solverformats::isCbc, solverformats::readCbc},
+     {solverformats::isList, solverformats::readList}}};
 
 }  // namespace
 
