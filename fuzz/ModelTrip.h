@@ -2,26 +2,13 @@
 #pragma once
 
 #include "Target.h"
-#include "models/read/ModelReader.h"
 #include "models/write/ModelWriter.h"
 #include "support/fixtures/ModelDescription.h"
 
 namespace starsift::fuzz {
 
-/// Reads without any bound that counts as infinite.
-inline Model readBytes(std::string_view bytes, ModelFormat format) {
-  ReadOptions options;
-  options.infinity = QQ::infinity();
-  ModelText text;
-  text.path = "bytes";
-  text.bytes = bytes;
-  return readModel(text, format, options);
-}
-
-inline std::string modelWithoutRemarks(Model model) {
-  model.remarks.clear();
-  return test::modelText(model);
-}
+using test::modelTextWithoutRemarks;
+using test::readBytes;
 
 /// Once the names fit, the model that was written as `format` is read as it was.
 inline void checkTrip(const Model& model, ModelFormat format) {
@@ -30,7 +17,7 @@ inline void checkTrip(const Model& model, ModelFormat format) {
               once.entryCount() == model.entryCount(),
           "a written model has the same size");
   const Model twice = readBytes(writeModel(once, format).text, format);
-  require(modelWithoutRemarks(once) == modelWithoutRemarks(twice),
+  require(modelTextWithoutRemarks(once) == modelTextWithoutRemarks(twice),
           "a written model is read as it was");
 }
 

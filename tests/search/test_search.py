@@ -69,6 +69,29 @@ class SearchCase(unittest.TestCase):
         names = {path.name for path in self.folder.iterdir()}
         self.assertEqual(names, {"p.opt", "p.sol", "p.lat"})
 
+    def shown_on_terminal(self, *parameters, share_output=False, term="xterm", columns=0):
+        """What reaches a terminal in a run of three seconds, and what is printed beside it."""
+        try:
+            terminal, end = pty.openpty()
+        except OSError as error:
+            self.skipTest(f"no pseudo-terminal here: {error}")
+        termios.tcsetwinsize(end, (24, columns))
+        options = {"stderr": end, "env": dict(os.environ, TERM=term)}
+        if share_output:
+            options["stdout"] = end
+        process = self.start("--rtime=3", *parameters, **options)
+        os.close(end)
+        shown = b""
+        try:
+            while piece := os.read(terminal, 4096):
+                shown += piece
+        except OSError:
+            pass  # the other end is closed
+        os.close(terminal)
+        printed, _ = self.finish(process)
+        self.assertEqual(process.returncode, 0)
+        return shown.decode(), printed
+
 
 class Signals(SearchCase):
     def setUp(self):
@@ -202,29 +225,6 @@ class Report(SearchCase):
 
 
 class Terminal(SearchCase):
-    def shown_on_terminal(self, *parameters, share_output=False, term="xterm", columns=0):
-        """What reaches a terminal in a run of three seconds, and what is printed beside it."""
-        try:
-            terminal, end = pty.openpty()
-        except OSError as error:
-            self.skipTest(f"no pseudo-terminal here: {error}")
-        termios.tcsetwinsize(end, (24, columns))
-        options = {"stderr": end, "env": dict(os.environ, TERM=term)}
-        if share_output:
-            options["stdout"] = end
-        process = self.start("--rtime=3", *parameters, **options)
-        os.close(end)
-        shown = b""
-        try:
-            while piece := os.read(terminal, 4096):
-                shown += piece
-        except OSError:
-            pass  # the other end is closed
-        os.close(terminal)
-        printed, _ = self.finish(process)
-        self.assertEqual(process.returncode, 0)
-        return shown.decode(), printed
-
     def test_status_line_is_refreshed_and_erased(self):
         shown, printed = self.shown_on_terminal()
         line = r"pass \d+, \d+ exchanges(, best norm [0-9.e+]+)?, [01] solutions, \d+ s"
@@ -305,23 +305,9 @@ class CompleteSearch(SearchCase):
         self.assertGreater(len(self.sol.read_text().splitlines()), 1)
 
     def test_its_progress_is_on_the_status_line(self):
-        try:
-            terminal, end = pty.openpty()
-        except OSError as error:
-            self.skipTest(f"no pseudo-terminal here: {error}")
-        termios.tcsetwinsize(end, (24, 120))
-        process = self.start("--prove", "--count", "--rtime=3", stderr=end)
-        os.close(end)
-        shown = b""
-        try:
-            while piece := os.read(terminal, 4096):
-                shown += piece
-        except OSError:
-            pass  # the other end is closed
-        os.close(terminal)
-        self.finish(process)
+        shown, _ = self.shown_on_terminal("--prove", "--count", columns=120)
         self.assertRegex(
-            shown.decode(),
+            shown,
             r"[0-9.e-]+ % of the tree, [0-9.]+ million nodes a second(, (about|more than) [0-9.]+ \w+ left)?,",
         )
 

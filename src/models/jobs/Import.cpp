@@ -89,6 +89,7 @@ std::vector<SolutionReport> readSolutions(const Problem& problem,
                                           const RoundingOptions& options) {
   const PointCheck check(problem);
   std::vector<SolutionReport> reports;
+  reports.reserve(paths.size());
   for (const std::string& path : paths)
     reports.push_back(readSolution(problem, check, path, options));
   return reports;

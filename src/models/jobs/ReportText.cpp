@@ -105,32 +105,34 @@ void writeRecord(std::ostream& stream, const JobReport& report, const SolutionRe
     stream << "  row " << model.rowNames[i] << ": " << numberText(check.activities[i]) << '\n';
 }
 
+/// The solution files one after the other, each record by `writeOne(solution, record)`.
+template <class WriteOne>
+void writeSolutions(std::ostream& stream, const JobReport& report, const WriteOne& writeOne) {
+  for (const SolutionReport& solution : report.solutions) {
+    writeRemarks(stream, solution.path, solution.remarks);
+    if (!solution.noSolution.empty())
+      stream << solution.path << ": no solution (" << solution.solver << ": " << solution.noSolution
+             << ")\n";
+    for (const RecordReport& record : solution.records) writeOne(solution, record);
+  }
+}
+
 }  // namespace
 
 void writeReport(std::ostream& stream, const JobReport& report) {
   writeRemarks(stream, report.modelPath, report.remarks);
   for (const WrittenReport& written : report.written)
     stream << written.path << ": " << written.content << '\n';
-  for (const SolutionReport& solution : report.solutions) {
-    writeRemarks(stream, solution.path, solution.remarks);
-    if (!solution.noSolution.empty())
-      stream << solution.path << ": no solution (" << solution.solver << ": " << solution.noSolution
-             << ")\n";
-    for (const RecordReport& record : solution.records)
-      writeRecordLine(stream, report, solution, record);
-  }
+  writeSolutions(stream, report, [&](const SolutionReport& solution, const RecordReport& record) {
+    writeRecordLine(stream, report, solution, record);
+  });
 }
 
 void writeExplanation(std::ostream& stream, const JobReport& report, bool showsRows) {
   writeRemarks(stream, report.modelPath, report.remarks);
-  for (const SolutionReport& solution : report.solutions) {
-    writeRemarks(stream, solution.path, solution.remarks);
-    if (!solution.noSolution.empty())
-      stream << solution.path << ": no solution (" << solution.solver << ": " << solution.noSolution
-             << ")\n";
-    for (const RecordReport& record : solution.records)
-      writeRecord(stream, report, solution, record, showsRows);
-  }
+  writeSolutions(stream, report, [&](const SolutionReport& solution, const RecordReport& record) {
+    writeRecord(stream, report, solution, record, showsRows);
+  });
 }
 
 }  // namespace starsift

@@ -22,23 +22,9 @@ namespace starsift {
 namespace {
 
 using test::arbitraryModel;
+using test::modelTextWithoutRemarks;
 using test::ModelUse;
-
-/// The model under the names under which it was written, without remarks.
-std::string textOf(Model model) {
-  model.remarks.clear();
-  return test::modelText(model);
-}
-
-/// Reads without any bound that counts as infinite.
-Model read(const std::string& text, ModelFormat format) {
-  ReadOptions options;
-  options.infinity = QQ::infinity();
-  ModelText source;
-  source.path = "text";
-  source.bytes = text;
-  return readModel(source, format, options);
-}
+using test::readBytes;
 
 /// Names differ after the first writing only where the format can't hold them.
 void expectSameNumbers(const Model& a, const Model& b) {
@@ -49,15 +35,16 @@ void expectSameNumbers(const Model& a, const Model& b) {
   renamed.rowNames = b.rowNames;
   renamed.objective.name = b.objective.name;
   renamed.name = b.name;
-  RC_ASSERT(textOf(renamed) == textOf(b));
+  RC_ASSERT(modelTextWithoutRemarks(renamed) == modelTextWithoutRemarks(b));
 }
 
 /// Written, read, written and read again.
 void expectRoundTrip(const Model& model, ModelFormat format) {
-  const Model once = read(writeModel(model, format).text, format);
+  const Model once = readBytes(writeModel(model, format).text, format);
   expectSameNumbers(model, once);
   const WrittenModel written = writeModel(once, format);
-  RC_ASSERT(textOf(read(written.text, format)) == textOf(once));
+  RC_ASSERT(modelTextWithoutRemarks(readBytes(written.text, format)) ==
+            modelTextWithoutRemarks(once));
 }
 
 RC_GTEST_PROP(ModelLaws, MpsTextReadsAsTheModel, ()) {
@@ -90,8 +77,8 @@ RC_GTEST_PROP(ModelLaws, OptTextAndNamesReadAsTheModel, (bool addConstant)) {
   NamesFile names = readNames(namesText(namesOf(model)));
   names.hasConstantColumn = addConstant;
   const Problem problem = problemOf(problemOfText(optTextOf(model, options)), names);
-  RC_ASSERT(textOf(problem.model) == textOf(model));
-  RC_ASSERT(textOf(plainModel(problem)) == textOf(model));
+  RC_ASSERT(modelTextWithoutRemarks(problem.model) == modelTextWithoutRemarks(model));
+  RC_ASSERT(modelTextWithoutRemarks(plainModel(problem)) == modelTextWithoutRemarks(model));
 }
 
 /// A point near the bounds of the columns and the right sides of the rows.
@@ -161,9 +148,10 @@ std::string inDialect(const std::string& text, int dialect) {
 
 RC_GTEST_PROP(ModelLaws, DialectsOfMpsReadTheSame, ()) {
   const std::string text = writeModel(*arbitraryModel(ModelUse::mps), ModelFormat::mps).text;
-  const std::string model = textOf(read(text, ModelFormat::mps));
+  const std::string model = modelTextWithoutRemarks(readBytes(text, ModelFormat::mps));
   for (int dialect = 0; dialect < 6; ++dialect)
-    RC_ASSERT(textOf(read(inDialect(text, dialect), ModelFormat::mps)) == model);
+    RC_ASSERT(modelTextWithoutRemarks(readBytes(inDialect(text, dialect), ModelFormat::mps)) ==
+              model);
 }
 
 }  // namespace
