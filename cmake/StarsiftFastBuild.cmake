@@ -1,4 +1,5 @@
-# Precompiled headers and joined test sources, where STARSIFT_FAST_BUILD is on.
+# Precompiled headers and sources compiled together, where STARSIFT_FAST_BUILD is on. Builds without
+# it see whether each source compiles alone.
 
 # g++ 12 takes "a" + std::to_string(n) for a copy onto itself (PR 105651).
 add_compile_options(
@@ -26,6 +27,17 @@ function(starsift_precompile target group header)
   else()
     target_precompile_headers(${target} PRIVATE "${header}")
     set_property(GLOBAL PROPERTY STARSIFT_FIRST_OF_${group} ${target})
+  endif()
+endfunction()
+
+# starsift_compile_together(<target>)
+#
+# A few sources of the target at a time: the headers that they share, and what they instantiate of
+# these, take longer than most of them. Not the tests: these use the same names in unnamed
+# namespaces.
+function(starsift_compile_together target)
+  if(STARSIFT_FAST_BUILD)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 6)
   endif()
 endfunction()
 

@@ -12,7 +12,7 @@ namespace {
 /// The latest one; null if there is none.
 UnfinishedFile* latest = nullptr;
 
-void cleanUpAtExit() {
+void removeAtExit() {
   [[maybe_unused]] static const int registered = std::atexit(removeUnfinishedFiles);
 }
 
@@ -28,7 +28,7 @@ void removeUnfinishedFiles() {
 
 UnfinishedFile::UnfinishedFile(const FilePlace& place, mode_t mode)
     : place_(place), owner_(getpid()) {
-  cleanUpAtExit();
+  removeAtExit();
   file_ = place.create(".starsift.", mode, name_);
   if (file_.isOpen()) enlist();
 }

@@ -11,7 +11,7 @@ namespace starsift {
 namespace {
 
 /// Nodes between two reports of progress.
-constexpr std::uint64_t progressInterval = 8192;
+constexpr std::uint64_t nodesPerReport = 8192;
 
 }  // namespace
 
@@ -50,7 +50,7 @@ EnumerationEnd FloatingWalk<Real>::run(EnumerationVisitor& visitor,
   end_ = limit < std::numeric_limits<std::uint64_t>::max() - before_
              ? before_ + limit
              : std::numeric_limits<std::uint64_t>::max();
-  due_ = std::min(before_ + progressInterval, end_);
+  due_ = std::min(before_ + nodesPerReport, end_);
   isNarrowed_ = false;
   Outcome outcome = Outcome::done;
   if (!nodes_.isRootCut())
@@ -132,7 +132,7 @@ typename FloatingWalk<Real>::Outcome FloatingWalk<Real>::report(EnumerationVisit
 template <class Real>
 typename FloatingWalk<Real>::Outcome FloatingWalk<Real>::pace(EnumerationVisitor& visitor) {
   if (nodes() >= end_) return Outcome::limit;
-  due_ = std::min(nodes() + progressInterval, end_);
+  due_ = std::min(nodes() + nodesPerReport, end_);
   return visitor.progress(share(), nodes() - before_) == Step::stop ? Outcome::stop : Outcome::goOn;
 }
 
