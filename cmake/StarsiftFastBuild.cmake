@@ -53,8 +53,8 @@ function(starsift_join_tests result name)
   set(sources ${ARGN})
   set(script "${PROJECT_SOURCE_DIR}/cmake/JoinTests.cmake")
   list(LENGTH sources count)
-  # As few files as hold at most five sources each, all of about the same size.
-  math(EXPR files "(${count} + 4) / 5")
+  # As few files as hold at most ten sources each, all of about the same size.
+  math(EXPR files "(${count} + 9) / 10")
   math(EXPR last "${files} - 1")
   set(joined)
   foreach(file RANGE 0 ${last})
