@@ -34,11 +34,12 @@ _starport() {
     -*)
       mapfile -t COMPREPLY < <(compgen -W "-o --solution --format --force --repair --decimals --constant
         --max-size --infinity --integer-upper --integrality --snap --keep-rounded --explain --rows
-        --json --solution-of --record --help --version" -- "$word")
+        --json --solution-of --record --for --help --version" -- "$word")
       ;;
     *)
       COMPREPLY=()
       case ${COMP_WORDS[COMP_CWORD - 1]} in
+        --for) mapfile -t COMPREPLY < <(compgen -W "miplib cbc" -- "$word") ;;
         --format) mapfile -t COMPREPLY < <(compgen -W "mps lp opb" -- "$word") ;;
         --solution | -o)
           mapfile -t COMPREPLY < <(compgen -f -- "$word")

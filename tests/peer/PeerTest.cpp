@@ -19,6 +19,8 @@ extern "C" {
 #include <QSopt_ex.h>
 }
 
+#include "models/jobs/Import.h"
+#include "models/jobs/SolutionText.h"
 #include "models/read/ModelReader.h"
 #include "models/record/Model.h"
 #include "models/solutions/SolverFile.h"
@@ -291,6 +293,38 @@ TEST(WalkThrough, CbcSaysWhatTheGuideShowsWithOneMoreRow) {
                               folder.file("found") + " >/dev/null 2>&1";
   ASSERT_EQ(std::system(command.c_str()), 0);
   EXPECT_EQ(pointOf(folder.file("found")), pointOf(Path(guideFolder) / "cbc.txt"));
+}
+
+constexpr const char* packing = R"(Maximize
+ value: 4 a + 5 b + 6 c + 3 d
+Subject To
+ weight: 5 a + 7 b + 8 c + 4 d <= 23
+ pairs: a + b <= 3
+Bounds
+ a <= 4
+ b <= 4
+ c <= 4
+ d <= 4
+General
+ a b c d
+End
+)";
+
+TEST(Cbc, StartsFromARecordThatIsHandedToIt) {
+  const test::ScratchDir folder;
+  const std::string model = folder.write("packing.lp", packing);
+  const std::string found = folder.write("found", "=obj= 15\na 3\nc 1\n");
+  importModel(model, {found}, folder.file("packing"), {});
+  const std::string start = folder.write(
+      "start", solutionText(model, folder.file("packing.sol"), 1, SolutionForm::cbc, {}));
+  const std::string log = folder.file("log");
+  const std::string command = "cbc " + model + " -mipstart " + start + " -solve >" + log + " 2>&1";
+  ASSERT_EQ(std::system(command.c_str()), 0);
+  const ModelText said = readModelText(log);
+  EXPECT_NE(said.view().find("MIPStart values read for 4 variables."), std::string_view::npos)
+      << said.view();
+  EXPECT_NE(said.view().find("MIPStart provided solution with cost 18"), std::string_view::npos)
+      << said.view();
 }
 
 }  // namespace

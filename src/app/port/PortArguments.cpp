@@ -77,6 +77,8 @@ bool ArgumentReader::setText(std::string_view name, const std::string& value) {
     result_.output = value;
   else if (name == "record")
     setRecord(value);
+  else if (name == "for")
+    result_.form = solutionFormOf(value);
   else
     return setNumberOption(result_.options, name, value);
   return true;
@@ -130,7 +132,7 @@ BASE.opt -o MODEL.mps (or .lp; also from another model)
   checks records (BASE.sol) and solution files: every row, bound and step that is broken, and by
   how much exactly. The status is 0 if all records are right, else 1.
 --solution-of MODEL BASE.sol [-o FILE]
-  writes a record as a list of names and values for solvers.
+  writes a record as a list of names and values for solvers, or as CBC starts from.
 
 --solution=FILE       a solution file of a solver; any number of times
 --format=mps|lp|opb   format of MODEL, whatever its ending
@@ -140,6 +142,7 @@ BASE.opt -o MODEL.mps (or .lp; also from another model)
 --rows                with --explain: the values of all rows
 --json                prints the report as JSON
 --record=N|all        with --solution-of: which record (1)
+--for=miplib|cbc      with --solution-of: the form (miplib)
 --decimals=N          decimal places of continuous columns in BASE.opt (6)
 --constant            adds a variable for the constant of the objective
 --max-size=BYTES      largest BASE.opt, also with K, M or G (1G)

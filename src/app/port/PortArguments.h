@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "models/jobs/Import.h"
+#include "models/jobs/SolutionText.h"
 
 namespace starsift {
 
@@ -21,6 +22,7 @@ struct PortArguments {
   std::string output;
   /// Of --record: 0 for all.
   std::size_t record = 1;
+  SolutionForm form = SolutionForm::miplib;
   bool showsRows = false;
   bool isJson = false;
   ImportOptions options;

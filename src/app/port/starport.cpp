@@ -14,6 +14,7 @@
 #include "models/jobs/Import.h"
 #include "models/jobs/ReportJson.h"
 #include "models/jobs/ReportText.h"
+#include "models/jobs/SolutionText.h"
 #include "models/text/ModelError.h"
 #include "system/Failure.h"
 #include "system/Signals.h"
@@ -80,7 +81,7 @@ int writeSolution(const PortArguments& given) {
   if (given.files.size() != 2)
     throw ModelError(0, "--solution-of takes a model and a file of records");
   const std::string text =
-      solutionText(given.files[0], given.files[1], given.record, given.options);
+      solutionText(given.files[0], given.files[1], given.record, given.form, given.options);
   if (given.output.empty())
     std::cout << text;
   else

@@ -127,31 +127,4 @@ JobReport explain(const std::vector<std::string>& files, const ImportOptions& op
   return report;
 }
 
-std::string solutionText(const std::string& modelPath, const std::string& solPath,
-                         std::size_t record, const ImportOptions& options) {
-  LoadedModel loaded = loadModel(modelPath, options.format, options.read);
-  const NamesFile names = readBaseNames(fileNames(solPath).optFile);
-  if (names.sourceDigest != loaded.digest)
-    throw ModelError(0, solPath + ": its problem was made of another model than " + modelPath);
-  const Problem problem = problemOf(std::move(loaded.model));
-  const Model& model = problem.model;
-  std::size_t malformed = 0;
-  const std::vector<StoredRecord> records =
-      readRecords(solPath, model.columnCount(), names.hasConstantColumn, malformed);
-  if (records.empty() || record > records.size())
-    throw ModelError(0, solPath + ": it has " + counted(records.size(), "record"));
-  const PointCheck check(problem);
-  std::string text;
-  for (std::size_t r = 0; r < records.size(); ++r) {
-    if (record != 0 && r + 1 != record) continue;
-    const PointReport report = check.check(records[r].x);
-    QQ value = model.objective.constant;
-    if (!report.targetValues.empty()) value += report.targetValues.front();
-    text += "=obj= " + numberText(value) + '\n';
-    for (std::size_t j = 0; j < model.columnCount(); ++j)
-      text += std::string(model.columnNames[j]) + ' ' + numberText(records[r].x[j]) + '\n';
-  }
-  return text;
-}
-
 }  // namespace starsift

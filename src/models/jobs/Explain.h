@@ -1,4 +1,4 @@
-// The jobs that look at records: explaining them, and handing them to solvers.
+// The job of explaining records, and how they are read.
 #pragma once
 
 #include <optional>
@@ -28,12 +28,5 @@ Problem loadProblem(const std::string& path, const ImportOptions& options);
 /// Checks the files of records and of solvers among `files`. The problem is that of a model or .opt
 /// file among them, or of the .opt file beside the first file of records.
 JobReport explain(const std::vector<std::string>& files, const ImportOptions& options);
-
-/// The records of `solPath` in the form of MIPLIB: "=obj=" and the value of the objective, then
-/// names and values, exact decimals or fractions. `record` counts from 1; 0: all of them.
-/// ModelError if there is no such record, or if the names beside the file belong to another model
-/// than the one at `modelPath`.
-std::string solutionText(const std::string& modelPath, const std::string& solPath,
-                         std::size_t record, const ImportOptions& options);
 
 }  // namespace starsift
