@@ -76,6 +76,11 @@ class CheckExamplesOfAnotherProgram(unittest.TestCase):
     def test_missing_problem_is_noticed(self):
         self.assertEqual(self.problems("", {"x.opt": None}), ["x: missing x.opt"])
 
+    def test_it_finds_all_files_of_the_example_but_the_promises(self):
+        program = 'ls; cat a.txt; echo "[ 1 ] | 1" > x.sol'
+        files = {"a.txt": "a\n", "x.mps": "b\n", "expected.out": "a.txt\nx.mps\na\n", "x.opt": None}
+        self.assertEqual(self.problems(program, files), [])
+
 
 if __name__ == "__main__":
     unittest.main()

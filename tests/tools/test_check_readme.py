@@ -67,8 +67,17 @@ class CheckReadme(unittest.TestCase):
         self.assertEqual(readme.check(self.binary, text), [])
         self.assert_one("should read\nsolutions of", text.replace("with --sol=1", "with --sol=2"))
 
+    def test_commands_in_a_row_run_in_one_folder(self):
+        for name, text in (("make", "echo $1 >made"), ("tell", "cat made x.opt; echo $1")):
+            self.binary.with_name(name).write_text(f"#!/bin/sh\n{text}\n")
+            self.binary.with_name(name).chmod(0o755)
+        text = TEXT.replace("x x.sol -->", "x make a && tell b -->")
+        text = text.replace("solutions of x.sol", "a\n[ inf ]\nb")
+        self.assertEqual(readme.check(self.binary, text), [])
+        self.assert_one("should read\na\n[ inf ]\nb", text.replace("a\n[", "c\n["))
+
     def test_long_readme_is_noticed(self):
-        self.assert_one("must be under 140", TEXT + "\n" * 140)
+        self.assert_one("must be under 155", TEXT + "\n" * 155)
 
 
 if __name__ == "__main__":
