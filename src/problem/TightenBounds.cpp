@@ -193,6 +193,12 @@ void closeRows(Vanu<QQ>& problem, const std::vector<QQ>& steps, const std::vecto
   }
 }
 
+/// Replaces the bounds of a variable by its range.
+void setBounds(Vanu<QQ>& problem, std::size_t j, const Range& range, const QQ& step) {
+  problem.lx[static_cast<Index>(j) + 1] = range.least / step;
+  problem.rx[static_cast<Index>(j) + 1] = range.greatest / step;
+}
+
 }  // namespace
 
 bool tightenBounds(Vanu<QQ>& problem) {
@@ -203,11 +209,8 @@ bool tightenBounds(Vanu<QQ>& problem) {
   std::vector<Range> ranges = *before;
   if (!propagate(ranges, limitsOf(problem, *steps).all())) return false;
   closeRows(problem, *steps, ranges);
-  for (std::size_t j = 0; j < ranges.size(); ++j) {
-    if (!isHalved((*before)[j], ranges[j])) continue;
-    problem.lx[static_cast<Index>(j) + 1] = ranges[j].least / (*steps)[j];
-    problem.rx[static_cast<Index>(j) + 1] = ranges[j].greatest / (*steps)[j];
-  }
+  for (std::size_t j = 0; j < ranges.size(); ++j)
+    if (isHalved((*before)[j], ranges[j])) setBounds(problem, j, ranges[j], (*steps)[j]);
   return true;
 }
 
@@ -217,10 +220,7 @@ BoundsImplied implyBounds(Vanu<QQ>& problem) {
   std::optional<std::vector<Range>> ranges = rangesOf(problem, *steps);
   if (!ranges || !propagate(*ranges, limitsOf(problem, *steps).all()))
     return BoundsImplied::contradiction;
-  for (std::size_t j = 0; j < ranges->size(); ++j) {
-    problem.lx[static_cast<Index>(j) + 1] = (*ranges)[j].least / (*steps)[j];
-    problem.rx[static_cast<Index>(j) + 1] = (*ranges)[j].greatest / (*steps)[j];
-  }
+  for (std::size_t j = 0; j < ranges->size(); ++j) setBounds(problem, j, (*ranges)[j], (*steps)[j]);
   return BoundsImplied::narrowed;
 }
 

@@ -244,12 +244,8 @@ R NearbySearch<T, R>::commonTarget(const Vector<T>& vector) const {
 template <class T, class R>
 R NearbySearch<T, R>::distanceFromBox(const Vector<T>& vector) const {
   R sum = R();
-  for (Index i = lattice_.frame.firstChecked(lattice_); i < lattice_.basis.m; ++i) {
-    if (vector[i] < lattice_.frame.l[i])
-      sum += NumberConversion<R, T>::nearest(T(lattice_.frame.l[i] - vector[i]));
-    if (vector[i] > lattice_.frame.r[i])
-      sum += NumberConversion<R, T>::nearest(T(vector[i] - lattice_.frame.r[i]));
-  }
+  for (Index i = lattice_.frame.firstChecked(lattice_); i < lattice_.basis.m; ++i)
+    sum += NumberConversion<R, T>::nearest(lattice_.frame.distanceFromBox(vector, i));
   return sum;
 }
 

@@ -38,10 +38,8 @@ template <class T, class R>
 Array<RightOrderPair<Index, R>> Lattice<T, R>::deviationsOf(const Vector<T>& vector) const {
   std::vector<std::pair<R, Index>> amounts;
   for (Index i = frame.firstChecked(*this); i < basis.m; ++i) {
-    if (vector[i] < frame.l[i])
-      amounts.emplace_back(NumberConversion<R, T>::nearest(T(frame.l[i] - vector[i])), i);
-    else if (vector[i] > frame.r[i])
-      amounts.emplace_back(NumberConversion<R, T>::nearest(T(vector[i] - frame.r[i])), i);
+    const T amount = frame.distanceFromBox(vector, i);
+    if (!(amount == T())) amounts.emplace_back(NumberConversion<R, T>::nearest(amount), i);
   }
   std::stable_sort(amounts.begin(), amounts.end(),
                    [](const auto& a, const auto& b) { return a.first > b.first; });

@@ -126,6 +126,11 @@ class CoordinateFrame {
   Index firstChecked(const Vanu<T>& problem) const;
   /// `last`, the last coordinate of a raw vector, lies between its check bounds.
   bool hasLastInBox(const T& last) const;
+  /// The amount by which coordinate j of a raw vector leaves the check vectors, 0 inside.
+  T distanceFromBox(const Vector<T>& vector, Index j) const {
+    if (vector[j] < l[j]) return l[j] - vector[j];
+    return vector[j] > r[j] ? T(vector[j] - r[j]) : T();
+  }
   /// A raw vector lies between the check vectors; free sides of variables are not checked.
   bool liesInBox(const Vanu<T>& problem, const Vector<T>& vector) const;
 
