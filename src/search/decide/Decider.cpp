@@ -34,8 +34,10 @@ constexpr std::uint64_t walkGrowth = 4;
 /// cuts may leave a few nodes.
 constexpr std::uint64_t briefWalk = 1'000'000;
 
-/// Nodes a second while none are measured.
-constexpr double usualSpeed = 2e6;
+/// Nodes of the walk that measures the speed, some hundredths of a second, and the least time that
+/// it counts as.
+constexpr std::uint64_t speedNodes = 50'000;
+constexpr double leastTime = 1e-4;
 
 std::string textOf(const Vector<QQ>& x) {
   std::string text;
@@ -79,6 +81,18 @@ class Decider::Relay : public DecisionListener {
   Decider& decider_;
 };
 
+/// Lets a walk pass that will be repeated.
+class Decider::Deaf : public DecisionListener {
+ public:
+  explicit Deaf(Decider& decider) : relay_(decider) {}
+
+  Step found(const Star<QQ>&) override { return Step::goOn; }
+  Step progress(double, std::uint64_t nodes) override { return relay_.progress(0, nodes); }
+
+ private:
+  Relay relay_;
+};
+
 bool Decider::isKnown(const Star<QQ>& star) {
   // If all solutions are looked for, there is one walk, which finds each one once.
   if (!settings_.wanted) return !known_.empty() && known_.contains(textOf(star.x()));
@@ -98,20 +112,24 @@ Decided Decider::run() {
   result_.best = settings_.known;
   if (prepare()) {
     const bool isSmall = estimate();
-    if (settings_.wanted && expectedNodes_ > smallTree) walkPruned();
+    if (settings_.wanted && expectedNodes_ > smallTree && !isStopped_) walkPruned();
     if (!isSmall) nodesLeft_ = briefWalk;
-    if (!isEnough_ && !isStopped_) walk();
+    if (isStopped_)
+      result_.undecided = Undecided::stopped;
+    else if (!isEnough_)
+      walk();
   }
   result_.nodes = decision_.nodes();
   return result_;
 }
 
+bool Decider::mayGoOn() {
+  isStopped_ = isStopped_ || listener_.progress(0, decision_.nodes()) == Step::stop;
+  return !isStopped_;
+}
+
 bool Decider::prepare() {
-  const auto mayGoOn = [this] {
-    isStopped_ = isStopped_ || listener_.progress(0, decision_.nodes()) == Step::stop;
-    return !isStopped_;
-  };
-  switch (decision_.prepare(settings_.aim, result_.best, mayGoOn)) {
+  switch (decision_.prepare(settings_.aim, result_.best, [this] { return mayGoOn(); })) {
     case Preparation::ready:
       result_.bound = decision_.leastNorm();
       return true;
@@ -142,31 +160,40 @@ void Decider::reportOpenBox() {
 /// Linear programs are worth their time only if the tree isn't walked in less.
 void Decider::raiseBound() {
   const Clock::time_point start = Clock::now();
-  decision_.raiseBound([this, start] {
-    isStopped_ = isStopped_ || listener_.progress(0, decision_.nodes()) == Step::stop;
-    return !isStopped_ && Clock::now() - start < programTime;
-  });
+  decision_.raiseBound([this, start] { return mayGoOn() && Clock::now() - start < programTime; },
+                       [this] { return mayGoOn(); });
   result_.bound = decision_.leastNorm();
 }
 
 bool Decider::estimate() {
   TreeEstimate tree = decision_.estimate(0, settings_.seed);
-  double speed = usualSpeed;
   if (settings_.aim == Aim::best && tree.gaussianNodes > tinyTree) {
     raiseBound();
     tree = decision_.estimate(0, settings_.seed);
   }
   expectedNodes_ = tree.gaussianNodes;
-  if (expectedNodes_ > smallTree) {
-    tree = decision_.estimate(probes, settings_.seed);
-    if (tree.sampledNodes > 0) expectedNodes_ = std::min(expectedNodes_, tree.sampledNodes);
-    if (tree.nodesPerSecond > 0) speed = tree.nodesPerSecond;
-  }
-  const double seconds = expectedNodes_ / speed;
+  if (expectedNodes_ <= smallTree || isStopped_) return true;
+  tree = decision_.estimate(probes, settings_.seed);
+  if (tree.sampledNodes > 0) expectedNodes_ = std::min(expectedNodes_, tree.sampledNodes);
+  const double seconds = expectedNodes_ / measureSpeed();
   if (settings_.isForced || seconds <= settings_.allowed.count()) return true;
   result_.undecided = Undecided::tooLarge;
   result_.estimatedSeconds = seconds;
   return false;
+}
+
+double Decider::measureSpeed() {
+  const std::uint64_t before = decision_.nodes();
+  const Clock::time_point start = Clock::now();
+  if (settings_.aim == Aim::best) {
+    walk({std::nullopt, speedNodes});
+  } else {
+    Deaf deaf(*this);
+    decision_.run(deaf, {std::nullopt, speedNodes});
+  }
+  const std::chrono::duration<double> time = Clock::now() - start;
+  const auto nodes = static_cast<double>(std::max<std::uint64_t>(decision_.nodes() - before, 1));
+  return nodes / std::max(time.count(), leastTime);
 }
 
 void Decider::walkPruned() {
@@ -174,7 +201,6 @@ void Decider::walkPruned() {
                     prunedShare * result_.estimatedSeconds <= settings_.allowed.count();
   if (!fits) return;
   walk({mildPruning, std::nullopt});
-  if (isStopped_) result_.undecided = Undecided::stopped;
   if (isEnough_) result_.undecided = Undecided::enough;
 }
 

@@ -92,9 +92,12 @@ class Decider {
  private:
   using Clock = std::chrono::steady_clock;
   class Relay;
+  class Deaf;
 
   /// The listener knows the solution; from now on it does, if another walk may find it again.
   bool isKnown(const Star<QQ>& star);
+  /// The listener hasn't stopped the decision, of which it is told.
+  bool mayGoOn();
   /// The time is over.
   bool isOver() const;
   bool prepare();
@@ -102,6 +105,8 @@ class Decider {
   void raiseBound();
   /// The tree is small enough to be walked, or has to be.
   bool estimate();
+  /// Nodes a second of a short walk.
+  double measureSpeed();
   void walkPruned();
   void walk();
   void walkToBest();

@@ -72,7 +72,7 @@ class Decision::Tree {
   Preparation prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn);
   EnumerationEnd run(DecisionListener& listener, const EnumerationSettings& settings);
 
-  bool raiseBound(const MayGoOn& mayGoOn);
+  bool raiseBound(const MayGoOn& mayProgram, const MayGoOn& mayGoOn);
 
   Index unbounded() const { return unbounded_; }
   const Vector<QQ>& falling() const { return falling_; }
@@ -87,6 +87,9 @@ class Decision::Tree {
   /// Nothing is within the bounds: no solution, or none better than the known one.
   Preparation nothingLeft(const std::optional<QQ>& known);
   Preparation openBox(const NoFiniteBox& open);
+  /// Reduces the coset and prepares its enumeration, unless the tree is closed; false if it was
+  /// ended before.
+  bool makeTree(const MayGoOn& mayGoOn);
   void dropEnumeration();
   /// No objective is small enough to count: proven without a tree. A fixed objective has no
   /// coordinate whose box could become empty.
@@ -138,6 +141,21 @@ class Decision::Tree::Visitor : public EnumerationVisitor {
   Tree& tree_;
   DecisionListener& listener_;
 };
+
+bool Decision::Tree::makeTree(const MayGoOn& mayGoOn) {
+  if (isClosed()) return mayGoOn();
+  BoxCoset& coset = coset_.coset;
+  reduceBasis(coset, mayGoOn);
+  if (!mayGoOn()) return false;
+  if (isEmptyBox(coset)) {
+    enumeration_.emplace(coset);
+    return true;
+  }
+  CosetDirections data = cosetDirections(coset);
+  movePointToMiddle(coset, data);
+  enumeration_.emplace(coset, data);
+  return true;
+}
 
 void Decision::Tree::dropEnumeration() {
   nodesBefore_ = nodes();
@@ -194,15 +212,13 @@ Preparation Decision::Tree::prepare(Aim aim, const std::optional<QQ>& known,
   coset_ = {};
   const Preparation made = makeCoset(aim == Aim::best ? known : std::nullopt, mayGoOn);
   if (made != Preparation::ready) return made;
-  if (!isClosed()) reduceCoset(coset_.coset, mayGoOn);
-  return mayGoOn() ? Preparation::ready : Preparation::stopped;
+  return makeTree(mayGoOn) ? Preparation::ready : Preparation::stopped;
 }
 
-bool Decision::Tree::raiseBound(const MayGoOn& mayGoOn) {
-  if (isClosed() || !raiseObjective(coset_, mayGoOn)) return false;
+bool Decision::Tree::raiseBound(const MayGoOn& mayProgram, const MayGoOn& mayGoOn) {
+  if (isClosed() || !raiseObjective(coset_, mayProgram)) return mayGoOn();
   dropEnumeration();
-  if (!isClosed()) reduceCoset(coset_.coset, mayGoOn);
-  return true;
+  return makeTree(mayGoOn);
 }
 
 std::optional<QQ> Decision::Tree::leastNorm() const {
@@ -211,13 +227,12 @@ std::optional<QQ> Decision::Tree::leastNorm() const {
 }
 
 TreeEstimate Decision::Tree::estimate(std::uint32_t probes, std::uint64_t seed) const {
-  return isClosed() ? TreeEstimate{} : estimateTree(coset_.coset, probes, seed);
+  return enumeration_ ? enumeration_->estimate(probes, seed) : TreeEstimate{};
 }
 
 EnumerationEnd Decision::Tree::run(DecisionListener& listener,
                                    const EnumerationSettings& settings) {
   if (isClosed()) return EnumerationEnd::complete;
-  if (!enumeration_) enumeration_.emplace(coset_.coset);
   Visitor visitor(*this, listener);
   const EnumerationEnd end = enumeration_->run(visitor, settings);
   return isClosed() ? EnumerationEnd::complete : end;
@@ -259,8 +274,8 @@ const Vector<QQ>& Decision::fallingDirection() const {
   return tree_->falling();
 }
 
-bool Decision::raiseBound(const MayGoOn& mayGoOn) {
-  return tree_->raiseBound(mayGoOn);
+bool Decision::raiseBound(const MayGoOn& mayProgram, const MayGoOn& mayGoOn) {
+  return tree_->raiseBound(mayProgram, mayGoOn);
 }
 
 std::optional<QQ> Decision::leastNorm() const {

@@ -81,9 +81,9 @@ class Decision {
   /// The rest is for ready trees.
 
   /// With Aim::best raises leastNorm(), and makes the tree smaller, by linear programs in
-  /// rationals, which take some seconds with a hundred variables. False if mayGoOn() ended them;
-  /// the tree is unchanged then.
-  bool raiseBound(const MayGoOn& mayGoOn);
+  /// rationals, which take some seconds with a hundred variables. If mayProgram() ends them the
+  /// tree stays as it is. False if mayGoOn() ended the reduction after them: there is no tree.
+  bool raiseBound(const MayGoOn& mayProgram, const MayGoOn& mayGoOn);
   /// The expected nodes of the complete tree.
   TreeEstimate estimate(std::uint32_t probes, std::uint64_t seed) const;
   /// Walks the tree from its root. Complete: every solution was found, with Aim::best a least

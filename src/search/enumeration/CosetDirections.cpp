@@ -32,6 +32,16 @@ void subtractMultiple(Row& a, const BigFloat& factor, const Row& b, BigFloat& pr
   }
 }
 
+/// p - m.
+Row fromMiddle(const BoxCoset& coset, mp_bitcnt_t precision) {
+  Row result(coset.point.size(), BigFloat(precision));
+  for (std::size_t j = 0; j < result.size(); ++j) {
+    result[j] = coset.point[j] + coset.point[j] - coset.lower[j] - coset.upper[j];
+    result[j].divideByPowerOfTwo(1);
+  }
+  return result;
+}
+
 /// About 1 over the range of each coordinate; more for a range close to the greatest double or
 /// beyond it.
 std::vector<double> scaleOf(const BoxCoset& coset) {
@@ -76,7 +86,7 @@ class Process {
   }
 
   CosetDirections result(const std::vector<double>& scale) {
-    CosetDirections data{scale, {}, duals(), rest(), lengths_};
+    CosetDirections data{scale, {}, duals(), rest(), lengths_, precision_};
     data.directions = std::move(stars_);
     for (std::vector<Row>* rows : {&data.directions, &data.duals})
       for (Row& row : *rows) multiply(row);
@@ -95,7 +105,7 @@ class Process {
     return result;
   }
 
-  /// D row for a row that has been scaled once.
+  /// row := D row.
   void multiply(Row& row) const {
     for (std::size_t j = 0; j < row.size(); ++j) row[j] *= scale_[j];
   }
@@ -125,11 +135,8 @@ class Process {
 
   /// The part of D (p - m) orthogonal to all rows.
   Row rest() {
-    std::vector<ZZ> doubled(coset_.point);
-    for (std::size_t j = 0; j < doubled.size(); ++j)
-      doubled[j] += coset_.point[j] - coset_.lower[j] - coset_.upper[j];
-    Row result = scaled(doubled);
-    for (BigFloat& entry : result) entry.divideByPowerOfTwo(1);
+    Row result = fromMiddle(coset_, precision_);
+    multiply(result);
     removeSpan(result);
     return result;
   }
@@ -170,24 +177,30 @@ CosetDirections cosetDirections(const BoxCoset& coset) {
   }
 }
 
-void movePointToMiddle(BoxCoset& coset, const CosetDirections& data) {
+void movePointToMiddle(BoxCoset& coset, CosetDirections& data) {
   const std::size_t n = coset.point.size();
+  const mp_bitcnt_t precision = data.precision;
+  Row parts;
+  BigFloat product(precision);
   for (std::size_t k = data.directions.size(); k-- > 0;) {
-    const Row& direction = data.directions[k];
-    BigFloat sum(direction.empty() ? BigFloat(64) : direction[0]);
-    BigFloat product(sum);
-    sum = 0.0;
-    for (std::size_t j = 0; j < n; ++j) {
-      product = coset.point[j] + coset.point[j] - coset.lower[j] - coset.upper[j];
-      product *= direction[j];
-      sum += product;
-    }
-    sum.divideByPowerOfTwo(1);
-    sum /= data.squaredLengths[k];
-    const ZZ factor = sum.nearestInteger();
+    BigFloat part(precision);
+    setInner(part, data.directions[k], fromMiddle(coset, precision), product);
+    part /= data.squaredLengths[k];
+    const ZZ factor = part.nearestInteger();
+    product = factor;
+    part -= product;
+    parts.push_back(std::move(part));
     if (factor.isZero()) continue;
     for (std::size_t j = 0; j < n; ++j) coset.point[j] -= factor * coset.basis[k][j];
   }
+  data.rest = fromMiddle(coset, precision);
+  for (std::size_t j = 0; j < n; ++j) {
+    product = data.scale[j];
+    data.rest[j] *= product;
+    data.rest[j] *= product;
+  }
+  for (std::size_t i = 0; i < parts.size(); ++i)
+    subtractMultiple(data.rest, parts[i], data.directions[parts.size() - 1 - i], product);
 }
 
 }  // namespace starsift

@@ -28,13 +28,15 @@ struct CosetDirections {
   Row rest;
   /// |b*_k|^2, d entries.
   std::vector<BigFloat> squaredLengths;
+  /// Bits of all these numbers.
+  mp_bitcnt_t precision;
 };
 
 /// Throws FatalPrecisionException if the rows of the basis are dependent. The box is not empty.
 CosetDirections cosetDirections(const BoxCoset& coset);
 
 /// p := the point of the coset whose coefficients over the b*_k lie within 1/2 of the middle of
-/// the box, by Babai's nearest planes.
-void movePointToMiddle(BoxCoset& coset, const CosetDirections& data);
+/// the box, by Babai's nearest planes. `data` stay those of the coset.
+void movePointToMiddle(BoxCoset& coset, CosetDirections& data);
 
 }  // namespace starsift

@@ -111,7 +111,7 @@ bool reduceFully(Basis<QQ, dbl_t>& basis, Stopper& stopper, bool deep) {
 
 }  // namespace
 
-bool reduceCoset(BoxCoset& coset, const std::function<bool()>& mayGoOn) {
+bool reduceBasis(BoxCoset& coset, const std::function<bool()>& mayGoOn) {
   if (coset.basis.empty()) return true;
   const std::vector<ZZ> weights = weightsOf(coset);
   const Matrix<QQ> rows = weightedRows(coset, weights);
@@ -129,7 +129,14 @@ bool reduceCoset(BoxCoset& coset, const std::function<bool()>& mayGoOn) {
     }
   }
   storeRows(basis.B(), weights, coset);
-  if (!isEmptyBox(coset)) movePointToMiddle(coset, cosetDirections(coset));
+  return isReduced;
+}
+
+bool reduceCoset(BoxCoset& coset, const std::function<bool()>& mayGoOn) {
+  const bool isReduced = reduceBasis(coset, mayGoOn);
+  if (isEmptyBox(coset)) return isReduced;
+  CosetDirections data = cosetDirections(coset);
+  movePointToMiddle(coset, data);
   return isReduced;
 }
 

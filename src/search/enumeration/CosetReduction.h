@@ -18,4 +18,7 @@ namespace starsift {
 /// or if the reduction gave up; the basis spans the same lattice then, but need not be reduced.
 bool reduceCoset(BoxCoset& coset, const std::function<bool()>& mayGoOn);
 
+/// reduceCoset() of the basis alone; the point stays.
+bool reduceBasis(BoxCoset& coset, const std::function<bool()>& mayGoOn);
+
 }  // namespace starsift

@@ -17,9 +17,7 @@ std::unique_ptr<EnumerationWalk> floatingWalk(const BoxCoset& coset, const Coset
 }
 
 /// The fastest walk that proves what it says.
-std::unique_ptr<EnumerationWalk> walkOver(const BoxCoset& coset) {
-  if (isEmptyBox(coset)) return std::make_unique<ExactWalk>(coset);
-  const CosetDirections data = cosetDirections(coset);
+std::unique_ptr<EnumerationWalk> walkOver(const BoxCoset& coset, const CosetDirections& data) {
   if (auto walk = floatingWalk<double>(coset, data)) return walk;
   if (auto walk = floatingWalk<long double>(coset, data)) return walk;
   return std::make_unique<ExactWalk>(coset);
@@ -27,13 +25,28 @@ std::unique_ptr<EnumerationWalk> walkOver(const BoxCoset& coset) {
 
 }  // namespace
 
-Enumeration::Enumeration(const BoxCoset& coset) : walk_(walkOver(coset)) {}
+Enumeration::Enumeration(const BoxCoset& coset, const CosetDirections& data)
+    : walk_(walkOver(coset, data)), gaussianNodes_(gaussianNodes(coset, data)) {}
+
+Enumeration::Enumeration(const BoxCoset& coset) {
+  if (isEmptyBox(coset))
+    walk_ = std::make_unique<ExactWalk>(coset);
+  else
+    *this = Enumeration(coset, cosetDirections(coset));
+}
+
 Enumeration::~Enumeration() = default;
 Enumeration::Enumeration(Enumeration&&) noexcept = default;
 Enumeration& Enumeration::operator=(Enumeration&&) noexcept = default;
 
 EnumerationEnd Enumeration::run(EnumerationVisitor& visitor, const EnumerationSettings& settings) {
   return walk_->run(visitor, settings);
+}
+
+TreeEstimate Enumeration::estimate(std::uint32_t probes, std::uint64_t seed) const {
+  TreeEstimate estimate = walk_->probe(probes, seed);
+  estimate.gaussianNodes = gaussianNodes_;
+  return estimate;
 }
 
 void Enumeration::narrow(std::size_t coordinate, const ZZ& lower, const ZZ& upper) {

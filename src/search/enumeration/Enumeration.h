@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "search/enumeration/BoxCoset.h"
+#include "search/enumeration/CosetDirections.h"
+#include "search/enumeration/TreeEstimate.h"
 
 namespace starsift {
 
@@ -58,12 +60,17 @@ class Enumeration {
  public:
   /// The basis should be reduced by reduceCoset(). O(d^2 n) operations on long numbers.
   explicit Enumeration(const BoxCoset& coset);
+  /// `data` are those of the coset, which has a box that isn't empty.
+  Enumeration(const BoxCoset& coset, const CosetDirections& data);
   ~Enumeration();
   Enumeration(Enumeration&&) noexcept;
   Enumeration& operator=(Enumeration&&) noexcept;
 
   /// Walks the tree from its root. The box is as narrowed before.
   EnumerationEnd run(EnumerationVisitor& visitor, const EnumerationSettings& settings);
+  /// Estimates the nodes of a complete run in the box as it is; O(probes d n w), w the number of
+  /// children of a node. The same seed gives the same estimate. No solution is reported.
+  TreeEstimate estimate(std::uint32_t probes, std::uint64_t seed) const;
   /// Intersects the bounds of a coordinate with [lower, upper]; 0 <= coordinate < n. May be called
   /// from found() and progress(), and before a run.
   void narrow(std::size_t coordinate, const ZZ& lower, const ZZ& upper);
@@ -73,6 +80,8 @@ class Enumeration {
 
  private:
   std::unique_ptr<EnumerationWalk> walk_;
+  /// Of the box at construction.
+  double gaussianNodes_ = 0;
 };
 
 }  // namespace starsift

@@ -25,6 +25,8 @@ class EnumerationWalk {
     onNarrowed(j);
   }
   virtual std::uint64_t nodes() const = 0;
+  /// The sampled part of Enumeration::estimate().
+  virtual TreeEstimate probe(std::uint32_t probes, std::uint64_t seed) const = 0;
 
  protected:
   /// The bounds of coordinate j have changed.

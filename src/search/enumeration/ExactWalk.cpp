@@ -1,6 +1,7 @@
 #include "search/enumeration/ExactWalk.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "numbers/Conversion.h"
@@ -20,6 +21,10 @@ QQ inner(const std::vector<QQ>& a, const std::vector<QQ>& b) {
 
 void addMultiple(std::vector<QQ>& a, const QQ& factor, const std::vector<QQ>& b) {
   for (std::size_t j = 0; j < a.size(); ++j) addProduct(a[j], factor, b[j]);
+}
+
+double nearest(const QQ& value) {
+  return static_cast<double>(NumberConversion<long double, QQ>::nearest(value));
 }
 
 }  // namespace
@@ -114,12 +119,34 @@ ExactWalk::Interval ExactWalk::interval(std::size_t k, const Node& node) const {
   return result;
 }
 
-bool ExactWalk::pace() {
+LevelChoices ExactWalk::choicesAt(std::size_t k) {
+  const Choice& choice = path_[k];
+  const QQ& chosen = *choice.coefficient;
+  const auto relative = [&chosen](const QQ& c) { return nearest(c - chosen); };
+  constexpr double endless = std::numeric_limits<double>::infinity();
+  const QQ room = radius(k) - choice.node->length;
+  const QQ first = ceil(-*choice.offset);
+  return {k,
+          room.isZero() ? endless : nearest(squaredLengths_[k] / room),
+          nearest(chosen + *choice.offset),
+          relative(choice.range->least),
+          relative(choice.range->most),
+          choice.isUp ? relative(first) - 1 : 0,
+          choice.isUp ? 0 : endless};
+}
+
+double ExactWalk::share(std::size_t k) {
+  std::vector<LevelChoices> path;
+  for (std::size_t i = rows_.size(); i-- > k;) path.push_back(choicesAt(i));
+  return shareDone(path);
+}
+
+bool ExactWalk::pace(std::size_t k) {
   ++nodes_;
   const std::uint64_t count = nodes_ - before_;
   if (settings_.nodeLimit && count > *settings_.nodeLimit)
     end_ = EnumerationEnd::limit;
-  else if (count % progressInterval == 0 && visitor_->progress(0, count) == Step::stop)
+  else if (count % progressInterval == 0 && visitor_->progress(share(k), count) == Step::stop)
     end_ = EnumerationEnd::stopped;
   return end_ == EnumerationEnd::complete;
 }
@@ -146,6 +173,7 @@ bool ExactWalk::visit(std::size_t k, const Node& node) {
 
 bool ExactWalk::visitSide(std::size_t k, const Node& node, const QQ& offset, QQ c, const QQ& step,
                           const Interval& range) {
+  path_[k - 1] = {&node, &range, &offset, &c, step.sign()};
   for (; c >= range.least && c <= range.most; c += step) {
     const QQ factor = c + offset;
     Node child{node.length + factor * factor * squaredLengths_[k - 1], node.direction, node.point};
@@ -155,7 +183,7 @@ bool ExactWalk::visitSide(std::size_t k, const Node& node, const QQ& offset, QQ 
     }
     addMultiple(child.direction, factor, directions_[k - 1]);
     if (isCut(child)) return true;
-    if (!pace()) return false;
+    if (!pace(k - 1)) return false;
     addMultiple(child.point, c, rows_[k - 1]);
     if (!visit(k - 1, child)) return false;
   }
@@ -165,6 +193,7 @@ bool ExactWalk::visitSide(std::size_t k, const Node& node, const QQ& offset, QQ 
 EnumerationEnd ExactWalk::run(EnumerationVisitor& visitor, const EnumerationSettings& settings) {
   visitor_ = &visitor;
   settings_ = settings;
+  path_.resize(rows_.size());
   end_ = EnumerationEnd::complete;
   hasPruned_ = false;
   before_ = nodes_;

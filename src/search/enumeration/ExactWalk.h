@@ -6,6 +6,7 @@
 
 #include "numbers/QQ.h"
 #include "search/enumeration/EnumerationWalk.h"
+#include "search/enumeration/TreeShare.h"
 
 namespace starsift {
 
@@ -18,6 +19,8 @@ class ExactWalk : public EnumerationWalk {
 
   EnumerationEnd run(EnumerationVisitor& visitor, const EnumerationSettings& settings) override;
   std::uint64_t nodes() const override { return nodes_; }
+  /// There are no probes in rationals.
+  TreeEstimate probe(std::uint32_t, std::uint64_t) const override { return {}; }
 
  private:
   using Row = std::vector<QQ>;
@@ -33,6 +36,16 @@ class ExactWalk : public EnumerationWalk {
     Row point;
   };
 
+  /// The choice of a coefficient on the current path; what it points to lives on the stack.
+  struct Choice {
+    const Node* node;
+    const Interval* range;
+    const QQ* offset;
+    const QQ* coefficient;
+    /// The side of the centre; the upper one comes first.
+    bool isUp;
+  };
+
   void onNarrowed(std::size_t j) override;
   /// Orthogonalises the rows and the start.
   void prepare();
@@ -42,7 +55,12 @@ class ExactWalk : public EnumerationWalk {
   bool visitSide(std::size_t k, const Node& node, const QQ& offset, QQ c, const QQ& step,
                  const Interval& range);
   bool report(const Node& node);
-  bool pace();
+  /// Counts a node with the coefficients from `k` on chosen, and reports progress.
+  bool pace(std::size_t k);
+  /// The choices of coefficient `k` for shareDone().
+  LevelChoices choicesAt(std::size_t k);
+  /// Estimated share of the tree that is done before the node with the coefficients from `k` on.
+  double share(std::size_t k);
   /// The part of the interval of coefficient k - 1 that its final coordinates leave.
   Interval interval(std::size_t k, const Node& node) const;
   /// No point of the box has this projected vector, or one further out in its direction.
@@ -70,6 +88,8 @@ class ExactWalk : public EnumerationWalk {
   bool hasPruned_ = false;
   std::uint64_t nodes_ = 0;
   std::uint64_t before_ = 0;
+  /// The choices of all coefficients; valid from that of the current node on.
+  std::vector<Choice> path_;
 };
 
 }  // namespace starsift

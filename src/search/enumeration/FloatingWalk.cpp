@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "search/enumeration/DyadicRow.h"
+#include "search/enumeration/TreeProbes.h"
 
 namespace starsift {
 
@@ -138,14 +139,18 @@ typename FloatingWalk<Real>::Outcome FloatingWalk<Real>::pace(EnumerationVisitor
 
 template <class Real>
 double FloatingWalk<Real>::share() const {
-  double done = 0;
-  double current = 1;
-  for (std::size_t k = geometry_.dimension; k-- > level_ + 1;) {
-    const auto part = nodes_.shareAt(k);
-    done += current * part.done;
-    current *= part.current;
-  }
-  return std::min(done, 1.0);
+  std::vector<LevelChoices> path;
+  for (std::size_t k = geometry_.dimension; k-- > level_ + 1;) path.push_back(nodes_.choicesAt(k));
+  return shareDone(path);
+}
+
+template <class Real>
+TreeEstimate FloatingWalk<Real>::probe(std::uint32_t probes, std::uint64_t seed) const {
+  TreeNodes<Real> nodes(geometry_);
+  for (std::size_t j = 0; j < geometry_.coordinates; ++j)
+    if (nodes_.lower(j) > nodes.lower(j) || nodes_.upper(j) < nodes.upper(j))
+      nodes.setBounds(j, nodes_.lower(j), nodes_.upper(j));
+  return TreeProbes<Real>(nodes, seed).run(probes);
 }
 
 template class FloatingWalk<double>;

@@ -19,6 +19,7 @@ class FloatingWalk : public EnumerationWalk {
 
   EnumerationEnd run(EnumerationVisitor& visitor, const EnumerationSettings& settings) override;
   std::uint64_t nodes() const override { return leaves_ + nodes_.nodes(); }
+  TreeEstimate probe(std::uint32_t probes, std::uint64_t seed) const override;
 
  private:
   enum class Outcome { goOn, done, stop, limit };

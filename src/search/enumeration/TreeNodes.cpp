@@ -230,30 +230,17 @@ std::size_t TreeNodes<Real>::recheck(std::size_t k) {
 }
 
 template <class Real>
-double TreeNodes<Real>::weight(std::size_t k, Real coefficient) const {
+LevelChoices TreeNodes<Real>::choicesAt(std::size_t k) const {
   const Level& level = levels_[k];
-  const Real whole = std::max(radii_[k] - level.length, std::numeric_limits<Real>::min());
-  const Real factor = coefficient + level.offset;
-  const Real room = 1 - factor * factor * geometry_.squaredLengths[k] / whole;
-  return room > 0 ? std::pow(static_cast<double>(room), static_cast<double>(k) / 2) : 0.0;
-}
-
-template <class Real>
-typename TreeNodes<Real>::Share TreeNodes<Real>::shareAt(std::size_t k) const {
-  const Level& level = levels_[k];
-  constexpr Real reach = 50;
-  double all = 0;
-  double done = 0;
-  const Real first = std::max(level.least, level.chosen - reach);
-  const int steps = static_cast<int>(std::min(level.most, level.chosen + reach) - first);
-  for (int step = 0; step <= steps; ++step) {
-    const Real c = first + static_cast<Real>(step);
-    const double part = weight(k, c);
-    all += part;
-    if (c < level.up && c > level.down && c != level.chosen) done += part;
-  }
-  if (!(all > 0)) return {0, 1};
-  return {done / all, weight(k, level.chosen) / all};
+  const Real room = std::max(radii_[k] - level.length, std::numeric_limits<Real>::min());
+  const auto relative = [&level](Real c) { return static_cast<double>(c - level.chosen); };
+  return {k,
+          static_cast<double>(geometry_.squaredLengths[k] / room),
+          static_cast<double>(level.chosen + level.offset),
+          relative(level.least),
+          relative(level.most),
+          relative(level.down),
+          relative(level.up)};
 }
 
 template class TreeNodes<double>;

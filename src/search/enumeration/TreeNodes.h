@@ -7,6 +7,7 @@
 
 #include "search/enumeration/CoefficientProgram.h"
 #include "search/enumeration/TreeGeometry.h"
+#include "search/enumeration/TreeShare.h"
 
 namespace starsift {
 
@@ -63,16 +64,8 @@ class TreeNodes {
   Real upper(std::size_t j) const { return upper_.at(0, j); }
   /// Children that weren't cut, of all levels k > 0, so far.
   std::uint64_t nodes() const { return nodes_; }
-  /// Estimated size of the subtree of a child of the node that enter(k) was called at, relative to
-  /// its siblings: subtrees grow about like balls with the radius that is left to them.
-  double weight(std::size_t k, Real coefficient) const;
-  /// Estimated share of the children of the node at level k + 1 that are done, and the weight of
-  /// the current one, each part of 1.
-  struct Share {
-    double done;
-    double current;
-  };
-  Share shareAt(std::size_t k) const;
+  /// The choices of level k at the node that enter(k) was called at; after advance(k) or choose().
+  LevelChoices choicesAt(std::size_t k) const;
 
  private:
   struct Level {

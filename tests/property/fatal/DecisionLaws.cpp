@@ -214,7 +214,7 @@ TEST(Deciding, HasABoundBelowEveryNorm) {
     const auto least = leastNorm(small.problem, solutionsAround(small.problem));
     if (least) RC_ASSERT(*decision.leastNorm() <= *least);
     const QQ before = *decision.leastNorm();
-    decision.raiseBound([] { return true; });
+    decision.raiseBound([] { return true; }, [] { return true; });
     RC_ASSERT(*decision.leastNorm() >= before);
     if (least) RC_ASSERT(*decision.leastNorm() <= *least);
   });

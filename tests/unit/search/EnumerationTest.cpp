@@ -160,15 +160,24 @@ TEST(Enumeration, NodeLimitEndsTheRun) {
   EXPECT_EQ(enumeration.nodes(), 200U);
 }
 
-TEST(Enumeration, ShareOfTheTreeGrowsFromZeroToOne) {
-  Enumeration enumeration(crowd());
+/// The shares that a complete walk reports.
+template <class Walk>
+void checkShares(Walk&& walk) {
   CollectingVisitor visitor;
-  EXPECT_EQ(enumeration.run(visitor, {}), EnumerationEnd::complete);
+  EXPECT_EQ(walk.run(visitor, {}), EnumerationEnd::complete);
   ASSERT_GE(visitor.shares.size(), 5U);
   EXPECT_LT(visitor.shares.front(), 0.5);
   EXPECT_GT(visitor.shares.back(), 0.5);
   EXPECT_LE(visitor.shares.back(), 1);
   EXPECT_TRUE(std::is_sorted(visitor.shares.begin(), visitor.shares.end()));
+}
+
+TEST(Enumeration, ShareOfTheTreeGrowsFromZeroToOne) {
+  checkShares(Enumeration(crowd()));
+}
+
+TEST(Enumeration, ShareOfTheTreeInRationalsGrowsFromZeroToOne) {
+  checkShares(ExactWalk(crowd()));
 }
 
 TEST(Enumeration, PruningThatCutsNothingIsComplete) {

@@ -1,0 +1,71 @@
+#include "search/enumeration/TreeProbes.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace starsift {
+
+namespace {
+
+/// Every child can be drawn, however small its subtree seems.
+constexpr double leastWeight = 1e-3;
+
+}  // namespace
+
+template <class Real>
+TreeEstimate TreeProbes<Real>::run(std::uint32_t count) {
+  TreeEstimate estimate;
+  if (count == 0 || top_ == 0 || nodes_.isRootCut()) return estimate;
+  double sum = 0;
+  double largest = 0;
+  for (std::uint32_t i = 0; i < count; ++i) {
+    const double nodes = probe();
+    sum += nodes;
+    largest = std::max(largest, nodes);
+  }
+  estimate.sampledNodes = sum / count;
+  estimate.largestShare = sum > 0 ? largest / sum : 1;
+  return estimate;
+}
+
+template <class Real>
+double TreeProbes<Real>::probe() {
+  double sum = 0;
+  double width = 1;
+  for (std::size_t k = top_; k-- > 0;) {
+    nodes_.enter(k);
+    if (k == 0) {
+      const Real leaves = nodes_.most(0) - nodes_.least(0) + 1;
+      return sum + width * static_cast<double>(std::max(Real(0), leaves));
+    }
+    const std::uint64_t before = nodes_.nodes();
+    children_.clear();
+    weights_.clear();
+    while (nodes_.advance(k)) {
+      children_.push_back(nodes_.chosen(k));
+      weights_.push_back(std::max(subtreeWeight(nodes_.choicesAt(k), 0), leastWeight));
+    }
+    sum += width * static_cast<double>(nodes_.nodes() - before);
+    if (children_.empty()) return sum;
+    const std::size_t choice = draw();
+    width *= std::accumulate(weights_.begin(), weights_.end(), 0.0) / weights_[choice];
+    nodes_.choose(k, children_[choice]);
+    nodes_.descend(k);
+  }
+  return sum;
+}
+
+template <class Real>
+std::size_t TreeProbes<Real>::draw() {
+  constexpr double unit = 0x1p-53;
+  const double random = static_cast<double>(random_() >> 11U) * unit;
+  double rest = random * std::accumulate(weights_.begin(), weights_.end(), 0.0);
+  std::size_t i = 0;
+  while (i + 1 < weights_.size() && rest >= weights_[i]) rest -= weights_[i++];
+  return i;
+}
+
+template class TreeProbes<double>;
+template class TreeProbes<long double>;
+
+}  // namespace starsift
