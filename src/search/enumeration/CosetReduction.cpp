@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <optional>
 
 #include "lattice/reduce/LllReduction.h"
 #include "numbers/Conversion.h"
 #include "numbers/VectorQQ.h"
 #include "search/enumeration/CosetDirections.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 
@@ -21,26 +23,38 @@ constexpr std::uint64_t unlimited = std::numeric_limits<std::uint64_t>::max();
 /// Passes that may gain nothing.
 constexpr int maxFruitlessPasses = 20;
 
+/// Steps of a pass, per row. Gram-Schmidt data of one row are made from kept data of others, and
+/// the errors grow from row to row: ten times in a thousand steps with deep insertions. A pass
+/// begins with new ones.
+constexpr std::uint64_t maxPassSteps = 20;
+
 using MayGoOn = std::function<bool()>;
 
-/// Ends a reduction when it is told to, or after a number of steps.
+/// Ends a reduction when it is told to, or after a number of steps, and pauses it.
 class Stopper : public RowVisitor {
  public:
   Stopper(const MayGoOn& mayGoOn, std::uint64_t steps) : mayGoOn_(mayGoOn), steps_(steps) {}
 
+  /// A pause is due after so many steps.
+  void beginPass(std::uint64_t steps) { untilPause_ = steps; }
   void onRow(Index) override {}
   bool mayStep(const PassStatus&) override {
     wasEnded_ = wasEnded_ || !mayGoOn_();
-    return !wasEnded_ && steps_ > 0 && steps_-- > 0;
+    if (hasStopped() || hasPaused()) return false;
+    --steps_;
+    --untilPause_;
+    return true;
   }
   void onStepped(const PassStatus&) override {}
   /// By the caller of the reduction.
   bool wasEnded() const { return wasEnded_; }
   bool hasStopped() const { return wasEnded_ || steps_ == 0; }
+  bool hasPaused() const { return untilPause_ == 0; }
 
  private:
   const MayGoOn& mayGoOn_;
   std::uint64_t steps_;
+  std::uint64_t untilPause_ = 0;
   bool wasEnded_ = false;
 };
 
@@ -88,18 +102,24 @@ void storeRows(const Matrix<QQ>& rows, const std::vector<ZZ>& weights, BoxCoset&
 }
 
 /// Passes until the basis is reduced; false if the reduction was ended or gave up.
-bool reduceFully(Basis<QQ, dbl_t>& basis, Stopper& stopper, bool deep) {
+template <class T>
+bool reduceFully(Basis<T, dbl_t>& basis, Stopper& stopper, bool deep) {
   const Index d = basis.n;
   GramSchmidtData<dbl_t> data;
   data.resize(d);
   LllSettings<dbl_t> settings;
   settings.deep = deep;
-  LllReduction<QQ, dbl_t> reduction(basis, data, stopper, settings);
+  LllReduction<T, dbl_t> reduction(basis, data, stopper, settings);
   dbl_t before = std::numeric_limits<dbl_t>::infinity();
   for (int fruitless = 0; fruitless < maxFruitlessPasses;) {
     PassStatus status{1, d, d, std::numeric_limits<Index>::max()};
+    stopper.beginPass(maxPassSteps * static_cast<std::uint64_t>(d));
     reduction.pass(status);
     if (stopper.hasStopped()) return false;
+    if (stopper.hasPaused()) {
+      basis.forgetAll();
+      continue;
+    }
     if (reduction.allTested(d) && reduction.renewLongData(d) && reduction.isReduced(d)) return true;
     const dbl_t after = reduction.potential(d);
     if (status.counts.swaps == 0 || !(after < before)) ++fruitless;
@@ -109,27 +129,54 @@ bool reduceFully(Basis<QQ, dbl_t>& basis, Stopper& stopper, bool deep) {
   return false;
 }
 
-}  // namespace
-
-bool reduceBasis(BoxCoset& coset, const std::function<bool()>& mayGoOn) {
-  if (coset.basis.empty()) return true;
-  const std::vector<ZZ> weights = weightsOf(coset);
-  const Matrix<QQ> rows = weightedRows(coset, weights);
-  Basis<QQ, dbl_t> basis;
-  basis.reset(&rows, QQ(1));
+/// LLL reduction, then deep insertions; as reduceFully(). `rows` stay a basis of their lattice.
+template <class T>
+bool reduceRows(Matrix<T>& rows, const MayGoOn& mayGoOn, bool& wasEnded) {
+  Basis<T, dbl_t> basis;
+  basis.reset(&rows, T(1));
   Stopper stopper(mayGoOn, unlimited);
   bool isReduced = reduceFully(basis, stopper, false);
   if (isReduced) {
-    Stopper deepStopper(mayGoOn, maxDeepSteps * coset.basis.size());
+    Stopper deepStopper(mayGoOn, maxDeepSteps * static_cast<std::uint64_t>(rows.rowCount()));
     basis.forgetAll();
     isReduced = reduceFully(basis, deepStopper, true);
     if (!isReduced && !deepStopper.wasEnded()) {
       basis.forgetAll();
       isReduced = reduceFully(basis, stopper, false);
     }
+    wasEnded = deepStopper.wasEnded();
   }
-  storeRows(basis.B(), weights, coset);
+  wasEnded = wasEnded || stopper.wasEnded();
+  rows = basis.B();
   return isReduced;
+}
+
+/// The same in long double, which is faster; empty if it can't hold the numbers or gave up.
+std::optional<bool> reduceShortRows(Matrix<QQ>& rows, const MayGoOn& mayGoOn) {
+  try {
+    Matrix<dbl_t> shortRows;
+    shortRows.convertFrom(rows, false);
+    bool wasEnded = false;
+    const bool isReduced = reduceRows(shortRows, mayGoOn, wasEnded);
+    rows.convertFrom(shortRows, false);
+    if (isReduced || wasEnded) return isReduced;
+  } catch (const PrecisionException&) {
+    // The rows of this try are lost; the given ones are a basis as well.
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+bool reduceBasis(BoxCoset& coset, const std::function<bool()>& mayGoOn) {
+  if (coset.basis.empty()) return true;
+  const std::vector<ZZ> weights = weightsOf(coset);
+  Matrix<QQ> rows = weightedRows(coset, weights);
+  std::optional<bool> isReduced = reduceShortRows(rows, mayGoOn);
+  bool wasEnded = false;
+  if (!isReduced) isReduced = reduceRows(rows, mayGoOn, wasEnded);
+  storeRows(rows, weights, coset);
+  return *isReduced;
 }
 
 bool reduceCoset(BoxCoset& coset, const std::function<bool()>& mayGoOn) {
