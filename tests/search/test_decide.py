@@ -132,6 +132,8 @@ def add_range(source, problem, coefficients):
     at = value(coefficients, planted(source, problem))
     low = at - source.randint(0, 5) if source.random() < 0.7 else None
     high = at + source.randint(-2, 5) if low is None or source.random() < 0.5 else None
+    if low is not None and high is not None:
+        low, high = min(low, high), max(low, high)
     problem.ranges.append((low, coefficients, high))
 
 

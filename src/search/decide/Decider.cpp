@@ -19,7 +19,12 @@ constexpr double tinyTree = 1e4;
 /// Of the linear programs for one tree.
 constexpr std::chrono::seconds programTime{2};
 
-constexpr std::uint32_t probes = 400;
+/// Probes of a tree, and of one above so many nodes;
+/// they end after a time that linear programs may need.
+constexpr std::uint32_t fewProbes = 400;
+constexpr std::uint32_t manyProbes = 4000;
+constexpr double largeTree = 1e7;
+constexpr std::chrono::seconds probeTime{1};
 
 /// F of the pruned try, and the largest share of the nodes that it takes by experience.
 constexpr double mildPruning = 0.3;
@@ -166,20 +171,28 @@ void Decider::raiseBound() {
 }
 
 bool Decider::estimate() {
-  TreeEstimate tree = decision_.estimate(0, settings_.seed);
-  if (settings_.aim == Aim::best && tree.gaussianNodes > tinyTree) {
+  estimateNodes(0);
+  if (settings_.aim == Aim::best && expectedNodes_ > tinyTree) {
     raiseBound();
-    tree = decision_.estimate(0, settings_.seed);
+    estimateNodes(0);
   }
-  expectedNodes_ = tree.gaussianNodes;
+  if (expectedNodes_ > smallTree) estimateNodes(fewProbes);
+  if (expectedNodes_ > largeTree) estimateNodes(manyProbes);
   if (expectedNodes_ <= smallTree || isStopped_) return true;
-  tree = decision_.estimate(probes, settings_.seed);
-  if (tree.sampledNodes > 0) expectedNodes_ = std::min(expectedNodes_, tree.sampledNodes);
   const double seconds = expectedNodes_ / measureSpeed();
   if (settings_.isForced || seconds <= settings_.allowed.count()) return true;
   result_.undecided = Undecided::tooLarge;
   result_.estimatedSeconds = seconds;
   return false;
+}
+
+void Decider::estimateNodes(std::uint32_t probes) {
+  const Clock::time_point start = Clock::now();
+  const TreeEstimate tree =
+      decision_.estimate({probes, settings_.seed,
+                          [this, start] { return mayGoOn() && Clock::now() - start < probeTime; }});
+  expectedNodes_ = tree.gaussianNodes;
+  if (tree.sampledNodes > 0) expectedNodes_ = std::min(expectedNodes_, tree.sampledNodes);
 }
 
 double Decider::measureSpeed() {

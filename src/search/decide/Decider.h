@@ -105,6 +105,8 @@ class Decider {
   void raiseBound();
   /// The tree is small enough to be walked, or has to be.
   bool estimate();
+  /// Sets expectedNodes_.
+  void estimateNodes(std::uint32_t probes);
   /// Nodes a second of a short walk.
   double measureSpeed();
   void walkPruned();

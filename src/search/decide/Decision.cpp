@@ -77,7 +77,7 @@ class Decision::Tree {
   Index unbounded() const { return unbounded_; }
   const Vector<QQ>& falling() const { return falling_; }
   std::optional<QQ> leastNorm() const;
-  TreeEstimate estimate(std::uint32_t probes, std::uint64_t seed) const;
+  TreeEstimate estimate(const ProbeSettings& probes) const;
   std::uint64_t nodes() const { return nodesBefore_ + (enumeration_ ? enumeration_->nodes() : 0); }
 
  private:
@@ -226,8 +226,8 @@ std::optional<QQ> Decision::Tree::leastNorm() const {
   return QQ(*coset_.leastObjective, integers_.objective->scale);
 }
 
-TreeEstimate Decision::Tree::estimate(std::uint32_t probes, std::uint64_t seed) const {
-  return enumeration_ ? enumeration_->estimate(probes, seed) : TreeEstimate{};
+TreeEstimate Decision::Tree::estimate(const ProbeSettings& probes) const {
+  return enumeration_ ? enumeration_->estimate(probes) : TreeEstimate{};
 }
 
 EnumerationEnd Decision::Tree::run(DecisionListener& listener,
@@ -282,8 +282,8 @@ std::optional<QQ> Decision::leastNorm() const {
   return tree_->leastNorm();
 }
 
-TreeEstimate Decision::estimate(std::uint32_t probes, std::uint64_t seed) const {
-  return tree_->estimate(probes, seed);
+TreeEstimate Decision::estimate(const ProbeSettings& probes) const {
+  return tree_->estimate(probes);
 }
 
 EnumerationEnd Decision::run(DecisionListener& listener, const EnumerationSettings& settings) {

@@ -85,7 +85,7 @@ class Decision {
   /// tree stays as it is. False if mayGoOn() ended the reduction after them: there is no tree.
   bool raiseBound(const MayGoOn& mayProgram, const MayGoOn& mayGoOn);
   /// The expected nodes of the complete tree.
-  TreeEstimate estimate(std::uint32_t probes, std::uint64_t seed) const;
+  TreeEstimate estimate(const ProbeSettings& probes) const;
   /// Walks the tree from its root. Complete: every solution was found, with Aim::best a least
   /// one, if there is one better than the known one. May be called again; what Aim::best has
   /// found stays known.

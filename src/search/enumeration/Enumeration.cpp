@@ -43,8 +43,8 @@ EnumerationEnd Enumeration::run(EnumerationVisitor& visitor, const EnumerationSe
   return walk_->run(visitor, settings);
 }
 
-TreeEstimate Enumeration::estimate(std::uint32_t probes, std::uint64_t seed) const {
-  TreeEstimate estimate = walk_->probe(probes, seed);
+TreeEstimate Enumeration::estimate(const ProbeSettings& probes) const {
+  TreeEstimate estimate = walk_->probe(probes);
   estimate.gaussianNodes = gaussianNodes_;
   return estimate;
 }

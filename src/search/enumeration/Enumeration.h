@@ -69,8 +69,8 @@ class Enumeration {
   /// Walks the tree from its root. The box is as narrowed before.
   EnumerationEnd run(EnumerationVisitor& visitor, const EnumerationSettings& settings);
   /// Estimates the nodes of a complete run in the box as it is; O(probes d n w), w the number of
-  /// children of a node. The same seed gives the same estimate. No solution is reported.
-  TreeEstimate estimate(std::uint32_t probes, std::uint64_t seed) const;
+  /// children of a node, and linear programs as in a run. No solution is reported.
+  TreeEstimate estimate(const ProbeSettings& probes) const;
   /// Intersects the bounds of a coordinate with [lower, upper]; 0 <= coordinate < n. May be called
   /// from found() and progress(), and before a run.
   void narrow(std::size_t coordinate, const ZZ& lower, const ZZ& upper);

@@ -26,7 +26,7 @@ class EnumerationWalk {
   }
   virtual std::uint64_t nodes() const = 0;
   /// The sampled part of Enumeration::estimate().
-  virtual TreeEstimate probe(std::uint32_t probes, std::uint64_t seed) const = 0;
+  virtual TreeEstimate probe(const ProbeSettings& settings) const = 0;
 
  protected:
   /// The bounds of coordinate j have changed.

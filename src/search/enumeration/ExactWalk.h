@@ -20,7 +20,7 @@ class ExactWalk : public EnumerationWalk {
   EnumerationEnd run(EnumerationVisitor& visitor, const EnumerationSettings& settings) override;
   std::uint64_t nodes() const override { return nodes_; }
   /// There are no probes in rationals.
-  TreeEstimate probe(std::uint32_t, std::uint64_t) const override { return {}; }
+  TreeEstimate probe(const ProbeSettings&) const override { return {}; }
 
  private:
   using Row = std::vector<QQ>;

@@ -14,6 +14,9 @@ namespace {
 /// Nodes between two reports of progress.
 constexpr std::uint64_t nodesPerReport = 8192;
 
+/// The same in linear programs, which take up to a millisecond in a hundred dimensions.
+constexpr std::size_t programsPerReport = 64;
+
 }  // namespace
 
 template <class Real>
@@ -52,6 +55,7 @@ EnumerationEnd FloatingWalk<Real>::run(EnumerationVisitor& visitor,
              ? before_ + limit
              : std::numeric_limits<std::uint64_t>::max();
   due_ = std::min(before_ + nodesPerReport, end_);
+  dueProgram_ = nodes_.programs() + programsPerReport;
   isNarrowed_ = false;
   Outcome outcome = Outcome::done;
   if (!nodes_.isRootCut())
@@ -77,7 +81,7 @@ typename FloatingWalk<Real>::Outcome FloatingWalk<Real>::walk(EnumerationVisitor
     } else {
       ++level_;
     }
-    if (nodes() >= due_) {
+    if (isDue()) {
       const Outcome outcome = pace(visitor);
       if (outcome != Outcome::goOn) return outcome;
     }
@@ -103,7 +107,7 @@ typename FloatingWalk<Real>::Outcome FloatingWalk<Real>::reportLeaves(Enumeratio
     ++leaves_;
     const Outcome outcome = report(visitor, 0, least + static_cast<Real>(step));
     if (outcome != Outcome::goOn) return outcome;
-    if (nodes() >= due_) {
+    if (isDue()) {
       const Outcome paced = pace(visitor);
       if (paced != Outcome::goOn) return paced;
     }
@@ -134,6 +138,7 @@ template <class Real>
 typename FloatingWalk<Real>::Outcome FloatingWalk<Real>::pace(EnumerationVisitor& visitor) {
   if (nodes() >= end_) return Outcome::limit;
   due_ = std::min(nodes() + nodesPerReport, end_);
+  dueProgram_ = nodes_.programs() + programsPerReport;
   return visitor.progress(share(), nodes() - before_) == Step::stop ? Outcome::stop : Outcome::goOn;
 }
 
@@ -145,12 +150,12 @@ double FloatingWalk<Real>::share() const {
 }
 
 template <class Real>
-TreeEstimate FloatingWalk<Real>::probe(std::uint32_t probes, std::uint64_t seed) const {
+TreeEstimate FloatingWalk<Real>::probe(const ProbeSettings& settings) const {
   TreeNodes<Real> nodes(geometry_);
   for (std::size_t j = 0; j < geometry_.coordinates; ++j)
     if (nodes_.lower(j) > nodes.lower(j) || nodes_.upper(j) < nodes.upper(j))
       nodes.setBounds(j, nodes_.lower(j), nodes_.upper(j));
-  return TreeProbes<Real>(nodes, seed).run(probes);
+  return TreeProbes<Real>(nodes, settings.seed).run(settings);
 }
 
 template class FloatingWalk<double>;

@@ -19,7 +19,7 @@ class FloatingWalk : public EnumerationWalk {
 
   EnumerationEnd run(EnumerationVisitor& visitor, const EnumerationSettings& settings) override;
   std::uint64_t nodes() const override { return leaves_ + nodes_.nodes(); }
-  TreeEstimate probe(std::uint32_t probes, std::uint64_t seed) const override;
+  TreeEstimate probe(const ProbeSettings& settings) const override;
 
  private:
   enum class Outcome { goOn, done, stop, limit };
@@ -32,7 +32,9 @@ class FloatingWalk : public EnumerationWalk {
   Outcome report(EnumerationVisitor& visitor, std::size_t k, Real c);
   /// Reports the solutions of the node above level 0.
   Outcome reportLeaves(EnumerationVisitor& visitor);
-  /// Reports progress and tests the limit, if it is time to.
+  /// Progress is due, or the limit is reached.
+  bool isDue() const { return nodes() >= due_ || nodes_.programs() >= dueProgram_; }
+  /// Reports progress and tests the limit.
   Outcome pace(EnumerationVisitor& visitor);
   /// Continues after a change of bounds; false if the tree is done.
   bool returnToOpenLevel();
@@ -49,6 +51,8 @@ class FloatingWalk : public EnumerationWalk {
   std::uint64_t before_ = 0;
   std::uint64_t due_ = 0;
   std::uint64_t end_ = 0;
+  /// nodes_.programs() at which progress is due.
+  std::size_t dueProgram_ = 0;
   std::size_t level_ = 0;
   bool isNarrowed_ = false;
 };

@@ -1,6 +1,9 @@
 // The expected size of an enumeration tree.
 #pragma once
 
+#include <cstdint>
+#include <functional>
+
 #include "search/enumeration/CosetDirections.h"
 
 namespace starsift {
@@ -15,6 +18,15 @@ struct TreeEstimate {
   /// Greatest contribution of one probe divided by the sum of all: close to 1 if the estimate
   /// rests on one probe.
   double largestShare = 0;
+};
+
+/// Random probes of a tree.
+struct ProbeSettings {
+  std::uint32_t count = 0;
+  /// The same seed gives the same probes.
+  std::uint64_t seed = 1;
+  /// Called before every probe; false ends them. Empty: never.
+  std::function<bool()> mayGoOn;
 };
 
 /// TreeEstimate::gaussianNodes of a coset with its data; the box isn't empty.

@@ -64,6 +64,8 @@ class TreeNodes {
   Real upper(std::size_t j) const { return upper_.at(0, j); }
   /// Children that weren't cut, of all levels k > 0, so far.
   std::uint64_t nodes() const { return nodes_; }
+  /// Nodes whose interval was found by linear programs, so far.
+  std::size_t programs() const { return programs_; }
   /// The choices of level k at the node that enter(k) was called at; after advance(k) or choose().
   LevelChoices choicesAt(std::size_t k) const;
 

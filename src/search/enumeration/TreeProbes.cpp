@@ -13,17 +13,18 @@ constexpr double leastWeight = 1e-3;
 }  // namespace
 
 template <class Real>
-TreeEstimate TreeProbes<Real>::run(std::uint32_t count) {
+TreeEstimate TreeProbes<Real>::run(const ProbeSettings& settings) {
   TreeEstimate estimate;
-  if (count == 0 || top_ == 0 || nodes_.isRootCut()) return estimate;
+  if (settings.count == 0 || top_ == 0 || nodes_.isRootCut()) return estimate;
   double sum = 0;
   double largest = 0;
-  for (std::uint32_t i = 0; i < count; ++i) {
+  std::uint32_t made = 0;
+  for (; made < settings.count && (!settings.mayGoOn || settings.mayGoOn()); ++made) {
     const double nodes = probe();
     sum += nodes;
     largest = std::max(largest, nodes);
   }
-  estimate.sampledNodes = sum / count;
+  estimate.sampledNodes = made > 0 ? sum / made : 0;
   estimate.largestShare = sum > 0 ? largest / sum : 1;
   return estimate;
 }

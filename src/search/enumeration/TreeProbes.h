@@ -22,7 +22,7 @@ class TreeProbes {
       : nodes_(nodes), top_(nodes.geometry().dimension), random_(seed) {}
 
   /// The sampled part of an estimate.
-  TreeEstimate run(std::uint32_t count);
+  TreeEstimate run(const ProbeSettings& settings);
 
  private:
   /// The nodes of a tree in which each node of a level has the children of the one on a random
