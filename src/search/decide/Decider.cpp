@@ -134,6 +134,7 @@ bool Decider::mayGoOn() {
 }
 
 bool Decider::prepare() {
+  bestOfTree_ = result_.best;
   switch (decision_.prepare(settings_.aim, result_.best, [this] { return mayGoOn(); })) {
     case Preparation::ready:
       result_.bound = decision_.leastNorm();
@@ -225,15 +226,11 @@ void Decider::walk() {
 }
 
 void Decider::walkToBest() {
-  std::uint64_t limit = firstWalk;
   EnumerationEnd end = EnumerationEnd::limit;
-  while (end == EnumerationEnd::limit) {
-    const std::optional<QQ> before = result_.best;
+  for (std::uint64_t limit = firstWalk; end == EnumerationEnd::limit; limit *= walkGrowth) {
+    if (result_.best != bestOfTree_ && !prepare()) return;
     end = walk({std::nullopt, limit});
     if (nodesLeft_ && limit >= *nodesLeft_) break;
-    limit *= walkGrowth;
-    if (end != EnumerationEnd::limit || result_.best == before) continue;
-    if (!prepare()) return;
   }
   conclude(end);
 }

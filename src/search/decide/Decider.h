@@ -121,6 +121,8 @@ class Decider {
   Decided result_;
   Clock::time_point start_;
   double expectedNodes_ = 0;
+  /// Least target norm known when the tree was made.
+  std::optional<QQ> bestOfTree_;
   /// Limit of a walk; none if the tree is small enough.
   std::optional<std::uint64_t> nodesLeft_;
   /// Texts of the solutions that the listener knows, while more than one walk may find them.
