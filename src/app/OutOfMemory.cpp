@@ -20,6 +20,8 @@ constexpr std::size_t reserveSize = std::size_t{64} << 10U;
 
 void* reserve = nullptr;
 
+OutOfMemoryEnd endWithout = reportOutOfMemory;
+
 void* allocate(std::size_t size) {
   void* const memory = std::malloc(size);
   if (memory == nullptr) failOutOfMemory();
@@ -45,10 +47,16 @@ void failOutOfMemory() {
   // Not even the reserve is enough for the report.
   if (std::exchange(entered, true)) std::_Exit(EXIT_FAILURE);
   std::free(std::exchange(reserve, nullptr));
+  endWithout();
+  std::_Exit(EXIT_FAILURE);
+}
+
+void reportOutOfMemory() {
   fail("Out of memory");
 }
 
-void failWithoutMemory() {
+void failWithoutMemory(OutOfMemoryEnd end) {
+  endWithout = end;
   std::set_new_handler(failOutOfMemory);
   mp_set_memory_functions(allocate, reallocate, release);
   reserve = allocate(reserveSize);

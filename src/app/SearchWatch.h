@@ -57,6 +57,9 @@ class SearchWatch : public ReductionObserver {
   /// Calls look() every few steps, and at once if a signal came or the exact lattice is in use.
   void onStep(const PassCounts& counts) override;
 
+  /// Calls look().
+  void onPreparation() override { look(); }
+
   /// Saves new solutions, redraws the line if it is due, and throws SearchEnded if a signal came
   /// or the time is over.
   void look();

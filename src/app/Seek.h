@@ -36,6 +36,7 @@ class Seek {
 
  private:
   SearchEnd search();
+  void makeNormalForm();
   void searchLattices();
   void decide();
   void runPass();

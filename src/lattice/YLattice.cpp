@@ -71,13 +71,18 @@ PassCounts YLattice<R>::lllPass(Index from, Index to, Index kmax) {
 
 template <class R>
 void YLattice<R>::restartHandling(Outcome outcome) {
-  runStep([outcome](auto& lattice) { lattice.restartHandling(outcome); });
+  // A new lattice is made beside the old one; only the writing of files works on the old one.
+  const bool writes = withLive([](const auto& lattice) { return lattice.run.outputSwitch; });
+  runStep([outcome](auto& lattice) { lattice.restartHandling(outcome); },
+          writes ? OnFailure::restore : OnFailure::unchanged);
 }
 
 template <class R>
 void YLattice<R>::saveLattice() {
+  const bool isMade =
+      withLive([](const auto& lattice) { return lattice.frame.latticeKind == LatticeKind::full; });
+  if (!isMade) return;
   runStep([](auto& lattice) {
-    if (lattice.frame.latticeKind != LatticeKind::full) return;
     const OutputOn output(lattice.run.outputSwitch);
     lattice.verifyTransformation(LatticeKind::full, Announce::full);
   });

@@ -8,6 +8,7 @@ import unittest
 from faulty import PROGRAM, TIME_LIMIT, FaultCase, Result, error, failure
 
 SEEK = pathlib.Path(PROGRAM).with_name("starseek")
+PORT = pathlib.Path(PROGRAM).with_name("starport")
 PAGE = 4096
 # Below this the loader doesn't find room for the libraries, above the other no run needs more.
 LEAST, MOST = 1 << 20, 1 << 30
@@ -37,13 +38,13 @@ class Limits(FaultCase):
             middle = (least + most) // 2
             result = self.run_within(command, middle * PAGE)
             self.restore()
-            if result.status in (0, 1):
+            if result.status in (0, 1, 2):
                 most = middle
             else:
                 least = middle + 1
         return least
 
-    def assert_fatal_until_it_succeeds(self, command, assert_safe):
+    def assert_fatal_until_it_succeeds(self, command, assert_safe, refusal=(1, OUT_OF_MEMORY)):
         limit = self.first_start(command)
         refused = 0
         while True:
@@ -51,8 +52,8 @@ class Limits(FaultCase):
             result = self.run_within(command, limit * PAGE)
             if result.status == 0:
                 break
-            self.assertEqual(result.status, 1, (limit, result))
-            self.assertTrue(result.stderr.startswith(OUT_OF_MEMORY), result)
+            self.assertEqual(result.status, refusal[0], (limit, result))
+            self.assertTrue(result.stderr.startswith(refusal[1]), result)
             self.assert_nothing_left(result)
             assert_safe()
             # What the search had found, if there was the memory to say so.
@@ -70,6 +71,39 @@ class Limits(FaultCase):
         self.assert_fatal_until_it_succeeds(
             [SEEK, "--sol=1", "knapsack.opt"],
             lambda: self.assertIn(b"[ 0 1 36 5 ] | -302 |", self.text()),
+        )
+
+    def assert_port_refuses_until_it_succeeds(self, arguments, assert_safe):
+        """Everything is put into a model and a solution of a hundred columns."""
+        names = [f"x{j}" for j in range(100)]
+        weights = " + ".join(f"{3 ** (j % 50)} {name}" for j, name in enumerate(names))
+        (self.folder / "model.lp").write_text(
+            f"maximize\n obj: {weights}\nsubject to\n row: {weights} <= {3 ** 60}\n"
+            f"binary\n {' '.join(names)}\nend\n"
+        )
+        (self.folder / "model.out").write_text(
+            "objective value: 1\n" + "".join(f"{name} 1 \t(obj:1)\n" for name in names)
+        )
+        self.assert_fatal_until_it_succeeds(
+            [PORT, *arguments], assert_safe, (2, "there is not enough memory\n")
+        )
+
+    def assert_whole_if_there(self):
+        """The files of a base are whole, whichever were written."""
+        for ending, end in ((".opt", b"]\n"), (".sol", b"\n"), (".names", b"\n")):
+            file = self.folder / f"model{ending}"
+            if file.exists():
+                self.assertTrue(file.read_bytes().endswith(end), file)
+                file.unlink()
+
+    def test_import_is_refused_and_the_files_whole(self):
+        self.assert_port_refuses_until_it_succeeds(
+            ["model.lp", "--solution=model.out"], self.assert_whole_if_there
+        )
+
+    def test_explanation_is_refused(self):
+        self.assert_port_refuses_until_it_succeeds(
+            ["--explain", "model.out", "model.lp"], self.assert_whole_if_there
         )
 
 

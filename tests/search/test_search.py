@@ -18,6 +18,7 @@ import tempfile
 import termios
 import time
 import unittest
+from random import Random
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 PROGRAM = pathlib.Path(os.environ["SEARCH_PROGRAM"]).resolve()
@@ -310,6 +311,122 @@ class CompleteSearch(SearchCase):
             shown,
             r"[0-9.e-]+ % of the tree, [0-9.]+ million nodes a second(, (about|more than) [0-9.]+ \w+ left)?,",
         )
+
+
+class Preparation(SearchCase):
+    """A problem so large that its lattice takes a second and some hundred megabytes."""
+
+    CPU_LIMIT = 1.0  # seconds that the command may work on after a signal, on any machine
+
+    def setUp(self):
+        super().setUp()
+        self.write_knapsacks(1500, 300)
+
+    def write_knapsacks(self, columns, rows):
+        """Sparse rows, each with one bound; 0 is a solution, of which the file has a record."""
+        random = Random(1)
+        matrix, bounds = [], []
+        for _ in range(rows):
+            row = [0] * columns
+            for j in random.sample(range(columns), 12):
+                row[j] = random.choice((-1, 1)) * random.randint(10, 600)
+            matrix.append(row)
+            bounds.append(max(1, sum(entry for entry in row if entry > 0) // 3))
+        cost = [random.randint(1, 500) * random.choice((-1, 1, 1)) for _ in range(columns)]
+        self.write_problem(
+            ["-inf"], [cost], [], [], matrix, ["-inf"] * rows, bounds, columns
+        )
+
+    def write_partitions(self, columns, rows):
+        """Equations of zeros and ones."""
+        random = Random(1)
+        matrix = [[0] * columns for _ in range(rows)]
+        for j in range(columns):
+            for i in random.sample(range(rows), 4):
+                matrix[i][j] = 1
+        cost = [random.randint(1, 200) for _ in range(columns)]
+        self.write_problem(["-inf"], [cost], matrix, [1] * rows, [], [], [], columns)
+
+    def write_problem(self, targets, at, ag, bg, au, lu, ru, columns):
+        def text(entries):
+            return f"[ {' '.join(map(str, entries))} ]"
+
+        def rows(matrix):
+            return "[ " + "\n".join(map(text, matrix)) + " ]"
+
+        zeros = [0] * columns
+        parts = [text(targets), rows(at), rows(ag), text(bg), "[ ]", rows(au), text(lu), text(ru)]
+        parts += [text(zeros), text(zeros), text([1] * columns)]
+        (self.folder / "p.opt").write_text("\n".join(parts) + "\n")
+
+    def write_known(self, columns):
+        self.sol.write_text(f"[ {' '.join(['0'] * columns)} ]\n")
+        starsift = [PROGRAM.with_name("starsift"), self.sol]
+        subprocess.run(starsift, stdout=subprocess.DEVNULL, check=True)
+
+    def files(self):
+        return {path.name: path.read_bytes() for path in self.folder.glob("p.[os]*")}
+
+    def assert_kept(self, before):
+        """On a fast machine a pass may have begun, and have found something."""
+        after = self.files()
+        self.assertEqual(after["p.opt"], before["p.opt"])
+        self.assertLessEqual(set(before), set(after))
+        self.assertIn(before.get("p.sol", b""), after.get("p.sol", b""))
+
+    def cpu_seconds(self, process):
+        fields = pathlib.Path(f"/proc/{process.pid}/stat").read_text().rsplit(") ", 1)[1].split()
+        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+    def finish_measured(self, process):
+        """The exit status by wait(), what was printed, and the seconds of work in all."""
+        printed = process.stdout.read()
+        _, status, usage = os.wait4(process.pid, 0)
+        process.returncode = os.waitstatus_to_exitcode(status)
+        self.assertEqual(process.stderr.read(), "")
+        process.stdout.close()
+        process.stderr.close()
+        return printed, usage.ru_utime + usage.ru_stime
+
+    def assert_signal_ends_it(self, number, worked):
+        """A signal after so many seconds of work."""
+        before = self.files()
+        process = self.start("--verb=1")
+        while self.cpu_seconds(process) < worked:
+            self.assertIsNone(process.poll(), "the search has ended")
+            time.sleep(0.01)
+        process.send_signal(number)
+        at_signal = self.cpu_seconds(process)
+        printed, total = self.finish_measured(process)
+        self.assertEqual(process.returncode, -number)
+        self.assertIn("\nSearch ended: interrupted.", printed)
+        self.assertLess(total - at_signal, self.CPU_LIMIT, f"after {worked} s")
+        self.assert_kept(before)
+
+    def test_signals_end_it_in_time_with_the_files_whole(self):
+        self.write_known(1500)
+        for number, worked in (
+            (signal.SIGINT, 0.1),
+            (signal.SIGHUP, 0.2),
+            (signal.SIGTERM, 0.3),
+            (signal.SIGINT, 0.5),
+        ):
+            self.assert_signal_ends_it(number, worked)
+
+    def test_signals_end_the_removal_of_equations_in_time(self):
+        self.write_partitions(2000, 100)
+        for number, worked in ((signal.SIGINT, 0.2), (signal.SIGTERM, 0.4), (signal.SIGHUP, 0.6)):
+            self.assert_signal_ends_it(number, worked)
+
+    def test_clock_ends_it_in_time(self):
+        self.write_known(1500)
+        before = self.files()
+        process = self.start("--rtime=1", "--verb=1", "--sol=1000")
+        printed, worked = self.finish_measured(process)
+        self.assertEqual(process.returncode, 0)
+        self.assertIn("\nSearch ended: time is over.", printed)
+        self.assertLess(worked, 1 + self.CPU_LIMIT)
+        self.assert_kept(before)
 
 
 class EndTest(SearchCase):

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "algorithms/exact/BasisSolver.h"
+#include "algorithms/exact/TriangularBasis.h"
 #include "core/Matrix.h"
 
 namespace starsift {
@@ -14,6 +16,8 @@ struct CoordinateFactors {
   /// The echelon form of the transposed basis and the row operations that produce it.
   Matrix<T> echelon;
   Matrix<T> transform;
+  /// The order for a substitution; null until it was looked for, and empty if there is none.
+  std::shared_ptr<const std::optional<TriangularBasis>> triangle;
   /// Solver for integer coordinates over independent rows; shared among copies.
   std::shared_ptr<const BasisSolver> solver;
 

@@ -7,6 +7,7 @@
 #include "algorithms/exact/ExactProduct.h"
 #include "core/Elimination.inl"
 #include "numbers/ExactArithmetic.h"
+#include "system/Exceptions.h"
 
 namespace starsift {
 
@@ -72,21 +73,41 @@ bool solveCoordinates(const CoordinateFactors<T>& factors, const Matrix<T>& basi
   return matches;
 }
 
+/// The integer coordinates of a vector over a basis that is triangular; nullopt if it isn't, or if
+/// T can't hold a partial sum. Without value if there are no such coordinates.
+template <class T>
+std::optional<std::optional<Vector<T>>> substituted(CoordinateFactors<T>& factors,
+                                                    const Matrix<T>& basis,
+                                                    const Vector<T>& vector) {
+  if (!factors.triangle)
+    factors.triangle =
+        std::make_shared<const std::optional<TriangularBasis>>(TriangularBasis::of(basis));
+  if (!*factors.triangle) return std::nullopt;
+  try {
+    return (*factors.triangle)->integerCoordinates(basis, vector);
+  } catch (const PrecisionException&) {
+    // The solver computes with residues.
+    return std::nullopt;
+  }
+}
+
 template <class T>
 bool coordinatesOver(CoordinateFactors<T>& factors, const Matrix<T>& basis, const Vector<T>& vector,
                      bool rounded, Vector<T>& out) {
+  // A product check: coordinates computed for another basis are never returned.
+  const auto accept = [&](std::optional<Vector<T>> found) {
+    if (!found || !identical(exactProduct(*found, basis), vector)) return false;
+    out = std::move(*found);
+    return true;
+  };
   if (rounded) {
+    if (auto found = substituted(factors, basis, vector)) return accept(std::move(*found));
     if (!factors.solver) factors.solver = std::make_shared<const BasisSolver>(basis);
-    if (factors.solver->isIndependent()) {
-      std::optional<Vector<T>> found = factors.solver->integerCoordinates(vector);
-      // A product check: coordinates computed for another basis are never returned.
-      if (!found || !identical(exactProduct(*found, basis), vector)) return false;
-      out = std::move(*found);
-      return true;
-    }
+    if (factors.solver->isIndependent()) return accept(factors.solver->integerCoordinates(vector));
   }
   if (!factors.transform.isSet()) {
     CoordinateFactors<T> made = factorBasis(basis);
+    made.triangle = std::move(factors.triangle);
     made.solver = std::move(factors.solver);
     factors = std::move(made);
   }

@@ -33,7 +33,7 @@ bool solveCoordinates(const CoordinateFactors<T>& factors, const Matrix<T>& basi
 /// The n coordinates of a vector of m entries over the rows of `basis`; only integers with
 /// `rounded`. False, `out` unchanged, if there are none. What is computed from the basis is
 /// stored in `factors`, which must be empty or computed from the same basis: for integers over
-/// independent rows a BasisSolver, else factorBasis(). Throws as these.
+/// independent rows a TriangularBasis or a BasisSolver, else factorBasis(). Throws as these.
 template <class T>
 bool coordinatesOver(CoordinateFactors<T>& factors, const Matrix<T>& basis, const Vector<T>& vector,
                      bool rounded, Vector<T>& out);

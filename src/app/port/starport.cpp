@@ -1,4 +1,6 @@
 // The command: brings models and solutions that other programs read and write in and out.
+#include <unistd.h>
+
 #include <cstdlib>
 #include <exception>
 #include <iostream>
@@ -6,6 +8,7 @@
 #include <span>
 #include <string>
 
+#include "app/OutOfMemory.h"
 #include "app/Program.h"
 #include "app/SolutionLock.h"
 #include "app/port/PortArguments.h"
@@ -116,12 +119,21 @@ void throwFailure(std::string_view message) {
   throw ModelError(0, std::string(message));
 }
 
+constexpr std::string_view noMemory = "there is not enough memory\n";
+
+/// Without allocations. Nothing of the report has been printed that isn't flushed.
+void refuseWithoutMemory() {
+  // There is nothing left to be done if even this can't be written.
+  [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, noMemory.data(), noMemory.size());
+  std::_Exit(refusal);
+}
+
 int runCommand(std::span<char* const> arguments) {
   const std::string_view program = arguments.empty() ? "" : arguments.front();
   try {
     return run(program, readPortArguments(arguments.subspan(arguments.empty() ? 0 : 1)));
   } catch (const std::bad_alloc&) {
-    std::cerr << "there is not enough memory" << std::endl;
+    std::cerr << noMemory << std::flush;
   } catch (const std::exception& error) {
     std::cerr << error.what() << std::endl;
   }
@@ -134,6 +146,7 @@ int runCommand(std::span<char* const> arguments) {
 /// Usage: starport MODEL [--solution=FILE ...] [-o BASE].
 int main(int count, char** arguments) {
   starsift::nameUncaughtExceptions();
+  starsift::failWithoutMemory(starsift::refuseWithoutMemory);
   starsift::unlinkSemaphoresOnSignals();
   starsift::setFailureHandler(starsift::throwFailure);
   return starsift::statusOfOutput(starsift::runCommand({arguments, arguments + count}));

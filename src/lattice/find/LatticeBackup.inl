@@ -127,7 +127,10 @@ void Lattice<T, R>::restoreVectors(VectorBackup<T, R> backup, BackupMode mode) {
   const ClearAtEnd clearing(run.restoring);
   appendStars(backup.stars, std::move(file.stars));
   file.stars.exchange(backup.stars);
-  const Matrix<T> rows = mode == BackupMode::coordinates ? basis.untransformed() : Matrix<T>();
+  const bool hasVectors = !backup.entries.empty() || backup.collected.first() != nullptr ||
+                          backup.chosen.first() != nullptr;
+  const Matrix<T> rows =
+      hasVectors && mode == BackupMode::coordinates ? basis.untransformed() : Matrix<T>();
   for (const auto& entry : backup.entries) {
     const auto vector = latticebackup::restoredForm(*this, entry.vector, mode, rows);
     if (!vector) continue;

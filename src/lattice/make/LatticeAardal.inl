@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <iostream>
-#include <memory>
+#include <string>
 #include <utility>
 
 #include "algorithms/exact/LastCoordinate.h"
@@ -17,20 +17,42 @@ namespace starsift {
 
 namespace latticeaardal {
 
-/// Settings of the inner lattice: transformations are tracked, reports are off.
+/// Settings of the reduction for its lifetime: transformations are tracked, reports are off.
 template <class T, class R>
-void prepare(Lattice<T, R>& inner) {
-  inner.setTracking(true);
-  inner.params.eenum = true;
-  // Deep insertion never inserts at the first position. If the vector there has to become
-  // shorter, the weight would grow until R can't hold it.
-  inner.params.deep = false;
-  // Tracking stays on to the end, even if the outer lattice had turned it on by itself.
-  inner.run.consistencyForced = false;
-  // The switch for extended output belongs to the process and follows the outer lattice.
-  inner.params.verb.setTextSilently("0");
-  inner.pushTransformation(Stack::restart);
-}
+class WithTracking {
+ public:
+  explicit WithTracking(Lattice<T, R>& lattice)
+      : lattice_(lattice),
+        consistency_(lattice.params.consistency),
+        eenum_(lattice.params.eenum),
+        deep_(lattice.params.deep),
+        verb_(lattice.params.verb) {
+    lattice.setTracking(true);
+    lattice.params.eenum = true;
+    // Deep insertion never inserts at the first position. If the vector there has to become
+    // shorter, the weight would grow until R can't hold it.
+    lattice.params.deep = false;
+    // Tracking stays on to the end, even if the lattice had turned it on by itself.
+    lattice.run.consistencyForced = false;
+    // The switch for extended output belongs to the process and stays.
+    lattice.params.verb.setTextSilently("0");
+  }
+  WithTracking(const WithTracking&) = delete;
+  WithTracking& operator=(const WithTracking&) = delete;
+  ~WithTracking() {
+    lattice_.setTracking(consistency_);
+    lattice_.params.eenum = eenum_;
+    lattice_.params.deep = deep_;
+    lattice_.params.verb.setTextSilently(std::to_string(verb_));
+  }
+
+ private:
+  Lattice<T, R>& lattice_;
+  bool consistency_;
+  bool eenum_;
+  bool deep_;
+  long verb_;
+};
 
 /// Reorders the first `active` vectors so that vectors that solve the homogeneous equations come
 /// last; returns the number of the other vectors.
@@ -54,24 +76,24 @@ Index sinkSolutions(Lattice<T, R>& lattice, Index active) {
   return active;
 }
 
-/// The reduction itself, on the inner lattice; `verb` is that of the outer one.
+/// The reduction itself; reports as with `verb`.
 template <class T, class R>
-void reduceEquations(Lattice<T, R>& inner, long verb) {
+void reduceEquations(Lattice<T, R>& lattice, long verb) {
   using Exact = ExactArithmetic<T>;
-  const CoordinateBlock equations = inner.blocks().equations;
-  const Index n = inner.basis.n;
-  T weight(10 * inner.Ag.columnCount());
+  const CoordinateBlock equations = lattice.blocks().equations;
+  const Index n = lattice.basis.n;
+  T weight(10 * lattice.Ag.columnCount());
   if (verb == 2) {
     std::cout << openStamp(false) << " Aardal reducing ... [ NN = " << weight << std::flush;
     stampOutputTime();
   }
   for (Index active = n;;) {
-    for (const Index j : equations) inner.setScale(j, weight);
-    inner.sortBasis(active);
-    inner.reduce(active);
-    inner.sortBasis(active);
-    inner.verifyTransformation(LatticeKind::equations, Announce::silent);
-    active = sinkSolutions(inner, active);
+    for (const Index j : equations) lattice.setScale(j, weight);
+    lattice.sortBasis(active);
+    lattice.reduce(active);
+    lattice.sortBasis(active);
+    lattice.verifyTransformation(LatticeKind::equations, Announce::silent);
+    active = sinkSolutions(lattice, active);
     if (active <= equations.count) break;
     weight = Exact::product(weight, weight);
     if (verb >= 2) {
@@ -80,20 +102,21 @@ void reduceEquations(Lattice<T, R>& inner, long verb) {
     }
   }
   for (Index i = 1; i <= std::min(equations.count, n - equations.count); ++i)
-    inner.basis.swap(i, n - i + 1, i >= 2 ? RowStatus::keep : RowStatus::forget);
+    lattice.basis.swap(i, n - i + 1, i >= 2 ? RowStatus::keep : RowStatus::forget);
 }
 
 }  // namespace latticeaardal
 
 template <class T, class R>
-Array<Matrix<T>> Lattice<T, R>::aardalReduce() {
-  auto inner = std::make_unique<Lattice>();
-  inner->assignFrom(*this, Settings::copy);
-  inner->run.observer = run.observer;
-  latticeaardal::prepare(*inner);
-  latticeaardal::reduceEquations(*inner, params.verb);
-  for (const Index j : blocks().equations) inner->setScale(j, basis.scale[j]);
-  assignFrom(*inner, Settings::keep);
+const Array<Matrix<T>>& Lattice<T, R>::aardalReduce() {
+  {
+    const long verb = params.verb;
+    const Vector<T> scale(basis.scale);
+    const latticeaardal::WithTracking<T, R> tracking(*this);
+    pushTransformation(Stack::restart);
+    latticeaardal::reduceEquations(*this, verb);
+    for (const Index j : blocks().equations) setScale(j, scale[j]);
+  }
   if (params.verb >= 2) {
     std::cout << " ]" << closeStamp(false);
     stampOutputTime();

@@ -11,6 +11,7 @@
 
 #include "algorithms/exact/CommonMultiple.h"
 #include "lattice/Lattice.h"
+#include "lattice/make/PreparationPace.h"
 #include "lattice/make/StarsAside.h"
 #include "numbers/ExactArithmetic.h"
 #include "numbers/Gcd.h"
@@ -28,13 +29,13 @@ void makeMultipleOf(T& multiple, const T& range) {
   checkedRange(multiple, "R overflow");
 }
 
-/// The entries of one coordinate: -middle, then factor * row.
+/// The entries of one coordinate, which are 0: -middle, then factor * row.
 template <class T>
 void setColumn(Matrix<T>& basis, Index column, const T& middle, const Vector<T>& row,
                const T& factor) {
   basis[1][column] = negated(middle);
   for (Index v = 1; v <= row.dimension(); ++v)
-    basis[1 + v][column] = ExactArithmetic<T>::product(factor, row[v]);
+    if (!(row[v] == T())) basis[1 + v][column] = ExactArithmetic<T>::product(factor, row[v]);
 }
 
 /// Sets check vectors, scale factors and basis entries of a lattice, coordinate by coordinate.
@@ -110,6 +111,23 @@ class Columns {
   const T R_;
 };
 
+/// While a lattice is made it is none if an exception ends that.
+template <class T>
+class NoneUntilMade {
+ public:
+  explicit NoneUntilMade(CoordinateFrame<T>& frame) : frame_(frame) {}
+  NoneUntilMade(const NoneUntilMade&) = delete;
+  NoneUntilMade& operator=(const NoneUntilMade&) = delete;
+  ~NoneUntilMade() {
+    if (!isMade_) frame_.latticeKind = LatticeKind::none;
+  }
+  void setMade() { isMade_ = true; }
+
+ private:
+  CoordinateFrame<T>& frame_;
+  bool isMade_ = false;
+};
+
 template <class T>
 void reportCounts(const Vanu<T>& problem) {
   const auto count = [](Index value) { return std::to_string(value); };
@@ -147,12 +165,14 @@ bool Lattice<T, R>::prepareLattice() {
     if (frame.latticeKind == LatticeKind::full) sol2star();
     reset(nullptr, LatPath::keep);
   }
+  latticegenerate::NoneUntilMade<T> making(frame);
   const StarsAside<T> aside(file.stars);
   Array<Matrix<T>> transformations;
   const Index equations = this->Ag.rowCount();
   if (equations > 0) {
     generateLattice(LatticeKind::equations);
-    transformations = aardalReduce();
+    aardalReduce();
+    transformations = std::move(basis.TT);
     removeColumns(ColumnsOf::equations, equations, 1);
     const bool isKnownSolvable =
         aside.areThere() || found.solutions.dimension() > 0 || found.bestVector.isSet();
@@ -167,6 +187,7 @@ bool Lattice<T, R>::prepareLattice() {
     frame.modsInLattice = false;
   pushTransformation(Stack::restart);
   restoreVectors(std::move(backup), BackupMode::coordinates);
+  making.setMade();
   return true;
 }
 
@@ -177,21 +198,30 @@ void Lattice<T, R>::generateLattice(LatticeKind kind) {
   frame.rangeMultiple = computeR(kind);
   const CoordinateBlocks blocks = CoordinateFrame<T>::generated(*this, kind);
   frame.modsInLattice = blocks.moduli.count > 0;
+  // New entries are 0 if there are no old rows.
+  basis.dropRows();
+  run.notifyPreparation();
   resize(blocks.variables.count + blocks.moduli.count + 1, blocks.moduli.last() + 1,
          Vectors::discard);
   // They hold vectors of another lattice, with other lengths.
   found.clearCollections();
-  basis.B_save = Matrix<T>(basis.n, basis.m);
+  PreparationPace pace(run);
   latticegenerate::Columns<T, R> columns(*this, frame, basis);
-  for (Index i = 1; i <= blocks.equations.count; ++i)
+  for (Index i = 1; i <= blocks.equations.count; ++i) {
     columns.setEquation(i, blocks.equations.at(i));
+    pace.passed(basis.n);
+  }
   for (const Index j : blocks.target) columns.setTarget(j);
-  for (Index i = 1; i <= blocks.inequations.count; ++i)
+  for (Index i = 1; i <= blocks.inequations.count; ++i) {
     columns.setInequation(i, blocks.inequations.at(i));
+    pace.passed(basis.n);
+  }
   for (Index i = 1; i < basis.n; ++i) columns.setVariable(i, blocks.variables.at(i));
   columns.setLast();
-  for (const Vector<T>& row : basis.B_save)
-    for (const T& entry : row) checkedRange(entry, "B_save overflow2");
+  for (Index i = 1; i <= basis.n; ++i) {
+    for (const T& entry : basis.B_save[i]) checkedRange(entry, "B_save overflow2");
+    pace.passed(basis.m);
+  }
   frame.recordBounds();
   frame.latticeKind = kind;
   basis.startFromSaved(this->homValue);

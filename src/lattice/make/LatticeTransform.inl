@@ -10,6 +10,7 @@
 #include "algorithms/exact/ExactProduct.h"
 #include "algorithms/exact/Unimodular.h"
 #include "lattice/Lattice.h"
+#include "lattice/make/PreparationPace.h"
 #include "numbers/ExactArithmetic.h"
 #include "system/Console.h"
 
@@ -140,8 +141,15 @@ bool Lattice<T, R>::verifyTransformation(LatticeKind stage, Announce announce) {
 
 template <class T, class R>
 void Lattice<T, R>::applyTransformations(Matrix<T>& rows) const {
+  PreparationPace pace(run);
   for (const Matrix<T>& transformation : basis.TT) {
-    rows = exactProduct(transformation, rows);
+    const RightFactor<T> factor(rows);
+    Matrix<T> product(transformation.rowCount(), rows.columnCount());
+    for (Index i = 1; i <= product.rowCount(); ++i) {
+      product[i] = factor.times(transformation[i]);
+      pace.passed(factor.entryCount());
+    }
+    rows = std::move(product);
     latticetransform::checkRange(rows, "Overflow when applying transformation");
   }
 }

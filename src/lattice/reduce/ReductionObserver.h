@@ -15,7 +15,7 @@ struct PassCounts {
   Index swaps = 0;
 };
 
-/// Is notified of the steps of a reduction while it runs.
+/// Is notified of the steps of a reduction while it runs, and while its lattice is made.
 class ReductionObserver {
  public:
   virtual ~ReductionObserver() = default;
@@ -23,6 +23,10 @@ class ReductionObserver {
   /// Called before each step of a pass. May end the reduction by an exception: at that point the
   /// basis spans its lattice.
   virtual void onStep(const PassCounts& counts) = 0;
+
+  /// Called while a lattice is made, a few times in a hundred milliseconds if it is large. May end
+  /// that by an exception: the lattice has to be made anew then.
+  virtual void onPreparation() {}
 
  protected:
   ReductionObserver() = default;

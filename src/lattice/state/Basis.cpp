@@ -32,7 +32,15 @@ void Basis<T, R>::startFromSaved(const T& homValue) {
   std::fill(translation.begin(), translation.end(), T());
   homScaled = homValue;
   savedFactors.clear();
-  replace(Matrix<T>(B_save));
+  // Into the storage that is there.
+  B_ = B_save;
+  forgetAll();
+}
+
+template <class T, class R>
+void Basis<T, R>::dropRows() {
+  for (Matrix<T>* rows : {&B_save, &B_}) *rows = Matrix<T>();
+  TT = Array<Matrix<T>>();
 }
 
 template <class T, class R>

@@ -62,6 +62,8 @@ class Basis {
   void reset(const Matrix<T>* source, const T& homValue);
   /// B := B_save, one identity in TT, unit scale, no translation.
   void startFromSaved(const T& homValue);
+  /// Frees B_save, B and TT, until resize() and startFromSaved() make others. n and m stay.
+  void dropRows();
   /// n := newN, m := newM; new entries are 0, new factors of scale 1. Remaining rows keep their
   /// status words. Matrices of TT grow to order newN, but don't shrink.
   void resize(Index newN, Index newM);

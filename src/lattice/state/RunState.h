@@ -38,6 +38,10 @@ struct RunState {
   /// Stored vectors are being restored from a backup; not copied.
   bool restoring = false;
 
+  /// Notifies the observer, if there is one, that a lattice is being made.
+  void notifyPreparation() const {
+    if (observer != nullptr) observer->onPreparation();
+  }
   /// Sets counters and counts to 0. Observer, switches, restarts and run state stay.
   void clearCounts();
   /// Sets both budgets for n rows.

@@ -167,6 +167,18 @@ ZZ IntegerForm::at(const std::vector<ZZ>& y) const {
   return value;
 }
 
+std::vector<ZZ> IntegerForm::along(const std::vector<std::vector<ZZ>>& directions) const {
+  // Of thousands of coefficients a few aren't 0.
+  std::vector<std::size_t> support;
+  for (std::size_t k = 0; k < coefficients.size(); ++k)
+    if (!coefficients[k].isZero()) support.push_back(k);
+  std::vector<ZZ> values(directions.size());
+  for (std::size_t i = 0; i < directions.size(); ++i)
+    for (const std::size_t k : support)
+      mpz_addmul(values[i].get(), coefficients[k].get(), directions[i][k].get());
+  return values;
+}
+
 bool IntegerForm::isConstant() const {
   return std::all_of(coefficients.begin(), coefficients.end(),
                      [](const ZZ& entry) { return entry.isZero(); });

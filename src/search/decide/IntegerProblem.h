@@ -30,6 +30,8 @@ struct IntegerForm {
 
   /// `y` has an entry per coefficient.
   ZZ at(const std::vector<ZZ>& y) const;
+  /// The values of the linear part at each direction, which has an entry per coefficient.
+  std::vector<ZZ> along(const std::vector<std::vector<ZZ>>& directions) const;
   bool isConstant() const;
 };
 

@@ -87,7 +87,8 @@ class Maker {
 
   CosetResult make() {
     result_.variables = space_.point;
-    if (!addVariables() || !addRows() || !addObjective()) return NoSolution{};
+    if (!addVariables() || !addRows() || !addObjective())
+      return isStopped_ ? CosetResult(CosetStopped{}) : CosetResult(NoSolution{});
     switch (closeRanges(space_.basis.size(), coordinates_, settings_.mayGoOn)) {
       case Closing::infeasible:
         return NoSolution{};
@@ -104,15 +105,15 @@ class Maker {
  private:
   /// The values of a form; without steps if the equations fix it.
   Coordinate coordinateOf(const IntegerForm& form, IntegerRange range) const {
-    Coordinate coordinate{{}, form.at(space_.point), std::move(range)};
-    for (const std::vector<ZZ>& row : space_.basis)
-      coordinate.steps.push_back(form.at(row) - form.constant);
+    Coordinate coordinate{form.along(space_.basis), form.at(space_.point), std::move(range)};
     if (stepOf(coordinate).isZero()) coordinate.steps.clear();
     return coordinate;
   }
 
-  /// False if the coordinate is fixed outside of its range.
+  /// False if the coordinate is fixed outside of its range, or the computation is ended.
   bool add(Coordinate coordinate) {
+    isStopped_ = !settings_.mayGoOn();
+    if (isStopped_) return false;
     if (coordinate.steps.empty()) return coordinate.range.contains(coordinate.start);
     coordinates_.push_back(std::move(coordinate));
     return true;
@@ -204,6 +205,7 @@ class Maker {
   const BoxCoset& space_;
   ProblemCoset result_;
   std::vector<Coordinate> coordinates_;
+  bool isStopped_ = false;
 };
 
 }  // namespace
@@ -218,7 +220,7 @@ std::vector<ZZ> ProblemCoset::variablesAt(const std::vector<ZZ>& point) const {
 CosetResult problemCoset(const IntegerProblem& problem, const CosetSettings& settings) {
   if (hasEmptyRange(problem)) return NoSolution{};
   BoxCoset space = wholeSpace(problem.box);
-  switch (intersect(space, allEquations(problem), settings.reduce)) {
+  switch (intersect(space, allEquations(problem), settings.reduce, settings.mayGoOn)) {
     case CosetEnd::noPoint:
       return NoSolution{};
     case CosetEnd::stopped:

@@ -61,7 +61,8 @@ struct CosetSettings {
   /// Greatest objective wanted; only with coordinates for it.
   std::optional<ZZ> most;
   CosetReducer reduce;
-  /// Called before the steps of linear programs; false ends the computation.
+  /// Called for each equation and coordinate, and before the steps of linear programs; false ends
+  /// the computation.
   std::function<bool()> mayGoOn;
 };
 

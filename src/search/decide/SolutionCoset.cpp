@@ -10,11 +10,6 @@ namespace {
 /// The basis is reduced whenever its longest entry has grown by this many bits.
 constexpr std::size_t bitsBetweenReductions = 24;
 
-/// linear part of `form` at a direction.
-ZZ valueAlong(const IntegerForm& form, const std::vector<ZZ>& direction) {
-  return form.at(direction) - form.constant;
-}
-
 void subtractMultiple(std::vector<ZZ>& row, const ZZ& factor, const std::vector<ZZ>& other) {
   for (std::size_t j = 0; j < row.size(); ++j)
     mpz_submul(row[j].get(), factor.get(), other[j].get());
@@ -92,10 +87,9 @@ class ValuedRows {
 /// False if no point of the coset satisfies the equation.
 bool intersect(BoxCoset& coset, const IntegerEquation& equation) {
   ValuedRows rows;
-  for (std::vector<ZZ>& row : coset.basis) {
-    ZZ value = valueAlong(equation.form, row);
-    rows.add(std::move(row), std::move(value));
-  }
+  std::vector<ZZ> values = equation.form.along(coset.basis);
+  for (std::size_t i = 0; i < values.size(); ++i)
+    rows.add(std::move(coset.basis[i]), std::move(values[i]));
   coset.basis.clear();
   if (!equation.modulus.isZero()) rows.add(std::vector<ZZ>(coset.point.size()), equation.modulus);
   rows.reduceToDivisor();
@@ -113,9 +107,10 @@ bool intersect(BoxCoset& coset, const IntegerEquation& equation) {
 }  // namespace
 
 CosetEnd intersect(BoxCoset& coset, std::span<const IntegerEquation> equations,
-                   const CosetReducer& reduce) {
+                   const CosetReducer& reduce, const std::function<bool()>& mayGoOn) {
   std::size_t reducedBits = longestEntry(coset.basis);
   for (const IntegerEquation& equation : equations) {
+    if (!mayGoOn()) return CosetEnd::stopped;
     if (!intersect(coset, equation)) return CosetEnd::noPoint;
     if (longestEntry(coset.basis) < reducedBits + bitsBetweenReductions) continue;
     if (!reduce(coset)) return CosetEnd::stopped;

@@ -19,7 +19,7 @@ enum class CosetEnd {
   made,
   /// No integer point satisfies all equations, whatever the bounds.
   noPoint,
-  /// The reducer ended the computation.
+  /// The reducer or mayGoOn() ended the computation.
   stopped
 };
 
@@ -31,8 +31,9 @@ enum class CosetEnd {
 /// keeps the multipliers short (B. S. Majewski, G. Havas, ANTS I, 1994). The vector that keeps
 /// the divisor moves the point and leaves the basis. A modulus is one more value.
 ///
-/// `reduce` is called when the entries of the basis have become long.
+/// `reduce` is called when the entries of the basis have become long, mayGoOn() before each
+/// equation; false ends the computation.
 CosetEnd intersect(BoxCoset& coset, std::span<const IntegerEquation> equations,
-                   const CosetReducer& reduce);
+                   const CosetReducer& reduce, const std::function<bool()>& mayGoOn);
 
 }  // namespace starsift

@@ -91,15 +91,23 @@ TYPED_TEST(CoordinateSolverOver, FactorsAnswerAllQuestionsOfTheirBasis) {
 }
 
 TYPED_TEST(CoordinateSolverOver, FactorsAreMadeOnceAndAsNeeded) {
+  const Matrix<TypeParam> full{{1, 1, 1}, {1, 2, 1}, {1, 1, 3}};
   CoordinateFactors<TypeParam> factors;
-  this->coordinates(factors, this->basis, {6, -5, -2, 7}, true);
+  EXPECT_EQ(this->coordinates(factors, full, {2, 3, 2}, true), "[ 1 1 0 ]");
   const auto solver = factors.solver;
   EXPECT_TRUE(solver);
   EXPECT_FALSE(factors.transform.isSet());
-  this->coordinates(factors, this->basis, this->between, false);
+  this->coordinates(factors, full, {2, 3, 2}, false);
   EXPECT_TRUE(factors.transform.isSet());
   // The one must not cost the other.
   EXPECT_EQ(factors.solver, solver);
+}
+
+TYPED_TEST(CoordinateSolverOver, TriangularBasisNeedsNoSolver) {
+  CoordinateFactors<TypeParam> factors;
+  this->coordinates(factors, this->basis, {6, -5, -2, 7}, true);
+  EXPECT_TRUE(factors.triangle);
+  EXPECT_FALSE(factors.solver);
 }
 
 TYPED_TEST(CoordinateSolverOver, FractionsNeedNoSolverOfIntegers) {

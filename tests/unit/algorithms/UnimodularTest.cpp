@@ -34,6 +34,16 @@ TEST(Unimodular, IsNoMatrixOfAnotherDeterminant) {
   EXPECT_FALSE(isUnimodular(Matrix<QQ>{{0, 0}, {0, 0}}));
 }
 
+TEST(Unimodular, IsAMatrixWithARestThatIs) {
+  EXPECT_TRUE(isUnimodular(Matrix<QQ>{{1, 5, 7, 0}, {0, 2, 1, 0}, {0, 1, 1, 0}, {8, 9, 4, -1}}));
+  EXPECT_FALSE(isUnimodular(Matrix<QQ>{{1, 5, 7, 0}, {0, 2, 1, 0}, {0, 2, 2, 0}, {8, 9, 4, -1}}));
+  EXPECT_FALSE(isUnimodular(Matrix<QQ>{{1, 5, 7, 0}, {0, 2, 1, 0}, {0, 1, 1, 0}, {8, 9, 4, 2}}));
+}
+
+TEST(Unimodular, IsNoMatrixWithAFractionOutsideOfTheRest) {
+  EXPECT_FALSE(isUnimodular(Matrix<QQ>{{1, QQ(1, 2), 0}, {0, 2, 1}, {0, 1, 1}}));
+}
+
 TEST(Unimodular, IsNoMatrixOfFractions) {
   EXPECT_FALSE(isUnimodular(Matrix<QQ>{{QQ(1, 2), 0}, {0, 2}}));
   EXPECT_FALSE(isUnimodular(Matrix<long double>{{0.5L, 0}, {0, 2}}));

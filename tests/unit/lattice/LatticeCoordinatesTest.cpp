@@ -66,9 +66,9 @@ TYPED_TEST(CoordinatesOver, AreRoundedUnlessToldOtherwise) {
 
 TYPED_TEST(CoordinatesOver, KeepTheFactorsOfTheirBasis) {
   this->coordinates({9, 12, 2}, true);
-  EXPECT_TRUE(this->lattice.basis.savedFactors.solver);
+  EXPECT_TRUE(this->lattice.basis.savedFactors.triangle);
   EXPECT_FALSE(this->lattice.basis.savedFactors.transform.isSet());
-  EXPECT_FALSE(this->lattice.basis.workingFactors.solver);
+  EXPECT_FALSE(this->lattice.basis.workingFactors.triangle);
   this->coordinates({9, 12, 2}, true, false);
   EXPECT_TRUE(this->lattice.basis.savedFactors.transform.isSet());
   // A basis that changed without a word is not noticed: the product then tells.
