@@ -174,9 +174,12 @@ class Lattice : public Vanu<T>, private ParamReactions {
 
   /// Reduces the equation lattice until its first vectors are a basis of the kernel lattice, the
   /// integer solutions of the homogeneous equations, followed by the other vectors. Returns the
-  /// transformation matrices, basis.TT. After an exception the lattice has to be generated anew;
-  /// the parameters are unchanged.
-  const Array<Matrix<T>>& aardalReduce();
+  /// transformation matrices. The lattice is unchanged after an exception: the work is done on a
+  /// copy.
+  Array<Matrix<T>> aardalReduce();
+  /// The same without a copy; the transformation matrices are basis.TT. After an exception the
+  /// lattice has to be generated anew; the parameters are unchanged.
+  void reduceEquations();
   /// A raw vector of the lattice with homValue, or its negative, as last coordinate; empty if
   /// there is none.
   Vector<T> extractInhomogeneous();

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -78,7 +79,7 @@ Index sinkSolutions(Lattice<T, R>& lattice, Index active) {
 
 /// The reduction itself; reports as with `verb`.
 template <class T, class R>
-void reduceEquations(Lattice<T, R>& lattice, long verb) {
+void reduceUntilKernel(Lattice<T, R>& lattice, long verb) {
   using Exact = ExactArithmetic<T>;
   const CoordinateBlock equations = lattice.blocks().equations;
   const Index n = lattice.basis.n;
@@ -108,19 +109,28 @@ void reduceEquations(Lattice<T, R>& lattice, long verb) {
 }  // namespace latticeaardal
 
 template <class T, class R>
-const Array<Matrix<T>>& Lattice<T, R>::aardalReduce() {
+void Lattice<T, R>::reduceEquations() {
   {
     const long verb = params.verb;
     const Vector<T> scale(basis.scale);
     const latticeaardal::WithTracking<T, R> tracking(*this);
     pushTransformation(Stack::restart);
-    latticeaardal::reduceEquations(*this, verb);
+    latticeaardal::reduceUntilKernel(*this, verb);
     for (const Index j : blocks().equations) setScale(j, scale[j]);
   }
   if (params.verb >= 2) {
     std::cout << " ]" << closeStamp(false);
     stampOutputTime();
   }
+}
+
+template <class T, class R>
+Array<Matrix<T>> Lattice<T, R>::aardalReduce() {
+  auto inner = std::make_unique<Lattice>();
+  inner->assignFrom(*this, Settings::copy);
+  inner->run.observer = run.observer;
+  inner->reduceEquations();
+  assignFrom(*inner, Settings::keep);
   return basis.TT;
 }
 

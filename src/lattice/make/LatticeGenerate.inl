@@ -171,7 +171,7 @@ bool Lattice<T, R>::prepareLattice() {
   const Index equations = this->Ag.rowCount();
   if (equations > 0) {
     generateLattice(LatticeKind::equations);
-    aardalReduce();
+    reduceEquations();
     transformations = std::move(basis.TT);
     removeColumns(ColumnsOf::equations, equations, 1);
     const bool isKnownSolvable =

@@ -175,14 +175,40 @@ class ThirdStep : public ReductionObserver {
   int steps_ = 0;
 };
 
-TYPED_TEST(LatticeAardalOver, SettingsAreAsTheyWereAfterAnException) {
+TYPED_TEST(LatticeAardalOver, LatticeIsAsItWasAfterAnException) {
+  this->generate(small);
+  auto& lattice = this->live;
+  ThirdStep observer;
+  lattice.run.observer = &observer;
+  const std::string rows = rowsText(lattice.basis.B());
+  EXPECT_EQ(messageOf<PrecisionException>([&] { lattice.aardalReduce(); }), "third step");
+  EXPECT_EQ(rowsText(lattice.basis.B()), rows);
+  EXPECT_EQ(rowsText(lattice.basis.B_save), rows);
+  EXPECT_EQ(textOf(lattice.basis.scale), "[ 1 1 1 1 1 ]");
+  EXPECT_EQ(lattice.basis.TT.dimension(), 1);
+  EXPECT_FALSE(lattice.params.consistency);
+}
+
+TYPED_TEST(LatticeAardalOver, CopyIsReducedToTheSame) {
+  this->generate(small);
+  auto& lattice = this->live;
+  const std::string copied = [&] {
+    const Array<Matrix<TypeParam>> transformations = lattice.aardalReduce();
+    return rowsText(transformations[1]) + rowsText(lattice.basis.B());
+  }();
+  this->generate(small);
+  lattice.reduceEquations();
+  EXPECT_EQ(rowsText(lattice.basis.TT[1]) + rowsText(lattice.basis.B()), copied);
+}
+
+TYPED_TEST(LatticeAardalOver, SettingsAreAsTheyWereAfterAnExceptionInPlace) {
   this->generate(small);
   auto& lattice = this->live;
   lattice.params.deep = true;
   lattice.params.verb.setTextSilently("1");
   ThirdStep observer;
   lattice.run.observer = &observer;
-  EXPECT_EQ(messageOf<PrecisionException>([&] { lattice.aardalReduce(); }), "third step");
+  EXPECT_EQ(messageOf<PrecisionException>([&] { lattice.reduceEquations(); }), "third step");
   EXPECT_FALSE(lattice.params.consistency);
   EXPECT_TRUE(lattice.params.deep);
   EXPECT_EQ(lattice.params.verb, 1);
