@@ -117,6 +117,7 @@ STAR = "[ 5 5 ] | -15 | [ 15 ] | 0 | 0 | \n"
 # Stands in for a search that took three seconds.
 SEARCH = """#!/bin/sh
 echo "Found after: 3 sec(s)"
+echo "{ 3 sec(s) 4 sec(s) }"
 echo '[ 5 5 ] | -15 | [ 15 ] | 0 | 3 | ' > p.sol
 echo basis > p.lat
 """
@@ -125,7 +126,7 @@ FOUND = {
     "about": "a search finds the best point",
     "command": "search\n",
     "in/p.opt": PROBLEM,
-    "stdout": "Found after: 0 sec(s)\n",
+    "stdout": "Found after: 0 sec(s)\n{ 0 sec(s) }\n",
     "out/p.opt": PROBLEM,
     "out/p.sol": STAR,
     "any": "p.lat\n",
