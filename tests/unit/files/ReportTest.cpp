@@ -194,6 +194,17 @@ TYPED_TEST(ReportOver, StatusShowsTheTimesOfTheFirstThreeSolutions) {
             "20 sec(s) 30 sec(s) }\n");
 }
 
+TYPED_TEST(ReportOver, StatusShowsTheTimeOfSeveralSolutionsOnce) {
+  SearchStatus<TypeParam> status;
+  status.solutionTimes.resize(3, false);
+  status.solutionTimes[1] = 7;
+  status.solutionTimes[2] = 7;
+  status.solutionTimes[3] = 9;
+  EXPECT_EQ(statusText(status),
+            "\nSolutions found: 3\n\n{ The first solution/s was/were found after: 7 sec(s) "
+            "9 sec(s) }\n");
+}
+
 TYPED_TEST(ReportOver, StatusOfABenchmarkDoesNotCount) {
   SearchStatus<TypeParam> status;
   status.benchmark = true;
