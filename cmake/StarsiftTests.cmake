@@ -15,9 +15,13 @@ endif()
 # for other faults than the properties do, and twenty times as slowly.
 set(case_count 100)
 set(problem_count 2000)
+set(slowdown 1)
 if(STARSIFT_SANITIZE)
   set(case_count 25)
   set(problem_count 100)
+  set(slowdown 6)
+elseif(STARSIFT_COVERAGE)
+  set(slowdown 6)
 endif()
 
 # What runs long is in the libraries and the oracles. Optimising what the test frameworks instantiate
@@ -145,6 +149,7 @@ if(TARGET starsift_program AND TARGET starseek_program)
   starsift_add_script_test(examples ${python} tools/check-examples ${program})
   starsift_add_script_test(search
     ${CMAKE_COMMAND} -E env SEARCH_PROGRAM=$<TARGET_FILE:starseek_program>
+      SEARCH_SLOWDOWN=${slowdown}
     ${python} -m unittest discover -s tests/search -p "test_*.py")
 endif()
 

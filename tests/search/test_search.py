@@ -22,6 +22,8 @@ from random import Random
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 PROGRAM = pathlib.Path(os.environ["SEARCH_PROGRAM"]).resolve()
+# How many times slower the program is than an optimised one, by its sanitizers.
+SLOWDOWN = float(os.environ.get("SEARCH_SLOWDOWN", "1"))
 SOLUTION = "[ 0 0 0 0 1 1 1 1 0 1 1 0 0 1 1 1 0 0 0 1 ]"
 ERASE = "\r\x1b[K"
 TIME_LIMIT = 120  # seconds
@@ -316,7 +318,11 @@ class CompleteSearch(SearchCase):
 class Preparation(SearchCase):
     """A problem so large that its lattice takes a second and some hundred megabytes."""
 
-    CPU_LIMIT = 1.0  # seconds that the command may work on after a signal, on any machine
+    # Seconds of work after a signal, where the lattice is saved then and where it isn't; each is
+    # about three times what a machine under load takes. Without looking at signals during a
+    # preparation it was 2.7 and 1.1.
+    SAVING = 2.0 * SLOWDOWN
+    NO_SAVING = 0.8 * SLOWDOWN
 
     def setUp(self):
         super().setUp()
@@ -388,8 +394,8 @@ class Preparation(SearchCase):
         process.stderr.close()
         return printed, usage.ru_utime + usage.ru_stime
 
-    def assert_signal_ends_it(self, number, worked):
-        """A signal after so many seconds of work."""
+    def assert_signal_ends_it(self, number, worked, limit):
+        """A signal after so many seconds of work; it may go on for `limit` seconds."""
         before = self.files()
         process = self.start("--verb=1")
         while self.cpu_seconds(process) < worked:
@@ -400,7 +406,7 @@ class Preparation(SearchCase):
         printed, total = self.finish_measured(process)
         self.assertEqual(process.returncode, -number)
         self.assertIn("\nSearch ended: interrupted.", printed)
-        self.assertLess(total - at_signal, self.CPU_LIMIT, f"after {worked} s")
+        self.assertLess(total - at_signal, limit, f"after {worked} s")
         self.assert_kept(before)
 
     def test_signals_end_it_in_time_with_the_files_whole(self):
@@ -411,12 +417,12 @@ class Preparation(SearchCase):
             (signal.SIGTERM, 0.3),
             (signal.SIGINT, 0.5),
         ):
-            self.assert_signal_ends_it(number, worked)
+            self.assert_signal_ends_it(number, worked, self.SAVING)
 
     def test_signals_end_the_removal_of_equations_in_time(self):
         self.write_partitions(2000, 100)
         for number, worked in ((signal.SIGINT, 0.2), (signal.SIGTERM, 0.4), (signal.SIGHUP, 0.6)):
-            self.assert_signal_ends_it(number, worked)
+            self.assert_signal_ends_it(number, worked, self.NO_SAVING)
 
     def test_clock_ends_it_in_time(self):
         self.write_known(1500)
@@ -425,7 +431,7 @@ class Preparation(SearchCase):
         printed, worked = self.finish_measured(process)
         self.assertEqual(process.returncode, 0)
         self.assertIn("\nSearch ended: time is over.", printed)
-        self.assertLess(worked, 1 + self.CPU_LIMIT)
+        self.assertLess(worked, 1 + self.SAVING)
         self.assert_kept(before)
 
 
