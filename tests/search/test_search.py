@@ -294,7 +294,7 @@ class CompleteSearch(SearchCase):
             process.send_signal(number)
             began = time.monotonic()
             printed, errors = self.finish(process)
-            self.assertLess(time.monotonic() - began, SLOWDOWN)
+            self.assertLess(time.monotonic() - began, 1)
             self.assertEqual((process.returncode, errors), (-number, ""))
             self.assertNotIn("complete", printed)
             self.assertRegex(printed, r"\nNodes: \d+\n")
@@ -304,13 +304,35 @@ class CompleteSearch(SearchCase):
         limit = int(1 + SLOWDOWN)
         process = self.start("--prove", "--count", f"--rtime={limit}", "--json")
         printed, errors = self.finish(process)
-        self.assertLess(time.monotonic() - began, limit + 2 * SLOWDOWN)
+        self.assertLess(time.monotonic() - began, limit + 2)
         self.assertEqual(errors, "")
         self.assertNotIn("the search was complete", printed)
         result = json.loads(printed.splitlines()[-1])
         self.assertEqual(result["complete"], False)
         self.assertGreater(int(result["count"]), 1000)
         self.assertEqual(result["solutions"], 0)
+
+    def test_clock_ends_it_where_variables_have_many_values(self):
+        """A mixture of 12 parts with six decimal places: each node of the tree has a billion children."""
+        random = Random(3)
+
+        def row(text):
+            return f"[ {' '.join(text() for _ in range(12))} ]"
+
+        def some():
+            return row(lambda: random.choice(("0", "0", f"0.{random.randint(1, 900):04d}")))
+
+        cost = row(lambda: f"0.{random.randint(20, 60)}")
+        rows = " ".join([*(some() for _ in range(5)), row(lambda: "1")])
+        (self.folder / "p.opt").write_text(
+            f"[ -inf ] [ {cost} ] [ ] [ ] [ ] [ {rows} ] [ 50 50 50 50 50 10000 ]"
+            f" [ inf inf inf inf inf inf ] {row(lambda: '6')} {row(lambda: '0')}"
+            f" {row(lambda: '9999')}"
+        )
+        process = self.start("--prove", "--count", "--rtime=2")
+        printed, errors = process.communicate(timeout=2 + 5 * SLOWDOWN)
+        self.assertEqual((process.returncode, errors), (0, ""))
+        self.assertRegex(printed, r"\nNodes: \d+\n")
 
     def test_solutions_come_into_the_file_while_it_runs(self):
         process = self.start("--prove", "--sol=0")

@@ -28,9 +28,9 @@ std::string miplibText(const Model& model, const QQ& objective, const std::vecto
 }
 
 std::string cbcText(const Model& model, const QQ& objective, const std::vector<QQ>& x) {
-  std::string text = "Stopped - objective value " + numberText(objective) + '\n';
+  std::string text = "Stopped - objective value " + decimalText(objective) + '\n';
   for (std::size_t j = 0; j < x.size(); ++j)
-    text += std::to_string(j) + ' ' + std::string(model.columnNames[j]) + ' ' + numberText(x[j]) +
+    text += std::to_string(j) + ' ' + std::string(model.columnNames[j]) + ' ' + decimalText(x[j]) +
             " 0\n";
   return text;
 }

@@ -41,6 +41,12 @@ void appendDecimal(std::string& out, const QQView& view, unsigned long places) {
   out += text;
 }
 
+std::string roundedText(const QQ& value, int digits) {
+  std::array<char, 64> text{};
+  std::snprintf(text.data(), text.size(), "%.*Lg", digits, toDbl(value, false));
+  return text.data();
+}
+
 }  // namespace
 
 void appendNumber(std::string& out, const QQ& value) {
@@ -71,10 +77,13 @@ std::string numberText(const QQ& value) {
   return text;
 }
 
+std::string decimalText(const QQ& value) {
+  std::string text = numberText(value);
+  return text.find('/') == std::string::npos ? text : roundedText(value, 20);
+}
+
 std::string shortText(const QQ& value) {
-  std::array<char, 64> text{};
-  std::snprintf(text.data(), text.size(), "%.2Lg", toDbl(value, false));
-  return text.data();
+  return roundedText(value, 2);
 }
 
 bool isDouble(const QQ& value) {

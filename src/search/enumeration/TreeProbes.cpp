@@ -1,6 +1,7 @@
 #include "search/enumeration/TreeProbes.h"
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 namespace starsift {
@@ -9,6 +10,22 @@ namespace {
 
 /// Every child can be drawn, however small its subtree seems.
 constexpr double leastWeight = 1e-3;
+
+/// Children of a node that are looked at.
+constexpr int mostChildren = 1000;
+
+/// Coefficients relative to the current one.
+struct Interval {
+  double least;
+  double most;
+};
+
+/// The coefficients with which a node stays inside its radius.
+Interval insideRadius(const LevelChoices& choices) {
+  const double half = 1 / std::sqrt(choices.curvature);
+  return {std::max(choices.least, std::ceil(-choices.position - half)),
+          std::min(choices.most, std::floor(half - choices.position))};
+}
 
 }  // namespace
 
@@ -39,14 +56,8 @@ double TreeProbes<Real>::probe() {
       const Real leaves = nodes_.most(0) - nodes_.least(0) + 1;
       return sum + width * static_cast<double>(std::max(Real(0), leaves));
     }
-    const std::uint64_t before = nodes_.nodes();
-    children_.clear();
-    weights_.clear();
-    while (nodes_.advance(k)) {
-      children_.push_back(nodes_.chosen(k));
-      weights_.push_back(std::max(subtreeWeight(nodes_.choicesAt(k), 0), leastWeight));
-    }
-    sum += width * static_cast<double>(nodes_.nodes() - before);
+    width *= collectChildren(k);
+    sum += width * static_cast<double>(children_.size());
     if (children_.empty()) return sum;
     const std::size_t choice = draw();
     width *= std::accumulate(weights_.begin(), weights_.end(), 0.0) / weights_[choice];
@@ -54,6 +65,30 @@ double TreeProbes<Real>::probe() {
     nodes_.descend(k);
   }
   return sum;
+}
+
+template <class Real>
+double TreeProbes<Real>::collectChildren(std::size_t k) {
+  children_.clear();
+  weights_.clear();
+  if (nodes_.least(k) > nodes_.most(k)) return 1;
+  const auto add = [this, k] {
+    children_.push_back(nodes_.chosen(k));
+    weights_.push_back(std::max(subtreeWeight(nodes_.choicesAt(k), 0), leastWeight));
+  };
+  nodes_.choose(k, nodes_.least(k));
+  const Interval inside = insideRadius(nodes_.choicesAt(k));
+  const double stride = (inside.most - inside.least + 1) / mostChildren;
+  if (stride <= 1) {
+    while (nodes_.advance(k)) add();
+    return 1;
+  }
+  const Real first = nodes_.least(k);
+  for (int i = 0; i < mostChildren; ++i) {
+    nodes_.choose(k, first + static_cast<Real>(std::floor(inside.least + (i + 0.5) * stride)));
+    add();
+  }
+  return stride;
 }
 
 template <class Real>

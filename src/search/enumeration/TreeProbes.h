@@ -28,13 +28,17 @@ class TreeProbes {
   /// The nodes of a tree in which each node of a level has the children of the one on a random
   /// path.
   double probe();
+  /// Sets children_ and weights_ of the node at level k + 1 and returns how many children each one
+  /// stands for: 1, or more if there are thousands. Of these some at even distances are taken,
+  /// whether they are cut or not.
+  double collectChildren(std::size_t k);
   /// An index of weights_ with a probability proportional to its weight.
   std::size_t draw();
 
   TreeNodes<Real>& nodes_;
   std::size_t top_;
   std::mt19937_64 random_;
-  /// Children of the current node that aren't cut, and their weights.
+  /// Children of the current node, and their weights.
   std::vector<Real> children_;
   std::vector<double> weights_;
 };

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "search/enumeration/Enumeration.h"
 
 namespace starsift {
@@ -24,6 +26,13 @@ TEST(TreeEstimate, RegularTreesAreEstimatedExactly) {
   EXPECT_GT(estimate.gaussianNodes, 100);
   EXPECT_LT(estimate.gaussianNodes, 2000);
   EXPECT_GE(estimate.largestShare, 0.1 - 1e-9);
+}
+
+// A node with a billion children isn't visited child by child.
+TEST(TreeEstimate, WideTreesAreEstimatedBySomeOfTheirChildren) {
+  const double side = 1e9;
+  const TreeEstimate estimate = Enumeration(cube(3, 999'999'999)).estimate({100, 1, {}});
+  EXPECT_NEAR(std::log10(estimate.sampledNodes), std::log10(side * side * side), 0.5);
 }
 
 TEST(TreeEstimate, SameSeedGivesTheSameEstimate) {
