@@ -329,8 +329,9 @@ class CompleteSearch(SearchCase):
             f" [ inf inf inf inf inf inf ] {row(lambda: '6')} {row(lambda: '0')}"
             f" {row(lambda: '9999')}"
         )
-        process = self.start("--prove", "--count", "--rtime=2")
-        printed, errors = process.communicate(timeout=2 + 5 * SLOWDOWN)
+        limit = int(1 + 2 * SLOWDOWN)
+        process = self.start("--prove", "--count", f"--rtime={limit}")
+        printed, errors = process.communicate(timeout=limit + 5 * SLOWDOWN)
         self.assertEqual((process.returncode, errors), (0, ""))
         self.assertRegex(printed, r"\nNodes: \d+\n")
 
