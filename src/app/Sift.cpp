@@ -1,22 +1,93 @@
 #include "app/Sift.h"
 
+#include <algorithm>
+#include <optional>
+#include <thread>
+#include <utility>
+
 #include "app/SolutionLock.h"
+#include "files/Report.h"
+#include "files/SolReader.h"
+#include "files/SolWriter.h"
+#include "files/StarLines.h"
+#include "numbers/Conversion.h"
+#include "stars/LineOrder.h"
+#include "system/Exceptions.h"
 #include "system/Failure.h"
 
 namespace starsift {
 
 namespace {
 
-/// Reads, checks and rewrites the file under its lock, which is free again before the report: a
-/// reader of that may take its time.
-void siftFile(YLattice<long double>& lattice, const std::string& solFile) {
-  const SolutionLock lock(solFile, Patience::whileHolderWorks);
-  if (!lock.isGranted()) fail("Could not lock file: " + solFile);
-  lattice.readStarsExactly(StarReading::append);
+/// The right stars of a solution file, sorted and without duplicates, and what they refer to.
+struct TidyLines {
+  InputText input;
+  std::optional<FileIdentity> identity;
+  StarLines stars;
+};
+
+/// Nothing if the stars can't be held as lines, or there is no file.
+std::optional<TidyLines> readTidyLines(const YLattice<long double>& lattice,
+                                       const std::string& solFile) {
+  const std::optional<FileIdentity> identity = fileIdentity(solFile);
+  std::optional<InputText> input = readSolText(solFile);
+  if (!input) return std::nullopt;
+  const unsigned threads = std::max(std::thread::hardware_concurrency(), 1U);
+  std::optional<StarLines> stars = lattice.withLive([&](const auto& live) {
+    return readRightStars(*input, live.file.problem(), threads);
+  });
+  if (!stars || !sortLines(stars->lines)) return std::nullopt;
+  removeDuplicates(stars->lines, true);
+  return TidyLines{std::move(*input), identity, std::move(*stars)};
+}
+
+/// False if others have changed the file since it was read.
+bool write(const TidyLines& lines, const std::string& solFile) {
+  try {
+    return writeLines(solFile, lines.stars.lines, lines.identity).commit != Commit::changed;
+  } catch (const WriteException& exception) {
+    fail(exception.message());
+  } catch (const LinkException& exception) {
+    fail(exception.message());
+  }
+}
+
+/// Adds the stars of the lines to those of the lattice.
+void addStars(YLattice<long double>& lattice, const StarLines& lines) {
+  Array<Star<QQ>> stars;
+  for (const StarLine& line : lines.lines) {
+    TextCursor source(line.whole());
+    Star<QQ> star;
+    readStar(star, source);
+    append(stars, std::move(star));
+  }
+  lattice.runStep([&stars]<class T, class R>(Lattice<T, R>& live) {
+    Array<Star<T>> added;
+    added.resize(stars.dimension(), false);
+    for (Index i = 1; i <= stars.dimension(); ++i) added[i].convertFrom(stars[i], false);
+    live.file.appendStars(std::move(added));
+  });
+}
+
+/// Checks and rewrites the file by way of the lattice, whatever its stars are like.
+void siftInLattice(YLattice<long double>& lattice) {
   lattice.checkStars();
   tidyStars(lattice);
   lattice.setOutputSwitch(true);
   lattice.writeSolFile(Stars::asTheyAre);
+}
+
+/// Reads, checks and rewrites the file under its lock, which is free again before the report: a
+/// reader of that may take its time. Nothing if the stars are in the lattice afterwards.
+std::optional<TidyLines> siftFile(YLattice<long double>& lattice, const std::string& solFile) {
+  const SolutionLock lock(solFile, Patience::whileHolderWorks);
+  if (!lock.isGranted()) fail("Could not lock file: " + solFile);
+  std::optional<TidyLines> lines = readTidyLines(lattice, solFile);
+  if (lines && write(*lines, solFile)) return lines;
+  lattice.readStarsExactly(StarReading::append);
+  if (lines) addStars(lattice, lines->stars);
+  siftInLattice(lattice);
+  return std::nullopt;
 }
 
 }  // namespace
@@ -27,8 +98,12 @@ void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::
   lattice.useExtendedPrecision();
   lattice.readOpt();
   lattice.tryStandardPrecision();
-  siftFile(lattice, solFile);
-  reportStars(lattice, report);
+  std::optional<TidyLines> lines = siftFile(lattice, solFile);
+  if (!lines) return reportStars(lattice, report);
+  removeDuplicates(lines->stars.lines, false);
+  lattice.withLive([&](const auto& live) {
+    writeSolutions(report, lines->stars.lines, live.file.problem().dt);
+  });
 }
 
 }  // namespace starsift

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <ostream>
 #include <sstream>
+#include <string_view>
 #include <utility>
 
 #include "core/VectorText.h"
+#include "numbers/Conversion.h"
 #include "numbers/QQ.h"
 
 namespace starsift {
@@ -45,27 +47,116 @@ void appendGoal(std::string& out, const T& goal) {
   }
 }
 
+/// The texts of one star in a report.
+struct StarTexts {
+  /// One per target, a blank behind each.
+  std::string_view targetValues;
+  std::string_view targetNorm;
+  std::string_view slackNorm;
+  std::int64_t time;
+};
+
+/// The goals of the targets as arrows, a blank behind each.
 template <class T>
-void appendReport(std::string& out, const Star<T>& star, const Vector<T>& goals) {
-  out += "x = ";
-  appendText(out, star.x(), defaultDigits);
-  out += "\n\n";
-  if (star.slackNorm == T(-1)) return;
+std::vector<std::string> goalTexts(const Vector<T>& goals) {
+  std::vector<std::string> texts;
+  for (const T& goal : goals) {
+    appendGoal(texts.emplace_back(), goal);
+    texts.back() += ' ';
+  }
+  return texts;
+}
+
+void appendTargets(std::string& out, const StarTexts& star, const std::vector<std::string>& goals) {
   out += "Target values: [ ";
-  for (Index k = 1; k <= goals.dimension(); ++k) {
-    appendNumber(out, star.targetValues.element(k));
-    appendGoal(out, goals[k]);
-    out += ' ';
+  std::string_view values = star.targetValues;
+  for (const std::string& goal : goals) {
+    const std::size_t blank = values.find(' ');
+    out += values.substr(0, blank);
+    out += goal;
+    values.remove_prefix(blank + 1);
   }
   out += "]\nTarget Norm: ";
-  appendNumber(out, star.targetNorm);
+  out += star.targetNorm;
   out += "\nSlack Norm: ";
-  appendNumber(out, star.slackNorm);
+  out += star.slackNorm;
   out += '\n';
   if (star.time == unknownTime) return;
   out += "Found after: ";
   out += timeText(static_cast<std::uint64_t>(star.time));
   out += '\n';
+}
+
+template <class T>
+void appendReport(std::string& out, const Star<T>& star, const std::vector<std::string>& goals) {
+  out += "x = ";
+  appendText(out, star.x(), defaultDigits);
+  out += "\n\n";
+  if (star.slackNorm == T(-1)) return;
+  std::string values;
+  for (std::size_t k = 1; k <= goals.size(); ++k) {
+    appendNumber(values, star.targetValues.element(static_cast<Index>(k)));
+    values += ' ';
+  }
+  std::string targetNorm;
+  std::string slackNorm;
+  appendNumber(targetNorm, star.targetNorm);
+  appendNumber(slackNorm, star.slackNorm);
+  appendTargets(out, {values, targetNorm, slackNorm, star.time}, goals);
+}
+
+/// x of a file as long double shows it in a report: each number that may be too long is rounded.
+void appendRounded(std::string& out, std::string_view x) {
+  for (std::size_t end = x.find(' '); end != std::string_view::npos; end = x.find(' ')) {
+    const std::string_view token = x.substr(0, end);
+    if (token.size() <= static_cast<std::size_t>(defaultDigits))
+      out += token;
+    else
+      appendNumber(out, NumberConversion<long double, QQ>::convert(QQ::parse(token)));
+    out += ' ';
+    x.remove_prefix(end + 1);
+  }
+  out += x;
+}
+
+/// Takes the text before `mark` off the line, and the mark.
+std::string_view takeField(std::string_view& line, std::string_view mark) {
+  const std::size_t size = line.find(mark);
+  const std::string_view field = line.substr(0, size);
+  line.remove_prefix(size + mark.size());
+  return field;
+}
+
+void appendReport(std::string& out, const StarLine& line, const std::vector<std::string>& goals) {
+  out += "x = ";
+  if (line.hasLongNumbers)
+    appendRounded(out, line.x());
+  else
+    out += line.x();
+  out += "\n\n";
+  if (line.slackNorm == QQ::minusOne()) return;
+  std::string_view rest = line.whole();
+  rest.remove_prefix(line.xSize);
+  takeField(rest, " | ");
+  const std::string_view targetNorm = takeField(rest, " | [ ");
+  const std::string_view values = takeField(rest, "] | ");
+  const std::string_view slackNorm = takeField(rest, " | ");
+  appendTargets(out, {values, targetNorm, slackNorm, static_cast<std::int64_t>(line.time)}, goals);
+}
+
+/// Writes the reports of the elements of a range, "---" between two of them.
+template <class Range>
+void writeReports(std::ostream& stream, const Range& stars, const std::vector<std::string>& goals) {
+  std::string text = "\n";
+  bool isFirst = true;
+  for (const auto& star : stars) {
+    if (!std::exchange(isFirst, false)) text += "\n---\n\n";
+    appendReport(text, star, goals);
+    if (text.size() < pieceSize) continue;
+    stream << text;
+    text.clear();
+  }
+  stream << text;
 }
 
 }  // namespace
@@ -86,21 +177,19 @@ std::string timeText(std::uint64_t seconds) {
 template <class T>
 std::string starReport(const Star<T>& star, const Vector<T>& goals) {
   std::string text;
-  appendReport(text, star, goals);
+  appendReport(text, star, goalTexts(goals));
   return text;
 }
 
 template <class T>
 void writeSolutions(std::ostream& stream, const Array<Star<T>>& stars, const Vector<T>& goals) {
-  std::string text = "\n";
-  for (Index i = 1; i <= stars.dimension(); ++i) {
-    if (i > 1) text += "\n---\n\n";
-    appendReport(text, stars[i], goals);
-    if (text.size() < pieceSize) continue;
-    stream << text;
-    text.clear();
-  }
-  stream << text;
+  writeReports(stream, stars, goalTexts(goals));
+}
+
+template <class T>
+void writeSolutions(std::ostream& stream, const std::vector<StarLine>& lines,
+                    const Vector<T>& goals) {
+  writeReports(stream, lines, goalTexts(goals));
 }
 
 template <class T>
@@ -141,6 +230,9 @@ template std::string solutionsText(const Array<Star<QQ>>&, const Vector<QQ>&);
 template void writeSolutions(std::ostream&, const Array<Star<long double>>&,
                              const Vector<long double>&);
 template void writeSolutions(std::ostream&, const Array<Star<QQ>>&, const Vector<QQ>&);
+template void writeSolutions(std::ostream&, const std::vector<StarLine>&,
+                             const Vector<long double>&);
+template void writeSolutions(std::ostream&, const std::vector<StarLine>&, const Vector<QQ>&);
 template std::string statusText(const SearchStatus<long double>&);
 template std::string statusText(const SearchStatus<QQ>&);
 

@@ -4,8 +4,10 @@
 #include <cstdint>
 #include <iosfwd>
 #include <string>
+#include <vector>
 
 #include "stars/Star.h"
+#include "stars/StarLine.h"
 
 namespace starsift {
 
@@ -26,6 +28,11 @@ std::string solutionsText(const Array<Star<T>>& stars, const Vector<T>& goals);
 /// Writes solutionsText() piece by piece.
 template <class T>
 void writeSolutions(std::ostream& stream, const Array<Star<T>>& stars, const Vector<T>& goals);
+
+/// The same for stars that are held as lines.
+template <class T>
+void writeSolutions(std::ostream& stream, const std::vector<StarLine>& lines,
+                    const Vector<T>& goals);
 
 /// The state of a running search that statusText() reports.
 template <class T>
@@ -53,6 +60,8 @@ extern template std::string starReport(const Star<long double>&, const Vector<lo
 extern template std::string solutionsText(const Array<Star<long double>>&,
                                           const Vector<long double>&);
 extern template void writeSolutions(std::ostream&, const Array<Star<long double>>&,
+                                    const Vector<long double>&);
+extern template void writeSolutions(std::ostream&, const std::vector<StarLine>&,
                                     const Vector<long double>&);
 extern template std::string statusText(const SearchStatus<long double>&);
 

@@ -6,13 +6,19 @@
 // comments may precede the fields 1 to 5 and follow field 5.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "problem/Vanu.h"
 #include "stars/Star.h"
+#include "text/InputText.h"
 #include "text/TextCursor.h"
 
 namespace starsift {
+
+/// The text of the file, nothing without a regular file. A file that can't be read is fatal: it
+/// would be rewritten without its stars.
+std::optional<InputText> readSolText(const std::string& path);
 
 /// Parses one record into a fresh `star`; white space and comments before it must have been
 /// skipped. Returns false if the record has field 1 only, true if it is complete or malformed.

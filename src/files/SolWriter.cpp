@@ -14,24 +14,6 @@ namespace {
 
 constexpr std::string_view fieldSeparator = " | ";
 
-template <class T>
-void appendRecord(std::string& out, const Star<T>& star) {
-  appendText(out, star.x(), fileDigits);
-  out += fieldSeparator;
-  NumberTraits<T>::append(out, star.targetNorm, defaultDigits);
-  out += fieldSeparator;
-  appendText(out, star.targetValues, defaultDigits);
-  out += fieldSeparator;
-  NumberTraits<T>::append(out, star.slackNorm, defaultDigits);
-  out += fieldSeparator;
-  out += std::to_string(star.time);
-  out += fieldSeparator;
-  out += star.paramsText;
-  if (star.versionText.empty()) return;
-  out += fieldSeparator;
-  out += star.versionText;
-}
-
 /// True if the text of `value` with fileDigits reads back as `value`.
 template <class T>
 bool textKeeps(const T& value) {
@@ -42,11 +24,38 @@ bool textKeeps(const T& value) {
   return QQ::parse(text) == NumberConversion<QQ, T>::convert(value);
 }
 
+}  // namespace
+
 template <class T>
-void checkText(const Vector<T>& x) {
+void appendResults(std::string& out, const Vector<T>& targetValues, const Norms<T>& norms) {
+  out += fieldSeparator;
+  NumberTraits<T>::append(out, norms.target, defaultDigits);
+  out += fieldSeparator;
+  appendText(out, targetValues, defaultDigits);
+  out += fieldSeparator;
+  NumberTraits<T>::append(out, norms.slack, defaultDigits);
+  out += fieldSeparator;
+}
+
+template <class T>
+void requireExactText(const Vector<T>& x) {
   if constexpr (NumberTraits<T>::exact) return;
   if (!std::all_of(x.begin(), x.end(), textKeeps<T>))
     throw PrecisionException("Precision lost during write");
+}
+
+namespace {
+
+template <class T>
+void appendRecord(std::string& out, const Star<T>& star) {
+  appendText(out, star.x(), fileDigits);
+  appendResults<T>(out, star.targetValues, {star.targetNorm, star.slackNorm});
+  out += std::to_string(star.time);
+  out += fieldSeparator;
+  out += star.paramsText;
+  if (star.versionText.empty()) return;
+  out += fieldSeparator;
+  out += star.versionText;
 }
 
 }  // namespace
@@ -60,7 +69,7 @@ std::string starText(const Star<T>& star) {
 
 template <class T>
 void requireExactText(const Array<Star<T>>& stars) {
-  for (const Star<T>& star : stars) checkText(star.x());
+  for (const Star<T>& star : stars) requireExactText(star.x());
 }
 
 template <class T>
@@ -76,7 +85,7 @@ WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars,
   std::string line;
   for (const Star<T>& star : stars) {
     // Until commit() the old file is unchanged.
-    checkText(star.x());
+    requireExactText(star.x());
     line.clear();
     appendRecord(line, star);
     line += '\n';
@@ -86,8 +95,24 @@ WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars,
   return {commit, file.identity()};
 }
 
+WrittenFile writeLines(const std::string& path, const std::vector<StarLine>& lines,
+                       const std::optional<FileIdentity>& expected) {
+  const DeferredSignals deferred;
+  ResultFile file(path, expected);
+  for (const StarLine& line : lines) {
+    file.write(line.whole());
+    file.write("\n");
+  }
+  const Commit commit = file.commit();
+  return {commit, file.identity()};
+}
+
 template std::string starText(const Star<long double>&);
 template std::string starText(const Star<QQ>&);
+template void appendResults(std::string&, const Vector<long double>&, const Norms<long double>&);
+template void appendResults(std::string&, const Vector<QQ>&, const Norms<QQ>&);
+template void requireExactText(const Vector<long double>&);
+template void requireExactText(const Vector<QQ>&);
 template void requireExactText(const Array<Star<long double>>&);
 template void requireExactText(const Array<Star<QQ>>&);
 template WrittenFile writeStars(const std::string&, const Array<Star<long double>>&);

@@ -3,9 +3,12 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "files/ResultFile.h"
 #include "stars/Star.h"
+#include "stars/StarLine.h"
+#include "stars/StarNorms.h"
 #include "system/FileIdentity.h"
 
 namespace starsift {
@@ -16,8 +19,15 @@ namespace starsift {
 template <class T>
 std::string starText(const Star<T>& star);
 
-/// Throws PrecisionException "Precision lost during write" if the text of a component of some x
+/// What stands between x and the time in a record, both separators included.
+template <class T>
+void appendResults(std::string& out, const Vector<T>& targetValues, const Norms<T>& norms);
+
+/// Throws PrecisionException "Precision lost during write" if the text of a component of x
 /// wouldn't read back as the same value.
+template <class T>
+void requireExactText(const Vector<T>& x);
+/// The same for all stars.
 template <class T>
 void requireExactText(const Array<Star<T>>& stars);
 
@@ -40,7 +50,14 @@ template <class T>
 WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars,
                        const std::optional<FileIdentity>& expected);
 
+/// The same for stars that are held as lines.
+WrittenFile writeLines(const std::string& path, const std::vector<StarLine>& lines,
+                       const std::optional<FileIdentity>& expected);
+
 extern template std::string starText(const Star<long double>&);
+extern template void appendResults(std::string&, const Vector<long double>&,
+                                   const Norms<long double>&);
+extern template void requireExactText(const Vector<long double>&);
 extern template void requireExactText(const Array<Star<long double>>&);
 extern template WrittenFile writeStars(const std::string&, const Array<Star<long double>>&);
 extern template WrittenFile writeStars(const std::string&, const Array<Star<long double>>&,

@@ -22,10 +22,16 @@ const Vector<QQ>& rationals(const Vector<T>& x, Vector<QQ>& storage) {
 
 }  // namespace
 
-template <class T>
-bool ExactPoint::assign(const Vector<T>& x) {
+SmallPoint& ExactPoint::becomeSmall() {
   scaledIsValid_ = false;
   rationals_.resize(0, false);
+  isSmall_ = true;
+  return small_;
+}
+
+template <class T>
+bool ExactPoint::assign(const Vector<T>& x) {
+  becomeSmall();
   isSmall_ = assignSmall(x);
   if (isSmall_) return true;
   for (const T& component : x)

@@ -30,6 +30,10 @@ class ExactPoint {
   template <class T>
   bool assign(const Vector<T>& x);
 
+  /// Storage for a point of integers below 2^62 in magnitude, to be filled completely; the point
+  /// is the one of this object from now on.
+  SmallPoint& becomeSmall();
+
   /// True if all components are integers below 2^62 in magnitude.
   bool isSmall() const { return isSmall_; }
   /// Only if isSmall().

@@ -113,8 +113,26 @@ StarVerdict<T> StarChecker<T>::judge(const Star<T>& star) {
   if (!isFinite) return judgeByDefinition(problem_, x);
   StarVerdict<T> verdict;
   verdict.isSolution = rowsAdmit();
-  if (verdict.isSolution && !targets_.empty()) computeTargets(verdict);
+  if (verdict.isSolution && !targets_.empty()) {
+    computeTargets();
+    convertTargets(verdict);
+  }
   return verdict;
+}
+
+template <class T>
+const StarVerdict<T>& StarChecker<T>::judgeSmall() {
+  verdict_.isSolution = box_.contains(point_.small()) && rowsAdmit();
+  if (verdict_.isSolution && !targets_.empty()) {
+    computeTargets();
+    convertTargets(verdict_);
+  }
+  return verdict_;
+}
+
+template <class T>
+bool StarChecker<T>::isWellFormed() const {
+  return problem_.rx.dimension() == variableCount() && hasColumns(variableCount());
 }
 
 template <class T>
@@ -127,9 +145,15 @@ bool StarChecker<T>::withinBounds(const Vector<T>& x) const {
 
 template <class T>
 void StarChecker<T>::checkColumns(Index n) const {
-  for (const Matrix<T>* rows : {&problem_.Ag, &problem_.Au, &problem_.At})
-    if (rows->rowCount() > 0 && rows->columnCount() != n)
-      fail("Matrix: mat-vec multiplication dimension mismatch");
+  if (!hasColumns(n)) fail("Matrix: mat-vec multiplication dimension mismatch");
+}
+
+template <class T>
+bool StarChecker<T>::hasColumns(Index n) const {
+  const auto fits = [n](const Matrix<T>* rows) {
+    return rows->rowCount() == 0 || rows->columnCount() == n;
+  };
+  return fits(&problem_.Ag) && fits(&problem_.Au) && fits(&problem_.At);
 }
 
 template <class T>
@@ -140,14 +164,18 @@ bool StarChecker<T>::rowsAdmit() const {
 }
 
 template <class T>
-void StarChecker<T>::computeTargets(StarVerdict<T>& verdict) {
+void StarChecker<T>::computeTargets() {
   std::transform(targets_.begin(), targets_.end(), values_.begin(),
                  [this](const ScaledRow& row) { return row.product(point_); });
-  const Norms<QQ> norms = goalNorms(goals_, values_);
+  norms_ = goalNorms(goals_, values_);
+}
+
+template <class T>
+void StarChecker<T>::convertTargets(StarVerdict<T>& verdict) const {
   using Number = NumberConversion<T, QQ>;
   try {
     verdict.targetValues.convertFrom(values_, false);
-    verdict.norms = {Number::convert(norms.target), Number::convert(norms.slack)};
+    verdict.norms = {Number::convert(norms_.target), Number::convert(norms_.slack)};
   } catch (const PrecisionException&) {
     throw PrecisionException(checkLossText);
   }

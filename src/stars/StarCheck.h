@@ -32,6 +32,18 @@ class StarChecker {
   /// The same without changing the star.
   StarVerdict<T> judge(const Star<T>& star);
 
+  /// Storage for a point of integers, one per variable, to be filled for admitsSmall().
+  SmallPoint& smallPoint() { return point_.becomeSmall(); }
+  /// judge() of the point in smallPoint() in storage that is used again.
+  const StarVerdict<T>& judgeSmall();
+  /// The exact norms of the last solution; 0 without targets.
+  const Norms<QQ>& norms() const { return norms_; }
+
+  /// Number of variables.
+  Index variableCount() const { return problem_.lx.dimension(); }
+  /// Stars of variableCount() components fit the rows and bounds of the problem.
+  bool isWellFormed() const;
+
   /// True if there are values and norms to compute.
   bool hasTargets() const { return !targets_.empty(); }
 
@@ -41,7 +53,10 @@ class StarChecker {
   /// Fatal unless all rows have `n` entries.
   void checkColumns(Index n) const;
   bool rowsAdmit() const;
-  void computeTargets(StarVerdict<T>& verdict);
+  /// Whether the rows have `n` entries each.
+  bool hasColumns(Index n) const;
+  void computeTargets();
+  void convertTargets(StarVerdict<T>& verdict) const;
 
   const Vanu<T>& problem_;
   SmallBox box_;
@@ -49,9 +64,11 @@ class StarChecker {
   std::vector<IntervalTest> intervals_;
   std::vector<CongruenceTest> congruences_;
   std::vector<ScaledRow> targets_;
-  /// The current star, and its target values.
+  /// The current star, and its results.
   ExactPoint point_;
   Vector<QQ> values_;
+  Norms<QQ> norms_;
+  StarVerdict<T> verdict_;
 };
 
 /// Checks the stars from index `first` on and drops those that fail; the order stays. True if

@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <compare>
-#include <map>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -12,25 +10,11 @@
 #include "core/VectorHash.h"
 #include "numbers/Conversion.h"
 #include "numbers/QQ.h"
+#include "stars/VersionOrder.h"
 
 namespace starsift {
 
 namespace {
-
-/// The numbers of a dotted version. Digits are accumulated without a check, so
-/// other characters give whatever the arithmetic gives; overflow wraps. Missing
-/// numbers count as 0, so trailing zeros are dropped.
-std::vector<std::uint64_t> versionNumbers(std::string_view text) {
-  std::vector<std::uint64_t> numbers{0};
-  for (const char c : text) {
-    if (c == '.')
-      numbers.push_back(0);
-    else
-      numbers.back() = numbers.back() * 10 + static_cast<std::uint64_t>(c - '0');
-  }
-  while (!numbers.empty() && numbers.back() == 0) numbers.pop_back();
-  return numbers;
-}
 
 std::strong_ordering compareBytes(std::string_view a, std::string_view b) {
   return a.compare(b) <=> 0;
@@ -114,28 +98,12 @@ StarKey<T> keyOf(const Star<T>& star, std::size_t version) {
   return {&star, star.targetNorm, star.slackNorm, static_cast<std::uint64_t>(star.time), version};
 }
 
-/// Per star the position of its version among all that occur.
-template <class T>
-std::vector<std::size_t> versionRanks(const Array<Star<T>>& stars) {
-  // A file has many stars and few different version texts.
-  std::unordered_map<std::string_view, std::size_t> texts;
-  std::vector<std::size_t> ranks;
-  ranks.reserve(static_cast<std::size_t>(stars.dimension()));
-  for (const Star<T>& star : stars)
-    ranks.push_back(texts.try_emplace(star.versionText, texts.size()).first->second);
-  std::map<std::vector<std::uint64_t>, std::size_t> order;
-  for (const auto& [text, index] : texts) order.emplace(versionNumbers(text), 0);
-  std::size_t next = 0;
-  for (auto& [numbers, rank] : order) rank = next++;
-  std::vector<std::size_t> rankOfText(texts.size());
-  for (const auto& [text, index] : texts) rankOfText[index] = order.at(versionNumbers(text));
-  for (std::size_t& rank : ranks) rank = rankOfText[rank];
-  return ranks;
-}
-
 template <class T>
 std::vector<StarKey<T>> keysOf(const Array<Star<T>>& stars) {
-  const std::vector<std::size_t> versions = versionRanks(stars);
+  std::vector<std::string_view> texts;
+  texts.reserve(static_cast<std::size_t>(stars.dimension()));
+  for (const Star<T>& star : stars) texts.emplace_back(star.versionText);
+  const std::vector<std::size_t> versions = versionRanks(texts);
   std::vector<StarKey<T>> keys;
   keys.reserve(versions.size());
   auto version = versions.begin();

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
+#include <utility>
 
 #include "system/Console.h"
 
@@ -44,8 +45,8 @@ void failErrno(std::string_view message) {
   reportAndEnd(message);
 }
 
-void setFailureHandler(FailureHandler handler) {
-  currentHandler = handler;
+FailureHandler setFailureHandler(FailureHandler handler) {
+  return std::exchange(currentHandler, handler);
 }
 
 void setFailureRemark(FailureRemark remark) {

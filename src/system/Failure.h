@@ -24,8 +24,8 @@ namespace starsift {
 using FailureHandler = void (*)(std::string_view message);
 
 /// Makes fail() and failErrno() call `handler` from now on; null: call none, as at the
-/// start of the process. A host sets it once, before it starts threads.
-void setFailureHandler(FailureHandler handler);
+/// start of the process. Returns the former one. Not while other threads run.
+FailureHandler setFailureHandler(FailureHandler handler);
 
 /// The line that belongs under the report of `message`, without line feed; empty for
 /// none. Some reports are bad news about the input, others are an answer, and only the

@@ -74,6 +74,7 @@ std::optional<InputText> readFileText(const FilePlace& place) {
     buffer.size += static_cast<std::size_t>(count);
     if (buffer.size == buffer.capacity) buffer.grow();
   }
+  buffer.bytes[buffer.size] = '\0';
   return InputText(std::move(buffer.bytes), buffer.size);
 }
 

@@ -11,9 +11,11 @@
 
 namespace starsift {
 
-/// Owns a copy of the bytes of a file.
+/// Owns a copy of the bytes of a file. A zero byte follows them, so that a scan which ends at a
+/// character of a kind needs no other end.
 class InputText {
  public:
+  /// `bytes` has the zero byte at index `size`.
   InputText(std::unique_ptr<char[]> bytes, std::size_t size)
       : bytes_(std::move(bytes)), size_(size) {}
   std::string_view view() const { return {bytes_.get(), size_}; }

@@ -38,7 +38,11 @@ std::string trimRight(std::string_view text, std::string_view characters) {
 }
 
 std::string trim(std::string_view text, std::string_view characters) {
-  return std::string(withoutTail(withoutHead(text, characters), characters));
+  return std::string(trimmed(text, characters));
+}
+
+std::string_view trimmed(std::string_view text, std::string_view characters) {
+  return withoutTail(withoutHead(text, characters), characters);
 }
 
 bool endsWith(std::string_view text, std::string_view suffix) {

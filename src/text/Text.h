@@ -1,4 +1,4 @@
-// Functions on text. All return new strings; characters are bytes.
+// Functions on text; characters are bytes.
 #pragma once
 
 #include <string>
@@ -16,6 +16,9 @@ std::string replaceAll(std::string_view text, std::string_view from, std::string
 std::string trimLeft(std::string_view text, std::string_view characters = trimmedCharacters);
 std::string trimRight(std::string_view text, std::string_view characters = trimmedCharacters);
 std::string trim(std::string_view text, std::string_view characters = trimmedCharacters);
+
+/// trim() as a part of `text`.
+std::string_view trimmed(std::string_view text, std::string_view characters = trimmedCharacters);
 
 /// Case-sensitive; false if the suffix is longer than the text.
 bool endsWith(std::string_view text, std::string_view suffix);

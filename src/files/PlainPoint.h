@@ -1,0 +1,17 @@
+// Reading points of short integers in canonical form, nearly all that a solution file holds.
+#pragma once
+
+#include "stars/ExactPoint.h"
+
+namespace starsift {
+
+/// Reads "[ 1 -2 3 ]": a blank behind each component and no other blanks, integers of at most 16
+/// digits without sign +, leading zeros or -0. The number of components is that of `point`, whose
+/// magnitude is set too. Returns the position behind the bracket, or null if the text has another
+/// form; `point` may have changed then. A zero byte follows the text.
+const char* scanPlainPoint(const char* text, SmallPoint& point);
+
+/// Reads one integer of that form. Returns the position behind it, or null.
+const char* scanPlainInteger(const char* text, std::int64_t& value);
+
+}  // namespace starsift

@@ -1,0 +1,352 @@
+#include "files/StarLines.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstring>
+#include <exception>
+#include <iterator>
+#include <limits>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+#include "files/PlainPoint.h"
+#include "files/RecordReader.h"
+#include "files/SolWriter.h"
+#include "numbers/Conversion.h"
+#include "stars/StarCheck.h"
+#include "system/Exceptions.h"
+#include "system/Failure.h"
+#include "text/TextCursor.h"
+
+namespace starsift {
+
+namespace {
+
+/// Thrown where only a reader of stars knows what to do. Not a GeneralException, because after
+/// these a reader of records goes on.
+struct NotPlain {};
+
+/// Makes fatal reports throw NotPlain for its lifetime.
+class FailuresThrow {
+ public:
+  FailuresThrow() : former_(setFailureHandler([](std::string_view) { throw NotPlain(); })) {}
+  FailuresThrow(const FailuresThrow&) = delete;
+  FailuresThrow& operator=(const FailuresThrow&) = delete;
+  ~FailuresThrow() { setFailureHandler(former_); }
+
+ private:
+  FailureHandler former_;
+};
+
+constexpr std::string_view separator = " | ";
+/// From this magnitude on a long double has an exponent in a report.
+constexpr std::int64_t longNumber = 1'000'000;
+
+/// Returns the position behind `expected`, or null if something else stands at `text`. A zero byte
+/// follows the text and isn't in `expected`.
+const char* skip(const char* text, std::string_view expected) {
+  return std::strncmp(text, expected.data(), expected.size()) == 0 ? text + expected.size()
+                                                                   : nullptr;
+}
+
+/// Skips " | 5 | [ 5 7 ] | 0 | " with plain integers in any number; null if that isn't there.
+const char* skipPlainResults(const char* text) {
+  std::int64_t ignored = 0;
+  const auto number = [&] { text = text == nullptr ? text : scanPlainInteger(text, ignored); };
+  const auto mark = [&](std::string_view expected) {
+    text = text == nullptr ? text : skip(text, expected);
+  };
+  mark(separator);
+  number();
+  mark(" | [ ");
+  while (text != nullptr && *text != ']') {
+    number();
+    mark(" ");
+  }
+  mark("] | ");
+  number();
+  mark(separator);
+  return text;
+}
+
+/// Reads the records of a part of a solution file.
+template <class T>
+class LineReader {
+ public:
+  /// `problem` must outlive the reader.
+  explicit LineReader(const Vanu<T>& problem) : checker_(problem) {}
+
+  bool isWellFormed() const { return checker_.isWellFormed(); }
+
+  /// Reads records from `begin`, where one may begin, until one begins at or behind `limit`, and
+  /// adds their lines. Returns the position of that, or `end`, where the text ends.
+  const char* read(const char* begin, const char* limit, const char* end,
+                   std::vector<StarLine>& lines, std::pmr::memory_resource& arena) {
+    lines_ = &lines;
+    arena_ = &arena;
+    end_ = end;
+    TextCursor source(std::string_view(begin, static_cast<std::size_t>(end - begin)));
+    for (skipWithComments(source); position(source) < limit; skipWithComments(source))
+      if (!readPlain(source)) readAnyForm(source);
+    return position(source);
+  }
+
+ private:
+  static const char* position(const TextCursor& source) { return source.rest().data(); }
+
+  /// Reads a record of integers in canonical form; only its results may be out of date. False, and
+  /// nothing is read, if it has another form.
+  bool readPlain(TextCursor& source);
+  /// Adds the line of a right star that stands from `start` up to the `texts`; `results` is the
+  /// position of field 2, up to date or not.
+  void addPlain(const char* start, const char* results, std::int64_t time, const RecordTexts& texts,
+                std::string_view whole, bool isCurrent);
+  void readAnyForm(TextCursor& source);
+  void add(const Star<T>& star);
+  /// Copies a text that isn't in the input.
+  std::string_view stored(std::string_view text);
+  StarLine& append(std::string_view text, std::size_t xSize, const RecordTexts& texts,
+                   std::int64_t time);
+
+  StarChecker<T> checker_;
+  RecordReader<T, QQ> records_;
+  /// Fields 2 to 4 of the current star, with their separators.
+  std::string results_;
+  std::string line_;
+  std::vector<StarLine>* lines_ = nullptr;
+  std::pmr::memory_resource* arena_ = nullptr;
+  const char* end_ = nullptr;
+};
+
+template <class T>
+bool LineReader<T>::readPlain(TextCursor& source) {
+  const char* const start = position(source);
+  SmallPoint& point = checker_.smallPoint();
+  point.components.resize(static_cast<std::size_t>(checker_.variableCount()));
+  const char* const results = scanPlainPoint(start, point);
+  if (results == nullptr || point.components.empty()) return false;
+  const StarVerdict<T>& verdict = checker_.judgeSmall();
+  const char* behind = nullptr;
+  if (verdict.isSolution) {
+    results_.clear();
+    appendResults(results_, verdict.targetValues, verdict.norms);
+    behind = skip(results, results_);
+  }
+  const bool isCurrent = behind != nullptr;
+  // Without targets the results of the file stay.
+  if (!isCurrent && checker_.hasTargets()) behind = skipPlainResults(results);
+  if (behind == nullptr) return false;
+  std::int64_t time = 0;
+  behind = scanPlainInteger(behind, time);
+  if (behind == nullptr || time < unknownTime) return false;
+  behind = skip(behind, separator);
+  if (behind == nullptr) return false;
+  source.advance(static_cast<std::size_t>(behind - start));
+  const RecordTexts texts = readRecordTexts(source);
+  if (!verdict.isSolution) return true;
+  const char* lineEnd = position(source);
+  if (lineEnd[-1] == '\n') --lineEnd;
+  addPlain(start, results, time, texts,
+           std::string_view(start, static_cast<std::size_t>(lineEnd - start)), isCurrent);
+  return true;
+}
+
+template <class T>
+void LineReader<T>::addPlain(const char* start, const char* results, std::int64_t time,
+                             const RecordTexts& texts, std::string_view whole, bool isCurrent) {
+  const auto xSize = static_cast<std::size_t>(results - start);
+  line_.assign(results_);
+  line_ += std::to_string(time);
+  line_ += separator;
+  line_ += texts.params;
+  if (!texts.version.empty()) {
+    line_ += separator;
+    line_ += texts.version;
+  }
+  if (!isCurrent || whole.substr(xSize) != line_) {
+    line_.insert(0, start, xSize);
+    whole = stored(line_);
+  }
+  StarLine& line = append(whole, xSize, texts, time);
+  line.targetNorm = checker_.norms().target;
+  line.slackNorm = checker_.norms().slack;
+  line.hasLongNumbers =
+      !NumberTraits<T>::exact && checker_.smallPoint().magnitude >= longNumber;
+}
+
+template <class T>
+void LineReader<T>::readAnyForm(TextCursor& source) {
+  const char* const start = position(source);
+  Star<T> star;
+  const bool isComplete = records_.read(star, source);
+  // Text that isn't a record and was not consumed would be read again for ever.
+  if (position(source) == start) takeLine(source);
+  if (star.dimension() == 0 && isComplete) return;
+  if (star.dimension() != checker_.variableCount() ||
+      std::any_of(star.begin(), star.end(), NumberTraits<T>::isInfinite))
+    throw NotPlain();
+  if (checker_.check(star)) add(star);
+}
+
+template <class T>
+void LineReader<T>::add(const Star<T>& star) {
+  requireExactText(star.x());
+  const std::string_view text = stored(starText(star));
+  StarLine& line =
+      append(text, text.find(']') + 1, {star.paramsText, star.versionText}, star.time);
+  using Exact = NumberConversion<QQ, T>;
+  line.targetNorm = Exact::convert(star.targetNorm);
+  line.slackNorm = Exact::convert(star.slackNorm);
+  line.hasLongNumbers = !NumberTraits<T>::exact;
+}
+
+template <class T>
+std::string_view LineReader<T>::stored(std::string_view text) {
+  char* const copy = static_cast<char*>(arena_->allocate(text.size(), 1));
+  std::memcpy(copy, text.data(), text.size());
+  return {copy, text.size()};
+}
+
+template <class T>
+StarLine& LineReader<T>::append(std::string_view text, std::size_t xSize, const RecordTexts& texts,
+                                std::int64_t time) {
+  if (text.size() > std::numeric_limits<std::uint32_t>::max()) throw NotPlain();
+  const std::size_t versionSize = texts.version.size();
+  const std::size_t versionPart = versionSize > 0 ? separator.size() + versionSize : 0;
+  StarLine& line = lines_->emplace_back();
+  line.text = text.data();
+  line.size = static_cast<std::uint32_t>(text.size());
+  line.xSize = static_cast<std::uint32_t>(xSize);
+  line.paramsSize = static_cast<std::uint32_t>(texts.params.size());
+  line.paramsStart = static_cast<std::uint32_t>(text.size() - versionPart) - line.paramsSize;
+  line.versionSize = static_cast<std::uint32_t>(versionSize);
+  line.time = static_cast<std::uint64_t>(time);
+  line.hash = hashOfText(line.x());
+  return line;
+}
+
+}  // namespace
+namespace {
+
+/// Bytes of a part of the input at least: below that a thread costs more than it saves.
+constexpr std::size_t partSize = std::size_t{1} << 20U;
+/// Parts for each thread, so that one that is slower reads fewer.
+constexpr std::size_t partsPerThread = 4;
+
+/// Where parts of the text begin, each at the head of a line that may begin with a record; and the
+/// end of the text.
+std::vector<const char*> borders(std::string_view text, unsigned threads) {
+  const std::size_t most = threads > 1 ? threads * partsPerThread : 1;
+  const std::size_t count = std::clamp<std::size_t>(text.size() / partSize, 1, most);
+  std::vector<const char*> result{text.data()};
+  for (std::size_t i = 1; i < count; ++i) {
+    const std::size_t hit = text.find("\n[", i * (text.size() / count));
+    if (hit == std::string_view::npos) break;
+    const char* const head = text.data() + hit + 1;
+    if (head > result.back()) result.push_back(head);
+  }
+  result.push_back(text.data() + text.size());
+  return result;
+}
+
+/// Reads the parts of a text, some of them at a time.
+template <class T>
+class PartReaders {
+ public:
+  PartReaders(const LineReader<T>& reader, std::vector<const char*> borders)
+      : reader_(reader), borders_(std::move(borders)), parts_(borders_.size() - 1) {}
+
+  /// False if the parts can't be told apart, or a record needs a reader of stars.
+  bool read(unsigned threads) {
+    std::vector<std::thread> helpers;
+    try {
+      while (helpers.size() + 1 < std::min<std::size_t>(threads, parts_.size()))
+        helpers.emplace_back([this] { readSome(); });
+    } catch (const std::system_error&) {
+      // As many as the system grants.
+    }
+    readSome();
+    for (std::thread& helper : helpers) helper.join();
+    if (problem_) std::rethrow_exception(problem_);
+    return !failed_;
+  }
+
+  StarLines result() {
+    StarLines all;
+    std::size_t count = 0;
+    for (const Part& part : parts_) count += part.lines.size();
+    all.lines = std::move(parts_.front().lines);
+    all.lines.reserve(count);
+    for (Part& part : parts_) {
+      all.arenas.push_back(std::move(part.arena));
+      std::move(part.lines.begin(), part.lines.end(), std::back_inserter(all.lines));
+      part.lines = {};
+    }
+    return all;
+  }
+
+ private:
+  struct Part {
+    std::vector<StarLine> lines;
+    std::unique_ptr<std::pmr::monotonic_buffer_resource> arena =
+        std::make_unique<std::pmr::monotonic_buffer_resource>();
+  };
+
+  /// Reads parts that nobody reads until none is left.
+  void readSome() {
+    try {
+      LineReader<T> reader(reader_);
+      for (std::size_t i = next_++; i < parts_.size() && !failed_; i = next_++) readPart(reader, i);
+    } catch (const NotPlain&) {
+      failed_ = true;
+    } catch (const GeneralException&) {
+      failed_ = true;
+    } catch (...) {
+      keepFirst(std::current_exception());
+    }
+  }
+
+  void readPart(LineReader<T>& reader, std::size_t i) {
+    const char* const next = borders_[i + 1];
+    Part& part = parts_[i];
+    if (reader.read(borders_[i], next, borders_.back(), part.lines, *part.arena) != next)
+      throw NotPlain();
+  }
+
+  void keepFirst(std::exception_ptr problem) {
+    if (!failed_.exchange(true)) problem_ = std::move(problem);
+  }
+
+  const LineReader<T>& reader_;
+  std::vector<const char*> borders_;
+  std::vector<Part> parts_;
+  std::atomic<std::size_t> next_ = 0;
+  std::atomic<bool> failed_ = false;
+  std::exception_ptr problem_;
+};
+
+}  // namespace
+
+template <class T>
+std::optional<StarLines> readRightStars(const InputText& text, const Vanu<T>& problem,
+                                        unsigned threads) {
+  const FailuresThrow throwing;
+  try {
+    const LineReader<T> reader(problem);
+    if (!reader.isWellFormed()) return std::nullopt;
+    PartReaders<T> parts(reader, borders(text.view(), threads));
+    if (!parts.read(threads)) return std::nullopt;
+    return parts.result();
+  } catch (const NotPlain&) {
+    return std::nullopt;
+  }
+}
+
+template std::optional<StarLines> readRightStars(const InputText&, const Vanu<long double>&,
+                                                 unsigned);
+template std::optional<StarLines> readRightStars(const InputText&, const Vanu<QQ>&, unsigned);
+
+}  // namespace starsift

@@ -1,0 +1,34 @@
+// The right stars of a solution file as lines: what remains of a star is its text in the file that
+// was read and a hundred bytes, so that files of many gigabytes fit into memory.
+#pragma once
+
+#include <memory>
+#include <memory_resource>
+#include <optional>
+#include <vector>
+
+#include "problem/Vanu.h"
+#include "stars/StarLine.h"
+#include "text/InputText.h"
+
+namespace starsift {
+
+/// Lines and the storage of those that aren't in the input.
+struct StarLines {
+  std::vector<StarLine> lines;
+  /// One for each part of the input.
+  std::vector<std::unique_ptr<std::pmr::monotonic_buffer_resource>> arenas;
+};
+
+/// Reads the stars of a solution file and checks them as checkStars() does after readStars(), in
+/// the form of T and in the order of the file, on up to `threads` threads. `text` must outlive the
+/// result; threads >= 1.
+///
+/// Nothing if the lines would say less than stars: a star that T can't hold or whose text can't be
+/// read back, one with infinite components, one of another length, and everything that is fatal to
+/// a reader of stars, in particular in a text that threads can't divide at its line ends.
+template <class T>
+std::optional<StarLines> readRightStars(const InputText& text, const Vanu<T>& problem,
+                                        unsigned threads);
+
+}  // namespace starsift

@@ -1,0 +1,43 @@
+// A right star as the line that stands for it in a solution file, without its vector.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "numbers/QQ.h"
+
+namespace starsift {
+
+/// One line in canonical form, without its line feed: equal points have equal texts. About a
+/// hundred bytes beside the text, which belongs to somebody else and must outlive the line.
+struct StarLine {
+  std::string_view x() const { return {text, xSize}; }
+  std::string_view params() const { return {text + paramsStart, paramsSize}; }
+  /// May be empty.
+  std::string_view version() const { return {text + size - versionSize, versionSize}; }
+  std::string_view whole() const { return {text, size}; }
+
+  const char* text = nullptr;
+  std::uint32_t size = 0;
+  /// x begins the line.
+  std::uint32_t xSize = 0;
+  std::uint32_t paramsStart = 0;
+  std::uint32_t paramsSize = 0;
+  /// The version ends the line.
+  std::uint32_t versionSize = 0;
+  /// Position of the version among those of all lines: higher is a higher version.
+  std::uint32_t versionRank = 0;
+  /// Seconds as unsigned, so that an unknown time, -1, comes last.
+  std::uint64_t time = 0;
+  /// Of the text of x.
+  std::uint64_t hash = 0;
+  QQ targetNorm;
+  QQ slackNorm;
+  /// A component has more than six characters, so that a report in long double may round it.
+  bool hasLongNumbers = false;
+};
+
+/// Hash of a text for the search for equal ones.
+std::uint64_t hashOfText(std::string_view text);
+
+}  // namespace starsift
