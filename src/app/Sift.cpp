@@ -56,7 +56,8 @@ bool write(const TidyLines& lines, const std::string& solFile) {
 void addStars(YLattice<long double>& lattice, const StarLines& lines) {
   Array<Star<QQ>> stars;
   for (const StarLine& line : lines.lines) {
-    TextCursor source(line.whole());
+    const std::string text = std::string(line.x()).append(line.rest());
+    TextCursor source(text);
     Star<QQ> star;
     readStar(star, source);
     append(stars, std::move(star));

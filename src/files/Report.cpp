@@ -119,11 +119,11 @@ void appendRounded(std::string& out, std::string_view x) {
   out += x;
 }
 
-/// Takes the text before `mark` off the line, and the mark.
-std::string_view takeField(std::string_view& line, std::string_view mark) {
-  const std::size_t size = line.find(mark);
-  const std::string_view field = line.substr(0, size);
-  line.remove_prefix(size + mark.size());
+/// Takes the text before `mark` off `rest`, and the mark.
+std::string_view takeField(std::string_view& rest, std::string_view mark) {
+  const std::size_t size = rest.find(mark);
+  const std::string_view field = rest.substr(0, size);
+  rest.remove_prefix(size + mark.size());
   return field;
 }
 
@@ -135,8 +135,7 @@ void appendReport(std::string& out, const StarLine& line, const std::vector<std:
     out += line.x();
   out += "\n\n";
   if (line.slackNorm == QQ::minusOne()) return;
-  std::string_view rest = line.whole();
-  rest.remove_prefix(line.xSize);
+  std::string_view rest = line.rest();
   takeField(rest, " | ");
   const std::string_view targetNorm = takeField(rest, " | [ ");
   const std::string_view values = takeField(rest, "] | ");

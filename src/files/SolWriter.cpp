@@ -100,7 +100,8 @@ WrittenFile writeLines(const std::string& path, const std::vector<StarLine>& lin
   const DeferredSignals deferred;
   ResultFile file(path, expected);
   for (const StarLine& line : lines) {
-    file.write(line.whole());
+    file.write(line.x());
+    file.write(line.rest());
     file.write("\n");
   }
   const Commit commit = file.commit();

@@ -19,6 +19,7 @@
 #include "stars/StarCheck.h"
 #include "system/Exceptions.h"
 #include "system/Failure.h"
+#include "text/IntegerText.h"
 #include "text/TextCursor.h"
 
 namespace starsift {
@@ -72,6 +73,12 @@ const char* skipPlainResults(const char* text) {
   return text;
 }
 
+/// Sizes of lines have 32 bits.
+std::uint32_t narrow(std::size_t size) {
+  if (size > std::numeric_limits<std::uint32_t>::max()) throw NotPlain();
+  return static_cast<std::uint32_t>(size);
+}
+
 /// Reads the records of a part of a solution file.
 template <class T>
 class LineReader {
@@ -100,22 +107,21 @@ class LineReader {
   /// Reads a record of integers in canonical form; only its results may be out of date. False, and
   /// nothing is read, if it has another form.
   bool readPlain(TextCursor& source);
-  /// Adds the line of a right star that stands from `start` up to the `texts`; `results` is the
-  /// position of field 2, up to date or not.
-  void addPlain(const char* start, const char* results, std::int64_t time, const RecordTexts& texts,
-                std::string_view whole, bool isCurrent);
+  /// Adds the line of a right star: `x` and `rest` stand in the input, `rest` up to date or not.
+  void addPlain(std::string_view x, std::string_view rest, bool isCurrent, std::int64_t time,
+                const RecordTexts& texts);
   void readAnyForm(TextCursor& source);
   void add(const Star<T>& star);
   /// Copies a text that isn't in the input.
   std::string_view stored(std::string_view text);
-  StarLine& append(std::string_view text, std::size_t xSize, const RecordTexts& texts,
+  StarLine& append(std::string_view x, std::string_view rest, const RecordTexts& texts,
                    std::int64_t time);
 
   StarChecker<T> checker_;
   RecordReader<T, QQ> records_;
   /// Fields 2 to 4 of the current star, with their separators.
   std::string results_;
-  std::string line_;
+  std::string rest_;
   std::vector<StarLine>* lines_ = nullptr;
   std::pmr::memory_resource* arena_ = nullptr;
   const char* end_ = nullptr;
@@ -149,32 +155,26 @@ bool LineReader<T>::readPlain(TextCursor& source) {
   if (!verdict.isSolution) return true;
   const char* lineEnd = position(source);
   if (lineEnd[-1] == '\n') --lineEnd;
-  addPlain(start, results, time, texts,
-           std::string_view(start, static_cast<std::size_t>(lineEnd - start)), isCurrent);
+  addPlain({start, results}, {results, lineEnd}, isCurrent, time, texts);
   return true;
 }
 
 template <class T>
-void LineReader<T>::addPlain(const char* start, const char* results, std::int64_t time,
-                             const RecordTexts& texts, std::string_view whole, bool isCurrent) {
-  const auto xSize = static_cast<std::size_t>(results - start);
-  line_.assign(results_);
-  line_ += std::to_string(time);
-  line_ += separator;
-  line_ += texts.params;
+void LineReader<T>::addPlain(std::string_view x, std::string_view rest, bool isCurrent,
+                             std::int64_t time, const RecordTexts& texts) {
+  rest_.assign(results_);
+  appendInteger(rest_, time);
+  rest_ += separator;
+  rest_ += texts.params;
   if (!texts.version.empty()) {
-    line_ += separator;
-    line_ += texts.version;
+    rest_ += separator;
+    rest_ += texts.version;
   }
-  if (!isCurrent || whole.substr(xSize) != line_) {
-    line_.insert(0, start, xSize);
-    whole = stored(line_);
-  }
-  StarLine& line = append(whole, xSize, texts, time);
+  if (!isCurrent || rest != rest_) rest = stored(rest_);
+  StarLine& line = append(x, rest, texts, time);
   line.targetNorm = checker_.norms().target;
   line.slackNorm = checker_.norms().slack;
-  line.hasLongNumbers =
-      !NumberTraits<T>::exact && checker_.smallPoint().magnitude >= longNumber;
+  line.hasLongNumbers = !NumberTraits<T>::exact && checker_.smallPoint().magnitude >= longNumber;
 }
 
 template <class T>
@@ -195,8 +195,9 @@ template <class T>
 void LineReader<T>::add(const Star<T>& star) {
   requireExactText(star.x());
   const std::string_view text = stored(starText(star));
-  StarLine& line =
-      append(text, text.find(']') + 1, {star.paramsText, star.versionText}, star.time);
+  const std::size_t xSize = text.find(']') + 1;
+  StarLine& line = append(text.substr(0, xSize), text.substr(xSize),
+                          {star.paramsText, star.versionText}, star.time);
   using Exact = NumberConversion<QQ, T>;
   line.targetNorm = Exact::convert(star.targetNorm);
   line.slackNorm = Exact::convert(star.slackNorm);
@@ -211,25 +212,23 @@ std::string_view LineReader<T>::stored(std::string_view text) {
 }
 
 template <class T>
-StarLine& LineReader<T>::append(std::string_view text, std::size_t xSize, const RecordTexts& texts,
-                                std::int64_t time) {
-  if (text.size() > std::numeric_limits<std::uint32_t>::max()) throw NotPlain();
+StarLine& LineReader<T>::append(std::string_view x, std::string_view rest,
+                                const RecordTexts& texts, std::int64_t time) {
   const std::size_t versionSize = texts.version.size();
   const std::size_t versionPart = versionSize > 0 ? separator.size() + versionSize : 0;
   StarLine& line = lines_->emplace_back();
-  line.text = text.data();
-  line.size = static_cast<std::uint32_t>(text.size());
-  line.xSize = static_cast<std::uint32_t>(xSize);
-  line.paramsSize = static_cast<std::uint32_t>(texts.params.size());
-  line.paramsStart = static_cast<std::uint32_t>(text.size() - versionPart) - line.paramsSize;
-  line.versionSize = static_cast<std::uint32_t>(versionSize);
+  line.xText = x.data();
+  line.restText = rest.data();
+  line.xSize = narrow(x.size());
+  line.restSize = narrow(rest.size());
+  line.paramsSize = narrow(texts.params.size());
+  line.paramsStart = narrow(rest.size() - versionPart) - line.paramsSize;
+  line.versionSize = narrow(versionSize);
   line.time = static_cast<std::uint64_t>(time);
-  line.hash = hashOfText(line.x());
+  line.hash = hashOfText(x);
   return line;
 }
 
-}  // namespace
-namespace {
 
 /// Bytes of a part of the input at least: below that a thread costs more than it saves.
 constexpr std::size_t partSize = std::size_t{1} << 20U;

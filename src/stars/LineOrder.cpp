@@ -69,7 +69,7 @@ bool sortLines(std::vector<StarLine>& lines) {
   if (!std::is_sorted(lines.begin(), lines.end(), less))
     std::sort(lines.begin(), lines.end(), less);
   const auto isOpen = [](const StarLine& a, const StarLine& b) {
-    return compareLines(a, b) == 0 && a.whole() != b.whole();
+    return compareLines(a, b) == 0 && a.rest() != b.rest();
   };
   return std::adjacent_find(lines.begin(), lines.end(), isOpen) == lines.end();
 }

@@ -8,19 +8,20 @@
 
 namespace starsift {
 
-/// One line in canonical form, without its line feed: equal points have equal texts. About a
-/// hundred bytes beside the text, which belongs to somebody else and must outlive the line.
+/// One line in canonical form, without its line feed, in two pieces: equal points have equal texts.
+/// About a hundred bytes beside the texts, which belong to somebody else and must outlive the line.
 struct StarLine {
-  std::string_view x() const { return {text, xSize}; }
-  std::string_view params() const { return {text + paramsStart, paramsSize}; }
+  std::string_view x() const { return {xText, xSize}; }
+  /// Everything behind x.
+  std::string_view rest() const { return {restText, restSize}; }
+  std::string_view params() const { return {restText + paramsStart, paramsSize}; }
   /// May be empty.
-  std::string_view version() const { return {text + size - versionSize, versionSize}; }
-  std::string_view whole() const { return {text, size}; }
+  std::string_view version() const { return {restText + restSize - versionSize, versionSize}; }
 
-  const char* text = nullptr;
-  std::uint32_t size = 0;
-  /// x begins the line.
+  const char* xText = nullptr;
+  const char* restText = nullptr;
   std::uint32_t xSize = 0;
+  std::uint32_t restSize = 0;
   std::uint32_t paramsStart = 0;
   std::uint32_t paramsSize = 0;
   /// The version ends the line.
