@@ -1,6 +1,7 @@
 #include "files/PlainPoint.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace starsift {
 
@@ -26,7 +27,57 @@ const char* scanDigits(const char* text, std::int64_t& value) {
   return text;
 }
 
+/// An integer of at most `most` digits without a leading zero, or 0. Null if it isn't there.
+template <class Integer>
+const char* scanWhole(const char* text, int most, Integer& value) {
+  value = 0;
+  const char* const first = text;
+  if (*text == '0') return text + 1;
+  for (unsigned digit = digitAt(text); digit <= 9; digit = digitAt(++text)) {
+    if (text - first == most) return nullptr;
+    value = 10 * value + digit;
+  }
+  return text == first ? nullptr : text;
+}
+
+/// "1/3" in lowest terms, between 0 and 1.
+const char* scanFraction(const char* text, MixedNumber& number) {
+  // Of a denominator below 2^62.
+  constexpr int mostFractionDigits = 18;
+  text = scanWhole(text, mostFractionDigits, number.numerator);
+  if (text == nullptr || *text != '/') return nullptr;
+  text = scanWhole(text + 1, mostFractionDigits, number.denominator);
+  const bool isPlain = number.numerator > 0 && number.numerator < number.denominator &&
+                       std::gcd(number.numerator, number.denominator) == 1;
+  return isPlain ? text : nullptr;
+}
+
+const char* scanMixedNumber(const char* text, MixedNumber& number) {
+  // Of an integer below 2^127.
+  constexpr int mostWholeDigits = 38;
+  number = {};
+  number.isNegative = *text == '-';
+  if (number.isNegative) ++text;
+  const char* const first = text;
+  text = scanWhole(text, mostWholeDigits, number.whole);
+  if (text == nullptr) return nullptr;
+  if (*text == ' ') return number.isNegative && number.whole == 0 ? nullptr : text;
+  if (*text == ':') return number.whole == 0 ? nullptr : scanFraction(text + 1, number);
+  number.whole = 0;
+  return *text == '/' ? scanFraction(first, number) : nullptr;
+}
+
 }  // namespace
+
+const char* scanPlainPoint(const char* text, std::span<MixedNumber> components) {
+  if (text[0] != '[' || text[1] != ' ') return nullptr;
+  text += 2;
+  for (MixedNumber& component : components) {
+    text = scanMixedNumber(text, component);
+    if (text == nullptr || *text++ != ' ') return nullptr;
+  }
+  return *text == ']' ? text + 1 : nullptr;
+}
 
 const char* scanPlainInteger(const char* text, std::int64_t& value) {
   const bool isNegative = *text == '-';

@@ -1,6 +1,9 @@
 // Reading points of short integers in canonical form, nearly all that a solution file holds.
 #pragma once
 
+#include <cstdint>
+#include <span>
+
 #include "stars/ExactPoint.h"
 
 namespace starsift {
@@ -11,7 +14,11 @@ namespace starsift {
 /// form; `point` may have changed then. A zero byte follows the text.
 const char* scanPlainPoint(const char* text, SmallPoint& point);
 
-/// Reads one integer of that form. Returns the position behind it, or null.
+/// The same for exact numbers: components may be fractions in lowest terms, "2:1/3" or "1/3", with
+/// numerators and denominators of at most 18 digits, and integers may have 38 digits.
+const char* scanPlainPoint(const char* text, std::span<MixedNumber> components);
+
+/// Reads one integer of the form of the first. Returns the position behind it, or null.
 const char* scanPlainInteger(const char* text, std::int64_t& value);
 
 }  // namespace starsift

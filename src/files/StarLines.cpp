@@ -104,7 +104,9 @@ class LineReader {
  private:
   static const char* position(const TextCursor& source) { return source.rest().data(); }
 
-  /// Reads a record of integers in canonical form; only its results may be out of date. False, and
+  /// Reads a point in canonical form into the checker. Returns the position behind it, or null.
+  const char* scanPoint(const char* text);
+  /// Reads a record whose point has canonical form; only its results may be out of date. False, and
   /// nothing is read, if it has another form.
   bool readPlain(TextCursor& source);
   /// Adds the line of a right star: `x` and `rest` stand in the input, `rest` up to date or not.
@@ -119,6 +121,9 @@ class LineReader {
 
   StarChecker<T> checker_;
   RecordReader<T, QQ> records_;
+  std::vector<MixedNumber> mixed_;
+  /// As in the line of the current star.
+  bool hasLongNumbers_ = false;
   /// Fields 2 to 4 of the current star, with their separators.
   std::string results_;
   std::string rest_;
@@ -128,13 +133,24 @@ class LineReader {
 };
 
 template <class T>
+const char* LineReader<T>::scanPoint(const char* text) {
+  const auto size = static_cast<std::size_t>(checker_.variableCount());
+  SmallPoint& small = checker_.point().becomeSmall();
+  small.components.resize(size);
+  const char* const behind = scanPlainPoint(text, small);
+  hasLongNumbers_ = !NumberTraits<T>::exact && small.magnitude >= longNumber;
+  if (behind != nullptr || !NumberTraits<T>::exact) return behind;
+  mixed_.resize(size);
+  const char* const behindMixed = scanPlainPoint(text, mixed_);
+  return behindMixed != nullptr && checker_.point().assign(mixed_) ? behindMixed : nullptr;
+}
+
+template <class T>
 bool LineReader<T>::readPlain(TextCursor& source) {
   const char* const start = position(source);
-  SmallPoint& point = checker_.smallPoint();
-  point.components.resize(static_cast<std::size_t>(checker_.variableCount()));
-  const char* const results = scanPlainPoint(start, point);
-  if (results == nullptr || point.components.empty()) return false;
-  const StarVerdict<T>& verdict = checker_.judgeSmall();
+  const char* const results = scanPoint(start);
+  if (results == nullptr || checker_.variableCount() == 0) return false;
+  const StarVerdict<T>& verdict = checker_.judgePoint();
   const char* behind = nullptr;
   if (verdict.isSolution) {
     results_.clear();
@@ -174,7 +190,7 @@ void LineReader<T>::addPlain(std::string_view x, std::string_view rest, bool isC
   StarLine& line = append(x, rest, texts, time);
   line.targetNorm = checker_.norms().target;
   line.slackNorm = checker_.norms().slack;
-  line.hasLongNumbers = !NumberTraits<T>::exact && checker_.smallPoint().magnitude >= longNumber;
+  line.hasLongNumbers = hasLongNumbers_;
 }
 
 template <class T>

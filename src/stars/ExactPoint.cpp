@@ -1,6 +1,7 @@
 #include "stars/ExactPoint.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "numbers/Conversion.h"
 #include "stars/CommonScale.h"
@@ -20,7 +21,51 @@ const Vector<QQ>& rationals(const Vector<T>& x, Vector<QQ>& storage) {
   return storage;
 }
 
+constexpr std::uint64_t denominatorLimit = std::uint64_t{1} << 62U;
+
+/// The least common denominator; 0 if it reaches the limit.
+std::uint64_t commonDenominator(std::span<const MixedNumber> x) {
+  std::uint64_t common = 1;
+  for (const MixedNumber& number : x) {
+    if (common % number.denominator == 0) continue;
+    const UInt128 next =
+        static_cast<UInt128>(common) * (number.denominator / std::gcd(common, number.denominator));
+    if (next >= denominatorLimit) return 0;
+    common = static_cast<std::uint64_t>(next);
+  }
+  return common;
+}
+
+/// The number times `scale`, a multiple of its denominator.
+void setScaled(mpz_ptr result, const MixedNumber& number, std::uint64_t scale) {
+  constexpr unsigned wordBits = 64;
+  const std::uint64_t fraction = number.numerator * (scale / number.denominator);
+  const auto high = static_cast<std::uint64_t>(number.whole >> wordBits);
+  mpz_set_ui(result, static_cast<std::uint64_t>(number.whole));
+  if (high != 0) {
+    mpz_set_ui(result, high);
+    mpz_mul_2exp(result, result, wordBits);
+    mpz_add_ui(result, result, static_cast<std::uint64_t>(number.whole));
+  }
+  if (scale != 1) mpz_mul_ui(result, result, scale);
+  if (fraction != 0) mpz_add_ui(result, result, fraction);
+  if (number.isNegative) mpz_neg(result, result);
+}
+
 }  // namespace
+
+bool ExactPoint::assign(std::span<const MixedNumber> x) {
+  becomeSmall();
+  isSmall_ = false;
+  const std::uint64_t common = commonDenominator(x);
+  if (common == 0) return false;
+  scaled_.numerators.resize(x.size());
+  mpz_set_ui(scaled_.denominator.get(), common);
+  for (std::size_t j = 0; j < x.size(); ++j)
+    setScaled(scaled_.numerators[j].get(), x[j], common);
+  scaledIsValid_ = true;
+  return true;
+}
 
 SmallPoint& ExactPoint::becomeSmall() {
   scaledIsValid_ = false;

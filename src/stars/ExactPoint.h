@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "core/Vector.h"
@@ -14,6 +15,17 @@ namespace starsift {
 struct SmallPoint {
   std::vector<std::int64_t> components;
   std::int64_t magnitude = 0;
+};
+
+__extension__ using UInt128 = unsigned __int128;
+
+/// A number as it stands in a file: whole + numerator / denominator, negated if isNegative.
+/// numerator < denominator < 2^62.
+struct MixedNumber {
+  bool isNegative = false;
+  UInt128 whole = 0;
+  std::uint64_t numerator = 0;
+  std::uint64_t denominator = 1;
 };
 
 /// numerators[j - 1] / denominator is component j; the denominator is positive.
@@ -34,6 +46,10 @@ class ExactPoint {
   /// is the one of this object from now on.
   SmallPoint& becomeSmall();
 
+  /// Stores mixed numbers. False, and the point can't be used, if their common denominator is 2^62
+  /// or more.
+  bool assign(std::span<const MixedNumber> x);
+
   /// True if all components are integers below 2^62 in magnitude.
   bool isSmall() const { return isSmall_; }
   /// Only if isSmall().
@@ -42,6 +58,9 @@ class ExactPoint {
   bool isScalable() const { return rationals_.dimension() == 0; }
   /// Only if isScalable(); for a small point computed on first use.
   const ScaledPoint& scaled() const;
+
+  /// Storage for the product of a row with this point; one at a time.
+  ZZ& product() const { return product_; }
 
   /// Component index + 1, for any point.
   QQ component(std::size_t index) const;
@@ -55,6 +74,7 @@ class ExactPoint {
   bool isSmall_ = false;
   mutable ScaledPoint scaled_;
   mutable bool scaledIsValid_ = false;
+  mutable ZZ product_;
   /// The components if there is no scaled form, else empty.
   Vector<QQ> rationals_;
 };

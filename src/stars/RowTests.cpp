@@ -24,6 +24,9 @@ IntervalTest::Bound::Bound(const QQ& bound, const ZZ& scale)
       denominator(bound.nenner()) {}
 
 int IntervalTest::Bound::compare(const ZZ& product, const ZZ& pointDenominator) const {
+  // The signs decide most of the time.
+  const int sign = mpz_sgn(numerator.get());
+  if (mpz_sgn(product.get()) != sign) return mpz_sgn(product.get()) - sign;
   return cmp(product * denominator, numerator * pointDenominator);
 }
 
@@ -48,7 +51,7 @@ bool IntervalTest::admits(const ExactPoint& point) const {
   }
   if (!row_.isInteger() || !point.isScalable()) return admits(row_.rationalTimes(point));
   const ScaledPoint& scaled = point.scaled();
-  ZZ product;
+  ZZ& product = point.product();
   row_.times(scaled, product);
   return (lower_.isInfinite || lower_.compare(product, scaled.denominator) >= 0) &&
          (upper_.isInfinite || upper_.compare(product, scaled.denominator) <= 0);
@@ -84,7 +87,7 @@ bool CongruenceTest::admits(const ExactPoint& point) const {
   }
   if (!row_.isInteger() || !point.isScalable()) return admits(row_.rationalTimes(point));
   const ScaledPoint& scaled = point.scaled();
-  ZZ difference;
+  ZZ& difference = point.product();
   row_.times(scaled, difference);
   difference -= value_ * scaled.denominator;
   mpz_tdiv_r(difference.get(), difference.get(), ZZ(modulus_ * scaled.denominator).get());

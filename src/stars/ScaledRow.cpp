@@ -1,6 +1,7 @@
 #include "stars/ScaledRow.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "numbers/Conversion.h"
@@ -11,8 +12,21 @@ namespace starsift {
 
 namespace {
 
+__extension__ using Int128 = __int128;
+
 bool fitsMachine(const ZZ& value) {
   return mpz_fits_slong_p(value.get()) != 0;
+}
+
+/// sum += words, without allocation but for the sum.
+void addWords(ZZ& sum, Int128 words) {
+  const bool isNegative = words < 0;
+  const UInt128 magnitude = isNegative ? 0 - static_cast<UInt128>(words) : static_cast<UInt128>(words);
+  const std::array<mp_limb_t, 2> limbs{static_cast<mp_limb_t>(magnitude),
+                                       static_cast<mp_limb_t>(magnitude >> 64U)};
+  mpz_t term;
+  mpz_roinit_n(term, limbs.data(), isNegative ? -2 : 2);
+  mpz_add(sum.get(), sum.get(), term);
 }
 
 /// The denominator of a sum grows with its length, so adding one term after another
@@ -73,7 +87,7 @@ QQ ScaledRow::product(const ExactPoint& point) const {
     if (product) return unscaled(*product);
   }
   if (!isInteger() || !point.isScalable()) return rationalTimes(point) / QQ(scale_);
-  ZZ product;
+  ZZ& product = point.product();
   times(point.scaled(), product);
   return QQ(product, scale_ * point.scaled().denominator);
 }
@@ -85,8 +99,24 @@ QQ ScaledRow::unscaled(std::int64_t product) const {
 
 void ScaledRow::times(const ScaledPoint& point, ZZ& product) const {
   mpz_set_ui(product.get(), 0);
-  for (std::size_t k = 0; k < columns_.size(); ++k)
-    mpz_addmul(product.get(), entries_[k].get(), point.numerators[columns_[k]].get());
+  Int128 words = 0;
+  for (std::size_t k = 0; k < columns_.size(); ++k) {
+    const mpz_srcptr entry = entries_[k].get();
+    const mpz_srcptr numerator = point.numerators[columns_[k]].get();
+    std::int64_t a = 0;
+    std::int64_t b = 0;
+    if (!toWord(entry, a) || !toWord(numerator, b)) {
+      mpz_addmul(product.get(), entry, numerator);
+      continue;
+    }
+    // Below 2^126; the sum is moved to the product before it could overflow.
+    const Int128 term = static_cast<Int128>(a) * b;
+    if (__builtin_add_overflow(words, term, &words)) {
+      words = static_cast<Int128>(static_cast<UInt128>(words) - static_cast<UInt128>(term));
+      addWords(product, std::exchange(words, term));
+    }
+  }
+  addWords(product, words);
 }
 
 QQ ScaledRow::rationalTimes(const ExactPoint& point) const {

@@ -11,6 +11,8 @@ namespace starsift {
 
 namespace {
 
+__extension__ using Int128 = __int128;
+
 template <class T>
 QQ exactly(const T& value) {
   return NumberConversion<QQ, T>::convert(value);
@@ -21,6 +23,21 @@ Vector<QQ> exactly(const Vector<T>& vector) {
   Vector<QQ> result;
   result.convertFrom(vector, false);
   return result;
+}
+
+/// The sign of numerator / denominator - bound; denominator > 0.
+int compare(const ZZ& numerator, const ZZ& denominator, const QQ& bound) {
+  if (bound.isInf()) return bound.sign() ? -1 : 1;
+  std::int64_t boundNumerator = 0;
+  std::uint32_t boundDenominator = 1;
+  std::int64_t a = 0;
+  std::int64_t b = 0;
+  if (!bound.toSmall(boundNumerator, boundDenominator) || !toWord(numerator.get(), a) ||
+      !toWord(denominator.get(), b))
+    return compare(QQ(numerator, denominator), bound);
+  const Int128 left = static_cast<Int128>(a) * boundDenominator;
+  const Int128 right = static_cast<Int128>(boundNumerator) * b;
+  return static_cast<int>(left > right) - static_cast<int>(left < right);
 }
 
 /// The verdicts on many stars, stored in few blocks of memory.
@@ -69,34 +86,37 @@ class Verdicts {
 }  // namespace
 
 template <class T>
-StarChecker<T>::StarChecker(const Vanu<T>& problem)
-    : problem_(problem),
-      box_(problem.lx, problem.rx),
-      goals_(exactly(problem.dt)),
-      values_(problem.At.rowCount()) {
-  prepareEquations();
+StarChecker<T>::Rows::Rows(const Vanu<T>& problem)
+    : box(problem.lx, problem.rx), goals(exactly(problem.dt)) {
+  prepareEquations(problem);
   for (Index i = 1; i <= problem.Au.rowCount(); ++i)
-    intervals_.emplace_back(problem.Au[i], exactly(problem.lu[i]), exactly(problem.ru[i]));
-  for (const Vector<T>& row : problem.At) targets_.emplace_back(row, ZZ::one());
+    intervals.emplace_back(problem.Au[i], exactly(problem.lu[i]), exactly(problem.ru[i]));
+  for (const Vector<T>& row : problem.At) targets.emplace_back(row, ZZ::one());
 }
 
 template <class T>
-void StarChecker<T>::prepareEquations() {
+void StarChecker<T>::Rows::prepareEquations(const Vanu<T>& problem) {
   const QQ& tolerance = NumberTraits<QQ>::tolerance();
-  for (Index i = 1; i <= problem_.Ag.rowCount(); ++i) {
-    const QQ value = exactly(problem_.bg[i]);
-    const QQ modulus = problem_.qg.isSet() ? exactly(problem_.qg[i]) : QQ::zero();
+  for (Index i = 1; i <= problem.Ag.rowCount(); ++i) {
+    const QQ value = exactly(problem.bg[i]);
+    const QQ modulus = problem.qg.isSet() ? exactly(problem.qg[i]) : QQ::zero();
     if (NumberTraits<QQ>::isZero(modulus))
-      intervals_.emplace_back(problem_.Ag[i], value - tolerance, value + tolerance);
+      intervals.emplace_back(problem.Ag[i], value - tolerance, value + tolerance);
     else
-      congruences_.emplace_back(problem_.Ag[i], value, modulus, tolerance);
+      congruences.emplace_back(problem.Ag[i], value, modulus, tolerance);
   }
 }
 
 template <class T>
+StarChecker<T>::StarChecker(const Vanu<T>& problem)
+    : problem_(problem),
+      rows_(std::make_shared<const Rows>(problem)),
+      values_(problem.At.rowCount()) {}
+
+template <class T>
 bool StarChecker<T>::check(Star<T>& star) {
   StarVerdict<T> verdict = judge(star);
-  if (verdict.isSolution && !targets_.empty()) {
+  if (verdict.isSolution && hasTargets()) {
     star.targetValues.exchange(verdict.targetValues);
     star.targetNorm = verdict.norms.target;
     star.slackNorm = verdict.norms.slack;
@@ -113,7 +133,7 @@ StarVerdict<T> StarChecker<T>::judge(const Star<T>& star) {
   if (!isFinite) return judgeByDefinition(problem_, x);
   StarVerdict<T> verdict;
   verdict.isSolution = rowsAdmit();
-  if (verdict.isSolution && !targets_.empty()) {
+  if (verdict.isSolution && hasTargets()) {
     computeTargets();
     convertTargets(verdict);
   }
@@ -121,13 +141,27 @@ StarVerdict<T> StarChecker<T>::judge(const Star<T>& star) {
 }
 
 template <class T>
-const StarVerdict<T>& StarChecker<T>::judgeSmall() {
-  verdict_.isSolution = box_.contains(point_.small()) && rowsAdmit();
-  if (verdict_.isSolution && !targets_.empty()) {
+const StarVerdict<T>& StarChecker<T>::judgePoint() {
+  verdict_.isSolution = pointIsWithinBounds() && rowsAdmit();
+  if (verdict_.isSolution && hasTargets()) {
     computeTargets();
     convertTargets(verdict_);
   }
   return verdict_;
+}
+
+template <class T>
+bool StarChecker<T>::pointIsWithinBounds() const {
+  if (point_.isSmall()) return rows_->box.contains(point_.small());
+  using Exact = NumberConversion<QQ, T>;
+  const ScaledPoint& scaled = point_.scaled();
+  for (Index j = 1; j <= variableCount(); ++j) {
+    const ZZ& numerator = scaled.numerators[static_cast<std::size_t>(j - 1)];
+    if (compare(numerator, scaled.denominator, Exact::convert(problem_.lx[j])) < 0 ||
+        compare(numerator, scaled.denominator, Exact::convert(problem_.rx[j])) > 0)
+      return false;
+  }
+  return true;
 }
 
 template <class T>
@@ -139,7 +173,7 @@ template <class T>
 bool StarChecker<T>::withinBounds(const Vector<T>& x) const {
   const Index n = x.dimension();
   if (point_.isSmall() && n == problem_.lx.dimension() && n == problem_.rx.dimension())
-    return box_.contains(point_.small());
+    return rows_->box.contains(point_.small());
   return x >= problem_.lx && x <= problem_.rx;
 }
 
@@ -159,15 +193,15 @@ bool StarChecker<T>::hasColumns(Index n) const {
 template <class T>
 bool StarChecker<T>::rowsAdmit() const {
   const auto admits = [this](const auto& test) { return test.admits(point_); };
-  return std::all_of(intervals_.begin(), intervals_.end(), admits) &&
-         std::all_of(congruences_.begin(), congruences_.end(), admits);
+  return std::all_of(rows_->intervals.begin(), rows_->intervals.end(), admits) &&
+         std::all_of(rows_->congruences.begin(), rows_->congruences.end(), admits);
 }
 
 template <class T>
 void StarChecker<T>::computeTargets() {
-  std::transform(targets_.begin(), targets_.end(), values_.begin(),
+  std::transform(rows_->targets.begin(), rows_->targets.end(), values_.begin(),
                  [this](const ScaledRow& row) { return row.product(point_); });
-  norms_ = goalNorms(goals_, values_);
+  norms_ = goalNorms(rows_->goals, values_);
 }
 
 template <class T>

@@ -2,6 +2,7 @@
 // values and norms. No verdict and no value depends on rounding.
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "problem/Vanu.h"
@@ -15,6 +16,7 @@ namespace starsift {
 
 /// A problem prepared for the check of many stars. Preparation takes O(entries); a check
 /// takes time proportional to the components of the star and the non-zero entries of the problem.
+/// Copies share what was prepared, so that each thread may have its own.
 template <class T>
 class StarChecker {
  public:
@@ -32,10 +34,10 @@ class StarChecker {
   /// The same without changing the star.
   StarVerdict<T> judge(const Star<T>& star);
 
-  /// Storage for a point of integers, one per variable, to be filled for admitsSmall().
-  SmallPoint& smallPoint() { return point_.becomeSmall(); }
-  /// judge() of the point in smallPoint() in storage that is used again.
-  const StarVerdict<T>& judgeSmall();
+  /// Storage for the point that judgePoint() judges: one component per variable, finite.
+  ExactPoint& point() { return point_; }
+  /// judge() of point(); the verdict is valid until the next one.
+  const StarVerdict<T>& judgePoint();
   /// The exact norms of the last solution; 0 without targets.
   const Norms<QQ>& norms() const { return norms_; }
 
@@ -45,13 +47,25 @@ class StarChecker {
   bool isWellFormed() const;
 
   /// True if there are values and norms to compute.
-  bool hasTargets() const { return !targets_.empty(); }
+  bool hasTargets() const { return !rows_->targets.empty(); }
 
  private:
-  void prepareEquations();
+  /// What is prepared once.
+  struct Rows {
+    explicit Rows(const Vanu<T>& problem);
+    void prepareEquations(const Vanu<T>& problem);
+
+    SmallBox box;
+    Vector<QQ> goals;
+    std::vector<IntervalTest> intervals;
+    std::vector<CongruenceTest> congruences;
+    std::vector<ScaledRow> targets;
+  };
+
   bool withinBounds(const Vector<T>& x) const;
   /// Fatal unless all rows have `n` entries.
   void checkColumns(Index n) const;
+  bool pointIsWithinBounds() const;
   bool rowsAdmit() const;
   /// Whether the rows have `n` entries each.
   bool hasColumns(Index n) const;
@@ -59,11 +73,7 @@ class StarChecker {
   void convertTargets(StarVerdict<T>& verdict) const;
 
   const Vanu<T>& problem_;
-  SmallBox box_;
-  Vector<QQ> goals_;
-  std::vector<IntervalTest> intervals_;
-  std::vector<CongruenceTest> congruences_;
-  std::vector<ScaledRow> targets_;
+  std::shared_ptr<const Rows> rows_;
   /// The current star, and its results.
   ExactPoint point_;
   Vector<QQ> values_;
