@@ -33,9 +33,8 @@ std::optional<TidyLines> readTidyLines(const YLattice<long double>& lattice,
   std::optional<InputText> input = readSolText(solFile);
   if (!input) return std::nullopt;
   const unsigned threads = std::max(std::thread::hardware_concurrency(), 1U);
-  std::optional<StarLines> stars = lattice.withLive([&](const auto& live) {
-    return readRightStars(*input, live.file.problem(), threads);
-  });
+  std::optional<StarLines> stars = lattice.withLive(
+      [&](const auto& live) { return readRightStars(*input, live.file.problem(), threads); });
   if (!stars || !sortLines(stars->lines)) return std::nullopt;
   removeDuplicates(stars->lines, true);
   return TidyLines{std::move(*input), identity, std::move(*stars)};

@@ -228,8 +228,8 @@ std::string_view LineReader<T>::stored(std::string_view text) {
 }
 
 template <class T>
-StarLine& LineReader<T>::append(std::string_view x, std::string_view rest,
-                                const RecordTexts& texts, std::int64_t time) {
+StarLine& LineReader<T>::append(std::string_view x, std::string_view rest, const RecordTexts& texts,
+                                std::int64_t time) {
   const std::size_t versionSize = texts.version.size();
   const std::size_t versionPart = versionSize > 0 ? separator.size() + versionSize : 0;
   StarLine& line = lines_->emplace_back();
@@ -244,7 +244,6 @@ StarLine& LineReader<T>::append(std::string_view x, std::string_view rest,
   line.hash = hashOfText(x);
   return line;
 }
-
 
 /// Bytes of a part of the input at least: below that a thread costs more than it saves.
 constexpr std::size_t partSize = std::size_t{1} << 20U;

@@ -61,8 +61,7 @@ bool ExactPoint::assign(std::span<const MixedNumber> x) {
   if (common == 0) return false;
   scaled_.numerators.resize(x.size());
   mpz_set_ui(scaled_.denominator.get(), common);
-  for (std::size_t j = 0; j < x.size(); ++j)
-    setScaled(scaled_.numerators[j].get(), x[j], common);
+  for (std::size_t j = 0; j < x.size(); ++j) setScaled(scaled_.numerators[j].get(), x[j], common);
   scaledIsValid_ = true;
   return true;
 }

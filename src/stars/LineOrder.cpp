@@ -41,8 +41,7 @@ class LineTable {
   /// Enters the line at `index`, from 0 on, unless one that equals it is there.
   bool enter(std::size_t index) {
     const StarLine& line = lines_[index];
-    const std::uint64_t hash =
-        compareParams_ ? line.hash ^ hashOfText(line.params()) : line.hash;
+    const std::uint64_t hash = compareParams_ ? line.hash ^ hashOfText(line.params()) : line.hash;
     const auto isEqual = [&](Index other) { return equal(lines_[toPosition(other)], line); };
     const Index entered = static_cast<Index>(index) + 1;
     return table_.findOrEnter(hash, entered, isEqual) == entered;

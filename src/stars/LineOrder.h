@@ -8,8 +8,8 @@
 namespace starsift {
 
 /// Sorts by the order of a solution file and sets the ranks of the versions. False if that order
-/// doesn't decide about two lines with different texts, as versions 2.4 and 2.4.0 of one star: which
-/// of them comes first is up to the algorithm of sortStars().
+/// doesn't decide about two lines with different texts, as versions 2.4 and 2.4.0 of one star:
+/// which of them comes first is up to the algorithm of sortStars().
 bool sortLines(std::vector<StarLine>& lines);
 
 /// Removes each line whose x is that of an earlier one and, with `compareParams`, whose

@@ -21,7 +21,8 @@ bool fitsMachine(const ZZ& value) {
 /// sum += words, without allocation but for the sum.
 void addWords(ZZ& sum, Int128 words) {
   const bool isNegative = words < 0;
-  const UInt128 magnitude = isNegative ? 0 - static_cast<UInt128>(words) : static_cast<UInt128>(words);
+  const UInt128 magnitude =
+      isNegative ? 0 - static_cast<UInt128>(words) : static_cast<UInt128>(words);
   const std::array<mp_limb_t, 2> limbs{static_cast<mp_limb_t>(magnitude),
                                        static_cast<mp_limb_t>(magnitude >> 64U)};
   mpz_t term;

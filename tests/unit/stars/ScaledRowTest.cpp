@@ -51,6 +51,23 @@ TEST(ScaledRow, ProductThatMightReachTwoTo62IsRefused) {
   EXPECT_EQ(row.times(smallPoint({twoTo61, -twoTo61}, twoTo61)), std::nullopt);
 }
 
+TEST(ScaledRow, GeneralProductOfWordsMayPassTwoTo127) {
+  const std::int64_t entry = 9'000'000'000'000'000'000;
+  for (const std::int64_t sign : {1, -1}) {
+    const ScaledRow row = integerRow({QQ(entry), QQ(entry), QQ(entry), QQ(7)});
+    const ZZ large(sign * 9'200'000'000'000'000'000);
+    EXPECT_EQ(generalProduct(row, {large, large, large, ZZ(1)}),
+              ZZ(entry) * large * ZZ(3) + ZZ(7));
+  }
+}
+
+TEST(ScaledRow, GeneralProductTakesWordsAndLongIntegers) {
+  const ZZ large("123456789012345678901234567890", 10);
+  const ScaledRow row = integerRow({QQ(large), QQ(-3), QQ(5), QQ(-large)});
+  EXPECT_EQ(generalProduct(row, {ZZ(2), -large, ZZ(-7), large}),
+            large * ZZ(5) - ZZ(35) - large * large);
+}
+
 TEST(ScaledRow, EntryOfTwoTo62LeavesOnlyTheZeroPoint) {
   const ScaledRow row = integerRow({QQ(twoTo62)});
   EXPECT_EQ(row.times(smallPoint({0}, 0)), 0);

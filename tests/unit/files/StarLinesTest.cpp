@@ -1,0 +1,132 @@
+#include "files/StarLines.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+#include "stars/LineOrder.h"
+#include "system/Failure.h"
+
+namespace starsift {
+namespace {
+
+InputText inputText(const std::string& text) {
+  auto bytes = std::make_unique_for_overwrite<char[]>(text.size() + 1);
+  std::memcpy(bytes.get(), text.c_str(), text.size() + 1);
+  return {std::move(bytes), text.size()};
+}
+
+std::string wholeOf(const StarLine& line) {
+  return std::string(line.x()).append(line.rest());
+}
+
+/// x1 + x2 <= 9, 0 <= x <= 9, minimise x1 - x2.
+template <class T>
+Vanu<T> smallProblem() {
+  Vanu<T> problem;
+  problem.At = {{T(1), T(-1)}};
+  problem.dt = {-NumberTraits<T>::infinity()};
+  problem.Au = {{T(1), T(1)}};
+  problem.lu = {-NumberTraits<T>::infinity()};
+  problem.ru = {T(9)};
+  problem.lx = {T(0), T(0)};
+  problem.rx = {T(9), T(9)};
+  return problem;
+}
+
+/// The lines of right stars, one after the other; "none" if they need a reader of stars.
+template <class T>
+std::string rightLines(const std::string& text, unsigned threads = 1) {
+  const Vanu<T> problem = smallProblem<T>();
+  const InputText input = inputText(text);
+  const std::optional<StarLines> stars = readRightStars(input, problem, threads);
+  if (!stars) return "none";
+  std::string result;
+  for (const StarLine& line : stars->lines) result += wholeOf(line) + "\n";
+  return result;
+}
+
+template <class T>
+class StarLinesOf : public testing::Test {};
+
+using Numbers = testing::Types<long double, QQ>;
+TYPED_TEST_SUITE(StarLinesOf, Numbers);
+
+TYPED_TEST(StarLinesOf, RightStarsStayAsTheyAre) {
+  const std::string text =
+      "[ 1 2 ] | -1 | [ -1 ] | 0 | 5 | p | 2.4\n[ 9 0 ] | 9 | [ 9 ] | 0 | -1 | \n";
+  EXPECT_EQ(rightLines<TypeParam>(text), text);
+}
+
+TYPED_TEST(StarLinesOf, WrongStarsGo) {
+  EXPECT_EQ(rightLines<TypeParam>("[ 5 5 ] | 0 | [ 0 ] | 0 | 5 | p\n"
+                                  "[ -1 0 ] | -1 | [ -1 ] | 0 | 5 | p\n[ 5 6 ]\n"),
+            "");
+}
+
+TYPED_TEST(StarLinesOf, ResultsAreThoseOfTheCheck) {
+  EXPECT_EQ(rightLines<TypeParam>("[ 1 2 ] | 7 | [ 1 2 3 ] | 4 | 5 | p | 2.4\n"),
+            "[ 1 2 ] | -1 | [ -1 ] | 0 | 5 | p | 2.4\n");
+}
+
+TYPED_TEST(StarLinesOf, OtherFormsBecomeCanonical) {
+  EXPECT_EQ(rightLines<TypeParam>("// c\n [1 +2]\n[ 1\n2 ]|1|[]|2|3|p|v |\n[ 4/2 2 ]"),
+            "[ 1 2 ] | -1 | [ -1 ] | 0 | -1 | \n"
+            "[ 1 2 ] | -1 | [ -1 ] | 0 | 3 | p | v\n"
+            "[ 2 2 ] | 0 | [ 0 ] | 0 | -1 | \n");
+}
+
+TYPED_TEST(StarLinesOf, MalformedRecordsAreNoStars) {
+  EXPECT_EQ(rightLines<TypeParam>("[ 1 2 ] | -1 | [ -1 ] | 0 | x | p\n[ 1 2 ]\n"),
+            "[ 1 2 ] | -1 | [ -1 ] | 0 | -1 | \n");
+}
+
+TYPED_TEST(StarLinesOf, FailuresAreLeftToTheReaderOfStars) {
+  for (const char* text : {"[ 1 ]\n", "[ 1 2 3 ]\n", "[ 1 2", "/* c", "[ inf 2 ]", "x\n",
+                           "[ 1 2 ] | x | [ ] | 0 | 1 | p\n[ 1 y ]\n"})
+    EXPECT_EQ(rightLines<TypeParam>(text), "none") << text;
+}
+
+TYPED_TEST(StarLinesOf, HandlerOfTheHostComesBack) {
+  struct Handled {};
+  setFailureHandler([](std::string_view) { throw Handled(); });
+  EXPECT_EQ(rightLines<TypeParam>("[ 1 2"), "none");
+  EXPECT_THROW(fail("x"), Handled);
+  setFailureHandler(nullptr);
+}
+
+TYPED_TEST(StarLinesOf, ThreadsReadTheSameLines) {
+  std::string text = "// stars\n";
+  for (int i = 0; i < 100'000; ++i)
+    text += "[ " + std::to_string(i % 11) + " " + std::to_string(i % 7) + " ] | " +
+            std::to_string(i % 11 - i % 7) + " | [ 0 ] | 0 | " + std::to_string(i) + " | p" +
+            (i % 5 == 0 ? " \n" : "\n");
+  const std::string lines = rightLines<TypeParam>(text);
+  EXPECT_GT(lines.size(), std::size_t{1} << 21U);
+  EXPECT_EQ(rightLines<TypeParam>(text, 2), lines);
+  EXPECT_EQ(rightLines<TypeParam>(text, 7), lines);
+}
+
+TYPED_TEST(StarLinesOf, CommentAcrossPartsIsLeftToTheReaderOfStars) {
+  std::string comment = "/*";
+  for (int i = 0; i < 400'000; ++i) comment += "\n[ 1 2 ]";
+  const std::string text = comment + "*/\n[ 1 2 ]\n";
+  EXPECT_EQ(rightLines<TypeParam>(text), "[ 1 2 ] | -1 | [ -1 ] | 0 | -1 | \n");
+  EXPECT_EQ(rightLines<TypeParam>(text, 2), "none");
+}
+
+TEST(StarLines, LongDoubleLeavesWhatItCantHold) {
+  EXPECT_EQ(rightLines<long double>("[ 1/3 2 ]\n"), "none");
+  EXPECT_EQ(rightLines<QQ>("[ 1/3 2 ]\n"), "[ 1/3 2 ] | -1:2/3 | [ -1:2/3 ] | 0 | -1 | \n");
+  EXPECT_EQ(rightLines<long double>("[ 1.5 2 ]\n"), "[ 1.5 2 ] | -0.5 | [ -0.5 ] | 0 | -1 | \n");
+}
+
+TEST(StarLines, RowsOfAnotherLengthAreLeftToTheReaderOfStars) {
+  Vanu<QQ> problem = smallProblem<QQ>();
+  problem.Au = {{QQ(1), QQ(1), QQ(1)}};
+  EXPECT_FALSE(readRightStars(inputText("[ 1 2 ]\n"), problem, 1).has_value());
+}
+
+}  // namespace
+}  // namespace starsift
