@@ -11,6 +11,7 @@
 #include "files/SolWriter.h"
 #include "files/StarLines.h"
 #include "numbers/Conversion.h"
+#include "problem/Exactness.h"
 #include "stars/LineOrder.h"
 #include "system/Exceptions.h"
 #include "system/Failure.h"
@@ -24,20 +25,41 @@ struct TidyLines {
   InputText input;
   std::optional<FileIdentity> identity;
   StarLines stars;
+  /// The numbers have the form of long double.
+  bool isStandard;
 };
 
+/// Right stars and whether they have the form of long double.
+struct RightStars {
+  StarLines stars;
+  bool isStandard;
+};
+
+/// Nothing if the stars can't be held as lines.
+std::optional<RightStars> readRightStars(const InputText& input, const Vanu<QQ>& problem) {
+  const unsigned threads = std::max(std::thread::hardware_concurrency(), 1U);
+  const auto result = [](std::optional<StarLines> stars, bool isStandard) {
+    return stars ? std::optional(RightStars{std::move(*stars), isStandard}) : std::nullopt;
+  };
+  if (fitsLongDouble(problem)) {
+    try {
+      return result(readRightStars<long double>(input, problem, threads), true);
+    } catch (const PrecisionException&) {
+      // A star that stays needs exact numbers, so that all have their form.
+    }
+  }
+  return result(readRightStars<QQ>(input, problem, threads), false);
+}
+
 /// Nothing if the stars can't be held as lines, or there is no file.
-std::optional<TidyLines> readTidyLines(const YLattice<long double>& lattice,
-                                       const std::string& solFile) {
+std::optional<TidyLines> readTidyLines(const Vanu<QQ>& problem, const std::string& solFile) {
   const std::optional<FileIdentity> identity = fileIdentity(solFile);
   std::optional<InputText> input = readSolText(solFile);
   if (!input) return std::nullopt;
-  const unsigned threads = std::max(std::thread::hardware_concurrency(), 1U);
-  std::optional<StarLines> stars = lattice.withLive(
-      [&](const auto& live) { return readRightStars(*input, live.file.problem(), threads); });
-  if (!stars || !sortLines(stars->lines)) return std::nullopt;
-  removeDuplicates(stars->lines, true);
-  return TidyLines{std::move(*input), identity, std::move(*stars)};
+  std::optional<RightStars> right = readRightStars(*input, problem);
+  if (!right || !sortLines(right->stars.lines)) return std::nullopt;
+  removeDuplicates(right->stars.lines, true);
+  return TidyLines{std::move(*input), identity, std::move(right->stars), right->isStandard};
 }
 
 /// False if others have changed the file since it was read.
@@ -70,7 +92,10 @@ void addStars(YLattice<long double>& lattice, const StarLines& lines) {
 }
 
 /// Checks and rewrites the file by way of the lattice, whatever its stars are like.
-void siftInLattice(YLattice<long double>& lattice) {
+void siftInLattice(YLattice<long double>& lattice, const StarLines* more) {
+  lattice.tryStandardPrecision();
+  lattice.readStarsExactly(StarReading::append);
+  if (more != nullptr) addStars(lattice, *more);
   lattice.checkStars();
   tidyStars(lattice);
   lattice.setOutputSwitch(true);
@@ -82,12 +107,18 @@ void siftInLattice(YLattice<long double>& lattice) {
 std::optional<TidyLines> siftFile(YLattice<long double>& lattice, const std::string& solFile) {
   const SolutionLock lock(solFile, Patience::whileHolderWorks);
   if (!lock.isGranted()) fail("Could not lock file: " + solFile);
-  std::optional<TidyLines> lines = readTidyLines(lattice, solFile);
+  std::optional<TidyLines> lines = readTidyLines(lattice.problemAsRead(), solFile);
   if (lines && write(*lines, solFile)) return lines;
-  lattice.readStarsExactly(StarReading::append);
-  if (lines) addStars(lattice, lines->stars);
-  siftInLattice(lattice);
+  siftInLattice(lattice, lines ? &lines->stars : nullptr);
   return std::nullopt;
+}
+
+void reportLines(TidyLines& lines, const Vector<QQ>& goals, std::ostream& report) {
+  removeDuplicates(lines.stars.lines, false);
+  if (!lines.isStandard) return writeSolutions(report, lines.stars.lines, goals);
+  Vector<long double> rounded;
+  rounded.convertFrom(goals, false);
+  writeSolutions(report, lines.stars.lines, rounded);
 }
 
 }  // namespace
@@ -97,13 +128,11 @@ void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::
   // The numbers of both files are rationals, so they are read exactly.
   lattice.useExtendedPrecision();
   lattice.readOpt();
-  lattice.tryStandardPrecision();
   std::optional<TidyLines> lines = siftFile(lattice, solFile);
-  if (!lines) return reportStars(lattice, report);
-  removeDuplicates(lines->stars.lines, false);
-  lattice.withLive([&](const auto& live) {
-    writeSolutions(report, lines->stars.lines, live.file.problem().dt);
-  });
+  if (lines)
+    reportLines(*lines, lattice.problemAsRead().dt, report);
+  else
+    reportStars(lattice, report);
 }
 
 }  // namespace starsift

@@ -38,13 +38,16 @@ void appendResults(std::string& out, const Vector<T>& targetValues, const Norms<
 }
 
 template <class T>
-void requireExactText(const Vector<T>& x) {
-  if constexpr (NumberTraits<T>::exact) return;
-  if (!std::all_of(x.begin(), x.end(), textKeeps<T>))
-    throw PrecisionException("Precision lost during write");
+bool hasExactText(const Vector<T>& x) {
+  return NumberTraits<T>::exact || std::all_of(x.begin(), x.end(), textKeeps<T>);
 }
 
 namespace {
+
+template <class T>
+void requireExactText(const Star<T>& star) {
+  if (!hasExactText(star.x())) throw PrecisionException("Precision lost during write");
+}
 
 template <class T>
 void appendRecord(std::string& out, const Star<T>& star) {
@@ -69,7 +72,7 @@ std::string starText(const Star<T>& star) {
 
 template <class T>
 void requireExactText(const Array<Star<T>>& stars) {
-  for (const Star<T>& star : stars) requireExactText(star.x());
+  for (const Star<T>& star : stars) requireExactText(star);
 }
 
 template <class T>
@@ -85,7 +88,7 @@ WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars,
   std::string line;
   for (const Star<T>& star : stars) {
     // Until commit() the old file is unchanged.
-    requireExactText(star.x());
+    requireExactText(star);
     line.clear();
     appendRecord(line, star);
     line += '\n';
@@ -112,8 +115,8 @@ template std::string starText(const Star<long double>&);
 template std::string starText(const Star<QQ>&);
 template void appendResults(std::string&, const Vector<long double>&, const Norms<long double>&);
 template void appendResults(std::string&, const Vector<QQ>&, const Norms<QQ>&);
-template void requireExactText(const Vector<long double>&);
-template void requireExactText(const Vector<QQ>&);
+template bool hasExactText(const Vector<long double>&);
+template bool hasExactText(const Vector<QQ>&);
 template void requireExactText(const Array<Star<long double>>&);
 template void requireExactText(const Array<Star<QQ>>&);
 template WrittenFile writeStars(const std::string&, const Array<Star<long double>>&);

@@ -23,11 +23,10 @@ std::string starText(const Star<T>& star);
 template <class T>
 void appendResults(std::string& out, const Vector<T>& targetValues, const Norms<T>& norms);
 
-/// Throws PrecisionException "Precision lost during write" if the text of a component of x
-/// wouldn't read back as the same value.
+/// True if the texts of the components of x read back as the same values.
 template <class T>
-void requireExactText(const Vector<T>& x);
-/// The same for all stars.
+bool hasExactText(const Vector<T>& x);
+/// Throws PrecisionException "Precision lost during write" if x of a star has no exact text.
 template <class T>
 void requireExactText(const Array<Star<T>>& stars);
 
@@ -57,7 +56,7 @@ WrittenFile writeLines(const std::string& path, const std::vector<StarLine>& lin
 extern template std::string starText(const Star<long double>&);
 extern template void appendResults(std::string&, const Vector<long double>&,
                                    const Norms<long double>&);
-extern template void requireExactText(const Vector<long double>&);
+extern template bool hasExactText(const Vector<long double>&);
 extern template void requireExactText(const Array<Star<long double>>&);
 extern template WrittenFile writeStars(const std::string&, const Array<Star<long double>>&);
 extern template WrittenFile writeStars(const std::string&, const Array<Star<long double>>&,

@@ -84,7 +84,7 @@ template <class T>
 class LineReader {
  public:
   /// `problem` must outlive the reader.
-  explicit LineReader(const Vanu<T>& problem) : checker_(problem) {}
+  explicit LineReader(const Vanu<QQ>& problem) : checker_(problem) {}
 
   bool isWellFormed() const { return checker_.isWellFormed(); }
 
@@ -109,18 +109,21 @@ class LineReader {
   /// Reads a record whose point has canonical form; only its results may be out of date. False, and
   /// nothing is read, if it has another form.
   bool readPlain(TextCursor& source);
+  void writeResults(const StarVerdict<QQ>& verdict);
   /// Adds the line of a right star: `x` and `rest` stand in the input, `rest` up to date or not.
   void addPlain(std::string_view x, std::string_view rest, bool isCurrent, std::int64_t time,
-                const RecordTexts& texts);
+                const RecordTexts& texts, const Norms<QQ>& norms);
   void readAnyForm(TextCursor& source);
-  void add(const Star<T>& star);
+  void add(const Star<QQ>& star);
   /// Copies a text that isn't in the input.
   std::string_view stored(std::string_view text);
   StarLine& append(std::string_view x, std::string_view rest, const RecordTexts& texts,
                    std::int64_t time);
 
-  StarChecker<T> checker_;
-  RecordReader<T, QQ> records_;
+  StarChecker<QQ> checker_;
+  RecordReader<QQ, QQ> records_;
+  /// Results of the current star.
+  Vector<T> targetValues_;
   std::vector<MixedNumber> mixed_;
   /// As in the line of the current star.
   bool hasLongNumbers_ = false;
@@ -146,15 +149,23 @@ const char* LineReader<T>::scanPoint(const char* text) {
 }
 
 template <class T>
+void LineReader<T>::writeResults(const StarVerdict<QQ>& verdict) {
+  using Number = NumberConversion<T, QQ>;
+  results_.clear();
+  targetValues_.convertFrom(verdict.targetValues, false);
+  appendResults<T>(results_, targetValues_,
+                   {Number::convert(verdict.norms.target), Number::convert(verdict.norms.slack)});
+}
+
+template <class T>
 bool LineReader<T>::readPlain(TextCursor& source) {
   const char* const start = position(source);
   const char* const results = scanPoint(start);
   if (results == nullptr || checker_.variableCount() == 0) return false;
-  const StarVerdict<T>& verdict = checker_.judgePoint();
+  const StarVerdict<QQ>& verdict = checker_.judgePoint();
   const char* behind = nullptr;
   if (verdict.isSolution) {
-    results_.clear();
-    appendResults(results_, verdict.targetValues, verdict.norms);
+    writeResults(verdict);
     behind = skip(results, results_);
   }
   const bool isCurrent = behind != nullptr;
@@ -171,13 +182,13 @@ bool LineReader<T>::readPlain(TextCursor& source) {
   if (!verdict.isSolution) return true;
   const char* lineEnd = position(source);
   if (lineEnd[-1] == '\n') --lineEnd;
-  addPlain({start, results}, {results, lineEnd}, isCurrent, time, texts);
+  addPlain({start, results}, {results, lineEnd}, isCurrent, time, texts, verdict.norms);
   return true;
 }
 
 template <class T>
 void LineReader<T>::addPlain(std::string_view x, std::string_view rest, bool isCurrent,
-                             std::int64_t time, const RecordTexts& texts) {
+                             std::int64_t time, const RecordTexts& texts, const Norms<QQ>& norms) {
   rest_.assign(results_);
   appendInteger(rest_, time);
   rest_ += separator;
@@ -188,35 +199,36 @@ void LineReader<T>::addPlain(std::string_view x, std::string_view rest, bool isC
   }
   if (!isCurrent || rest != rest_) rest = stored(rest_);
   StarLine& line = append(x, rest, texts, time);
-  line.targetNorm = checker_.norms().target;
-  line.slackNorm = checker_.norms().slack;
+  line.targetNorm = norms.target;
+  line.slackNorm = norms.slack;
   line.hasLongNumbers = hasLongNumbers_;
 }
 
 template <class T>
 void LineReader<T>::readAnyForm(TextCursor& source) {
   const char* const start = position(source);
-  Star<T> star;
+  Star<QQ> star;
   const bool isComplete = records_.read(star, source);
   // Text that isn't a record and was not consumed would be read again for ever.
   if (position(source) == start) takeLine(source);
   if (star.dimension() == 0 && isComplete) return;
   if (star.dimension() != checker_.variableCount() ||
-      std::any_of(star.begin(), star.end(), NumberTraits<T>::isInfinite))
+      std::any_of(star.begin(), star.end(), NumberTraits<QQ>::isInfinite))
     throw NotPlain();
   if (checker_.check(star)) add(star);
 }
 
 template <class T>
-void LineReader<T>::add(const Star<T>& star) {
-  requireExactText(star.x());
-  const std::string_view text = stored(starText(star));
+void LineReader<T>::add(const Star<QQ>& star) {
+  Star<T> shown;
+  shown.convertFrom(star, false);
+  if (!hasExactText(shown.x())) throw NotPlain();
+  const std::string_view text = stored(starText(shown));
   const std::size_t xSize = text.find(']') + 1;
   StarLine& line = append(text.substr(0, xSize), text.substr(xSize),
                           {star.paramsText, star.versionText}, star.time);
-  using Exact = NumberConversion<QQ, T>;
-  line.targetNorm = Exact::convert(star.targetNorm);
-  line.slackNorm = Exact::convert(star.slackNorm);
+  line.targetNorm = star.targetNorm;
+  line.slackNorm = star.slackNorm;
   line.hasLongNumbers = !NumberTraits<T>::exact;
 }
 
@@ -316,8 +328,6 @@ class PartReaders {
       for (std::size_t i = next_++; i < parts_.size() && !failed_; i = next_++) readPart(reader, i);
     } catch (const NotPlain&) {
       failed_ = true;
-    } catch (const GeneralException&) {
-      failed_ = true;
     } catch (...) {
       keepFirst(std::current_exception());
     }
@@ -345,7 +355,7 @@ class PartReaders {
 }  // namespace
 
 template <class T>
-std::optional<StarLines> readRightStars(const InputText& text, const Vanu<T>& problem,
+std::optional<StarLines> readRightStars(const InputText& text, const Vanu<QQ>& problem,
                                         unsigned threads) {
   const FailuresThrow throwing;
   try {
@@ -359,8 +369,8 @@ std::optional<StarLines> readRightStars(const InputText& text, const Vanu<T>& pr
   }
 }
 
-template std::optional<StarLines> readRightStars(const InputText&, const Vanu<long double>&,
-                                                 unsigned);
-template std::optional<StarLines> readRightStars(const InputText&, const Vanu<QQ>&, unsigned);
+template std::optional<StarLines> readRightStars<long double>(const InputText&, const Vanu<QQ>&,
+                                                              unsigned);
+template std::optional<StarLines> readRightStars<QQ>(const InputText&, const Vanu<QQ>&, unsigned);
 
 }  // namespace starsift

@@ -21,14 +21,15 @@ struct StarLines {
 };
 
 /// Reads the stars of a solution file and checks them as checkStars() does after readStars(), in
-/// the form of T and in the order of the file, on up to `threads` threads. `text` must outlive the
-/// result; threads >= 1.
+/// the order of the file, on up to `threads` threads; threads >= 1. The check is exact, and the
+/// texts are those that T writes. `text` must outlive the result. PrecisionException if T can't
+/// hold a right star.
 ///
-/// Nothing if the lines would say less than stars: a star that T can't hold or whose text can't be
-/// read back, one with infinite components, one of another length, and everything that is fatal to
-/// a reader of stars, in particular in a text that threads can't divide at its line ends.
+/// Nothing if the lines would say less than stars: a star whose text T can't read back, one with
+/// infinite components, one of another length, and everything that is fatal to a reader of stars,
+/// in particular in a text that threads can't divide at its line ends.
 template <class T>
-std::optional<StarLines> readRightStars(const InputText& text, const Vanu<T>& problem,
+std::optional<StarLines> readRightStars(const InputText& text, const Vanu<QQ>& problem,
                                         unsigned threads);
 
 }  // namespace starsift

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/NumberTraits.h"
+#include "numbers/Conversion.h"
 #include "numbers/VectorQQ.h"
 #include "problem/DecimalSteps.h"
 #include "problem/Rows.h"
@@ -53,6 +54,18 @@ bool equationsHoldExactly(const Vanu<QQ>& problem) {
   const std::vector<Index> rows = indicesTo(problem.Ag.rowCount());
   return std::all_of(rows.begin(), rows.end(),
                      [&](Index i) { return holdsExactly(problem, i, *steps); });
+}
+
+bool fitsLongDouble(const Vanu<QQ>& problem) {
+  const auto fits = [](const Vector<QQ>& numbers) {
+    return std::all_of(numbers.begin(), numbers.end(), isExact);
+  };
+  const auto fitsAll = [&](const Matrix<QQ>& rows) {
+    return std::all_of(rows.begin(), rows.end(), fits);
+  };
+  return fits(problem.dt) && fits(problem.kt) && fitsAll(problem.At) && fitsAll(problem.Ag) &&
+         fits(problem.bg) && fits(problem.qg) && fitsAll(problem.Au) && fits(problem.lu) &&
+         fits(problem.ru) && fits(problem.dx) && fits(problem.lx) && fits(problem.rx);
 }
 
 }  // namespace starsift

@@ -21,4 +21,7 @@ namespace starsift {
 /// targets have no tolerance and don't count. O(entries of Ag).
 bool equationsHoldExactly(const Vanu<QQ>& problem);
 
+/// Every number of the problem as read is exact in long double; see isExact() of Conversion.h.
+bool fitsLongDouble(const Vanu<QQ>& problem);
+
 }  // namespace starsift

@@ -38,8 +38,6 @@ class StarChecker {
   ExactPoint& point() { return point_; }
   /// judge() of point(); the verdict is valid until the next one.
   const StarVerdict<T>& judgePoint();
-  /// The exact norms of the last solution; 0 without targets.
-  const Norms<QQ>& norms() const { return norms_; }
 
   /// Number of variables.
   Index variableCount() const { return problem_.lx.dimension(); }

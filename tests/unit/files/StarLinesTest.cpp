@@ -6,6 +6,7 @@
 #include <string>
 
 #include "stars/LineOrder.h"
+#include "system/Exceptions.h"
 #include "system/Failure.h"
 
 namespace starsift {
@@ -22,25 +23,24 @@ std::string wholeOf(const StarLine& line) {
 }
 
 /// x1 + x2 <= 9, 0 <= x <= 9, minimise x1 - x2.
-template <class T>
-Vanu<T> smallProblem() {
-  Vanu<T> problem;
-  problem.At = {{T(1), T(-1)}};
-  problem.dt = {-NumberTraits<T>::infinity()};
-  problem.Au = {{T(1), T(1)}};
-  problem.lu = {-NumberTraits<T>::infinity()};
-  problem.ru = {T(9)};
-  problem.lx = {T(0), T(0)};
-  problem.rx = {T(9), T(9)};
+Vanu<QQ> smallProblem() {
+  Vanu<QQ> problem;
+  problem.At = {{QQ(1), QQ(-1)}};
+  problem.dt = {-QQ::infinity()};
+  problem.Au = {{QQ(1), QQ(1)}};
+  problem.lu = {-QQ::infinity()};
+  problem.ru = {QQ(9)};
+  problem.lx = {QQ(0), QQ(0)};
+  problem.rx = {QQ(9), QQ(9)};
   return problem;
 }
 
 /// The lines of right stars, one after the other; "none" if they need a reader of stars.
 template <class T>
 std::string rightLines(const std::string& text, unsigned threads = 1) {
-  const Vanu<T> problem = smallProblem<T>();
+  const Vanu<QQ> problem = smallProblem();
   const InputText input = inputText(text);
-  const std::optional<StarLines> stars = readRightStars(input, problem, threads);
+  const std::optional<StarLines> stars = readRightStars<T>(input, problem, threads);
   if (!stars) return "none";
   std::string result;
   for (const StarLine& line : stars->lines) result += wholeOf(line) + "\n";
@@ -117,15 +117,17 @@ TYPED_TEST(StarLinesOf, CommentAcrossPartsIsLeftToTheReaderOfStars) {
 }
 
 TEST(StarLines, LongDoubleLeavesWhatItCantHold) {
-  EXPECT_EQ(rightLines<long double>("[ 1/3 2 ]\n"), "none");
+  EXPECT_THROW(rightLines<long double>("[ 1/3 2 ]\n"), PrecisionException);
+  EXPECT_EQ(rightLines<long double>("[ 1/3 99 ]\n"), "");
+  EXPECT_EQ(rightLines<long double>("[ 0.123456789012345678 0 ]\n"), "none");
   EXPECT_EQ(rightLines<QQ>("[ 1/3 2 ]\n"), "[ 1/3 2 ] | -1:2/3 | [ -1:2/3 ] | 0 | -1 | \n");
   EXPECT_EQ(rightLines<long double>("[ 1.5 2 ]\n"), "[ 1.5 2 ] | -0.5 | [ -0.5 ] | 0 | -1 | \n");
 }
 
 TEST(StarLines, RowsOfAnotherLengthAreLeftToTheReaderOfStars) {
-  Vanu<QQ> problem = smallProblem<QQ>();
+  Vanu<QQ> problem = smallProblem();
   problem.Au = {{QQ(1), QQ(1), QQ(1)}};
-  EXPECT_FALSE(readRightStars(inputText("[ 1 2 ]\n"), problem, 1).has_value());
+  EXPECT_FALSE(readRightStars<QQ>(inputText("[ 1 2 ]\n"), problem, 1).has_value());
 }
 
 }  // namespace
