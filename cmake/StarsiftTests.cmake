@@ -127,6 +127,11 @@ if(TARGET property_fatal)
   target_compile_definitions(property_fatal PRIVATE STARSIFT_PROBLEM_COUNT=${problem_count})
 endif()
 
+# The tests of code that starts threads, for the thread sanitizer; the other programs run them too.
+add_executable(threads EXCLUDE_FROM_ALL "${PROJECT_SOURCE_DIR}/tests/unit/files/StarLinesTest.cpp")
+target_include_directories(threads PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+target_link_libraries(threads PRIVATE starsift_files GTest::gmock_main)
+
 # starsift_add_script_test(<name> <command>...): runs in the source tree.
 function(starsift_add_script_test name)
   add_test(NAME ${name} COMMAND ${ARGN} WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}")
