@@ -20,6 +20,8 @@ namespace starsift {
 
 namespace {
 
+using Watch = std::function<void(const ReadProgress&)>;
+
 /// The right stars of a solution file, sorted and without duplicates, and what they refer to.
 struct TidyLines {
   InputText input;
@@ -36,27 +38,29 @@ struct RightStars {
 };
 
 /// Nothing if the stars can't be held as lines.
-std::optional<RightStars> readRightStars(const InputText& input, const Vanu<QQ>& problem) {
+std::optional<RightStars> readRightStars(const InputText& input, const Vanu<QQ>& problem,
+                                         const Watch& watch) {
   const unsigned threads = std::max(std::thread::hardware_concurrency(), 1U);
   const auto result = [](std::optional<StarLines> stars, bool isStandard) {
     return stars ? std::optional(RightStars{std::move(*stars), isStandard}) : std::nullopt;
   };
   if (fitsLongDouble(problem)) {
     try {
-      return result(readRightStars<long double>(input, problem, threads), true);
+      return result(readRightStars<long double>(input, problem, threads, watch), true);
     } catch (const PrecisionException&) {
       // A star that stays needs exact numbers, so that all have their form.
     }
   }
-  return result(readRightStars<QQ>(input, problem, threads), false);
+  return result(readRightStars<QQ>(input, problem, threads, watch), false);
 }
 
 /// Nothing if the stars can't be held as lines, or there is no file.
-std::optional<TidyLines> readTidyLines(const Vanu<QQ>& problem, const std::string& solFile) {
+std::optional<TidyLines> readTidyLines(const Vanu<QQ>& problem, const std::string& solFile,
+                                       const Watch& watch) {
   const std::optional<FileIdentity> identity = fileIdentity(solFile);
   std::optional<InputText> input = readSolText(solFile);
   if (!input) return std::nullopt;
-  std::optional<RightStars> right = readRightStars(*input, problem);
+  std::optional<RightStars> right = readRightStars(*input, problem, watch);
   if (!right || !sortLines(right->stars.lines)) return std::nullopt;
   removeDuplicates(right->stars.lines, true);
   return TidyLines{std::move(*input), identity, std::move(right->stars), right->isStandard};
@@ -104,10 +108,11 @@ void siftInLattice(YLattice<long double>& lattice, const StarLines* more) {
 
 /// Reads, checks and rewrites the file under its lock, which is free again before the report: a
 /// reader of that may take its time. Nothing if the stars are in the lattice afterwards.
-std::optional<TidyLines> siftFile(YLattice<long double>& lattice, const std::string& solFile) {
+std::optional<TidyLines> siftFile(YLattice<long double>& lattice, const std::string& solFile,
+                                  const Watch& watch) {
   const SolutionLock lock(solFile, Patience::whileHolderWorks);
   if (!lock.isGranted()) fail("Could not lock file: " + solFile);
-  std::optional<TidyLines> lines = readTidyLines(lattice.problemAsRead(), solFile);
+  std::optional<TidyLines> lines = readTidyLines(lattice.problemAsRead(), solFile, watch);
   if (lines && write(*lines, solFile)) return lines;
   siftInLattice(lattice, lines ? &lines->stars : nullptr);
   return std::nullopt;
@@ -123,12 +128,13 @@ void reportLines(TidyLines& lines, const Vector<QQ>& goals, std::ostream& report
 
 }  // namespace
 
-void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::ostream& report) {
+void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::ostream& report,
+               const std::function<void(const ReadProgress&)>& watch) {
   lattice.setFileNames(solFile);
   // The numbers of both files are rationals, so they are read exactly.
   lattice.useExtendedPrecision();
   lattice.readOpt();
-  std::optional<TidyLines> lines = siftFile(lattice, solFile);
+  std::optional<TidyLines> lines = siftFile(lattice, solFile, watch);
   if (lines)
     reportLines(*lines, lattice.problemAsRead().dt, report);
   else

@@ -1,9 +1,11 @@
 // The job of the command starsift: to check a solution file against its problem.
 #pragma once
 
+#include <functional>
 #include <iosfwd>
 #include <string>
 
+#include "files/StarLines.h"
 #include "lattice/YLattice.h"
 
 namespace starsift {
@@ -14,8 +16,11 @@ namespace starsift {
 ///
 /// A file that can't be read, has a wrong form or can't be written is fatal
 /// (see system/Failure.h), and a number without its integer part throws; solFile is
-/// then unchanged. `lattice` is fresh; afterwards it holds problem and stars.
-void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::ostream& report);
+/// then unchanged. `lattice` is fresh; afterwards it holds the problem. `watch` is called now and
+/// then while stars are checked.
+void siftStars(
+    YLattice<long double>& lattice, const std::string& solFile, std::ostream& report,
+    const std::function<void(const ReadProgress&)>& watch = [](const ReadProgress&) {});
 
 /// Sorts the stars, which must be right, keeps one for each point, and writes their report;
 /// `stars` is a YLattice or a YSolutionFile.

@@ -1,8 +1,10 @@
 #include "app/StatusLine.h"
 
 #include <sys/ioctl.h>
+#include <unistd.h>
 
-#include <ostream>
+#include <cstdlib>
+#include <iostream>
 
 namespace starsift {
 
@@ -31,6 +33,13 @@ void StatusLine::clear() {
 
 void StatusLine::write(std::string_view text) {
   terminal_->sputn(text.data(), static_cast<std::streamsize>(text.size()));
+}
+
+std::streambuf* errorTerminal() {
+  const char* const kind = std::getenv("TERM");
+  const bool erases =
+      isatty(STDERR_FILENO) != 0 && kind != nullptr && std::string_view(kind) != "dumb";
+  return erases ? std::cerr.rdbuf() : nullptr;
 }
 
 std::size_t statusWidth(int descriptor) {

@@ -51,6 +51,9 @@ class StatusLine {
   bool shown_ = false;
 };
 
+/// The error stream, if it is a terminal that can erase a line; else null.
+std::streambuf* errorTerminal();
+
 /// Columns that a status line may have on the terminal of `descriptor`: all but the last,
 /// as some terminals wrap a line that reaches it.
 std::size_t statusWidth(int descriptor);

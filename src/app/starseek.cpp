@@ -29,10 +29,7 @@ constexpr std::string_view synopsis = "[--name=value ...] FILE.opt";
 /// Where a status line may be drawn: on a terminal that can erase one and isn't shared with
 /// reports of steps. Null if there is none.
 std::streambuf* statusTerminal(const YLattice<long double>& lattice) {
-  const char* const kind = std::getenv("TERM");
-  if (isatty(STDERR_FILENO) == 0 || kind == nullptr || std::string_view(kind) == "dumb")
-    return nullptr;
-  return lattice.params().verb > 0 && isatty(STDOUT_FILENO) != 0 ? nullptr : std::cerr.rdbuf();
+  return lattice.params().verb > 0 && isatty(STDOUT_FILENO) != 0 ? nullptr : errorTerminal();
 }
 
 /// The remark on a fatal report: what it proves, or where the stars of the search are.

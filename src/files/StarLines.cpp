@@ -101,6 +101,9 @@ class LineReader {
     return position(source);
   }
 
+  /// The number of stars and malformed records that were dropped since the last call.
+  std::size_t takeDropped() { return std::exchange(dropped_, 0); }
+
  private:
   static const char* position(const TextCursor& source) { return source.rest().data(); }
 
@@ -133,6 +136,7 @@ class LineReader {
   std::vector<StarLine>* lines_ = nullptr;
   std::pmr::memory_resource* arena_ = nullptr;
   const char* end_ = nullptr;
+  std::size_t dropped_ = 0;
 };
 
 template <class T>
@@ -179,7 +183,10 @@ bool LineReader<T>::readPlain(TextCursor& source) {
   if (behind == nullptr) return false;
   source.advance(static_cast<std::size_t>(behind - start));
   const RecordTexts texts = readRecordTexts(source);
-  if (!verdict.isSolution) return true;
+  if (!verdict.isSolution) {
+    ++dropped_;
+    return true;
+  }
   const char* lineEnd = position(source);
   if (lineEnd[-1] == '\n') --lineEnd;
   addPlain({start, results}, {results, lineEnd}, isCurrent, time, texts, verdict.norms);
@@ -211,11 +218,17 @@ void LineReader<T>::readAnyForm(TextCursor& source) {
   const bool isComplete = records_.read(star, source);
   // Text that isn't a record and was not consumed would be read again for ever.
   if (position(source) == start) takeLine(source);
-  if (star.dimension() == 0 && isComplete) return;
+  if (star.dimension() == 0 && isComplete) {
+    ++dropped_;
+    return;
+  }
   if (star.dimension() != checker_.variableCount() ||
       std::any_of(star.begin(), star.end(), NumberTraits<QQ>::isInfinite))
     throw NotPlain();
-  if (checker_.check(star)) add(star);
+  if (checker_.check(star))
+    add(star);
+  else
+    ++dropped_;
 }
 
 template <class T>
@@ -259,14 +272,13 @@ StarLine& LineReader<T>::append(std::string_view x, std::string_view rest, const
 
 /// Bytes of a part of the input at least: below that a thread costs more than it saves.
 constexpr std::size_t partSize = std::size_t{1} << 20U;
-/// Parts for each thread, so that one that is slower reads fewer.
-constexpr std::size_t partsPerThread = 4;
+/// More parts than there are threads, so that a slower one reads fewer, and progress is seen.
+constexpr std::size_t mostParts = 64;
 
 /// Where parts of the text begin, each at the head of a line that may begin with a record; and the
 /// end of the text.
-std::vector<const char*> borders(std::string_view text, unsigned threads) {
-  const std::size_t most = threads > 1 ? threads * partsPerThread : 1;
-  const std::size_t count = std::clamp<std::size_t>(text.size() / partSize, 1, most);
+std::vector<const char*> borders(std::string_view text) {
+  const std::size_t count = std::clamp<std::size_t>(text.size() / partSize, 1, mostParts);
   std::vector<const char*> result{text.data()};
   for (std::size_t i = 1; i < count; ++i) {
     const std::size_t hit = text.find("\n[", i * (text.size() / count));
@@ -286,15 +298,15 @@ class PartReaders {
       : reader_(reader), borders_(std::move(borders)), parts_(borders_.size() - 1) {}
 
   /// False if the parts can't be told apart, or a record needs a reader of stars.
-  bool read(unsigned threads) {
+  bool read(unsigned threads, const std::function<void(const ReadProgress&)>& watch) {
     std::vector<std::thread> helpers;
     try {
       while (helpers.size() + 1 < std::min<std::size_t>(threads, parts_.size()))
-        helpers.emplace_back([this] { readSome(); });
+        helpers.emplace_back([this] { readSome([] {}); });
     } catch (const std::system_error&) {
       // As many as the system grants.
     }
-    readSome();
+    readSome([&] { watch(progress()); });
     for (std::thread& helper : helpers) helper.join();
     if (problem_) std::rethrow_exception(problem_);
     return !failed_;
@@ -321,11 +333,15 @@ class PartReaders {
         std::make_unique<std::pmr::monotonic_buffer_resource>();
   };
 
-  /// Reads parts that nobody reads until none is left.
-  void readSome() {
+  /// Reads parts that nobody reads until none is left; calls `afterPart` after each.
+  template <class AfterPart>
+  void readSome(const AfterPart& afterPart) {
     try {
       LineReader<T> reader(reader_);
-      for (std::size_t i = next_++; i < parts_.size() && !failed_; i = next_++) readPart(reader, i);
+      for (std::size_t i = next_++; i < parts_.size() && !failed_; i = next_++) {
+        readPart(reader, i);
+        afterPart();
+      }
     } catch (const NotPlain&) {
       failed_ = true;
     } catch (...) {
@@ -338,6 +354,13 @@ class PartReaders {
     Part& part = parts_[i];
     if (reader.read(borders_[i], next, borders_.back(), part.lines, *part.arena) != next)
       throw NotPlain();
+    done_ += static_cast<std::size_t>(next - borders_[i]);
+    kept_ += part.lines.size();
+    dropped_ += reader.takeDropped();
+  }
+
+  ReadProgress progress() const {
+    return {done_, static_cast<std::size_t>(borders_.back() - borders_.front()), kept_, dropped_};
   }
 
   void keepFirst(std::exception_ptr problem) {
@@ -348,6 +371,9 @@ class PartReaders {
   std::vector<const char*> borders_;
   std::vector<Part> parts_;
   std::atomic<std::size_t> next_ = 0;
+  std::atomic<std::size_t> done_ = 0;
+  std::atomic<std::size_t> kept_ = 0;
+  std::atomic<std::size_t> dropped_ = 0;
   std::atomic<bool> failed_ = false;
   std::exception_ptr problem_;
 };
@@ -356,21 +382,23 @@ class PartReaders {
 
 template <class T>
 std::optional<StarLines> readRightStars(const InputText& text, const Vanu<QQ>& problem,
-                                        unsigned threads) {
+                                        unsigned threads,
+                                        const std::function<void(const ReadProgress&)>& watch) {
   const FailuresThrow throwing;
   try {
     const LineReader<T> reader(problem);
     if (!reader.isWellFormed()) return std::nullopt;
-    PartReaders<T> parts(reader, borders(text.view(), threads));
-    if (!parts.read(threads)) return std::nullopt;
+    PartReaders<T> parts(reader, borders(text.view()));
+    if (!parts.read(threads, watch)) return std::nullopt;
     return parts.result();
   } catch (const NotPlain&) {
     return std::nullopt;
   }
 }
 
-template std::optional<StarLines> readRightStars<long double>(const InputText&, const Vanu<QQ>&,
-                                                              unsigned);
-template std::optional<StarLines> readRightStars<QQ>(const InputText&, const Vanu<QQ>&, unsigned);
+template std::optional<StarLines> readRightStars<long double>(
+    const InputText&, const Vanu<QQ>&, unsigned, const std::function<void(const ReadProgress&)>&);
+template std::optional<StarLines> readRightStars<QQ>(
+    const InputText&, const Vanu<QQ>&, unsigned, const std::function<void(const ReadProgress&)>&);
 
 }  // namespace starsift

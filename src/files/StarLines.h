@@ -2,6 +2,8 @@
 // was read and a hundred bytes, so that files of many gigabytes fit into memory.
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <memory_resource>
 #include <optional>
@@ -20,16 +22,27 @@ struct StarLines {
   std::vector<std::unique_ptr<std::pmr::monotonic_buffer_resource>> arenas;
 };
 
+/// How far readRightStars() is.
+struct ReadProgress {
+  /// Bytes of the text.
+  std::size_t done = 0;
+  std::size_t all = 0;
+  std::size_t kept = 0;
+  /// Wrong stars and malformed records.
+  std::size_t dropped = 0;
+};
+
 /// Reads the stars of a solution file and checks them as checkStars() does after readStars(), in
 /// the order of the file, on up to `threads` threads; threads >= 1. The check is exact, and the
 /// texts are those that T writes. `text` must outlive the result. PrecisionException if T can't
-/// hold a right star.
+/// hold a right star. `watch` is called on this thread now and then.
 ///
 /// Nothing if the lines would say less than stars: a star whose text T can't read back, one with
 /// infinite components, one of another length, and everything that is fatal to a reader of stars,
-/// in particular in a text that threads can't divide at its line ends.
+/// in particular in a long text that can't be divided at its line ends.
 template <class T>
 std::optional<StarLines> readRightStars(const InputText& text, const Vanu<QQ>& problem,
-                                        unsigned threads);
+                                        unsigned threads,
+                                        const std::function<void(const ReadProgress&)>& watch);
 
 }  // namespace starsift

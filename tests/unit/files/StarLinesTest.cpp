@@ -35,12 +35,14 @@ Vanu<QQ> smallProblem() {
   return problem;
 }
 
+void ignore(const ReadProgress& /*progress*/) {}
+
 /// The lines of right stars, one after the other; "none" if they need a reader of stars.
 template <class T>
 std::string rightLines(const std::string& text, unsigned threads = 1) {
   const Vanu<QQ> problem = smallProblem();
   const InputText input = inputText(text);
-  const std::optional<StarLines> stars = readRightStars<T>(input, problem, threads);
+  const std::optional<StarLines> stars = readRightStars<T>(input, problem, threads, ignore);
   if (!stars) return "none";
   std::string result;
   for (const StarLine& line : stars->lines) result += wholeOf(line) + "\n";
@@ -112,8 +114,7 @@ TYPED_TEST(StarLinesOf, CommentAcrossPartsIsLeftToTheReaderOfStars) {
   std::string comment = "/*";
   for (int i = 0; i < 400'000; ++i) comment += "\n[ 1 2 ]";
   const std::string text = comment + "*/\n[ 1 2 ]\n";
-  EXPECT_EQ(rightLines<TypeParam>(text), "[ 1 2 ] | -1 | [ -1 ] | 0 | -1 | \n");
-  EXPECT_EQ(rightLines<TypeParam>(text, 2), "none");
+  EXPECT_EQ(rightLines<TypeParam>(text), "none");
 }
 
 TEST(StarLines, LongDoubleLeavesWhatItCantHold) {
@@ -124,10 +125,27 @@ TEST(StarLines, LongDoubleLeavesWhatItCantHold) {
   EXPECT_EQ(rightLines<long double>("[ 1.5 2 ]\n"), "[ 1.5 2 ] | -0.5 | [ -0.5 ] | 0 | -1 | \n");
 }
 
+TEST(StarLines, ProgressGrowsToTheWholeText) {
+  std::string text;
+  while (text.size() < std::size_t{5} << 20U)
+    text += "[ 1 2 ] | -1 | [ -1 ] | 0 | 5 | p\n[ 9 9 ]\n[ 1 2 ] | 0 | [ ] | 0 | x | p\n";
+  std::vector<ReadProgress> seen;
+  const InputText input = inputText(text);
+  const auto stars = readRightStars<QQ>(
+      input, smallProblem(), 1, [&](const ReadProgress& progress) { seen.push_back(progress); });
+  ASSERT_TRUE(stars.has_value());
+  ASSERT_EQ(seen.size(), 5U);
+  for (std::size_t i = 1; i < seen.size(); ++i) EXPECT_GT(seen[i].done, seen[i - 1].done);
+  EXPECT_EQ(seen.back().done, text.size());
+  EXPECT_EQ(seen.back().all, text.size());
+  EXPECT_EQ(seen.back().kept, stars->lines.size());
+  EXPECT_EQ(seen.back().dropped, 2 * stars->lines.size());
+}
+
 TEST(StarLines, RowsOfAnotherLengthAreLeftToTheReaderOfStars) {
   Vanu<QQ> problem = smallProblem();
   problem.Au = {{QQ(1), QQ(1), QQ(1)}};
-  EXPECT_FALSE(readRightStars<QQ>(inputText("[ 1 2 ]\n"), problem, 1).has_value());
+  EXPECT_FALSE(readRightStars<QQ>(inputText("[ 1 2 ]\n"), problem, 1, ignore).has_value());
 }
 
 }  // namespace
