@@ -105,6 +105,14 @@ void QQStorage::setReduced(QQ& target, Int128 numerator, std::uint64_t denominat
   set(target, numerator / static_cast<Int128>(common), denominator / common);
 }
 
+void QQStorage::setWide(QQ& target, UInt128 numerator, UInt128 denominator) {
+  auto* const result = workplace(target);
+  assign(mpq_numref(result), numerator);
+  assign(mpq_denref(result), denominator);
+  if (denominator != 1) mpq_canonicalize(result);
+  finish(target, result);
+}
+
 QQ::QQ(const ZZ& value) {
   auto* const result = QQStorage::workplace(*this);
   mpq_set_z(result, value.get());

@@ -48,6 +48,8 @@ class QQStorage {
   static void set(QQ& target, Int128 numerator, UInt128 denominator);
   /// Reduces numerator / denominator to lowest terms and stores it; denominator > 0.
   static void setReduced(QQ& target, Int128 numerator, std::uint64_t denominator);
+  /// The same for positive integers of any two words.
+  static void setWide(QQ& target, UInt128 numerator, UInt128 denominator);
 };
 
 }  // namespace starsift

@@ -105,6 +105,37 @@ bool opensComment(const char* position, const char* end) {
   return *position == '/' && end - position > 1 && (position[1] == '/' || position[1] == '*');
 }
 
+/// Digits of an integer below 2^127.
+constexpr int wideDigits = 38;
+
+/// Reads an integer of at most wideDigits; returns their number, 0 if there are none or more.
+int takeWide(const char*& position, const char* end, UInt128& value) {
+  int count = 0;
+  value = 0;
+  for (Digits part = takeDigits(position, end, plainDigits); part.count > 0;
+       part = takeDigits(position, end, plainDigits)) {
+    count += part.count;
+    if (count > wideDigits) return 0;
+    value = value * static_cast<UInt128>(powersOfTen[static_cast<std::size_t>(part.count)]) +
+            static_cast<UInt128>(part.value);
+  }
+  return count;
+}
+
+/// Reads "a/b" or "a" of at most wideDigits each, a with more than plainDigits; null if there is
+/// something else.
+const char* scanWide(const char* position, const char* end, QQ& value) {
+  UInt128 numerator = 0;
+  if (takeWide(position, end, numerator) == 0) return nullptr;
+  UInt128 denominator = 1;
+  if (position != end && isSeparator(*position) && !opensComment(position, end)) {
+    if (*position != '/' || ++position == end || *position == '0') return nullptr;
+    if (takeWide(position, end, denominator) == 0) return nullptr;
+  }
+  QQStorage::setWide(value, numerator, denominator);
+  return position;
+}
+
 /// Reads an integer longer than plainDigits, alone or before a short proper fraction.
 const char* scanLong(const char* position, const char* end, QQ& value) {
   // The loop is quadratic in the digits; GMP's reader is faster for longer numbers.
@@ -160,12 +191,21 @@ std::string gatherToken(Source& source, TokenKind kind) {
   return token += "inf";
 }
 
+bool atExponent(const char* position, const char* end) {
+  return position != end && (*position == 'e' || *position == 'E');
+}
+
 /// Reads a plain number if the token ends after it; otherwise leaves the source unchanged.
 bool readPlain(TextCursor& source, QQ& value, TokenKind kind) {
   const std::string_view rest = source.rest();
   const char* const begin = rest.data();
-  const char* const behind = qqtext::scanPlain(begin, begin + rest.size(), value);
+  const char* const end = begin + rest.size();
+  const char* behind = qqtext::scanPlain(begin, end, value);
   if (behind == nullptr) return false;
+  if (kind == TokenKind::record && atExponent(behind, end)) {
+    behind = qqtext::scanExponent(behind, end, value);
+    if (behind == nullptr) return false;
+  }
   TextCursor ahead = source;
   ahead.advance(static_cast<std::size_t>(behind - begin));
   if (!tokenEnds(ahead, kind)) return false;
@@ -220,7 +260,8 @@ const char* qqtext::scanPlain(const char* begin, const char* end, QQ& value) {
   // A leading zero means a base other than ten.
   if (whole.count == 0 || (*start == '0' && whole.count > 1)) return nullptr;
   if (position != end && *position >= '0' && *position <= '9') {
-    position = scanLong(start, end, value);
+    position = scanWide(start, end, value);
+    if (position == nullptr) position = scanLong(start, end, value);
     if (position != nullptr && negative) value.negate();
     return position;
   }
@@ -234,10 +275,28 @@ const char* qqtext::scanPlain(const char* begin, const char* end, QQ& value) {
   return position;
 }
 
+const char* qqtext::scanExponent(const char* begin, const char* end, QQ& mantissa) {
+  if (!atExponent(begin, end)) return nullptr;
+  const char* position = begin + 1;
+  const bool negative = position != end && *position == '-';
+  if (position != end && (*position == '-' || *position == '+')) ++position;
+  const Digits exponent = takeDigits(position, end, plainDigits);
+  if (exponent.count == 0 || exponent.value >= static_cast<std::int64_t>(powersOfTen.size()))
+    return nullptr;
+  const QQ power(powersOfTen[static_cast<std::size_t>(exponent.value)]);
+  if (negative)
+    mantissa /= power;
+  else
+    mantissa *= power;
+  return position;
+}
+
 QQ QQ::parse(std::string_view text) {
   QQ value;
   const char* const end = text.data() + text.size();
-  if (qqtext::scanPlain(text.data(), end, value) == end && !text.empty()) return value;
+  const char* behind = qqtext::scanPlain(text.data(), end, value);
+  if (behind != nullptr && behind != end) behind = qqtext::scanExponent(behind, end, value);
+  if (behind == end && !text.empty()) return value;
   return qqtext::parseGeneral(text);
 }
 

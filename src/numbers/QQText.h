@@ -48,9 +48,14 @@ namespace qqtext {
 
 /// The fast part of QQ::parse() for plain text: an optional sign before decimal numbers
 /// of up to 18 digits in all, alone, with decimal places or as a fraction, or before
-/// an integer of up to 90 digits, alone or followed by a short proper fraction. Returns
-/// the position after the number, or null for any other text.
+/// an integer of up to 90 digits, alone or followed by a short proper fraction, or before a
+/// fraction of integers of up to 38 digits. Returns the position after the number, or null for any
+/// other text.
 const char* scanPlain(const char* begin, const char* end, QQ& value);
+
+/// Multiplies a mantissa by the power of ten of an exponent "e5", "E-18" of up to 18 at `begin`.
+/// Returns the position after it, or null, and the mantissa is unchanged, if there is none.
+const char* scanExponent(const char* begin, const char* end, QQ& mantissa);
 
 /// QQ::parse() by the complete grammar.
 QQ parseGeneral(std::string_view text);
