@@ -244,9 +244,10 @@ TEST(Glpk, ReadsColumnsWhoseNamesStandOnTheirFirstLinesAsWeDo) {
 /// All numbers of a model but its names, which glpsol changes for LP files.
 std::vector<QQ> numbersOf(const Model& model) {
   std::vector<QQ> numbers;
-  for (const auto* values : {&model.entryValues, &model.objective.coefficients, &model.lower,
-                             &model.upper, &model.rowLower, &model.rowUpper})
+  for (const auto* values : {&model.objective.coefficients, &model.lower, &model.upper,
+                             &model.rowLower, &model.rowUpper})
     numbers.insert(numbers.end(), values->begin(), values->end());
+  for (std::size_t k = 0; k < model.entryCount(); ++k) numbers.push_back(model.entryValues[k]);
   std::sort(numbers.begin(), numbers.end());
   return numbers;
 }

@@ -27,8 +27,9 @@ struct NumberCounts {
 NumberCounts countNumbers(const Model& model) {
   NumberCounts counts;
   for (const auto* values : {&model.lower, &model.upper, &model.rowLower, &model.rowUpper,
-                             &model.entryValues, &model.objective.coefficients})
+                             &model.objective.coefficients})
     for (const QQ& value : *values) counts.add(value);
+  for (std::size_t k = 0; k < model.entryCount(); ++k) counts.add(model.entryValues[k]);
   counts.add(model.objective.constant);
   return counts;
 }
