@@ -29,7 +29,8 @@ std::string recordText(const Problem& problem, const std::vector<QQ>& x,
                        const std::vector<QQ>& targetValues, const std::string& origin);
 
 /// Writes BASE.opt and BASE.names, whose opt digest is set, and adds the records to BASE.sol that
-/// it doesn't have. If one of them can't be written, files that weren't there before are removed.
+/// it doesn't have. If one of them can't be written, all are as they were before; see
+/// ResultFile::undo().
 void writeBaseFiles(const BasePaths& paths, const Model& model, const OptRows& rows,
                     const OptOptions& options, NamesFile names,
                     const std::vector<std::string>& records);
