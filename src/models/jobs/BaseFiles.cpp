@@ -163,6 +163,19 @@ void writeBaseFiles(const BasePaths& paths, const Model& model, const OptRows& r
   group.keep();
 }
 
+void addRecords(const std::string& path, const std::vector<std::string>& records) {
+  const DeferredSignals deferred;
+  // Looked up before the file is read: what is added behind that is not lost but refused.
+  ResultFile file(path, fileIdentity(path));
+  requireOpen(file, path);
+  writeRecords(file, path, records);
+  requireCommitted(file.commit(), path);
+}
+
+bool hasConstantColumn(const std::string& optPath) {
+  return hasBaseNames(optPath) && readBaseNames(optPath).hasConstantColumn;
+}
+
 bool hasBaseNames(const std::string& optPath) {
   return exists(namesPath(optPath));
 }

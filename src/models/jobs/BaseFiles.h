@@ -35,12 +35,18 @@ void writeBaseFiles(const BasePaths& paths, const Model& model, const OptRows& r
                     const OptOptions& options, NamesFile names,
                     const std::vector<std::string>& records);
 
+/// Adds the records to the file at `path` that it doesn't have.
+void addRecords(const std::string& path, const std::vector<std::string>& records);
+
 /// The problem of a .opt file, with the names beside it if there are any. ModelError if the names
 /// belong to another problem.
 Problem readBaseProblem(const std::string& optPath);
 
 /// True if there are names beside a .opt file.
 bool hasBaseNames(const std::string& optPath);
+
+/// True if the last variable of a .opt file stands for the constant of the objective, by its names.
+bool hasConstantColumn(const std::string& optPath);
 
 /// The names beside a .opt file. ModelError if there are none, or others.
 NamesFile readBaseNames(const std::string& optPath);

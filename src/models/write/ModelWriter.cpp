@@ -34,15 +34,26 @@ NumberCounts countNumbers(const Model& model) {
   return counts;
 }
 
+using NameFits = bool (*)(std::string_view);
+
+NameFits nameFits(ModelFormat format) {
+  return format == ModelFormat::mps ? isMpsName : isLpName;
+}
+
 void tell(WrittenModel& written, std::size_t count, const std::string& text) {
   if (count > 0) written.remarks.push_back({0, text + ": " + std::to_string(count)});
 }
 
 }  // namespace
 
+NameTable writtenNames(const NameTable& names, ModelFormat format) {
+  std::size_t changed = 0;
+  return fittingNames(names, nameFits(format), changed);
+}
+
 WrittenModel writeModel(const Model& model, ModelFormat format) {
   WrittenModel written;
-  bool (*const fits)(std::string_view) = format == ModelFormat::mps ? isMpsName : isLpName;
+  const NameFits fits = nameFits(format);
   WritableNames names;
   std::size_t changed = 0;
   names.columns = fittingNames(model.columnNames, fits, changed);
