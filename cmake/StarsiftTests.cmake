@@ -27,6 +27,8 @@ endif()
 # What runs long is in the libraries and the oracles. Optimising what the test frameworks instantiate
 # would take most of the time of a build.
 set(test_options -O0 -g1 -U_FORTIFY_SOURCE)
+# Where the tests themselves run long, a fifth of what they take goes into templates of theirs.
+set(long_test_options -O1 -g1 -U_FORTIFY_SOURCE)
 
 # Oracles, generators and fixtures for all test programs. They name no floor to
 # link: each test program adds its own, and members for higher floors stay out.
@@ -51,13 +53,14 @@ target_compile_options(starsift_test_support PRIVATE -fPIE ${test_options})
 target_link_libraries(starsift_test_support PUBLIC starsift_test_oracles)
 starsift_precompile(starsift_test_support tests "${PROJECT_SOURCE_DIR}/cmake/TestHeaders.h")
 
-# starsift_add_gtest(<name> <folder> <floor library> [SHARDS <count>] [COST <cost>])
+# starsift_add_gtest(<name> <folder> <floor library> [SHARDS <count>] [COST <cost>] [RUNS_LONG])
 #
 # The tests run as SHARDS processes, each with every SHARDS-th of them: a
 # process for each test takes longer than most tests. What costs more begins
-# earlier, so that no core waits at the end.
+# earlier, so that no core waits at the end. What RUNS_LONG is optimised, and so can't share what the
+# others precompile.
 function(starsift_add_gtest name folder library)
-  cmake_parse_arguments(PARSE_ARGV 3 arg "" "SHARDS;COST" "")
+  cmake_parse_arguments(PARSE_ARGV 3 arg "RUNS_LONG" "SHARDS;COST" "")
   if(NOT arg_SHARDS)
     set(arg_SHARDS 1)
   endif()
@@ -72,8 +75,12 @@ function(starsift_add_gtest name folder library)
   add_executable(${name} ${sources})
   target_include_directories(${name} PRIVATE "${folder}")
   target_link_libraries(${name} PRIVATE starsift_test_support ${library} GTest::gmock_main)
-  target_compile_options(${name} PRIVATE ${test_options})
-  starsift_precompile(${name} tests "${PROJECT_SOURCE_DIR}/cmake/TestHeaders.h")
+  if(arg_RUNS_LONG AND NOT STARSIFT_SANITIZE AND NOT STARSIFT_COVERAGE)
+    target_compile_options(${name} PRIVATE ${long_test_options})
+  else()
+    target_compile_options(${name} PRIVATE ${test_options})
+    starsift_precompile(${name} tests "${PROJECT_SOURCE_DIR}/cmake/TestHeaders.h")
+  endif()
   # A fixed seed: the same tree gives the same verdict. Run the program by hand
   # for a new seed each time.
   math(EXPR last "${arg_SHARDS} - 1")
@@ -121,7 +128,7 @@ if(NOT STARSIFT_SANITIZE)
 endif()
 # Its fail() throws: see ThrowingFailure.h there.
 starsift_add_gtest(property_fatal "${PROJECT_SOURCE_DIR}/tests/property/fatal" starsift_app
-  SHARDS 10 COST 100)
+  SHARDS 10 COST 100 RUNS_LONG)
 if(TARGET property_fatal)
   target_link_libraries(property_fatal PRIVATE starsift_certificates)
   target_compile_definitions(property_fatal PRIVATE STARSIFT_PROBLEM_COUNT=${problem_count})
@@ -156,6 +163,8 @@ if(TARGET starsift_program AND TARGET starseek_program)
     ${CMAKE_COMMAND} -E env SEARCH_PROGRAM=$<TARGET_FILE:starseek_program>
       SEARCH_SLOWDOWN=${slowdown}
     ${python} -m unittest discover -s tests/search -p "test_*.py")
+  # Mostly waits, and would be the last to end.
+  set_tests_properties(search PROPERTIES COST 2000)
 endif()
 
 # A library that the sanitizers don't come before can't be preloaded, and they
@@ -173,6 +182,8 @@ if(TARGET starsift_program AND NOT STARSIFT_SANITIZE AND NOT STARSIFT_COVERAGE)
   endforeach()
   # Two hundred processes at once.
   set_tests_properties(faults.parallel PROPERTIES PROCESSORS 2)
+  set_tests_properties(faults.signals PROPERTIES COST 500)
+  set_tests_properties(faults.stress PROPERTIES COST 300)
 endif()
 
 # No compiler and no sanitizer changes what these say.

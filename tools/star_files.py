@@ -4,6 +4,7 @@ Numbers become Fractions or the two float infinities. What ends the program with
 Unusable here.
 """
 
+import functools
 import math
 import re
 import sys
@@ -65,8 +66,9 @@ def plain_number(token):
     return value
 
 
+@functools.lru_cache(maxsize=1024)
 def number(token):
-    """Value of a token, which may end in a power of ten."""
+    """Value of a token, which may end in a power of ten. Most files repeat few."""
     mantissa, letter, exponent = token.replace("E", "e").partition("e")
     value = plain_number(mantissa)
     if not letter:
@@ -225,7 +227,8 @@ def read_star(reader):
     reader.skip()
     token = re.compile(r"[^ \t\r\n|]*").match(reader.text, reader.at)[0]
     reader.at += len(token)
-    if not re.fullmatch(r"[+-]?[0-9]+", token) or not -(2**63) <= int(token) < 2**63:
+    # int() of many digits takes the square of their number.
+    if not re.fullmatch(r"[+-]?0*[0-9]{1,19}", token) or not -(2**63) <= int(token) < 2**63:
         reader.rest_of_line()
         return Star()
     star.time = max(int(token), -1)

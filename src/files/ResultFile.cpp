@@ -161,9 +161,11 @@ Commit ResultFile::replace() {
   const bool synced = syncFile(new_->descriptor());
   const std::optional<FileIdentity> identity = fileIdentity(new_->descriptor());
   if (!new_->close() || !synced) failToWrite();
+  if (keepsOld_ && identity_) kept_.emplace(place_, UnfinishedFile::Kept::oldFile);
   // Nothing that takes time may stand between this look and the replacement.
   if (!isExpected()) return Commit::changed;
   if (!new_->replaceOld()) failToWrite();
+  isCreated_ = !identity_;
   identity_ = identity;
   // The new name is in place already; a file system that can't sync a folder keeps it as safe as
   // it can.
@@ -173,7 +175,7 @@ Commit ResultFile::replace() {
 
 Commit ResultFile::rewriteInPlace() {
   const SizeSignalIgnored ignored;
-  const std::optional<InputText> old = oldText();
+  std::optional<InputText> old = oldText();
   if (old && old->view() == buffer_ && isExpected()) return Commit::written;
   Descriptor file = place_.open(O_WRONLY);
   if (!file.isOpen()) failToWrite();
@@ -184,7 +186,28 @@ Commit ResultFile::rewriteInPlace() {
   if (!whole) static_cast<void>(overwrite(file.number(), old->view()));
   identity_ = fileIdentity(file.number());
   if (!file.close() || !whole) failToWrite();
+  if (keepsOld_) keptText_ = std::move(old);
   return Commit::written;
+}
+
+void ResultFile::undo() {
+  if (!isExpected()) return;
+  if (kept_ && kept_->exists())
+    kept_->replaceOld();
+  else if (keptText_)
+    restoreInPlace();
+  else if (isCreated_)
+    place_.unlinkPath();
+  else
+    return;
+  place_.syncFolder();
+}
+
+void ResultFile::restoreInPlace() {
+  const SizeSignalIgnored ignored;
+  const Descriptor file = place_.open(O_WRONLY);
+  // If this fails nothing is left to try.
+  if (file.isOpen()) static_cast<void>(overwrite(file.number(), keptText_->view()));
 }
 
 std::optional<InputText> ResultFile::oldText() const {

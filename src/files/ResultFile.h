@@ -55,9 +55,17 @@ class ResultFile {
 
   void write(std::string_view text);
 
+  /// To be called before commit(): what that replaces is kept until the end of the lifetime.
+  void keepOld() { keepsOld_ = true; }
+
   /// Puts the text in place of the old file. An empty text removes the file, or the
   /// symbolic link if the path is one. A file that holds the text already isn't touched.
   Commit commit();
+
+  /// Puts back what commit() has replaced after keepOld(), or removes the file that it has made; no
+  /// effect if somebody else has written or replaced that since. The new file stays if it replaced
+  /// one on a file system without hard links, and if the system refuses.
+  void undo();
 
   /// The identity of the file at the path, as expected by the constructor and left by commit();
   /// replacements by others since then are not seen.
@@ -81,6 +89,8 @@ class ResultFile {
   /// The old text, to be put back if the new one can't be written.
   std::optional<InputText> oldText() const;
   Commit remove(Mode mode);
+  /// Makes the old text that of the file again.
+  void restoreInPlace();
   [[noreturn]] void failToWrite() const;
 
   /// As the user named it.
@@ -91,6 +101,11 @@ class ResultFile {
   Descriptor old_;
   /// The new file beside the old one; only in Mode::beside.
   std::optional<UnfinishedFile> new_;
+  /// What undo() needs: the replaced file, its text if it was rewritten, or that there was none.
+  std::optional<UnfinishedFile> kept_;
+  std::optional<InputText> keptText_;
+  bool isCreated_ = false;
+  bool keepsOld_ = false;
   std::string buffer_;
   /// Length of the text that was compared with the old file; equal so far if `isSame_`.
   off_t compared_ = 0;

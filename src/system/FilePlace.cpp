@@ -53,6 +53,19 @@ std::string randomSuffix() {
   return suffix;
 }
 
+/// Makes the call, which is -1 with errno on error, with `name` set to one name after another until
+/// it isn't taken.
+template <class Call>
+int withFreeName(const std::string& prefix, std::string& name, const Call& call) {
+  int result = -1;
+  errno = EEXIST;
+  for (int i = 0; i < nameTries && result < 0 && errno == EEXIST; ++i) {
+    name = prefix + randomSuffix();
+    result = call();
+  }
+  return result;
+}
+
 }  // namespace
 
 FilePlace::FilePlace(const std::string& path, Links links) : path_(path), trust_(links) {
@@ -144,16 +157,18 @@ Descriptor FilePlace::open(int flags) const {
 }
 
 Descriptor FilePlace::create(const std::string& prefix, mode_t mode, std::string& name) const {
-  Descriptor file;
-  errno = EEXIST;
-  for (int i = 0; i < nameTries && !file.isOpen() && errno == EEXIST; ++i) {
-    name = prefix + randomSuffix();
-    file = Descriptor(uninterrupted([&] {
+  return Descriptor(withFreeName(prefix, name, [&] {
+    return uninterrupted([&] {
       return openat(folder_.number(), name.c_str(),
                     O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
-    }));
-  }
-  return file;
+    });
+  }));
+}
+
+bool FilePlace::link(const std::string& prefix, std::string& name) const {
+  return withFreeName(prefix, name, [&] {
+           return linkat(folder_.number(), name_.c_str(), folder_.number(), name.c_str(), 0);
+         }) == 0;
 }
 
 bool FilePlace::replaceBy(const std::string& name) const {

@@ -45,6 +45,9 @@ class FilePlace {
   /// Creates and opens for writing a new file in the folder, whose name is `prefix` and six
   /// random characters; stores the name. None with errno set on error.
   Descriptor create(const std::string& prefix, mode_t mode, std::string& name) const;
+  /// Gives the file such a name in the folder besides its own; stores the name. False with errno
+  /// set on error: not every file system can do that.
+  bool link(const std::string& prefix, std::string& name) const;
 
   /// Each of these returns false with errno set on error. A file of the folder replaces this one.
   bool replaceBy(const std::string& name) const;

@@ -12,6 +12,8 @@ namespace {
 /// The latest one; null if there is none.
 UnfinishedFile* latest = nullptr;
 
+constexpr const char* prefix = ".starsift.";
+
 void removeAtExit() {
   [[maybe_unused]] static const int registered = std::atexit(removeUnfinishedFiles);
 }
@@ -29,8 +31,14 @@ void removeUnfinishedFiles() {
 UnfinishedFile::UnfinishedFile(const FilePlace& place, mode_t mode)
     : place_(place), owner_(getpid()) {
   removeAtExit();
-  file_ = place.create(".starsift.", mode, name_);
+  file_ = place.create(prefix, mode, name_);
   if (file_.isOpen()) enlist();
+}
+
+UnfinishedFile::UnfinishedFile(const FilePlace& place, Kept /*kept*/)
+    : place_(place), owner_(getpid()) {
+  removeAtExit();
+  if (place.link(prefix, name_)) enlist();
 }
 
 bool UnfinishedFile::replaceOld() {

@@ -1,4 +1,5 @@
-// A new file beside an old one, until it is complete.
+// A new file beside an old one, until it is complete, and an old one beside the new one, until that
+// is to stay.
 #pragma once
 
 #include <sys/types.h>
@@ -21,10 +22,14 @@ class UnfinishedFile {
  public:
   /// No file if none can be created; errno says why. `place` must live as long.
   UnfinishedFile(const FilePlace& place, mode_t mode);
+  /// A second name of the file that is at the place now, by which replaceOld() brings it back.
+  enum class Kept { oldFile };
+  UnfinishedFile(const FilePlace& place, Kept kept);
   UnfinishedFile(const UnfinishedFile&) = delete;
   UnfinishedFile& operator=(const UnfinishedFile&) = delete;
   ~UnfinishedFile() { remove(); }
 
+  bool exists() const { return link_ != nullptr; }
   bool isOpen() const { return file_.isOpen(); }
   int descriptor() const { return file_.number(); }
   /// See Descriptor::close().

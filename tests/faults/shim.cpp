@@ -183,6 +183,8 @@ FAULTY(int, fstatat, (int folder, const char* path, struct stat* status, int fla
 FAULTY(int, fsync, (int file), (file), -1)
 FAULTY(int, flock, (int file, int operation), (file, operation), -1)
 FAULTY(int, ftruncate, (int file, off_t size), (file, size), -1)
+FAULTY(int, linkat, (int from, const char* name, int to, const char* other, int flags),
+       (from, name, to, other, flags), -1)
 FAULTY(off_t, lseek, (int file, off_t place, int from), (file, place, from), -1)
 FAULTY(int, open, (const char* path, int flags, mode_t mode), (path, flags, mode), -1)
 FAULTY_BY_RESULT(posix_fallocate, (int file, off_t from, off_t size), (file, from, size))

@@ -1,6 +1,8 @@
 """No memory: a limit of the address space, and allocations that fail, one at a time."""
 
+import os
 import pathlib
+import random
 import resource
 import subprocess
 import unittest
@@ -105,6 +107,31 @@ class Limits(FaultCase):
         self.assert_port_refuses_until_it_succeeds(
             ["--explain", "model.out", "model.lp"], self.assert_whole_if_there
         )
+
+
+class Peak(FaultCase):
+    """What a run needs at most, in multiples of the file that it reads."""
+
+    def peak_of(self, command):
+        with open(self.scratch / "out", "wb") as out:
+            process = subprocess.Popen(command, cwd=self.folder, stdout=out, stderr=out)
+            _, status, usage = os.wait4(process.pid, 0)
+        process.returncode = os.waitstatus_to_exitcode(status)
+        self.assertEqual(process.returncode, 0, (self.scratch / "out").read_bytes()[:1000])
+        return usage.ru_maxrss * 1024
+
+    def test_models_with_many_decimals_are_held_in_three_times_their_size(self):
+        source = random.Random(1)
+        rows = [f"R{i}" for i in range(20)]
+        with open(self.folder / "model.mps", "w") as file:
+            file.write("ROWS\n N  cost\n" + "".join(f" L  {row}\n" for row in rows) + "COLUMNS\n")
+            for column in range(40_000):
+                for row in source.sample(rows, 8):
+                    file.write(f"    C{column:05}  {row}  {source.uniform(-5, 5):.15f}\n")
+            file.write("ENDATA\n")
+        size = (self.folder / "model.mps").stat().st_size
+        self.assertGreater(size, 9_000_000)
+        self.assertLess(self.peak_of([PORT, "model.mps"]), 3 * size)
 
 
 class Allocations(FaultCase):

@@ -19,6 +19,8 @@ extern "C" {
 #include <QSopt_ex.h>
 }
 
+#include "models/jobs/Explain.h"
+#include "models/jobs/Export.h"
 #include "models/jobs/Import.h"
 #include "models/jobs/SolutionText.h"
 #include "models/read/ModelReader.h"
@@ -244,9 +246,10 @@ TEST(Glpk, ReadsColumnsWhoseNamesStandOnTheirFirstLinesAsWeDo) {
 /// All numbers of a model but its names, which glpsol changes for LP files.
 std::vector<QQ> numbersOf(const Model& model) {
   std::vector<QQ> numbers;
-  for (const auto* values : {&model.entryValues, &model.objective.coefficients, &model.lower,
-                             &model.upper, &model.rowLower, &model.rowUpper})
+  for (const auto* values : {&model.objective.coefficients, &model.lower, &model.upper,
+                             &model.rowLower, &model.rowUpper})
     numbers.insert(numbers.end(), values->begin(), values->end());
+  for (std::size_t k = 0; k < model.entryCount(); ++k) numbers.push_back(model.entryValues[k]);
   std::sort(numbers.begin(), numbers.end());
   return numbers;
 }
@@ -293,6 +296,54 @@ TEST(WalkThrough, CbcSaysWhatTheGuideShowsWithOneMoreRow) {
                               folder.file("found") + " >/dev/null 2>&1";
   ASSERT_EQ(std::system(command.c_str()), 0);
   EXPECT_EQ(pointOf(folder.file("found")), pointOf(Path(guideFolder) / "cbc.txt"));
+}
+
+/// Moduli, goals, a threshold and decimal places; see docs/file-formats.md.
+constexpr const char* everything = R"([ inf 3 ] = [ 4 3 ]
+[ [ 1 2 ] [ 1 0 ] ]
+[ [ 1 10 ] ] [ 2 ] [ 7 ]
+[ [ 0 3 ] ] [ 1 ] [ 14 ]
+[ 0 1 ] [ 0 0 ] [ 9 9 ]
+)";
+
+/// The least norm of the points of `everything`, found by looking at all of them.
+QQ leastNorm(const Problem& problem) {
+  const PointCheck check(problem);
+  QQ least = QQ::infinity();
+  for (long i = 0; i <= 9; ++i) {
+    for (long tenths = 0; tenths <= 90; ++tenths) {
+      const PointReport report = check.check({QQ(i), QQ(tenths, 10)});
+      if (report.isRight() && report.targetValues[0] >= QQ(4))
+        least = std::min(least, abs(report.targetValues[1] - QQ(3)) - report.targetValues[0]);
+    }
+  }
+  return least;
+}
+
+TEST(WayBack, WhatSolversFindOfATransformedProblemIsItsOptimum) {
+  const test::ScratchDir folder;
+  const std::string problem = folder.write("p.opt", everything);
+  const std::string model = folder.file("p.mps");
+  exportModel(problem, model, {});
+  const std::vector<std::string> solutions{folder.file("table"), folder.file("raw"),
+                                           folder.file("cbc")};
+  const std::string command = "glpsol --freemps " + model + " -o " + solutions[0] + " -w " +
+                              solutions[1] + " >/dev/null 2>&1 && cbc " + model +
+                              " solve solution " + solutions[2] + " >/dev/null 2>&1";
+  ASSERT_EQ(std::system(command.c_str()), 0);
+  const JobReport report = importSolutions(problem, solutions, {});
+  ASSERT_EQ(report.solutions.size(), solutions.size());
+  for (const SolutionReport& solution : report.solutions) {
+    ASSERT_EQ(solution.records.size(), 1U) << solution.solver;
+    const PointReport& check = solution.records.front().check;
+    EXPECT_TRUE(check.isRight()) << solution.solver;
+    EXPECT_EQ(abs(check.targetValues[1] - QQ(3)) - check.targetValues[0],
+              leastNorm(report.problem));
+  }
+  std::size_t malformed = 0;
+  const auto records = readRecords(folder.file("p.sol"), 2, false, malformed);
+  ASSERT_EQ(records.size(), solutions.size());
+  EXPECT_EQ(records[0].x, report.solutions[0].records[0].point.x);
 }
 
 constexpr const char* packing = R"(Maximize

@@ -128,6 +128,8 @@ MODEL [--solution=FILE ...] [-o BASE]
   BASE.sol.
 BASE.opt -o MODEL.mps (or .lp; also from another model)
   writes a problem as a model; goals, moduli and decimal places are transformed.
+BASE.opt --solution=FILE ...
+  adds what solvers found of that model to BASE.sol.
 --explain FILE ... [MODEL or BASE.opt]
   checks records (BASE.sol) and solution files: every row, bound and step that is broken, and by
   how much exactly. The status is 0 if all records are right, else 1.
@@ -135,7 +137,7 @@ BASE.opt -o MODEL.mps (or .lp; also from another model)
   writes a record as a list of names and values for solvers, or as CBC starts from.
 
 --solution=FILE       a solution file of a solver; any number of times
---format=mps|lp|opb   format of MODEL, whatever its ending
+--format=mps|lp|opb   format of MODEL, whatever its ending; of the model that a solution is about
 --repair              makes broken solutions right: integers stay, the rest is solved exactly by
                       esolver (package qsopt-ex), or proved to have no solution
 --force               replaces files that aren't from this model

@@ -12,6 +12,7 @@
 #include "app/Program.h"
 #include "app/SolutionLock.h"
 #include "app/port/PortArguments.h"
+#include "files/FileNames.h"
 #include "models/jobs/Explain.h"
 #include "models/jobs/Export.h"
 #include "models/jobs/Import.h"
@@ -57,7 +58,19 @@ void show(const PortArguments& given, const JobReport& report) {
     writeReport(std::cout, report);
 }
 
+/// True for a problem with solutions of the model that it was exported as.
+bool isWayBack(const PortArguments& given) {
+  return given.files.size() == 1 && given.output.empty() && !given.solutions.empty() &&
+         given.files.front().ends_with(".opt");
+}
+
 int import(const PortArguments& given) {
+  if (isWayBack(given)) {
+    const std::string& problem = given.files.front();
+    const SolutionLock lock(fileNames(problem).solFile, Patience::whileHolderWorks);
+    show(given, importSolutions(problem, given.solutions, given.options));
+    return EXIT_SUCCESS;
+  }
   if (isExport(given)) {
     if (!given.solutions.empty())
       throw ModelError(0, "solutions are added to problems, not to " + given.output);

@@ -57,26 +57,26 @@ void requireCommitted(Commit commit, const std::string& path) {
   if (commit == Commit::changed) throw ModelError(0, "Somebody else writes to file: " + path);
 }
 
-/// Several files that are put in place together.
+/// Several files that are put in place together. The files must outlive the group.
 class FileGroup {
  public:
   FileGroup() = default;
   FileGroup(const FileGroup&) = delete;
   FileGroup& operator=(const FileGroup&) = delete;
-  /// Without commit() nothing is left.
+  /// Without keep() everything is as it was before.
   ~FileGroup() {
-    for (const std::string& path : created_) unlink(path.c_str());
+    for (ResultFile* const file : committed_) file->undo();
   }
 
   void commit(ResultFile& file, const std::string& path) {
-    const bool isNew = !exists(path);
+    file.keepOld();
     requireCommitted(file.commit(), path);
-    if (isNew) created_.push_back(path);
+    committed_.push_back(&file);
   }
-  void keep() { created_.clear(); }
+  void keep() { committed_.clear(); }
 
  private:
-  std::vector<std::string> created_;
+  std::vector<ResultFile*> committed_;
 };
 
 void requireOpen(const ResultFile& file, const std::string& path) {
@@ -161,6 +161,19 @@ void writeBaseFiles(const BasePaths& paths, const Model& model, const OptRows& r
   group.commit(opt, paths.opt);
   group.commit(namesFile, paths.names);
   group.keep();
+}
+
+void addRecords(const std::string& path, const std::vector<std::string>& records) {
+  const DeferredSignals deferred;
+  // Looked up before the file is read: what is added behind that is not lost but refused.
+  ResultFile file(path, fileIdentity(path));
+  requireOpen(file, path);
+  writeRecords(file, path, records);
+  requireCommitted(file.commit(), path);
+}
+
+bool hasConstantColumn(const std::string& optPath) {
+  return hasBaseNames(optPath) && readBaseNames(optPath).hasConstantColumn;
 }
 
 bool hasBaseNames(const std::string& optPath) {

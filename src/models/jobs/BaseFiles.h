@@ -29,10 +29,14 @@ std::string recordText(const Problem& problem, const std::vector<QQ>& x,
                        const std::vector<QQ>& targetValues, const std::string& origin);
 
 /// Writes BASE.opt and BASE.names, whose opt digest is set, and adds the records to BASE.sol that
-/// it doesn't have. If one of them can't be written, files that weren't there before are removed.
+/// it doesn't have. If one of them can't be written, all are as they were before; see
+/// ResultFile::undo().
 void writeBaseFiles(const BasePaths& paths, const Model& model, const OptRows& rows,
                     const OptOptions& options, NamesFile names,
                     const std::vector<std::string>& records);
+
+/// Adds the records to the file at `path` that it doesn't have.
+void addRecords(const std::string& path, const std::vector<std::string>& records);
 
 /// The problem of a .opt file, with the names beside it if there are any. ModelError if the names
 /// belong to another problem.
@@ -40,6 +44,9 @@ Problem readBaseProblem(const std::string& optPath);
 
 /// True if there are names beside a .opt file.
 bool hasBaseNames(const std::string& optPath);
+
+/// True if the last variable of a .opt file stands for the constant of the objective, by its names.
+bool hasConstantColumn(const std::string& optPath);
 
 /// The names beside a .opt file. ModelError if there are none, or others.
 NamesFile readBaseNames(const std::string& optPath);

@@ -70,11 +70,6 @@ std::string problemPath(const std::vector<std::string>& files) {
   return model != files.end() ? *model : fileNames(files.front()).optFile;
 }
 
-bool hasConstantColumn(const std::string& path) {
-  if (!isProblemPath(path) || !hasBaseNames(path)) return false;
-  return readBaseNames(path).hasConstantColumn;
-}
-
 }  // namespace
 
 Problem loadProblem(const std::string& path, const ImportOptions& options) {
@@ -114,7 +109,9 @@ JobReport explain(const std::vector<std::string>& files, const ImportOptions& op
   report.modelPath = problemPath(files);
   report.problem = loadProblem(report.modelPath, options);
   report.remarks = report.problem.model.remarks;
-  const bool hasConstant = hasConstantColumn(report.modelPath);
+  const bool isProblem = isProblemPath(report.modelPath);
+  const bool hasConstant = isProblem && hasConstantColumn(report.modelPath);
+  const SolvedAs solved = isProblem ? SolvedAs::exported : SolvedAs::model;
   for (const std::string& file : files) {
     if (file == report.modelPath) continue;
     const std::string text(readModelText(file).view().substr(0, 4096));
@@ -122,7 +119,7 @@ JobReport explain(const std::vector<std::string>& files, const ImportOptions& op
       report.solutions.push_back(explainRecords(report.problem, file, hasConstant));
     else
       report.solutions.push_back(
-          std::move(readSolutions(report.problem, {file}, options.rounding).front()));
+          std::move(readSolutions(report.problem, {file}, solved, options).front()));
   }
   return report;
 }

@@ -1,9 +1,13 @@
 #include "models/jobs/Import.h"
 
+#include <algorithm>
+#include <functional>
 #include <utility>
 
+#include "files/FileNames.h"
 #include "models/jobs/BaseFiles.h"
 #include "models/jobs/Repair.h"
+#include "models/solutions/ExportedColumns.h"
 #include "models/solutions/SolverFile.h"
 #include "models/text/ModelError.h"
 #include "models/text/NumberText.h"
@@ -14,8 +18,21 @@ namespace starsift {
 
 namespace {
 
-SolutionReport readSolution(const Problem& problem, const PointCheck& check,
-                            const std::string& path, const RoundingOptions& options) {
+using PointSource = std::function<ReadPoint(const SolverFormat&, const WrittenPoint&)>;
+
+PointSource pointSource(const Problem& problem, SolvedAs solved, const ImportOptions& options) {
+  if (solved == SolvedAs::model)
+    return [&](const SolverFormat& format, const WrittenPoint& point) {
+      return readPoint(problem.model, format, point, options.rounding);
+    };
+  return [columns = ExportedColumns(problem, options.format), &options](const SolverFormat& format,
+                                                                        const WrittenPoint& point) {
+    return columns.read(format, point, options.rounding);
+  };
+}
+
+SolutionReport readSolution(const PointCheck& check, const std::string& path,
+                            const PointSource& pointOf) {
   try {
     const ModelText text = readModelText(path);
     const SolverFile file = readSolverFile(text.view());
@@ -24,7 +41,7 @@ SolutionReport readSolution(const Problem& problem, const PointCheck& check,
       RecordReport& record = report.records.emplace_back();
       record.status = point.status;
       record.number = report.records.size();
-      record.point = readPoint(problem.model, file.format, point, options);
+      record.point = pointOf(file.format, point);
       record.check = check.check(record.point.x);
     }
     return report;
@@ -47,6 +64,22 @@ std::string recordOf(const Problem& problem, const SolutionReport& solution,
     for (QQ& value : targetValues) value += problem.model.objective.constant;
   }
   return recordText(problem, x, targetValues, solution.solver + ' ' + solution.path);
+}
+
+std::vector<std::string> recordsOf(const JobReport& report, bool hasConstant) {
+  std::vector<std::string> records;
+  for (const SolutionReport& solution : report.solutions)
+    for (const RecordReport& record : solution.records)
+      records.push_back(recordOf(report.problem, solution, record, hasConstant));
+  return records;
+}
+
+/// The linear program that remains of such a problem isn't the whole of it.
+void requireRepairable(const Problem& problem) {
+  const auto isPositive = [](const QQ& value) { return value > QQ::zero(); };
+  if (!problem.moduli.empty() ||
+      std::any_of(problem.decimals.begin(), problem.decimals.end(), isPositive))
+    throw ModelError(0, "--repair is not for problems with moduli or decimal places");
 }
 
 void addWrittenRemarks(const ImportOptions& options, JobReport& report) {
@@ -85,13 +118,13 @@ LoadedModel loadModel(const std::string& path, std::optional<ModelFormat> format
 }
 
 std::vector<SolutionReport> readSolutions(const Problem& problem,
-                                          const std::vector<std::string>& paths,
-                                          const RoundingOptions& options) {
+                                          const std::vector<std::string>& paths, SolvedAs solved,
+                                          const ImportOptions& options) {
   const PointCheck check(problem);
+  const PointSource pointOf = pointSource(problem, solved, options);
   std::vector<SolutionReport> reports;
   reports.reserve(paths.size());
-  for (const std::string& path : paths)
-    reports.push_back(readSolution(problem, check, path, options));
+  for (const std::string& path : paths) reports.push_back(readSolution(check, path, pointOf));
   return reports;
 }
 
@@ -104,7 +137,7 @@ JobReport importModel(const std::string& modelPath, const std::vector<std::strin
   report.remarks = loaded.model.remarks;
   report.problem = problemOf(std::move(loaded.model));
   const Model& model = report.problem.model;
-  report.solutions = readSolutions(report.problem, solutionPaths, options.rounding);
+  report.solutions = readSolutions(report.problem, solutionPaths, SolvedAs::model, options);
   if (options.repair) repairRecords(report.problem, report.solutions);
   if (!options.force) requireOwnFiles(paths, loaded.digest);
   const OptRows rows = optRows(model);
@@ -112,10 +145,7 @@ JobReport importModel(const std::string& modelPath, const std::vector<std::strin
   if (size > options.maxSize)
     throw ModelError(0, paths.opt + " would have " + megabytes(size) + ", more than the " +
                             megabytes(options.maxSize) + " of --max-size");
-  std::vector<std::string> records;
-  for (const SolutionReport& solution : report.solutions)
-    for (const RecordReport& record : solution.records)
-      records.push_back(recordOf(report.problem, solution, record, options.opt.addConstant));
+  const std::vector<std::string> records = recordsOf(report, options.opt.addConstant);
   NamesFile names = namesOf(model);
   names.source = modelPath;
   names.sourceDigest = loaded.digest;
@@ -126,6 +156,21 @@ JobReport importModel(const std::string& modelPath, const std::vector<std::strin
                                            counted(rows.equations.size(), "equation") + ", " +
                                            counted(rows.inequations.size(), "inequation")});
   if (!records.empty()) report.solPath = paths.sol;
+  return report;
+}
+
+JobReport importSolutions(const std::string& optPath, const std::vector<std::string>& solutionPaths,
+                          const ImportOptions& options) {
+  JobReport report;
+  report.modelPath = optPath;
+  report.problem = readBaseProblem(optPath);
+  if (options.repair) requireRepairable(report.problem);
+  report.solutions = readSolutions(report.problem, solutionPaths, SolvedAs::exported, options);
+  if (options.repair) repairRecords(report.problem, report.solutions);
+  const std::vector<std::string> records = recordsOf(report, hasConstantColumn(optPath));
+  if (records.empty()) return report;
+  report.solPath = fileNames(optPath).solFile;
+  addRecords(report.solPath, records);
   return report;
 }
 

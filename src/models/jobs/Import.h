@@ -37,15 +37,29 @@ struct LoadedModel {
 LoadedModel loadModel(const std::string& path, std::optional<ModelFormat> format,
                       const ReadOptions& options);
 
+/// Where the columns of solution files are those of a problem.
+enum class SolvedAs {
+  /// The model itself.
+  model,
+  /// What exportModel() makes of the problem.
+  exported,
+};
+
 /// Reads and checks the solution files. ModelError with the path of one that can't be read.
 std::vector<SolutionReport> readSolutions(const Problem& problem,
-                                          const std::vector<std::string>& paths,
-                                          const RoundingOptions& options);
+                                          const std::vector<std::string>& paths, SolvedAs solved,
+                                          const ImportOptions& options);
 
 /// Reads the model and the solutions, then writes the files of `base` (see NamesFile.h), all of
 /// them or none. ModelError, and nothing is written, if one of the inputs is refused, if the files
 /// of `base` belong to another model, and if BASE.opt would exceed its limit.
 JobReport importModel(const std::string& modelPath, const std::vector<std::string>& solutionPaths,
                       const std::string& base, const ImportOptions& options);
+
+/// Adds the points of solution files, which are about the exported model, to the records of the
+/// problem. ModelError, and nothing is written, if one of the inputs is refused, and for --repair
+/// of a problem with moduli or decimal places.
+JobReport importSolutions(const std::string& optPath, const std::vector<std::string>& solutionPaths,
+                          const ImportOptions& options);
 
 }  // namespace starsift

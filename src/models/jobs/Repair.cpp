@@ -73,7 +73,7 @@ void FixedProblem::addRows(const std::vector<QQ>& x) {
     QQ fixed;
     for (std::size_t k = view.start[i]; k < view.start[i + 1]; ++k) {
       const std::uint32_t column = view.columns[k];
-      const QQ& entry = model.entryValues[view.entries[k]];
+      const QQ entry = model.entryValues[view.entries[k]];
       const auto place = std::lower_bound(columns_.begin(), columns_.end(), column);
       if (place != columns_.end() && *place == column)
         builder_.addTerm(terms, static_cast<std::uint32_t>(place - columns_.begin()), entry);

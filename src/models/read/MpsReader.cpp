@@ -215,10 +215,10 @@ void MpsReader::addEntries() {
     if (std::exchange(lastColumns_[row], column) == column)
       throw ModelError(line_, "the column " + inQuotes(card_.first) +
                                   " has two entries in the row " + inQuotes(name));
-    QQ entry = numbers_.read(value, line_);
+    const QQ entry = numbers_.read(value, line_);
     if (entry.isZero()) continue;
     model_.entryRows.push_back(row);
-    model_.entryValues.push_back(std::move(entry));
+    model_.entryValues.append(entry);
   }
   model_.columnStart.back() = model_.entryRows.size();
 }

@@ -149,10 +149,10 @@ void MpsRows::removeFreeRows(std::optional<std::uint32_t> objective) {
       const std::uint32_t row = model_.entryRows[k];
       if (objective && row == *objective) {
         model_.objective.columns.push_back(j);
-        model_.objective.coefficients.push_back(std::move(model_.entryValues[k]));
+        model_.objective.coefficients.push_back(model_.entryValues[k]);
       } else if (moved[row] != noRow) {
         model_.entryRows[kept] = moved[row];
-        if (kept != k) model_.entryValues[kept] = std::move(model_.entryValues[k]);
+        model_.entryValues.copy(k, kept);
         ++kept;
       }
     }

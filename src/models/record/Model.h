@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "models/record/NameTable.h"
+#include "models/record/NumberList.h"
 #include "numbers/QQ.h"
 
 namespace starsift {
@@ -69,7 +70,7 @@ struct Model {
   /// columnStart[j] <= k < columnStart[j + 1], in the order of the file.
   std::vector<std::size_t> columnStart{0};
   std::vector<std::uint32_t> entryRows;
-  std::vector<QQ> entryValues;
+  NumberList entryValues;
 
   std::vector<ModelRemark> remarks;
 };

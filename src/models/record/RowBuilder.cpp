@@ -47,7 +47,7 @@ void RowBuilder::addRow(LinearTerms terms, RowSense sense, QQ lower, QQ upper) {
   for (std::size_t k = 0; k < terms.columns.size(); ++k) {
     if (terms.coefficients[k].isZero()) continue;
     entryColumns_.push_back(terms.columns[k]);
-    entryValues_.push_back(std::move(terms.coefficients[k]));
+    entryValues_.append(terms.coefficients[k]);
   }
   rowEnds_.push_back(entryColumns_.size());
   model.senses.push_back(sense);
@@ -68,7 +68,7 @@ void RowBuilder::finish(NameTable rowNames) {
     for (; k < rowEnds_[row]; ++k) {
       const std::size_t place = next[entryColumns_[k]]++;
       model.entryRows[place] = static_cast<std::uint32_t>(row);
-      model.entryValues[place] = std::move(entryValues_[k]);
+      model.entryValues.set(place, entryValues_[k]);
     }
   }
   entryColumns_ = {};

@@ -46,7 +46,7 @@ class RowBuilder {
   std::vector<std::size_t> positions_;
   std::vector<std::size_t> rowEnds_;
   std::vector<std::uint32_t> entryColumns_;
-  std::vector<QQ> entryValues_;
+  NumberList entryValues_;
 };
 
 }  // namespace starsift

@@ -27,10 +27,17 @@ struct NumberCounts {
 NumberCounts countNumbers(const Model& model) {
   NumberCounts counts;
   for (const auto* values : {&model.lower, &model.upper, &model.rowLower, &model.rowUpper,
-                             &model.entryValues, &model.objective.coefficients})
+                             &model.objective.coefficients})
     for (const QQ& value : *values) counts.add(value);
+  for (std::size_t k = 0; k < model.entryCount(); ++k) counts.add(model.entryValues[k]);
   counts.add(model.objective.constant);
   return counts;
+}
+
+using NameFits = bool (*)(std::string_view);
+
+NameFits nameFits(ModelFormat format) {
+  return format == ModelFormat::mps ? isMpsName : isLpName;
 }
 
 void tell(WrittenModel& written, std::size_t count, const std::string& text) {
@@ -39,9 +46,14 @@ void tell(WrittenModel& written, std::size_t count, const std::string& text) {
 
 }  // namespace
 
+NameTable writtenNames(const NameTable& names, ModelFormat format) {
+  std::size_t changed = 0;
+  return fittingNames(names, nameFits(format), changed);
+}
+
 WrittenModel writeModel(const Model& model, ModelFormat format) {
   WrittenModel written;
-  bool (*const fits)(std::string_view) = format == ModelFormat::mps ? isMpsName : isLpName;
+  const NameFits fits = nameFits(format);
   WritableNames names;
   std::size_t changed = 0;
   names.columns = fittingNames(model.columnNames, fits, changed);

@@ -18,4 +18,7 @@ struct WrittenModel {
 /// Reading the text gives the same model again, apart from changed names. The format is mps or lp.
 WrittenModel writeModel(const Model& model, ModelFormat format);
 
+/// The names of columns or rows as that format has them.
+NameTable writtenNames(const NameTable& names, ModelFormat format);
+
 }  // namespace starsift

@@ -77,12 +77,11 @@ void PlainModel::copyColumns() {
 
 /// Counts the columns with decimal places in their steps from here on.
 void PlainModel::scaleColumns() {
-  std::vector<QQ> steps(source_.model.columnCount(), QQ(1));
+  const std::vector<QQ> steps = columnSteps(source_);
   std::size_t count = 0;
-  for (std::size_t j = 0; j < source_.decimals.size(); ++j) {
-    if (source_.decimals[j] <= QQ::zero()) continue;
+  for (std::size_t j = 0; j < steps.size(); ++j) {
+    if (steps[j] == QQ::one()) continue;
     ++count;
-    for (QQ i(1); i <= source_.decimals[j]; i += QQ::one()) steps[j] /= QQ::ten();
     builder_.model.kinds[j] = ColumnKind::integer;
     if (!builder_.model.lower[j].isInf()) builder_.model.lower[j] /= steps[j];
     if (!builder_.model.upper[j].isInf()) builder_.model.upper[j] /= steps[j];
@@ -198,6 +197,13 @@ Model PlainModel::build() {
 }
 
 }  // namespace
+
+std::vector<QQ> columnSteps(const Problem& problem) {
+  std::vector<QQ> steps(problem.model.columnCount(), QQ(1));
+  for (std::size_t j = 0; j < problem.decimals.size(); ++j)
+    for (QQ i(1); i <= problem.decimals[j]; i += QQ::one()) steps[j] /= QQ::ten();
+  return steps;
+}
 
 Model plainModel(Problem problem) {
   return PlainModel(std::move(problem)).build();

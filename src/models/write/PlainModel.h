@@ -1,6 +1,8 @@
 // A problem in the terms that every solver knows.
 #pragma once
 
+#include <vector>
+
 #include "models/record/Problem.h"
 
 namespace starsift {
@@ -10,5 +12,9 @@ namespace starsift {
 /// a threshold a row, several targets one sum. Remarks say which of these was done, and how often.
 /// The columns of the problem come first.
 Model plainModel(Problem problem);
+
+/// What one unit of each of these columns is worth: 10^-places for a variable with decimal places,
+/// else 1.
+std::vector<QQ> columnSteps(const Problem& problem);
 
 }  // namespace starsift

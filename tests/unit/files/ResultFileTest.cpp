@@ -337,6 +337,46 @@ class ReadOnlyDirectory : public testing::Test {
   std::string path = scratch.write("p.sol", "the old text\n");
 };
 
+/// Writes `text` so that it can be undone; `meanwhile` is called before that is done.
+template <class Meanwhile>
+void writeAndUndo(const std::string& path, std::string_view text, const Meanwhile& meanwhile) {
+  ResultFile file(path);
+  file.write(text);
+  file.keepOld();
+  EXPECT_EQ(file.commit(), Commit::written);
+  meanwhile();
+  file.undo();
+}
+
+TEST(ResultFile, OldFileComesBack) {
+  const ScratchDir scratch;
+  const std::string path = scratch.write("p.sol", "old");
+  const ino_t before = fileNumber(path);
+  writeAndUndo(path, "new", [&] { EXPECT_EQ(scratch.read("p.sol"), "new"); });
+  EXPECT_EQ(scratch.read("p.sol"), "old");
+  EXPECT_EQ(fileNumber(path), before);
+  EXPECT_EQ(scratch.names(), Names{"p.sol"});
+}
+
+TEST(ResultFile, UndoneNewFileGoes) {
+  const ScratchDir scratch;
+  writeAndUndo(scratch.path() + "/p.sol", "new", [] {});
+  EXPECT_EQ(scratch.names(), Names{});
+}
+
+TEST(ResultFile, FileThatHeldTheTextStaysWhenThatIsUndone) {
+  const ScratchDir scratch;
+  writeAndUndo(scratch.write("p.sol", "old"), "old", [] {});
+  EXPECT_EQ(scratch.read("p.sol"), "old");
+}
+
+TEST(ResultFile, TextOfSomebodyElseIsNotUndone) {
+  const ScratchDir scratch;
+  writeAndUndo(scratch.write("p.sol", "old"), "new", [&] { scratch.write("p.sol", "theirs"); });
+  EXPECT_EQ(scratch.read("p.sol"), "theirs");
+  EXPECT_EQ(scratch.names(), Names{"p.sol"});
+}
+
 TEST_F(ReadOnlyDirectory, FileIsRewrittenInPlace) {
   const ino_t number = fileNumber(path);
   EXPECT_EXIT(writeAsNobody(path, "short\n"), testing::ExitedWithCode(0), "");

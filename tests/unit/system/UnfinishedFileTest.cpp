@@ -40,6 +40,33 @@ TEST_F(UnfinishedFileTest, TakesTheNameOfTheOldOne) {
   EXPECT_EQ(dir_.read("p.sol"), "new");
 }
 
+TEST_F(UnfinishedFileTest, BringsTheOldOneBack) {
+  UnfinishedFile kept(place_, UnfinishedFile::Kept::oldFile);
+  EXPECT_TRUE(kept.exists());
+  {
+    UnfinishedFile file(place_, 0600);
+    EXPECT_TRUE(file.replaceOld());
+  }
+  EXPECT_EQ(dir_.read("p.sol"), "");
+  EXPECT_TRUE(kept.replaceOld());
+  EXPECT_EQ(dir_.names(), Names{"p.sol"});
+  EXPECT_EQ(dir_.read("p.sol"), "old");
+}
+
+TEST_F(UnfinishedFileTest, KeepsTheOldOneForItsLifetimeOnly) {
+  {
+    const UnfinishedFile kept(place_, UnfinishedFile::Kept::oldFile);
+    EXPECT_EQ(dir_.names().size(), 2U);
+  }
+  EXPECT_EQ(dir_.names(), Names{"p.sol"});
+}
+
+TEST_F(UnfinishedFileTest, KeepsNothingIfThereIsNoOldOne) {
+  const FilePlace empty(dir_.path() + "/q.sol");
+  const UnfinishedFile kept(empty, UnfinishedFile::Kept::oldFile);
+  EXPECT_FALSE(kept.exists());
+}
+
 TEST_F(UnfinishedFileTest, IsOneOfSeveralThatGoInAnyOrder) {
   std::optional<UnfinishedFile> files[3];
   for (auto& file : files) file.emplace(place_, 0600);

@@ -1,0 +1,72 @@
+#include "models/solutions/ExportedColumns.h"
+
+#include <charconv>
+#include <string>
+#include <utility>
+
+#include "models/text/ModelError.h"
+#include "models/text/Words.h"
+#include "models/write/ModelWriter.h"
+#include "models/write/PlainModel.h"
+
+namespace starsift {
+
+namespace {
+
+/// The number from 1 on as an index; nothing if it isn't one of `count`.
+std::optional<std::uint32_t> indexOfNumber(std::string_view text, std::size_t count) {
+  std::uint32_t number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  if (error != std::errc() || stop != end || number == 0 || number > count) return std::nullopt;
+  return number - 1;
+}
+
+}  // namespace
+
+ExportedColumns::ExportedColumns(const Problem& problem, std::optional<ModelFormat> format)
+    : steps_(columnSteps(problem)) {
+  const Model plain = plainModel(problem);
+  for (const ModelFormat written : {ModelFormat::mps, ModelFormat::lp})
+    if (!format || *format == written) names_.push_back(writtenNames(plain.columnNames, written));
+  const std::size_t count = problem.model.columnCount();
+  for (std::size_t j = 0; j < count; ++j) columns_.columnNames.add(plain.columnNames[j]);
+  columns_.kinds.assign(plain.kinds.begin(), plain.kinds.begin() + static_cast<long>(count));
+  columns_.lower.assign(plain.lower.begin(), plain.lower.begin() + static_cast<long>(count));
+  columns_.upper.assign(plain.upper.begin(), plain.upper.begin() + static_cast<long>(count));
+}
+
+std::optional<std::uint32_t> ExportedColumns::find(const SolverFormat& format,
+                                                   const WrittenValue& value) const {
+  if (format.isByNumber) return indexOfNumber(value.column, names_.front().size());
+  std::optional<std::uint32_t> found;
+  for (const NameTable& names : names_) {
+    const std::optional<std::uint32_t> column = names.find(value.column);
+    if (found && column && *found != *column)
+      throw ModelError(value.line, inQuotes(value.column) +
+                                       " is another column in a .lp file than in a .mps file "
+                                       "(--format says which was solved)");
+    if (column) found = column;
+  }
+  return found;
+}
+
+ReadPoint ExportedColumns::read(const SolverFormat& format, const WrittenPoint& point,
+                                const RoundingOptions& options) const {
+  SolverFormat named = format;
+  named.isByNumber = false;
+  WrittenPoint own{point.status, {}, point.line};
+  for (const WrittenValue& value : point.values) {
+    const std::optional<std::uint32_t> column = find(format, value);
+    if (!column && format.isByNumber)
+      throw ModelError(value.line, "the model has no column number " + value.column);
+    if (column && *column >= columns_.columnCount()) continue;
+    const std::string name(column ? columns_.columnNames[*column] : value.column);
+    own.values.push_back({name, value.number, value.line});
+  }
+  ReadPoint result = readPoint(columns_, named, own, options);
+  for (std::size_t j = 0; j < steps_.size(); ++j) result.x[j] *= steps_[j];
+  return result;
+}
+
+}  // namespace starsift
