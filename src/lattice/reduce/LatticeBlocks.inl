@@ -1,0 +1,57 @@
+// Lattice: block reduction of its basis, by BlockReduction. The rows that it changes are checked as
+// vectors.
+#pragma once
+
+#include <algorithm>
+#include <array>
+
+#include "lattice/Lattice.h"
+#include "lattice/reduce/BlockReduction.h"
+#include "lattice/reduce/LatticeLll.inl"
+
+namespace starsift {
+
+namespace latticeblocks {
+
+/// The parameters of enumeration; a time of 0 or less is none.
+template <class T, class R>
+BlockSettings settingsOf(const Lattice<T, R>& lattice, Index size) {
+  constexpr std::array prunings = {BlockPruning::complete, BlockPruning::linear,
+                                   BlockPruning::strong, BlockPruning::extreme};
+  const auto& params = lattice.params;
+  BlockSettings settings;
+  settings.size = size;
+  settings.pruning = prunings[static_cast<std::size_t>(
+      std::clamp<long>(params.eprune, 0, static_cast<long>(prunings.size()) - 1))];
+  if (params.btime > 0) settings.blockTime = BlockSettings::Seconds(params.btime);
+  if (params.etime > 0) settings.totalTime = BlockSettings::Seconds(params.etime);
+  return settings;
+}
+
+/// Number of rows before the first one that is 0 or depends on those before it, after reduce().
+template <class T, class R>
+Index independentCount(const Basis<T, R>& basis) {
+  Index count = 0;
+  while (count < basis.n && basis.vecStatus[count + 1] != ST_DEPENDENT &&
+         !(supNorm(basis.B()[count + 1]) == T()))
+    ++count;
+  return count;
+}
+
+}  // namespace latticeblocks
+
+template <class T, class R>
+bool Lattice<T, R>::reduceBlocks(Index size) {
+  const Index count = latticeblocks::independentCount(basis);
+  BlockEnd end = BlockEnd::stopped;
+  {
+    latticelll::Reduction<T, R> reduction(*this);
+    BlockReduction<T, R> blocks(basis, gramSchmidt, reduction.visitor(), *reduction,
+                                latticeblocks::settingsOf(*this, size));
+    end = blocks.run(count);
+  }
+  if (searchIsOver()) return false;
+  return reduce(0) && end == BlockEnd::reduced;
+}
+
+}  // namespace starsift
