@@ -225,10 +225,11 @@ class Lattice : public Vanu<T>, private ParamReactions {
 
   // Block reduction: reduce/LatticeBlocks.inl
 
-  /// Block reduction of the rows, which reduce() has reduced, in blocks of `size` rows, then
-  /// reduce(); by the parameters eprune, btime, etime and deep. True if it came to its end: a time
-  /// limit or the end of the search makes it false. The rows are as after reduce() in either case.
-  bool reduceBlocks(Index size);
+  /// Block reduction of the rows, which reduce() has reduced, in blocks that grow up to beta rows,
+  /// then reduce(); by the parameters beta, eprune, btime, etime and deep. Every row that changes
+  /// goes through checkRow(). True if it came to its end: a time limit or the end of the search
+  /// makes it false.
+  bool reduceBlocks();
 
   // Transformation of the basis: make/LatticeTransform.inl
 

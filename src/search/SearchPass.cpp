@@ -12,4 +12,12 @@ PassCounts searchPass(YLattice<long double>& lattice) {
   });
 }
 
+void searchBlocks(YLattice<long double>& lattice) {
+  if (!lattice.params().eenum) return;
+  lattice.runStep([](auto& live) {
+    live.reduceBlocks();
+    if (!live.stopped()) NearbySearch(live).run();
+  });
+}
+
 }  // namespace starsift

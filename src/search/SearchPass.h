@@ -11,4 +11,8 @@ namespace starsift {
 /// Both are one step: if long double loses precision in either, both are repeated over rationals.
 PassCounts searchPass(YLattice<long double>& lattice);
 
+/// Behind searchPass(): block reduction by the parameters, then the vectors next to the basis
+/// again. Does nothing with the parameter eenum off.
+void searchBlocks(YLattice<long double>& lattice);
+
 }  // namespace starsift

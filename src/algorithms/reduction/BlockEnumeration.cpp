@@ -118,17 +118,18 @@ class BlockWalk {
   BlockResult result_;
 };
 
-/// Weight of s (1 - s) subtracted from the share s of the choices made, and the least bound, by
-/// which the first choices aren't only 0.
+/// The bound at the share s of the choices is s - bend s (1 - s) + offset.
 struct PruningShape {
   double bend;
-  double least;
+  double offset;
 };
 
 PruningShape shapeOf(BlockPruning pruning) {
   switch (pruning) {
     case BlockPruning::complete:
       return {0, 1};
+    case BlockPruning::mild:
+      return {-0.6, 0.03};
     case BlockPruning::linear:
       return {0, 0};
     case BlockPruning::strong:
@@ -146,7 +147,7 @@ std::vector<double> pruningBounds(BlockPruning pruning, std::size_t d) {
   std::vector<double> bounds(d);
   for (std::size_t k = 0; k < d; ++k) {
     const double s = static_cast<double>(k + 1) / static_cast<double>(d);
-    bounds[k] = std::min(1.0, std::max(shape.least, s - shape.bend * s * (1 - s)));
+    bounds[k] = std::min(1.0, s - shape.bend * s * (1 - s) + shape.offset);
   }
   return bounds;
 }

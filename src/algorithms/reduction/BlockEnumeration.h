@@ -36,9 +36,11 @@ struct BlockVector {
 enum class BlockPruning {
   /// All of it: what is found is the shortest vector, up to rounding.
   complete,
-  /// The squared length of a node grows at most in proportion to its depth, and so on: each one
-  /// walks less than the one before.
+  /// A few hundredths of the nodes, which miss the shortest vector seldom.
+  mild,
+  /// The bound grows in proportion to the choices made.
   linear,
+  /// Less and less than that.
   strong,
   extreme
 };

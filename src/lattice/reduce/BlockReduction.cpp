@@ -19,6 +19,10 @@ constexpr int maxFruitlessTours = 3;
 /// A slope is better if it is less steep by this part of itself.
 constexpr double leastGain = 0.002;
 
+/// Lovász tests, per row, after which Gram-Schmidt data are computed anew: those of one row are made
+/// from kept data of others, and the errors grow from row to row.
+constexpr Index maxTestsPerRow = 20;
+
 /// From this dimension on the shortest vector of a block is expected to be close to the Gaussian
 /// heuristic, and longer ones than this multiple of it, squared, aren't looked for.
 constexpr std::size_t gaussianDimension = 30;
@@ -39,10 +43,10 @@ double gaussianBound(const ProjectedBlock& block) {
 }  // namespace
 
 template <class T, class R>
-BlockEnd BlockReduction<T, R>::run(Index count) {
+BlockEnd BlockReduction<T, R>::run(Index count, Index size) {
   double best = -std::numeric_limits<double>::infinity();
   for (int fruitless = 0; fruitless < maxFruitlessTours;) {
-    if (const std::optional<BlockEnd> end = tour(count)) return *end;
+    if (const std::optional<BlockEnd> end = tour(count, size)) return *end;
     if (!hasChanged_) return BlockEnd::reduced;
     const double now = slope(count);
     if (now > best + leastGain * std::fabs(now)) {
@@ -56,13 +60,10 @@ BlockEnd BlockReduction<T, R>::run(Index count) {
 }
 
 template <class T, class R>
-std::optional<BlockEnd> BlockReduction<T, R>::tour(Index count) {
-  // Gram-Schmidt data of rows that weren't computed anew for long have lost digits.
-  basis_.forgetFrom(1);
-  basis_.forgetAllProducts();
+std::optional<BlockEnd> BlockReduction<T, R>::tour(Index count, Index size) {
   hasChanged_ = false;
   for (Index first = 1; first < count; ++first) {
-    const Index last = std::min(first + settings_.size - 1, count);
+    const Index last = std::min(first + size - 1, count);
     if (!reduceRows(last)) return BlockEnd::stopped;
     improve(first, last);
     if (isStopped_) return BlockEnd::stopped;
@@ -76,7 +77,13 @@ std::optional<BlockEnd> BlockReduction<T, R>::tour(Index count) {
 template <class T, class R>
 bool BlockReduction<T, R>::reduceRows(Index to) {
   PassStatus status{1, to, to, std::numeric_limits<Index>::max()};
+  if (testsSinceRenewal_ > maxTestsPerRow * basis_.n) {
+    basis_.forgetFrom(1);
+    basis_.forgetAllProducts();
+    testsSinceRenewal_ = 0;
+  }
   lll_.pass(status);
+  testsSinceRenewal_ += status.counts.tests;
   return lll_.allTested(to);
 }
 

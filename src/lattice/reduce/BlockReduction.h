@@ -18,8 +18,6 @@ namespace starsift {
 struct BlockSettings {
   using Seconds = std::chrono::duration<double>;
 
-  /// Rows of a block, at least 2.
-  Index size = 20;
   BlockPruning pruning = BlockPruning::linear;
   /// A vector replaces the first one of its block if its squared length is less than this part of
   /// it, 1/4 < delta < 1.
@@ -49,10 +47,11 @@ class BlockReduction {
                  LllReduction<T, R>& lll, const BlockSettings& settings)
       : basis_(basis), data_(data), visitor_(visitor), lll_(lll), settings_(settings) {}
 
-  /// Makes tours over the blocks of rows 1..count, which are independent; the rows after them
-  /// stay. The rows span the same lattice. Throws as LllReduction::pass(), and what the visitor
-  /// throws; the rows span their lattice then.
-  BlockEnd run(Index count);
+  /// Makes tours over the blocks of `size` rows, at least 2, of rows 1..count, which are
+  /// independent; the rows after them stay. The rows span the same lattice. Throws as
+  /// LllReduction::pass(), and what the visitor throws; the rows span their lattice then. May be
+  /// called again with another size: the limits of time are those of all calls.
+  BlockEnd run(Index count, Index size);
 
   /// Vectors that were inserted.
   std::uint64_t insertions() const { return insertions_; }
@@ -62,7 +61,7 @@ class BlockReduction {
   using Clock = std::chrono::steady_clock;
 
   /// One tour; sets hasChanged_. Empty: it came to its end.
-  std::optional<BlockEnd> tour(Index count);
+  std::optional<BlockEnd> tour(Index count, Index size);
   /// LLL reduction of rows 1..to; false if it didn't come to its end.
   bool reduceRows(Index to);
   /// Inserts a short vector of the rows first..last before them, if one is found.
@@ -84,6 +83,7 @@ class BlockReduction {
   LllReduction<T, R>& lll_;
   BlockSettings settings_;
   BlockSettings::Seconds spent_{};
+  Index testsSinceRenewal_ = 0;
   bool hasChanged_ = false;
   bool isStopped_ = false;
   std::uint64_t insertions_ = 0;

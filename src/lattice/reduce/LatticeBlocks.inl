@@ -13,14 +13,17 @@ namespace starsift {
 
 namespace latticeblocks {
 
+/// Blocks grow by so many rows: a basis that is reduced in small blocks takes less time in larger
+/// ones.
+constexpr Index growth = 10;
+
 /// The parameters of enumeration; a time of 0 or less is none.
 template <class T, class R>
-BlockSettings settingsOf(const Lattice<T, R>& lattice, Index size) {
+BlockSettings settingsOf(const Lattice<T, R>& lattice) {
   constexpr std::array prunings = {BlockPruning::complete, BlockPruning::linear,
                                    BlockPruning::strong, BlockPruning::extreme};
   const auto& params = lattice.params;
   BlockSettings settings;
-  settings.size = size;
   settings.pruning = prunings[static_cast<std::size_t>(
       std::clamp<long>(params.eprune, 0, static_cast<long>(prunings.size()) - 1))];
   if (params.btime > 0) settings.blockTime = BlockSettings::Seconds(params.btime);
@@ -41,14 +44,18 @@ Index independentCount(const Basis<T, R>& basis) {
 }  // namespace latticeblocks
 
 template <class T, class R>
-bool Lattice<T, R>::reduceBlocks(Index size) {
+bool Lattice<T, R>::reduceBlocks() {
   const Index count = latticeblocks::independentCount(basis);
-  BlockEnd end = BlockEnd::stopped;
+  BlockEnd end = BlockEnd::reduced;
   {
     latticelll::Reduction<T, R> reduction(*this);
     BlockReduction<T, R> blocks(basis, gramSchmidt, reduction.visitor(), *reduction,
-                                latticeblocks::settingsOf(*this, size));
-    end = blocks.run(count);
+                                latticeblocks::settingsOf(*this));
+    Index size = 0;
+    while (size < params.beta && end == BlockEnd::reduced) {
+      size = std::min<Index>(size + latticeblocks::growth, params.beta);
+      end = blocks.run(count, size);
+    }
   }
   if (searchIsOver()) return false;
   return reduce(0) && end == BlockEnd::reduced;
