@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace starsift {
@@ -118,37 +119,28 @@ class BlockWalk {
   BlockResult result_;
 };
 
-/// The bound at the share s of the choices is s - bend s (1 - s) + offset.
-struct PruningShape {
-  double bend;
-  double offset;
-};
-
-PruningShape shapeOf(BlockPruning pruning) {
+/// Rows by which the choices made are ahead of a bound in proportion to them.
+double lead(BlockPruning pruning) {
   switch (pruning) {
     case BlockPruning::complete:
-      return {0, 1};
-    case BlockPruning::mild:
-      return {-0.6, 0.03};
+      return std::numeric_limits<double>::infinity();
     case BlockPruning::linear:
-      return {0, 0};
+      return 6;
     case BlockPruning::strong:
-      return {0.3, 0.05};
+      return 4;
     case BlockPruning::extreme:
-      return {0.6, 0.05};
+      return 2;
   }
-  return {};
+  return 0;
 }
 
 }  // namespace
 
 std::vector<double> pruningBounds(BlockPruning pruning, std::size_t d) {
-  const PruningShape shape = shapeOf(pruning);
   std::vector<double> bounds(d);
-  for (std::size_t k = 0; k < d; ++k) {
-    const double s = static_cast<double>(k + 1) / static_cast<double>(d);
-    bounds[k] = std::min(1.0, s - shape.bend * s * (1 - s) + shape.offset);
-  }
+  for (std::size_t k = 0; k < d; ++k)
+    bounds[k] =
+        std::min(1.0, (static_cast<double>(k + 1) + lead(pruning)) / static_cast<double>(d));
   return bounds;
 }
 

@@ -36,8 +36,6 @@ struct BlockVector {
 enum class BlockPruning {
   /// All of it: what is found is the shortest vector, up to rounding.
   complete,
-  /// A few hundredths of the nodes, which miss the shortest vector seldom.
-  mild,
   /// The bound grows in proportion to the choices made.
   linear,
   /// Less and less than that.

@@ -19,8 +19,8 @@ constexpr int maxFruitlessTours = 3;
 /// A slope is better if it is less steep by this part of itself.
 constexpr double leastGain = 0.002;
 
-/// Lovász tests, per row, after which Gram-Schmidt data are computed anew: those of one row are made
-/// from kept data of others, and the errors grow from row to row.
+/// Lovász tests, per row, after which Gram-Schmidt data are computed anew: those of one row are
+/// made from kept data of others, and the errors grow from row to row.
 constexpr Index maxTestsPerRow = 20;
 
 /// From this dimension on the shortest vector of a block is expected to be close to the Gaussian
@@ -96,6 +96,10 @@ void BlockReduction<T, R>::improve(Index first, Index last) {
   nodes_ += result.nodes;
   if (isStopped_ || !result.shortest) return;
   insert(first, std::move(result.shortest->coefficients));
+  if (settings_.deep) {
+    lll_.sizeReduce(first, false);
+    lll_.deepInsertStep(first);
+  }
   hasChanged_ = true;
   ++insertions_;
 }
@@ -106,8 +110,7 @@ ProjectedBlock BlockReduction<T, R>::blockOf(Index first, Index last) const {
   ProjectedBlock block{std::vector<std::vector<double>>(d), std::vector<double>(d)};
   for (Index i = first; i <= last; ++i) {
     const auto row = static_cast<std::size_t>(i - first);
-    for (Index k = first; k < i; ++k)
-      block.mu[row].push_back(static_cast<double>(data_.mu[i][k]));
+    for (Index k = first; k < i; ++k) block.mu[row].push_back(static_cast<double>(data_.mu[i][k]));
     const R ratio = data_.cLen[i] / data_.cLen[first];
     block.lengths[row] = static_cast<double>(std::min(ratio, static_cast<R>(greatestRatio)));
   }

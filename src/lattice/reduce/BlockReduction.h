@@ -18,10 +18,13 @@ namespace starsift {
 struct BlockSettings {
   using Seconds = std::chrono::duration<double>;
 
-  BlockPruning pruning = BlockPruning::linear;
+  BlockPruning pruning = BlockPruning::complete;
   /// A vector replaces the first one of its block if its squared length is less than this part of
   /// it, 1/4 < delta < 1.
   double delta = 0.99;
+  /// A vector that was inserted moves on to the first row, from the second one on, that is longer
+  /// in the same way.
+  bool deep = false;
   /// Time of one enumeration and of all of them together; none: no limit.
   std::optional<Seconds> blockTime;
   std::optional<Seconds> totalTime;
@@ -40,9 +43,9 @@ enum class BlockEnd {
 template <class T, class R>
 class BlockReduction {
  public:
-  /// `lll`, a reduction of this basis by these data, which calls this visitor, and the others
-  /// must live as long as this object. The visitor is called within enumerations too, every some
-  /// thousand nodes.
+  /// `lll`, a reduction of this basis by these data without deep insertions, which calls this
+  /// visitor, and the others must live as long as this object. The visitor is called within
+  /// enumerations too, every some thousand nodes.
   BlockReduction(Basis<T, R>& basis, GramSchmidtData<R>& data, RowVisitor& visitor,
                  LllReduction<T, R>& lll, const BlockSettings& settings)
       : basis_(basis), data_(data), visitor_(visitor), lll_(lll), settings_(settings) {}

@@ -26,6 +26,7 @@ BlockSettings settingsOf(const Lattice<T, R>& lattice) {
   BlockSettings settings;
   settings.pruning = prunings[static_cast<std::size_t>(
       std::clamp<long>(params.eprune, 0, static_cast<long>(prunings.size()) - 1))];
+  settings.deep = params.deep;
   if (params.btime > 0) settings.blockTime = BlockSettings::Seconds(params.btime);
   if (params.etime > 0) settings.totalTime = BlockSettings::Seconds(params.etime);
   return settings;
@@ -46,17 +47,16 @@ Index independentCount(const Basis<T, R>& basis) {
 template <class T, class R>
 bool Lattice<T, R>::reduceBlocks() {
   const Index count = latticeblocks::independentCount(basis);
+  latticelll::RowChecker<T, R> checker(*this);
+  LllReduction<T, R> lll(basis, gramSchmidt, checker, {});
+  BlockReduction<T, R> blocks(basis, gramSchmidt, checker, lll, latticeblocks::settingsOf(*this));
   BlockEnd end = BlockEnd::reduced;
-  {
-    latticelll::Reduction<T, R> reduction(*this);
-    BlockReduction<T, R> blocks(basis, gramSchmidt, reduction.visitor(), *reduction,
-                                latticeblocks::settingsOf(*this));
-    Index size = 0;
-    while (size < params.beta && end == BlockEnd::reduced) {
-      size = std::min<Index>(size + latticeblocks::growth, params.beta);
-      end = blocks.run(count, size);
-    }
+  Index size = 0;
+  while (size < params.beta && end == BlockEnd::reduced) {
+    size = std::min<Index>(size + latticeblocks::growth, params.beta);
+    end = blocks.run(count, size);
   }
+  run.deepInsertions += lll.deepInsertions();
   if (searchIsOver()) return false;
   return reduce(0) && end == BlockEnd::reduced;
 }

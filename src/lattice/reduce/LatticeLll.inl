@@ -56,8 +56,6 @@ class Reduction {
   ~Reduction() { lattice_.run.deepInsertions += lll_.deepInsertions(); }
 
   LllReduction<T, R>* operator->() { return &lll_; }
-  LllReduction<T, R>& operator*() { return lll_; }
-  RowVisitor& visitor() { return checker_; }
 
  private:
   static LllSettings<R> settings(const Lattice<T, R>& lattice) {

@@ -22,8 +22,9 @@ bool reduceCoset(BoxCoset& coset, const std::function<bool()>& mayGoOn);
 /// reduceCoset() of the basis alone; the point stays.
 bool reduceBasis(BoxCoset& coset, const std::function<bool()>& mayGoOn);
 
-/// Block reduction, in blocks of `size` rows, of a basis that reduceBasis() has reduced, in the same scaling; the point stays.
-/// Returns false if it was ended, gave up, or if long double can't hold the rows, which stay then.
+/// Block reduction, in blocks of `size` rows, of a basis that reduceBasis() has reduced, in the
+/// same scaling; the point stays. Returns false if it was ended, gave up, or if long double can't
+/// hold the rows, which stay then.
 bool reduceBlocks(BoxCoset& coset, Index size, const BlockSettings& settings,
                   const std::function<bool()>& mayGoOn);
 

@@ -19,14 +19,13 @@ struct Stage {
 
 /// Trees of 10^8 expected nodes take some tenths of a second, like the first three stages together
 /// at 60 rows; those of 10^11 take minutes, like the last stage seconds.
-constexpr std::array stages = {Stage{10, BlockPruning::complete, 1e8},
-                               Stage{20, BlockPruning::complete, 1e8},
-                               Stage{30, BlockPruning::mild, 1e8},
-                               Stage{40, BlockPruning::mild, 1e10},
-                               Stage{50, BlockPruning::mild, 1e11}};
+constexpr std::array stages = {
+    Stage{10, BlockPruning::complete, 1e8}, Stage{20, BlockPruning::complete, 1e8},
+    Stage{30, BlockPruning::linear, 1e8}, Stage{40, BlockPruning::linear, 1e10},
+    Stage{50, BlockPruning::linear, 1e11}};
 
-/// Trees above this aren't walked whatever the reduction, as a stage makes them ten times smaller at
-/// best.
+/// Trees above this aren't walked whatever the reduction, as a stage makes them ten times smaller
+/// at best.
 constexpr double hopelessNodes = 1e16;
 
 /// Seconds of all enumerations of a stage.
