@@ -1,6 +1,7 @@
 #include "search/enumeration/TreeReduction.h"
 
 #include <array>
+#include <utility>
 
 #include "search/enumeration/CosetReduction.h"
 #include "search/enumeration/TreeEstimate.h"
@@ -37,15 +38,22 @@ CosetDirections reduceForTree(BoxCoset& coset, const std::function<bool()>& mayG
   reduceBasis(coset, mayGoOn);
   CosetDirections data = cosetDirections(coset);
   movePointToMiddle(coset, data);
+  double fewest = gaussianNodes(coset, data);
+  BoxCoset next = coset;
   for (const Stage& stage : stages) {
-    const double nodes = gaussianNodes(coset, data);
-    if (nodes < stage.fewestNodes || nodes > hopelessNodes || !mayGoOn()) break;
+    if (fewest < stage.fewestNodes || fewest > hopelessNodes || !mayGoOn()) break;
     BlockSettings settings;
     settings.pruning = stage.pruning;
     settings.totalTime = stageTime;
-    reduceBlocks(coset, stage.size, settings, mayGoOn);
-    data = cosetDirections(coset);
-    movePointToMiddle(coset, data);
+    reduceBlocks(next, stage.size, settings, mayGoOn);
+    CosetDirections nextData = cosetDirections(next);
+    movePointToMiddle(next, nextData);
+    const double nodes = gaussianNodes(next, nextData);
+    // Blocks shorten the first rows, and may lose what deep insertions have gained at the others.
+    if (nodes >= fewest) continue;
+    fewest = nodes;
+    coset = next;
+    data = std::move(nextData);
   }
   return data;
 }
