@@ -126,14 +126,13 @@ int run(const Settings& settings, const Matrix<QQ>& rows) {
   basis.convertFrom(rows, false);
   Lattice<T, dbl_t> lattice;
   lattice.params.pair = settings.pair;
-  lattice.params.beta = settings.blockSize;
   lattice.params.eprune = settings.pruning;
   bool isReduced = true;
   measure(settings.runs, [&]() {
     lattice.reset(&basis, LatPath::keep);
     setCheckVectors(lattice, settings.checks);
     isReduced = reduceFully(lattice);
-    if (settings.blockSize > 0) isReduced = lattice.reduceBlocks();
+    if (settings.blockSize > 0) isReduced = lattice.reduceBlocks(settings.blockSize);
   });
   if (!settings.output.empty()) {
     std::ofstream file(settings.output);

@@ -225,11 +225,11 @@ class Lattice : public Vanu<T>, private ParamReactions {
 
   // Block reduction: reduce/LatticeBlocks.inl
 
-  /// Block reduction of the rows, which reduce() has reduced, in blocks that grow up to beta rows,
-  /// then reduce(); by the parameters beta, eprune, btime, etime and deep. Every row that changes
-  /// goes through checkRow(). True if it came to its end: a time limit or the end of the search
-  /// makes it false.
-  bool reduceBlocks();
+  /// Block reduction of the rows, which reduce() has reduced, in blocks that grow up to
+  /// `largest` rows, then reduce(); by the parameters eprune, btime, etime and deep. Every row that
+  /// changes goes through checkRow(). True if it came to its end: a time limit or the end of the
+  /// search makes it false.
+  bool reduceBlocks(Index largest);
 
   // Transformation of the basis: make/LatticeTransform.inl
 

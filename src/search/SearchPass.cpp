@@ -4,6 +4,14 @@
 
 namespace starsift {
 
+namespace {
+
+/// Rows by which blocks grow beyond the parameter beta: another lattice takes longer to make than
+/// blocks of 40 rows take, and shows less.
+constexpr Index furtherGrowth = 20;
+
+}  // namespace
+
 PassCounts searchPass(YLattice<long double>& lattice) {
   return lattice.runStep([](auto& live) {
     live.reduce(0);
@@ -13,9 +21,11 @@ PassCounts searchPass(YLattice<long double>& lattice) {
 }
 
 void searchBlocks(YLattice<long double>& lattice) {
-  if (!lattice.params().eenum) return;
-  lattice.runStep([](auto& live) {
-    live.reduceBlocks();
+  const Params& params = lattice.params();
+  if (!params.eenum || params.beta < 2) return;
+  const Index largest = params.beta + furtherGrowth;
+  lattice.runStep([largest](auto& live) {
+    live.reduceBlocks(largest);
     if (!live.stopped()) NearbySearch(live).run();
   });
 }

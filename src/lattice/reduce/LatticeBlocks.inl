@@ -45,15 +45,15 @@ Index independentCount(const Basis<T, R>& basis) {
 }  // namespace latticeblocks
 
 template <class T, class R>
-bool Lattice<T, R>::reduceBlocks() {
+bool Lattice<T, R>::reduceBlocks(Index largest) {
   const Index count = latticeblocks::independentCount(basis);
   latticelll::RowChecker<T, R> checker(*this);
   LllReduction<T, R> lll(basis, gramSchmidt, checker, {});
   BlockReduction<T, R> blocks(basis, gramSchmidt, checker, lll, latticeblocks::settingsOf(*this));
   BlockEnd end = BlockEnd::reduced;
   Index size = 0;
-  while (size < params.beta && end == BlockEnd::reduced) {
-    size = std::min<Index>(size + latticeblocks::growth, params.beta);
+  while (size < largest && end == BlockEnd::reduced) {
+    size = std::min(size + latticeblocks::growth, largest);
     end = blocks.run(count, size);
   }
   run.deepInsertions += lll.deepInsertions();
