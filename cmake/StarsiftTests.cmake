@@ -110,6 +110,7 @@ target_compile_definitions(unit_models PRIVATE
   STARSIFT_SOLVER_FILES="${PROJECT_SOURCE_DIR}/tests/solutions")
 # These judge bases by certificates.
 target_link_libraries(unit_lattice PRIVATE starsift_certificates)
+target_link_libraries(unit_search PRIVATE starsift_certificates)
 starsift_add_gtest(property "${PROJECT_SOURCE_DIR}/tests/property" starsift_app
   SHARDS 4 COST 50)
 target_link_libraries(property PRIVATE starsift_certificates)

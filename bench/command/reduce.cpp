@@ -1,11 +1,12 @@
 // Measures the reduction of one basis:
 //
-//   reduce FILE [-m standard|exact] [-p] [-u] [-r RUNS] [-o OUT]
+//   reduce FILE [-m standard|exact] [-b SIZE [-e PRUNING]] [-p] [-u] [-r RUNS] [-o OUT]
 //
 // FILE holds a matrix of integers, rows are basis vectors. The processor time of a call in
 // seconds, from a new lattice to the reduced one, and the number of calls go to standard
 // output; OUT takes the reduced rows. The lattice is that of a problem of which nothing but
-// the variables is known, so that every vector is checked up to its box. -p offers the vectors
+// the variables is known, so that every vector is checked up to its box. -b adds a reduction of
+// blocks of SIZE vectors, pruned as the parameter eprune says, 3 without -e. -p offers the vectors
 // to the collection too, -u turns all of them away at the first look. Status 1 with a line on
 // standard error where long double can't hold a number, 3 for a basis that isn't reduced.
 #include <algorithm>
@@ -30,6 +31,8 @@ struct Settings {
   std::string input;
   std::string output;
   bool isExact = false;
+  long blockSize = 0;
+  long pruning = 3;
   bool pair = false;
   bool checks = true;
   std::size_t runs = 5;
@@ -45,6 +48,10 @@ Settings settingsOf(const std::vector<std::string>& words) {
       settings.checks = false;
     else if (words[i] == "-m" && hasValue)
       settings.isExact = words[++i] == "exact";
+    else if (words[i] == "-b" && hasValue)
+      settings.blockSize = std::strtol(words[++i].c_str(), nullptr, 10);
+    else if (words[i] == "-e" && hasValue)
+      settings.pruning = std::strtol(words[++i].c_str(), nullptr, 10);
     else if (words[i] == "-r" && hasValue)
       settings.runs = std::strtoul(words[++i].c_str(), nullptr, 10);
     else if (words[i] == "-o" && hasValue)
@@ -119,11 +126,13 @@ int run(const Settings& settings, const Matrix<QQ>& rows) {
   basis.convertFrom(rows, false);
   Lattice<T, dbl_t> lattice;
   lattice.params.pair = settings.pair;
+  lattice.params.eprune = settings.pruning;
   bool isReduced = true;
   measure(settings.runs, [&]() {
     lattice.reset(&basis, LatPath::keep);
     setCheckVectors(lattice, settings.checks);
     isReduced = reduceFully(lattice);
+    if (settings.blockSize > 0) isReduced = lattice.reduceBlocks(settings.blockSize);
   });
   if (!settings.output.empty()) {
     std::ofstream file(settings.output);

@@ -116,6 +116,7 @@ void Seek::searchLattices() {
   while (!isOver()) {
     runPass();
     if (!isOver()) decide();
+    if (!isOver()) searchBlocks(lattice_);
     restartLattice();
   }
 }

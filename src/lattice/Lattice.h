@@ -223,6 +223,14 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// The search has ended; always false in the equation lattice, which isn't searched.
   bool searchIsOver() const;
 
+  // Block reduction: reduce/LatticeBlocks.inl
+
+  /// Block reduction of the rows, which reduce() has reduced, in blocks that grow up to
+  /// `largest` rows, then reduce(); by the parameters eprune, btime, etime and deep. Every row that
+  /// changes goes through checkRow(). True if it came to its end: a time limit or the end of the
+  /// search makes it false.
+  bool reduceBlocks(Index largest);
+
   // Transformation of the basis: make/LatticeTransform.inl
 
   /// After a reduction: verifies that B spans the lattice of B_save, then makes the untransformed

@@ -13,6 +13,7 @@
 #include "lattice/make/LatticeNormalise.inl"
 #include "lattice/make/LatticeRecord.inl"
 #include "lattice/make/LatticeTransform.inl"
+#include "lattice/reduce/LatticeBlocks.inl"
 #include "lattice/reduce/LatticeLll.inl"
 #include "lattice/reduce/LatticeMoves.inl"
 #include "lattice/reduce/LatticeOrthogonal.inl"

@@ -16,20 +16,20 @@ constexpr std::array<ParamRow, 25> rows = {{
     {"consistency", ParamKind::boolean, ParamEffect::yes, "0",
      "By setting this switch the lattice transformations are tracked and consulted to detect "
      "computing / overflow errors."},
-    {"eenum", ParamKind::boolean, ParamEffect::none, "1",
+    {"eenum", ParamKind::boolean, ParamEffect::yes, "1",
      "Enables the essential enumeration algorithm, which helps to find euclidean short vectors "
      "in a deterministic way (see also: --deep, --beta, --etime, --btime, --eprune)."},
-    {"beta", ParamKind::integer, ParamEffect::none, "20",
+    {"beta", ParamKind::integer, ParamEffect::yes, "20",
      "The enumeration algorithm operates on blocks of 20 vectors per default, which can be "
      "changed utilizing this parameter (see also: --eenum, --etime, --btime)."},
-    {"eprune", ParamKind::integer, ParamEffect::none, "3",
+    {"eprune", ParamKind::integer, ParamEffect::yes, "3",
      "The enumeration trees can be pruned, which will speed up the enumeration. To enable "
      "moderate pruning use 1 - if you prefer more aggressive pruning, then use 2 or 3 (see: also "
      "--eenum, --beta)."},
-    {"btime", ParamKind::integer, ParamEffect::none, "0",
+    {"btime", ParamKind::integer, ParamEffect::yes, "0",
      "This defines a bound for the maximum time (in seconds) to spent, when enumerating a block "
      "of lattice vectors (see also: --etime, --beta, --eenum)."},
-    {"etime", ParamKind::integer, ParamEffect::none, "0",
+    {"etime", ParamKind::integer, ParamEffect::yes, "0",
      "This defines a bound for the maximum time (in seconds) to spent for the enumeration of "
      "lattice vectors (see also: --btime, --beta, --eenum)."},
     {"deep", ParamKind::boolean, ParamEffect::yes, "0",

@@ -229,6 +229,56 @@ class Clock(SearchCase):
         self.assert_saved(printed)
 
 
+class BlockReduction(SearchCase):
+    """A subset of 90 numbers with 135 bits: blocks of 80 rows are walked for hours."""
+
+    BLOCKS = ("--iters=1", "--beta=80", "--eprune=0")
+
+    def setUp(self):
+        super().setUp()
+        random = Random(1)
+        weights = [random.getrandbits(135) for _ in range(90)]
+        total = sum(weight for weight in weights if random.random() < 0.5)
+
+        def text(entries):
+            return "[ " + " ".join(map(str, entries)) + " ]"
+
+        (self.folder / "p.opt").write_text(
+            f"[ ] [ ] [ {text(weights)} ] [ {total} ] [ ] [ ] [ ] [ ] "
+            f"{text([0] * 90)} {text([0] * 90)} {text([1] * 90)}\n"
+        )
+
+    def seconds(self, *parameters):
+        began = time.monotonic()
+        process = self.start(*parameters)
+        _, errors = self.finish(process)
+        self.assertEqual((process.returncode, errors), (0, ""))
+        return time.monotonic() - began
+
+    def test_time_of_all_blocks_is_limited(self):
+        without = self.seconds("--iters=1", "--eenum=0")
+        limited = self.seconds(*self.BLOCKS, "--etime=3")
+        self.assertGreaterEqual(limited, 3)
+        # Reductions before and after the enumerations take about what they take without.
+        self.assertLess(limited, 3.3 + 4 * without)
+
+    def test_signal_ends_a_block(self):
+        process = self.start(*self.BLOCKS)
+        self.wait_for_work(process, 6 * SLOWDOWN)
+        process.send_signal(signal.SIGINT)
+        began = time.monotonic()
+        printed, errors = self.finish(process)
+        self.assertLess(time.monotonic() - began, 5 * SLOWDOWN)
+        self.assertEqual((process.returncode, errors), (-signal.SIGINT, ""))
+        self.assertIn("No solution was found.", printed)
+
+    def test_clock_ends_a_block(self):
+        process = self.start(*self.BLOCKS, "--rtime=4", "--verb=1")
+        printed, errors = self.finish(process)
+        self.assertEqual((process.returncode, errors), (0, ""))
+        self.assertIn("\nSearch ended: time is over.", printed)
+
+
 class Report(SearchCase):
     def test_report_that_cannot_be_written_is_no_success_but_costs_no_file(self):
         with open("/dev/full", "wb") as full:

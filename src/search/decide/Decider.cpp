@@ -39,9 +39,14 @@ constexpr std::uint64_t walkGrowth = 4;
 /// cuts may leave a few nodes.
 constexpr std::uint64_t briefWalk = 1'000'000;
 
-/// Nodes of the walk that measures the speed, some hundredths of a second, and the least time that
-/// it counts as.
+/// And its time: over rationals, for bases far from orthogonal, a walk makes some hundred nodes a
+/// second.
+constexpr std::chrono::seconds briefTime{5};
+
+/// Nodes of the walk that measures the speed, some hundredths of a second unless it is over
+/// rationals, its greatest time, and the least time that it counts as.
 constexpr std::uint64_t speedNodes = 50'000;
+constexpr std::chrono::seconds speedTime{1};
 constexpr double leastTime = 1e-4;
 
 std::string textOf(const Vector<QQ>& x) {
@@ -78,8 +83,7 @@ class Decider::Relay : public DecisionListener {
 
   Step progress(double share, std::uint64_t nodes) override {
     if (decider_.listener_.progress(share, nodes) == Step::stop) decider_.isStopped_ = true;
-    decider_.isLate_ = !decider_.settings_.isForced && decider_.isOver();
-    return decider_.isStopped_ || decider_.isLate_ ? Step::stop : Step::goOn;
+    return decider_.isStopped_ || decider_.isLate() ? Step::stop : Step::goOn;
   }
 
  private:
@@ -104,8 +108,10 @@ bool Decider::isKnown(const Star<QQ>& star) {
   return !known_.insert(textOf(star.x())).second;
 }
 
-bool Decider::isOver() const {
-  return Clock::now() - start_ >= settings_.allowed;
+bool Decider::isLate() const {
+  const Clock::time_point now = Clock::now();
+  return (walkEnd_ && now >= *walkEnd_) ||
+         (!settings_.isForced && now - start_ >= settings_.allowed);
 }
 
 void Decider::setKnown(const Star<QQ>& star) {
@@ -118,7 +124,10 @@ Decided Decider::run() {
   if (prepare()) {
     const bool isSmall = estimate();
     if (settings_.wanted && expectedNodes_ > smallTree && !isStopped_) walkPruned();
-    if (!isSmall) nodesLeft_ = briefWalk;
+    if (!isSmall) {
+      nodesLeft_ = briefWalk;
+      walkEnd_ = Clock::now() + briefTime;
+    }
     if (isStopped_)
       result_.undecided = Undecided::stopped;
     else if (!isEnough_)
@@ -199,12 +208,14 @@ void Decider::estimateNodes(std::uint32_t probes) {
 double Decider::measureSpeed() {
   const std::uint64_t before = decision_.nodes();
   const Clock::time_point start = Clock::now();
+  walkEnd_ = start + speedTime;
   if (settings_.aim == Aim::best) {
     walk({std::nullopt, speedNodes});
   } else {
     Deaf deaf(*this);
     decision_.run(deaf, {std::nullopt, speedNodes});
   }
+  walkEnd_.reset();
   const std::chrono::duration<double> time = Clock::now() - start;
   const auto nodes = static_cast<double>(std::max<std::uint64_t>(decision_.nodes() - before, 1));
   return nodes / std::max(time.count(), leastTime);

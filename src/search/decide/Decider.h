@@ -98,8 +98,8 @@ class Decider {
   bool isKnown(const Star<QQ>& star);
   /// The listener hasn't stopped the decision, of which it is told.
   bool mayGoOn();
-  /// The time is over.
-  bool isOver() const;
+  /// The time of the decision or of the present walk is over.
+  bool isLate() const;
   bool prepare();
   void reportOpenBox();
   void raiseBound();
@@ -125,6 +125,8 @@ class Decider {
   std::optional<QQ> bestOfTree_;
   /// Limit of a walk; none if the tree is small enough.
   std::optional<std::uint64_t> nodesLeft_;
+  /// When the present walk must end, besides the time of the decision; none: whenever it is done.
+  std::optional<Clock::time_point> walkEnd_;
   /// Texts of the solutions that the listener knows, while more than one walk may find them.
   std::unordered_set<std::string> known_;
   /// Solutions of the present walk.
@@ -133,7 +135,6 @@ class Decider {
   std::uint64_t told_ = 0;
   bool isStopped_ = false;
   bool isEnough_ = false;
-  bool isLate_ = false;
 };
 
 }  // namespace starsift

@@ -9,6 +9,7 @@
 #include "search/decide/IntegerProblem.h"
 #include "search/decide/ProblemCoset.h"
 #include "search/enumeration/CosetReduction.h"
+#include "search/enumeration/TreeReduction.h"
 #include "stars/StarCheck.h"
 #include "system/Failure.h"
 
@@ -145,14 +146,12 @@ class Decision::Tree::Visitor : public EnumerationVisitor {
 bool Decision::Tree::makeTree(const MayGoOn& mayGoOn) {
   if (isClosed()) return mayGoOn();
   BoxCoset& coset = coset_.coset;
-  reduceBasis(coset, mayGoOn);
-  if (!mayGoOn()) return false;
   if (isEmptyBox(coset)) {
     enumeration_.emplace(coset);
-    return true;
+    return mayGoOn();
   }
-  CosetDirections data = cosetDirections(coset);
-  movePointToMiddle(coset, data);
+  const CosetDirections data = reduceForTree(coset, mayGoOn);
+  if (!mayGoOn()) return false;
   enumeration_.emplace(coset, data);
   return true;
 }

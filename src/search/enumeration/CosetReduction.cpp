@@ -5,6 +5,7 @@
 #include <limits>
 #include <optional>
 
+#include "lattice/reduce/BlockReduction.h"
 #include "lattice/reduce/LllReduction.h"
 #include "numbers/Conversion.h"
 #include "numbers/VectorQQ.h"
@@ -151,13 +152,34 @@ bool reduceRows(Matrix<T>& rows, const MayGoOn& mayGoOn, bool& wasEnded) {
   return isReduced;
 }
 
-/// The same in long double, which is faster; empty if it can't hold the numbers or gave up.
-std::optional<bool> reduceShortRows(Matrix<QQ>& rows, const MayGoOn& mayGoOn) {
+/// Block reduction of LLL-reduced rows; as reduceFully().
+template <class T>
+bool reduceRowsInBlocks(Matrix<T>& rows, Index size, const BlockSettings& settings,
+                        const MayGoOn& mayGoOn, bool& wasEnded) {
+  Basis<T, dbl_t> basis;
+  basis.reset(&rows, T(1));
+  GramSchmidtData<dbl_t> data;
+  data.resize(basis.n);
+  Stopper stopper(mayGoOn, unlimited);
+  stopper.beginPass(unlimited);
+  LllReduction<T, dbl_t> lll(basis, data, stopper, {});
+  BlockReduction<T, dbl_t>(basis, data, stopper, lll, settings).run(basis.n, size);
+  basis.forgetAll();
+  const bool isReduced = !stopper.hasStopped() && reduceFully(basis, stopper, false);
+  wasEnded = stopper.wasEnded();
+  rows = basis.B();
+  return isReduced;
+}
+
+/// Makes `reduce` reduce the rows in long double, which is faster; empty if that can't hold the
+/// numbers or gave up.
+template <class Reduce>
+std::optional<bool> reduceShortRows(Matrix<QQ>& rows, const Reduce& reduce) {
   try {
     Matrix<dbl_t> shortRows;
     shortRows.convertFrom(rows, false);
     bool wasEnded = false;
-    const bool isReduced = reduceRows(shortRows, mayGoOn, wasEnded);
+    const bool isReduced = reduce(shortRows, wasEnded);
     rows.convertFrom(shortRows, false);
     if (isReduced || wasEnded) return isReduced;
   } catch (const PrecisionException&) {
@@ -172,9 +194,26 @@ bool reduceBasis(BoxCoset& coset, const std::function<bool()>& mayGoOn) {
   if (coset.basis.empty()) return true;
   const std::vector<ZZ> weights = weightsOf(coset);
   Matrix<QQ> rows = weightedRows(coset, weights);
-  std::optional<bool> isReduced = reduceShortRows(rows, mayGoOn);
+  const auto reduce = [&mayGoOn](auto& any, bool& ended) {
+    return reduceRows(any, mayGoOn, ended);
+  };
+  std::optional<bool> isReduced = reduceShortRows(rows, reduce);
   bool wasEnded = false;
-  if (!isReduced) isReduced = reduceRows(rows, mayGoOn, wasEnded);
+  if (!isReduced) isReduced = reduce(rows, wasEnded);
+  storeRows(rows, weights, coset);
+  return *isReduced;
+}
+
+bool reduceBlocks(BoxCoset& coset, Index size, const BlockSettings& settings,
+                  const std::function<bool()>& mayGoOn) {
+  if (coset.basis.empty()) return true;
+  const std::vector<ZZ> weights = weightsOf(coset);
+  Matrix<QQ> rows = weightedRows(coset, weights);
+  const std::optional<bool> isReduced =
+      reduceShortRows(rows, [&](Matrix<dbl_t>& shortRows, bool& ended) {
+        return reduceRowsInBlocks(shortRows, size, settings, mayGoOn, ended);
+      });
+  if (!isReduced) return false;
   storeRows(rows, weights, coset);
   return *isReduced;
 }

@@ -5,6 +5,7 @@
 
 #include <functional>
 
+#include "lattice/reduce/BlockReduction.h"
 #include "search/enumeration/BoxCoset.h"
 
 namespace starsift {
@@ -20,5 +21,11 @@ bool reduceCoset(BoxCoset& coset, const std::function<bool()>& mayGoOn);
 
 /// reduceCoset() of the basis alone; the point stays.
 bool reduceBasis(BoxCoset& coset, const std::function<bool()>& mayGoOn);
+
+/// Block reduction, in blocks of `size` rows, of a basis that reduceBasis() has reduced, in the
+/// same scaling; the point stays. Returns false if it was ended, gave up, or if long double can't
+/// hold the rows, which stay then.
+bool reduceBlocks(BoxCoset& coset, Index size, const BlockSettings& settings,
+                  const std::function<bool()>& mayGoOn);
 
 }  // namespace starsift

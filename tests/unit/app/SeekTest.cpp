@@ -240,8 +240,9 @@ TEST_F(SeekTest, KeepsKnownStarsInABenchmark) {
 
 TEST_F(SeekTest, NamesParametersThatHaveNoEffect) {
   testing::internal::CaptureStderr();
-  run(one, {"--beta=30", "--pair=1", "--iters=0"});
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "*** Without effect so far: --beta=30\n");
+  run(one, {"--collectLimit=30", "--pair=1", "--iters=0"});
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "*** Without effect so far: --collectLimit=30\n");
 }
 
 TEST_F(SeekTest, TellsOfEachRestartAtTheOutermostLevel) {

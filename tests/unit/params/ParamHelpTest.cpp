@@ -56,18 +56,18 @@ TEST(ParamHelp, HasNoLineOfMoreThanEightyCharacters) {
 }
 
 TEST_F(ParamWithoutEffect, IsReportedAtItsPlaceInTheTable) {
-  EXPECT_EQ(reported("--pair=0 --beta=+030 --sol=5"),
-            "*** Without effect so far: --beta=+030 --pair=0\n");
+  EXPECT_EQ(reported("--pair=0 --collectLimit=+030 --sol=5"),
+            "*** Without effect so far: --collectLimit=+030 --pair=0\n");
   EXPECT_NE(lastOutputTime(), 0);
 }
 
 TEST_F(ParamWithoutEffect, IsNotReportedAtItsDefault) {
-  EXPECT_EQ(reported("--beta=+020 --pair=1 --bench=2"), "");
+  EXPECT_EQ(reported("--collectLimit=+0100 --pair=1 --bench=2"), "");
   EXPECT_EQ(lastOutputTime(), 0);
 }
 
 TEST_F(ParamWithoutEffect, IsNotReportedIfTheSetIsEmpty) {
-  EXPECT_EQ(reported("--beta=30"), "*** Without effect so far: --beta=30\n");
+  EXPECT_EQ(reported("--collectLimit=30"), "*** Without effect so far: --collectLimit=30\n");
   EXPECT_EQ(reported(""), "");
 }
 

@@ -1,0 +1,61 @@
+#include "search/enumeration/TreeReduction.h"
+
+#include <array>
+#include <utility>
+
+#include "search/enumeration/CosetReduction.h"
+#include "search/enumeration/TreeEstimate.h"
+
+namespace starsift {
+
+namespace {
+
+/// A block reduction and the trees that it is worth its time for, in nodes expected by the Gaussian
+/// heuristic, which are about a hundred times the nodes walked.
+struct Stage {
+  Index size;
+  BlockPruning pruning;
+  double fewestNodes;
+};
+
+/// Trees of 10^8 expected nodes take some tenths of a second, like the first three stages together
+/// at 60 rows; those of 10^11 take minutes, like the last stage seconds.
+constexpr std::array stages = {
+    Stage{10, BlockPruning::complete, 1e8}, Stage{20, BlockPruning::complete, 1e8},
+    Stage{30, BlockPruning::linear, 1e8}, Stage{40, BlockPruning::linear, 1e10},
+    Stage{50, BlockPruning::linear, 1e11}};
+
+/// Trees above this aren't walked whatever the reduction, as a stage makes them ten times smaller
+/// at best.
+constexpr double hopelessNodes = 1e16;
+
+/// Seconds of all enumerations of a stage.
+constexpr BlockSettings::Seconds stageTime{10};
+
+}  // namespace
+
+CosetDirections reduceForTree(BoxCoset& coset, const std::function<bool()>& mayGoOn) {
+  reduceBasis(coset, mayGoOn);
+  CosetDirections data = cosetDirections(coset);
+  movePointToMiddle(coset, data);
+  double fewest = gaussianNodes(coset, data);
+  BoxCoset next = coset;
+  for (const Stage& stage : stages) {
+    if (fewest < stage.fewestNodes || fewest > hopelessNodes || !mayGoOn()) break;
+    BlockSettings settings;
+    settings.pruning = stage.pruning;
+    settings.totalTime = stageTime;
+    reduceBlocks(next, stage.size, settings, mayGoOn);
+    CosetDirections nextData = cosetDirections(next);
+    movePointToMiddle(next, nextData);
+    const double nodes = gaussianNodes(next, nextData);
+    // Blocks shorten the first rows, and may lose what deep insertions have gained at the others.
+    if (nodes >= fewest) continue;
+    fewest = nodes;
+    coset = next;
+    data = std::move(nextData);
+  }
+  return data;
+}
+
+}  // namespace starsift
