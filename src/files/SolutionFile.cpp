@@ -4,6 +4,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "files/RecordReader.h"
 #include "files/Report.h"
 #include "files/SolReader.h"
 #include "numbers/Conversion.h"
@@ -111,6 +112,20 @@ void SolutionFile<T>::removeDuplicates(Duplicates duplicates) {
 template <class T>
 void SolutionFile<T>::appendStars(Array<Star<T>> added) {
   starsift::appendStars(stars, std::move(added));
+}
+
+template <class T>
+void SolutionFile<T>::appendLines(const std::vector<StarLine>& lines) {
+  RecordReader<T, QQ> reader;
+  Array<Star<T>> added;
+  for (const StarLine& line : lines) {
+    const std::string text = std::string(line.x()).append(line.rest());
+    TextCursor source(text);
+    Star<T> star;
+    reader.read(star, source);
+    append(added, std::move(star));
+  }
+  appendStars(std::move(added));
 }
 
 template <class T>

@@ -70,6 +70,9 @@ class SolutionFile {
   void sortStars();
   void removeDuplicates(Duplicates duplicates);
   void appendStars(Array<Star<T>> added);
+  /// Adds the stars that lines stand for. PrecisionException, and nothing has changed, if T can't
+  /// hold one.
+  void appendLines(const std::vector<StarLine>& lines);
 
   /// Adds the right stars of the file as it is now, sorts, and removes duplicates. Throws and
   /// fails as readStarsExactly() and checkStars(); nothing has changed then.
