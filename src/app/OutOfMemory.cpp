@@ -1,7 +1,9 @@
 #include "app/OutOfMemory.h"
 
 #include <gmp.h>
+#include <unistd.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -41,17 +43,23 @@ void release(void* memory, std::size_t /*size*/) {
 }  // namespace
 
 void failOutOfMemory() {
-  static bool entered = false;
+  static std::atomic_flag isEnding;
+  thread_local bool endsHere = false;
+  // Not even the reserve is enough for the report.
+  if (endsHere) std::_Exit(EXIT_FAILURE);
+  // One thread ends the process.
+  while (isEnding.test_and_set()) pause();
+  endsHere = true;
   unlinkAllSemaphores();
   removeUnfinishedFiles();
-  // Not even the reserve is enough for the report.
-  if (std::exchange(entered, true)) std::_Exit(EXIT_FAILURE);
   std::free(std::exchange(reserve, nullptr));
   endWithout();
   std::_Exit(EXIT_FAILURE);
 }
 
 void reportOutOfMemory() {
+  // A handler may throw, which GMP can't bear.
+  setFailureHandler(nullptr);
   fail("Out of memory");
 }
 

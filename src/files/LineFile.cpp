@@ -19,8 +19,7 @@ std::optional<LineFile> LineFile::read(const std::string& path, const Vanu<QQ>& 
   std::optional<InputText> input = readSolText(path);
   if (!input) return std::nullopt;
   LineFile file(std::move(*input), identity);
-  if (!file.check(problem, watch) || !sortLines(file.stars_.lines)) return std::nullopt;
-  removeDuplicates(file.stars_.lines, true);
+  if (!file.check(problem, watch) || !file.tidy()) return std::nullopt;
   return file;
 }
 
@@ -28,14 +27,22 @@ bool LineFile::check(const Vanu<QQ>& problem,
                      const std::function<void(const ReadProgress&)>& watch) {
   if (fitsLongDouble(problem)) {
     try {
-      isStandard_ = true;
+      form_ = Form::standard;
       return checkAs<long double>(problem, watch);
     } catch (const PrecisionException&) {
-      // A star that stays needs exact numbers, so that all have their form.
+      form_ = Form::exactForStars;
     }
   }
-  isStandard_ = false;
   return checkAs<QQ>(problem, watch);
+}
+
+bool LineFile::tidy() {
+  std::vector<StarLine>& lines = stars_.lines;
+  if (!sortLines(lines)) return false;
+  const std::size_t before = lines.size();
+  removeDuplicates(lines, true);
+  // If the star that needs exact numbers has gone, only the report isn't exact.
+  return form_ != Form::exactForStars || lines.size() == before;
 }
 
 template <class T>
@@ -54,7 +61,7 @@ Commit LineFile::write(const std::string& path) const {
 
 void LineFile::report(std::ostream& stream, const Vector<QQ>& goals) {
   removeDuplicates(stars_.lines, false);
-  if (!isStandard_) return writeSolutions(stream, stars_.lines, goals);
+  if (form_ != Form::standard) return writeSolutions(stream, stars_.lines, goals);
   Vector<long double> rounded;
   rounded.convertFrom(goals, false);
   writeSolutions(stream, stars_.lines, rounded);

@@ -30,19 +30,30 @@ class LineFile {
   const std::vector<StarLine>& lines() const { return stars_.lines; }
 
  private:
+  /// How numbers are written.
+  enum class Form {
+    /// As those of long double.
+    standard,
+    /// As rationals, because a star needs them.
+    exactForStars,
+    /// As rationals, because the problem needs them.
+    exact,
+  };
+
   LineFile(InputText input, std::optional<FileIdentity> identity)
       : input_(std::move(input)), identity_(identity) {}
 
   /// False if the stars can't be held as lines.
   bool check(const Vanu<QQ>& problem, const std::function<void(const ReadProgress&)>& watch);
+  /// Sorts the lines and removes duplicates; false as above.
+  bool tidy();
   template <class T>
   bool checkAs(const Vanu<QQ>& problem, const std::function<void(const ReadProgress&)>& watch);
 
   InputText input_;
   std::optional<FileIdentity> identity_;
   StarLines stars_;
-  /// The numbers are written as those of long double, else as rationals.
-  bool isStandard_ = false;
+  Form form_ = Form::exact;
 };
 
 }  // namespace starsift
