@@ -56,8 +56,7 @@ TEST(ScaledRow, GeneralProductOfWordsMayPassTwoTo127) {
   for (const std::int64_t sign : {1, -1}) {
     const ScaledRow row = integerRow({QQ(entry), QQ(entry), QQ(entry), QQ(7)});
     const ZZ large(sign * 9'200'000'000'000'000'000);
-    EXPECT_EQ(generalProduct(row, {large, large, large, ZZ(1)}),
-              ZZ(entry) * large * ZZ(3) + ZZ(7));
+    EXPECT_EQ(generalProduct(row, {large, large, large, ZZ(1)}), ZZ(entry) * large * ZZ(3) + ZZ(7));
   }
 }
 
