@@ -259,8 +259,9 @@ class BlockReduction(SearchCase):
         without = self.seconds("--iters=1", "--eenum=0")
         limited = self.seconds(*self.BLOCKS, "--etime=3")
         self.assertGreaterEqual(limited, 3)
-        # Reductions before and after the enumerations take about what they take without.
-        self.assertLess(limited, 3.3 + 4 * without)
+        # Reductions before and after the enumerations take about what they take without; other
+        # work on the machine may slow down one of the two runs.
+        self.assertLess(limited, 3 + 4 * without + 3 * SLOWDOWN)
 
     def test_signal_ends_a_block(self):
         process = self.start(*self.BLOCKS)
