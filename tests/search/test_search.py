@@ -483,7 +483,8 @@ class Preparation(SearchCase):
     def assert_signal_ends_it(self, number, worked, limit):
         """A signal after so many seconds of work; it may go on for `limit` seconds."""
         before = self.files()
-        process = self.start("--verb=1")
+        # So many solutions that no machine is fast enough to reach the goal before the signal.
+        process = self.start("--verb=1", "--sol=1000")
         self.wait_for_work(process, worked)
         process.send_signal(number)
         at_signal = self.cpu_seconds(process)
