@@ -38,13 +38,7 @@ bool fitsSmall(mpq_srcptr rational) {
 }
 
 void assign(mpz_ptr target, UInt128 value) {
-  mpz_set_ui(target, static_cast<unsigned long>(value >> 64));
-  mpz_mul_2exp(target, target, 64);
-  mpz_add_ui(target, target, static_cast<unsigned long>(value));
-}
-
-UInt128 magnitude(Int128 value) {
-  return value < 0 ? -static_cast<UInt128>(value) : static_cast<UInt128>(value);
+  mpz_set(target, WideView(value).get());
 }
 
 }  // namespace

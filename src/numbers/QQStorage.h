@@ -3,11 +3,9 @@
 #pragma once
 
 #include "numbers/QQ.h"
+#include "numbers/WideInt.h"
 
 namespace starsift {
-
-__extension__ using Int128 = __int128;
-__extension__ using UInt128 = unsigned __int128;
 
 /// A finite number as a read-only GMP rational, without allocation. The number must not
 /// change while the view is in use.

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <compare>
-#include <cstdint>
 #include <iosfwd>
 #include <string>
 #include <utility>
@@ -86,15 +85,6 @@ inline bool operator==(const ZZ& a, const ZZ& b) {
 }
 inline std::strong_ordering operator<=>(const ZZ& a, const ZZ& b) {
   return cmp(a, b) <=> 0;
-}
-
-/// Stores an integer below 2^63 in magnitude and returns true; else returns false.
-inline bool toWord(mpz_srcptr integer, std::int64_t& word) {
-  if (mpz_size(integer) > 1) return false;
-  word = static_cast<std::int64_t>(mpz_getlimbn(integer, 0));
-  if (word < 0) return false;
-  if (mpz_sgn(integer) < 0) word = -word;
-  return true;
 }
 
 /// Appends the decimal text of `value`.

@@ -38,15 +38,8 @@ std::uint64_t commonDenominator(std::span<const MixedNumber> x) {
 
 /// The number times `scale`, a multiple of its denominator.
 void setScaled(mpz_ptr result, const MixedNumber& number, std::uint64_t scale) {
-  constexpr unsigned wordBits = 64;
   const std::uint64_t fraction = number.numerator * (scale / number.denominator);
-  const auto high = static_cast<std::uint64_t>(number.whole >> wordBits);
-  mpz_set_ui(result, static_cast<std::uint64_t>(number.whole));
-  if (high != 0) {
-    mpz_set_ui(result, high);
-    mpz_mul_2exp(result, result, wordBits);
-    mpz_add_ui(result, result, static_cast<std::uint64_t>(number.whole));
-  }
+  mpz_set(result, WideView(number.whole).get());
   if (scale != 1) mpz_mul_ui(result, result, scale);
   if (fraction != 0) mpz_add_ui(result, result, fraction);
   if (number.isNegative) mpz_neg(result, result);

@@ -7,6 +7,7 @@
 
 #include "core/Vector.h"
 #include "numbers/QQ.h"
+#include "numbers/WideInt.h"
 #include "numbers/ZZ.h"
 
 namespace starsift {
@@ -16,8 +17,6 @@ struct SmallPoint {
   std::vector<std::int64_t> components;
   std::int64_t magnitude = 0;
 };
-
-__extension__ using UInt128 = unsigned __int128;
 
 /// A number as it stands in a file: whole + numerator / denominator, negated if isNegative.
 /// numerator < denominator < 2^62.

@@ -1,10 +1,10 @@
 #include "stars/ScaledRow.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 #include "numbers/Conversion.h"
+#include "numbers/WideInt.h"
 #include "stars/CommonScale.h"
 #include "stars/ProductLimit.h"
 
@@ -12,22 +12,12 @@ namespace starsift {
 
 namespace {
 
-__extension__ using Int128 = __int128;
-
 bool fitsMachine(const ZZ& value) {
   return mpz_fits_slong_p(value.get()) != 0;
 }
 
-/// sum += words, without allocation but for the sum.
 void addWords(ZZ& sum, Int128 words) {
-  const bool isNegative = words < 0;
-  const UInt128 magnitude =
-      isNegative ? 0 - static_cast<UInt128>(words) : static_cast<UInt128>(words);
-  const std::array<mp_limb_t, 2> limbs{static_cast<mp_limb_t>(magnitude),
-                                       static_cast<mp_limb_t>(magnitude >> 64U)};
-  mpz_t term;
-  mpz_roinit_n(term, limbs.data(), isNegative ? -2 : 2);
-  mpz_add(sum.get(), sum.get(), term);
+  mpz_add(sum.get(), sum.get(), WideView(words).get());
 }
 
 /// The denominator of a sum grows with its length, so adding one term after another
