@@ -14,20 +14,8 @@ unsigned digitAt(const char* text) {
   return static_cast<unsigned char>(*text) - static_cast<unsigned>('0');
 }
 
-/// The digits of a number of at least two; null if it is none in plain form.
-const char* scanDigits(const char* text, std::int64_t& value) {
-  const char* const first = text;
-  if (*first == '0') return nullptr;
-  std::int64_t magnitude = 0;
-  for (unsigned digit = digitAt(text); digit <= 9; digit = digitAt(++text)) {
-    if (text - first == mostDigits) return nullptr;
-    magnitude = 10 * magnitude + digit;
-  }
-  value = magnitude;
-  return text;
-}
-
-/// An integer of at most `most` digits without a leading zero, or 0. Null if it isn't there.
+/// An integer of at most `most` digits; null if there is none. A leading zero stands for itself,
+/// and the digits after it are left for the caller to reject.
 template <class Integer>
 const char* scanWhole(const char* text, int most, Integer& value) {
   value = 0;
@@ -81,18 +69,10 @@ const char* scanPlainPoint(const char* text, std::span<MixedNumber> components) 
 
 const char* scanPlainInteger(const char* text, std::int64_t& value) {
   const bool isNegative = *text == '-';
-  if (isNegative) ++text;
-  const unsigned digit = digitAt(text);
-  if (digit > 9) return nullptr;
-  std::int64_t magnitude = digit;
-  if (digitAt(text + 1) > 9) {
-    if (isNegative && digit == 0) return nullptr;
-    ++text;
-  } else {
-    text = scanDigits(text, magnitude);
-  }
-  value = isNegative ? -magnitude : magnitude;
-  return text;
+  text = scanWhole(isNegative ? text + 1 : text, mostDigits, value);
+  if (!isNegative) return text;
+  value = -value;
+  return value == 0 ? nullptr : text;
 }
 
 const char* scanPlainPoint(const char* text, SmallPoint& point) {

@@ -18,7 +18,8 @@ const char* scanPlainPoint(const char* text, SmallPoint& point);
 /// numerators and denominators of at most 18 digits, and integers may have 38 digits.
 const char* scanPlainPoint(const char* text, std::span<MixedNumber> components);
 
-/// Reads one integer of the form of the first. Returns the position behind it, or null.
+/// Reads one integer of the form of the first. Returns the position behind it, or null; behind a
+/// leading zero, where a caller must find no digit.
 const char* scanPlainInteger(const char* text, std::int64_t& value);
 
 }  // namespace starsift

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "core/VectorText.h"
+#include "files/SolWriter.h"
 #include "numbers/Conversion.h"
 #include "numbers/QQ.h"
 
@@ -136,10 +137,10 @@ void appendReport(std::string& out, const StarLine& line, const std::vector<std:
   out += "\n\n";
   if (line.slackNorm == QQ::minusOne()) return;
   std::string_view rest = line.rest();
-  takeField(rest, " | ");
+  takeField(rest, fieldSeparator);
   const std::string_view targetNorm = takeField(rest, " | [ ");
   const std::string_view values = takeField(rest, "] | ");
-  const std::string_view slackNorm = takeField(rest, " | ");
+  const std::string_view slackNorm = takeField(rest, fieldSeparator);
   appendTargets(out, {values, targetNorm, slackNorm, static_cast<std::int64_t>(line.time)}, goals);
 }
 

@@ -7,12 +7,11 @@
 #include "numbers/Conversion.h"
 #include "numbers/QQ.h"
 #include "system/Signals.h"
+#include "text/IntegerText.h"
 
 namespace starsift {
 
 namespace {
-
-constexpr std::string_view fieldSeparator = " | ";
 
 /// True if the text of `value` with fileDigits reads back as `value`.
 template <class T>
@@ -37,6 +36,16 @@ void appendResults(std::string& out, const Vector<T>& targetValues, const Norms<
   out += fieldSeparator;
 }
 
+void appendOrigin(std::string& out, std::int64_t time, std::string_view params,
+                  std::string_view version) {
+  appendInteger(out, time);
+  out += fieldSeparator;
+  out += params;
+  if (version.empty()) return;
+  out += fieldSeparator;
+  out += version;
+}
+
 template <class T>
 bool hasExactText(const Vector<T>& x) {
   return NumberTraits<T>::exact || std::all_of(x.begin(), x.end(), textKeeps<T>);
@@ -53,12 +62,7 @@ template <class T>
 void appendRecord(std::string& out, const Star<T>& star) {
   appendText(out, star.x(), fileDigits);
   appendResults<T>(out, star.targetValues, {star.targetNorm, star.slackNorm});
-  out += std::to_string(star.time);
-  out += fieldSeparator;
-  out += star.paramsText;
-  if (star.versionText.empty()) return;
-  out += fieldSeparator;
-  out += star.versionText;
+  appendOrigin(out, star.time, star.paramsText, star.versionText);
 }
 
 }  // namespace

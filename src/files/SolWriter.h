@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "files/ResultFile.h"
@@ -19,9 +20,16 @@ namespace starsift {
 template <class T>
 std::string starText(const Star<T>& star);
 
+/// Stands between two fields of a record.
+constexpr std::string_view fieldSeparator = " | ";
+
 /// What stands between x and the time in a record, both separators included.
 template <class T>
 void appendResults(std::string& out, const Vector<T>& targetValues, const Norms<T>& norms);
+
+/// What stands from the time on.
+void appendOrigin(std::string& out, std::int64_t time, std::string_view params,
+                  std::string_view version);
 
 /// True if the texts of the components of x read back as the same values.
 template <class T>

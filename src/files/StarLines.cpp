@@ -19,7 +19,6 @@
 #include "stars/StarCheck.h"
 #include "system/Exceptions.h"
 #include "system/Failure.h"
-#include "text/IntegerText.h"
 #include "text/TextCursor.h"
 
 namespace starsift {
@@ -42,7 +41,6 @@ class FailuresThrow {
   FailureHandler former_;
 };
 
-constexpr std::string_view separator = " | ";
 /// From this magnitude on a long double has an exponent in a report.
 constexpr std::int64_t longNumber = 1'000'000;
 
@@ -60,7 +58,7 @@ const char* skipPlainResults(const char* text) {
   const auto mark = [&](std::string_view expected) {
     text = text == nullptr ? text : skip(text, expected);
   };
-  mark(separator);
+  mark(fieldSeparator);
   number();
   mark(" | [ ");
   while (text != nullptr && *text != ']') {
@@ -69,7 +67,7 @@ const char* skipPlainResults(const char* text) {
   }
   mark("] | ");
   number();
-  mark(separator);
+  mark(fieldSeparator);
   return text;
 }
 
@@ -94,7 +92,6 @@ class LineReader {
                    std::vector<StarLine>& lines, std::pmr::memory_resource& arena) {
     lines_ = &lines;
     arena_ = &arena;
-    end_ = end;
     TextCursor source(std::string_view(begin, static_cast<std::size_t>(end - begin)));
     for (skipWithComments(source); position(source) < limit; skipWithComments(source))
       if (!readPlain(source)) readAnyForm(source);
@@ -135,7 +132,6 @@ class LineReader {
   std::string rest_;
   std::vector<StarLine>* lines_ = nullptr;
   std::pmr::memory_resource* arena_ = nullptr;
-  const char* end_ = nullptr;
   std::size_t dropped_ = 0;
 };
 
@@ -145,8 +141,11 @@ const char* LineReader<T>::scanPoint(const char* text) {
   SmallPoint& small = checker_.point().becomeSmall();
   small.components.resize(size);
   const char* const behind = scanPlainPoint(text, small);
-  hasLongNumbers_ = !NumberTraits<T>::exact && small.magnitude >= longNumber;
-  if (behind != nullptr || !NumberTraits<T>::exact) return behind;
+  if constexpr (!NumberTraits<T>::exact) {
+    hasLongNumbers_ = small.magnitude >= longNumber;
+    return behind;
+  }
+  if (behind != nullptr) return behind;
   mixed_.resize(size);
   const char* const behindMixed = scanPlainPoint(text, mixed_);
   return behindMixed != nullptr && checker_.point().assign(mixed_) ? behindMixed : nullptr;
@@ -179,7 +178,7 @@ bool LineReader<T>::readPlain(TextCursor& source) {
   std::int64_t time = 0;
   behind = scanPlainInteger(behind, time);
   if (behind == nullptr || time < unknownTime) return false;
-  behind = skip(behind, separator);
+  behind = skip(behind, fieldSeparator);
   if (behind == nullptr) return false;
   source.advance(static_cast<std::size_t>(behind - start));
   const RecordTexts texts = readRecordTexts(source);
@@ -197,13 +196,7 @@ template <class T>
 void LineReader<T>::addPlain(std::string_view x, std::string_view rest, bool isCurrent,
                              std::int64_t time, const RecordTexts& texts, const Norms<QQ>& norms) {
   rest_.assign(results_);
-  appendInteger(rest_, time);
-  rest_ += separator;
-  rest_ += texts.params;
-  if (!texts.version.empty()) {
-    rest_ += separator;
-    rest_ += texts.version;
-  }
+  appendOrigin(rest_, time, texts.params, texts.version);
   if (!isCurrent || rest != rest_) rest = stored(rest_);
   StarLine& line = append(x, rest, texts, time);
   line.targetNorm = norms.target;
@@ -256,7 +249,7 @@ template <class T>
 StarLine& LineReader<T>::append(std::string_view x, std::string_view rest, const RecordTexts& texts,
                                 std::int64_t time) {
   const std::size_t versionSize = texts.version.size();
-  const std::size_t versionPart = versionSize > 0 ? separator.size() + versionSize : 0;
+  const std::size_t versionPart = versionSize > 0 ? fieldSeparator.size() + versionSize : 0;
   StarLine& line = lines_->emplace_back();
   line.xText = x.data();
   line.restText = rest.data();

@@ -4,14 +4,13 @@
 #include <utility>
 
 #include "numbers/Conversion.h"
+#include "numbers/WideInt.h"
 #include "stars/StarDefinition.h"
 #include "stars/StarNorms.h"
 
 namespace starsift {
 
 namespace {
-
-__extension__ using Int128 = __int128;
 
 template <class T>
 QQ exactly(const T& value) {
@@ -132,22 +131,23 @@ StarVerdict<T> StarChecker<T>::judge(const Star<T>& star) {
   checkColumns(x.dimension());
   if (!isFinite) return judgeByDefinition(problem_, x);
   StarVerdict<T> verdict;
-  verdict.isSolution = rowsAdmit();
-  if (verdict.isSolution && hasTargets()) {
-    computeTargets();
-    convertTargets(verdict);
-  }
+  judgeRows(verdict);
   return verdict;
 }
 
 template <class T>
 const StarVerdict<T>& StarChecker<T>::judgePoint() {
-  verdict_.isSolution = pointIsWithinBounds() && rowsAdmit();
-  if (verdict_.isSolution && hasTargets()) {
-    computeTargets();
-    convertTargets(verdict_);
-  }
+  verdict_.isSolution = false;
+  if (pointIsWithinBounds()) judgeRows(verdict_);
   return verdict_;
+}
+
+template <class T>
+void StarChecker<T>::judgeRows(StarVerdict<T>& verdict) {
+  verdict.isSolution = rowsAdmit();
+  if (!verdict.isSolution || !hasTargets()) return;
+  computeTargets();
+  convertTargets(verdict);
 }
 
 template <class T>

@@ -64,6 +64,8 @@ class StarChecker {
   /// Fatal unless all rows have `n` entries.
   void checkColumns(Index n) const;
   bool pointIsWithinBounds() const;
+  /// The verdict on point_, which is within the bounds.
+  void judgeRows(StarVerdict<T>& verdict);
   bool rowsAdmit() const;
   /// Whether the rows have `n` entries each.
   bool hasColumns(Index n) const;
