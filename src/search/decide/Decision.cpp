@@ -150,9 +150,9 @@ bool Decision::Tree::makeTree(const MayGoOn& mayGoOn) {
     enumeration_.emplace(coset);
     return mayGoOn();
   }
-  const CosetDirections data = reduceForTree(coset, mayGoOn);
-  if (!mayGoOn()) return false;
-  enumeration_.emplace(coset, data);
+  const std::optional<CosetDirections> data = reduceForTree(coset, mayGoOn);
+  if (!data) return false;
+  enumeration_.emplace(coset, *data);
   return true;
 }
 

@@ -34,18 +34,23 @@ constexpr BlockSettings::Seconds stageTime{10};
 
 }  // namespace
 
-CosetDirections reduceForTree(BoxCoset& coset, const std::function<bool()>& mayGoOn) {
+std::optional<CosetDirections> reduceForTree(BoxCoset& coset,
+                                             const std::function<bool()>& mayGoOn) {
   reduceBasis(coset, mayGoOn);
+  // The data of many rows take seconds.
+  if (!mayGoOn()) return std::nullopt;
   CosetDirections data = cosetDirections(coset);
   movePointToMiddle(coset, data);
   double fewest = gaussianNodes(coset, data);
   BoxCoset next = coset;
   for (const Stage& stage : stages) {
-    if (fewest < stage.fewestNodes || fewest > hopelessNodes || !mayGoOn()) break;
+    if (fewest < stage.fewestNodes || fewest > hopelessNodes) break;
     BlockSettings settings;
     settings.pruning = stage.pruning;
     settings.totalTime = stageTime;
-    reduceBlocks(next, stage.size, settings, mayGoOn);
+    const bool isReduced = reduceBlocks(next, stage.size, settings, mayGoOn);
+    if (!mayGoOn()) return std::nullopt;
+    if (!isReduced) continue;
     CosetDirections nextData = cosetDirections(next);
     movePointToMiddle(next, nextData);
     const double nodes = gaussianNodes(next, nextData);

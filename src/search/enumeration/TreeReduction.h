@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include "search/enumeration/BoxCoset.h"
 #include "search/enumeration/CosetDirections.h"
@@ -12,8 +13,7 @@ namespace starsift {
 /// rows, each size if the tree would take longer than that, and the best of these bases is kept.
 /// The coset stays the same set. Returns the data of the reduced coset, whose box isn't empty.
 ///
-/// `mayGoOn` is called before every step; false ends the reduction, and the basis need not be
-/// reduced then.
-CosetDirections reduceForTree(BoxCoset& coset, const std::function<bool()>& mayGoOn);
+/// `mayGoOn` is called before every step; false ends the reduction, and nothing is returned then.
+std::optional<CosetDirections> reduceForTree(BoxCoset& coset, const std::function<bool()>& mayGoOn);
 
 }  // namespace starsift
