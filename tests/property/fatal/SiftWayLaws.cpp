@@ -3,6 +3,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <array>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -182,6 +183,8 @@ Outcome outcomeOf(const Sift& sift, const std::string& problem, const std::strin
     outcome.report = std::string("fatal: ") + report.what();
   } catch (const GeneralException& exception) {
     outcome.report = "exception: " + exception.message();
+  } catch (const std::invalid_argument& exception) {
+    outcome.report = std::string("terminate: ") + exception.what();
   }
   outcome.file = scratch.names().size() == 2 ? scratch.read("p.sol") : "none";
   return outcome;
@@ -205,6 +208,36 @@ RC_GTEST_PROP(SiftWays, AgreeOnTidyLinesAmongOthers, ()) {
   const std::string mixed = *oneOf({"", solText()}) + text + *oneOf({"", text, solText()});
   RC_ASSERT(outcomeOf(test::siftedReport, problem, mixed) ==
             outcomeOf(test::siftedReportByStars, problem, mixed));
+}
+
+/// A text with a few characters that were exchanged, put in or taken out.
+std::string mutated(std::string text) {
+  const std::string characters("0123456789 -+.:/|[]\n\r\t*einf,#\0", 30);
+  const int count = *rc::gen::inRange(1, 4);
+  for (int i = 0; i < count && !text.empty(); ++i) {
+    const auto place = *rc::gen::inRange<std::size_t>(0, text.size());
+    const char character = *rc::gen::elementOf(characters);
+    switch (*rc::gen::inRange(0, 3)) {
+      case 0:
+        text[place] = character;
+        break;
+      case 1:
+        text.insert(place, 1, character);
+        break;
+      default:
+        text.erase(place, 1);
+    }
+  }
+  return text;
+}
+
+RC_GTEST_PROP(SiftWays, AgreeOnTidyLinesWithMutations, ()) {
+  const std::string problem = *rc::gen::elementOf(problems);
+  const Outcome tidy = outcomeOf(test::siftedReportByStars, problem, solText());
+  RC_PRE(tidy.file != "none");
+  const std::string text = mutated(tidy.file);
+  RC_ASSERT(outcomeOf(test::siftedReport, problem, text) ==
+            outcomeOf(test::siftedReportByStars, problem, text));
 }
 
 }  // namespace

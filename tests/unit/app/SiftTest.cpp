@@ -4,8 +4,8 @@
 
 #include <sstream>
 
-#include "lattice/Lattice.h"
 #include "support/fixtures/ScratchDir.h"
+#include "support/fixtures/StarRun.h"
 
 namespace starsift {
 namespace {
@@ -33,12 +33,8 @@ TEST(Sift, StarsThatOthersWriteMeanwhileStayBesideThoseThatWereRead) {
 TEST(Sift, FileWithoutRightStarsGoes) {
   const test::ScratchDir scratch;
   scratch.write("p.opt", problem);
-  const std::string file = scratch.write("p.sol", "[ 9 9 ]\n");
-  YLattice<long double> lattice;
-  std::ostringstream report;
-  siftStars(lattice, file, report);
+  EXPECT_EQ(test::siftedReport(scratch.write("p.sol", "[ 9 9 ]\n")), "\n");
   EXPECT_EQ(scratch.names(), std::vector<std::string>{"p.opt"});
-  EXPECT_EQ(report.str(), "\n");
 }
 
 }  // namespace

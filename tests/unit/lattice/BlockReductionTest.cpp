@@ -10,6 +10,7 @@
 #include "certificates/LllViolations.h"
 #include "numbers/Conversion.h"
 #include "numbers/VectorQQ.h"
+#include "support/fixtures/QAryBasis.h"
 
 namespace starsift {
 namespace {
@@ -29,18 +30,8 @@ class Counter : public RowVisitor {
   long mostSteps = std::numeric_limits<long>::max();
 };
 
-/// A q-ary lattice: half of the rows q e_i, above them random residues.
-template <class T>
-Matrix<T> qAryBasis(Index d) {
-  constexpr long q = 1009;
-  std::mt19937_64 random(static_cast<std::uint64_t>(d));
-  Matrix<T> basis = Matrix<T>::identity(d);
-  for (Index i = d / 2 + 1; i <= d; ++i) basis[i][i] = T(q);
-  for (Index i = 1; i <= d / 2; ++i)
-    for (Index j = d / 2 + 1; j <= d; ++j)
-      basis[i][j] = T(static_cast<long>(random() % static_cast<std::uint64_t>(q)));
-  return basis;
-}
+/// The modulus of the q-ary lattices.
+constexpr long q = 1009;
 
 template <class T>
 class BlockReductionOver : public testing::Test {
@@ -77,7 +68,7 @@ using Numbers = testing::Types<long double, QQ>;
 TYPED_TEST_SUITE(BlockReductionOver, Numbers);
 
 TYPED_TEST(BlockReductionOver, LargerBlocksLeaveAShorterFirstRow) {
-  const auto rows = qAryBasis<TypeParam>(30);
+  const auto rows = test::qAryBasis<TypeParam>(30, q);
   this->use(rows);
   EXPECT_EQ(this->reduce(2), BlockEnd::reduced);
   this->expectReduced(rows);
@@ -89,7 +80,7 @@ TYPED_TEST(BlockReductionOver, LargerBlocksLeaveAShorterFirstRow) {
 }
 
 TYPED_TEST(BlockReductionOver, EveryPruningKeepsTheLattice) {
-  const auto rows = qAryBasis<TypeParam>(24);
+  const auto rows = test::qAryBasis<TypeParam>(24, q);
   for (const BlockPruning pruning :
        {BlockPruning::linear, BlockPruning::strong, BlockPruning::extreme}) {
     this->use(rows);
@@ -100,7 +91,7 @@ TYPED_TEST(BlockReductionOver, EveryPruningKeepsTheLattice) {
 }
 
 TYPED_TEST(BlockReductionOver, DeepInsertionsKeepTheLattice) {
-  const auto rows = qAryBasis<TypeParam>(30);
+  const auto rows = test::qAryBasis<TypeParam>(30, q);
   this->use(rows);
   this->settings.deep = true;
   EXPECT_EQ(this->reduce(10), BlockEnd::reduced);
@@ -109,7 +100,7 @@ TYPED_TEST(BlockReductionOver, DeepInsertionsKeepTheLattice) {
 }
 
 TYPED_TEST(BlockReductionOver, RowsAfterTheCountStay) {
-  const auto rows = qAryBasis<TypeParam>(20);
+  const auto rows = test::qAryBasis<TypeParam>(20, q);
   this->use(rows);
   LllReduction<TypeParam, long double> lll(this->basis, this->data, this->counter, {});
   BlockReduction<TypeParam, long double> blocks(this->basis, this->data, this->counter, lll,
@@ -126,7 +117,7 @@ TYPED_TEST(BlockReductionOver, FewRowsAreReducedAtOnce) {
 }
 
 TYPED_TEST(BlockReductionOver, RowsSpanTheirLatticeWhereverItIsStopped) {
-  const auto rows = qAryBasis<TypeParam>(14);
+  const auto rows = test::qAryBasis<TypeParam>(14, q);
   this->use(rows);
   this->reduce(14);
   const long all = this->counter.steps;
@@ -140,7 +131,7 @@ TYPED_TEST(BlockReductionOver, RowsSpanTheirLatticeWhereverItIsStopped) {
 }
 
 TYPED_TEST(BlockReductionOver, EndsWhenTheTimeOfAllEnumerationsIsOver) {
-  const auto rows = qAryBasis<TypeParam>(30);
+  const auto rows = test::qAryBasis<TypeParam>(30, q);
   this->use(rows);
   this->settings.totalTime = milliseconds(0);
   EXPECT_EQ(this->reduce(30), BlockEnd::time);
@@ -149,7 +140,7 @@ TYPED_TEST(BlockReductionOver, EndsWhenTheTimeOfAllEnumerationsIsOver) {
 
 // The first thousand nodes of a block take no time.
 TYPED_TEST(BlockReductionOver, BlocksThatTakeTooLongAreLeft) {
-  const auto rows = qAryBasis<TypeParam>(34);
+  const auto rows = test::qAryBasis<TypeParam>(34, q);
   this->use(rows);
   this->settings.blockTime = milliseconds(0);
   EXPECT_EQ(this->reduce(34), BlockEnd::reduced);
@@ -161,7 +152,7 @@ TYPED_TEST(BlockReductionOver, BlocksThatTakeTooLongAreLeft) {
 }
 
 TYPED_TEST(BlockReductionOver, EveryRowThatChangesIsShown) {
-  this->use(qAryBasis<TypeParam>(20));
+  this->use(test::qAryBasis<TypeParam>(20, q));
   this->reduce(2);
   this->counter = {};
   this->reduce(20);

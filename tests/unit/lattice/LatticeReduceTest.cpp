@@ -6,22 +6,11 @@
 
 #include "certificates/LatticeEquality.h"
 #include "numbers/Conversion.h"
+#include "support/fixtures/QAryBasis.h"
 #include "support/fixtures/ReducedBasis.h"
 
 namespace starsift {
 namespace {
-
-/// A q-ary lattice of dimension d: half of the rows q e_i, above them random residues.
-template <class T>
-Matrix<T> qAryBasis(Index d, long q) {
-  std::mt19937_64 random(static_cast<std::uint64_t>(d));
-  Matrix<T> basis = Matrix<T>::identity(d);
-  for (Index i = d / 2 + 1; i <= d; ++i) basis[i][i] = T(q);
-  for (Index i = 1; i <= d / 2; ++i)
-    for (Index j = d / 2 + 1; j <= d; ++j)
-      basis[i][j] = T(static_cast<long>(random() % static_cast<std::uint64_t>(q)));
-  return basis;
-}
 
 /// A knapsack of n numbers with so many digits, as a lattice of its zeros.
 Matrix<QQ> knapsackBasis(Index n, int digits) {
@@ -49,12 +38,12 @@ void expectReducedInOneCall(const Matrix<T>& basis) {
 TEST(Reduce, QAryBasesOfSixtyVectorsNeedOneCall) {
   for (const Index d : {20, 40, 60}) {
     SCOPED_TRACE(d);
-    expectReducedInOneCall(qAryBasis<long double>(d, 1009));
+    expectReducedInOneCall(test::qAryBasis<long double>(d, 1009));
   }
 }
 
 TEST(Reduce, QAryBasesNeedOneCallInExactNumbersToo) {
-  expectReducedInOneCall(qAryBasis<QQ>(40, 1009));
+  expectReducedInOneCall(test::qAryBasis<QQ>(40, 1009));
 }
 
 TEST(Reduce, KnapsacksOfFortyDigitsNeedOneCall) {
