@@ -9,9 +9,6 @@ namespace {
 /// Seconds that a complete search may take if no time is given.
 constexpr double usualTime = 600;
 
-/// Solutions whose times a status may show.
-constexpr Index shownStars = 3;
-
 bool hasNormLimit(const YLattice<long double>& lattice) {
   return lattice.withLive([](const auto& live) { return live.params.hasNormLimit(); });
 }
@@ -30,60 +27,51 @@ DeciderSettings settingsOf(const YLattice<long double>& lattice, const SeekOptio
 
 }  // namespace
 
-Decide::Decide(YLattice<long double>& lattice, SearchWatch& watch, StarStore& store,
+Decide::Decide(YLattice<long double>& lattice, SearchWatch& watch, DirectStars& stars,
                const SeekOptions& options)
     : lattice_(lattice),
       watch_(watch),
-      store_(store),
+      stars_(stars),
       options_(options),
       decision_(lattice.problemAsRead()),
       settings_(settingsOf(lattice, options)) {}
 
+bool Decide::isDue() const {
+  if (!options_.prove.value_or(true)) return false;
+  if (!isMade_) return true;
+  if (!wantsBest() || result_.undecided != Undecided::tooLarge) return false;
+  const std::optional<QQ> known = stars_.leastKnownNorm();
+  const bool isBetter = known && (!result_.best || *known < *result_.best);
+  return isBetter && Clock::now() - lastEnd_ >= lastTime_;
+}
+
 bool Decide::run() {
   isMade_ = true;
+  const Clock::time_point start = Clock::now();
   settings_.allowed = watch_.timeLeft().value_or(std::chrono::duration<double>(usualTime));
-  if (wantsBest()) settings_.known = leastKnownNorm();
+  if (wantsBest()) settings_.known = stars_.leastKnownNorm();
   settings_.seed = lattice_.seed();
   Decider decider(decision_, *this, settings_);
   if (!wantsBest() && !options_.count)
     for (const auto& star : lattice_.starsFiledAfter(0)) decider.setKnown(star);
   result_ = decider.run();
   watch_.hideTree();
+  lastEnd_ = Clock::now();
+  lastTime_ = lastEnd_ - start;
   if (ended_) throw SearchEnded(*ended_);
   return result_.proof != Proof::none || result_.undecided == Undecided::enough || meetsNorms_;
 }
 
-std::optional<QQ> Decide::leastKnownNorm() const {
-  std::optional<QQ> least;
-  // A benchmark run doesn't know the stars of the file.
-  if (!(lattice_.params().bench > 0)) least = store_.leastTargetNorm();
-  for (const auto& star : lattice_.starsFiledAfter(0))
-    if (!least || star.targetNorm < *least) least = star.targetNorm;
-  return least;
-}
-
 Step Decide::found(const Star<QQ>& judged) {
   if (options_.count) return Step::goOn;
-  Star<QQ> star(judged);
-  lattice_.signStar(star);
-  store_.add(star);
-  meetsNorms_ = lattice_.meetsNorms(star);
-  if (firstStars_.dimension() < shownStars || wantsBest())
-    append(firstStars_, std::move(star));
-  else
-    ++furtherStars_;
+  meetsNorms_ = stars_.add(judged, wantsBest());
   return meetsNorms_ ? Step::stop : Step::goOn;
 }
 
 Step Decide::progress(double share, std::uint64_t nodes) {
-  try {
-    watch_.showTree(share, nodes, starCount());
-    watch_.look();
-    return Step::goOn;
-  } catch (const SearchEnded& ended) {
-    ended_ = ended.reason();
-    return Step::stop;
-  }
+  watch_.showTree(share, nodes, stars_.count());
+  ended_ = watch_.endFound();
+  return ended_ ? Step::stop : Step::goOn;
 }
 
 }  // namespace starsift

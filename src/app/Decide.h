@@ -2,27 +2,28 @@
 // file and its status line.
 #pragma once
 
+#include <chrono>
 #include <optional>
 
+#include "app/DirectStars.h"
 #include "app/SearchWatch.h"
 #include "app/SeekArguments.h"
-#include "app/StarStore.h"
 #include "lattice/YLattice.h"
 #include "search/decide/Decider.h"
 
 namespace starsift {
 
-/// Solutions go to the store with the data of the run, as those of the lattice do.
 class Decide : private DecisionListener {
  public:
   /// The exact lattice is live and has the problem as read, which is copied. Parameters and
   /// options say what is looked for: with targets the best solution, unless a number of
   /// solutions is given without a norm to reach; else `sol` solutions, or all.
-  Decide(YLattice<long double>& lattice, SearchWatch& watch, StarStore& store,
+  Decide(YLattice<long double>& lattice, SearchWatch& watch, DirectStars& stars,
          const SeekOptions& options);
 
-  /// Still to be made.
-  bool isDue() const { return !isMade_ && options_.prove.value_or(true); }
+  /// Still to be made, or to be made again: since it found its tree too large a better solution was
+  /// found, which makes the tree smaller, and more time has passed than it took.
+  bool isDue() const;
   /// The best solution is looked for.
   bool wantsBest() const { return settings_.aim == Aim::best; }
 
@@ -31,31 +32,27 @@ class Decide : private DecisionListener {
   bool run();
 
   const Decided& result() const { return result_; }
-  /// The first solutions that it has found, as many as a status shows, and the number of further
-  /// ones.
-  const Array<Star<QQ>>& firstStars() const { return firstStars_; }
-  Index furtherStars() const { return furtherStars_; }
-  Index starCount() const { return firstStars_.dimension() + furtherStars_; }
 
  private:
+  using Clock = std::chrono::steady_clock;
+
   Step found(const Star<QQ>& judged) override;
   Step progress(double share, std::uint64_t nodes) override;
-  std::optional<QQ> leastKnownNorm() const;
 
   YLattice<long double>& lattice_;
   SearchWatch& watch_;
-  StarStore& store_;
+  DirectStars& stars_;
   SeekOptions options_;
   Decision decision_;
   DeciderSettings settings_;
   Decided result_;
   bool isMade_ = false;
+  Clock::time_point lastEnd_;
+  Clock::duration lastTime_{};
   /// A solution reached tnorm or snorm.
   bool meetsNorms_ = false;
   /// What ended a walk.
   std::optional<SearchEnd> ended_;
-  Array<Star<QQ>> firstStars_;
-  Index furtherStars_ = 0;
 };
 
 }  // namespace starsift

@@ -52,6 +52,15 @@ void SearchWatch::look() {
   if (line_.isDue(now)) line_.draw(status(now), now);
 }
 
+std::optional<SearchEnd> SearchWatch::endFound() {
+  try {
+    look();
+    return std::nullopt;
+  } catch (const SearchEnded& ended) {
+    return ended.reason();
+  }
+}
+
 std::optional<std::chrono::duration<double>> SearchWatch::timeLeft() const {
   if (timeLimit_ <= 0) return std::nullopt;
   const std::chrono::duration<double> left = std::chrono::duration<double>(timeLimit_) - elapsed();

@@ -64,6 +64,9 @@ class SearchWatch : public ReductionObserver {
   /// or the time is over.
   void look();
 
+  /// Calls look() where nothing may be thrown. Returns what ends the search, if something does.
+  std::optional<SearchEnd> endFound();
+
   /// There are solutions that wait for the end of a pause between two saves.
   bool hasUnsaved() const { return store_ != nullptr && store_->hasNews(lattice_); }
 

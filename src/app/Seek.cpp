@@ -1,5 +1,6 @@
 #include "app/Seek.h"
 
+#include <algorithm>
 #include <iostream>
 #include <string_view>
 
@@ -12,6 +13,9 @@
 namespace starsift {
 
 namespace {
+
+/// Of the first walks beside the lattice, and of later ones at least.
+constexpr std::chrono::duration<double> leastJumpTime{1};
 
 /// Restarts without a new solution that end a search without limits.
 constexpr Index fruitlessRestarts = 20;
@@ -64,7 +68,9 @@ SearchEnd Seek::run() {
   StarStore store(lattice_);
   store.tellIfReadOnly();
   watch_.setStore(store);
-  decide_.emplace(lattice_, watch_, store, options_);
+  stars_.emplace(lattice_, store);
+  decide_.emplace(lattice_, watch_, *stars_, options_);
+  jump_.emplace(lattice_, watch_, *stars_, decide_->wantsBest());
   lattice_.beginSearch(watch_, watch_.elapsed());
   const SearchEnd end = search();
   starsFiled_ = store.save(lattice_);
@@ -116,6 +122,7 @@ void Seek::searchLattices() {
   while (!isOver()) {
     runPass();
     if (!isOver()) decide();
+    if (!isOver()) jump();
     if (!isOver()) searchBlocks(lattice_);
     restartLattice();
   }
@@ -123,7 +130,27 @@ void Seek::searchLattices() {
 
 /// Throws SearchEnded if the complete search has ended the whole one.
 void Seek::decide() {
-  if (decide_->isDue() && decide_->run()) throw SearchEnded(SearchEnd::decided);
+  if (!decide_->isDue()) return;
+  const auto start = watch_.elapsed();
+  if (decide_->run()) throw SearchEnded(SearchEnd::decided);
+  decideTime_ += watch_.elapsed() - start;
+}
+
+/// Walks beside the lattice take as much time as the lattices do. Throws SearchEnded if they have
+/// reached the goal.
+void Seek::jump() {
+  // Better solutions would come without end.
+  if (decide_->result().undecided == Undecided::unbounded) return;
+  const auto start = watch_.elapsed();
+  const std::chrono::duration<double> left = start - decideTime_ - 2 * jumpTime_;
+  if (left.count() <= 0) return;
+  if (jump_->run(std::max(leastJumpTime, left))) throw SearchEnded(SearchEnd::goal);
+  jumpTime_ += watch_.elapsed() - start;
+}
+
+/// Of the lattices and beside them.
+Index Seek::solutionCount() const {
+  return lattice_.solutionCount() + stars_->count();
 }
 
 void Seek::runPass() {
@@ -138,8 +165,8 @@ void Seek::runPass() {
 
 void Seek::restartLattice() {
   if (isOver()) return;
-  if (lattice_.solutionCount() > solutionsBefore_) fruitless_ = 0;
-  solutionsBefore_ = lattice_.solutionCount();
+  if (solutionCount() > solutionsBefore_) fruitless_ = 0;
+  solutionsBefore_ = solutionCount();
   if (!limited_ && fruitless_ == fruitlessRestarts) throw SearchEnded(SearchEnd::fruitless);
   ++fruitless_;
   // The next lattice is made from the problem, so the file of this one can be skipped.
@@ -177,11 +204,11 @@ void Seek::saveLastLattice(SearchEnd end) {
   }
 }
 
-/// The lattice writes the status when it ends a search. It doesn't know the solutions of the
-/// complete search.
+/// The lattice writes the status when it ends a search. It doesn't know the solutions that
+/// were found without it.
 void Seek::writeStatus() {
-  if (decide_->starCount() == 0) return lattice_.restartHandling(Outcome::finished);
-  std::cout << lattice_.statusText(decide_->firstStars(), decide_->furtherStars()) << endLine();
+  if (stars_->count() == 0) return lattice_.restartHandling(Outcome::finished);
+  std::cout << lattice_.statusText(stars_->first(), stars_->furtherCount()) << endLine();
   stampOutputTime();
 }
 
@@ -199,7 +226,7 @@ SearchResult Seek::result(const StarStore& store, bool anyStars) const {
   result.equationsAreExact = equationsAreExact_;
   result.hasTargets = lattice_.hasTargets();
   result.hasStars = anyStars;
-  result.solutions = lattice_.solutionCount() + decide_->starCount();
+  result.solutions = solutionCount();
   if (result.hasTargets) result.best = store.leastTargetNorm();
   result.passes = watch_.passes();
   result.seed = lattice_.seed();

@@ -1,10 +1,13 @@
 // The job of the command starseek: to find solutions of a problem by reducing its lattice.
 #pragma once
 
+#include <chrono>
 #include <iosfwd>
 #include <optional>
 
 #include "app/Decide.h"
+#include "app/DirectStars.h"
+#include "app/Jump.h"
 #include "app/SavePace.h"
 #include "app/SearchWatch.h"
 #include "app/SeekArguments.h"
@@ -39,11 +42,13 @@ class Seek {
   void makeNormalForm();
   void searchLattices();
   void decide();
+  void jump();
   void runPass();
   void restartLattice();
   void saveLattice();
   void conclude(SearchEnd end);
   void saveLastLattice(SearchEnd end);
+  Index solutionCount() const;
   void writeStatus();
   void writeStatistics(SearchEnd end);
   SearchResult result(const StarStore& store, bool anyStars) const;
@@ -54,7 +59,11 @@ class Seek {
   SeekOptions options_;
   std::ostream& report_;
   /// During run().
+  std::optional<DirectStars> stars_;
   std::optional<Decide> decide_;
+  std::optional<Jump> jump_;
+  std::chrono::duration<double> decideTime_{};
+  std::chrono::duration<double> jumpTime_{};
   bool equationsAreExact_ = true;
   /// Passes that the search may make; no limit if negative.
   long passLimit_ = -1;

@@ -17,11 +17,6 @@ namespace starsift {
 
 namespace {
 
-/// The greatest integer objective below a target norm.
-ZZ below(const QQ& norm, const ZZ& scale) {
-  return ceil(norm * QQ(scale)).numerator() - ZZ::one();
-}
-
 /// The bounds of the box become those of objectives of at most `most`.
 void narrowBox(BoxCoset& coset, const ObjectiveCoordinate& objective, const ZZ& most) {
   const IntegerRange range = objective.bound.rangeBelow(most);
@@ -175,7 +170,7 @@ Preparation Decision::Tree::makeCoset(const std::optional<QQ>& known, const MayG
   std::optional<IntegerProblem> integers = integerProblem(narrowed);
   if (!integers) return Preparation::unknownSteps;
   integers_ = std::move(*integers);
-  if (known) most_ = below(*known, integers_.objective->scale);
+  if (known) most_ = integers_.objective->mostBelow(*known);
   const auto reduce = [&mayGoOn](BoxCoset& coset) {
     reduceCoset(coset, mayGoOn);
     return mayGoOn();

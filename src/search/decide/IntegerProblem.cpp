@@ -190,6 +190,10 @@ ZZ IntegerObjective::at(const std::vector<ZZ>& y) const {
   return value;
 }
 
+ZZ IntegerObjective::mostBelow(const QQ& norm) const {
+  return ceil(norm * QQ(scale)).numerator() - ZZ::one();
+}
+
 Vector<QQ> IntegerProblem::pointAsRead(const std::vector<ZZ>& y) const {
   Vector<QQ> x(constants);
   for (std::size_t k = 0; k < original.size(); ++k) x[original[k]] = QQ(y[k]) / stepsPerUnit[k];

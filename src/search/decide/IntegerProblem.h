@@ -56,6 +56,8 @@ struct IntegerObjective {
   ZZ scale = ZZ::one();
 
   ZZ at(const std::vector<ZZ>& y) const;
+  /// The greatest objective below a target norm.
+  ZZ mostBelow(const QQ& norm) const;
 };
 
 /// A point y satisfies `box`, `equations` and `ranges` if and only if pointAsRead(y) satisfies

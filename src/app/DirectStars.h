@@ -1,0 +1,36 @@
+// Solutions that a search finds without the lattice.
+#pragma once
+
+#include "app/StarStore.h"
+#include "lattice/YLattice.h"
+
+namespace starsift {
+
+/// Solutions go to the store with the data of the run, as those of the lattice do.
+class DirectStars {
+ public:
+  DirectStars(const YLattice<long double>& lattice, StarStore& store)
+      : lattice_(lattice), store_(store) {}
+
+  /// A judged solution; `isBest` if it is better than all before it. Returns whether it reaches
+  /// the norms that end the search.
+  bool add(const Star<QQ>& judged, bool isBest);
+
+  /// Least target norm of the solutions known so far: those of the file, of the lattice and of
+  /// these.
+  std::optional<QQ> leastKnownNorm() const;
+
+  /// The first ones, as many as a status shows, all that were best, and the number of further
+  /// ones.
+  const Array<Star<QQ>>& first() const { return first_; }
+  Index furtherCount() const { return furtherCount_; }
+  Index count() const { return first_.dimension() + furtherCount_; }
+
+ private:
+  const YLattice<long double>& lattice_;
+  StarStore& store_;
+  Array<Star<QQ>> first_;
+  Index furtherCount_ = 0;
+};
+
+}  // namespace starsift

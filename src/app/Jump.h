@@ -1,0 +1,45 @@
+// The walks of a command beside its lattice: for problems that reduction alone doesn't solve.
+#pragma once
+
+#include <chrono>
+#include <optional>
+
+#include "app/DirectStars.h"
+#include "app/SearchWatch.h"
+#include "lattice/YLattice.h"
+#include "search/jump/JumpSearch.h"
+
+namespace starsift {
+
+class Jump : private JumpListener {
+ public:
+  /// The exact lattice is live and has the problem as read. `wantsBest`: the best solution is
+  /// looked for, else one.
+  Jump(YLattice<long double>& lattice, SearchWatch& watch, DirectStars& stars, bool wantsBest)
+      : lattice_(lattice), watch_(watch), stars_(stars), wantsBest_(wantsBest) {}
+
+  /// Walks for some time. True if the search is over: what was asked for was found. Throws
+  /// SearchEnded by a signal or the clock.
+  bool run(std::chrono::duration<double> time);
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  /// There is something left to be found.
+  bool isOfUse() const;
+  Step found(const Star<QQ>& judged) override;
+  Step progress() override;
+
+  YLattice<long double>& lattice_;
+  SearchWatch& watch_;
+  DirectStars& stars_;
+  bool wantsBest_;
+  /// Made when it is first needed.
+  std::optional<JumpSearch> search_;
+  Clock::time_point end_;
+  bool isOver_ = false;
+  /// What ended the search in the middle of a walk.
+  std::optional<SearchEnd> ended_;
+};
+
+}  // namespace starsift

@@ -1,0 +1,92 @@
+// Walks over small problems of every feature against all points of their boxes, over GMP's
+// rationals.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "PreparedProblems.h"
+#include "SmallProblems.h"
+#include "search/jump/JumpSearch.h"
+#include "support/oracles/NormalFormOracle.h"
+
+namespace starsift {
+namespace {
+
+using oracle::Point;
+using oracle::Problem;
+using test::checkOverProblems;
+using test::problemCount;
+using test::SmallProblem;
+
+/// Checks what it is told of, for some turns.
+class Listener : public JumpListener {
+ public:
+  explicit Listener(const Problem& problem) : problem_(problem) {}
+
+  Step found(const Star<QQ>& star) override {
+    const Point x = test::pointOf(star.x());
+    RC_ASSERT(oracle::solves(problem_, x));
+    const auto verdict = oracle::judge(problem_, x);
+    RC_ASSERT(verdict.has_value());
+    if (!problem_.targets.empty()) RC_ASSERT(star.targetNorm == test::toQQ(verdict->targetNorm));
+    if (!norms.empty()) {
+      RC_ASSERT(!problem_.targets.empty());
+      RC_ASSERT(star.targetNorm < norms.back());
+    }
+    norms.push_back(star.targetNorm);
+    return Step::goOn;
+  }
+
+  Step progress() override { return turns_++ < mostTurns ? Step::goOn : Step::stop; }
+
+  std::vector<QQ> norms;
+
+ private:
+  static constexpr int mostTurns = 4;
+
+  const Problem& problem_;
+  int turns_ = 0;
+};
+
+bool hasSolutionNearby(const Problem& problem) {
+  const std::vector<Point> points = test::pointsAround(problem);
+  return std::any_of(points.begin(), points.end(), [&problem](const Point& x) {
+    return oracle::solves(problem, x) && oracle::judge(problem, x);
+  });
+}
+
+TEST(Jumping, FindsSolutionsOnlyAndBetterAndBetterOnes) {
+  int solvable = 0;
+  int found = 0;
+  checkOverProblems([&](const SmallProblem& small) {
+    JumpSearch search(small.record(), 1);
+    if (!search.isReady()) return;
+    Listener listener(small.problem);
+    search.run(listener);
+    if (!hasSolutionNearby(small.problem)) return;
+    ++solvable;
+    if (!listener.norms.empty()) ++found;
+  });
+  EXPECT_GE(solvable, problemCount / 8);
+  EXPECT_GE(found, solvable * 9 / 10);
+}
+
+TEST(Jumping, FindsBetterSolutionsThanTheKnownOneOnly) {
+  int improved = 0;
+  checkOverProblems([&](const SmallProblem& small) {
+    if (small.problem.targets.empty()) return;
+    JumpSearch search(small.record(), 1);
+    if (!search.isReady()) return;
+    const QQ known(3, 2);
+    search.setKnown(known);
+    Listener listener(small.problem);
+    search.run(listener);
+    for (const QQ& norm : listener.norms) RC_ASSERT(norm < known);
+    if (!listener.norms.empty()) ++improved;
+  });
+  EXPECT_GE(improved, problemCount / 64);
+}
+
+}  // namespace
+}  // namespace starsift
