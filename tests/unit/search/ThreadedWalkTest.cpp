@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
+#include <memory>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 #include "search/enumeration/CosetReduction.h"
 #include "support/fixtures/CollectingVisitor.h"
@@ -237,6 +240,60 @@ TEST(ThreadedWalk, CallsTheVisitorInTheThreadOfTheCaller) {
   Resident visitor;
   EXPECT_EQ(walk.run(visitor, inThreads(3)), EnumerationEnd::stopped);
   EXPECT_EQ(visitor.count(), 5);
+}
+
+/// The walk of the caller has one subtree to leave, and is done as soon as somebody walks it.
+class ShortWalk : public EnumerationWalk {
+ public:
+  static constexpr int pointsBelow = 5000;
+
+  explicit ShortWalk(std::shared_ptr<std::atomic<bool>> isTaken, bool isCaller)
+      : EnumerationWalk({{}, Point(1), Point(1), Point(1)}),
+        isTaken_(std::move(isTaken)),
+        isCaller_(isCaller) {}
+
+  std::unique_ptr<EnumerationWalk> twin() const override {
+    return std::make_unique<ShortWalk>(isTaken_, false);
+  }
+  EnumerationEnd runSubtree(EnumerationVisitor& visitor, const EnumerationSettings&,
+                            const Subtree&) override {
+    if (isCaller_) {
+      visitor.progress(0, 0);
+      while (!*isTaken_) std::this_thread::yield();
+    } else {
+      *isTaken_ = true;
+      for (int i = 0; i < pointsBelow; ++i) visitor.found(Point(1));
+    }
+    return EnumerationEnd::complete;
+  }
+  std::optional<Subtree> splitOff() override { return Subtree{}; }
+  std::uint64_t ownNodes() const override { return 0; }
+  TreeEstimate probe(const ProbeSettings&) const override { return {}; }
+
+ private:
+  void onNarrowed(std::size_t) override {}
+
+  std::shared_ptr<std::atomic<bool>> isTaken_;
+  bool isCaller_;
+};
+
+/// Counts points.
+class Counter : public EnumerationVisitor {
+ public:
+  Step found(const Point&) override {
+    ++count;
+    return Step::goOn;
+  }
+  Step progress(double, std::uint64_t) override { return Step::goOn; }
+
+  int count = 0;
+};
+
+TEST(ThreadedWalk, PassesOnPointsWhileTheCallerHasNothingToWalk) {
+  ShortWalk walk(std::make_shared<std::atomic<bool>>(false), true);
+  Counter visitor;
+  EXPECT_EQ(walk.run(visitor, inThreads(2)), EnumerationEnd::complete);
+  EXPECT_EQ(visitor.count, ShortWalk::pointsBelow);
 }
 
 /// Throws when the first point comes from another thread.
