@@ -136,9 +136,11 @@ if(TARGET property_fatal)
 endif()
 
 # The tests of code that starts threads, for the thread sanitizer; the other programs run them too.
-add_executable(threads EXCLUDE_FROM_ALL "${PROJECT_SOURCE_DIR}/tests/unit/files/StarLinesTest.cpp")
+add_executable(threads EXCLUDE_FROM_ALL
+  "${PROJECT_SOURCE_DIR}/tests/unit/files/StarLinesTest.cpp"
+  "${PROJECT_SOURCE_DIR}/tests/unit/search/ThreadedWalkTest.cpp")
 target_include_directories(threads PRIVATE "${PROJECT_SOURCE_DIR}/tests")
-target_link_libraries(threads PRIVATE starsift_files GTest::gmock_main)
+target_link_libraries(threads PRIVATE starsift_search starsift_test_support GTest::gmock_main)
 
 # starsift_add_script_test(<name> <command>...): runs in the source tree.
 function(starsift_add_script_test name)

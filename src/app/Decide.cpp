@@ -1,5 +1,7 @@
 #include "app/Decide.h"
 
+#include <algorithm>
+#include <thread>
 #include <utility>
 
 namespace starsift {
@@ -16,6 +18,7 @@ bool hasNormLimit(const YLattice<long double>& lattice) {
 DeciderSettings settingsOf(const YLattice<long double>& lattice, const SeekOptions& options) {
   DeciderSettings settings;
   settings.isForced = options.prove.value_or(false);
+  settings.threads = options.threads.value_or(std::max(std::thread::hardware_concurrency(), 1U));
   const long wanted = lattice.params().sol;
   if (options.count) return settings;
   if (lattice.hasTargets() && (lattice.seeksBest() || hasNormLimit(lattice)))

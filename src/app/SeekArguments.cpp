@@ -1,6 +1,7 @@
 #include "app/SeekArguments.h"
 
 #include <charconv>
+#include <limits>
 #include <string_view>
 
 #include "system/Failure.h"
@@ -18,23 +19,36 @@ bool readSwitch(const std::string& argument, const std::string& name, Switch& va
   return true;
 }
 
+/// The rest of an argument that begins with `name`.
+std::optional<std::string_view> valueOf(std::string_view argument, std::string_view name) {
+  if (!argument.starts_with(name)) return std::nullopt;
+  return argument.substr(name.size());
+}
+
+/// An integer from `least` to `most`; anything else is fatal.
+template <class Number>
+Number numberOf(const std::string& name, std::string_view text, Number least, Number most) {
+  Number number = 0;
+  const char* const end = text.data() + text.size();
+  const auto result = std::from_chars(text.data(), end, number);
+  if (result.ec != std::errc() || result.ptr != end || number < least || number > most)
+    fail("Malformed parameter: " + name + '=' + std::string(text));
+  return number;
+}
+
+/// More are a slip of the pen.
+constexpr unsigned mostThreads = 1024;
+
 bool readOption(const std::string& argument, SeekOptions& options) {
   if (argument == "-h" || argument == "--help") return options.help = true;
   if (argument == "--version") return options.version = true;
+  if (const auto text = valueOf(argument, "--threads=")) {
+    options.threads = numberOf("threads", *text, 1U, mostThreads);
+    return true;
+  }
   return readSwitch(argument, "--prove", options.prove) ||
          readSwitch(argument, "--count", options.count) ||
          readSwitch(argument, "--json", options.json);
-}
-
-constexpr std::string_view seedOption = "--seed=";
-
-std::uint64_t seedOf(std::string_view text) {
-  std::uint64_t seed = 0;
-  const char* const end = text.data() + text.size();
-  const auto result = std::from_chars(text.data(), end, seed);
-  if (result.ec != std::errc() || result.ptr != end)
-    fail("Malformed parameter: seed=" + std::string(text));
-  return seed;
 }
 
 }  // namespace
@@ -50,6 +64,9 @@ const char* const optionsHelp =
     "      if that is not set.\n"
     "  --count\n"
     "      Count all solutions without keeping them.\n"
+    "  --threads=N\n"
+    "      Walk the tree of a complete search in N threads. One for each core without\n"
+    "      this option. The solutions and what is proved don't depend on it.\n"
     "  --json\n"
     "      End the output with a line for scripts, a JSON object.\n"
     "  --seed=N\n"
@@ -60,8 +77,9 @@ SeekArguments splitArguments(std::span<char* const> arguments) {
   std::vector<std::string> files;
   for (const std::string argument : arguments) {
     if (readOption(argument, result.options)) continue;
-    if (argument.starts_with(seedOption)) {
-      result.seed = seedOf(std::string_view(argument).substr(seedOption.size()));
+    if (const auto text = valueOf(argument, "--seed=")) {
+      constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
+      result.seed = numberOf<std::uint64_t>("seed", *text, 0, most);
       continue;
     }
     result.hasSol = result.hasSol || argument.starts_with("--sol=");

@@ -17,6 +17,8 @@ struct SeekOptions {
   std::optional<bool> prove;
   /// --count: the solutions are counted and not kept.
   bool count = false;
+  /// --threads=N: of the complete search, at least 1; empty: one a core.
+  std::optional<unsigned> threads;
   /// --json: the output ends with one line for scripts.
   bool json = false;
   /// -h, --help.
@@ -39,8 +41,8 @@ struct SeekArguments {
 };
 
 /// `arguments` without the name of the program. Of two that set the same option the last one
-/// counts. Fatal: a seed that isn't one of 0, 1, ... 2^64 - 1, "Malformed parameter: seed=" and its
-/// text.
+/// counts. Fatal: a seed that isn't one of 0, 1, ... 2^64 - 1, or a number of threads that isn't
+/// one of 1, 2, ... 1024, "Malformed parameter: seed=" or "threads=" and its text.
 SeekArguments splitArguments(std::span<char* const> arguments);
 
 /// What --help tells of the options, in the form of writeParamHelp().

@@ -106,13 +106,14 @@ class Minimiser : public EnumerationVisitor {
   std::size_t last_;
 };
 
-void checkMinimum(std::unique_ptr<EnumerationWalk> walk, const BoxCoset& coset) {
+void checkMinimum(std::unique_ptr<EnumerationWalk> walk, const BoxCoset& coset,
+                  const EnumerationSettings& settings = {}) {
   RC_ASSERT(static_cast<bool>(walk));
   std::optional<ZZ> least;
   for (const std::vector<ZZ>& point : test::pointsByBruteForce(coset))
     if (!least || point.back() < *least) least = point.back();
   Minimiser visitor(*walk, coset);
-  RC_ASSERT(walk->run(visitor, {}) == EnumerationEnd::complete);
+  RC_ASSERT(walk->run(visitor, settings) == EnumerationEnd::complete);
   RC_ASSERT(visitor.best == least);
   // The box stays narrowed.
   CollectingVisitor second;
@@ -127,6 +128,43 @@ RC_GTEST_PROP(Enumeration, NarrowingLeadsToTheMinimum, ()) {
     checkMinimum(test::floatingWalk<double>(coset), coset);
     checkMinimum(test::floatingWalk<long double>(coset), coset);
     checkMinimum(std::make_unique<ExactWalk>(coset), coset);
+  }
+}
+
+/// So many threads that exchange subtrees all the time.
+EnumerationSettings threadSettings() {
+  EnumerationSettings settings;
+  settings.threads = *rc::gen::inRange(1U, 6U);
+  settings.nodesPerReport = *rc::gen::elementOf(std::vector<std::uint64_t>{1, 2, 5, 50});
+  return settings;
+}
+
+void checkThreads(std::unique_ptr<EnumerationWalk> walk, const Points& expected) {
+  CollectingVisitor visitor;
+  RC_ASSERT(walk->run(visitor, threadSettings()) == EnumerationEnd::complete);
+  RC_ASSERT(!visitor.isDouble);
+  RC_ASSERT(visitor.points == expected);
+}
+
+RC_GTEST_PROP(Enumeration, FindsTheSamePointsWhateverTheNumberOfThreads, ()) {
+  std::vector<BoxCoset> cosets = *someOf(test::arbitraryCoset());
+  cosets.push_back(*test::arbitraryCornerCoset());
+  for (const BoxCoset& drawn : cosets) {
+    if (isEmptyBox(drawn)) continue;
+    const BoxCoset coset = reduced(drawn);
+    const Points expected = test::pointsByBruteForce(coset);
+    checkThreads(test::floatingWalk<double>(coset), expected);
+    checkThreads(test::floatingWalk<long double>(coset), expected);
+    checkThreads(std::make_unique<ExactWalk>(coset), expected);
+  }
+}
+
+RC_GTEST_PROP(Enumeration, NarrowingLeadsToTheMinimumInSeveralThreads, ()) {
+  for (const BoxCoset& drawn : *someOf(test::arbitraryCoset())) {
+    if (drawn.point.empty() || isEmptyBox(drawn)) continue;
+    const BoxCoset coset = reduced(drawn);
+    checkMinimum(test::floatingWalk<double>(coset), coset, threadSettings());
+    checkMinimum(std::make_unique<ExactWalk>(coset), coset, threadSettings());
   }
 }
 

@@ -316,6 +316,16 @@ class Deciding(unittest.TestCase):
             verdict, _ = runs.verdict("--count")
         self.assertEqual((verdict["status"], verdict["count"]), ("complete", "3"))
 
+    def test_threads_change_neither_verdict_nor_solutions(self):
+        text = (HERE / "market-split-7x60.opt").read_text()
+        results = set()
+        for threads in (1, 2, 5):
+            with Runs(text) as runs:
+                verdict, found = runs.verdict("--sol=0", f"--threads={threads}")
+            results.add((verdict["status"], verdict["count"], frozenset(found)))
+        self.assertEqual(len(results), 1)
+        self.assertEqual(len(found), 3)
+
 
 def main():
     tallies, wrong = judge(PROBLEMS, FIRST_SEED)

@@ -1,6 +1,7 @@
 #include "search/decide/Decider.h"
 
 #include <algorithm>
+#include <thread>
 #include <utility>
 
 #include "core/VectorText.h"
@@ -210,22 +211,25 @@ double Decider::measureSpeed() {
   const Clock::time_point start = Clock::now();
   walkEnd_ = start + speedTime;
   if (settings_.aim == Aim::best) {
-    walk({std::nullopt, speedNodes});
+    walk(std::nullopt, speedNodes, 1);
   } else {
     Deaf deaf(*this);
-    decision_.run(deaf, {std::nullopt, speedNodes});
+    EnumerationSettings settings;
+    settings.nodeLimit = speedNodes;
+    decision_.run(deaf, settings);
   }
   walkEnd_.reset();
   const std::chrono::duration<double> time = Clock::now() - start;
   const auto nodes = static_cast<double>(std::max<std::uint64_t>(decision_.nodes() - before, 1));
-  return nodes / std::max(time.count(), leastTime);
+  const unsigned cores = std::max(std::thread::hardware_concurrency(), 1U);
+  return std::min(settings_.threads, cores) * nodes / std::max(time.count(), leastTime);
 }
 
 void Decider::walkPruned() {
   const bool fits = result_.undecided != Undecided::tooLarge ||
                     prunedShare * result_.estimatedSeconds <= settings_.allowed.count();
   if (!fits) return;
-  walk({mildPruning, std::nullopt});
+  walk(mildPruning, std::nullopt, settings_.threads);
   if (isEnough_) result_.undecided = Undecided::enough;
 }
 
@@ -233,21 +237,26 @@ void Decider::walk() {
   if (settings_.aim == Aim::best)
     walkToBest();
   else
-    conclude(walk({std::nullopt, nodesLeft_}));
+    conclude(walk(std::nullopt, nodesLeft_, settings_.threads));
 }
 
 void Decider::walkToBest() {
   EnumerationEnd end = EnumerationEnd::limit;
   for (std::uint64_t limit = firstWalk; end == EnumerationEnd::limit; limit *= walkGrowth) {
     if (result_.best != bestOfTree_ && !prepare()) return;
-    end = walk({std::nullopt, limit});
+    end = walk(std::nullopt, limit, settings_.threads);
     if (nodesLeft_ && limit >= *nodesLeft_) break;
   }
   conclude(end);
 }
 
-EnumerationEnd Decider::walk(const EnumerationSettings& settings) {
+EnumerationEnd Decider::walk(const std::optional<double>& pruning,
+                             const std::optional<std::uint64_t>& nodeLimit, unsigned threads) {
   found_ = 0;
+  EnumerationSettings settings;
+  settings.pruning = pruning;
+  settings.nodeLimit = nodeLimit;
+  settings.threads = threads;
   Relay relay(*this);
   return decision_.run(relay, settings);
 }

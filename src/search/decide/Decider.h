@@ -49,6 +49,8 @@ struct DeciderSettings {
   /// The complete tree is walked however long that takes.
   bool isForced = false;
   std::uint64_t seed = 1;
+  /// Threads that walk a tree, at least 1.
+  unsigned threads = 1;
 };
 
 struct Decided {
@@ -107,12 +109,13 @@ class Decider {
   bool estimate();
   /// Sets expectedNodes_.
   void estimateNodes(std::uint32_t probes);
-  /// Nodes a second of a short walk.
+  /// Nodes a second of all threads, from a short walk of one.
   double measureSpeed();
   void walkPruned();
   void walk();
   void walkToBest();
-  EnumerationEnd walk(const EnumerationSettings& settings);
+  EnumerationEnd walk(const std::optional<double>& pruning,
+                      const std::optional<std::uint64_t>& nodeLimit, unsigned threads);
   void conclude(EnumerationEnd end);
 
   Decision& decision_;

@@ -17,15 +17,15 @@ class EnumerationWalk;
 
 enum class Step { goOn, stop };
 
-/// Is called by an enumeration.
+/// Is called by an enumeration, in the thread that has called run().
 class EnumerationVisitor {
  public:
   virtual ~EnumerationVisitor() = default;
 
   /// Called once for each point of the coset inside the box; `point` is exact.
   virtual Step found(const std::vector<ZZ>& point) = 0;
-  /// Called every some thousand nodes with the share of the tree that was walked, in [0, 1], and
-  /// the nodes of this run.
+  /// Called every EnumerationSettings::nodesPerReport nodes with the share of the tree that was
+  /// walked, in [0, 1], and the nodes of this run.
   virtual Step progress(double share, std::uint64_t nodes) = 0;
 
  protected:
@@ -39,8 +39,14 @@ struct EnumerationSettings {
   /// min(1, s + 2 F s (1 - s) + F / 10), s the share of the levels done. None walks the complete
   /// tree.
   std::optional<double> pruning;
-  /// Nodes after which the run ends.
+  /// Nodes after which the run ends; with several threads each may make nodesPerReport more.
   std::optional<std::uint64_t> nodeLimit;
+  /// Threads that walk the tree, at least 1; the calling one is among them. The others begin with
+  /// the first report of progress: a small tree is walked by one.
+  unsigned threads = 1;
+  /// Nodes between two reports of progress, fewer if they take long; at least 1. This is also how
+  /// often threads exchange subtrees and narrower bounds.
+  std::uint64_t nodesPerReport = 8192;
 };
 
 enum class EnumerationEnd {
@@ -66,7 +72,9 @@ class Enumeration {
   Enumeration(Enumeration&&) noexcept;
   Enumeration& operator=(Enumeration&&) noexcept;
 
-  /// Walks the tree from its root. The box is as narrowed before.
+  /// Walks the tree from its root. The box is as narrowed before. With several threads an
+  /// exception of any of them ends the run and is thrown here. The points are the same whatever
+  /// the number of threads, in another order.
   EnumerationEnd run(EnumerationVisitor& visitor, const EnumerationSettings& settings);
   /// Estimates the nodes of a complete run in the box as it is; O(probes d n w), w the number of
   /// children of a node, and linear programs as in a run. No solution is reported.

@@ -10,8 +10,8 @@ namespace starsift {
 
 namespace {
 
-/// Nodes between two reports of progress.
-constexpr std::uint64_t progressInterval = 256;
+/// Nodes in floating point that take as long as one in rationals.
+constexpr std::uint64_t nodesPerNode = 32;
 
 QQ inner(const std::vector<QQ>& a, const std::vector<QQ>& b) {
   QQ sum;
@@ -78,6 +78,12 @@ void ExactWalk::prepare() {
     while (firstRow_[j] < rows_.size() && rows_[firstRow_[j]][j].isZero()) ++firstRow_[j];
 }
 
+std::unique_ptr<EnumerationWalk> ExactWalk::twin() const {
+  auto result = std::make_unique<ExactWalk>(*this);
+  result->nodes_ = 0;
+  return result;
+}
+
 void ExactWalk::onNarrowed(std::size_t j) {
   lower_[j] = QQ(coset().lower[j]) - middle_[j];
   upper_[j] = QQ(coset().upper[j]) - middle_[j];
@@ -116,6 +122,12 @@ ExactWalk::Interval ExactWalk::interval(std::size_t k, const Node& node) const {
     result.least = max(result.least, ceil(low));
     if (floor(high) < result.most) result.most = floor(high);
   }
+  const std::size_t depth = rows_.size() - k;
+  if (depth > subtree_.path.size()) return result;
+  const bool isAbove = depth < subtree_.path.size();
+  result.least = max(result.least, isAbove ? subtree_.path[depth] : subtree_.least);
+  const QQ& most = isAbove ? subtree_.path[depth] : subtree_.most;
+  if (most < result.most) result.most = most;
   return result;
 }
 
@@ -131,22 +143,47 @@ LevelChoices ExactWalk::choicesAt(std::size_t k) {
           nearest(chosen + *choice.offset),
           relative(choice.range->least),
           relative(choice.range->most),
-          choice.isUp ? relative(first) - 1 : 0,
-          choice.isUp ? 0 : endless};
+          choice.isUp ? relative(first) - 1 : -1,
+          choice.isUp ? 1 : endless};
 }
 
-double ExactWalk::share(std::size_t k) {
+std::vector<LevelChoices> ExactWalk::choices() {
   std::vector<LevelChoices> path;
-  for (std::size_t i = rows_.size(); i-- > k;) path.push_back(choicesAt(i));
-  return shareDone(path);
+  for (std::size_t i = rows_.size(); i-- > level_;) path.push_back(choicesAt(i));
+  return path;
+}
+
+std::optional<Subtree> ExactWalk::splitOff() {
+  const std::optional<OpenChoices> open = largestOpenChoices(choices());
+  if (!open) return std::nullopt;
+  const std::size_t k = rows_.size() - 1 - open->depth;
+  Subtree result;
+  for (std::size_t i = rows_.size(); --i > k;) result.path.push_back(*path_[i].coefficient);
+  Interval& range = *path_[k].range;
+  result.least = range.least;
+  result.most = range.most;
+  // Large relative numbers are rounded, so that `first` may lie outside; it is no earlier choice.
+  const QQ first = *path_[k].coefficient + exactInteger(open->first);
+  if (open->isUp) {
+    result.least = first;
+    if (first <= range.most) range.most = first - QQ(1);
+  } else {
+    result.most = first;
+    if (first >= range.least) range.least = first + QQ(1);
+  }
+  result.share = open->share;
+  return result;
 }
 
 bool ExactWalk::pace(std::size_t k) {
+  if (rows_.size() - k <= subtree_.path.size()) return true;
+  level_ = k;
   ++nodes_;
   const std::uint64_t count = nodes_ - before_;
   if (settings_.nodeLimit && count > *settings_.nodeLimit)
     end_ = EnumerationEnd::limit;
-  else if (count % progressInterval == 0 && visitor_->progress(share(k), count) == Step::stop)
+  else if (count % std::max(settings_.nodesPerReport / nodesPerNode, std::uint64_t{1}) == 0 &&
+           visitor_->progress(shareDone(choices()), count) == Step::stop)
     end_ = EnumerationEnd::stopped;
   return end_ == EnumerationEnd::complete;
 }
@@ -162,7 +199,7 @@ bool ExactWalk::report(const Node& node) {
 
 bool ExactWalk::visit(std::size_t k, const Node& node) {
   if (k == 0) return report(node);
-  const Interval range = interval(k, node);
+  Interval range = interval(k, node);
   if (range.least > range.most) return true;
   const QQ offset = inner(node.point, directions_[k - 1]) / squaredLengths_[k - 1];
   const QQ nearest = ceil(-offset);
@@ -172,7 +209,7 @@ bool ExactWalk::visit(std::size_t k, const Node& node) {
 }
 
 bool ExactWalk::visitSide(std::size_t k, const Node& node, const QQ& offset, QQ c, const QQ& step,
-                          const Interval& range) {
+                          Interval& range) {
   path_[k - 1] = {&node, &range, &offset, &c, step.sign()};
   for (; c >= range.least && c <= range.most; c += step) {
     const QQ factor = c + offset;
@@ -190,9 +227,11 @@ bool ExactWalk::visitSide(std::size_t k, const Node& node, const QQ& offset, QQ 
   return true;
 }
 
-EnumerationEnd ExactWalk::run(EnumerationVisitor& visitor, const EnumerationSettings& settings) {
+EnumerationEnd ExactWalk::runSubtree(EnumerationVisitor& visitor,
+                                     const EnumerationSettings& settings, const Subtree& subtree) {
   visitor_ = &visitor;
   settings_ = settings;
+  subtree_ = subtree;
   path_.resize(rows_.size());
   end_ = EnumerationEnd::complete;
   hasPruned_ = false;

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <vector>
 
 #include "numbers/QQ.h"
@@ -17,8 +19,11 @@ class ExactWalk : public EnumerationWalk {
   /// O(d^2 n) operations on rationals of the size of the Gram determinants.
   explicit ExactWalk(BoxCoset coset);
 
-  EnumerationEnd run(EnumerationVisitor& visitor, const EnumerationSettings& settings) override;
-  std::uint64_t nodes() const override { return nodes_; }
+  std::unique_ptr<EnumerationWalk> twin() const override;
+  EnumerationEnd runSubtree(EnumerationVisitor& visitor, const EnumerationSettings& settings,
+                            const Subtree& subtree) override;
+  std::optional<Subtree> splitOff() override;
+  std::uint64_t ownNodes() const override { return nodes_; }
   /// There are no probes in rationals.
   TreeEstimate probe(const ProbeSettings&) const override { return {}; }
 
@@ -39,7 +44,7 @@ class ExactWalk : public EnumerationWalk {
   /// The choice of a coefficient on the current path; what it points to lives on the stack.
   struct Choice {
     const Node* node;
-    const Interval* range;
+    Interval* range;
     const QQ* offset;
     const QQ* coefficient;
     /// The side of the centre; the upper one comes first.
@@ -53,15 +58,17 @@ class ExactWalk : public EnumerationWalk {
   bool visit(std::size_t k, const Node& node);
   /// Walks the children of a node on one side of the centre, from coefficient c on.
   bool visitSide(std::size_t k, const Node& node, const QQ& offset, QQ c, const QQ& step,
-                 const Interval& range);
+                 Interval& range);
   bool report(const Node& node);
-  /// Counts a node with the coefficients from `k` on chosen, and reports progress.
+  /// Counts a node with the coefficients from `k` on chosen, and reports progress. Nodes above the
+  /// subtree don't count.
   bool pace(std::size_t k);
   /// The choices of coefficient `k` for shareDone().
   LevelChoices choicesAt(std::size_t k);
-  /// Estimated share of the tree that is done before the node with the coefficients from `k` on.
-  double share(std::size_t k);
-  /// The part of the interval of coefficient k - 1 that its final coordinates leave.
+  /// The choices of the coefficients from that of the current node on, the last one first.
+  std::vector<LevelChoices> choices();
+  /// The part of the interval of coefficient k - 1 that its final coordinates and the subtree
+  /// leave.
   Interval interval(std::size_t k, const Node& node) const;
   /// No point of the box has this projected vector, or one further out in its direction.
   bool isCut(const Node& node) const;
@@ -84,12 +91,15 @@ class ExactWalk : public EnumerationWalk {
   // Of the current run
   EnumerationVisitor* visitor_ = nullptr;
   EnumerationSettings settings_;
+  Subtree subtree_;
   EnumerationEnd end_ = EnumerationEnd::complete;
   bool hasPruned_ = false;
   std::uint64_t nodes_ = 0;
   std::uint64_t before_ = 0;
   /// The choices of all coefficients; valid from that of the current node on.
   std::vector<Choice> path_;
+  /// Of the node that was counted last.
+  std::size_t level_ = 0;
 };
 
 }  // namespace starsift

@@ -4,6 +4,7 @@
 #include <limits>
 #include <utility>
 
+#include "numbers/Conversion.h"
 #include "search/enumeration/DyadicRow.h"
 #include "search/enumeration/TreeProbes.h"
 
@@ -11,22 +12,35 @@ namespace starsift {
 
 namespace {
 
-/// Nodes between two reports of progress.
-constexpr std::uint64_t nodesPerReport = 8192;
-
-/// The same in linear programs, which take up to a millisecond in a hundred dimensions.
-constexpr std::size_t programsPerReport = 64;
+/// Nodes that count as much as a linear program between two reports of progress: one takes up to
+/// a millisecond in a hundred dimensions.
+constexpr std::uint64_t nodesPerProgram = 128;
 
 }  // namespace
 
 template <class Real>
 FloatingWalk<Real>::FloatingWalk(BoxCoset coset, TreeGeometry<Real> geometry)
     : EnumerationWalk(std::move(coset)),
-      geometry_(std::move(geometry)),
-      nodes_(geometry_),
-      point_(geometry_.coordinates) {
-  for (std::size_t j = 0; j < geometry_.coordinates; ++j)
+      geometry_(std::make_shared<const TreeGeometry<Real>>(std::move(geometry))),
+      nodes_(*geometry_),
+      point_(geometry_->coordinates) {
+  for (std::size_t j = 0; j < geometry_->coordinates; ++j)
     doubledMiddle_.push_back(this->coset().lower[j] + this->coset().upper[j]);
+}
+
+template <class Real>
+FloatingWalk<Real>::FloatingWalk(const FloatingWalk& other)
+    : EnumerationWalk(other),
+      geometry_(other.geometry_),
+      nodes_(*geometry_),
+      doubledMiddle_(other.doubledMiddle_),
+      point_(geometry_->coordinates) {
+  nodes_.narrowTo(other.nodes_);
+}
+
+template <class Real>
+std::unique_ptr<EnumerationWalk> FloatingWalk<Real>::twin() const {
+  return std::unique_ptr<EnumerationWalk>(new FloatingWalk(*this));
 }
 
 template <class Real>
@@ -45,31 +59,67 @@ void FloatingWalk<Real>::onNarrowed(std::size_t j) {
 }
 
 template <class Real>
-EnumerationEnd FloatingWalk<Real>::run(EnumerationVisitor& visitor,
-                                       const EnumerationSettings& settings) {
+EnumerationEnd FloatingWalk<Real>::runSubtree(EnumerationVisitor& visitor,
+                                              const EnumerationSettings& settings,
+                                              const Subtree& subtree) {
   nodes_.setPruning(settings.pruning);
-  before_ = nodes();
+  before_ = ownNodes();
   const std::uint64_t limit =
       settings.nodeLimit.value_or(std::numeric_limits<std::uint64_t>::max());
   end_ = limit < std::numeric_limits<std::uint64_t>::max() - before_
              ? before_ + limit
              : std::numeric_limits<std::uint64_t>::max();
-  due_ = std::min(before_ + nodesPerReport, end_);
-  dueProgram_ = nodes_.programs() + programsPerReport;
+  nodesPerReport_ = settings.nodesPerReport;
+  setDue();
   isNarrowed_ = false;
   Outcome outcome = Outcome::done;
   if (!nodes_.isRootCut())
-    outcome = geometry_.dimension == 0 ? report(visitor, 0, 0) : walk(visitor);
+    outcome = geometry_->dimension == 0 ? report(visitor, 0, 0) : walk(visitor, subtree);
   if (outcome == Outcome::stop) return EnumerationEnd::stopped;
   if (outcome == Outcome::limit) return EnumerationEnd::limit;
   return nodes_.hasPruned() ? EnumerationEnd::pruned : EnumerationEnd::complete;
 }
 
 template <class Real>
-typename FloatingWalk<Real>::Outcome FloatingWalk<Real>::walk(EnumerationVisitor& visitor) {
-  const std::size_t d = geometry_.dimension;
-  level_ = d - 1;
-  nodes_.enter(level_);
+bool FloatingWalk<Real>::start(const Subtree& subtree) {
+  level_ = geometry_->dimension - 1 - subtree.path.size();
+  if (subtree.isWhole()) {
+    nodes_.enter(level_);
+    return true;
+  }
+  const auto real = [](const QQ& integer) {
+    Real result = 0;
+    // As it comes from a walk over the same geometry it fits.
+    exactlyAs(integer.numerator(), result);
+    return result;
+  };
+  std::vector<Real> path;
+  for (const QQ& coefficient : subtree.path) path.push_back(real(coefficient));
+  nodes_.startBelow(path, real(subtree.least), real(subtree.most));
+  return returnToOpenLevel();
+}
+
+template <class Real>
+std::optional<Subtree> FloatingWalk<Real>::splitOff() {
+  const std::optional<OpenChoices> open = largestOpenChoices(choices());
+  if (!open) return std::nullopt;
+  const std::size_t k = geometry_->dimension - 1 - open->depth;
+  const auto rational = [](Real integer) { return exactInteger(integer); };
+  Subtree result;
+  for (std::size_t i = geometry_->dimension; --i > k;)
+    result.path.push_back(rational(nodes_.chosen(i)));
+  const auto [least, most] = nodes_.handOver(k, open->isUp, open->first);
+  result.least = rational(least);
+  result.most = rational(most);
+  result.share = open->share;
+  return result;
+}
+
+template <class Real>
+typename FloatingWalk<Real>::Outcome FloatingWalk<Real>::walk(EnumerationVisitor& visitor,
+                                                              const Subtree& subtree) {
+  const std::size_t d = geometry_->dimension;
+  if (!start(subtree)) return Outcome::done;
   while (true) {
     if (level_ == 0) {
       const Outcome outcome = reportLeaves(visitor);
@@ -93,7 +143,7 @@ typename FloatingWalk<Real>::Outcome FloatingWalk<Real>::walk(EnumerationVisitor
 template <class Real>
 bool FloatingWalk<Real>::returnToOpenLevel() {
   isNarrowed_ = false;
-  const std::size_t d = geometry_.dimension;
+  const std::size_t d = geometry_->dimension;
   if (level_ == d) return true;
   level_ = std::max(level_, nodes_.recheck(level_ + 1));
   return level_ < d;
@@ -120,8 +170,8 @@ typename FloatingWalk<Real>::Outcome FloatingWalk<Real>::report(EnumerationVisit
                                                                 std::size_t k, Real c) {
   for (std::size_t j = 0; j < point_.size(); ++j) {
     // All terms and sums are exact, and their doubles fit a word.
-    Real relative = geometry_.dimension == 0 ? geometry_.start.at(0, j) : nodes_.coordinate(k, j);
-    if (geometry_.dimension > 0) relative += c * geometry_.rows.at(k, j);
+    Real relative = geometry_->dimension == 0 ? geometry_->start.at(0, j) : nodes_.coordinate(k, j);
+    if (geometry_->dimension > 0) relative += c * geometry_->rows.at(k, j);
     const auto doubled = static_cast<long>(relative * 2);
     mpz_ptr x = point_[j].get();
     if (doubled >= 0)
@@ -136,25 +186,31 @@ typename FloatingWalk<Real>::Outcome FloatingWalk<Real>::report(EnumerationVisit
 
 template <class Real>
 typename FloatingWalk<Real>::Outcome FloatingWalk<Real>::pace(EnumerationVisitor& visitor) {
-  if (nodes() >= end_) return Outcome::limit;
-  due_ = std::min(nodes() + nodesPerReport, end_);
-  dueProgram_ = nodes_.programs() + programsPerReport;
-  return visitor.progress(share(), nodes() - before_) == Step::stop ? Outcome::stop : Outcome::goOn;
+  if (ownNodes() >= end_) return Outcome::limit;
+  setDue();
+  return visitor.progress(shareDone(choices()), ownNodes() - before_) == Step::stop ? Outcome::stop
+                                                                                    : Outcome::goOn;
 }
 
 template <class Real>
-double FloatingWalk<Real>::share() const {
+void FloatingWalk<Real>::setDue() {
+  due_ = nodesPerReport_ < end_ - ownNodes() ? ownNodes() + nodesPerReport_ : end_;
+  dueProgram_ =
+      nodes_.programs() +
+      std::max<std::size_t>(static_cast<std::size_t>(nodesPerReport_ / nodesPerProgram), 1);
+}
+
+template <class Real>
+std::vector<LevelChoices> FloatingWalk<Real>::choices() const {
   std::vector<LevelChoices> path;
-  for (std::size_t k = geometry_.dimension; k-- > level_ + 1;) path.push_back(nodes_.choicesAt(k));
-  return shareDone(path);
+  for (std::size_t k = geometry_->dimension; k-- > level_ + 1;) path.push_back(nodes_.choicesAt(k));
+  return path;
 }
 
 template <class Real>
 TreeEstimate FloatingWalk<Real>::probe(const ProbeSettings& settings) const {
-  TreeNodes<Real> nodes(geometry_);
-  for (std::size_t j = 0; j < geometry_.coordinates; ++j)
-    if (nodes_.lower(j) > nodes.lower(j) || nodes_.upper(j) < nodes.upper(j))
-      nodes.setBounds(j, nodes_.lower(j), nodes_.upper(j));
+  TreeNodes<Real> nodes(*geometry_);
+  nodes.narrowTo(nodes_);
   return TreeProbes<Real>(nodes, settings.seed).run(settings);
 }
 

@@ -215,6 +215,42 @@ void TreeNodes<Real>::choose(std::size_t k, Real coefficient) {
 }
 
 template <class Real>
+void TreeNodes<Real>::startBelow(const std::vector<Real>& path, Real least, Real most) {
+  std::size_t k = geometry_.dimension - 1;
+  for (const Real coefficient : path) {
+    Level& level = levels_[k];
+    level.least = level.most = coefficient;
+    level.up = coefficient + 1;
+    level.down = coefficient - 1;
+    choose(k, coefficient);
+    descend(k--);
+  }
+  levels_[k].least = least;
+  levels_[k].most = most;
+  start(levels_[k]);
+}
+
+template <class Real>
+std::pair<Real, Real> TreeNodes<Real>::handOver(std::size_t k, bool isUp, double first) {
+  Level& level = levels_[k];
+  // Large relative numbers are rounded.
+  const Real from = level.chosen + static_cast<Real>(first);
+  if (isUp) {
+    const Real least = std::max(from, level.up);
+    return {least, std::exchange(level.most, std::min(level.most, least - 1))};
+  }
+  const Real most = std::min(from, level.down);
+  return {std::exchange(level.least, std::max(level.least, most + 1)), most};
+}
+
+template <class Real>
+void TreeNodes<Real>::narrowTo(const TreeNodes& other) {
+  for (std::size_t j = 0; j < geometry_.coordinates; ++j)
+    if (other.lower(j) > lower(j) || other.upper(j) < upper(j))
+      setBounds(j, other.lower(j), other.upper(j));
+}
+
+template <class Real>
 std::size_t TreeNodes<Real>::recheck(std::size_t k) {
   const std::size_t d = geometry_.dimension;
   if (isRootCut()) return d;

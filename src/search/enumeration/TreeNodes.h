@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "search/enumeration/CoefficientProgram.h"
@@ -48,6 +49,14 @@ class TreeNodes {
   void descend(std::size_t k);
   /// Chooses a coefficient that advance(k) has returned before.
   void choose(std::size_t k, Real coefficient);
+  /// At the root: chooses the coefficients of the last rows, fewer than d, without tests, and
+  /// starts the children of that node in an interval. Nothing else of the tree is left then.
+  void startBelow(const std::vector<Real>& path, Real least, Real most);
+  /// Takes the choices of level k > 0 from `first` on away from this walk, all up or all down;
+  /// `first` is relative to the chosen one. Returns the least and the greatest of them.
+  std::pair<Real, Real> handOver(std::size_t k, bool isUp, double first);
+  /// Takes over the bounds of another walk over the same geometry, which are inside of these.
+  void narrowTo(const TreeNodes& other);
   /// Repeats the tests of the path from the root to level k >= 1 after a change of bounds. Returns
   /// the level of the first node that is cut, k - 1 if none is; then intervals are narrowed too.
   std::size_t recheck(std::size_t k);

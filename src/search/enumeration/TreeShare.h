@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 namespace starsift {
@@ -30,5 +31,20 @@ double subtreeWeight(const LevelChoices& choices, double coefficient);
 /// Estimated share of a tree that is done, in [0, 1]. `path` has the levels from the root down to
 /// the current node.
 double shareDone(const std::vector<LevelChoices>& path);
+
+/// Choices that a walk has still before it at one node of its path.
+struct OpenChoices {
+  /// Index in the path.
+  std::size_t depth;
+  /// The choices from `first` up, or from `first` down; relative to the current choice.
+  bool isUp;
+  double first;
+  /// Estimated share of the tree.
+  double share;
+};
+
+/// The open choices that hold about the largest share of a tree: those of the larger side of a
+/// node or, if the other side is done, its outer half. None if no choice of the path is open.
+std::optional<OpenChoices> largestOpenChoices(const std::vector<LevelChoices>& path);
 
 }  // namespace starsift

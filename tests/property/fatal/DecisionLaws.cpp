@@ -139,6 +139,34 @@ TEST(Deciding, FindsTheOptimum) {
   EXPECT_GE(improved, problemCount / 64);
 }
 
+/// Walks the tree once, in several threads that exchange subtrees all the time.
+void walkInThreads(const SmallProblem& small, Aim aim, Listener& listener) {
+  Decision decision(small.record());
+  const Preparation made = decision.prepare(aim, std::nullopt, [] { return true; });
+  if (made == Preparation::noSolution) return;
+  RC_ASSERT(made == Preparation::ready);
+  EnumerationSettings settings;
+  settings.threads = *rc::gen::inRange(1U, 6U);
+  settings.nodesPerReport = *rc::gen::inRange<std::uint64_t>(1, 4);
+  RC_ASSERT(decision.run(listener, settings) == EnumerationEnd::complete);
+}
+
+TEST(Deciding, FindsTheSameWhateverTheNumberOfThreads) {
+  checkOverProblems([](const SmallProblem& small) {
+    if (!isClosed(small.problem)) return;
+    const std::vector<Point> solutions = solutionsAround(small.problem);
+    Listener all(small.problem);
+    walkInThreads(small, Aim::all, all);
+    RC_ASSERT(all.points == textsOf(solutions));
+    if (small.problem.targets.empty()) return;
+    Listener best(small.problem);
+    walkInThreads(small, Aim::best, best);
+    const auto least = leastNorm(small.problem, solutions);
+    RC_ASSERT(best.norms.empty() == !least);
+    if (least) RC_ASSERT(best.norms.back() == *least);
+  });
+}
+
 TEST(Deciding, LooksOnlyForBetterSolutionsThanTheKnownOne) {
   checkOverProblems([](const SmallProblem& small) {
     if (!isClosed(small.problem) || small.problem.targets.empty()) return;

@@ -59,6 +59,17 @@ TEST(SeekArguments, TakeNoSeedButANaturalNumber) {
                       std::string("Malformed parameter: seed=") + text);
 }
 
+TEST(SeekArguments, MayNameThreads) {
+  EXPECT_EQ(split({"--threads=1", "--threads=12", "p.opt"}).options.threads, 12U);
+  EXPECT_FALSE(split({"p.opt"}).options.threads);
+}
+
+TEST(SeekArguments, TakeNoThreadsButAPositiveNumber) {
+  for (const char* const text : {"", "0", "-1", "+1", "1 ", "x", "1.5", "1025", "4294967297"})
+    EXPECT_FAILS_WITH(split({std::string("--threads=") + text}),
+                      std::string("Malformed parameter: threads=") + text);
+}
+
 TEST(SeekArguments, SayWhetherANumberOfSolutionsIsGiven) {
   EXPECT_TRUE(split({"--sol=1", "p.opt"}).hasSol);
   EXPECT_FALSE(split({"--snorm=1", "p.opt"}).hasSol);

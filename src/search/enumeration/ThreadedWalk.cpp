@@ -1,0 +1,194 @@
+#include "search/enumeration/ThreadedWalk.h"
+
+#include <csignal>
+#include <memory>
+#include <system_error>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace starsift {
+
+namespace {
+
+/// During its lifetime the calling thread, and threads that it starts, receive no signals.
+class SignalsBlocked {
+ public:
+  SignalsBlocked() {
+    sigset_t all;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before_);
+  }
+  SignalsBlocked(const SignalsBlocked&) = delete;
+  SignalsBlocked& operator=(const SignalsBlocked&) = delete;
+  ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+
+ private:
+  sigset_t before_{};
+};
+
+/// Walks a subtree that `walker` has taken.
+void walkSubtree(WalkExchange& exchange, std::size_t walker, EnumerationWalk& walk,
+                 EnumerationVisitor& visitor, EnumerationSettings settings,
+                 const Subtree& subtree) {
+  settings.nodeLimit = exchange.nodesLeft();
+  const std::uint64_t before = walk.ownNodes();
+  const EnumerationEnd end = walk.runSubtree(visitor, settings, subtree);
+  if (end == EnumerationEnd::limit) exchange.end(end);
+  exchange.finish(walker, walk.ownNodes() - before, end == EnumerationEnd::pruned);
+}
+
+Step nextStep(const WalkExchange& exchange) {
+  return exchange.isEnded() ? Step::stop : Step::goOn;
+}
+
+}  // namespace
+
+/// The visitor of a helper's walk, and its thread.
+class ThreadedWalk::Helper : public EnumerationVisitor {
+ public:
+  Helper(WalkExchange& exchange, std::size_t walker, std::unique_ptr<EnumerationWalk> walk)
+      : exchange_(exchange), walker_(walker), walk_(std::move(walk)) {}
+
+  void work(const EnumerationSettings& settings) {
+    try {
+      while (const std::optional<Subtree> subtree = exchange_.take(walker_)) {
+        exchange_.narrow(*walk_, boxVersion_);
+        walkSubtree(exchange_, walker_, *walk_, *this, settings, *subtree);
+      }
+    } catch (...) {
+      exchange_.fail(std::current_exception());
+    }
+  }
+
+  Step found(const std::vector<ZZ>& point) override {
+    exchange_.post(point);
+    return nextStep(exchange_);
+  }
+
+  Step progress(double share, std::uint64_t nodes) override {
+    exchange_.report(walker_, share, nodes);
+    exchange_.narrow(*walk_, boxVersion_);
+    if (exchange_.wantsSubtrees()) exchange_.give(walker_, walk_->splitOff());
+    return nextStep(exchange_);
+  }
+
+ private:
+  WalkExchange& exchange_;
+  std::size_t walker_;
+  std::unique_ptr<EnumerationWalk> walk_;
+  std::uint64_t boxVersion_ = 0;
+};
+
+/// The threads beside the calling one.
+class ThreadedWalk::Helpers {
+ public:
+  explicit Helpers(ThreadedWalk& walk) : walk_(walk) {}
+  Helpers(const Helpers&) = delete;
+  Helpers& operator=(const Helpers&) = delete;
+  /// After an exception of the caller the others are still at work.
+  ~Helpers() {
+    walk_.exchange_.end(EnumerationEnd::stopped);
+    join();
+  }
+
+  /// The first call starts them.
+  void start() {
+    if (std::exchange(areStarted_, true)) return;
+    const SignalsBlocked blocked;
+    try {
+      for (std::size_t i = 1; i < walk_.settings_.threads; ++i) {
+        helpers_.push_back(std::make_unique<Helper>(walk_.exchange_, i, walk_.walk_.twin()));
+        threads_.emplace_back(&Helper::work, helpers_.back().get(), walk_.settings_);
+      }
+    } catch (const std::system_error&) {
+      // As many as the system grants.
+    }
+  }
+
+  void join() {
+    for (std::thread& thread : threads_) thread.join();
+    threads_.clear();
+  }
+
+ private:
+  ThreadedWalk& walk_;
+  bool areStarted_ = false;
+  std::vector<std::unique_ptr<Helper>> helpers_;
+  std::vector<std::thread> threads_;
+};
+
+/// The visitor of the caller's walk: passes on what all walks report.
+class ThreadedWalk::Caller : public EnumerationVisitor {
+ public:
+  Caller(ThreadedWalk& walk, Helpers& helpers)
+      : walk_(walk), helpers_(helpers), narrowings_(walk.walk_.narrowings()) {}
+
+  Step found(const std::vector<ZZ>& point) override {
+    // The box may have become smaller since another thread has found the point.
+    if (!hasStopped_ && isInBox(walk_.walk_.coset(), point)) obey(walk_.visitor_.found(point));
+    return nextStep(walk_.exchange_);
+  }
+
+  Step progress(double share, std::uint64_t nodes) override {
+    WalkExchange& exchange = walk_.exchange_;
+    helpers_.start();
+    exchange.report(0, share, nodes);
+    for (const WalkExchange::Point& point : exchange.takePoints()) found(point);
+    tell();
+    if (exchange.wantsSubtrees()) exchange.give(0, walk_.walk_.splitOff());
+    return nextStep(exchange);
+  }
+
+  /// Tells the visitor of the progress of all walks.
+  void tell() {
+    const WalkExchange::Progress progress = walk_.exchange_.progress();
+    if (!hasStopped_) obey(walk_.visitor_.progress(progress.share, progress.nodes));
+  }
+
+ private:
+  /// After a call of the visitor, which may have narrowed the box.
+  void obey(Step step) {
+    if (step == Step::stop) {
+      hasStopped_ = true;
+      walk_.exchange_.end(EnumerationEnd::stopped);
+    }
+    const std::uint64_t present = walk_.walk_.narrowings();
+    if (std::exchange(narrowings_, present) != present)
+      walk_.exchange_.publishBox(walk_.walk_.coset());
+  }
+
+  ThreadedWalk& walk_;
+  Helpers& helpers_;
+  /// Of the walk when the box was published.
+  std::uint64_t narrowings_;
+  /// The visitor isn't called any more.
+  bool hasStopped_ = false;
+};
+
+ThreadedWalk::ThreadedWalk(EnumerationWalk& walk, EnumerationVisitor& visitor,
+                           const EnumerationSettings& settings)
+    : walk_(walk),
+      visitor_(visitor),
+      settings_(settings),
+      exchange_(settings.threads, settings.nodeLimit, {}) {}
+
+EnumerationEnd ThreadedWalk::run() {
+  Helpers helpers(*this);
+  Caller caller(*this, helpers);
+  while (true) {
+    const WalkExchange::News news = exchange_.waitForNews();
+    if (news.isOver) break;
+    for (const WalkExchange::Point& point : news.points) caller.found(point);
+    if (news.subtree)
+      walkSubtree(exchange_, 0, walk_, caller, settings_, *news.subtree);
+    else
+      caller.tell();
+  }
+  helpers.join();
+  // Found before the node limit.
+  for (const WalkExchange::Point& point : exchange_.takePoints()) caller.found(point);
+  return exchange_.outcome();
+}
+
+}  // namespace starsift

@@ -1,0 +1,170 @@
+#include "search/enumeration/WalkExchange.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace starsift {
+
+namespace {
+
+/// Points that may wait for the visitor before the threads that find them wait too.
+constexpr std::size_t mostPoints = 1024;
+
+/// The caller looks at the clock and at signals as often while it has nothing to walk.
+constexpr std::chrono::milliseconds longestWait{20};
+
+using Lock = std::unique_lock<std::mutex>;
+
+}  // namespace
+
+WalkExchange::WalkExchange(std::size_t walkers, const std::optional<std::uint64_t>& nodeLimit,
+                           Subtree first)
+    : subtrees_{std::move(first)}, walkers_(walkers), nodeLimit_(nodeLimit) {
+  update();
+}
+
+void WalkExchange::update() {
+  wantsSubtrees_.store(subtrees_.size() < walkers_.size(), std::memory_order_relaxed);
+}
+
+void WalkExchange::give(std::size_t walker, std::optional<Subtree> part) {
+  if (!part) return;
+  const Lock lock(mutex_);
+  part->share *= walkers_[walker].weight;
+  walkers_[walker].weight -= part->share;
+  subtrees_.push_back(*std::move(part));
+  update();
+  changed_.notify_all();
+}
+
+Subtree WalkExchange::popLargest(std::size_t walker) {
+  const auto largest =
+      std::max_element(subtrees_.begin(), subtrees_.end(),
+                       [](const Subtree& a, const Subtree& b) { return a.share < b.share; });
+  Subtree result = std::move(*largest);
+  subtrees_.erase(largest);
+  ++busy_;
+  walkers_[walker].weight = result.share;
+  update();
+  return result;
+}
+
+std::optional<Subtree> WalkExchange::take(std::size_t walker) {
+  Lock lock(mutex_);
+  changed_.wait(lock, [this] { return isEnded() || !subtrees_.empty() || isDone(); });
+  if (isEnded() || subtrees_.empty()) return std::nullopt;
+  return popLargest(walker);
+}
+
+WalkExchange::News WalkExchange::waitForNews() {
+  Lock lock(mutex_);
+  changed_.wait_for(lock, longestWait, [this] {
+    return isEnded() || !points_.empty() || !subtrees_.empty() || isDone();
+  });
+  News news;
+  if (!isEnded() && !points_.empty()) {
+    news.points = std::exchange(points_, {});
+    changed_.notify_all();
+  } else if (isEnded() || isDone()) {
+    news.isOver = true;
+  } else if (!subtrees_.empty()) {
+    news.subtree = popLargest(0);
+  }
+  return news;
+}
+
+void WalkExchange::finish(std::size_t walker, std::uint64_t nodes, bool isPruned) {
+  const Lock lock(mutex_);
+  Walker& mine = walkers_[walker];
+  finished_ += mine.weight;
+  mine = {0, 0, 0, mine.nodesBefore + nodes};
+  isPruned_ = isPruned_ || isPruned;
+  --busy_;
+  changed_.notify_all();
+}
+
+void WalkExchange::end(EnumerationEnd reason) {
+  const Lock lock(mutex_);
+  if (!isEnded_.exchange(true)) end_ = reason;
+  changed_.notify_all();
+}
+
+void WalkExchange::fail(std::exception_ptr exception) {
+  const Lock lock(mutex_);
+  if (!exception_) exception_ = std::move(exception);
+  isEnded_ = true;
+  changed_.notify_all();
+}
+
+EnumerationEnd WalkExchange::outcome() const {
+  const Lock lock(mutex_);
+  if (exception_) std::rethrow_exception(exception_);
+  if (isEnded()) return end_;
+  return isPruned_ ? EnumerationEnd::pruned : EnumerationEnd::complete;
+}
+
+std::uint64_t WalkExchange::allNodes() const {
+  std::uint64_t nodes = 0;
+  for (const Walker& walker : walkers_) nodes += walker.nodes + walker.nodesBefore;
+  return nodes;
+}
+
+void WalkExchange::report(std::size_t walker, double share, std::uint64_t nodes) {
+  const Lock lock(mutex_);
+  walkers_[walker].done = share;
+  walkers_[walker].nodes = nodes;
+  if (!nodeLimit_ || allNodes() < *nodeLimit_) return;
+  if (!isEnded_.exchange(true)) end_ = EnumerationEnd::limit;
+  changed_.notify_all();
+}
+
+WalkExchange::Progress WalkExchange::progress() {
+  const Lock lock(mutex_);
+  double share = finished_;
+  for (const Walker& walker : walkers_) share += walker.weight * walker.done;
+  told_ = std::max(told_, std::min(share, 1.0));
+  return {told_, allNodes()};
+}
+
+std::optional<std::uint64_t> WalkExchange::nodesLeft() const {
+  if (!nodeLimit_) return std::nullopt;
+  const Lock lock(mutex_);
+  return *nodeLimit_ - std::min(*nodeLimit_, allNodes());
+}
+
+std::uint64_t WalkExchange::otherNodes() const {
+  const Lock lock(mutex_);
+  std::uint64_t nodes = 0;
+  for (std::size_t i = 1; i < walkers_.size(); ++i) nodes += walkers_[i].nodesBefore;
+  return nodes;
+}
+
+void WalkExchange::post(const Point& point) {
+  Lock lock(mutex_);
+  changed_.wait(lock, [this] { return isEnded() || points_.size() < mostPoints; });
+  points_.push_back(point);
+  changed_.notify_all();
+}
+
+std::vector<WalkExchange::Point> WalkExchange::takePoints() {
+  const Lock lock(mutex_);
+  if (!points_.empty()) changed_.notify_all();
+  return std::exchange(points_, {});
+}
+
+void WalkExchange::publishBox(const BoxCoset& coset) {
+  const Lock lock(mutex_);
+  box_.lower = coset.lower;
+  box_.upper = coset.upper;
+  ++boxVersion_;
+}
+
+void WalkExchange::narrow(EnumerationWalk& walk, std::uint64_t& version) const {
+  if (boxVersion_.load(std::memory_order_relaxed) == version) return;
+  const Lock lock(mutex_);
+  version = boxVersion_;
+  for (std::size_t j = 0; j < box_.lower.size(); ++j) walk.narrow(j, box_.lower[j], box_.upper[j]);
+}
+
+}  // namespace starsift
