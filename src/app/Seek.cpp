@@ -4,7 +4,6 @@
 #include <string_view>
 
 #include "app/ProofRemark.h"
-#include "params/ParamHelp.h"
 #include "search/SearchPass.h"
 #include "system/Console.h"
 #include "system/Failure.h"
@@ -53,7 +52,6 @@ Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, const SeekOptions
   passLimit_ = params.iters;
   watch.setTimeLimit(params.rtime.get());
   setExtendedOutput(params.verb == 2);
-  reportWithoutEffect(params);
 }
 
 SearchEnd Seek::run() {
@@ -117,6 +115,7 @@ void Seek::searchLattices() {
     runPass();
     if (!isOver()) decide();
     if (!isOver()) searchBlocks(lattice_);
+    if (!isOver()) searchTrimmed(lattice_);
     restartLattice();
   }
 }
