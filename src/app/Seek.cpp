@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "app/ProofRemark.h"
-#include "params/ParamHelp.h"
 #include "search/SearchPass.h"
 #include "system/Console.h"
 #include "system/Failure.h"
@@ -57,7 +56,6 @@ Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, const SeekOptions
   passLimit_ = params.iters;
   watch.setTimeLimit(params.rtime.get());
   setExtendedOutput(params.verb == 2);
-  reportWithoutEffect(params);
 }
 
 SearchEnd Seek::run() {
@@ -124,6 +122,7 @@ void Seek::searchLattices() {
     if (!isOver()) decide();
     if (!isOver()) jump();
     if (!isOver()) searchBlocks(lattice_);
+    if (!isOver()) searchTrimmed(lattice_);
     restartLattice();
   }
 }

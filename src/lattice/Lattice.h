@@ -261,7 +261,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// generation: "checkSolution: You should set the check vectors!".
   unsigned checkSolution(const Vector<T>& vector, Space space, std::int64_t time,
                          Announce announce);
-  /// checkSolution() of row k of B, unless it is unchanged since its last check or isHopeless().
+  /// Offers row k of B to the short vectors, then checkSolution() of it unless isHopeless(). Does
+  /// nothing for a row that is unchanged since its last check.
   void checkRow(Index k);
   /// A vector of working space can't be a solution or become bestVector, consistent or not:
   /// decided by the last coordinate, which is 0 for nearly all vectors of a basis.

@@ -1,11 +1,10 @@
 #include "params/ParamHelp.h"
 
-#include <iostream>
+#include <ostream>
 #include <string>
 #include <string_view>
 
 #include "params/ParamTable.h"
-#include "system/Console.h"
 
 namespace starsift {
 
@@ -42,16 +41,6 @@ void writeParamHelp(std::ostream& stream) {
            << ')';
     writeWrapped(stream, row.help);
   }
-}
-
-void reportWithoutEffect(const Params& params) {
-  std::string text;
-  for (const auto& entry : params.table())
-    if (!entry.right->hasEffect() && !entry.right->isDefault())
-      text += " --" + entry.left + '=' + entry.right->text();
-  if (text.empty()) return;
-  std::cerr << "*** Without effect so far:" << text << endLine();
-  stampOutputTime();
 }
 
 }  // namespace starsift

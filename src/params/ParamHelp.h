@@ -11,8 +11,4 @@ namespace starsift {
 /// the help text in lines of at most 80 characters.
 void writeParamHelp(std::ostream& stream);
 
-/// One line on standard error with the parameters of the set that have no effect and are not
-/// at their defaults, in the order of registration. Writes nothing if there are none.
-void reportWithoutEffect(const Params& params);
-
 }  // namespace starsift

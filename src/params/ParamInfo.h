@@ -32,7 +32,6 @@ class ParamInfo : public Serializable {
   std::string_view help() const { return row_->help; }
   /// The text of the value at registration.
   std::string_view defaultText() const { return row_->defaultText; }
-  bool hasEffect() const { return row_->effect == ParamEffect::yes; }
   std::string text() const { return text_.get(); }
   /// True if the value equals the default, in whatever notation: "+20" is 20.
   virtual bool isDefault() const { return text() == defaultText(); }

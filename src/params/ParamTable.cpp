@@ -10,75 +10,75 @@ namespace {
 
 // Users and other programs of the suite rely on this wording and spelling.
 constexpr std::array<ParamRow, 25> rows = {{
-    {"help", ParamKind::boolean, ParamEffect::yes, "0", "Display this help information."},
-    {"verb", ParamKind::integer, ParamEffect::yes, "0",
+    {"help", ParamKind::boolean, "0", "Display this help information."},
+    {"verb", ParamKind::integer, "0",
      "To receive (detailed) runtime statistics, set this parameter to 1 or 2."},
-    {"consistency", ParamKind::boolean, ParamEffect::yes, "0",
+    {"consistency", ParamKind::boolean, "0",
      "By setting this switch the lattice transformations are tracked and consulted to detect "
      "computing / overflow errors."},
-    {"eenum", ParamKind::boolean, ParamEffect::yes, "1",
+    {"eenum", ParamKind::boolean, "1",
      "Enables the essential enumeration algorithm, which helps to find euclidean short vectors "
      "in a deterministic way (see also: --deep, --beta, --etime, --btime, --eprune)."},
-    {"beta", ParamKind::integer, ParamEffect::yes, "20",
+    {"beta", ParamKind::integer, "20",
      "The enumeration algorithm operates on blocks of 20 vectors per default, which can be "
      "changed utilizing this parameter (see also: --eenum, --etime, --btime)."},
-    {"eprune", ParamKind::integer, ParamEffect::yes, "3",
+    {"eprune", ParamKind::integer, "3",
      "The enumeration trees can be pruned, which will speed up the enumeration. To enable "
      "moderate pruning use 1 - if you prefer more aggressive pruning, then use 2 or 3 (see: also "
      "--eenum, --beta)."},
-    {"btime", ParamKind::integer, ParamEffect::yes, "0",
+    {"btime", ParamKind::integer, "0",
      "This defines a bound for the maximum time (in seconds) to spent, when enumerating a block "
      "of lattice vectors (see also: --etime, --beta, --eenum)."},
-    {"etime", ParamKind::integer, ParamEffect::yes, "0",
+    {"etime", ParamKind::integer, "0",
      "This defines a bound for the maximum time (in seconds) to spent for the enumeration of "
      "lattice vectors (see also: --btime, --beta, --eenum)."},
-    {"deep", ParamKind::boolean, ParamEffect::yes, "0",
+    {"deep", ParamKind::boolean, "0",
      "The enumeration algorithm should do some kind of backtracking, when a short vector has "
      "been found - the short vector is not only compared with the basis vector of the current "
      "stage, but also with base vectors, which are stages ahead (see also: --eenum)."},
-    {"collectLimit", ParamKind::natural, ParamEffect::none, "100",
+    {"collectLimit", ParamKind::natural, "100",
      "The collection limit defines the maximum size of the set containing the collected, good "
      "vectors. (see also:  --pair, --sieve, --sample)."},
-    {"pair", ParamKind::boolean, ParamEffect::none, "1",
+    {"pair", ParamKind::boolean, "1",
      "This switch enables a heuristic pairwise recombination method, which helps to discover "
      "vectors with small sup-norms and collects these within a set of heuristically good vectors "
      "(see also: --pairLimit, --collectLimit)."},
-    {"pairLimit", ParamKind::natural, ParamEffect::none, "10",
+    {"pairLimit", ParamKind::natural, "10",
      "The pair limit defines the maximum amount of vectors which are chosen from the collection "
      "set for pairing purposes (see also:  --pair, --collectLimit)."},
-    {"sieve", ParamKind::boolean, ParamEffect::none, "0",
+    {"sieve", ParamKind::boolean, "0",
      "This switch enables a sieving method on the collection set of heuristically good vectors, "
      "which helps to discover vectors with small sup-norms (see also: --collectLimit)."},
-    {"sample", ParamKind::boolean, ParamEffect::none, "0",
+    {"sample", ParamKind::boolean, "0",
      "To enable a algorithm, which samples random (but probably short) vectors and collects them "
      "within the sets containing good vectors (see also: --sampleLimit, --collectLimit)."},
-    {"sampleLimit", ParamKind::natural, ParamEffect::none, "1000",
+    {"sampleLimit", ParamKind::natural, "1000",
      "The sample limit defines how many vectors should be chosen, when using random sampling "
      "(see also: --sample)."},
-    {"scale", ParamKind::boolean, ParamEffect::none, "0",
+    {"scale", ParamKind::boolean, "0",
      "Enables a scaling routine, which trims the lattice towards feasibility."},
-    {"translate", ParamKind::boolean, ParamEffect::none, "0",
+    {"translate", ParamKind::boolean, "0",
      "Enables a translation routine, which trims the lattice towards feasibility."},
-    {"reinsert", ParamKind::boolean, ParamEffect::none, "1",
+    {"reinsert", ParamKind::boolean, "1",
      "Enables a routine to re-insert best vectors into the lattice after each progressless "
      "iteration."},
-    {"variate", ParamKind::boolean, ParamEffect::yes, "1",
+    {"variate", ParamKind::boolean, "1",
      "Enables a variation of lattice base vectors (sorting / shuffling) after each progressless "
      "iteration."},
-    {"rtime", ParamKind::guardedInteger, ParamEffect::yes, "0",
+    {"rtime", ParamKind::guardedInteger, "0",
      "Terminate the program after the submitted number of seconds has been reached."},
-    {"iters", ParamKind::integer, ParamEffect::yes, "-1",
+    {"iters", ParamKind::integer, "-1",
      "Terminate the program after the submitted number of iterations."},
-    {"sol", ParamKind::integer, ParamEffect::yes, "1",
+    {"sol", ParamKind::integer, "1",
      "Terminate the program, when the submitted number of solutions has been found."},
-    {"bench", ParamKind::real, ParamEffect::yes, "0",
+    {"bench", ParamKind::real, "0",
      "A value > 0 enables a benchmark run. The read of the lat / sol file is skipped and the "
      "secondsUntilDiscovered property of best vectors gets multiplied with the value of this "
      "parameter."},
-    {"snorm", ParamKind::number, ParamEffect::yes, "-1",
+    {"snorm", ParamKind::number, "-1",
      "Terminate the program, when a solution has been found, whose slack norm <= the provided "
      "value."},
-    {"tnorm", ParamKind::number, ParamEffect::yes, "-inf",
+    {"tnorm", ParamKind::number, "-inf",
      "Terminate the program, when a solution has been found, whose target norm <= the provided "
      "value."},
 }};

@@ -1,7 +1,6 @@
-// The parameter table, with one row per parameter. It alone defines names, defaults,
-// effects and help texts; the parameter sets, the help and the report of settings
-// without effect are made from it. Each member of a set refers to its row by name;
-// ParamTableTest.cpp checks that every row has a member.
+// The parameter table, with one row per parameter. It alone defines names, defaults and
+// help texts; the parameter sets and the help are made from it. Each member of a set
+// refers to its row by name; ParamTableTest.cpp checks that every row has a member.
 #pragma once
 
 #include <span>
@@ -19,17 +18,9 @@ enum class ParamKind {
   number,          ///< the number type of the lattice
 };
 
-/// Whether setting a parameter changes what a command does. In either case its text is
-/// stored with the solutions of a search.
-enum class ParamEffect {
-  none,  ///< belongs to an algorithm that isn't implemented yet
-  yes,
-};
-
 struct ParamRow {
   std::string_view name;
   ParamKind kind;
-  ParamEffect effect;
   /// The default value in the notation of its type, such as "0" or "-inf".
   std::string_view defaultText;
   std::string_view help;

@@ -10,6 +10,7 @@
 #include "algorithms/reduction/SizeReduce.h"
 #include "numbers/Conversion.h"
 #include "numbers/VectorQQ.h"
+#include "search/Candidate.h"
 
 namespace starsift {
 
@@ -35,7 +36,7 @@ T randomFactor(std::mt19937_64& random, Index farthest) {
 
 template <class T, class R>
 void NearbySearch<T, R>::run() {
-  if (lattice_.frame.latticeKind != LatticeKind::full || lattice_.originalCount() == 0) return;
+  if (!isSearched(lattice_)) return;
   checkNearMisses();
   walk();
 }
@@ -96,9 +97,7 @@ void NearbySearch<T, R>::walk() {
 template <class T, class R>
 void NearbySearch<T, R>::collectSteps() {
   steps_ = lattice_.basis.untransformed();
-  start_ = 0;
-  for (Index k = 1; k <= lattice_.basis.n; ++k)
-    if (lastIsLess(steps_, k, start_)) start_ = k;
+  start_ = inhomogeneousRow(steps_, steps_.rowCount());
   // One inhomogeneous vector is the start; subtracting it makes the others homogeneous.
   if (start_ != 0) reduceLast(steps_, start_);
   if (lattice_.basis.n <= nearbysearch::maxPaired) appendPairs();
@@ -162,13 +161,15 @@ Vector<T> NearbySearch<T, R>::walkIntoBox(const Vector<T>& from) {
   if (!lattice_.frame.hasLastInBox(from[lattice_.basis.m])) return from;
   R distance = distanceFromBox(from);
   if (distance == R()) checkArrival(from);
-  return follow(from, Stride::growing, [&](const Vector<T>& next) {
+  Vector<T> end = follow(from, Stride::growing, [&](const Vector<T>& next) {
     const R nextDistance = distanceFromBox(next);
     if (!(nextDistance < distance)) return false;
     distance = nextDistance;
     if (distance == R()) checkArrival(next);
     return true;
   });
+  lattice_.found.shortVectors.offer(end);
+  return end;
 }
 
 template <class T, class R>
@@ -212,19 +213,13 @@ template <class T, class R>
 template <class Move>
 bool NearbySearch<T, R>::advance(Vector<T>& at, Vector<T> step, Index most, Move move) {
   Index moves = 0;
-  for (; moves < most && notifyStep(); ++moves) {
+  for (; moves < most && notifyStep(lattice_); ++moves) {
     if (moves > 0) step = step + step;
     Vector<T> next = withLeastDeviations(at + step);
     if (!move(next)) break;
     at = std::move(next);
   }
   return moves > 0;
-}
-
-template <class T, class R>
-bool NearbySearch<T, R>::notifyStep() {
-  if (lattice_.run.observer != nullptr) lattice_.run.observer->onStep(lattice_.run.lastPass);
-  return !lattice_.stopped();
 }
 
 template <class T, class R>

@@ -65,8 +65,6 @@ class NearbySearch {
   /// them. True if at least one was made.
   template <class Move>
   bool advance(Vector<T>& at, Vector<T> step, Index most, Move move);
-  /// Notifies the observer of a step; false once the search has ended.
-  bool notifyStep();
   /// The sum of all targets, to be maximised, at an inhomogeneous vector, up to a constant.
   R commonTarget(const Vector<T>& vector) const;
   /// The sum of the amounts by which coordinates leave the check vectors.

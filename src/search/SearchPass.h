@@ -16,4 +16,8 @@ PassCounts searchPass(YLattice<long double>& lattice);
 /// beta below 2.
 void searchBlocks(YLattice<long double>& lattice);
 
+/// Behind both: reductions of the lattice trimmed towards the box by the parameters scale and
+/// translate; see trimLattice(). Does nothing with both off.
+void searchTrimmed(YLattice<long double>& lattice);
+
 }  // namespace starsift

@@ -22,7 +22,8 @@ using Judgement = std::shared_ptr<const JudgedStar>;
 template <class T, class R>
 bool isInSafeRange(const Basis<T, R>& basis, const Vector<T>& vector) {
   if constexpr (NumberTraits<T>::exact) return true;
-  if (basis.isTranslated) return false;
+  // A homogeneous vector is the same with a translation.
+  if (basis.isTranslated && !(vector[basis.m] == T())) return false;
   for (Index i = 1; i <= basis.m; ++i)
     if (!(NumberTraits<T>::absolute(vector[i]) <= T(safeBound)) || basis.scale[i] < T(1))
       return false;
@@ -218,6 +219,7 @@ template <class T, class R>
 void Lattice<T, R>::checkRow(Index k) {
   // A second check of an unchanged row can't gain anything.
   if (basis.markChecked(k)) return;
+  if (found.shortVectors.mayTake(basis.B()[k])) found.shortVectors.offer(backMap(basis.B()[k]));
   if (frame.latticeKind != LatticeKind::none && isHopeless(basis.B()[k])) return;
   checkSolution(basis.B()[k], Space::working, 0, Announce::full);
 }

@@ -61,9 +61,31 @@ void variateBasis(Lattice<T, R>& lattice) {
   shuffleBasis(basis, random);
 }
 
+/// What the coordinates of the raw vectors of a lattice mean, beside the problem.
+template <class T, class R>
+struct Meaning {
+  explicit Meaning(const Lattice<T, R>& lattice)
+      : c(lattice.frame.c),
+        l(lattice.frame.l),
+        r(lattice.frame.r),
+        targetShift(lattice.atuValid ? T(lattice.ltu + lattice.rtu) : T()) {}
+
+  bool operator==(const Meaning& other) const {
+    return c.dimension() == other.c.dimension() && identical(c, other.c) && identical(l, other.l) &&
+           identical(r, other.r) && targetShift == other.targetShift;
+  }
+
+  Vector<T> c;
+  Vector<T> l;
+  Vector<T> r;
+  T targetShift;
+};
+
 /// Regenerates a lattice without stars; clears the switches.
 template <class T, class R>
 void makeAnew(Lattice<T, R>& lattice) {
+  const Meaning<T, R> before(lattice);
+  ShortVectors<T> shortVectors = std::move(lattice.found.shortVectors);
   VectorBackup<T, R> backup = lattice.backupVectors(BackupMode::points);
   lattice.run.outputSwitch = false;
   lattice.run.terminationSwitch = false;
@@ -71,6 +93,8 @@ void makeAnew(Lattice<T, R>& lattice) {
   lattice.normalise(TargetRange::omit, From::lifted);
   lattice.prepareLattice();
   lattice.restoreVectors(std::move(backup), BackupMode::points);
+  // The same lattice as before, of which another basis is looked for.
+  if (Meaning<T, R>(lattice) == before) lattice.found.shortVectors = std::move(shortVectors);
   if (lattice.params.variate) variateBasis(lattice);
 }
 

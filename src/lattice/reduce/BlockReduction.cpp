@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "lattice/reduce/InsertCombination.h"
 #include "numbers/QQ.h"
 
 namespace starsift {
@@ -95,7 +96,8 @@ void BlockReduction<T, R>::improve(Index first, Index last) {
   spent_ += Clock::now() - start;
   nodes_ += result.nodes;
   if (isStopped_ || !result.shortest) return;
-  insert(first, std::move(result.shortest->coefficients));
+  const std::vector<double>& found = result.shortest->coefficients;
+  insertCombination(basis_, first, std::vector<long double>(found.begin(), found.end()));
   if (settings_.deep) {
     lll_.sizeReduce(first, false);
     lll_.deepInsertStep(first);
@@ -136,39 +138,6 @@ bool BlockReduction<T, R>::mayEnumerate(Clock::time_point start) {
   const BlockSettings::Seconds time = Clock::now() - start;
   return !(settings_.blockTime && time >= *settings_.blockTime) &&
          !(settings_.totalTime && spent_ + time >= *settings_.totalTime);
-}
-
-/// Euclid's scheme on the coefficients: the rows of multiples that are left become fewer until one
-/// row, with the factor 1, is the vector.
-template <class T, class R>
-void BlockReduction<T, R>::insert(Index first, std::vector<double> coefficients) {
-  const auto isUsed = [](double x) { return x != 0; };
-  const auto d = static_cast<Index>(coefficients.size());
-  const auto at = [&coefficients](Index i) -> double& {
-    return coefficients[static_cast<std::size_t>(i)];
-  };
-  Index last = d - 1;
-  while (at(last) == 0) --last;
-  while (std::count_if(coefficients.begin(), coefficients.end(), isUsed) > 1) {
-    Index least = last;
-    for (Index i = last; i >= 0; --i)
-      if (at(i) != 0 && std::fabs(at(i)) < std::fabs(at(least))) least = i;
-    for (Index i = least; i < last; ++i) {
-      basis_.swap(first + i, first + i + 1, RowStatus::keep);
-      std::swap(at(i), at(i + 1));
-    }
-    for (Index i = 0; i < last; ++i) {
-      const double quotient = std::round(at(i) / at(last));
-      if (quotient == 0) continue;
-      basis_.subtract(first + last, first + i, static_cast<R>(-quotient));
-      at(i) -= quotient * at(last);
-    }
-  }
-  Index only = last;
-  while (at(only) == 0) --only;
-  for (Index i = only; i > 0; --i) basis_.swap(first + i, first + i - 1, RowStatus::keep);
-  for (Index i = first; i <= first + last; ++i) basis_.forgetProducts(i);
-  basis_.forgetFrom(first);
 }
 
 template <class T, class R>

@@ -73,9 +73,6 @@ class BlockReduction {
   BlockSearch searchIn(const ProjectedBlock& block);
   /// Neither a limit of time nor the visitor has ended the present enumeration.
   bool mayEnumerate(Clock::time_point start);
-  /// Replaces rows first.. by as many that span the same lattice; the first one of them is the sum
-  /// of the given multiples of the old ones.
-  void insert(Index first, std::vector<double> coefficients);
   bool isTimeOver() const;
   /// Slope of a line through the logarithms of the orthogonal lengths.
   double slope(Index count) const;

@@ -105,7 +105,9 @@ Vector<T> Basis<T, R>::toRaw(const Vector<T>& working) const {
     const T h = working[m] / homScaled;
     for (Index i = 1; i <= m; ++i) NumberTraits<T>::addProduct(result[i], h, translation[i]);
   }
-  result /= scale;
+  // Nearly all factors are 1, and a division takes as long as many comparisons.
+  for (Index i = 1; i <= m; ++i)
+    if (!(scale[i] == T(1))) result[i] /= scale[i];
   return result;
 }
 
@@ -168,6 +170,14 @@ template <class T, class R>
 void Basis<T, R>::replace(Matrix<T> rows) {
   B_ = std::move(rows);
   forgetAll();
+}
+
+template <class T, class R>
+void Basis<T, R>::setCentre(const Vector<T>& centre, const T& homValue) {
+  const Matrix<T> raw = untransformed();
+  translation = centre;
+  translation *= scale;
+  replace(toWorking(raw, homValue));
 }
 
 template <class T, class R>

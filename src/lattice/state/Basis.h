@@ -93,6 +93,9 @@ class Basis {
   void setScale(Index i, const T& value, const T& homValue);
   /// B := rows, n x m; all row data become invalid.
   void replace(Matrix<T> rows);
+  /// Sets the translation so that this raw vector with h = 1, m entries, becomes 0 but for its last
+  /// entry, which must be 0, and maps B again. Without effect on B unless isTranslated.
+  void setCentre(const Vector<T>& centre, const T& homValue);
   /// Sets the scale to 1, or the translation to 0, and maps B again.
   void clearScale(const T& homValue);
   void clearTranslation(const T& homValue);

@@ -42,6 +42,7 @@ void FoundVectors<T, R>::discard() {
 
 template <class T, class R>
 void FoundVectors<T, R>::clearCollections() {
+  shortVectors = ShortVectors<T>();
   collected.clear();
   chosen.clear();
 }
@@ -52,6 +53,7 @@ void FoundVectors<T, R>::fit(Index m) {
   if (bestTarget.isSet()) bestTarget.resize(m, false);
   for (FiledSolution<T>& solution : solutions) solution.resize(m, false);
   solutionIndex.forgetAll();
+  shortVectors.clear();
   for (auto* set : {&collected, &chosen})
     for (HeuristicVector<T, R>& vector : *set) vector.resize(m, false);
 }
@@ -71,6 +73,7 @@ void FoundVectors<T, R>::convertFrom(const FoundVectors<U, R>& other) {
   convertAll(solutions, other.solutions);
   lastFiled = std::max(lastFiled, other.lastFiled);
   solutionIndex.forgetAll();
+  shortVectors.convertFrom(other.shortVectors);
   convertSet(collected, other.collected);
   convertSet(chosen, other.chosen);
 }

@@ -3,6 +3,7 @@
 
 #include "core/Set.h"
 #include "lattice/state/FiledSolution.h"
+#include "lattice/state/ShortVectors.h"
 #include "lattice/state/SolutionIndex.h"
 #include "lattice/state/VectorScore.h"
 
@@ -25,6 +26,8 @@ class FoundVectors {
   /// Finds vectors among the solutions; call forgetAll() after any change of the solutions
   /// except appending.
   SolutionIndex<T> solutionIndex;
+  /// Short vectors of the lattice; empty until a search opens it.
+  ShortVectors<T> shortVectors;
   /// Heuristic collections, ordered by score; kept for hosts, no search fills or reads them.
   SortedSet<HeuristicVector<T, R>> collected;
   SortedSet<HeuristicVector<T, R>> chosen;
@@ -32,7 +35,7 @@ class FoundVectors {
   /// Clears best vector, best target and solutions; the collections stay.
   void discard();
   void clearCollections();
-  /// Resizes all vectors to m coordinates; new ones are 0.
+  /// Resizes all vectors to m coordinates; new ones are 0. The short vectors are dropped.
   void fit(Index m);
   bool isEmpty() const;
   template <class U>

@@ -238,13 +238,6 @@ TEST_F(SeekTest, KeepsKnownStarsInABenchmark) {
   EXPECT_THAT(solFile(), EndsWith("\n[ 2 5 ] | 0 | [ ] | 0 | 70 | other | 1.0\n"));
 }
 
-TEST_F(SeekTest, NamesParametersThatHaveNoEffect) {
-  testing::internal::CaptureStderr();
-  run(one, {"--collectLimit=30", "--pair=1", "--iters=0"});
-  EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "*** Without effect so far: --collectLimit=30\n");
-}
-
 TEST_F(SeekTest, TellsOfEachRestartAtTheOutermostLevel) {
   options_.prove = false;
   EXPECT_EQ(run(one, {"--verb=2", "--sol=2", "--iters=3"}), SearchEnd::passes);

@@ -116,6 +116,15 @@ TYPED_TEST(BasisOver, WorkingSpaceIsScaledAndTranslatedByHTimes) {
   EXPECT_TRUE(identical(this->basis.toRaw(working), raw));
 }
 
+TYPED_TEST(BasisOver, CentreIsTheOriginOfInhomogeneousRows) {
+  this->basis.isTranslated = true;
+  this->basis.setScale(2, TypeParam(4), TypeParam(5));
+  const Matrix<TypeParam> raw = this->basis.untransformed();
+  this->basis.setCentre({TypeParam(3), TypeParam(3), TypeParam(0)}, TypeParam(5));
+  EXPECT_EQ(this->rows(), rowsText(Matrix<TypeParam>{{-2, -12, 5}, {0, 8, 0}, {0, 0, 5}}));
+  EXPECT_TRUE(identical(this->basis.untransformed(), raw));
+}
+
 TYPED_TEST(BasisOver, ScaleThatIsThereAlreadyChangesNothing) {
   this->basis.vecStatus[1] = ST_MU;
   this->basis.setScale(2, TypeParam(1), TypeParam(5));

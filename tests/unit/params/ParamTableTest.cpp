@@ -135,14 +135,6 @@ TEST(ParamTable, HasARowForEachParameterOfALatticeAndNoOther) {
   EXPECT_EQ(members, rows);
 }
 
-TEST(ParamTable, MarksTheParametersWithoutEffect) {
-  Names names;
-  for (const ParamRow& row : paramTable())
-    if (row.effect == ParamEffect::none) names.emplace_back(row.name);
-  EXPECT_EQ(names, (Names{"collectLimit", "pair", "pairLimit", "sieve", "sample", "sampleLimit",
-                          "scale", "translate", "reinsert"}));
-}
-
 TEST(ParamTable, FindsARowByItsName) {
   EXPECT_EQ(paramRow("beta").defaultText, "20");
   EXPECT_EQ(&paramRow("help"), &paramTable().front());
