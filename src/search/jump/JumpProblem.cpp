@@ -34,14 +34,14 @@ class Builder {
     return mpz_get_d(integer.get());
   }
 
-  Interval interval(const IntegerRange& range) {
-    Interval result;
+  NumberRange interval(const IntegerRange& range) {
+    NumberRange result;
     if (range.lower) result.lower = number(*range.lower);
     if (range.upper) result.upper = number(*range.upper);
     return result;
   }
 
-  void beginRow(const Interval& range) {
+  void beginRow(const NumberRange& range) {
     problem_.rows.appendVector();
     problem_.rowRanges.push_back(range);
   }
@@ -55,7 +55,7 @@ class Builder {
       if (!form.coefficients[j].isZero()) addEntry(j, sign * number(form.coefficients[j]));
   }
 
-  std::size_t addColumn(const Interval& range) {
+  std::size_t addColumn(const NumberRange& range) {
     problem_.box.push_back(range);
     return problem_.box.size() - 1;
   }
@@ -69,9 +69,9 @@ class Builder {
 
   /// A column that is at least the magnitude of a form.
   std::size_t addMagnitude(const IntegerForm& form) {
-    const std::size_t column = addColumn({0, Interval().upper});
+    const std::size_t column = addColumn({0, NumberRange().upper});
     for (const double sign : {1.0, -1.0}) {
-      beginRow({Interval().lower, -sign * number(form.constant)});
+      beginRow({NumberRange().lower, -sign * number(form.constant)});
       addEntries(form, sign);
       addEntry(column, -1);
     }

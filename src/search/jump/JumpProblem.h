@@ -12,7 +12,7 @@
 namespace starsift {
 
 /// The numbers from `lower` to `upper`.
-struct Interval {
+struct NumberRange {
   double lower = -std::numeric_limits<double>::infinity();
   double upper = std::numeric_limits<double>::infinity();
 
@@ -27,8 +27,8 @@ struct Interval {
 struct JumpProblem {
   SparseVectors rows;
   SparseVectors columns;
-  std::vector<Interval> rowRanges;
-  std::vector<Interval> box;
+  std::vector<NumberRange> rowRanges;
+  std::vector<NumberRange> box;
   /// Columns that are the variables of the integer problem, the first ones. Further ones are
   /// quotients by moduli, and distances from goals.
   std::size_t variables = 0;

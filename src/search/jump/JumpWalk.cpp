@@ -25,7 +25,7 @@ constexpr std::uint64_t furtherRest = 8;
 /// No coordinate goes beyond this in magnitude, so that sums stay exact.
 constexpr double farthest = 4503599627370496.0;
 
-double nearest(const Interval& range, double value) {
+double nearest(const NumberRange& range, double value) {
   return std::min(std::max(value, range.lower), range.upper);
 }
 
@@ -88,7 +88,7 @@ std::vector<double> JumpWalk::kicked(std::vector<double> point, std::size_t coun
   for (std::size_t k = 0; k < count; ++k) {
     const std::size_t j = random_() % point.size();
     const double change = random_() % 2 == 0 ? 1 : -1;
-    const Interval& range = problem_.box[j];
+    const NumberRange& range = problem_.box[j];
     const double value = nearest(range, point[j] + change);
     point[j] = value == point[j] ? nearest(range, point[j] - change) : value;
   }
@@ -113,7 +113,7 @@ void JumpWalk::computeJump(std::size_t j) {
 }
 
 double JumpWalk::bestValue(std::size_t j) {
-  const Interval& range = problem_.box[j];
+  const NumberRange& range = problem_.box[j];
   if (isBinary(j)) return range.lower + range.upper - y_[j];
   const double best = leastViolated(j);
   if (best != y_[j]) return best;
@@ -139,7 +139,7 @@ double JumpWalk::leastViolated(std::size_t j) {
   double slope = 0;
   for (const SparseEntry& entry : problem_.columns[j]) {
     addBreakpoints(j, entry);
-    const Interval& range = problem_.rowRanges[entry.index];
+    const NumberRange& range = problem_.rowRanges[entry.index];
     const double firstEnd = entry.value > 0 ? range.lower : range.upper;
     if (std::isfinite(firstEnd)) slope -= weight_[entry.index] * std::fabs(entry.value);
   }
@@ -157,7 +157,7 @@ double JumpWalk::leastViolated(std::size_t j) {
       break;
     }
   }
-  const Interval& range = problem_.box[j];
+  const NumberRange& range = problem_.box[j];
   const double wanted = nearest({first, std::max(first, last)}, y_[j]);
   const double below = nearest(range, std::floor(wanted));
   const double above = nearest(range, std::ceil(wanted));
