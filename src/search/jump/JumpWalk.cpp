@@ -205,6 +205,7 @@ std::optional<std::size_t> JumpWalk::bestJump() {
 
 void JumpWalk::step() {
   ++steps_;
+  ++effort_;
   const std::optional<std::size_t> best = bestJump();
   if (best) return jump(*best);
   raiseWeights();

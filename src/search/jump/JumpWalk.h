@@ -28,7 +28,7 @@ class JumpWalk {
   bool hasArrived() const { return violated_.empty(); }
   /// Value of the row of the objective.
   double objective() const { return activity_[*problem_.objectiveRow]; }
-  /// Entries of rows and columns that were looked at, the measure of effort.
+  /// Steps, and entries of rows and columns that were looked at: the measure of effort.
   std::uint64_t effort() const { return effort_; }
 
   /// From now on the upper end of the objective's row is `most`.

@@ -72,8 +72,11 @@ TEST(JumpWalk, MovesByAnyDistanceInOneStep) {
 }
 
 TEST(JumpWalk, ArrivesInBoxesWithoutBounds) {
-  JumpWalk walk =
-      walkOf({.Ag = "[ [ 7 -5 ] ]", .bg = "[ 1001 ]", .lx = "[ -inf -inf ]", .rx = "[ inf inf ]"});
+  JumpWalk walk = walkOf({.Ag = "[ [ 7 -5 ] ]",
+                          .bg = "[ 1001 ]",
+                          .ru = "[ inf ]",
+                          .lx = "[ -inf -inf ]",
+                          .rx = "[ inf inf ]"});
   EXPECT_TRUE(arrives(walk, 10'000));
 }
 
@@ -87,6 +90,13 @@ TEST(JumpWalk, RepeatsItselfWithTheSameSeed) {
     ASSERT_EQ(first.point(), second.point());
   }
   EXPECT_EQ(first.effort(), second.effort());
+}
+
+TEST(JumpWalk, TakesEffortWhereNoStepHelps) {
+  JumpWalk walk = walkOf({.Ag = "[ [ 0 0 ] ]", .bg = "[ 1 ]"});
+  for (int step = 0; step < 100; ++step) walk.step();
+  EXPECT_GE(walk.effort(), 100U);
+  EXPECT_FALSE(walk.hasArrived());
 }
 
 TEST(JumpWalk, KicksStayInTheBoxAndMove) {
