@@ -74,7 +74,7 @@ TEST(JumpWalk, MovesByAnyDistanceInOneStep) {
 TEST(JumpWalk, ArrivesInBoxesWithoutBounds) {
   JumpWalk walk = walkOf({.Ag = "[ [ 7 -5 ] ]",
                           .bg = "[ 1001 ]",
-                          .ru = "[ inf ]",
+                          .ru = "[ 1000000 ]",
                           .lx = "[ -inf -inf ]",
                           .rx = "[ inf inf ]"});
   EXPECT_TRUE(arrives(walk, 10'000));
