@@ -24,6 +24,8 @@ class Decide : private DecisionListener {
   /// Still to be made, or to be made again: since it found its tree too large a better solution was
   /// found, which makes the tree smaller, and more time has passed than it took.
   bool isDue() const;
+  /// As read.
+  const Vanu<QQ>& problem() const { return decision_.problem(); }
   /// The best solution is looked for.
   bool wantsBest() const { return settings_.aim == Aim::best; }
 

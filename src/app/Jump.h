@@ -13,10 +13,10 @@ namespace starsift {
 
 class Jump : private JumpListener {
  public:
-  /// The exact lattice is live and has the problem as read. `wantsBest`: the best solution is
-  /// looked for, else one.
-  Jump(YLattice<long double>& lattice, SearchWatch& watch, DirectStars& stars, bool wantsBest)
-      : lattice_(lattice), watch_(watch), stars_(stars), wantsBest_(wantsBest) {}
+  /// `problem` as read. `wantsBest`: the best solution is looked for, else one.
+  Jump(const YLattice<long double>& lattice, const Vanu<QQ>& problem, SearchWatch& watch,
+       DirectStars& stars, bool wantsBest)
+      : lattice_(lattice), problem_(problem), watch_(watch), stars_(stars), wantsBest_(wantsBest) {}
 
   /// Walks for some time. True if the search is over: what was asked for was found. Throws
   /// SearchEnded by a signal or the clock.
@@ -30,7 +30,8 @@ class Jump : private JumpListener {
   Step found(const Star<QQ>& judged) override;
   Step progress() override;
 
-  YLattice<long double>& lattice_;
+  const YLattice<long double>& lattice_;
+  const Vanu<QQ>& problem_;
   SearchWatch& watch_;
   DirectStars& stars_;
   bool wantsBest_;

@@ -70,6 +70,7 @@ class Decision::Tree {
 
   bool raiseBound(const MayGoOn& mayProgram, const MayGoOn& mayGoOn);
 
+  const Vanu<QQ>& problem() const { return problem_; }
   Index unbounded() const { return unbounded_; }
   const Vector<QQ>& falling() const { return falling_; }
   std::optional<QQ> leastNorm() const;
@@ -255,6 +256,10 @@ Star<QQ> Decision::Tree::starAt(const std::vector<ZZ>& variables) {
 Decision::Decision(const Vanu<QQ>& problem) : tree_(std::make_unique<Tree>(problem)) {}
 
 Decision::~Decision() = default;
+
+const Vanu<QQ>& Decision::problem() const {
+  return tree_->problem();
+}
 
 Preparation Decision::prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn) {
   return tree_->prepare(aim, known, mayGoOn);

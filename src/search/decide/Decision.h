@@ -65,6 +65,9 @@ class Decision {
   Decision(const Decision&) = delete;
   Decision& operator=(const Decision&) = delete;
 
+  /// As read.
+  const Vanu<QQ>& problem() const;
+
   /// Makes the tree and reduces its basis. `known` is the target norm of a solution: with
   /// Aim::best only better ones are looked for.
   Preparation prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn);

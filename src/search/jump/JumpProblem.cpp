@@ -1,6 +1,6 @@
 #include "search/jump/JumpProblem.h"
 
-#include <cmath>
+#include <utility>
 
 namespace starsift {
 

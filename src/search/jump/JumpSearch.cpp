@@ -38,7 +38,7 @@ ZZ integer(double value) {
 }  // namespace
 
 JumpSearch::JumpSearch(const Vanu<QQ>& problem, std::uint64_t seed)
-    : problem_(problem), checker_(problem_), random_(seed) {
+    : checker_(problem), random_(seed) {
   Vanu<QQ> narrowed(problem);
   if (implyBounds(narrowed) != BoundsImplied::narrowed) return;
   std::optional<IntegerProblem> integers = integerProblem(narrowed);

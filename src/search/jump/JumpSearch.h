@@ -39,7 +39,7 @@ class JumpListener {
 /// points satisfy are the opposite case. Proves nothing.
 class JumpSearch {
  public:
-  /// `problem` as read. Narrows bounds as a decision does.
+  /// `problem` as read, which must outlive the search. Bounds are narrowed as a decision does.
   JumpSearch(const Vanu<QQ>& problem, std::uint64_t seed);
 
   /// There is something to walk on: rows and bounds don't contradict each other at first sight,
@@ -65,7 +65,6 @@ class JumpSearch {
   /// Only objectives of at most `most` count.
   void setMost(const ZZ& most);
 
-  Vanu<QQ> problem_;
   StarChecker<QQ> checker_;
   IntegerProblem integers_;
   std::optional<JumpWalk> walk_;

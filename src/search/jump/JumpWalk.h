@@ -39,7 +39,6 @@ class JumpWalk {
   void restart(std::vector<double> point);
   /// Gives about `count` random coordinates of a point random values near theirs.
   std::vector<double> kicked(std::vector<double> point, std::size_t count);
-  std::size_t columnCount() const { return y_.size(); }
 
  private:
   /// Indices below a bound, with constant time for all operations.

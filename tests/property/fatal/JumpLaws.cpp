@@ -58,7 +58,8 @@ TEST(Jumping, FindsSolutionsOnlyAndBetterAndBetterOnes) {
   int solvable = 0;
   int found = 0;
   checkOverProblems([&](const SmallProblem& small) {
-    JumpSearch search(small.record(), 1);
+    const Vanu<QQ> problem = small.record();
+    JumpSearch search(problem, 1);
     if (!search.isReady()) return;
     Listener listener(small.problem);
     search.run(listener);
@@ -74,7 +75,8 @@ TEST(Jumping, FindsBetterSolutionsThanTheKnownOneOnly) {
   int improved = 0;
   checkOverProblems([&](const SmallProblem& small) {
     if (small.problem.targets.empty()) return;
-    JumpSearch search(small.record(), 1);
+    const Vanu<QQ> problem = small.record();
+    JumpSearch search(problem, 1);
     if (!search.isReady()) return;
     const QQ known(3, 2);
     search.setKnown(known);
