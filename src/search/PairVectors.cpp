@@ -45,7 +45,8 @@ template <class T, class R>
 void pairVectors(Lattice<T, R>& lattice) {
   ShortVectors<T>& collection = lattice.found.shortVectors;
   const std::size_t limit = lattice.params.pairLimit;
-  for (std::size_t i; (i = pairvectors::firstUnmarked(collection, limit)) != limit;) {
+  for (std::size_t i = pairvectors::firstUnmarked(collection, limit); i != limit;
+       i = pairvectors::firstUnmarked(collection, limit)) {
     // Copies: the collection changes while pairs are made.
     const auto next = collection.entries()[i];
     const auto partners = pairvectors::markedPartners(collection, limit);
