@@ -135,9 +135,10 @@ void Seek::decide() {
   decideTime_ += watch_.elapsed() - start;
 }
 
-/// Walks beside the lattice take as much time as the lattices do. Throws SearchEnded if they have
+/// Walks beside the lattice take as much time as the lattices do, up to the last pass. Throws SearchEnded if they have
 /// reached the goal.
 void Seek::jump() {
+  if (hasMadeAllPasses()) return;
   // Better solutions would come without end.
   if (decide_->result().undecided == Undecided::unbounded) return;
   const auto start = watch_.elapsed();
@@ -147,13 +148,17 @@ void Seek::jump() {
   jumpTime_ += watch_.elapsed() - start;
 }
 
+bool Seek::hasMadeAllPasses() const {
+  return passLimit_ >= 0 && watch_.passes() >= passLimit_;
+}
+
 /// Of the lattices and beside them.
 Index Seek::solutionCount() const {
   return lattice_.solutionCount() + stars_->count();
 }
 
 void Seek::runPass() {
-  if (passLimit_ >= 0 && watch_.passes() >= passLimit_) {
+  if (hasMadeAllPasses()) {
     if (options_.prove.value_or(false)) decide();
     throw SearchEnded(SearchEnd::passes);
   }

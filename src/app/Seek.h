@@ -48,6 +48,7 @@ class Seek {
   void saveLattice();
   void conclude(SearchEnd end);
   void saveLastLattice(SearchEnd end);
+  bool hasMadeAllPasses() const;
   Index solutionCount() const;
   void writeStatus();
   void writeStatistics(SearchEnd end);

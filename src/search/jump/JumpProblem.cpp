@@ -12,7 +12,6 @@ constexpr std::size_t mostBits = 52;
 class Builder {
  public:
   explicit Builder(const IntegerProblem& problem) {
-    problem_.variables = problem.variableCount();
     for (const IntegerRange& range : problem.box) problem_.box.push_back(interval(range));
     for (const IntegerEquation& equation : problem.equations) addEquation(equation);
     for (const RangedForm& row : problem.ranges) {

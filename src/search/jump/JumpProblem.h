@@ -26,12 +26,11 @@ struct NumberRange {
 /// integers below 2^52 in magnitude, or infinite ends.
 struct JumpProblem {
   SparseVectors rows;
+  /// First those of the variables of the integer problem, then those of quotients by moduli and of
+  /// distances from goals.
   SparseVectors columns;
   std::vector<NumberRange> rowRanges;
   std::vector<NumberRange> box;
-  /// Columns that are the variables of the integer problem, the first ones. Further ones are
-  /// quotients by moduli, and distances from goals.
-  std::size_t variables = 0;
   /// The row of the objective, whose upper end is the greatest value wanted.
   std::optional<std::size_t> objectiveRow;
   /// The objective is the value of its row plus this.

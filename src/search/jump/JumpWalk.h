@@ -26,8 +26,6 @@ class JumpWalk {
   const std::vector<double>& point() const { return y_; }
   /// All rows are satisfied.
   bool hasArrived() const { return violated_.empty(); }
-  /// Value of the row of the objective.
-  double objective() const { return activity_[*problem_.objectiveRow]; }
   /// Steps, and entries of rows and columns that were looked at: the measure of effort.
   std::uint64_t effort() const { return effort_; }
 
@@ -44,7 +42,7 @@ class JumpWalk {
   /// Indices below a bound, with constant time for all operations.
   class IndexSet {
    public:
-    explicit IndexSet(std::size_t bound = 0) : places_(bound, none) {}
+    explicit IndexSet(std::size_t bound) : places_(bound, none) {}
     bool empty() const { return members_.empty(); }
     const std::vector<std::uint32_t>& members() const { return members_; }
     void put(std::size_t index, bool isMember);
@@ -76,10 +74,9 @@ class JumpWalk {
   void setGain(std::size_t j, double gain);
   std::optional<std::size_t> bestJump();
   void jump(std::size_t j);
-  /// The gains of the other coordinates of a row, before its value and weight change, are taken
-  /// out by sign -1, and put in after it by 1.
+  /// Adds what a row contributes to the gains of its coordinates but one; sign -1 takes it out,
+  /// before the value or the weight of the row changes.
   void addGains(std::size_t i, double sign, std::size_t except);
-  void changeRow(std::size_t i, double change);
   void raiseWeights();
   void renewJumps();
 
