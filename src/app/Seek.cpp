@@ -135,8 +135,8 @@ void Seek::decide() {
   decideTime_ += watch_.elapsed() - start;
 }
 
-/// Walks beside the lattice take as much time as the lattices do, up to the last pass. Throws SearchEnded if they have
-/// reached the goal.
+/// Walks beside the lattice take as much time as the lattices do, up to the last pass. Throws
+/// SearchEnded if they have reached the goal.
 void Seek::jump() {
   if (hasMadeAllPasses()) return;
   // Better solutions would come without end.
