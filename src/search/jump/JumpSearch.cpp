@@ -51,10 +51,11 @@ JumpSearch::JumpSearch(const Vanu<QQ>& problem, std::uint64_t seed)
 }
 
 void JumpSearch::setKnown(const QQ& norm) {
-  setMost(integers_.objective->mostBelow(norm));
+  most_ = integers_.objective->mostBelow(norm);
+  demand(*most_);
 }
 
-void JumpSearch::setMost(const ZZ& most) {
+void JumpSearch::demand(const ZZ& most) {
   walk_->setMostObjective(mpz_get_d(most.get()) - walk_->problem().objectiveConstant);
 }
 
@@ -88,10 +89,12 @@ void JumpSearch::arrive() {
   isNew_ = true;
   isOfThisTurn_ = true;
   fruitless_ = 0;
-  if (integers_.objective)
-    setMost(integers_.objective->at(bestVariables_) - ZZ::one());
-  else
-    isOver_ = true;
+  isOver_ = !integers_.objective;
+  if (isOver_) return;
+  const ZZ objective = integers_.objective->at(bestVariables_);
+  most_ = objective - ZZ::one();
+  demand(objective - descent_);
+  descent_ += descent_;
 }
 
 std::uint64_t JumpSearch::patience() const {
@@ -107,6 +110,8 @@ void JumpSearch::restart() {
     walk_->restart(walk_->kicked(walk_->point(), columns));
   else
     walk_->restart(walk_->kicked(best_, 2 + random_() % (1 + columns / kickedPart)));
+  descent_ = ZZ::one();
+  if (most_) demand(*most_);
 }
 
 Step JumpSearch::tellIfSettled(JumpListener& listener) {

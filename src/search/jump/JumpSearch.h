@@ -62,8 +62,8 @@ class JumpSearch {
   /// Tells of the best solution, if it is new and wasn't followed by better ones in the last turn.
   Step tellIfSettled(JumpListener& listener);
   Step tell(JumpListener& listener);
-  /// Only objectives of at most `most` count.
-  void setMost(const ZZ& most);
+  /// The walk looks for objectives of at most `most`.
+  void demand(const ZZ& most);
 
   StarChecker<QQ> checker_;
   IntegerProblem integers_;
@@ -72,6 +72,11 @@ class JumpSearch {
   /// The best solution found; empty before.
   std::vector<double> best_;
   std::vector<ZZ> bestVariables_;
+  /// Greatest objective that counts, once a solution is known.
+  std::optional<ZZ> most_;
+  /// By how much the next solution of this descent has to be better: twice as much as the one
+  /// before, so that objectives with long numbers fall in few steps.
+  ZZ descent_ = ZZ::one();
   /// The listener doesn't know it.
   bool isNew_ = false;
   bool isOfThisTurn_ = false;
