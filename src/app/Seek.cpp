@@ -119,6 +119,8 @@ void Seek::searchLattices() {
   if (rowsContradict_) fail("Unfulfillable rows detected --> NO SOLUTIONS!");
   while (!isOver()) {
     runPass();
+    // Where a pass takes long so does the decision, which a good solution makes shorter.
+    if (!isOver() && watch_.elapsed() >= leastJumpTime) jump();
     if (!isOver()) decide();
     if (!isOver()) jump();
     if (!isOver()) searchBlocks(lattice_);
