@@ -148,8 +148,8 @@ bool Decision::Tree::makeTree(const MayGoOn& mayGoOn) {
   }
   const std::optional<CosetDirections> data = reduceForTree(coset, mayGoOn);
   if (!data) return false;
-  enumeration_.emplace(coset, *data);
-  return true;
+  enumeration_ = Enumeration::prepared(coset, *data, mayGoOn);
+  return enumeration_.has_value();
 }
 
 void Decision::Tree::dropEnumeration() {

@@ -59,8 +59,10 @@ std::vector<double> scaleOf(const BoxCoset& coset) {
 /// Modified Gram-Schmidt process over numbers of one precision.
 class Process {
  public:
-  Process(const BoxCoset& coset, const std::vector<double>& scale, mp_bitcnt_t precision)
+  Process(const BoxCoset& coset, const std::vector<double>& scale, mp_bitcnt_t precision,
+          const std::function<bool()>& mayGoOn)
       : coset_(coset),
+        mayGoOn_(mayGoOn),
         precision_(precision),
         zero_(coset.point.size(), BigFloat(precision)),
         scale_(zero_),
@@ -69,9 +71,10 @@ class Process {
     for (std::size_t j = 0; j < scale.size(); ++j) scale_[j] = scale[j];
   }
 
-  /// False if the precision doesn't suffice.
+  /// False if the precision doesn't suffice, or if it was ended.
   bool orthogonalise() {
     for (const std::vector<ZZ>& row : coset_.basis) {
+      if (isEnded()) return false;
       stars_.push_back(scaled(row));
       setInner(sum_, stars_.back(), stars_.back(), product_);
       const BigFloat whole(sum_);
@@ -85,13 +88,20 @@ class Process {
     return true;
   }
 
-  CosetDirections result(const std::vector<double>& scale) {
+  /// None if it was ended.
+  std::optional<CosetDirections> result(const std::vector<double>& scale) {
     CosetDirections data{scale, {}, duals(), rest(), lengths_, precision_};
+    if (ended_) return std::nullopt;
     data.directions = std::move(stars_);
     for (std::vector<Row>* rows : {&data.directions, &data.duals})
       for (Row& row : *rows) multiply(row);
     multiply(data.rest);
     return data;
+  }
+
+  bool isEnded() {
+    ended_ = ended_ || !mayGoOn_();
+    return ended_;
   }
 
  private:
@@ -122,10 +132,10 @@ class Process {
     return coefficients;
   }
 
-  /// The dual basis of the rows D b_k, by back substitution.
+  /// The dual basis of the rows D b_k, by back substitution; not whole if it was ended.
   std::vector<Row> duals() {
     std::vector<Row> result(stars_);
-    for (std::size_t k = stars_.size(); k-- > 0;) {
+    for (std::size_t k = stars_.size(); k-- > 0 && !isEnded();) {
       for (BigFloat& entry : result[k]) entry /= lengths_[k];
       for (std::size_t i = k + 1; i < stars_.size(); ++i)
         subtractMultiple(result[k], mu_[i][k], result[i], product_);
@@ -142,6 +152,8 @@ class Process {
   }
 
   const BoxCoset& coset_;
+  const std::function<bool()>& mayGoOn_;
+  bool ended_ = false;
   mp_bitcnt_t precision_;
   Row zero_;
   Row scale_;
@@ -166,15 +178,21 @@ mp_bitcnt_t greatestPrecision(const BoxCoset& coset) {
 
 }  // namespace
 
-CosetDirections cosetDirections(const BoxCoset& coset) {
+std::optional<CosetDirections> cosetDirections(const BoxCoset& coset,
+                                               const std::function<bool()>& mayGoOn) {
   const std::vector<double> scale = scaleOf(coset);
   const mp_bitcnt_t greatest = greatestPrecision(coset);
   for (mp_bitcnt_t precision = 192;; precision *= 2) {
-    Process process(coset, scale, precision);
+    Process process(coset, scale, precision, mayGoOn);
     if (process.orthogonalise()) return process.result(scale);
+    if (process.isEnded()) return std::nullopt;
     if (precision > greatest)
       throw FatalPrecisionException("enumeration of a basis of dependent rows");
   }
+}
+
+CosetDirections cosetDirections(const BoxCoset& coset) {
+  return *cosetDirections(coset, [] { return true; });
 }
 
 void movePointToMiddle(BoxCoset& coset, CosetDirections& data) {

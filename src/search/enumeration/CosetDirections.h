@@ -1,6 +1,8 @@
 // The Gram-Schmidt data of a coset at high precision, for rounding.
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <vector>
 
 #include "numbers/BigFloat.h"
@@ -32,7 +34,11 @@ struct CosetDirections {
   mp_bitcnt_t precision;
 };
 
-/// Throws FatalPrecisionException if the rows of the basis are dependent. The box is not empty.
+/// The data of a coset whose box isn't empty; O(d^2 n) operations, seconds for some hundred rows.
+/// `mayGoOn` is called before every row; false ends the work, and nothing is returned then. Throws
+/// FatalPrecisionException if the rows of the basis are dependent.
+std::optional<CosetDirections> cosetDirections(const BoxCoset& coset,
+                                               const std::function<bool()>& mayGoOn);
 CosetDirections cosetDirections(const BoxCoset& coset);
 
 /// p := the point of the coset whose coefficients over the b*_k lie within 1/2 of the middle of

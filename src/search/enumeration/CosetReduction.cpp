@@ -221,8 +221,9 @@ bool reduceBlocks(BoxCoset& coset, Index size, const BlockSettings& settings,
 bool reduceCoset(BoxCoset& coset, const std::function<bool()>& mayGoOn) {
   const bool isReduced = reduceBasis(coset, mayGoOn);
   if (isEmptyBox(coset)) return isReduced;
-  CosetDirections data = cosetDirections(coset);
-  movePointToMiddle(coset, data);
+  std::optional<CosetDirections> data = cosetDirections(coset, mayGoOn);
+  if (!data) return false;
+  movePointToMiddle(coset, *data);
   return isReduced;
 }
 

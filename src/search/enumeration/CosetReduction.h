@@ -16,7 +16,8 @@ namespace starsift {
 /// tree several times smaller.
 ///
 /// `mayGoOn` is called before every step; false ends the reduction. Returns false in this case,
-/// or if the reduction gave up; the basis spans the same lattice then, but need not be reduced.
+/// or if the reduction gave up; the point may be as before, and the basis spans the same lattice
+/// then, but need not be reduced.
 bool reduceCoset(BoxCoset& coset, const std::function<bool()>& mayGoOn);
 
 /// reduceCoset() of the basis alone; the point stays.

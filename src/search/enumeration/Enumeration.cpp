@@ -9,30 +9,44 @@ namespace starsift {
 
 namespace {
 
+using MayGoOn = std::function<bool()>;
+
 template <class Real>
-std::unique_ptr<EnumerationWalk> floatingWalk(const BoxCoset& coset, const CosetDirections& data) {
-  std::optional<TreeGeometry<Real>> geometry = treeGeometry<Real>(coset, data);
+std::unique_ptr<EnumerationWalk> floatingWalk(const BoxCoset& coset, const CosetDirections& data,
+                                              const MayGoOn& mayGoOn) {
+  std::optional<TreeGeometry<Real>> geometry = treeGeometry<Real>(coset, data, mayGoOn);
   if (!geometry) return nullptr;
   return std::make_unique<FloatingWalk<Real>>(coset, *std::move(geometry));
 }
 
-/// The fastest walk that proves what it says.
-std::unique_ptr<EnumerationWalk> walkOver(const BoxCoset& coset, const CosetDirections& data) {
-  if (auto walk = floatingWalk<double>(coset, data)) return walk;
-  if (auto walk = floatingWalk<long double>(coset, data)) return walk;
-  return std::make_unique<ExactWalk>(coset);
+/// The fastest walk that proves what it says; null if its preparation was ended.
+std::unique_ptr<EnumerationWalk> walkOver(const BoxCoset& coset, const CosetDirections& data,
+                                          const MayGoOn& mayGoOn) {
+  if (auto walk = floatingWalk<double>(coset, data, mayGoOn)) return walk;
+  if (!mayGoOn()) return nullptr;
+  if (auto walk = floatingWalk<long double>(coset, data, mayGoOn)) return walk;
+  if (!mayGoOn()) return nullptr;
+  auto walk = std::make_unique<ExactWalk>(coset, mayGoOn);
+  return walk->isPrepared() ? std::move(walk) : nullptr;
 }
 
 }  // namespace
 
-Enumeration::Enumeration(const BoxCoset& coset, const CosetDirections& data)
-    : walk_(walkOver(coset, data)), gaussianNodes_(gaussianNodes(coset, data)) {}
+Enumeration::Enumeration(std::unique_ptr<EnumerationWalk> walk, double gaussianNodes)
+    : walk_(std::move(walk)), gaussianNodes_(gaussianNodes) {}
+
+std::optional<Enumeration> Enumeration::prepared(const BoxCoset& coset, const CosetDirections& data,
+                                                 const MayGoOn& mayGoOn) {
+  std::unique_ptr<EnumerationWalk> walk = walkOver(coset, data, mayGoOn);
+  if (!walk) return std::nullopt;
+  return Enumeration(std::move(walk), gaussianNodes(coset, data));
+}
 
 Enumeration::Enumeration(const BoxCoset& coset) {
   if (isEmptyBox(coset))
     walk_ = std::make_unique<ExactWalk>(coset);
   else
-    *this = Enumeration(coset, cosetDirections(coset));
+    *this = *prepared(coset, cosetDirections(coset), [] { return true; });
 }
 
 Enumeration::~Enumeration() = default;

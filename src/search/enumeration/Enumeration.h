@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -66,8 +67,10 @@ class Enumeration {
  public:
   /// The basis should be reduced by reduceCoset(). O(d^2 n) operations on long numbers.
   explicit Enumeration(const BoxCoset& coset);
-  /// `data` are those of the coset, which has a box that isn't empty.
-  Enumeration(const BoxCoset& coset, const CosetDirections& data);
+  /// Over a coset with its data, whose box isn't empty. `mayGoOn` is called before every row;
+  /// false ends the preparation, and nothing is returned then.
+  static std::optional<Enumeration> prepared(const BoxCoset& coset, const CosetDirections& data,
+                                             const std::function<bool()>& mayGoOn);
   ~Enumeration();
   Enumeration(Enumeration&&) noexcept;
   Enumeration& operator=(Enumeration&&) noexcept;
@@ -87,6 +90,8 @@ class Enumeration {
   std::uint64_t nodes() const;
 
  private:
+  Enumeration(std::unique_ptr<EnumerationWalk> walk, double gaussianNodes);
+
   std::unique_ptr<EnumerationWalk> walk_;
   /// Of the box at construction.
   double gaussianNodes_ = 0;

@@ -35,8 +35,9 @@ double magnitude(const Real& value) {
 template <class Real>
 ErrorBounds<Real>::ErrorBounds(const BoxCoset& coset, const CosetDirections& data,
                                TreeGeometry<Real>& geometry,
-                               const std::vector<std::vector<Real>>& directions)
-    : coset_(coset), data_(data), geometry_(geometry), directions_(directions) {
+                               const std::vector<std::vector<Real>>& directions,
+                               const std::function<bool()>& mayGoOn)
+    : coset_(coset), data_(data), geometry_(geometry), directions_(directions), mayGoOn_(mayGoOn) {
   for (std::size_t j = 0; j < geometry.coordinates; ++j) {
     const double side = data.scale[j] * magnitude(geometry.halfRanges.at(0, j));
     radius_ += side * side;
@@ -65,6 +66,7 @@ bool ErrorBounds<Real>::boundCoefficients(const std::vector<std::vector<Real>>& 
   double greatestError = 0;
   double greatestWidth = 0;
   for (std::size_t k = 0; k < d; ++k) {
+    if (!mayGoOn_()) return false;
     const DyadicRow dual(duals[k]);
     for (std::size_t i = 0; i < d; ++i) {
       Dyadic product = dual.inner(coset_.basis[i]);
@@ -99,20 +101,22 @@ bool ErrorBounds<Real>::boundCoefficients(const std::vector<std::vector<Real>>& 
 }
 
 template <class Real>
-void ErrorBounds<Real>::findLeaks() {
+bool ErrorBounds<Real>::findLeaks() {
   const std::size_t d = geometry_.dimension;
   leaks_.assign(d, 0);
   for (std::size_t k = 0; k <= d; ++k) {
+    if (!mayGoOn_()) return false;
     const DyadicRow direction(directions_[k]);
     double& leak = k < d ? leaks_[k] : restLeak_;
     for (std::size_t i = 0; i < k; ++i)
       leak += geometry_.magnitudes[i] * direction.inner(coset_.basis[i]).magnitude();
     leak *= excess;
   }
+  return true;
 }
 
 template <class Real>
-void ErrorBounds<Real>::compareDirections() {
+bool ErrorBounds<Real>::compareDirections() {
   const std::size_t n = geometry_.coordinates;
   const double rounding = (static_cast<double>(n) + 8) * unitRoundoff<Real>();
   std::vector<std::vector<Real>> scaled;
@@ -132,6 +136,7 @@ void ErrorBounds<Real>::compareDirections() {
     scaled.push_back(std::move(row));
   }
   for (std::size_t k = 0; k < scaled.size(); ++k) {
+    if (!mayGoOn_()) return false;
     double sum = 0;
     for (std::size_t i = 0; i < scaled.size(); ++i) {
       if (i == k) continue;
@@ -141,41 +146,52 @@ void ErrorBounds<Real>::compareDirections() {
     }
     nonOrthogonality_ = std::max(nonOrthogonality_, sum * excess);
   }
+  return true;
 }
 
 template <class Real>
-double ErrorBounds<Real>::centreError(std::size_t k, double reach) const {
-  const double unit = unitRoundoff<Real>();
-  double sum = 0;
-  for (std::size_t j = 0; j < geometry_.coordinates; ++j) {
-    // A point before the choice at level k is the start plus the rows chosen, or a point of the
-    // box minus the rows not chosen.
-    double chosen = magnitude(geometry_.start.at(0, j));
-    double open = magnitude(geometry_.halfRanges.at(0, j));
-    for (std::size_t i = 0; i < geometry_.dimension; ++i) {
-      const double part = geometry_.magnitudes[i] * magnitude(geometry_.rows.at(i, j));
-      (i > k ? chosen : open) += part;
-    }
-    sum += magnitude(geometry_.centres.at(k, j)) * std::min(chosen, open);
+std::vector<double> ErrorBounds<Real>::centreErrors() const {
+  const std::size_t d = geometry_.dimension;
+  const std::size_t n = geometry_.coordinates;
+  const auto part = [this](std::size_t i, std::size_t j) {
+    return geometry_.magnitudes[i] * magnitude(geometry_.rows.at(i, j));
+  };
+  // A point before the choice at level k is the start plus the rows above k, or a point of the box
+  // minus the other rows.
+  std::vector<double> chosen(n);
+  std::vector<std::vector<double>> open(d, std::vector<double>(n));
+  for (std::size_t j = 0; j < n; ++j) {
+    chosen[j] = magnitude(geometry_.start.at(0, j));
+    double sum = magnitude(geometry_.halfRanges.at(0, j));
+    for (std::size_t k = 0; k < d; ++k) open[k][j] = sum += part(k, j);
   }
-  const double roundings = static_cast<double>(geometry_.coordinates) + 8;
-  return (roundings * unit * sum + 2 * unit * reach) * excess;
+  const double factor = (static_cast<double>(n) + 8) * unitRoundoff<Real>() * excess;
+  std::vector<double> errors(d);
+  for (std::size_t k = d; k-- > 0;) {
+    for (std::size_t j = 0; j < n; ++j) {
+      errors[k] += magnitude(geometry_.centres.at(k, j)) * std::min(chosen[j], open[k][j]);
+      chosen[j] += part(k, j);
+    }
+    errors[k] *= factor;
+  }
+  return errors;
 }
 
 template <class Real>
 bool ErrorBounds<Real>::boundCuts() {
-  findLeaks();
-  compareDirections();
+  if (!findLeaks() || !compareDirections()) return false;
   const std::size_t d = geometry_.dimension;
   const double unit = unitRoundoff<Real>();
   const double roundings = static_cast<double>(geometry_.coordinates + d) + 16;
   double greatestSum = spread(directions_[d]);
   double drift = restLeak_;
+  const std::vector<double> centreErrors = this->centreErrors();
   for (std::size_t k = 0; k < d; ++k) {
     const auto length = static_cast<double>(geometry_.squaredLengths[k]);
     const double reach = std::sqrt((1 + greatestSlack) * radius_ / length) * excess;
     greatestSum += reach * spread(directions_[k]);
-    drift += reach * (centreError(k, reach) * length + leaks_[k]) * excess;
+    const double centreError = (centreErrors[k] + 2 * unit * reach) * excess;
+    drift += reach * (centreError * length + leaks_[k]) * excess;
   }
   greatestSum *= excess;
   drift *= excess;

@@ -29,7 +29,8 @@ double nearest(const QQ& value) {
 
 }  // namespace
 
-ExactWalk::ExactWalk(BoxCoset coset) : EnumerationWalk(std::move(coset)) {
+ExactWalk::ExactWalk(BoxCoset coset, const std::function<bool()>& mayGoOn)
+    : EnumerationWalk(std::move(coset)) {
   const BoxCoset& given = this->coset();
   const std::size_t n = given.point.size();
   for (std::size_t j = 0; j < n; ++j) {
@@ -46,10 +47,10 @@ ExactWalk::ExactWalk(BoxCoset coset) : EnumerationWalk(std::move(coset)) {
     rows_.emplace_back();
     for (const ZZ& entry : row) rows_.back().emplace_back(entry);
   }
-  prepare();
+  prepare(mayGoOn);
 }
 
-void ExactWalk::prepare() {
+void ExactWalk::prepare(const std::function<bool()>& mayGoOn) {
   const std::size_t n = root_.point.size();
   // b*_k in unscaled coordinates, orthogonal by the weights.
   std::vector<Row> stars;
@@ -64,6 +65,7 @@ void ExactWalk::prepare() {
     return row;
   };
   for (const Row& row : rows_) {
+    if (!mayGoOn()) return;
     Row star = orthogonalise(row);
     Row direction = weighted(star);
     squaredLengths_.push_back(inner(star, direction));

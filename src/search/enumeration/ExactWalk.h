@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -16,8 +17,13 @@ namespace starsift {
 /// by length, by Hölder's inequality, and by final coordinates.
 class ExactWalk : public EnumerationWalk {
  public:
-  /// O(d^2 n) operations on rationals of the size of the Gram determinants.
-  explicit ExactWalk(BoxCoset coset);
+  /// O(d^2 n) operations on rationals of the size of the Gram determinants. `mayGoOn` is called
+  /// before every row; false ends the preparation.
+  explicit ExactWalk(
+      BoxCoset coset, const std::function<bool()>& mayGoOn = [] { return true; });
+
+  /// False if the preparation was ended; nothing else may be called then.
+  bool isPrepared() const { return !firstRow_.empty() || coset().point.empty(); }
 
   std::unique_ptr<EnumerationWalk> twin() const override;
   EnumerationEnd runSubtree(EnumerationVisitor& visitor, const EnumerationSettings& settings,
@@ -52,8 +58,8 @@ class ExactWalk : public EnumerationWalk {
   };
 
   void onNarrowed(std::size_t j) override;
-  /// Orthogonalises the rows and the start.
-  void prepare();
+  /// Orthogonalises the rows and the start, unless it is ended.
+  void prepare(const std::function<bool()>& mayGoOn);
   /// Walks the subtree of a node whose next coefficient is k - 1. False ends the run.
   bool visit(std::size_t k, const Node& node);
   /// Walks the children of a node on one side of the centre, from coefficient c on.

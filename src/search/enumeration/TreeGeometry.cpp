@@ -39,7 +39,8 @@ bool roundRow(const CosetDirections::Row& row, std::vector<Real>& result) {
 template <class Real>
 class Builder {
  public:
-  Builder(const BoxCoset& coset, const CosetDirections& data) : coset_(coset), data_(data) {
+  Builder(const BoxCoset& coset, const CosetDirections& data, const std::function<bool()>& mayGoOn)
+      : coset_(coset), data_(data), mayGoOn_(mayGoOn) {
     const std::size_t n = coset.point.size();
     const std::size_t d = coset.basis.size();
     geometry_.dimension = d;
@@ -53,7 +54,7 @@ class Builder {
   std::optional<TreeGeometry<Real>> build() {
     if (!fillIntegers() || !fillDirections()) return std::nullopt;
     fillFinals();
-    ErrorBounds<Real> bounds(coset_, data_, geometry_, reals_);
+    ErrorBounds<Real> bounds(coset_, data_, geometry_, reals_, mayGoOn_);
     if (!bounds.boundCoefficients(duals_) || !sumsAreExact() || !bounds.boundCuts())
       return std::nullopt;
     return std::move(geometry_);
@@ -87,6 +88,7 @@ class Builder {
     reals_.resize(d + 1);
     duals_.resize(d);
     for (std::size_t k = 0; k < d; ++k) {
+      if (!mayGoOn_()) return false;
       if (!roundRow(data_.directions[k], reals_[k]) || !roundRow(data_.duals[k], duals_[k]))
         return false;
       const Real length = DyadicRow(reals_[k]).inner(coset_.basis[k]).template rounded<Real>();
@@ -143,6 +145,7 @@ class Builder {
 
   const BoxCoset& coset_;
   const CosetDirections& data_;
+  const std::function<bool()>& mayGoOn_;
   TreeGeometry<Real> geometry_;
   /// The directions, then the rest, and the dual rows, rounded.
   std::vector<std::vector<Real>> reals_;
@@ -152,12 +155,15 @@ class Builder {
 }  // namespace
 
 template <class Real>
-std::optional<TreeGeometry<Real>> treeGeometry(const BoxCoset& coset, const CosetDirections& data) {
-  return Builder<Real>(coset, data).build();
+std::optional<TreeGeometry<Real>> treeGeometry(const BoxCoset& coset, const CosetDirections& data,
+                                               const std::function<bool()>& mayGoOn) {
+  return Builder<Real>(coset, data, mayGoOn).build();
 }
 
-template std::optional<TreeGeometry<double>> treeGeometry(const BoxCoset&, const CosetDirections&);
+template std::optional<TreeGeometry<double>> treeGeometry(const BoxCoset&, const CosetDirections&,
+                                                          const std::function<bool()>&);
 template std::optional<TreeGeometry<long double>> treeGeometry(const BoxCoset&,
-                                                               const CosetDirections&);
+                                                               const CosetDirections&,
+                                                               const std::function<bool()>&);
 
 }  // namespace starsift

@@ -1,6 +1,7 @@
 // The data of an enumeration tree in floating point, with proven bounds of their errors.
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include "search/enumeration/Blocks.h"
@@ -73,8 +74,12 @@ struct TreeGeometry {
 };
 
 /// The geometry of the tree of a coset whose box isn't empty, or none if Real can't hold the
-/// numbers or the error bounds aren't small. O(d^2 n) operations on integers of a few words.
+/// numbers or the error bounds aren't small. O(d^2 n) operations on integers of a few words,
+/// seconds for some hundred rows: `mayGoOn` is called before every row; false ends the work, and
+/// nothing is returned then.
 template <class Real>
-std::optional<TreeGeometry<Real>> treeGeometry(const BoxCoset& coset, const CosetDirections& data);
+std::optional<TreeGeometry<Real>> treeGeometry(
+    const BoxCoset& coset, const CosetDirections& data,
+    const std::function<bool()>& mayGoOn = [] { return true; });
 
 }  // namespace starsift

@@ -37,11 +37,11 @@ constexpr BlockSettings::Seconds stageTime{10};
 std::optional<CosetDirections> reduceForTree(BoxCoset& coset,
                                              const std::function<bool()>& mayGoOn) {
   reduceBasis(coset, mayGoOn);
-  // The data of many rows take seconds.
   if (!mayGoOn()) return std::nullopt;
-  CosetDirections data = cosetDirections(coset);
-  movePointToMiddle(coset, data);
-  double fewest = gaussianNodes(coset, data);
+  std::optional<CosetDirections> data = cosetDirections(coset, mayGoOn);
+  if (!data) return std::nullopt;
+  movePointToMiddle(coset, *data);
+  double fewest = gaussianNodes(coset, *data);
   BoxCoset next = coset;
   for (const Stage& stage : stages) {
     if (fewest < stage.fewestNodes || fewest > hopelessNodes) break;
@@ -51,9 +51,10 @@ std::optional<CosetDirections> reduceForTree(BoxCoset& coset,
     const bool isReduced = reduceBlocks(next, stage.size, settings, mayGoOn);
     if (!mayGoOn()) return std::nullopt;
     if (!isReduced) continue;
-    CosetDirections nextData = cosetDirections(next);
-    movePointToMiddle(next, nextData);
-    const double nodes = gaussianNodes(next, nextData);
+    std::optional<CosetDirections> nextData = cosetDirections(next, mayGoOn);
+    if (!nextData) return std::nullopt;
+    movePointToMiddle(next, *nextData);
+    const double nodes = gaussianNodes(next, *nextData);
     // Blocks shorten the first rows, and may lose what deep insertions have gained at the others.
     if (nodes >= fewest) continue;
     fewest = nodes;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <numeric>
 
 #include "search/enumeration/CosetReduction.h"
@@ -51,6 +52,37 @@ BoxCoset crowd(std::size_t count = 12) {
   std::iota(row.begin(), row.end(), 3);
   const long half = 3 * std::accumulate(row.begin(), row.end(), 0L) / 2;
   return equations({row}, {half}, std::vector<long>(count, 3));
+}
+
+/// Multiples of rows of `size` in a box of that size; walked in double, long double or rationals.
+BoxCoset ofSize(const ZZ& size, std::size_t d) {
+  BoxCoset coset{{}, Point(d), Point(d), Point(d, size)};
+  for (std::size_t k = 0; k < d; ++k) {
+    coset.basis.emplace_back(d, ZZ(1));
+    coset.basis[k][k] = size;
+  }
+  return coset;
+}
+
+// Some hundred rows take seconds: each of them must look at the clock.
+TEST(Enumeration, PreparationEndsWhereItIsEnded) {
+  constexpr std::size_t d = 8;
+  for (const int digits : {2, 17, 30}) {
+    const BoxCoset coset = ofSize(pow(ZZ::ten(), ZZ(digits)), d);
+    const auto prepare = [&coset, digits](int most) {
+      int calls = 0;
+      const auto mayGoOn = [&calls, most] { return ++calls <= most; };
+      const std::optional<CosetDirections> data = cosetDirections(coset, mayGoOn);
+      const bool isPrepared = data && Enumeration::prepared(coset, *data, mayGoOn);
+      EXPECT_EQ(isPrepared, calls <= most) << digits << " digits, " << most << " calls";
+      // Once ended, the work asks again which of its steps was ended, and does no other.
+      EXPECT_LE(calls, most + 2);
+      return calls;
+    };
+    const int whole = prepare(std::numeric_limits<int>::max() - 2);
+    EXPECT_GE(whole, static_cast<int>(3 * d));
+    for (int most = 0; most < whole; ++most) prepare(most);
+  }
 }
 
 TEST(Enumeration, CosetWithoutRowsIsItsPoint) {
