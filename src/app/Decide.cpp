@@ -42,8 +42,10 @@ Decide::Decide(YLattice<long double>& lattice, SearchWatch& watch, DirectStars& 
 bool Decide::isDue() const {
   if (!options_.prove.value_or(true)) return false;
   if (!isMade_) return true;
-  if (!wantsBest() || result_.undecided != Undecided::tooLarge) return false;
+  const bool isOpen = result_.undecided == Undecided::noFiniteBox && !result_.best;
+  if (!wantsBest() || !(isOpen || result_.undecided == Undecided::tooLarge)) return false;
   const std::optional<QQ> known = stars_.leastKnownNorm();
+  if (isOpen) return known.has_value();
   const bool isBetter = known && (!result_.best || *known < *result_.best);
   return isBetter && Clock::now() - lastEnd_ >= lastTime_;
 }
@@ -62,7 +64,12 @@ bool Decide::run() {
   lastEnd_ = Clock::now();
   lastTime_ = lastEnd_ - start;
   if (ended_) throw SearchEnded(*ended_);
-  return result_.proof != Proof::none || result_.undecided == Undecided::enough || meetsNorms_;
+  return result_.proof != Proof::none || result_.undecided == Undecided::enough || meetsNorms_ ||
+         hasNoBest();
+}
+
+bool Decide::hasNoBest() const {
+  return result_.undecided == Undecided::unbounded && !hasNormLimit(lattice_);
 }
 
 Step Decide::found(const Star<QQ>& judged) {

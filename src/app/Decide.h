@@ -21,8 +21,9 @@ class Decide : private DecisionListener {
   Decide(YLattice<long double>& lattice, SearchWatch& watch, DirectStars& stars,
          const SeekOptions& options);
 
-  /// Still to be made, or to be made again: since it found its tree too large a better solution was
-  /// found, which makes the tree smaller, and more time has passed than it took.
+  /// Still to be made, or to be made again. Since it found its tree too large a better solution was
+  /// found, which makes the tree smaller, and more time has passed than it took; or a variable has no
+  /// bounds, and with the first solution that may show that the target has none.
   bool isDue() const;
   /// As read.
   const Vanu<QQ>& problem() const { return decision_.problem(); }
@@ -40,6 +41,8 @@ class Decide : private DecisionListener {
 
   Step found(const Star<QQ>& judged) override;
   Step progress(double share, std::uint64_t nodes) override;
+  /// There are solutions with less and less target norm, and no norm is asked for.
+  bool hasNoBest() const;
 
   YLattice<long double>& lattice_;
   SearchWatch& watch_;

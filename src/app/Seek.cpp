@@ -141,8 +141,6 @@ void Seek::decide() {
 /// SearchEnded if they have reached the goal.
 void Seek::jump() {
   if (hasMadeAllPasses()) return;
-  // Better solutions would come without end.
-  if (decide_->result().undecided == Undecided::unbounded) return;
   const auto start = watch_.elapsed();
   const std::chrono::duration<double> left = start - decideTime_ - 2 * jumpTime_;
   if (left.count() <= 0) return;
