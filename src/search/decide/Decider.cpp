@@ -124,14 +124,16 @@ Decided Decider::run() {
   result_.best = settings_.known;
   if (prepare()) {
     const bool isSmall = estimate();
-    if (settings_.wanted && expectedNodes_ > smallTree && !isStopped_) walkPruned();
+    if (settings_.wanted && expectedNodes_ > smallTree && !isStopped_ && !isEnough_) walkPruned();
     if (!isSmall) {
       nodesLeft_ = briefWalk;
       walkEnd_ = Clock::now() + briefTime;
     }
     if (isStopped_)
       result_.undecided = Undecided::stopped;
-    else if (!isEnough_)
+    else if (isEnough_)
+      result_.undecided = Undecided::enough;
+    else
       walk();
   }
   result_.nodes = decision_.nodes();
@@ -191,6 +193,7 @@ bool Decider::estimate() {
   if (expectedNodes_ > largeTree) estimateNodes(manyProbes);
   if (expectedNodes_ <= smallTree || isStopped_) return true;
   const double seconds = expectedNodes_ / measureSpeed();
+  if (isEnough_) return true;
   if (settings_.isForced || seconds <= settings_.allowed.count()) return true;
   result_.undecided = Undecided::tooLarge;
   result_.estimatedSeconds = seconds;
@@ -210,7 +213,8 @@ double Decider::measureSpeed() {
   const std::uint64_t before = decision_.nodes();
   const Clock::time_point start = Clock::now();
   walkEnd_ = start + speedTime;
-  if (settings_.aim == Aim::best) {
+  // What is found counts at once, unless every solution is told by the walk that finds it.
+  if (settings_.aim == Aim::best || settings_.wanted) {
     walk(std::nullopt, speedNodes, 1);
   } else {
     Deaf deaf(*this);
@@ -230,7 +234,6 @@ void Decider::walkPruned() {
                     prunedShare * result_.estimatedSeconds <= settings_.allowed.count();
   if (!fits) return;
   walk(mildPruning, std::nullopt, settings_.threads);
-  if (isEnough_) result_.undecided = Undecided::enough;
 }
 
 void Decider::walk() {

@@ -7,10 +7,8 @@
 #include <set>
 #include <string>
 
-#include "PreparedProblems.h"
-#include "SmallProblems.h"
+#include "FoundSolutions.h"
 #include "search/decide/Decider.h"
-#include "support/oracles/NormalFormOracle.h"
 
 namespace starsift {
 namespace {
@@ -20,6 +18,7 @@ using oracle::Problem;
 using test::checkOverProblems;
 using test::problemCount;
 using test::SmallProblem;
+using test::solutionsAround;
 
 /// Rows may close an open box far away: such trees are left before their end.
 constexpr std::size_t mostPoints = 5'000;
@@ -30,15 +29,8 @@ class Listener : public DecisionListener {
   explicit Listener(const Problem& problem) : problem_(problem) {}
 
   Step found(const Star<QQ>& star) override {
-    const Point x = test::pointOf(star.x());
-    RC_ASSERT(oracle::solves(problem_, x));
+    const Point x = test::checkedPoint(problem_, star);
     RC_ASSERT(points.insert(oracle::pointText(x)).second);
-    const auto verdict = oracle::judge(problem_, x);
-    RC_ASSERT(verdict.has_value());
-    if (!problem_.targets.empty()) {
-      RC_ASSERT(star.targetNorm == test::toQQ(verdict->targetNorm));
-      RC_ASSERT(star.slackNorm == test::toQQ(verdict->slackNorm));
-    }
     norms.push_back(star.targetNorm);
     return points.size() < mostPoints ? Step::goOn : Step::stop;
   }
@@ -62,13 +54,6 @@ bool isClosed(const Problem& problem) {
     if (!range.empty && !(range.least && range.greatest)) return false;
   }
   return true;
-}
-
-std::vector<Point> solutionsAround(const Problem& problem) {
-  std::vector<Point> solutions;
-  for (const Point& x : test::pointsAround(problem))
-    if (oracle::solves(problem, x) && oracle::judge(problem, x)) solutions.push_back(x);
-  return solutions;
 }
 
 std::set<std::string> textsOf(const std::vector<Point>& points) {

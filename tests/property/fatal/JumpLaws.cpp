@@ -2,18 +2,14 @@
 // rationals.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <vector>
 
-#include "PreparedProblems.h"
-#include "SmallProblems.h"
+#include "FoundSolutions.h"
 #include "search/jump/JumpSearch.h"
-#include "support/oracles/NormalFormOracle.h"
 
 namespace starsift {
 namespace {
 
-using oracle::Point;
 using oracle::Problem;
 using test::checkOverProblems;
 using test::problemCount;
@@ -25,11 +21,7 @@ class Listener : public JumpListener {
   explicit Listener(const Problem& problem) : problem_(problem) {}
 
   Step found(const Star<QQ>& star) override {
-    const Point x = test::pointOf(star.x());
-    RC_ASSERT(oracle::solves(problem_, x));
-    const auto verdict = oracle::judge(problem_, x);
-    RC_ASSERT(verdict.has_value());
-    if (!problem_.targets.empty()) RC_ASSERT(star.targetNorm == test::toQQ(verdict->targetNorm));
+    test::checkedPoint(problem_, star);
     if (!norms.empty()) {
       RC_ASSERT(!problem_.targets.empty());
       RC_ASSERT(star.targetNorm < norms.back());
@@ -47,13 +39,6 @@ class Listener : public JumpListener {
   int turns_ = 0;
 };
 
-bool hasSolutionNearby(const Problem& problem) {
-  const std::vector<Point> points = test::pointsAround(problem);
-  return std::any_of(points.begin(), points.end(), [&problem](const Point& x) {
-    return oracle::solves(problem, x) && oracle::judge(problem, x);
-  });
-}
-
 TEST(Jumping, FindsSolutionsOnlyAndBetterAndBetterOnes) {
   int solvable = 0;
   int found = 0;
@@ -63,7 +48,7 @@ TEST(Jumping, FindsSolutionsOnlyAndBetterAndBetterOnes) {
     if (!search.isReady()) return;
     Listener listener(small.problem);
     search.run(listener);
-    if (!hasSolutionNearby(small.problem)) return;
+    if (test::solutionsAround(small.problem).empty()) return;
     ++solvable;
     if (!listener.norms.empty()) ++found;
   });
