@@ -14,7 +14,7 @@ constexpr Index shownStars = 3;
 
 bool DirectStars::add(const Star<QQ>& judged, bool isBest) {
   Star<QQ> star(judged);
-  lattice_.signStar(star);
+  lattice_.signStar(star, paramsText_);
   store_.add(star);
   const bool meetsNorms = lattice_.meetsNorms(star);
   if (first_.dimension() < shownStars || isBest)

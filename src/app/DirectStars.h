@@ -1,6 +1,8 @@
 // Solutions that a search finds without the lattice.
 #pragma once
 
+#include <string>
+
 #include "app/StarStore.h"
 #include "lattice/YLattice.h"
 
@@ -9,8 +11,9 @@ namespace starsift {
 /// Solutions go to the store with the data of the run, as those of the lattice do.
 class DirectStars {
  public:
+  /// The parameters of the lattice are those of the run, from now on.
   DirectStars(const YLattice<long double>& lattice, StarStore& store)
-      : lattice_(lattice), store_(store) {}
+      : lattice_(lattice), store_(store), paramsText_(lattice.paramsText()) {}
 
   /// A judged solution; `isBest` if it is better than all before it. Returns whether it reaches
   /// the norms that end the search.
@@ -29,6 +32,7 @@ class DirectStars {
  private:
   const YLattice<long double>& lattice_;
   StarStore& store_;
+  std::string paramsText_;
   Array<Star<QQ>> first_;
   Index furtherCount_ = 0;
 };

@@ -348,8 +348,11 @@ class Lattice : public Vanu<T>, private ParamReactions {
   Array<Star<T>> solutionStars() const;
   /// The same in exact numbers, of the solutions filed after the one with the number `last`.
   Array<Star<QQ>> starsFiledAfter(Index last) const;
+  /// The parameters of this run as they stand in starsFiledAfter(). Takes a semaphore for each of
+  /// them: not to be called for each star.
+  std::string paramsText() const;
   /// Gives a judged star, found now without the lattice, the data of this run.
-  void signStar(Star<QQ>& star) const;
+  void signStar(Star<QQ>& star, const std::string& paramsText) const;
   /// Writes the lattice to latFile, if the output switch is on. SIGINT and SIGTERM wait until the
   /// file is complete.
   void writeLatFile();

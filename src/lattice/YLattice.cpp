@@ -215,8 +215,13 @@ bool YLattice<R>::meetsNorms(const Star<QQ>& star) const {
 }
 
 template <class R>
-void YLattice<R>::signStar(Star<QQ>& star) const {
-  withLive([&star](const auto& lattice) { lattice.signStar(star); });
+std::string YLattice<R>::paramsText() const {
+  return withLive([](const auto& lattice) { return lattice.paramsText(); });
+}
+
+template <class R>
+void YLattice<R>::signStar(Star<QQ>& star, const std::string& paramsText) const {
+  withLive([&](const auto& lattice) { lattice.signStar(star, paramsText); });
 }
 
 template <class R>

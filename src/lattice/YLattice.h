@@ -120,10 +120,11 @@ class YLattice {
   void endSearch();
   /// The lattice has ended the search.
   bool stopped() const;
-  /// Lattice::isSatisfied(), meetsNorms(), signStar() and statusText().
+  /// Lattice::isSatisfied(), meetsNorms(), paramsText(), signStar() and statusText().
   bool isSatisfied() const;
   bool meetsNorms(const Star<QQ>& star) const;
-  void signStar(Star<QQ>& star) const;
+  std::string paramsText() const;
+  void signStar(Star<QQ>& star, const std::string& paramsText) const;
   std::string statusText(const Array<Star<QQ>>& others, Index further) const;
   /// Number of solutions filed in the lattice itself, as opposed to its stars.
   Index solutionCount() const;

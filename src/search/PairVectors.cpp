@@ -45,8 +45,9 @@ template <class T, class R>
 void pairVectors(Lattice<T, R>& lattice) {
   ShortVectors<T>& collection = lattice.found.shortVectors;
   const std::size_t limit = lattice.params.pairLimit;
-  for (std::size_t i = pairvectors::firstUnmarked(collection, limit); i != limit;
-       i = pairvectors::firstUnmarked(collection, limit)) {
+  for (std::size_t turn = 0; turn < limit; ++turn) {
+    const std::size_t i = pairvectors::firstUnmarked(collection, limit);
+    if (i == limit) return;
     // Copies: the collection changes while pairs are made.
     const auto next = collection.entries()[i];
     const auto partners = pairvectors::markedPartners(collection, limit);

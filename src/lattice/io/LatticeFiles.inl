@@ -139,18 +139,20 @@ Array<Star<T>> Lattice<T, R>::solutionStars() const {
 
 template <class T, class R>
 Array<Star<QQ>> Lattice<T, R>::starsFiledAfter(Index last) const {
-  // The two parameters of type T have another text in exact numbers.
-  ExtendedParams<QQ> exact;
-  exact.convertFrom(params);
-  return latticefiles::freshStars<QQ>(found.bestTarget, found.solutions, last,
-                                      latticefiles::lineOf(exact));
+  return latticefiles::freshStars<QQ>(found.bestTarget, found.solutions, last, paramsText());
 }
 
 template <class T, class R>
-void Lattice<T, R>::signStar(Star<QQ>& star) const {
+std::string Lattice<T, R>::paramsText() const {
+  // The two parameters of type T have another text in exact numbers.
   ExtendedParams<QQ> exact;
   exact.convertFrom(params);
-  star.paramsText = latticefiles::lineOf(exact);
+  return latticefiles::lineOf(exact);
+}
+
+template <class T, class R>
+void Lattice<T, R>::signStar(Star<QQ>& star, const std::string& paramsText) const {
+  star.paramsText = paramsText;
   star.versionText = latticefiles::solverVersion;
   star.time = discoveryTime(0);
   star.fresh = true;

@@ -113,6 +113,29 @@ TYPED_TEST(ShortVectorSearchOver, PairThatIsASolutionIsFiled) {
   EXPECT_EQ(test::textOf(this->pointOf(lattice.found.solutions[1])), "[ 2 0 0 ]");
 }
 
+class StepCounter : public ReductionObserver {
+ public:
+  void onStep(const PassCounts& /*counts*/) override { ++steps; }
+  int steps = 0;
+};
+
+TYPED_TEST(ShortVectorSearchOver, LongVectorIsNotPairedDownToAShortOneInOneCall) {
+  this->use(plane);
+  auto& lattice = this->live;
+  const Vector<TypeParam> row = lattice.basis.untransformed()[1];
+  Vector<TypeParam> longOne = row;
+  for (int doubling = 0; doubling < 20; ++doubling) longOne = longOne + longOne;
+  lattice.found.shortVectors.offer(row);
+  lattice.found.shortVectors.offer(longOne);
+  StepCounter counter;
+  lattice.run.observer = &counter;
+  pairVectors(lattice);
+  lattice.run.observer = nullptr;
+  // Sum and difference of any two of ten.
+  EXPECT_GE(counter.steps, 2);
+  EXPECT_LE(counter.steps, 2 * 10 * 10);
+}
+
 TYPED_TEST(ShortVectorSearchOver, PairLimitBoundsTheVectorsThatArePaired) {
   this->use(subset);
   this->offerRows();
