@@ -40,7 +40,12 @@ void SearchWatch::endPass(const PassCounts& counts) {
 
 void SearchWatch::onStep(const PassCounts& counts) {
   count(counts);
-  if (interrupted() != 0 || lattice_.usesExact() || ++steps_ % stepsPerLook == 0) look();
+  if (interrupted() != 0 || lattice_.usesExact() || ++steps_ % stepsPerLook == 0) lookFromLattice();
+}
+
+void SearchWatch::lookFromLattice() {
+  look();
+  if (beside_) beside_();
 }
 
 void SearchWatch::look() {

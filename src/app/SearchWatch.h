@@ -4,8 +4,10 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "app/StarStore.h"
 #include "app/StatusLine.h"
@@ -54,11 +56,15 @@ class SearchWatch : public ReductionObserver {
   /// Seconds from the start of the process; no limit if 0 or negative.
   void setTimeLimit(long seconds) { timeLimit_ = seconds; }
 
+  /// Sets what is called after each look() at the steps of a lattice; it may throw SearchEnded. A
+  /// pass of some hundred variables takes minutes.
+  void setBeside(std::function<void()> beside) { beside_ = std::move(beside); }
+
   /// Calls look() every few steps, and at once if a signal came or the exact lattice is in use.
   void onStep(const PassCounts& counts) override;
 
   /// Calls look().
-  void onPreparation() override { look(); }
+  void onPreparation() override { lookFromLattice(); }
 
   /// Saves new solutions, redraws the line if it is due, and throws SearchEnded if a signal came
   /// or the time is over.
@@ -92,11 +98,13 @@ class SearchWatch : public ReductionObserver {
 
  private:
   void count(const PassCounts& counts);
+  void lookFromLattice();
   std::string status(StatusLine::Clock::time_point now) const;
 
   YLattice<long double>& lattice_;
   StatusLine& line_;
   StarStore* store_ = nullptr;
+  std::function<void()> beside_;
   StatusLine::Clock::time_point start_;
   long timeLimit_ = 0;
   Index passes_ = 0;

@@ -112,6 +112,8 @@ void Seek::makeNormalForm() {
 }
 
 void Seek::searchLattices() {
+  // With a number of passes the result shouldn't depend on their time.
+  if (passLimit_ < 0) watch_.setBeside([this] { jumpBeside(); });
   lattice_.normalise(TargetRange::find, From::lifted);
   watch_.look();
   lattice_.prepareLattice();
@@ -119,8 +121,6 @@ void Seek::searchLattices() {
   if (rowsContradict_) fail("Unfulfillable rows detected --> NO SOLUTIONS!");
   while (!isOver()) {
     runPass();
-    // Where a pass takes long so does the decision, which a good solution makes shorter.
-    if (!isOver() && watch_.elapsed() >= leastJumpTime) jump();
     if (!isOver()) decide();
     if (!isOver()) jump();
     if (!isOver()) searchBlocks(lattice_);
@@ -141,11 +141,22 @@ void Seek::decide() {
 /// SearchEnded if they have reached the goal.
 void Seek::jump() {
   if (hasMadeAllPasses()) return;
-  const auto start = watch_.elapsed();
-  const std::chrono::duration<double> left = start - decideTime_ - 2 * jumpTime_;
+  const std::chrono::duration<double> left = jumpTimeLeft();
   if (left.count() <= 0) return;
+  const auto start = watch_.elapsed();
   if (jump_->run(std::max(leastJumpTime, left))) throw SearchEnded(SearchEnd::goal);
   jumpTime_ += watch_.elapsed() - start;
+}
+
+/// Where a pass takes long its steps do the same; so does the decision after it, which a good
+/// solution makes shorter.
+void Seek::jumpBeside() {
+  if (jumpTimeLeft() >= leastJumpTime && !isOver()) jump();
+}
+
+/// The time that lattices have had more than walks.
+std::chrono::duration<double> Seek::jumpTimeLeft() const {
+  return watch_.elapsed() - decideTime_ - 2 * jumpTime_;
 }
 
 bool Seek::hasMadeAllPasses() const {

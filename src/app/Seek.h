@@ -43,6 +43,8 @@ class Seek {
   void searchLattices();
   void decide();
   void jump();
+  void jumpBeside();
+  std::chrono::duration<double> jumpTimeLeft() const;
   void runPass();
   void restartLattice();
   void saveLattice();
