@@ -22,13 +22,15 @@ class Decide : private DecisionListener {
          const SeekOptions& options);
 
   /// Still to be made, or to be made again. Since it found its tree too large a better solution was
-  /// found, which makes the tree smaller, and more time has passed than it took; or a variable has no
-  /// bounds, and with the first solution that may show that the target has none.
+  /// found, which makes the tree smaller, and more time has passed than it took; or a variable has
+  /// no bounds, and with the first solution that may show that the target has none.
   bool isDue() const;
   /// As read.
   const Vanu<QQ>& problem() const { return decision_.problem(); }
   /// The best solution is looked for.
   bool wantsBest() const { return settings_.aim == Aim::best; }
+  /// Threads of the search, at least 1.
+  unsigned threads() const { return settings_.threads; }
 
   /// Decides the problem if that takes not too long. True if the search is over: there is a
   /// proof, or what was asked for was found. Throws SearchEnded by a signal or the clock.

@@ -4,7 +4,7 @@ namespace starsift {
 
 bool Jump::run(std::chrono::duration<double> time) {
   if (!isOfUse()) return false;
-  if (!search_) search_.emplace(problem_, lattice_.seed());
+  if (!search_) search_.emplace(problem_, lattice_.seed(), threads_);
   if (!search_->isReady()) return false;
   if (const std::optional<QQ> known = stars_.leastKnownNorm(); wantsBest_ && known)
     search_->setKnown(*known);

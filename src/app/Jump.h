@@ -7,16 +7,22 @@
 #include "app/DirectStars.h"
 #include "app/SearchWatch.h"
 #include "lattice/YLattice.h"
-#include "search/jump/JumpSearch.h"
+#include "search/jump/JumpThreads.h"
 
 namespace starsift {
 
 class Jump : private JumpListener {
  public:
-  /// `problem` as read. `wantsBest`: the best solution is looked for, else one.
+  /// `problem` as read. `wantsBest`: the best solution is looked for, else one. `threads` is at
+  /// least 1.
   Jump(const YLattice<long double>& lattice, const Vanu<QQ>& problem, SearchWatch& watch,
-       DirectStars& stars, bool wantsBest)
-      : lattice_(lattice), problem_(problem), watch_(watch), stars_(stars), wantsBest_(wantsBest) {}
+       DirectStars& stars, bool wantsBest, unsigned threads)
+      : lattice_(lattice),
+        problem_(problem),
+        watch_(watch),
+        stars_(stars),
+        wantsBest_(wantsBest),
+        threads_(threads) {}
 
   /// Walks for some time. True if the search is over: what was asked for was found. Throws
   /// SearchEnded by a signal or the clock.
@@ -35,8 +41,9 @@ class Jump : private JumpListener {
   SearchWatch& watch_;
   DirectStars& stars_;
   bool wantsBest_;
+  unsigned threads_;
   /// Made when it is first needed.
-  std::optional<JumpSearch> search_;
+  std::optional<JumpThreads> search_;
   Clock::time_point end_;
   bool isOver_ = false;
   /// What ended the search in the middle of a walk.

@@ -68,7 +68,8 @@ SearchEnd Seek::run() {
   watch_.setStore(store);
   stars_.emplace(lattice_, store);
   decide_.emplace(lattice_, watch_, *stars_, options_);
-  jump_.emplace(lattice_, decide_->problem(), watch_, *stars_, decide_->wantsBest());
+  jump_.emplace(lattice_, decide_->problem(), watch_, *stars_, decide_->wantsBest(),
+                decide_->threads());
   lattice_.beginSearch(watch_, watch_.elapsed());
   const SearchEnd end = search();
   starsFiled_ = store.save(lattice_);

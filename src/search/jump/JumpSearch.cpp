@@ -50,9 +50,19 @@ JumpSearch::JumpSearch(const Vanu<QQ>& problem, std::uint64_t seed)
   if (rows) walk_.emplace(std::move(*rows), seed);
 }
 
+JumpSearch JumpSearch::twin(std::uint64_t seed) const {
+  JumpSearch result(*this);
+  result.random_.seed(seed);
+  result.walk_->setSeed(seed);
+  result.walk_->restart(result.walk_->kicked(walk_->point(), walk_->point().size()));
+  return result;
+}
+
 void JumpSearch::setKnown(const QQ& norm) {
-  most_ = integers_.objective->mostBelow(norm);
-  demand(*most_);
+  const ZZ most = integers_.objective->mostBelow(norm);
+  if (most_ && *most_ <= most) return;
+  most_ = most;
+  demand(most);
 }
 
 void JumpSearch::demand(const ZZ& most) {

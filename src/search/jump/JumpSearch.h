@@ -45,6 +45,11 @@ class JumpSearch {
   /// There is something to walk on: rows and bounds don't contradict each other at first sight,
   /// and numbers have at most 52 bits.
   bool isReady() const { return walk_.has_value(); }
+  /// The least objective is looked for, and not any solution. Only if isReady().
+  bool hasObjective() const { return integers_.objective.has_value(); }
+
+  /// A search in the same problem that begins anywhere. Only if isReady().
+  JumpSearch twin(std::uint64_t seed) const;
 
   /// From now on only solutions with less target norm count. With targets only.
   void setKnown(const QQ& norm);

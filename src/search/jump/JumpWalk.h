@@ -29,6 +29,7 @@ class JumpWalk {
   /// Steps, and entries of rows and columns that were looked at: the measure of effort.
   std::uint64_t effort() const { return effort_; }
 
+  void setSeed(std::uint64_t seed) { random_.seed(seed); }
   /// From now on the upper end of the objective's row is `most`.
   void setMostObjective(double most);
   /// One step, or a change of weights; not after hasArrived().

@@ -1,0 +1,29 @@
+// Threads beside the calling one.
+#pragma once
+
+#include <functional>
+#include <thread>
+#include <vector>
+
+namespace starsift {
+
+/// Threads that receive no signals: those of the process are for the calling thread. `work` must
+/// not throw.
+class HelperThreads {
+ public:
+  HelperThreads() = default;
+  HelperThreads(const HelperThreads&) = delete;
+  HelperThreads& operator=(const HelperThreads&) = delete;
+  /// Waits for the threads.
+  ~HelperThreads() { join(); }
+
+  /// Starts threads with work(1), work(2), ... work(count), or as many of them as the system
+  /// grants.
+  void start(unsigned count, const std::function<void(unsigned)>& work);
+  void join();
+
+ private:
+  std::vector<std::thread> threads_;
+};
+
+}  // namespace starsift
