@@ -2,10 +2,13 @@
 
 #include <csignal>
 #include <memory>
+#include <optional>
 #include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
+
+#include "system/HostedCall.h"
 
 namespace starsift {
 
@@ -51,6 +54,8 @@ class ThreadedWalk::Helper : public EnumerationVisitor {
       : exchange_(exchange), walker_(walker), walk_(std::move(walk)) {}
 
   void work(const EnumerationSettings& settings) {
+    std::optional<HostedCall> hosted;
+    if (isHosted_) hosted.emplace();
     try {
       while (const std::optional<Subtree> subtree = exchange_.take(walker_)) {
         exchange_.narrow(*walk_, boxVersion_);
@@ -78,6 +83,8 @@ class ThreadedWalk::Helper : public EnumerationVisitor {
   std::size_t walker_;
   std::unique_ptr<EnumerationWalk> walk_;
   std::uint64_t boxVersion_ = 0;
+  /// The caller works for a host, and so does the thread.
+  bool isHosted_ = HostedCall::isUnderWay();
 };
 
 /// The threads beside the calling one.
