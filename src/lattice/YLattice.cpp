@@ -128,6 +128,12 @@ void YLattice<R>::readOpt() {
 }
 
 template <class R>
+void YLattice<R>::takeProblem(const Vanu<QQ>& problem) {
+  exact().file.editProblem() = problem;
+  exact().optOriginal = Vanu<QQ>();
+}
+
+template <class R>
 bool YLattice<R>::equationsHoldExactly() const {
   return starsift::equationsHoldExactly(exact().file.problem());
 }
