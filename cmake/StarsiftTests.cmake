@@ -96,7 +96,7 @@ function(starsift_add_gtest name folder library)
   endforeach()
 endfunction()
 
-foreach(floor IN LISTS STARSIFT_FLOORS ITEMS certificates models app)
+foreach(floor IN LISTS STARSIFT_FLOORS ITEMS certificates models app library)
   set(size)
   if(floor MATCHES "^(core|numbers|lattice|certificates|search)$")
     # Half a minute and more each under sanitizers.
@@ -115,6 +115,8 @@ starsift_add_gtest(property "${PROJECT_SOURCE_DIR}/tests/property" starsift_app
   SHARDS 4 COST 50)
 target_link_libraries(property PRIVATE starsift_certificates)
 starsift_add_gtest(property_models "${PROJECT_SOURCE_DIR}/tests/property/models" starsift_models
+  COST 20)
+starsift_add_gtest(property_library "${PROJECT_SOURCE_DIR}/tests/property/library" starsift_library
   COST 20)
 # Peers that read the same models; the library is for this test only.
 # The peer leaks memory and would fail for it; the corner files and corpora are read under sanitizers.
@@ -138,9 +140,11 @@ endif()
 # The tests of code that starts threads, for the thread sanitizer; the other programs run them too.
 add_executable(threads EXCLUDE_FROM_ALL
   "${PROJECT_SOURCE_DIR}/tests/unit/files/StarLinesTest.cpp"
+  "${PROJECT_SOURCE_DIR}/tests/unit/library/SearchThreadsTest.cpp"
   "${PROJECT_SOURCE_DIR}/tests/unit/search/ThreadedWalkTest.cpp")
 target_include_directories(threads PRIVATE "${PROJECT_SOURCE_DIR}/tests")
-target_link_libraries(threads PRIVATE starsift_search starsift_test_support GTest::gmock_main)
+target_link_libraries(threads PRIVATE
+  starsift_search starsift_library starsift_test_support GTest::gmock_main)
 
 # starsift_add_script_test(<name> <command>...): runs in the source tree.
 function(starsift_add_script_test name)
@@ -191,6 +195,7 @@ endif()
 
 # No compiler and no sanitizer changes what these say.
 if(NOT STARSIFT_SANITIZE AND NOT STARSIFT_COVERAGE)
+  starsift_add_script_test(exports ${python} tools/check-exports $<TARGET_FILE:starsift_library>)
   starsift_add_script_test(readme ${python} tools/check-readme ${program})
   starsift_add_script_test(models-guide ${python} tools/check-readme ${program} docs/models.md)
   starsift_add_script_test(tools ${python} -m unittest discover -s tests/tools -p "test_*.py")
