@@ -177,6 +177,10 @@ function(starsift_add_library)
   target_link_libraries(starsift_library PRIVATE starsift_app starsift_models)
   target_link_options(starsift_library PRIVATE
     "LINKER:--version-script=${names}" LINKER:--as-needed)
+  install(TARGETS starsift_library EXPORT starsift_library
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT library
+      NAMELINK_COMPONENT development
+    FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT development)
 endfunction()
 
 # starsift_add_header_check()

@@ -108,6 +108,8 @@ endforeach()
 target_compile_definitions(unit_models PRIVATE
   STARSIFT_CORNER_FILES="${PROJECT_SOURCE_DIR}/tests/models"
   STARSIFT_SOLVER_FILES="${PROJECT_SOURCE_DIR}/tests/solutions")
+# For its classes, which the library takes without knowing them.
+target_link_libraries(unit_library PRIVATE GMP::GMP)
 # These judge bases by certificates.
 target_link_libraries(unit_lattice PRIVATE starsift_certificates)
 target_link_libraries(unit_search PRIVATE starsift_certificates)
@@ -136,6 +138,14 @@ if(TARGET property_fatal)
   target_link_libraries(property_fatal PRIVATE starsift_certificates)
   target_compile_definitions(property_fatal PRIVATE STARSIFT_PROBLEM_COUNT=${problem_count})
 endif()
+
+# The examples of docs/library.md.
+file(GLOB guide_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/docs/library/*.cpp")
+foreach(source IN LISTS guide_sources)
+  cmake_path(GET source STEM name)
+  add_executable(library_${name} "${source}")
+  target_link_libraries(library_${name} PRIVATE starsift_library)
+endforeach()
 
 # The tests of code that starts threads, for the thread sanitizer; the other programs run them too.
 add_executable(threads EXCLUDE_FROM_ALL
@@ -198,5 +208,6 @@ if(NOT STARSIFT_SANITIZE AND NOT STARSIFT_COVERAGE)
   starsift_add_script_test(exports ${python} tools/check-exports $<TARGET_FILE:starsift_library>)
   starsift_add_script_test(readme ${python} tools/check-readme ${program})
   starsift_add_script_test(models-guide ${python} tools/check-readme ${program} docs/models.md)
+  starsift_add_script_test(library-guide ${python} tools/check-readme ${program} docs/library.md)
   starsift_add_script_test(tools ${python} -m unittest discover -s tests/tools -p "test_*.py")
 endif()
