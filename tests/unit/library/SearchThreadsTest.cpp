@@ -49,6 +49,33 @@ TEST(LibraryThreads, ShareOneSearch) {
   EXPECT_EQ(search.run().solutions.size(), other.get().solutions.size());
 }
 
+/// A market split of two rows and 16 variables, by another start of its random weights.
+Problem splitOf(std::uint32_t state) {
+  Problem problem;
+  constexpr int columns = 16;
+  for (int i = 0; i < columns; ++i) problem.addVariable(0, 1);
+  for (int row = 0; row < 2; ++row) {
+    std::vector<int> weights;
+    int sum = 0;
+    for (int i = 0; i < columns; ++i) {
+      state = state * 1664525U + 1013904223U;
+      weights.push_back(static_cast<int>(state >> 25U));
+      if (i % 2 == 0) sum += weights.back();
+    }
+    problem.addEquation(weights, sum);
+  }
+  return problem;
+}
+
+TEST(LibraryThreads, ReduceLatticesAtTheSameTime) {
+  const auto search = [](std::uint32_t seed) {
+    return Search(splitOf(seed)).set("sol", 5).set("iters", 20).set("prove", 0).run();
+  };
+  auto other = std::async(std::launch::async, search, 1U);
+  EXPECT_FALSE(search(2).solutions.empty());
+  EXPECT_FALSE(other.get().solutions.empty());
+}
+
 TEST(LibraryThreads, RefuseBadInputEachByItself) {
   const auto refused = [] {
     int count = 0;
