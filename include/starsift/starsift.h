@@ -331,6 +331,8 @@ class [[gnu::visibility("default")]] Search {
     /// What is proved concerns the solutions that hold exactly; there may be others that satisfy
     /// equations within their tolerance only.
     bool isExactOnly = false;
+    /// There are solutions with less and less target norm, without end.
+    bool isUnbounded = false;
     /// What the command says of it.
     std::string verdict;
     /// Each point once, the best first.

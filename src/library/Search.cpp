@@ -106,6 +106,7 @@ Result resultOf(SearchEnd end, const SearchResult& found) {
   result.end = endOf(end);
   result.proof = proofOf(found.decided.proof);
   result.isExactOnly = found.decided.isComplete() && !found.equationsAreExact;
+  result.isUnbounded = found.decided.undecided == Undecided::unbounded;
   result.verdict = withoutLineEnd(std::move(verdict).str());
   result.count = std::max(found.decided.count, static_cast<std::uint64_t>(found.solutions));
   if (found.decided.proof == Proof::allFound) result.count = found.decided.count;

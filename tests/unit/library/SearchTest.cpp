@@ -107,6 +107,17 @@ TEST(LibrarySearch, ProvesThatThereIsNone) {
   EXPECT_TRUE(result.solutions.empty());
 }
 
+TEST(LibrarySearch, SaysThatThereIsNoBest) {
+  Problem problem;
+  for (int i = 0; i < 2; ++i) problem.addVariable(0, "inf");
+  problem.addEquation({1, -1}, 3);
+  problem.maximise({1, 1});
+  const Search::Result result = Search(problem).run();
+  EXPECT_TRUE(result.isUnbounded);
+  EXPECT_EQ(result.proof, Proof::none);
+  EXPECT_FALSE(result.solutions.empty());
+}
+
 TEST(LibrarySearch, TakesAReportThatProvesItForAnAnswer) {
   Problem problem;
   for (int i = 0; i < 2; ++i) problem.addVariable(0, 5);
