@@ -183,6 +183,28 @@ function(starsift_add_library)
     FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT development)
 endfunction()
 
+# starsift_add_python()
+#
+# The package starsift for Python in python/starsift/, over the shared library: build/<tree>/python
+# holds it complete, for the tests.
+function(starsift_add_python)
+  pybind11_add_module(starsift_python MODULE NO_EXTRAS "${PROJECT_SOURCE_DIR}/python/module.cpp")
+  set(package "${PROJECT_BINARY_DIR}/python/starsift")
+  set(place "lib/python3/dist-packages")
+  set_target_properties(starsift_python PROPERTIES
+    OUTPUT_NAME _starsift
+    LIBRARY_OUTPUT_DIRECTORY "${package}"
+    # From the package to the library, wherever both are installed.
+    INSTALL_RPATH "$ORIGIN/../../../../${CMAKE_INSTALL_LIBDIR}")
+  target_link_libraries(starsift_python PRIVATE starsift_library)
+  foreach(file IN ITEMS __init__.py _starsift.pyi py.typed)
+    configure_file("${PROJECT_SOURCE_DIR}/python/starsift/${file}" "${package}/${file}" COPYONLY)
+    install(FILES "${PROJECT_SOURCE_DIR}/python/starsift/${file}"
+      DESTINATION "${place}/starsift" COMPONENT python)
+  endforeach()
+  install(TARGETS starsift_python LIBRARY DESTINATION "${place}/starsift" COMPONENT python)
+endfunction()
+
 # starsift_add_header_check()
 #
 # The target headers_alone compiles each header of src/ with nothing before it. A

@@ -14,6 +14,12 @@ if(STARSIFT_FLOORS)
 endif()
 install(TARGETS starsift_all EXPORT starsift)
 
+# The extension module is of the interpreter that it was built with, its package of that of Debian.
+set(packages runtime library development)
+if(TARGET starsift_python)
+  list(APPEND packages python)
+endif()
+
 # Component runtime is the Debian package of the commands.
 foreach(program IN ITEMS starsift_program starseek_program starport_program)
   if(TARGET ${program})
@@ -33,6 +39,10 @@ install(FILES LICENSE RENAME copyright
   DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${library_package}" COMPONENT library)
 install(FILES LICENSE RENAME copyright
   DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/libstarsift-dev" COMPONENT development)
+if(TARGET starsift_python)
+  install(FILES LICENSE RENAME copyright
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/python3-starsift" COMPONENT python)
+endif()
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/starsift")
 install(EXPORT starsift NAMESPACE starsift:: FILE starsiftTargets.cmake
@@ -76,7 +86,7 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_CONTACT "The starsift developers <starsift@localhost>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
-set(CPACK_COMPONENTS_ALL runtime library development)
+set(CPACK_COMPONENTS_ALL ${packages})
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME starsift)
 set(CPACK_DEBIAN_RUNTIME_FILE_NAME DEB-DEFAULT)
@@ -94,6 +104,15 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
   "${library_package} (= ${PROJECT_VERSION}), libgmp-dev, libacl1-dev")
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "Exact checks of and searches for solutions of integer linear problems: header, CMake package and static libraries")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-starsift)
+set(CPACK_DEBIAN_PYTHON_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+math(EXPR python_after "${Python3_VERSION_MINOR} + 1")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+  "${library_package} (= ${PROJECT_VERSION}), python3 (>= 3.${Python3_VERSION_MINOR}), python3 (<< 3.${python_after})")
+set(CPACK_COMPONENT_PYTHON_DESCRIPTION "Exact checks of and searches for solutions of integer linear problems: Python package")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# Where dpkg-shlibdeps finds the shared library of another package of this build.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${PROJECT_BINARY_DIR}")
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 include(CPack)

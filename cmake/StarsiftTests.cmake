@@ -209,5 +209,8 @@ if(NOT STARSIFT_SANITIZE AND NOT STARSIFT_COVERAGE)
   starsift_add_script_test(readme ${python} tools/check-readme ${program})
   starsift_add_script_test(models-guide ${python} tools/check-readme ${program} docs/models.md)
   starsift_add_script_test(library-guide ${python} tools/check-readme ${program} docs/library.md)
+  starsift_add_script_test(python_package ${python} tests/python/test_starsift.py)
+  set_tests_properties(python_package PROPERTIES
+    ENVIRONMENT "PYTHONPATH=${PROJECT_BINARY_DIR}/python")
   starsift_add_script_test(tools ${python} -m unittest discover -s tests/tools -p "test_*.py")
 endif()
