@@ -51,11 +51,11 @@ def _text(value: Any) -> str:
     if isinstance(value, str):
         return value
     if isinstance(value, Fraction):
-        return f"{value.numerator}/{value.denominator}"
+        return f"{_digits(value.numerator)}/{_digits(value.denominator)}"
     if isinstance(value, bool):
         raise TypeError("a truth value is not a number")
     try:
-        return str(operator.index(value))
+        return _digits(operator.index(value))
     except TypeError:
         pass
     if isinstance(value, Decimal) and value.is_finite():
@@ -68,6 +68,18 @@ def _text(value: Any) -> str:
         _warn_of_floats()
         return _text(Fraction(value))
     raise TypeError(f"not an exact number: {value!r}")
+
+
+#: Python refuses to read or write longer integers as text, but Decimal doesn't.
+_SHORT_DIGITS = 600
+
+
+def _digits(value: int) -> str:
+    return str(value) if value.bit_length() < 3 * _SHORT_DIGITS else format(Decimal(value), "f")
+
+
+def _integer(text: str) -> int:
+    return int(text) if len(text) < _SHORT_DIGITS else int(Decimal(text))
 
 
 _has_warned = False
@@ -91,7 +103,9 @@ def _number(text: str) -> Any:
     """
     if text.endswith("inf"):
         return math.inf if text == "inf" else -math.inf
-    return Fraction(text) if "/" in text else int(text)
+    if "/" in text:
+        return Fraction(*map(_integer, text.split("/")))
+    return _integer(text)
 
 
 def _numbers(texts: Iterable[str]) -> list:
@@ -397,6 +411,9 @@ class Problem:
         copy = Problem()
         copy._inner = _starsift.Problem(self._inner)
         return copy
+
+    def __deepcopy__(self, _memo: dict) -> Problem:
+        return self.__copy__()
 
     def __repr__(self) -> str:
         return (

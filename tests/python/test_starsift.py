@@ -1,13 +1,17 @@
 """The package starsift: numbers of every kind, searches in threads, and how they end."""
 
+import copy
 import decimal
 import doctest
 import math
 import os
 import pathlib
 import signal
+import sys
 import threading
+import types
 import unittest
+import unittest.mock
 import warnings
 from concurrent.futures import ThreadPoolExecutor
 from fractions import Fraction
@@ -43,6 +47,13 @@ class Numbers(unittest.TestCase):
 
     def test_integers_of_any_size(self):
         self.assertEqual(self.row_of(10**40), f"[ [ {10**40} ]")
+
+    def test_integers_beyond_what_python_reads_as_text(self):
+        large = 7 * 10**5000 + 1
+        problem = starsift.Problem(lower=[0], upper=[math.inf], Ag=[[1]], bg=[large])
+        self.assertTrue(problem.check([[large]])[0].is_right)
+        amount = problem.check([[Fraction(1, large)]])[0].violations[0].amount
+        self.assertEqual(amount, large - Fraction(1, large))
 
     def test_fractions_and_decimals(self):
         self.assertEqual(self.row_of(Fraction(1, 3)), "[ [ 1/3 ]")
@@ -86,6 +97,12 @@ class Problems(unittest.TestCase):
     def test_lists_of_different_lengths(self):
         with self.assertRaisesRegex(starsift.Error, "lists of different lengths: Ag 2, bg 1, qg 1"):
             starsift.Problem(lower=[0, 0], upper=[1, 1], Ag=[[1, 1], [1, 2]], bg=[1])
+
+    def test_copies_are_their_own(self):
+        problem = sums_to(4)
+        for copied in (copy.copy(problem), copy.deepcopy(problem)):
+            copied.add_variable(0, 1)
+            self.assertEqual((problem.variable_count, copied.variable_count), (2, 3))
 
     def test_a_file(self):
         problem = starsift.read(ROOT / "examples/knapsack/knapsack.opt")
@@ -136,6 +153,17 @@ class Searches(unittest.TestCase):
         page = sums_to(4).search(sol=0)._repr_html_()
         self.assertEqual(page.count("<tr>"), 4)
         self.assertIn("All 3 solutions", page)
+
+    def test_a_frame_has_exact_numbers_by_the_names_of_their_columns(self):
+        pandas = types.ModuleType("pandas")
+        pandas.DataFrame = lambda rows, dtype: (rows, dtype)
+        with unittest.mock.patch.dict(sys.modules, pandas=pandas):
+            rows, dtype = sums_to(2).search(sol=0).to_pandas()
+        self.assertIs(dtype, object)
+        self.assertCountEqual(rows, [
+            {"target norm": 0, "slack norm": 0, "x1": 0, "x2": 1},
+            {"target norm": 0, "slack norm": 0, "x1": 2, "x2": 0},
+        ])
 
     def test_an_unknown_option(self):
         with self.assertRaisesRegex(starsift.Error, "Malformed parameter: soll=1"):
