@@ -1,15 +1,18 @@
-// The extension module of the package starsift: numbers cross the border as texts, which the
-// package makes of the numbers of Python and back.
+// The extension module of the package starsift: numbers cross the border as machine integers or as
+// texts, which the package makes of the numbers of Python and back.
 #include <pybind11/functional.h>
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
 #include <starsift/starsift.h>
 
+#include <cstdint>
 #include <map>
 #include <optional>
+#include <span>
 #include <stop_token>
 #include <string>
 #include <utility>
+#include <variant>
 #include <vector>
 
 namespace py = pybind11;
@@ -30,14 +33,20 @@ std::vector<Number> numbers(const Texts& texts) {
   return {texts.begin(), texts.end()};
 }
 
-Texts texts(const std::vector<Number>& numbers) {
-  Texts result;
-  for (const Number& number : numbers) result.push_back(number.text());
-  return result;
+/// An int, or the text of a number that is no machine integer.
+py::object given(const Number& number) {
+  if (const auto integer = number.toInt64()) return py::int_(*integer);
+  return py::str(number.text());
 }
 
-std::optional<std::string> text(const std::optional<Number>& number) {
-  return number ? std::optional(number->text()) : std::nullopt;
+py::object given(const std::optional<Number>& number) {
+  return number ? given(*number) : py::none();
+}
+
+py::list given(const std::vector<Number>& numbers) {
+  py::list result;
+  for (const Number& number : numbers) result.append(given(number));
+  return result;
 }
 
 Row rowOf(const Terms& given) {
@@ -46,12 +55,44 @@ Row rowOf(const Terms& given) {
   return Row::sparse(terms);
 }
 
-std::vector<Verdict> check(const Problem& problem, const std::vector<Texts>& points) {
-  std::vector<std::vector<Number>> exact;
-  exact.reserve(points.size());
-  for (const Texts& point : points) exact.push_back(numbers(point));
+using Integers = std::vector<std::int64_t>;
+using Point = std::variant<Integers, std::vector<Number>>;
+
+/// The components, if all of them are plain machine integers.
+std::optional<Integers> integers(const py::sequence& point) {
+  Integers result;
+  result.reserve(point.size());
+  for (const py::handle component : point) {
+    int overflow = 0;
+    if (PyLong_CheckExact(component.ptr()) == 0) return std::nullopt;
+    result.push_back(PyLong_AsLongLongAndOverflow(component.ptr(), &overflow));
+    if (overflow != 0) return std::nullopt;
+  }
+  return result;
+}
+
+/// `text` makes a text of a number.
+Point pointOf(const py::sequence& point, const py::function& text) {
+  if (std::optional<Integers> plain = integers(point)) return *std::move(plain);
+  std::vector<Number> result;
+  for (const py::handle component : point) result.emplace_back(text(component).cast<std::string>());
+  return result;
+}
+
+std::vector<Verdict> check(const Problem& problem, const py::sequence& given,
+                           const py::function& text) {
+  std::vector<Point> points;
+  points.reserve(given.size());
+  for (const py::handle point : given)
+    points.push_back(pointOf(py::reinterpret_borrow<py::sequence>(point), text));
   const py::gil_scoped_release released;
-  return starsift::check(problem, exact);
+  starsift::Checker checker(problem);
+  std::vector<Verdict> verdicts;
+  verdicts.reserve(points.size());
+  for (const Point& point : points)
+    verdicts.push_back(
+        std::visit([&checker](const auto& x) { return checker.check(std::span(x)); }, point));
+  return verdicts;
 }
 
 /// What the interpreter wants during a search: its signals, and the calls of the user.
@@ -198,14 +239,14 @@ void defineResults(py::module_& module) {
       .def_property_readonly("part", partName)
       .def_readonly("index", &Violation::index)
       .def_readonly("name", &Violation::name)
-      .def_property_readonly("amount", [](const Violation& v) { return v.amount.text(); });
+      .def_property_readonly("amount", [](const Violation& v) { return given(v.amount); });
   py::class_<Verdict>(module, "Verdict")
       .def_readonly("is_solution", &Verdict::isSolution)
       .def_readonly("violations", &Verdict::violations)
       .def_property_readonly("target_values",
-                             [](const Verdict& v) { return texts(v.targetValues); })
-      .def_property_readonly("target_norm", [](const Verdict& v) { return v.targetNorm.text(); })
-      .def_property_readonly("slack_norm", [](const Verdict& v) { return v.slackNorm.text(); });
+                             [](const Verdict& v) { return given(v.targetValues); })
+      .def_property_readonly("target_norm", [](const Verdict& v) { return given(v.targetNorm); })
+      .def_property_readonly("slack_norm", [](const Verdict& v) { return given(v.slackNorm); });
   py::class_<Solution>(module, "Solution")
       .def(py::init(
           [](const Texts& x, std::int64_t seconds, std::string parameters, std::string version) {
@@ -216,11 +257,11 @@ void defineResults(py::module_& module) {
             solution.version = std::move(version);
             return solution;
           }))
-      .def_property_readonly("x", [](const Solution& s) { return texts(s.x); })
+      .def_property_readonly("x", [](const Solution& s) { return given(s.x); })
       .def_property_readonly("target_values",
-                             [](const Solution& s) { return texts(s.targetValues); })
-      .def_property_readonly("target_norm", [](const Solution& s) { return s.targetNorm.text(); })
-      .def_property_readonly("slack_norm", [](const Solution& s) { return s.slackNorm.text(); })
+                             [](const Solution& s) { return given(s.targetValues); })
+      .def_property_readonly("target_norm", [](const Solution& s) { return given(s.targetNorm); })
+      .def_property_readonly("slack_norm", [](const Solution& s) { return given(s.slackNorm); })
       .def_readonly("seconds", &Solution::seconds)
       .def_readonly("parameters", &Solution::parameters)
       .def_readonly("version", &Solution::version);
@@ -238,8 +279,8 @@ void defineResults(py::module_& module) {
       .def_readonly("verdict", &Search::Result::verdict)
       .def_readonly("solutions", &Search::Result::solutions)
       .def_readonly("count", &Search::Result::count)
-      .def_property_readonly("best", [](const Search::Result& r) { return text(r.best); })
-      .def_property_readonly("bound", [](const Search::Result& r) { return text(r.bound); })
+      .def_property_readonly("best", [](const Search::Result& r) { return given(r.best); })
+      .def_property_readonly("bound", [](const Search::Result& r) { return given(r.bound); })
       .def_readonly("nodes", &Search::Result::nodes)
       .def_readonly("passes", &Search::Result::passes)
       .def_readonly("seconds", &Search::Result::seconds)

@@ -95,12 +95,14 @@ def _warn_of_floats() -> None:
         )
 
 
-def _number(text: str) -> Any:
-    """An int, a Fraction, or an infinity.
+def _number(text: int | str) -> Any:
+    """An int, a Fraction, or an infinity, of what the extension module gives.
 
     >>> _number("-12"), _number("7/2"), _number("inf")
     (-12, Fraction(7, 2), inf)
     """
+    if isinstance(text, int):
+        return text
     if text.endswith("inf"):
         return math.inf if text == "inf" else -math.inf
     if "/" in text:
@@ -108,7 +110,7 @@ def _number(text: str) -> Any:
     return _integer(text)
 
 
-def _numbers(texts: Iterable[str]) -> list:
+def _numbers(texts: Iterable[int | str]) -> list:
     return [_number(text) for text in texts]
 
 
@@ -361,8 +363,8 @@ class Problem:
         >>> [verdict.is_right for verdict in problem.check([[1], [2], ["5/2"]])]
         [False, True, False]
         """
-        texts = [[_text(component) for component in point] for point in points]
-        return [_verdict(verdict) for verdict in self._inner.check(texts)]
+        given = [point if isinstance(point, (list, tuple)) else list(point) for point in points]
+        return [_verdict(verdict) for verdict in self._inner.check(given, _text)]
 
     def search(
         self, *, time: int | None = None,

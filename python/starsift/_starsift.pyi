@@ -1,4 +1,5 @@
-# The extension module. Numbers are texts; starsift/__init__.py makes them of the numbers of Python.
+# The extension module. Numbers go in as texts, and come out as int, or as text if they are no machine
+# integers; starsift/__init__.py has the numbers of Python.
 from collections.abc import Callable, Mapping, Sequence
 
 Terms = Sequence[tuple[int, str]]
@@ -9,20 +10,20 @@ class Violation:
     part: str
     index: int
     name: str
-    amount: str
+    amount: int | str
 
 class Verdict:
     is_solution: bool
     violations: list[Violation]
-    target_values: list[str]
-    target_norm: str
-    slack_norm: str
+    target_values: list[int | str]
+    target_norm: int | str
+    slack_norm: int | str
 
 class Solution:
-    x: list[str]
-    target_values: list[str]
-    target_norm: str
-    slack_norm: str
+    x: list[int | str]
+    target_values: list[int | str]
+    target_norm: int | str
+    slack_norm: int | str
     seconds: int
     parameters: str
     version: str
@@ -45,8 +46,8 @@ class Result:
     verdict: str
     solutions: list[Solution]
     count: int
-    best: str | None
-    bound: str | None
+    best: int | str | None
+    bound: int | str | None
     nodes: int
     passes: int
     seconds: float
@@ -73,7 +74,9 @@ class Problem:
     def to_opt(self) -> str: ...
     def from_sol(self, sol: str) -> list[Solution]: ...
     def to_sol(self, solutions: Sequence[Solution]) -> str: ...
-    def check(self, points: Sequence[Sequence[str]]) -> list[Verdict]: ...
+    def check(
+        self, points: Sequence[Sequence[object]], text: Callable[[object], str]
+    ) -> list[Verdict]: ...
     def search(
         self,
         options: Mapping[str, str],

@@ -104,6 +104,17 @@ class Problems(unittest.TestCase):
             copied.add_variable(0, 1)
             self.assertEqual((problem.variable_count, copied.variable_count), (2, 3))
 
+    def test_points_of_every_kind(self):
+        problem = starsift.Problem(lower=[0, 0], upper=[2**70, 9], Au=[[1, 1]], lu=[0], ru=[2**70])
+        points = [[1, 2], (2**64, Fraction(4, 2)), numpy.array([3, 4]), iter(["5", 6])]
+        self.assertTrue(all(verdict.is_right for verdict in problem.check(points)))
+        self.assertEqual(problem.check([[2**70, 1]])[0].violations[0].amount, 1)
+        for wrong in ([[1]], [[1, 2, 3]], [["x", 1]]):
+            with self.subTest(wrong=wrong), self.assertRaises(starsift.Error):
+                problem.check(wrong)
+        with self.assertRaises(TypeError):
+            problem.check([[True, 1]])
+
     def test_a_file(self):
         problem = starsift.read(ROOT / "examples/knapsack/knapsack.opt")
         records = problem.from_sol((ROOT / "examples/knapsack/knapsack.sol").read_text())
