@@ -110,7 +110,7 @@ SearchEnd Seek::searchAll() {
 /// Each step takes a tenth of a second with some thousand variables.
 void Seek::makeNormalForm() {
   watch_.look();
-  // The sink has copied the problem as read, by which stars are judged.
+  // The store has copied the problem as read, by which stars are judged.
   rowsContradict_ = !lattice_.tightenBounds();
   watch_.look();
   lattice_.tryStandardPrecision();
