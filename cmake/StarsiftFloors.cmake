@@ -147,6 +147,64 @@ function(starsift_add_port)
   starsift_link_program(starport_program starsift_port)
 endfunction()
 
+# starsift_add_library()
+#
+# The floor src/library/: the shared library libstarsift with the public header in include/. It holds
+# what it needs of the floors below and exports the names of the header only. The sources aren't
+# compiled together, as the floor models has names of its own for what the header names.
+function(starsift_add_library)
+  set(folder "${PROJECT_SOURCE_DIR}/src/library")
+  file(GLOB sources CONFIGURE_DEPENDS "${folder}/*.cpp")
+  file(GLOB headers CONFIGURE_DEPENDS "${folder}/*.h")
+  set(names "${PROJECT_SOURCE_DIR}/cmake/libstarsift.map")
+  add_library(starsift_library SHARED ${sources})
+  add_library(starsift::library ALIAS starsift_library)
+  set_target_properties(starsift_library PROPERTIES
+    OUTPUT_NAME starsift
+    EXPORT_NAME library
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR}
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    LINK_DEPENDS "${names}")
+  set_property(GLOBAL APPEND PROPERTY STARSIFT_HEADERS ${headers})
+  set_property(GLOBAL APPEND PROPERTY STARSIFT_LIBRARIES starsift_library)
+  target_compile_features(starsift_library PUBLIC cxx_std_20)
+  target_sources(starsift_library PUBLIC
+    FILE_SET HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}/include"
+    FILES "${PROJECT_SOURCE_DIR}/include/starsift/starsift.h")
+  target_include_directories(starsift_library PRIVATE "${PROJECT_SOURCE_DIR}/src")
+  target_link_libraries(starsift_library PRIVATE starsift_app starsift_models)
+  target_link_options(starsift_library PRIVATE
+    "LINKER:--version-script=${names}" LINKER:--as-needed)
+  install(TARGETS starsift_library EXPORT starsift_library
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT library
+      NAMELINK_COMPONENT development
+    FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT development)
+endfunction()
+
+# starsift_add_python()
+#
+# The package starsift for Python in python/starsift/, over the shared library: build/<tree>/python
+# holds it complete, for the tests.
+function(starsift_add_python)
+  pybind11_add_module(starsift_python MODULE NO_EXTRAS "${PROJECT_SOURCE_DIR}/python/module.cpp")
+  set(package "${PROJECT_BINARY_DIR}/python/starsift")
+  set(place "lib/python3/dist-packages")
+  set_target_properties(starsift_python PROPERTIES
+    OUTPUT_NAME _starsift
+    LIBRARY_OUTPUT_DIRECTORY "${package}"
+    # From the package to the library, wherever both are installed.
+    INSTALL_RPATH "$ORIGIN/../../../../${CMAKE_INSTALL_LIBDIR}")
+  target_link_libraries(starsift_python PRIVATE starsift_library)
+  foreach(file IN ITEMS __init__.py _starsift.pyi py.typed)
+    configure_file("${PROJECT_SOURCE_DIR}/python/starsift/${file}" "${package}/${file}" COPYONLY)
+    install(FILES "${PROJECT_SOURCE_DIR}/python/starsift/${file}"
+      DESTINATION "${place}/starsift" COMPONENT python)
+  endforeach()
+  install(TARGETS starsift_python LIBRARY DESTINATION "${place}/starsift" COMPONENT python)
+endfunction()
+
 # starsift_add_header_check()
 #
 # The target headers_alone compiles each header of src/ with nothing before it. A

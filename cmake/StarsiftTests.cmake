@@ -96,7 +96,7 @@ function(starsift_add_gtest name folder library)
   endforeach()
 endfunction()
 
-foreach(floor IN LISTS STARSIFT_FLOORS ITEMS certificates models app)
+foreach(floor IN LISTS STARSIFT_FLOORS ITEMS certificates models app library)
   set(size)
   if(floor MATCHES "^(core|numbers|lattice|certificates|search)$")
     # Half a minute and more each under sanitizers.
@@ -108,6 +108,8 @@ endforeach()
 target_compile_definitions(unit_models PRIVATE
   STARSIFT_CORNER_FILES="${PROJECT_SOURCE_DIR}/tests/models"
   STARSIFT_SOLVER_FILES="${PROJECT_SOURCE_DIR}/tests/solutions")
+# For its classes, which the library takes without knowing them.
+target_link_libraries(unit_library PRIVATE GMP::GMP)
 # These judge bases by certificates.
 target_link_libraries(unit_lattice PRIVATE starsift_certificates)
 target_link_libraries(unit_search PRIVATE starsift_certificates)
@@ -115,6 +117,8 @@ starsift_add_gtest(property "${PROJECT_SOURCE_DIR}/tests/property" starsift_app
   SHARDS 4 COST 50)
 target_link_libraries(property PRIVATE starsift_certificates)
 starsift_add_gtest(property_models "${PROJECT_SOURCE_DIR}/tests/property/models" starsift_models
+  COST 20)
+starsift_add_gtest(property_library "${PROJECT_SOURCE_DIR}/tests/property/library" starsift_library
   COST 20)
 # Peers that read the same models; the library is for this test only.
 # The peer leaks memory and would fail for it; the corner files and corpora are read under sanitizers.
@@ -135,13 +139,23 @@ if(TARGET property_fatal)
   target_compile_definitions(property_fatal PRIVATE STARSIFT_PROBLEM_COUNT=${problem_count})
 endif()
 
+# The examples of docs/library.md.
+file(GLOB guide_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/docs/library/*.cpp")
+foreach(source IN LISTS guide_sources)
+  cmake_path(GET source STEM name)
+  add_executable(library_${name} "${source}")
+  target_link_libraries(library_${name} PRIVATE starsift_library)
+endforeach()
+
 # The tests of code that starts threads, for the thread sanitizer; the other programs run them too.
 add_executable(threads EXCLUDE_FROM_ALL
   "${PROJECT_SOURCE_DIR}/tests/unit/files/StarLinesTest.cpp"
+  "${PROJECT_SOURCE_DIR}/tests/unit/library/SearchThreadsTest.cpp"
   "${PROJECT_SOURCE_DIR}/tests/unit/search/JumpThreadsTest.cpp"
   "${PROJECT_SOURCE_DIR}/tests/unit/search/ThreadedWalkTest.cpp")
 target_include_directories(threads PRIVATE "${PROJECT_SOURCE_DIR}/tests")
-target_link_libraries(threads PRIVATE starsift_search starsift_test_support GTest::gmock_main)
+target_link_libraries(threads PRIVATE
+  starsift_search starsift_library starsift_test_support GTest::gmock_main)
 
 # starsift_add_script_test(<name> <command>...): runs in the source tree.
 function(starsift_add_script_test name)
@@ -192,7 +206,12 @@ endif()
 
 # No compiler and no sanitizer changes what these say.
 if(NOT STARSIFT_SANITIZE AND NOT STARSIFT_COVERAGE)
+  starsift_add_script_test(exports ${python} tools/check-exports $<TARGET_FILE:starsift_library>)
   starsift_add_script_test(readme ${python} tools/check-readme ${program})
   starsift_add_script_test(models-guide ${python} tools/check-readme ${program} docs/models.md)
+  starsift_add_script_test(library-guide ${python} tools/check-readme ${program} docs/library.md)
+  starsift_add_script_test(python_package ${python} tests/python/test_starsift.py)
+  set_tests_properties(python_package PROPERTIES
+    ENVIRONMENT "PYTHONPATH=${PROJECT_BINARY_DIR}/python")
   starsift_add_script_test(tools ${python} -m unittest discover -s tests/tools -p "test_*.py")
 endif()

@@ -15,7 +15,7 @@ constexpr Index shownStars = 3;
 bool DirectStars::add(const Star<QQ>& judged, bool isBest) {
   Star<QQ> star(judged);
   lattice_.signStar(star, paramsText_);
-  store_.add(star);
+  sink_.add(star);
   const bool meetsNorms = lattice_.meetsNorms(star);
   if (first_.dimension() < shownStars || isBest)
     append(first_, std::move(star));
@@ -30,7 +30,7 @@ std::optional<QQ> DirectStars::leastKnownNorm() const {
     if (!least || norm < *least) least = norm;
   };
   // A benchmark run doesn't know the stars of the file.
-  const std::optional<QQ> filed = store_.leastTargetNorm();
+  const std::optional<QQ> filed = sink_.leastTargetNorm();
   if (filed && !(lattice_.params().bench > 0)) take(*filed);
   for (const auto& star : lattice_.starsFiledAfter(0)) take(star.targetNorm);
   for (Index i = 1; i <= first_.dimension(); ++i) take(first_[i].targetNorm);

@@ -3,17 +3,17 @@
 
 #include <string>
 
-#include "app/StarStore.h"
+#include "app/SolutionSink.h"
 #include "lattice/YLattice.h"
 
 namespace starsift {
 
-/// Solutions go to the store with the data of the run, as those of the lattice do.
+/// Solutions go to the sink with the data of the run, as those of the lattice do.
 class DirectStars {
  public:
   /// The parameters of the lattice are those of the run, from now on.
-  DirectStars(const YLattice<long double>& lattice, StarStore& store)
-      : lattice_(lattice), store_(store), paramsText_(lattice.paramsText()) {}
+  DirectStars(const YLattice<long double>& lattice, SolutionSink& sink)
+      : lattice_(lattice), sink_(sink), paramsText_(lattice.paramsText()) {}
 
   /// A judged solution; `isBest` if it is better than all before it. Returns whether it reaches
   /// the norms that end the search.
@@ -31,7 +31,7 @@ class DirectStars {
 
  private:
   const YLattice<long double>& lattice_;
-  StarStore& store_;
+  SolutionSink& sink_;
   std::string paramsText_;
   Array<Star<QQ>> first_;
   Index furtherCount_ = 0;

@@ -6,7 +6,8 @@ namespace starsift {
 
 namespace {
 
-bool equationsAreExact = false;
+/// A thread searches in one problem at a time.
+thread_local bool equationsAreExact = false;
 
 /// A report on bounds of variables as read, or on an inequation as read that only infinity
 /// satisfies: neither depends on equations. Narrowed bounds are never empty.

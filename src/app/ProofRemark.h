@@ -10,7 +10,7 @@
 namespace starsift {
 
 /// Sets whether all points that satisfy the equations of the problem within the tolerance
-/// satisfy them exactly (see Exactness.h); initially false.
+/// satisfy them exactly (see Exactness.h); initially false. For the calling thread.
 void setEquationsExact(bool exact);
 
 /// What a fatal message proves.

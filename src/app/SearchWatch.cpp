@@ -49,8 +49,10 @@ void SearchWatch::lookFromLattice() {
 }
 
 void SearchWatch::look() {
-  if (store_ != nullptr && store_->isDue(lattice_)) store_->trySave(lattice_);
+  if (sink_ != nullptr && sink_->isDue(lattice_)) sink_->trySave(lattice_);
   if (interrupted() != 0) throw SearchEnded(SearchEnd::interrupt);
+  if (listener_ != nullptr && listener_->looked(*this) == Step::stop)
+    throw SearchEnded(SearchEnd::interrupt);
   const auto now = StatusLine::Clock::now();
   if (timeLimit_ > 0 && now - start_ >= std::chrono::duration<long double>(timeLimit_))
     throw SearchEnded(SearchEnd::time);
@@ -79,12 +81,17 @@ void SearchWatch::showTree(double share, std::uint64_t nodes, Index solutions) {
   tree_->solutions = solutions;
 }
 
+std::optional<TreeProgress> SearchWatch::tree() const {
+  if (!tree_) return std::nullopt;
+  TreeProgress progress = tree_->progress;
+  progress.seconds = std::chrono::duration<double>(StatusLine::Clock::now() - tree_->start).count();
+  return progress;
+}
+
 std::string SearchWatch::status(StatusLine::Clock::time_point now) const {
   std::ostringstream text;
   if (tree_) {
-    TreeProgress progress = tree_->progress;
-    progress.seconds = std::chrono::duration<double>(now - tree_->start).count();
-    text << treeStatus(progress) << ", " << lattice_.solutionCount() + tree_->solutions
+    text << treeStatus(*tree()) << ", " << lattice_.solutionCount() + tree_->solutions
          << " solutions, " << std::chrono::duration_cast<std::chrono::seconds>(now - start_).count()
          << " s";
     return text.str();

@@ -9,10 +9,11 @@
 #include <string>
 #include <utility>
 
-#include "app/StarStore.h"
+#include "app/SolutionSink.h"
 #include "app/StatusLine.h"
 #include "app/TreeStatus.h"
 #include "lattice/YLattice.h"
+#include "search/enumeration/Enumeration.h"
 #include "system/Exceptions.h"
 
 namespace starsift {
@@ -43,6 +44,22 @@ class SearchEnded : public GeneralException {
   SearchEnd reason_;
 };
 
+class SearchWatch;
+
+/// Who else looks at a search.
+class SearchListener {
+ public:
+  virtual ~SearchListener() = default;
+
+  /// Called at each look. Stopping ends the search as a signal does.
+  virtual Step looked(const SearchWatch& watch) = 0;
+
+ protected:
+  SearchListener() = default;
+  SearchListener(const SearchListener&) = default;
+  SearchListener& operator=(const SearchListener&) = default;
+};
+
 /// Is notified before each step of a reduction.
 class SearchWatch : public ReductionObserver {
  public:
@@ -50,8 +67,11 @@ class SearchWatch : public ReductionObserver {
   SearchWatch(YLattice<long double>& lattice, StatusLine& line, StatusLine::Clock::time_point start)
       : lattice_(lattice), line_(line), start_(start) {}
 
-  /// Sets the store in which solutions are saved as they are found.
-  void setStore(StarStore& store) { store_ = &store; }
+  /// Sets the sink that takes solutions as they are found.
+  void setSink(SolutionSink& sink) { sink_ = &sink; }
+
+  /// Sets who is called at each look.
+  void setListener(SearchListener& listener) { listener_ = &listener; }
 
   /// Seconds from the start of the process; no limit if 0 or negative.
   void setTimeLimit(long seconds) { timeLimit_ = seconds; }
@@ -66,15 +86,15 @@ class SearchWatch : public ReductionObserver {
   /// Calls look().
   void onPreparation() override { lookFromLattice(); }
 
-  /// Saves new solutions, redraws the line if it is due, and throws SearchEnded if a signal came
-  /// or the time is over.
+  /// Saves new solutions, redraws the line if it is due, and throws SearchEnded if a signal came,
+  /// the time is over or the listener stops it.
   void look();
 
   /// Calls look() where nothing may be thrown. Returns what ends the search, if something does.
   std::optional<SearchEnd> endFound();
 
   /// There are solutions that wait for the end of a pause between two saves.
-  bool hasUnsaved() const { return store_ != nullptr && store_->hasNews(lattice_); }
+  bool hasUnsaved() const { return sink_ != nullptr && sink_->hasNews(lattice_); }
 
   /// Seconds until the time limit, at least 0; empty without a limit.
   std::optional<std::chrono::duration<double>> timeLeft() const;
@@ -83,6 +103,8 @@ class SearchWatch : public ReductionObserver {
   /// nodes, and the number of solutions that it has found.
   void showTree(double share, std::uint64_t nodes, Index solutions);
   void hideTree() { tree_.reset(); }
+  /// What showTree() was told of the tree that is walked; empty while there is none.
+  std::optional<TreeProgress> tree() const;
 
   /// To be called before and after each pass of the search itself.
   void beginPass() { ++passes_; }
@@ -103,7 +125,8 @@ class SearchWatch : public ReductionObserver {
 
   YLattice<long double>& lattice_;
   StatusLine& line_;
-  StarStore* store_ = nullptr;
+  SolutionSink* sink_ = nullptr;
+  SearchListener* listener_ = nullptr;
   std::function<void()> beside_;
   StatusLine::Clock::time_point start_;
   long timeLimit_ = 0;

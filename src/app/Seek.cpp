@@ -1,10 +1,11 @@
 #include "app/Seek.h"
 
 #include <algorithm>
-#include <iostream>
+#include <ostream>
 #include <string_view>
 
 #include "app/ProofRemark.h"
+#include "app/StarStore.h"
 #include "search/SearchPass.h"
 #include "system/Console.h"
 #include "system/Failure.h"
@@ -60,18 +61,9 @@ Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, const SeekOptions
 
 SearchEnd Seek::run() {
   lattice_.readOpt();
-  equationsAreExact_ = lattice_.equationsHoldExactly();
-  setEquationsExact(equationsAreExact_);
-  limited_ = isLimited(lattice_);
   StarStore store(lattice_);
   store.tellIfReadOnly();
-  watch_.setStore(store);
-  stars_.emplace(lattice_, store);
-  decide_.emplace(lattice_, watch_, *stars_, options_);
-  jump_.emplace(lattice_, decide_->problem(), watch_, *stars_, decide_->wantsBest(),
-                decide_->threads());
-  lattice_.beginSearch(watch_, watch_.elapsed());
-  const SearchEnd end = search();
+  const SearchEnd end = search(store);
   starsFiled_ = store.save(lattice_);
   conclude(end);
   writeStatistics(end);
@@ -85,7 +77,21 @@ SearchEnd Seek::run() {
   return end;
 }
 
-SearchEnd Seek::search() {
+SearchEnd Seek::search(SolutionSink& sink) {
+  sink_ = &sink;
+  equationsAreExact_ = lattice_.equationsHoldExactly();
+  setEquationsExact(equationsAreExact_);
+  limited_ = isLimited(lattice_);
+  watch_.setSink(sink);
+  stars_.emplace(lattice_, sink);
+  decide_.emplace(lattice_, watch_, *stars_, options_);
+  jump_.emplace(lattice_, decide_->problem(), watch_, *stars_, decide_->wantsBest(),
+                decide_->threads());
+  lattice_.beginSearch(watch_, watch_.elapsed());
+  return searchAll();
+}
+
+SearchEnd Seek::searchAll() {
   try {
     makeNormalForm();
     if (options_.count)
@@ -95,7 +101,7 @@ SearchEnd Seek::search() {
   } catch (const SearchEnded& ended) {
     return ended.reason();
   } catch (const PrecisionException& exception) {
-    std::cerr << "\n*** " << exception.message() << endLine();
+    remarkStream() << "\n*** " << exception.message() << endLine();
     stampOutputTime();
     return SearchEnd::overflow;
   }
@@ -186,7 +192,8 @@ void Seek::restartLattice() {
   if (!limited_ && fruitless_ == fruitlessRestarts) throw SearchEnded(SearchEnd::fruitless);
   ++fruitless_;
   // The next lattice is made from the problem, so the file of this one can be skipped.
-  if (latticePace_.isDue(SavePace::Clock::now()) && !watch_.hasUnsaved()) saveLattice();
+  if (sink_->keepsLattices() && latticePace_.isDue(SavePace::Clock::now()) && !watch_.hasUnsaved())
+    saveLattice();
   try {
     lattice_.restartHandling(Outcome::unfinished);
   } catch (const RestartException&) {
@@ -224,7 +231,7 @@ void Seek::saveLastLattice(SearchEnd end) {
 /// were found without it.
 void Seek::writeStatus() {
   if (stars_->count() == 0) return lattice_.restartHandling(Outcome::finished);
-  std::cout << lattice_.statusText(stars_->first(), stars_->furtherCount()) << endLine();
+  reportStream() << lattice_.statusText(stars_->first(), stars_->furtherCount()) << endLine();
   stampOutputTime();
 }
 
@@ -236,14 +243,14 @@ void Seek::writeStatistics(SearchEnd end) {
   stampOutputTime();
 }
 
-SearchResult Seek::result(const StarStore& store, bool anyStars) const {
+SearchResult Seek::result(const SolutionSink& sink, bool anyStars) const {
   SearchResult result;
   result.decided = decide_->result();
   result.equationsAreExact = equationsAreExact_;
   result.hasTargets = lattice_.hasTargets();
   result.hasStars = anyStars;
   result.solutions = solutionCount();
-  if (result.hasTargets) result.best = store.leastTargetNorm();
+  if (result.hasTargets) result.best = sink.leastTargetNorm();
   result.passes = watch_.passes();
   result.seed = lattice_.seed();
   result.seconds = std::chrono::duration<double>(watch_.elapsed()).count();

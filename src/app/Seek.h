@@ -11,7 +11,7 @@
 #include "app/SavePace.h"
 #include "app/SearchWatch.h"
 #include "app/SeekArguments.h"
-#include "app/StarStore.h"
+#include "app/SolutionSink.h"
 #include "app/Verdict.h"
 #include "lattice/YLattice.h"
 
@@ -34,11 +34,17 @@ class Seek {
   /// Reads problem and stars, searches, and writes the results.
   SearchEnd run();
 
+  /// The search alone: in the problem that the exact lattice has as read. Solutions go to `sink`.
+  SearchEnd search(SolutionSink& sink);
+
+  /// What the search has found and proved, by the stars in `sink`.
+  SearchResult result(const SolutionSink& sink, bool anyStars) const;
+
   /// All solutions that run() has found are in the solution file.
   bool starsFiled() const { return starsFiled_; }
 
  private:
-  SearchEnd search();
+  SearchEnd searchAll();
   void makeNormalForm();
   void searchLattices();
   void decide();
@@ -54,14 +60,14 @@ class Seek {
   Index solutionCount() const;
   void writeStatus();
   void writeStatistics(SearchEnd end);
-  SearchResult result(const StarStore& store, bool anyStars) const;
   bool isOver() const;
 
   YLattice<long double>& lattice_;
   SearchWatch& watch_;
   SeekOptions options_;
   std::ostream& report_;
-  /// During run().
+  /// During search().
+  SolutionSink* sink_ = nullptr;
   std::optional<DirectStars> stars_;
   std::optional<Decide> decide_;
   std::optional<Jump> jump_;

@@ -9,6 +9,7 @@
 #include "app/RescueFile.h"
 #include "app/SavePace.h"
 #include "app/SolutionLock.h"
+#include "app/SolutionSink.h"
 #include "files/YSolutionFile.h"
 #include "lattice/YLattice.h"
 
@@ -24,7 +25,7 @@ namespace starsift {
 /// its form is fatal, it stays unchanged, and the stars are in a file beside it (see RescueFile.h).
 ///
 /// The written file is in the canonical form of starsift, by the same steps.
-class StarStore {
+class StarStore : public SolutionSink {
  public:
   using Clock = SavePace::Clock;
 
@@ -34,19 +35,19 @@ class StarStore {
                      std::function<Clock::time_point()> now = Clock::now);
   StarStore(const StarStore&) = delete;
   StarStore& operator=(const StarStore&) = delete;
-  ~StarStore();
+  ~StarStore() override;
 
   /// The search has filed solutions that are not in the file yet.
-  bool hasNews(const YLattice<long double>& search) const;
+  bool hasNews(const YLattice<long double>& search) const override;
   /// The same, and the pause after the last write is over (see SavePace.h).
-  bool isDue(const YLattice<long double>& search) const;
+  bool isDue(const YLattice<long double>& search) const override;
 
   /// Says on the error stream that the file can't be written, if that shows before the search.
   void tellIfReadOnly() const;
 
   /// Adds the new solutions of the search and writes the file, unless others hold its lock or it
   /// can't be written: a word about that comes once, and the solutions stay unsaved for now.
-  void trySave(const YLattice<long double>& search);
+  void trySave(const YLattice<long double>& search) override;
   /// Adds the new solutions of the search and writes the file; waits for its lock. If the file
   /// can't be had or written, solutions of this search that aren't in it go to a file of their
   /// own (see RescueFile.h), or stay in memory for the report, with a word. Returns whether all
@@ -58,9 +59,10 @@ class StarStore {
   static void secureUnsaved();
 
   /// Adds a judged star, found without the lattice, to the news.
-  void add(const Star<QQ>& star);
+  void add(const Star<QQ>& star) override;
   /// The least target norm of the stars that were saved or read; empty without stars.
-  std::optional<QQ> leastTargetNorm() const { return stars_.leastTargetNorm(); }
+  std::optional<QQ> leastTargetNorm() const override { return stars_.leastTargetNorm(); }
+  bool keepsLattices() const override { return true; }
 
   /// Reports all stars, one for each point. Returns whether there are any.
   bool report(std::ostream& stream);

@@ -5,7 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <iostream>
+#include <ostream>
 #include <utility>
 
 #include "files/AccessRights.h"
@@ -72,8 +72,8 @@ bool isRefusal(int error) {
 }
 
 void reportNarrowedRights(const std::string& path) {
-  std::cerr << "*** The access list of " << path
-            << " could not be copied: only its owner may access it now" << endLine();
+  remarkStream() << "*** The access list of " << path
+                 << " could not be copied: only its owner may access it now" << endLine();
   stampOutputTime();
 }
 

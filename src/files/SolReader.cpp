@@ -39,10 +39,8 @@ class BareRecords {
 
 /// See readStars and readStarsExactly.
 template <class T, class Number>
-bool readAll(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& stars, bool peek) {
-  const std::optional<InputText> text = readSolText(path);
-  if (!text) return false;
-  TextCursor source(text->view());
+bool readAll(std::string_view text, const Vanu<T>& problem, Array<Star<T>>& stars, bool peek) {
+  TextCursor source(text);
   RecordReader<T, Number> reader;
   BareRecords<T, Number> bareRecords(problem);
   Array<Star<T>> found;
@@ -59,6 +57,13 @@ bool readAll(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& st
   const bool any = found.isSet();
   appendStars(stars, std::move(found));
   return any;
+}
+
+/// The same for the text of a file, if there is one.
+template <class T, class Number>
+bool readFile(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& stars, bool peek) {
+  const std::optional<InputText> text = readSolText(path);
+  return text && readAll<T, Number>(text->view(), problem, stars, peek);
 }
 
 }  // namespace
@@ -80,13 +85,19 @@ bool readStar(Star<T>& star, TextCursor& source) {
 
 template <class T>
 bool readStars(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& stars, bool peek) {
-  return readAll<T, T>(path, problem, stars, peek);
+  return readFile<T, T>(path, problem, stars, peek);
 }
 
 template <class T>
 bool readStarsExactly(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& stars,
                       bool peek) {
-  return readAll<T, QQ>(path, problem, stars, peek);
+  return readFile<T, QQ>(path, problem, stars, peek);
+}
+
+Array<Star<QQ>> readStarsOf(const std::string& text, const Vanu<QQ>& problem) {
+  Array<Star<QQ>> stars;
+  readAll<QQ, QQ>(text, problem, stars, false);
+  return stars;
 }
 
 template bool readStar(Star<long double>&, TextCursor&);

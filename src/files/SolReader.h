@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 
+#include "numbers/QQ.h"
 #include "problem/Vanu.h"
 #include "stars/Star.h"
 #include "text/InputText.h"
@@ -41,6 +42,9 @@ bool readStars(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& 
 template <class T>
 bool readStarsExactly(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& stars,
                       bool peek);
+
+/// The stars of a text, each number a rational; as readStars() without `peek`.
+Array<Star<QQ>> readStarsOf(const std::string& text, const Vanu<QQ>& problem);
 
 extern template bool readStar(Star<long double>&, TextCursor&);
 extern template bool readStars(const std::string&, const Vanu<long double>&,

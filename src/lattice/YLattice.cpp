@@ -1,12 +1,13 @@
 #include "lattice/YLattice.h"
 
 #include <ctime>
-#include <iostream>
+#include <ostream>
 #include <utility>
 
 #include "numbers/Conversion.h"
 #include "params/ParamArguments.h"
 #include "problem/Exactness.h"
+#include "system/Console.h"
 
 namespace starsift {
 
@@ -31,12 +32,12 @@ class OutputOn {
 }  // namespace
 
 void SwitchReports::say(long verb, const char* message) {
-  if (verb >= reportingLevel) report(std::cout, message);
+  if (verb >= reportingLevel) report(reportStream(), message);
 }
 
 void SwitchReports::closeBlock(long verb) {
   if (verb < reportingLevel) return;
-  std::cout << endLine() << closeStamp(true);
+  reportStream() << endLine() << closeStamp(true);
   stampOutputTime();
 }
 
@@ -123,6 +124,12 @@ void YLattice<R>::setFileNames(const std::string& path) {
 template <class R>
 void YLattice<R>::readOpt() {
   exact().file.readProblem();
+  exact().optOriginal = Vanu<QQ>();
+}
+
+template <class R>
+void YLattice<R>::takeProblem(const Vanu<QQ>& problem) {
+  exact().file.editProblem() = problem;
   exact().optOriginal = Vanu<QQ>();
 }
 

@@ -89,6 +89,8 @@ class YLattice {
 
   /// Reads the problem: the numbers of a file are rationals. Fatal if it can't be read.
   void readOpt();
+  /// The same for a problem in memory, which is as a reader gives it.
+  void takeProblem(const Vanu<QQ>& problem);
   /// Every point that satisfies the equations of the problem as read within the tolerance
   /// satisfies them exactly: see Exactness.h.
   bool equationsHoldExactly() const;

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "system/HostedCall.h"
+
 namespace starsift {
 
 template <class T>
@@ -29,13 +31,15 @@ MutexType<T>& MutexType<T>::operator=(MutexType&& other) noexcept = default;
 
 template <class T>
 T MutexType<T>::get() const {
-  const SemaphoreHold hold(lock());
+  std::optional<SemaphoreHold> hold;
+  take(hold);
   return value_;
 }
 
 template <class T>
 void MutexType<T>::set(T value) {
-  const SemaphoreHold hold(lock());
+  std::optional<SemaphoreHold> hold;
+  take(hold);
   value_ = std::move(value);
 }
 
@@ -62,9 +66,11 @@ std::istream& MutexType<T>::read(std::istream& stream) {
 }
 
 template <class T>
-NamedSemaphore& MutexType<T>::lock() const {
+void MutexType<T>::take(std::optional<SemaphoreHold>& hold) const {
+  // The value belongs to one thread, and names of semaphores would be seen outside of the host.
+  if (HostedCall::isUnderWay()) return;
   if (!lock_) lock_ = std::make_unique<NamedSemaphore>();
-  return *lock_;
+  hold.emplace(*lock_);
 }
 
 MainMutexVars::MainMutexVars() {

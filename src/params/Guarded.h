@@ -4,10 +4,12 @@
 // A lock is created on the first access: most guarded values of a run are never
 // accessed, and creating a named semaphore costs more than the rest of the
 // construction. A value without a lock has never been accessed, so it is copied
-// without one. If the lock exists, copying waits on it like any other access.
+// without one. If the lock exists, copying waits on it like any other access. During a
+// HostedCall values belong to one thread and have no lock.
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "core/Map.h"
@@ -44,7 +46,7 @@ class MutexType : public Serializable {
   std::string lockName() const { return lock_ ? lock_->name() : std::string(); }
 
  private:
-  NamedSemaphore& lock() const;
+  void take(std::optional<SemaphoreHold>& hold) const;
 
   mutable std::unique_ptr<NamedSemaphore> lock_;
   T value_;

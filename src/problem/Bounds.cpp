@@ -1,6 +1,6 @@
 #include "problem/Bounds.h"
 
-#include <iostream>
+#include <ostream>
 
 #include "numbers/ExactArithmetic.h"
 #include "numbers/VectorQQ.h"
@@ -168,7 +168,7 @@ void swapHalfFreeVariables(Vanu<T>& problem, bool verbose) {
     problem.fd[j] = FreedomDegree::rightFree;
     problem.swappedVars.resize(problem.swappedVars.dimension() + 1, true);
     problem.swappedVars[problem.swappedVars.dimension()] = j;
-    if (verbose) report(std::cout, "Swapped half-free variable detected");
+    if (verbose) report(reportStream(), "Swapped half-free variable detected");
   }
 }
 

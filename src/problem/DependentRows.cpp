@@ -1,6 +1,6 @@
 #include "problem/DependentRows.h"
 
-#include <iostream>
+#include <ostream>
 #include <string>
 
 #include "algorithms/exact/IndependentRows.h"
@@ -20,7 +20,7 @@ void reportDependentRows(Index rows, const std::vector<Index>& kept) {
     if (next != kept.end() && *next == i)
       ++next;
     else
-      report(std::cout,
+      report(reportStream(),
              "el_dep_rows: use_exact_arithmetic = 0, dep_row_idx = " + std::to_string(i));
   }
 }
@@ -54,7 +54,7 @@ void removeDependentEquations(Vanu<T>& problem, bool verbose) {
   selectElements(problem.Ag, kept);
   selectElements(problem.bg, kept);
   if (problem.qg.isSet()) selectElements(problem.qg, kept);
-  if (verbose) report(std::cout, "Linear dependencies detected and removed");
+  if (verbose) report(reportStream(), "Linear dependencies detected and removed");
 }
 
 #define STARSIFT_INSTANTIATE_DEPENDENT_ROWS(T)                     \

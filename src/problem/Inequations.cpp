@@ -1,6 +1,6 @@
 #include "problem/Inequations.h"
 
-#include <iostream>
+#include <ostream>
 
 #include "numbers/VectorQQ.h"
 #include "problem/Rows.h"
@@ -57,7 +57,7 @@ void dropUselessInequations(Vanu<T>& problem) {
   std::vector<Index> kept;
   for (Index i = 1; i <= problem.lu.dimension(); ++i) {
     if (isUseless(problem, i))
-      report(std::cout, "Useless inequation (-inf <= ... <= inf) detected");
+      report(reportStream(), "Useless inequation (-inf <= ... <= inf) detected");
     else
       kept.push_back(i);
   }
@@ -76,7 +76,7 @@ Index transferFakeInequations(Vanu<T>& problem, bool verbose) {
     if (NumberTraits<T>::isInfinite(problem.lu[i]))
       fail("Unfulfillable infinite inequation detected --> NO SOLUTIONS!");
     equalities.add(std::move(problem.Au[i]), problem.lu[i]);
-    if (verbose) report(std::cout, "Fake inequation detected and transfered");
+    if (verbose) report(reportStream(), "Fake inequation detected and transfered");
   }
   const Index moved = equalities.count();
   selectInequations(problem, kept);

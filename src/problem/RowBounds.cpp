@@ -1,10 +1,11 @@
 #include "problem/RowBounds.h"
 
 #include <algorithm>
-#include <iostream>
+#include <ostream>
 
 #include "numbers/ExactArithmetic.h"
 #include "numbers/VectorQQ.h"
+#include "system/Console.h"
 #include "system/Failure.h"
 
 namespace starsift {
@@ -48,8 +49,8 @@ void tightenInequation(Vanu<T>& problem, Index i) {
   const T lower = std::max(problem.lu[i], values.lower);
   const T upper = std::min(problem.ru[i], values.upper);
   if (upper < lower) {
-    std::cerr << problem.optFile << ": Inequality #" << i << ", this->lu = " << lower
-              << ", this->ru = " << upper << '\n';
+    remarkStream() << problem.optFile << ": Inequality #" << i << ", this->lu = " << lower
+                   << ", this->ru = " << upper << '\n';
     fail("Unfulfillable inequality detected --> NO SOLUTIONS!");
   }
   problem.lu[i] = lower;
@@ -61,8 +62,8 @@ void checkEquation(const Vanu<T>& problem, Index i) {
   const Interval<T> values = valuesOf(problem.Ag[i], problem);
   const T& value = problem.bg[i];
   if (values.lower <= value && value <= values.upper) return;
-  std::cerr << problem.optFile << ": Equality #" << i << ", lg = " << values.lower
-            << ", this->bg = " << value << ", rg = " << values.upper << '\n';
+  remarkStream() << problem.optFile << ": Equality #" << i << ", lg = " << values.lower
+                 << ", this->bg = " << value << ", rg = " << values.upper << '\n';
   fail("Unfulfillable equality detected --> NO SOLUTIONS!");
 }
 

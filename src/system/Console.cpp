@@ -1,9 +1,11 @@
 #include "system/Console.h"
 
 #include <algorithm>
+#include <iostream>
 #include <utility>
 
 #include "system/Failure.h"
+#include "system/HostedCall.h"
 
 namespace starsift {
 
@@ -21,10 +23,16 @@ void forgetLevels(std::int64_t from) {
   std::fill(state.lineStarted.begin() + from, state.lineStarted.end(), false);
 }
 
+/// Takes what nobody reads.
+std::ostream& silence() {
+  thread_local std::ostream stream(nullptr);
+  return stream;
+}
+
 }  // namespace
 
 ConsoleState& consoleState() {
-  static ConsoleState state;
+  thread_local ConsoleState state;
   return state;
 }
 
@@ -98,6 +106,14 @@ bool extendedOutput() {
 }
 void setExtendedOutput(bool on) {
   consoleState().extendedOutput = on;
+}
+
+std::ostream& reportStream() {
+  return HostedCall::isUnderWay() ? silence() : std::cout;
+}
+
+std::ostream& remarkStream() {
+  return HostedCall::isUnderWay() ? silence() : std::cerr;
 }
 
 void report(std::ostream& stream, std::string_view message) {

@@ -1,9 +1,9 @@
 // State of the console: nested progress lines, the times of the last output and of
 // the last failure, and the switch for extended output.
 //
-// Only report() writes. The other functions return the text that opens or ends a
-// line, and the caller writes it to the stream of the line. A nested block of two
-// levels looks like
+// Only report() writes, to the stream that its caller names. The other functions return the text
+// that opens or ends a line, and the caller writes it to the stream of the line. A nested block of
+// two levels looks like
 //
 //   |-> Reducing lattice ...
 //   |    |-> Pass 1
@@ -21,7 +21,7 @@ namespace starsift {
 /// Nesting levels, 0 to consoleLevels - 1.
 constexpr std::int64_t consoleLevels = 128;
 
-/// The complete state, one per process. `consoleState() = {}` resets it.
+/// The complete state, one per thread. `consoleState() = {}` resets it.
 struct ConsoleState {
   /// Current nesting level, 0 <= depth < consoleLevels.
   std::int64_t depth = 0;
@@ -70,6 +70,11 @@ void stampFailureTime();
 
 bool extendedOutput();
 void setExtendedOutput(bool on);
+
+/// Where progress and statistics go: standard output, and nowhere during a HostedCall.
+std::ostream& reportStream();
+/// The same for remarks on what went wrong, on the error stream.
+std::ostream& remarkStream();
 
 /// Writes one line: opening stamp, a blank, `message`, closing stamp. Stores the
 /// output time.

@@ -4,9 +4,11 @@
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
+#include <string>
 #include <utility>
 
 #include "system/Console.h"
+#include "system/HostedCall.h"
 
 namespace starsift {
 
@@ -33,12 +35,15 @@ void callHandler(std::string_view message) {
 }  // namespace
 
 void fail(std::string_view message) {
+  if (HostedCall::isUnderWay()) throw FatalReport(std::string(message));
   callHandler(message);
   reportAndEnd(message);
 }
 
 void failErrno(std::string_view message) {
   const int error = errno;  // the handler and writing may change errno
+  if (HostedCall::isUnderWay())
+    throw FatalReport(std::string(message) + ": " + std::strerror(error));
   callHandler(message);
   std::cerr << "ERRNO = " << std::strerror(error) << endLine();
   stampFailureTime();

@@ -9,7 +9,8 @@ namespace starsift {
 
 /// Reports "*** FAIL: " and `message` on a line of its own on the error stream, the
 /// remark of the program on the next line, stores the time (see Console.h) and ends the
-/// process with status 1, without unwinding. Calls the handler of the host first.
+/// process with status 1, without unwinding. Calls the handler of the host first. During a
+/// HostedCall of the calling thread throws a FatalReport instead, and does nothing else.
 [[noreturn]] void fail(std::string_view message);
 
 /// As fail(), for a failed system call: a line "ERRNO = " with the text of the

@@ -1,7 +1,10 @@
 #include "system/HelperThreads.h"
 
 #include <csignal>
+#include <optional>
 #include <system_error>
+
+#include "system/HostedCall.h"
 
 namespace starsift {
 
@@ -27,8 +30,13 @@ class SignalsBlocked {
 
 void HelperThreads::start(unsigned count, const std::function<void(unsigned)>& work) {
   const SignalsBlocked blocked;
+  const auto workAsCaller = [work, isHosted = HostedCall::isUnderWay()](unsigned i) {
+    std::optional<HostedCall> hosted;
+    if (isHosted) hosted.emplace();
+    work(i);
+  };
   try {
-    for (unsigned i = 1; i <= count; ++i) threads_.emplace_back(work, i);
+    for (unsigned i = 1; i <= count; ++i) threads_.emplace_back(workAsCaller, i);
   } catch (const std::system_error&) {
     // As many as the system grants.
   }

@@ -7,8 +7,8 @@
 
 namespace starsift {
 
-/// Threads that receive no signals: those of the process are for the calling thread. `work` must
-/// not throw.
+/// Threads that receive no signals: those of the process are for the calling thread. Where that
+/// works for a host so do they (see HostedCall.h). `work` must not throw.
 class HelperThreads {
  public:
   HelperThreads() = default;

@@ -53,6 +53,14 @@ class CheckLayers(unittest.TestCase):
         }
         self.assert_one("must not include lattice/B.h", files)
 
+    def test_the_library_sees_models_and_is_seen_by_none(self):
+        files = {
+            "library/Run.h": HEADER + '#include "models/A.h"\n#include "app/B.h"\n',
+            "models/A.h": HEADER,
+            "app/B.h": HEADER + '#include "library/Run.h"\n',
+        }
+        self.assert_one("app must not include library/Run.h", files)
+
     def test_included_cpp_is_refused(self):
         files = {"core/A.cpp": '#include "core/B.cpp"\n', "core/B.cpp": ""}
         self.assert_one("never included", files)

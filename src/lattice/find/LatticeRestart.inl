@@ -2,8 +2,8 @@
 #pragma once
 
 #include <csignal>
-#include <iostream>
 #include <memory>
+#include <ostream>
 #include <random>
 #include <string>
 #include <string_view>
@@ -25,13 +25,13 @@ constexpr int maxMixedRows = 3;
 
 inline void openBlock(bool verbose, std::string_view title) {
   if (!verbose) return;
-  std::cout << openStamp(false) << ' ' << title << endLine();
+  reportStream() << openStamp(false) << ' ' << title << endLine();
   stampOutputTime();
 }
 
 inline void closeBlock(bool verbose) {
   if (!verbose) return;
-  std::cout << endLine() << closeStamp(true);
+  reportStream() << endLine() << closeStamp(true);
   stampOutputTime();
 }
 
@@ -111,9 +111,9 @@ void Lattice<T, R>::restartHandling(Outcome outcome) {
     return;
   }
   if (verbose || finished) {
-    std::cout << statusText();
+    reportStream() << statusText();
     stampOutputTime();
-    std::cout << endLine();
+    reportStream() << endLine();
     stampOutputTime();
   }
   if (!finished && run.restarts != params.iters) {

@@ -1,7 +1,7 @@
 // Lattice: its files and stars.
 #pragma once
 
-#include <iostream>
+#include <ostream>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -61,7 +61,7 @@ void joinStars(Lattice<T, R>& lattice, Array<Star<T>> added) {
 inline void reportOnce(const std::string& message) {
   static std::string last;
   if (std::exchange(last, message) == message) return;
-  std::cerr << "*** " << message << endLine();
+  remarkStream() << "*** " << message << endLine();
   stampOutputTime();
 }
 
@@ -116,7 +116,7 @@ void Lattice<T, R>::writeSolFile(Stars what) {
     latticefiles::joinStars(*this, std::move(added));
   }
   if (file.path().empty()) {
-    std::cerr << "\n*** solFile is not set - solution write not possible" << endLine();
+    remarkStream() << "\n*** solFile is not set - solution write not possible" << endLine();
     stampOutputTime();
     return;
   }
@@ -162,7 +162,7 @@ template <class T, class R>
 void Lattice<T, R>::writeLatFile() {
   if (!run.outputSwitch) return;
   if (latFile.empty()) {
-    std::cerr << "\n*** latFile is not set - lattice write not possible" << endLine();
+    remarkStream() << "\n*** latFile is not set - lattice write not possible" << endLine();
     stampOutputTime();
     return;
   }

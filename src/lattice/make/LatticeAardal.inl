@@ -4,8 +4,8 @@
 #pragma once
 
 #include <algorithm>
-#include <iostream>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <utility>
 
@@ -85,7 +85,7 @@ void reduceUntilKernel(Lattice<T, R>& lattice, long verb) {
   const Index n = lattice.basis.n;
   T weight(10 * lattice.Ag.columnCount());
   if (verb == 2) {
-    std::cout << openStamp(false) << " Aardal reducing ... [ NN = " << weight << std::flush;
+    reportStream() << openStamp(false) << " Aardal reducing ... [ NN = " << weight << std::flush;
     stampOutputTime();
   }
   for (Index active = n;;) {
@@ -98,7 +98,7 @@ void reduceUntilKernel(Lattice<T, R>& lattice, long verb) {
     if (active <= equations.count) break;
     weight = Exact::product(weight, weight);
     if (verb >= 2) {
-      std::cout << ' ' << weight << std::flush;
+      reportStream() << ' ' << weight << std::flush;
       stampOutputTime();
     }
   }
@@ -119,7 +119,7 @@ void Lattice<T, R>::reduceEquations() {
     for (const Index j : blocks().equations) setScale(j, scale[j]);
   }
   if (params.verb >= 2) {
-    std::cout << " ]" << closeStamp(false);
+    reportStream() << " ]" << closeStamp(false);
     stampOutputTime();
   }
 }
@@ -137,7 +137,7 @@ Array<Matrix<T>> Lattice<T, R>::aardalReduce() {
 template <class T, class R>
 Vector<T> Lattice<T, R>::extractInhomogeneous() {
   if (params.verb > 1) {
-    std::cout << openStamp(false) << " Extracting current inhomogenous vector ...";
+    reportStream() << openStamp(false) << " Extracting current inhomogenous vector ...";
     stampOutputTime();
   }
   Matrix<T> rows = basis.untransformed();
@@ -155,7 +155,7 @@ Vector<T> Lattice<T, R>::extractInhomogeneous() {
     if (pick == 0 || !reduceLast(rows, pick)) break;
   }
   if (params.verb > 1 && result.isSet()) {
-    std::cout << closeStamp(false);
+    reportStream() << closeStamp(false);
     stampOutputTime();
   }
   return result;

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <cassert>
-#include <iostream>
+#include <ostream>
 #include <string>
 #include <utility>
 
@@ -131,10 +131,10 @@ class NoneUntilMade {
 template <class T>
 void reportCounts(const Vanu<T>& problem) {
   const auto count = [](Index value) { return std::to_string(value); };
-  report(std::cout, "Optimization program: Targets = " + count(problem.At.rowCount()) +
-                        ", Equations = " + count(problem.Ag.rowCount()) +
-                        ", Inequations = " + count(problem.Au.rowCount()) +
-                        ", Variables = " + count(problem.rx.dimension()));
+  report(reportStream(), "Optimization program: Targets = " + count(problem.At.rowCount()) +
+                             ", Equations = " + count(problem.Ag.rowCount()) +
+                             ", Inequations = " + count(problem.Au.rowCount()) +
+                             ", Variables = " + count(problem.rx.dimension()));
 }
 
 /// Turns the lattice of all variables into the lattice of the solutions of the equations.

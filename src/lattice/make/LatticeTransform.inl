@@ -3,7 +3,7 @@
 #pragma once
 
 #include <algorithm>
-#include <iostream>
+#include <ostream>
 #include <utility>
 
 #include "algorithms/exact/CoordinateSolver.h"
@@ -74,7 +74,7 @@ template <class T, class R>
 bool passesUnimodularTest(Basis<T, R>& basis, bool isTracked) {
   if (isUnimodular(current(basis))) return true;
   if (NumberTraits<T>::exact) {
-    std::cerr << "*** unimodularity check skipped" << endLine();
+    remarkStream() << "*** unimodularity check skipped" << endLine();
     stampOutputTime();
     return true;
   }
@@ -161,7 +161,7 @@ void Lattice<T, R>::pushTransformation(Stack stack) {
     TT.resize(1, false);
   } else if (!latticetransform::isIdentity(TT[TT.dimension()])) {
     if (TT.dimension() >= latticetransform::maxTransformations) {
-      std::cerr << "*** TT.MN > T_MAT_NBR" << endLine();
+      remarkStream() << "*** TT.MN > T_MAT_NBR" << endLine();
       stampOutputTime();
     }
     TT.resize(TT.dimension() + 1, false);

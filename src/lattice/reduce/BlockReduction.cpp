@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "algorithms/reduction/LogGamma.h"
 #include "lattice/reduce/InsertCombination.h"
 #include "numbers/QQ.h"
 
@@ -37,7 +38,7 @@ double gaussianBound(const ProjectedBlock& block) {
   const auto d = static_cast<double>(block.dimension());
   double logVolume = 0;
   for (const double length : block.lengths) logVolume += std::log(length) / 2;
-  const double logBall = d / 2 * std::log(std::numbers::pi) - std::lgamma(d / 2 + 1);
+  const double logBall = d / 2 * std::log(std::numbers::pi) - logGamma(d / 2 + 1);
   return std::exp(2 * (logVolume - logBall) / d);
 }
 

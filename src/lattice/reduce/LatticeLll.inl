@@ -3,8 +3,8 @@
 #pragma once
 
 #include <algorithm>
-#include <iostream>
 #include <limits>
+#include <ostream>
 #include <string>
 
 #include "lattice/Lattice.h"
@@ -33,7 +33,7 @@ class RowChecker : public RowVisitor {
 
   void onStepped(const PassStatus& status) override {
     if (lattice_.params.verb != 2 || !consoleWasSilent()) return;
-    report(std::cout,
+    report(reportStream(),
            "lll status: k = " + std::to_string(status.k) + " (m = " + std::to_string(status.to) +
                "), strict = " + std::to_string(static_cast<int>(status.strict)) + ", swaps = " +
                std::to_string(status.counts.tests) + " / " + std::to_string(status.budget));

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iostream>
+#include <ostream>
 #include <string>
 
 #include "algorithms/reduction/GramSchmidt.h"
@@ -34,7 +34,7 @@ void setCoefficients(Vector<R>& row, Index k, const Matrix<R>& triangle) {
 
 void reportStep(Index k, Index last) {
   if (!extendedOutput() || !consoleWasSilent()) return;
-  report(std::cout, "lq_reduced k = " + std::to_string(k) + ", mm = " + std::to_string(last));
+  report(reportStream(), "lq_reduced k = " + std::to_string(k) + ", mm = " + std::to_string(last));
 }
 
 }  // namespace

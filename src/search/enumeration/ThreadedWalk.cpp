@@ -1,31 +1,15 @@
 #include "search/enumeration/ThreadedWalk.h"
 
-#include <csignal>
 #include <memory>
-#include <system_error>
-#include <thread>
+#include <optional>
 #include <utility>
 #include <vector>
+
+#include "system/HelperThreads.h"
 
 namespace starsift {
 
 namespace {
-
-/// During its lifetime the calling thread, and threads that it starts, receive no signals.
-class SignalsBlocked {
- public:
-  SignalsBlocked() {
-    sigset_t all;
-    sigfillset(&all);
-    pthread_sigmask(SIG_SETMASK, &all, &before_);
-  }
-  SignalsBlocked(const SignalsBlocked&) = delete;
-  SignalsBlocked& operator=(const SignalsBlocked&) = delete;
-  ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
-
- private:
-  sigset_t before_{};
-};
 
 /// Walks a subtree that `walker` has taken.
 void walkSubtree(WalkExchange& exchange, std::size_t walker, EnumerationWalk& walk,
@@ -95,27 +79,19 @@ class ThreadedWalk::Helpers {
   /// The first call starts them.
   void start() {
     if (std::exchange(areStarted_, true)) return;
-    const SignalsBlocked blocked;
-    try {
-      for (std::size_t i = 1; i < walk_.settings_.threads; ++i) {
-        helpers_.push_back(std::make_unique<Helper>(walk_.exchange_, i, walk_.walk_.twin()));
-        threads_.emplace_back(&Helper::work, helpers_.back().get(), walk_.settings_);
-      }
-    } catch (const std::system_error&) {
-      // As many as the system grants.
-    }
+    for (std::size_t i = 1; i < walk_.settings_.threads; ++i)
+      helpers_.push_back(std::make_unique<Helper>(walk_.exchange_, i, walk_.walk_.twin()));
+    threads_.start(static_cast<unsigned>(helpers_.size()),
+                   [this](unsigned i) { helpers_[i - 1]->work(walk_.settings_); });
   }
 
-  void join() {
-    for (std::thread& thread : threads_) thread.join();
-    threads_.clear();
-  }
+  void join() { threads_.join(); }
 
  private:
   ThreadedWalk& walk_;
   bool areStarted_ = false;
   std::vector<std::unique_ptr<Helper>> helpers_;
-  std::vector<std::thread> threads_;
+  HelperThreads threads_;
 };
 
 /// The visitor of the caller's walk: passes on what all walks report.

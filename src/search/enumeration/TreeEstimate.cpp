@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "algorithms/reduction/LogGamma.h"
+
 namespace starsift {
 
 // Sum over the levels of the volume of a ball, in the space of the levels chosen, over the volume
@@ -23,8 +25,8 @@ double gaussianNodes(const BoxCoset& coset, const CosetDirections& data) {
   for (std::size_t m = 1; m <= data.squaredLengths.size(); ++m) {
     const auto dimension = static_cast<double>(m);
     cells += data.squaredLengths[data.squaredLengths.size() - m].log2() / 2;
-    const double ball = dimension / 2 * (log2Pi + std::log2(radius)) -
-                        std::lgamma(dimension / 2 + 1) / std::log(2.0);
+    const double ball =
+        dimension / 2 * (log2Pi + std::log2(radius)) - logGamma(dimension / 2 + 1) / std::log(2.0);
     sum += std::exp2(ball - cells);
   }
   return sum;

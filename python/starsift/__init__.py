@@ -1,0 +1,457 @@
+"""Exact checks of solutions of integer linear problems, and searches for them.
+
+Numbers go in as ``int`` of any size, ``fractions.Fraction``, ``decimal.Decimal``, integers of numpy, or
+text such as ``"1/3"``, ``"0.1"`` and ``"inf"``; they come out as ``int`` or ``Fraction``, and as
+``math.inf`` for a bound without end. A ``float`` goes in at its exact value, with a warning once.
+
+>>> problem = Problem(lower=[0] * 4, upper=[40] * 4, Ag=[[12, 17, 23, 31]], bg=[1000], maximise=[3, 5, 7, 9])
+>>> result = problem.search()
+>>> result.solutions[0].x, result.best, result.proof
+([1, 4, 40, 0], -303, 'optimum')
+>>> problem.check([[0, 1, 36, 6]])[0].violations
+[Violation(part='row', index=0, name='g1', amount=31)]
+"""
+
+from __future__ import annotations
+
+import html
+import math
+import operator
+import os
+import warnings
+from collections.abc import Callable, Iterable, Mapping, Sequence
+from dataclasses import dataclass, field
+from decimal import Decimal
+from fractions import Fraction
+from typing import Any, Union
+
+from . import _starsift
+from ._starsift import Error, Progress
+
+__all__ = [
+    "Error", "FloatWarning", "Problem", "Progress", "Result", "Solution", "Verdict", "Violation", "read",
+]
+
+Error.__module__ = Progress.__module__ = __name__
+
+Exact = Union[int, Fraction]
+Number = Union[int, Fraction, Decimal, float, str]
+
+
+class FloatWarning(UserWarning):
+    """A float was taken at its exact value, which is seldom the decimal that was written."""
+
+
+def _text(value: Any) -> str:
+    """The text of a number.
+
+    >>> _text(10**30), _text(Fraction(-7, 2)), _text(Decimal("0.10")), _text("1/3"), _text(-math.inf)
+    ('1000000000000000000000000000000', '-7/2', '1/10', '1/3', '-inf')
+    """
+    if isinstance(value, str):
+        return value
+    if isinstance(value, Fraction):
+        return f"{_digits(value.numerator)}/{_digits(value.denominator)}"
+    if isinstance(value, bool):
+        raise TypeError("a truth value is not a number")
+    try:
+        return _digits(operator.index(value))
+    except TypeError:
+        pass
+    if isinstance(value, Decimal) and value.is_finite():
+        return _text(Fraction(value))
+    if isinstance(value, (float, Decimal)):
+        if value in (math.inf, -math.inf):
+            return "inf" if value > 0 else "-inf"
+        if value != value:
+            raise ValueError("nan is not a number")
+        _warn_of_floats()
+        return _text(Fraction(value))
+    raise TypeError(f"not an exact number: {value!r}")
+
+
+#: Python refuses to read or write longer integers as text, but Decimal doesn't.
+_SHORT_DIGITS = 600
+
+
+def _digits(value: int) -> str:
+    return str(value) if value.bit_length() < 3 * _SHORT_DIGITS else format(Decimal(value), "f")
+
+
+def _integer(text: str) -> int:
+    return int(text) if len(text) < _SHORT_DIGITS else int(Decimal(text))
+
+
+_has_warned = False
+
+
+def _warn_of_floats() -> None:
+    global _has_warned
+    if not _has_warned:
+        _has_warned = True
+        warnings.warn(
+            "a float is taken at its exact value: 0.1 is not 1/10; write Fraction, Decimal or text",
+            FloatWarning, stacklevel=4,
+        )
+
+
+def _number(text: int | str) -> Any:
+    """An int, a Fraction, or an infinity, of what the extension module gives.
+
+    >>> _number("-12"), _number("7/2"), _number("inf")
+    (-12, Fraction(7, 2), inf)
+    """
+    if isinstance(text, int):
+        return text
+    if text.endswith("inf"):
+        return math.inf if text == "inf" else -math.inf
+    if "/" in text:
+        return Fraction(*map(_integer, text.split("/")))
+    return _integer(text)
+
+
+def _numbers(texts: Iterable[int | str]) -> list:
+    return [_number(text) for text in texts]
+
+
+@dataclass(frozen=True)
+class Violation:
+    """What a point breaks: a "row", "lower bound", "upper bound" or "step", and by how much."""
+
+    part: str
+    index: int
+    name: str
+    amount: Exact
+
+
+@dataclass(frozen=True)
+class Verdict:
+    """The exact judgement of a point.
+
+    ``is_solution`` says whether rows and bounds hold as starsift sees it: equations and congruences
+    within 1e-9, all else exactly. ``violations`` has steps too, the largest amount first. Values and
+    norms are those of a solution.
+    """
+
+    is_solution: bool
+    violations: list[Violation]
+    target_values: list[Exact]
+    target_norm: Exact
+    slack_norm: Exact
+
+    @property
+    def is_right(self) -> bool:
+        """Nothing is broken, not even a step."""
+        return not self.violations
+
+
+@dataclass(frozen=True)
+class Solution:
+    """A point and what is known of it: one record of a .sol file."""
+
+    x: list[Exact]
+    target_values: list[Exact] = field(default_factory=list)
+    target_norm: Exact = 0
+    slack_norm: Exact = 0
+    #: Seconds from the start of the search until it was found; -1 if that isn't known.
+    seconds: int = -1
+    parameters: str = ""
+    version: str = ""
+
+
+@dataclass(frozen=True)
+class Result:
+    """What a search has found and proved.
+
+    ``end`` is "goal", "passes", "time", "fruitless", "stopped", "decided" or "overflow", ``proof`` is
+    "none", "infeasible", "all found" or "optimum", and ``verdict`` says it in words. With
+    ``is_exact_only`` there may be solutions that hold within the tolerance of an equation only. In a
+    notebook a result shows its solutions as a table.
+    """
+
+    end: str
+    proof: str
+    verdict: str
+    #: Each point once, the best first.
+    solutions: list[Solution]
+    #: All solutions there are, if proof is "all found".
+    count: int
+    #: The least target norm found, and one that no solution falls below; None if unknown.
+    best: Exact | None
+    bound: Exact | None
+    is_exact_only: bool
+    is_unbounded: bool
+    nodes: int
+    passes: int
+    seconds: float
+    seed: int
+
+    def to_pandas(self):
+        """A DataFrame with a row for each solution; needs pandas."""
+        import pandas
+
+        return pandas.DataFrame([_row(solution) for solution in self.solutions], dtype=object)
+
+    def _repr_html_(self) -> str:
+        rows = [_row(solution) for solution in self.solutions]
+        head = "".join(f"<th>{name}</th>" for name in (rows[0] if rows else ()))
+        body = "".join(
+            "<tr>" + "".join(f"<td>{html.escape(str(value))}</td>" for value in row.values()) + "</tr>"
+            for row in rows
+        )
+        return f"<p>{html.escape(self.verdict)}</p><table><tr>{head}</tr>{body}</table>"
+
+
+def _row(solution: Solution) -> dict:
+    row: dict = {"target norm": solution.target_norm, "slack norm": solution.slack_norm}
+    row.update({f"x{j}": value for j, value in enumerate(solution.x, 1)})
+    return row
+
+
+def _solution(given: _starsift.Solution) -> Solution:
+    return Solution(
+        _numbers(given.x), _numbers(given.target_values), _number(given.target_norm),
+        _number(given.slack_norm), given.seconds, given.parameters, given.version,
+    )
+
+
+def _verdict(given: _starsift.Verdict) -> Verdict:
+    return Verdict(
+        given.is_solution,
+        [Violation(v.part, v.index, v.name, _number(v.amount)) for v in given.violations],
+        _numbers(given.target_values), _number(given.target_norm), _number(given.slack_norm),
+    )
+
+
+def _result(given: _starsift.Result) -> Result:
+    return Result(
+        end=given.end, proof=given.proof, verdict=given.verdict,
+        solutions=[_solution(solution) for solution in given.solutions], count=given.count,
+        best=None if given.best is None else _number(given.best),
+        bound=None if given.bound is None else _number(given.bound),
+        is_exact_only=given.is_exact_only, is_unbounded=given.is_unbounded, nodes=given.nodes,
+        passes=given.passes, seconds=given.seconds, seed=given.seed,
+    )
+
+
+def _option(value: Any) -> str:
+    return str(int(value)) if isinstance(value, bool) else _text(value)
+
+
+class Problem:
+    """A problem: variables, rows that must hold, and targets.
+
+    Built from matrices, whose names are those of .opt files: ``Ag x = bg`` (congruent modulo ``qg``, 0
+    for a plain equation), ``lu <= Au x <= ru``, ``lower <= x <= upper`` in steps of ``10**-decimals``,
+    and one row to ``maximise`` or ``minimise``; and then, or instead, variable by variable and row by
+    row. A row is a sequence with one coefficient for each variable, or a mapping of indices, from 0
+    on, to coefficients. What is added gets an index from 0 on, which is returned.
+
+    >>> problem = Problem()
+    >>> tea, rice = problem.add_variable(0, 9, name="tea"), problem.add_variable(0, 9)
+    >>> problem.add_equation([2, Fraction(1, 2)], 5, name="weight")
+    0
+    >>> problem.add_range({rice: 1}, upper=4)
+    1
+    >>> problem.variable_name(1), problem.row_name(1)
+    ('x2', 'u1')
+    >>> [solution.x for solution in problem.search(sol=0).solutions]
+    [[2, 2]]
+    >>> problem.add_equation([1, 2, 3], 4)
+    Traceback (most recent call last):
+    ...
+    starsift.Error: 3 coefficients for 2 variables
+    """
+
+    def __init__(
+        self, *, lower: Iterable[Number] = (), upper: Iterable[Number] = (),
+        decimals: Iterable[int] | None = None, names: Iterable[str] | None = None,
+        Ag: Iterable = (), bg: Iterable[Number] = (), qg: Iterable[Number] | None = None,
+        Au: Iterable = (), lu: Iterable[Number] = (), ru: Iterable[Number] = (),
+        maximise: Any = None, minimise: Any = None,
+    ) -> None:
+        self._inner = _starsift.Problem()
+        lower, upper = list(lower), list(upper)
+        places = [0] * len(lower) if decimals is None else [operator.index(d) for d in decimals]
+        called = [""] * len(lower) if names is None else list(names)
+        for bounds in _together(lower=lower, upper=upper, names=called, decimals=places):
+            self.add_variable(bounds[0], bounds[1], name=bounds[2], decimals=bounds[3])
+        Ag, bg = list(Ag), list(bg)
+        moduli = [0] * len(bg) if qg is None else list(qg)
+        for row, value, modulus in _together(Ag=Ag, bg=bg, qg=moduli):
+            if _number_of(modulus) == 0:
+                self.add_equation(row, value)
+            else:
+                self.add_congruence(row, value, modulus)
+        for row, least, most in _together(Au=list(Au), lu=list(lu), ru=list(ru)):
+            self.add_range(row, least, most)
+        if maximise is not None:
+            self.maximise(maximise)
+        if minimise is not None:
+            self.minimise(minimise)
+
+    @staticmethod
+    def from_opt(text: str) -> Problem:
+        """The problem of the text of a .opt file."""
+        problem = Problem()
+        problem._inner = _starsift.Problem.from_opt(text)
+        return problem
+
+    def to_opt(self) -> str:
+        """The text of a .opt file, which has no names."""
+        return self._inner.to_opt()
+
+    def add_variable(
+        self, lower: Number = 0, upper: Number = math.inf, *, name: str = "", decimals: int = 0
+    ) -> int:
+        """Adds a variable with its bounds, in steps of 10**-decimals."""
+        return self._inner.add_variable(_text(lower), _text(upper), name, decimals)
+
+    def add_equation(self, row: Any, value: Number, *, name: str = "") -> int:
+        """Adds ``row x = value``."""
+        return self._inner.add_equation(self._terms(row), _text(value), name)
+
+    def add_congruence(self, row: Any, value: Number, modulus: Number, *, name: str = "") -> int:
+        """Adds ``row x = value`` modulo ``modulus``."""
+        return self._inner.add_congruence(self._terms(row), _text(value), _text(modulus), name)
+
+    def add_range(
+        self, row: Any, lower: Number = -math.inf, upper: Number = math.inf, *, name: str = ""
+    ) -> int:
+        """Adds ``lower <= row x <= upper``; one of them may be infinite."""
+        return self._inner.add_range(self._terms(row), _text(lower), _text(upper), name)
+
+    def maximise(self, target: Any) -> int:
+        """Adds a target that should be large."""
+        return self._inner.maximise(self._terms(target))
+
+    def minimise(self, target: Any) -> int:
+        """Adds a target that should be small."""
+        return self._inner.minimise(self._terms(target))
+
+    def approach(self, target: Any, value: Number) -> int:
+        """Adds a target that should come close to a value."""
+        return self._inner.approach(self._terms(target), _text(value))
+
+    @property
+    def variable_count(self) -> int:
+        """Number of variables."""
+        return self._inner.variable_count
+
+    @property
+    def row_count(self) -> int:
+        """Number of equations, congruences and ranges."""
+        return self._inner.row_count
+
+    @property
+    def target_count(self) -> int:
+        """Number of targets."""
+        return self._inner.target_count
+
+    def variable_name(self, variable: int) -> str:
+        """The name given, or x1, x2, ..."""
+        return self._inner.variable_name(variable)
+
+    def row_name(self, row: int) -> str:
+        """The name given, or g1, g2, ... for equations and congruences, u1, u2, ... for ranges."""
+        return self._inner.row_name(row)
+
+    def check(self, points: Iterable[Iterable[Number]]) -> list[Verdict]:
+        """The exact verdict on each point.
+
+        >>> problem = Problem(lower=[0], upper=[5], Au=[[2]], lu=[3], ru=[7])
+        >>> [verdict.is_right for verdict in problem.check([[1], [2], ["5/2"]])]
+        [False, True, False]
+        """
+        given = [point if isinstance(point, (list, tuple)) else list(point) for point in points]
+        return [_verdict(verdict) for verdict in self._inner.check(given, _text)]
+
+    def search(
+        self, *, time: int | None = None,
+        on_solution: Callable[[Solution], object] | None = None,
+        on_progress: Callable[[Progress], object] | None = None, **options: Any,
+    ) -> Result:
+        """Searches for solutions, as the command starseek does.
+
+        Options have the names of the command: ``sol=0`` asks for all solutions, ``sol=5`` for five;
+        without it the best is looked for if there is a target. ``time`` is a limit in seconds.
+        ``on_solution`` is called for each new solution, ``on_progress`` some times a second; an
+        exception of theirs ends the search. Ctrl-C ends it with what it has. Other threads of the
+        interpreter run meanwhile, and may search too.
+
+        >>> problem = Problem(lower=[0], upper=[999], Ag=[[1], [1], [1]], bg=[2, 3, 2], qg=[3, 5, 7])
+        >>> result = problem.search(sol=0, time=60)
+        >>> sorted(solution.x[0] for solution in result.solutions)
+        [23, 128, 233, 338, 443, 548, 653, 758, 863, 968]
+        >>> result.proof
+        'all found'
+        """
+        given = {name: _option(value) for name, value in options.items()}
+        if time is not None:
+            given["rtime"] = str(operator.index(time))
+        told = None if on_solution is None else lambda solution: on_solution(_solution(solution))
+        return _result(self._inner.search(given, told, on_progress))
+
+    def from_sol(self, text: str) -> list[Solution]:
+        """The records of the text of a .sol file, right or wrong."""
+        return [_solution(solution) for solution in self._inner.from_sol(text)]
+
+    def to_sol(self, solutions: Iterable[Solution]) -> str:
+        """The text that starsift would leave in the file: wrong and double ones are dropped.
+
+        >>> problem = Problem(lower=[0, 0], upper=[5, 5], Ag=[[1, 2]], bg=[7])
+        >>> problem.to_sol([Solution([3, 2]), Solution([1, 1]), Solution([3, 2])])
+        '[ 3 2 ] | 0 | [ ] | 0 | -1 | \\n'
+        """
+        given = [
+            _starsift.Solution([_text(value) for value in s.x], s.seconds, s.parameters, s.version)
+            for s in solutions
+        ]
+        return self._inner.to_sol(given)
+
+    def __copy__(self) -> Problem:
+        copy = Problem()
+        copy._inner = _starsift.Problem(self._inner)
+        return copy
+
+    def __deepcopy__(self, _memo: dict) -> Problem:
+        return self.__copy__()
+
+    def __repr__(self) -> str:
+        return (
+            f"<starsift.Problem: {self.variable_count} variables, {self.row_count} rows, "
+            f"{self.target_count} targets>"
+        )
+
+    def _terms(self, row: Any) -> list[tuple[int, str]]:
+        if isinstance(row, Mapping):
+            return [(operator.index(j), _text(value)) for j, value in row.items()]
+        values = list(row)
+        if len(values) != self.variable_count:
+            raise Error(f"{len(values)} coefficients for {self.variable_count} variables")
+        return [(j, _text(value)) for j, value in enumerate(values)]
+
+
+def _number_of(value: Any) -> Any:
+    return _number(_text(value)) if not isinstance(value, str) else Fraction(value)
+
+
+def _together(**columns: Sequence) -> Iterable[tuple]:
+    lengths = {name: len(column) for name, column in columns.items()}
+    if len(set(lengths.values())) > 1:
+        told = ", ".join(f"{name} {length}" for name, length in lengths.items())
+        raise Error(f"lists of different lengths: {told}")
+    return zip(*columns.values())
+
+
+def read(path: str | os.PathLike) -> Problem:
+    """The problem of a .opt file.
+
+    >>> read("missing.opt")
+    Traceback (most recent call last):
+    ...
+    starsift.Error: Could not read opt file: missing.opt
+    """
+    problem = Problem()
+    problem._inner = _starsift.Problem.read(os.fspath(path))
+    return problem

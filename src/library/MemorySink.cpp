@@ -1,0 +1,69 @@
+#include "library/MemorySink.h"
+
+#include <sstream>
+#include <utility>
+
+#include "library/Inside.h"
+
+namespace starsift {
+
+namespace {
+
+constexpr std::chrono::milliseconds progressInterval{10};
+
+std::string pointText(const Star<QQ>& star) {
+  std::ostringstream text;
+  text << star.x();
+  return std::move(text).str();
+}
+
+}  // namespace
+
+bool MemorySink::hasNews(const YLattice<long double>& search) const {
+  return search.lastFiled() > taken_;
+}
+
+void MemorySink::trySave(const YLattice<long double>& search) {
+  for (const Star<QQ>& star : search.starsFiledAfter(taken_)) add(star);
+  taken_ = search.lastFiled();
+}
+
+void MemorySink::add(const Star<QQ>& star) {
+  if (!known_.insert(pointText(star)).second) return;
+  append(stars_, star);
+  if (!leastNorm_ || star.targetNorm < *leastNorm_) leastNorm_ = star.targetNorm;
+  if (calls_.onSolution) tell(calls_.onSolution, Inside::solution(star));
+}
+
+Step MemorySink::looked(const SearchWatch& watch) {
+  const auto now = std::chrono::steady_clock::now();
+  if (calls_.onProgress && now >= nextProgress_) {
+    nextProgress_ = now + progressInterval;
+    Search::Progress progress;
+    progress.seconds = std::chrono::duration<double>(watch.elapsed()).count();
+    progress.passes = static_cast<std::uint64_t>(watch.passes());
+    progress.solutions = known_.size();
+    if (const std::optional<TreeProgress> tree = watch.tree()) {
+      progress.treeShare = tree->share;
+      progress.nodes = tree->nodes;
+    }
+    tell(calls_.onProgress, progress);
+  }
+  return error_ || stop_.stop_requested() ? Step::stop : Step::goOn;
+}
+
+void MemorySink::rethrow() const {
+  if (error_) std::rethrow_exception(error_);
+}
+
+template <class Call, class Argument>
+void MemorySink::tell(const Call& call, const Argument& argument) {
+  if (error_) return;
+  try {
+    call(argument);
+  } catch (...) {
+    error_ = std::current_exception();
+  }
+}
+
+}  // namespace starsift

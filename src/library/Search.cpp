@@ -1,0 +1,200 @@
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <sstream>
+#include <utility>
+
+#include "app/ProofRemark.h"
+#include "app/Seek.h"
+#include "app/SeekArguments.h"
+#include "app/Verdict.h"
+#include "files/SolutionFile.h"
+#include "library/Hosted.h"
+#include "library/Inside.h"
+#include "library/MemorySink.h"
+#include "params/ExtendedParams.h"
+#include "params/ParamArguments.h"
+#include "system/Failure.h"
+
+namespace starsift {
+inline namespace v1 {
+
+struct Search::Settings {
+  Problem problem;
+  /// "--name=value".
+  std::vector<std::string> options;
+  SearchCalls calls;
+};
+
+namespace {
+
+using Result = Search::Result;
+
+constexpr std::array<std::string_view, 5> otherOptions{"help", "version", "json", "verb", "bench"};
+
+SeekArguments splitOptions(std::vector<std::string> options) {
+  std::vector<char*> arguments;
+  arguments.reserve(options.size());
+  for (std::string& option : options) arguments.push_back(option.data());
+  return splitArguments(arguments);
+}
+
+void prepare(YLattice<long double>& lattice, const Vanu<QQ>& problem, const SeekArguments& given) {
+  lattice.useExtendedPrecision();
+  lattice.readParams(given.parameters);
+  lattice.takeProblem(problem);
+  if (given.seed) lattice.setSeed(*given.seed);
+  if (!given.hasSol) lattice.seekBest();
+}
+
+Search::End endOf(SearchEnd end) {
+  switch (end) {
+    case SearchEnd::goal:
+      return Search::End::goal;
+    case SearchEnd::passes:
+      return Search::End::passes;
+    case SearchEnd::time:
+      return Search::End::time;
+    case SearchEnd::fruitless:
+      return Search::End::fruitless;
+    case SearchEnd::interrupt:
+      return Search::End::stopped;
+    case SearchEnd::decided:
+      return Search::End::decided;
+    case SearchEnd::overflow:
+      break;
+  }
+  return Search::End::overflow;
+}
+
+Search::Proof proofOf(Proof proof) {
+  switch (proof) {
+    case Proof::noSolution:
+      return Search::Proof::infeasible;
+    case Proof::allFound:
+      return Search::Proof::allFound;
+    case Proof::optimum:
+      return Search::Proof::optimum;
+    case Proof::none:
+      break;
+  }
+  return Search::Proof::none;
+}
+
+std::optional<Number> numberOf(const std::optional<QQ>& value) {
+  return value ? std::optional(Inside::number(*value)) : std::nullopt;
+}
+
+std::string withoutLineEnd(std::string text) {
+  while (text.ends_with('\n')) text.pop_back();
+  return text;
+}
+
+std::vector<Solution> ordered(const MemorySink& sink) {
+  SolutionFile<QQ> file;
+  file.appendStars(sink.stars());
+  file.sortStars();
+  std::vector<Solution> solutions;
+  for (const Star<QQ>& star : file.stars) solutions.push_back(Inside::solution(star));
+  return solutions;
+}
+
+Result resultOf(SearchEnd end, const SearchResult& found) {
+  Result result;
+  std::ostringstream verdict;
+  writeVerdict(verdict, found);
+  result.end = endOf(end);
+  result.proof = proofOf(found.decided.proof);
+  result.isExactOnly = found.decided.isComplete() && !found.equationsAreExact;
+  result.isUnbounded = found.decided.undecided == Undecided::unbounded;
+  result.verdict = withoutLineEnd(std::move(verdict).str());
+  result.count = std::max(found.decided.count, static_cast<std::uint64_t>(found.solutions));
+  if (found.decided.proof == Proof::allFound) result.count = found.decided.count;
+  result.best = numberOf(found.best);
+  result.bound = numberOf(found.decided.bound);
+  result.nodes = found.decided.nodes;
+  result.passes = static_cast<std::uint64_t>(found.passes);
+  result.seed = found.seed;
+  return result;
+}
+
+/// A report that is an answer: there is no solution.
+Result refutation(const std::string& message, const YLattice<long double>& lattice) {
+  Result result;
+  result.end = Search::End::decided;
+  result.proof = Search::Proof::infeasible;
+  result.isExactOnly = fatalProof(message) == FatalProof::noExactSolution;
+  result.verdict = message + '\n' + proofRemark(message);
+  result.seed = lattice.seed();
+  return result;
+}
+
+Result search(const Vanu<QQ>& problem, const std::vector<std::string>& options, MemorySink& sink) {
+  const auto start = StatusLine::Clock::now();
+  const SeekArguments given = splitOptions(options);
+  YLattice<long double> lattice;
+  prepare(lattice, problem, given);
+  StatusLine line(nullptr, start);
+  SearchWatch watch(lattice, line, start);
+  watch.setListener(sink);
+  Seek seek(lattice, watch, given.options, reportStream());
+  Result result;
+  try {
+    const SearchEnd end = seek.search(sink);
+    sink.trySave(lattice);
+    result = resultOf(end, seek.result(sink, sink.stars().isSet()));
+  } catch (const FatalReport& report) {
+    if (fatalProof(report.message()) == FatalProof::nothing) throw;
+    result = refutation(report.message(), lattice);
+  }
+  lattice.endSearch();
+  result.solutions = ordered(sink);
+  result.seconds = std::chrono::duration<double>(StatusLine::Clock::now() - start).count();
+  return result;
+}
+
+}  // namespace
+
+Search::Search(Problem problem)
+    : settings_(std::make_unique<Settings>(Settings{std::move(problem), {}, {}})) {}
+Search::Search(const Search& other) : settings_(std::make_unique<Settings>(*other.settings_)) {}
+Search::Search(Search&& other) noexcept = default;
+Search& Search::operator=(const Search& other) {
+  *this = Search(other);
+  return *this;
+}
+Search& Search::operator=(Search&& other) noexcept = default;
+Search::~Search() = default;
+
+Search& Search::set(std::string_view name, std::string_view value) {
+  hosted([&] {
+    if (std::find(otherOptions.begin(), otherOptions.end(), name) != otherOptions.end())
+      fail("not an option of a search: " + std::string(name));
+    std::string option = "--" + std::string(name) + '=' + std::string(value);
+    ExtendedParams<QQ> params;
+    readArguments(params, splitOptions({option}).parameters);
+    settings_->options.push_back(std::move(option));
+  });
+  return *this;
+}
+
+Search& Search::onSolution(std::function<void(const Solution&)> call) {
+  settings_->calls.onSolution = std::move(call);
+  return *this;
+}
+
+Search& Search::onProgress(std::function<void(const Progress&)> call) {
+  settings_->calls.onProgress = std::move(call);
+  return *this;
+}
+
+Search::Result Search::run(const std::stop_token& stop) const {
+  MemorySink sink(settings_->calls, stop);
+  Result result = hosted(
+      [&] { return search(vanuOf(Inside::record(settings_->problem)), settings_->options, sink); });
+  sink.rethrow();
+  return result;
+}
+
+}  // namespace v1
+}  // namespace starsift

@@ -1,0 +1,27 @@
+#include "system/HostedCall.h"
+
+#include <utility>
+
+namespace starsift {
+
+namespace {
+
+/// Calls of this thread, one within the other.
+thread_local int callsUnderWay = 0;
+
+}  // namespace
+
+HostedCall::HostedCall() : console_(std::exchange(consoleState(), {})) {
+  ++callsUnderWay;
+}
+
+HostedCall::~HostedCall() {
+  --callsUnderWay;
+  consoleState() = console_;
+}
+
+bool HostedCall::isUnderWay() noexcept {
+  return callsUnderWay > 0;
+}
+
+}  // namespace starsift

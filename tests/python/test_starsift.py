@@ -1,0 +1,191 @@
+"""The package starsift: numbers of every kind, searches in threads, and how they end."""
+
+import copy
+import decimal
+import doctest
+import math
+import os
+import pathlib
+import signal
+import sys
+import threading
+import types
+import unittest
+import unittest.mock
+import warnings
+from concurrent.futures import ThreadPoolExecutor
+from fractions import Fraction
+
+import numpy
+
+import starsift
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+
+
+def split(rows, columns):
+    """A market split that nothing solves in a short time."""
+    state = 12345
+    matrix = []
+    for _ in range(rows):
+        matrix.append([])
+        for _ in range(columns):
+            state = (state * 6364136223846793005 + 1442695040888963407) % 2**64
+            matrix[-1].append((state >> 33) % 100)
+    sums = [sum(row) // 2 for row in matrix]
+    return starsift.Problem(lower=[0] * columns, upper=[1] * columns, Ag=matrix, bg=sums)
+
+
+def sums_to(total):
+    return starsift.Problem(lower=[0, 0], upper=[total, total], Ag=[[1, 2]], bg=[total])
+
+
+class Numbers(unittest.TestCase):
+    def row_of(self, value):
+        problem = starsift.Problem(lower=[0], upper=[1], Ag=[[value]], bg=[1])
+        return problem.to_opt().splitlines()[2]
+
+    def test_integers_of_any_size(self):
+        self.assertEqual(self.row_of(10**40), f"[ [ {10**40} ]")
+
+    def test_integers_beyond_what_python_reads_as_text(self):
+        large = 7 * 10**5000 + 1
+        problem = starsift.Problem(lower=[0], upper=[math.inf], Ag=[[1]], bg=[large])
+        self.assertTrue(problem.check([[large]])[0].is_right)
+        amount = problem.check([[Fraction(1, large)]])[0].violations[0].amount
+        self.assertEqual(amount, large - Fraction(1, large))
+
+    def test_fractions_and_decimals(self):
+        self.assertEqual(self.row_of(Fraction(1, 3)), "[ [ 1/3 ]")
+        self.assertEqual(self.row_of(decimal.Decimal("0.10")), "[ [ 0.1 ]")
+
+    def test_integers_of_numpy(self):
+        matrix = numpy.array([[12, 17], [1, 1]], dtype=numpy.int64)
+        problem = starsift.Problem(lower=numpy.zeros(2, int), upper=[9, 9], Ag=matrix, bg=[46, 3])
+        self.assertEqual(problem.search().solutions[0].x, [1, 2])
+
+    def test_a_float_is_exact_and_warns_once(self):
+        starsift._has_warned = False
+        with self.assertWarns(starsift.FloatWarning):
+            self.assertEqual(self.row_of(0.5), "[ [ 0.5 ]")
+        with warnings.catch_warnings():
+            warnings.simplefilter("error")
+            self.assertNotEqual(self.row_of(0.1), "[ [ 0.1 ]")
+
+    def test_what_is_no_number(self):
+        for value in (True, None, "x", math.nan, [1]):
+            with self.subTest(value=value), self.assertRaises((TypeError, ValueError)):
+                self.row_of(value)
+
+    def test_fractions_come_out(self):
+        problem = starsift.Problem(lower=[0], upper=[1], decimals=[1], Ag=[[2]], bg=[1])
+        self.assertEqual(problem.check([["1/2"]])[0].violations, [])
+        amount = problem.check([[0.75]])[0].violations[0].amount
+        self.assertEqual(amount, Fraction(1, 2))
+        self.assertIsInstance(amount, Fraction)
+
+
+class Problems(unittest.TestCase):
+    def test_rows_of_every_kind(self):
+        problem = starsift.Problem(
+            lower=[0, 0], upper=[9, math.inf], names=["a", "b"], Ag=[[1, 1], [1, 0]], bg=[9, 1],
+            qg=[0, 2], Au=[[0, 1]], lu=[-math.inf], ru=[5], minimise=[1, 0],
+        )
+        self.assertEqual(problem.search().solutions[0].x, [5, 4])
+        self.assertEqual(starsift.Problem.from_opt(problem.to_opt()).to_opt(), problem.to_opt())
+
+    def test_lists_of_different_lengths(self):
+        with self.assertRaisesRegex(starsift.Error, "lists of different lengths: Ag 2, bg 1, qg 1"):
+            starsift.Problem(lower=[0, 0], upper=[1, 1], Ag=[[1, 1], [1, 2]], bg=[1])
+
+    def test_copies_are_their_own(self):
+        problem = sums_to(4)
+        for copied in (copy.copy(problem), copy.deepcopy(problem)):
+            copied.add_variable(0, 1)
+            self.assertEqual((problem.variable_count, copied.variable_count), (2, 3))
+
+    def test_points_of_every_kind(self):
+        problem = starsift.Problem(lower=[0, 0], upper=[2**70, 9], Au=[[1, 1]], lu=[0], ru=[2**70])
+        points = [[1, 2], (2**64, Fraction(4, 2)), numpy.array([3, 4]), iter(["5", 6])]
+        self.assertTrue(all(verdict.is_right for verdict in problem.check(points)))
+        self.assertEqual(problem.check([[2**70, 1]])[0].violations[0].amount, 1)
+        for wrong in ([[1]], [[1, 2, 3]], [["x", 1]]):
+            with self.subTest(wrong=wrong), self.assertRaises(starsift.Error):
+                problem.check(wrong)
+        with self.assertRaises(TypeError):
+            problem.check([[True, 1]])
+
+    def test_a_file(self):
+        problem = starsift.read(ROOT / "examples/knapsack/knapsack.opt")
+        records = problem.from_sol((ROOT / "examples/knapsack/knapsack.sol").read_text())
+        written = problem.to_sol(records)
+        self.assertEqual(written, (ROOT / "examples/knapsack/expected.sol").read_text())
+
+
+class Searches(unittest.TestCase):
+    def test_all_solutions_with_a_call_for_each(self):
+        told = []
+        result = sums_to(20).search(sol=0, on_solution=told.append)
+        self.assertEqual(result.proof, "all found")
+        self.assertEqual(len(result.solutions), 11)
+        self.assertCountEqual([s.x for s in told], [s.x for s in result.solutions])
+
+    def test_in_a_pool_of_threads(self):
+        with ThreadPoolExecutor(4) as pool:
+            results = list(pool.map(lambda n: sums_to(n).search(sol=0), range(10, 30)))
+        self.assertEqual([r.count for r in results], [n // 2 + 1 for n in range(10, 30)])
+
+    def test_other_threads_run_meanwhile(self):
+        ran = threading.Event()
+
+        def progress(_):
+            if ran.is_set():
+                raise StopIteration("enough")
+
+        threading.Timer(0.05, ran.set).start()
+        with self.assertRaisesRegex(StopIteration, "enough"):
+            split(7, 60).search(prove=False, time=30, on_progress=progress)
+
+    def test_an_exception_of_a_call_leaves_it(self):
+        def refuse(_):
+            raise KeyError("no")
+
+        with self.assertRaises(KeyError):
+            sums_to(20).search(sol=0, on_solution=refuse)
+
+    def test_ctrl_c_ends_it_with_what_it_has(self):
+        timer = threading.Timer(0.3, os.kill, (os.getpid(), signal.SIGINT))
+        timer.start()
+        result = split(7, 60).search(prove=False, time=30)
+        timer.join()
+        self.assertEqual(result.end, "stopped")
+
+    def test_a_result_is_a_table(self):
+        page = sums_to(4).search(sol=0)._repr_html_()
+        self.assertEqual(page.count("<tr>"), 4)
+        self.assertIn("All 3 solutions", page)
+
+    def test_a_frame_has_exact_numbers_by_the_names_of_their_columns(self):
+        pandas = types.ModuleType("pandas")
+        pandas.DataFrame = lambda rows, dtype: (rows, dtype)
+        with unittest.mock.patch.dict(sys.modules, pandas=pandas):
+            rows, dtype = sums_to(2).search(sol=0).to_pandas()
+        self.assertIs(dtype, object)
+        self.assertCountEqual(rows, [
+            {"target norm": 0, "slack norm": 0, "x1": 0, "x2": 1},
+            {"target norm": 0, "slack norm": 0, "x1": 2, "x2": 0},
+        ])
+
+    def test_an_unknown_option(self):
+        with self.assertRaisesRegex(starsift.Error, "Malformed parameter: soll=1"):
+            sums_to(4).search(soll=1)
+
+
+def load_tests(_loader, tests, _pattern):
+    tests.addTests(doctest.DocTestSuite(starsift))
+    tests.addTests(doctest.DocFileSuite(str(ROOT / "docs/python.md"), module_relative=False))
+    return tests
+
+
+if __name__ == "__main__":
+    unittest.main()

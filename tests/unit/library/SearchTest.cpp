@@ -1,0 +1,232 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <starsift/starsift.h>
+
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "LibraryErrors.h"
+
+namespace starsift {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using Proof = Search::Proof;
+using End = Search::End;
+
+/// 3 x + 5 y = 31, both from 0 to 5: only (2, 5).
+Problem one() {
+  Problem problem;
+  problem.addVariable(0, 5);
+  problem.addVariable(0, 5);
+  problem.addEquation({3, 5}, 31);
+  return problem;
+}
+
+/// 7 x + 11 y + 13 z = 400 with all from 0 to 60.
+Problem many() {
+  Problem problem;
+  for (int i = 0; i < 3; ++i) problem.addVariable(0, 60);
+  problem.addEquation({7, 11, 13}, 400);
+  return problem;
+}
+
+std::uint64_t countOfMany() {
+  std::uint64_t count = 0;
+  for (int z = 0; 13 * z <= 400; ++z)
+    for (int y = 0; 11 * y + 13 * z <= 400; ++y)
+      if ((400 - 11 * y - 13 * z) % 7 == 0) ++count;
+  return count;
+}
+
+/// Market split: nothing is found for minutes.
+Problem hard() {
+  Problem problem;
+  constexpr int columns = 60;
+  std::uint64_t state = 12345;
+  for (int i = 0; i < columns; ++i) problem.addVariable(0, 1);
+  for (int row = 0; row < 7; ++row) {
+    std::vector<long> weights;
+    long sum = 0;
+    for (int i = 0; i < columns; ++i) {
+      state = state * 6364136223846793005U + 1442695040888963407U;
+      weights.push_back(static_cast<long>(state >> 33U) % 100);
+      sum += weights.back();
+    }
+    problem.addEquation(weights, sum / 2);
+  }
+  return problem;
+}
+
+TEST(LibrarySearch, FindsTheOnlySolution) {
+  const Search::Result result = Search(one()).run();
+  ASSERT_EQ(result.solutions.size(), 1U);
+  EXPECT_THAT(result.solutions[0].x, ElementsAre(Number(2), Number(5)));
+  EXPECT_EQ(result.best, std::nullopt);
+}
+
+TEST(LibrarySearch, FindsAllSolutionsAndProvesIt) {
+  const Search::Result result = Search(many()).set("sol", 0).run();
+  EXPECT_EQ(result.proof, Proof::allFound);
+  EXPECT_EQ(result.end, End::decided);
+  EXPECT_EQ(result.count, countOfMany());
+  std::set<std::vector<Number>> points;
+  for (const Solution& solution : result.solutions) {
+    EXPECT_TRUE(check(many(), solution.x).isRight());
+    points.insert(solution.x);
+  }
+  EXPECT_EQ(points.size(), countOfMany());
+  EXPECT_EQ(result.solutions.size(), countOfMany());
+  EXPECT_THAT(result.verdict, HasSubstr("All " + std::to_string(countOfMany()) + " solutions"));
+}
+
+TEST(LibrarySearch, CountsWithoutKeeping) {
+  const Search::Result result = Search(many()).set("count", true).run();
+  EXPECT_EQ(result.count, countOfMany());
+  EXPECT_TRUE(result.solutions.empty());
+}
+
+TEST(LibrarySearch, ProvesTheOptimum) {
+  Problem problem = many();
+  problem.maximise({2, 3, 5});
+  const Search::Result result = Search(problem).run();
+  EXPECT_EQ(result.proof, Proof::optimum);
+  ASSERT_FALSE(result.solutions.empty());
+  EXPECT_EQ(result.best, result.solutions.front().targetNorm);
+  EXPECT_EQ(result.bound, result.best);
+}
+
+TEST(LibrarySearch, ProvesThatThereIsNone) {
+  Problem problem = one();
+  problem.addEquation({1, 1}, 8);
+  const Search::Result result = Search(problem).run();
+  EXPECT_EQ(result.proof, Proof::infeasible);
+  EXPECT_TRUE(result.solutions.empty());
+}
+
+TEST(LibrarySearch, SaysThatThereIsNoBest) {
+  Problem problem;
+  for (int i = 0; i < 2; ++i) problem.addVariable(0, "inf");
+  problem.addEquation({1, -1}, 3);
+  problem.maximise({1, 1});
+  const Search::Result result = Search(problem).run();
+  EXPECT_TRUE(result.isUnbounded);
+  EXPECT_EQ(result.proof, Proof::none);
+  EXPECT_FALSE(result.solutions.empty());
+}
+
+TEST(LibrarySearch, TakesAReportThatProvesItForAnAnswer) {
+  Problem problem;
+  for (int i = 0; i < 2; ++i) problem.addVariable(0, 5);
+  problem.addEquation({2, 4}, 7);
+  const Search::Result result = Search(problem).run();
+  EXPECT_EQ(result.proof, Proof::infeasible);
+  EXPECT_EQ(result.end, End::decided);
+  EXPECT_FALSE(result.isExactOnly);
+  EXPECT_THAT(result.verdict, HasSubstr("This proves that the problem has no solution."));
+}
+
+TEST(LibrarySearch, SaysThatOnlyExactSolutionsAreExcluded) {
+  Problem problem;
+  problem.addVariable(0, 5);
+  problem.addEquation({"2.0000000001"}, 4);
+  EXPECT_TRUE(check(problem, std::vector<Number>{2}).isSolution);
+  const Search::Result result = Search(problem).run();
+  EXPECT_EQ(result.proof, Proof::infeasible);
+  EXPECT_TRUE(result.isExactOnly);
+}
+
+TEST(LibrarySearch, TellsOfEachSolutionOnce) {
+  std::vector<std::vector<Number>> told;
+  const Search::Result result =
+      Search(many())
+          .set("sol", 0)
+          .onSolution([&told](const Solution& solution) { told.push_back(solution.x); })
+          .run();
+  EXPECT_EQ(told.size(), result.solutions.size());
+  EXPECT_EQ((std::set<std::vector<Number>>(told.begin(), told.end()).size()), told.size());
+}
+
+TEST(LibrarySearch, EndsByAnExceptionOfACall) {
+  const Search search = [] {
+    Search made(many());
+    made.set("sol", 0).onSolution([](const Solution&) { throw std::runtime_error("enough"); });
+    return made;
+  }();
+  EXPECT_THROW(search.run(), std::runtime_error);
+}
+
+TEST(LibrarySearch, StopsWhenItIsAskedTo) {
+  std::stop_source source;
+  int calls = 0;
+  Search search(hard());
+  search.set("prove", false).set("threads", 1).onProgress([&](const Search::Progress& progress) {
+    EXPECT_GE(progress.seconds, 0);
+    if (++calls == 3) source.request_stop();
+  });
+  EXPECT_EQ(search.run(source.get_token()).end, End::stopped);
+  EXPECT_EQ(calls, 3);
+}
+
+TEST(LibrarySearch, StopsInTheMiddleOfATree) {
+  std::stop_source source;
+  Search search(hard());
+  search.set("prove", true).onProgress([&](const Search::Progress& progress) {
+    if (progress.treeShare) source.request_stop();
+  });
+  const Search::Result result = search.run(source.get_token());
+  EXPECT_EQ(result.end, End::stopped);
+  EXPECT_EQ(result.proof, Proof::none);
+}
+
+TEST(LibrarySearch, EndsAfterItsPasses) {
+  EXPECT_EQ(Search(hard()).set("prove", false).set("iters", 1).run().end, End::passes);
+}
+
+TEST(LibrarySearch, EndsAfterItsTime) {
+  const Search::Result result = Search(hard()).set("prove", false).set("rtime", 1).run();
+  EXPECT_EQ(result.end, End::time);
+  EXPECT_GE(result.seconds, 1);
+}
+
+TEST(LibrarySearch, MayBeRunAgainWithTheSameResult) {
+  Search search(one());
+  search.set("seed", 7);
+  const Search::Result first = search.run();
+  EXPECT_EQ(first.seed, 7U);
+  EXPECT_EQ(first.solutions.front().x, search.run().solutions.front().x);
+}
+
+TEST(LibrarySearch, PrintsNothing) {
+  testing::internal::CaptureStdout();
+  testing::internal::CaptureStderr();
+  static_cast<void>(Search(many()).set("sol", 3).run());
+  Problem none = one();
+  none.addEquation({3, 5}, 32);
+  static_cast<void>(Search(none).run());
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST(LibrarySearch, RefusesOtherOptions) {
+  Search search(one());
+  EXPECT_ERROR(search.set("beat", 20), "Malformed parameter: beat=20");
+  EXPECT_ERROR(search.set("beta", "many"), "Malformed parameter: beta=many");
+  EXPECT_ERROR(search.set("prove", 2), "Malformed parameter: prove=2");
+  EXPECT_ERROR(search.set("threads", 0), "Malformed parameter: threads=0");
+  EXPECT_ERROR(search.set("verb", 2), "not an option of a search: verb");
+  EXPECT_EQ(search.run().solutions.size(), 1U);
+}
+
+TEST(LibrarySearch, RefusesAProblemWithoutRows) {
+  Problem problem;
+  EXPECT_ERROR(Search(problem).run(), "the problem has no variables");
+  problem.addVariable(0, 1);
+  EXPECT_ERROR(Search(problem).run(), "the problem has neither rows nor targets");
+}
+
+}  // namespace
+}  // namespace starsift
