@@ -4,6 +4,7 @@
 
 #include "search/enumeration/ExactWalk.h"
 #include "search/enumeration/FloatingWalk.h"
+#include "search/enumeration/TreeCut.h"
 
 namespace starsift {
 
@@ -55,6 +56,17 @@ Enumeration& Enumeration::operator=(Enumeration&&) noexcept = default;
 
 EnumerationEnd Enumeration::run(EnumerationVisitor& visitor, const EnumerationSettings& settings) {
   return walk_->run(visitor, settings);
+}
+
+EnumerationEnd Enumeration::run(EnumerationVisitor& visitor, const EnumerationSettings& settings,
+                                std::vector<Subtree> subtrees) {
+  return walk_->run(visitor, settings, std::move(subtrees));
+}
+
+std::optional<std::vector<Subtree>> Enumeration::cut(std::size_t wanted,
+                                                     const std::function<bool()>& mayGoOn) const {
+  const std::unique_ptr<EnumerationWalk> walk = walk_->twin();
+  return cutTree(*walk, wanted, mayGoOn);
 }
 
 TreeEstimate Enumeration::estimate(const ProbeSettings& probes) const {

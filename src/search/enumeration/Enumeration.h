@@ -10,6 +10,7 @@
 
 #include "search/enumeration/BoxCoset.h"
 #include "search/enumeration/CosetDirections.h"
+#include "search/enumeration/Subtree.h"
 #include "search/enumeration/TreeEstimate.h"
 
 namespace starsift {
@@ -28,6 +29,8 @@ class EnumerationVisitor {
   /// Called every EnumerationSettings::nodesPerReport nodes with the share of the tree that was
   /// walked, in [0, 1], and the nodes of this run.
   virtual Step progress(double share, std::uint64_t nodes) = 0;
+  /// Called once for each subtree of a list that was walked to its end, after its points.
+  virtual void finished(const FinishedPiece& /*piece*/) {}
 
  protected:
   EnumerationVisitor() = default;
@@ -79,6 +82,15 @@ class Enumeration {
   /// exception of any of them ends the run and is thrown here. The points are the same whatever
   /// the number of threads, in another order.
   EnumerationEnd run(EnumerationVisitor& visitor, const EnumerationSettings& settings);
+  /// The same for a part of the tree, subtrees that cut() has made of it: complete is what is below
+  /// them. Progress is reported after each subtree too.
+  EnumerationEnd run(EnumerationVisitor& visitor, const EnumerationSettings& settings,
+                     std::vector<Subtree> subtrees);
+  /// Cuts the tree into subtrees that share no node and hold all points: about `wanted` of them,
+  /// fewer if the tree has so few nodes or no node whose children can be listed. They don't depend
+  /// on what was walked before. Empty if mayGoOn(), called before each step, ended it.
+  std::optional<std::vector<Subtree>> cut(std::size_t wanted,
+                                          const std::function<bool()>& mayGoOn) const;
   /// Estimates the nodes of a complete run in the box as it is; O(probes d n w), w the number of
   /// children of a node, and linear programs as in a run. No solution is reported.
   TreeEstimate estimate(const ProbeSettings& probes) const;

@@ -24,6 +24,13 @@ class EnumerationWalk {
   virtual EnumerationEnd runSubtree(EnumerationVisitor& visitor,
                                     const EnumerationSettings& settings,
                                     const Subtree& subtree) = 0;
+  /// As Enumeration::run().
+  EnumerationEnd run(EnumerationVisitor& visitor, const EnumerationSettings& settings,
+                     std::vector<Subtree> subtrees);
+  /// The next coefficients that no test cuts below a path, nearest to the centre first; more than
+  /// `most` of them if there are more. The path was made of such choices and leaves at least two
+  /// rows.
+  virtual std::vector<QQ> choicesBelow(const std::vector<QQ>& path, std::size_t most) = 0;
   /// Hands over the part of what is left of this run that seems the largest: this run won't walk
   /// it. Its share is that of the subtree of this run. None if nothing but the subtree of the
   /// current node is left. To be called from progress().

@@ -133,6 +133,10 @@ ExactWalk::Interval ExactWalk::interval(std::size_t k, const Node& node) const {
   return result;
 }
 
+QQ ExactWalk::offsetOf(std::size_t k, const Node& node) const {
+  return inner(node.point, directions_[k - 1]) / squaredLengths_[k - 1];
+}
+
 LevelChoices ExactWalk::choicesAt(std::size_t k) {
   const Choice& choice = path_[k];
   const QQ& chosen = *choice.coefficient;
@@ -203,7 +207,7 @@ bool ExactWalk::visit(std::size_t k, const Node& node) {
   if (k == 0) return report(node);
   Interval range = interval(k, node);
   if (range.least > range.most) return true;
-  const QQ offset = inner(node.point, directions_[k - 1]) / squaredLengths_[k - 1];
+  const QQ offset = offsetOf(k, node);
   const QQ nearest = ceil(-offset);
   const QQ below = nearest - QQ(1);
   return visitSide(k, node, offset, max(nearest, range.least), QQ(1), range) &&
@@ -214,19 +218,54 @@ bool ExactWalk::visitSide(std::size_t k, const Node& node, const QQ& offset, QQ 
                           Interval& range) {
   path_[k - 1] = {&node, &range, &offset, &c, step.sign()};
   for (; c >= range.least && c <= range.most; c += step) {
-    const QQ factor = c + offset;
-    Node child{node.length + factor * factor * squaredLengths_[k - 1], node.direction, node.point};
-    if (child.length > radius(k - 1)) {
-      if (settings_.pruning && child.length <= radius(rows_.size())) hasPruned_ = true;
-      return true;
-    }
-    addMultiple(child.direction, factor, directions_[k - 1]);
-    if (isCut(child)) return true;
+    const std::optional<Node> child = childOf(k, node, offset, c);
+    if (!child) return true;
     if (!pace(k - 1)) return false;
-    addMultiple(child.point, c, rows_[k - 1]);
-    if (!visit(k - 1, child)) return false;
+    if (!visit(k - 1, *child)) return false;
   }
   return true;
+}
+
+std::optional<ExactWalk::Node> ExactWalk::childOf(std::size_t k, const Node& node, const QQ& offset,
+                                                  const QQ& c) {
+  const QQ factor = c + offset;
+  Node child{node.length + factor * factor * squaredLengths_[k - 1], node.direction, node.point};
+  if (child.length > radius(k - 1)) {
+    if (settings_.pruning && child.length <= radius(rows_.size())) hasPruned_ = true;
+    return std::nullopt;
+  }
+  addMultiple(child.direction, factor, directions_[k - 1]);
+  if (isCut(child)) return std::nullopt;
+  addMultiple(child.point, c, rows_[k - 1]);
+  return child;
+}
+
+std::vector<QQ> ExactWalk::choicesBelow(const std::vector<QQ>& path, std::size_t most) {
+  settings_ = {};
+  subtree_ = {};
+  if (isEmptyBox(coset()) || isCut(root_)) return {};
+  std::size_t k = rows_.size();
+  Node node = root_;
+  for (const QQ& c : path) {
+    std::optional<Node> child = childOf(k, node, offsetOf(k, node), c);
+    if (!child) return {};
+    node = *std::move(child);
+    --k;
+  }
+  const Interval range = interval(k, node);
+  const QQ offset = offsetOf(k, node);
+  std::vector<QQ> choices;
+  const auto list = [&](QQ c, const QQ& step) {
+    for (; c >= range.least && c <= range.most && choices.size() <= most; c += step) {
+      if (!childOf(k, node, offset, c)) return;
+      choices.push_back(c);
+    }
+  };
+  const QQ nearest = ceil(-offset);
+  const QQ below = nearest - QQ(1);
+  list(max(nearest, range.least), QQ(1));
+  list(below < range.most ? below : range.most, QQ(-1));
+  return choices;
 }
 
 EnumerationEnd ExactWalk::runSubtree(EnumerationVisitor& visitor,

@@ -29,6 +29,7 @@ class ExactWalk : public EnumerationWalk {
   EnumerationEnd runSubtree(EnumerationVisitor& visitor, const EnumerationSettings& settings,
                             const Subtree& subtree) override;
   std::optional<Subtree> splitOff() override;
+  std::vector<QQ> choicesBelow(const std::vector<QQ>& path, std::size_t most) override;
   std::uint64_t ownNodes() const override { return nodes_; }
   /// There are no probes in rationals.
   TreeEstimate probe(const ProbeSettings&) const override { return {}; }
@@ -65,6 +66,8 @@ class ExactWalk : public EnumerationWalk {
   /// Walks the children of a node on one side of the centre, from coefficient c on.
   bool visitSide(std::size_t k, const Node& node, const QQ& offset, QQ c, const QQ& step,
                  Interval& range);
+  /// The child with coefficient c of row k - 1; none if it is cut, with all further out.
+  std::optional<Node> childOf(std::size_t k, const Node& node, const QQ& offset, const QQ& c);
   bool report(const Node& node);
   /// Counts a node with the coefficients from `k` on chosen, and reports progress. Nodes above the
   /// subtree don't count.
@@ -76,6 +79,8 @@ class ExactWalk : public EnumerationWalk {
   /// The part of the interval of coefficient k - 1 that its final coordinates and the subtree
   /// leave.
   Interval interval(std::size_t k, const Node& node) const;
+  /// The choice c of coefficient k - 1 gives the Gram-Schmidt coefficient c + offset.
+  QQ offsetOf(std::size_t k, const Node& node) const;
   /// No point of the box has this projected vector, or one further out in its direction.
   bool isCut(const Node& node) const;
   QQ radius(std::size_t k);

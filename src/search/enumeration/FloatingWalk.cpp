@@ -16,6 +16,21 @@ namespace {
 /// a millisecond in a hundred dimensions.
 constexpr std::uint64_t nodesPerProgram = 128;
 
+/// A coefficient of a walk over the same geometry.
+template <class Real>
+Real real(const QQ& integer) {
+  Real result = 0;
+  exactlyAs(integer.numerator(), result);
+  return result;
+}
+
+template <class Real>
+std::vector<Real> reals(const std::vector<QQ>& integers) {
+  std::vector<Real> result;
+  for (const QQ& integer : integers) result.push_back(real<Real>(integer));
+  return result;
+}
+
 }  // namespace
 
 template <class Real>
@@ -87,16 +102,28 @@ bool FloatingWalk<Real>::start(const Subtree& subtree) {
     nodes_.enter(level_);
     return true;
   }
-  const auto real = [](const QQ& integer) {
-    Real result = 0;
-    // As it comes from a walk over the same geometry it fits.
-    exactlyAs(integer.numerator(), result);
-    return result;
-  };
-  std::vector<Real> path;
-  for (const QQ& coefficient : subtree.path) path.push_back(real(coefficient));
-  nodes_.startBelow(path, real(subtree.least), real(subtree.most));
-  return returnToOpenLevel();
+  nodes_.startBelow(reals<Real>(subtree.path));
+  if (!subtree.hasAllChoices()) {
+    nodes_.enterBetween(level_, real<Real>(subtree.least), real<Real>(subtree.most));
+    return returnToOpenLevel();
+  }
+  const std::size_t below = level_;
+  if (!returnToOpenLevel() || level_ > below) return false;
+  nodes_.enter(level_);
+  return true;
+}
+
+template <class Real>
+std::vector<QQ> FloatingWalk<Real>::choicesBelow(const std::vector<QQ>& path, std::size_t most) {
+  std::vector<QQ> choices;
+  nodes_.setPruning(std::nullopt);
+  if (nodes_.isRootCut()) return choices;
+  nodes_.startBelow(reals<Real>(path));
+  const std::size_t k = geometry_->dimension - 1 - path.size();
+  nodes_.enter(k);
+  while (choices.size() <= most && nodes_.advance(k))
+    choices.push_back(exactInteger(nodes_.chosen(k)));
+  return choices;
 }
 
 template <class Real>

@@ -23,6 +23,7 @@ class FloatingWalk : public EnumerationWalk {
   EnumerationEnd runSubtree(EnumerationVisitor& visitor, const EnumerationSettings& settings,
                             const Subtree& subtree) override;
   std::optional<Subtree> splitOff() override;
+  std::vector<QQ> choicesBelow(const std::vector<QQ>& path, std::size_t most) override;
   std::uint64_t ownNodes() const override { return leaves_ + nodes_.nodes(); }
   TreeEstimate probe(const ProbeSettings& settings) const override;
 

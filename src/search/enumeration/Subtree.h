@@ -1,6 +1,8 @@
 // A part of an enumeration tree that is walked by itself.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "numbers/QQ.h"
@@ -17,8 +19,18 @@ struct Subtree {
   QQ most = QQ::infinity();
   /// Estimated share of a tree, in [0, 1].
   double share = 1;
+  /// Index in a list of subtrees: of the one that this is, or was split off from.
+  std::size_t piece = 0;
 
-  bool isWhole() const { return path.empty() && least.isInf() && most.isInf(); }
+  bool isWhole() const { return path.empty() && hasAllChoices(); }
+  bool hasAllChoices() const { return least.isInf() && most.isInf(); }
+};
+
+/// A subtree of a list that was walked to its end.
+struct FinishedPiece {
+  std::size_t piece = 0;
+  std::uint64_t nodes = 0;
+  std::uint64_t points = 0;
 };
 
 }  // namespace starsift

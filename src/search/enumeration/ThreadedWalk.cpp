@@ -11,15 +11,16 @@ namespace starsift {
 
 namespace {
 
-/// Walks a subtree that `walker` has taken.
+/// Walks a subtree that `walker` has taken; `points` counts those that its visitor is told of.
 void walkSubtree(WalkExchange& exchange, std::size_t walker, EnumerationWalk& walk,
-                 EnumerationVisitor& visitor, EnumerationSettings settings,
-                 const Subtree& subtree) {
+                 EnumerationVisitor& visitor, EnumerationSettings settings, const Subtree& subtree,
+                 const std::uint64_t& points) {
   settings.nodeLimit = exchange.nodesLeft();
-  const std::uint64_t before = walk.ownNodes();
+  const std::uint64_t nodesBefore = walk.ownNodes();
+  const std::uint64_t pointsBefore = points;
   const EnumerationEnd end = walk.runSubtree(visitor, settings, subtree);
   if (end == EnumerationEnd::limit) exchange.end(end);
-  exchange.finish(walker, walk.ownNodes() - before, end == EnumerationEnd::pruned);
+  exchange.finish(walker, walk.ownNodes() - nodesBefore, points - pointsBefore, end);
 }
 
 Step nextStep(const WalkExchange& exchange) {
@@ -38,7 +39,7 @@ class ThreadedWalk::Helper : public EnumerationVisitor {
     try {
       while (const std::optional<Subtree> subtree = exchange_.take(walker_)) {
         exchange_.narrow(*walk_, boxVersion_);
-        walkSubtree(exchange_, walker_, *walk_, *this, settings, *subtree);
+        walkSubtree(exchange_, walker_, *walk_, *this, settings, *subtree, points_);
       }
     } catch (...) {
       exchange_.fail(std::current_exception());
@@ -46,6 +47,7 @@ class ThreadedWalk::Helper : public EnumerationVisitor {
   }
 
   Step found(const std::vector<ZZ>& point) override {
+    ++points_;
     exchange_.post(point);
     return nextStep(exchange_);
   }
@@ -62,6 +64,7 @@ class ThreadedWalk::Helper : public EnumerationVisitor {
   std::size_t walker_;
   std::unique_ptr<EnumerationWalk> walk_;
   std::uint64_t boxVersion_ = 0;
+  std::uint64_t points_ = 0;
 };
 
 /// The threads beside the calling one.
@@ -101,8 +104,8 @@ class ThreadedWalk::Caller : public EnumerationVisitor {
       : walk_(walk), helpers_(helpers), narrowings_(walk.walk_.narrowings()) {}
 
   Step found(const std::vector<ZZ>& point) override {
-    // The box may have become smaller since another thread has found the point.
-    if (!hasStopped_ && isInBox(walk_.walk_.coset(), point)) obey(walk_.visitor_.found(point));
+    ++points_;
+    pass(point);
     return nextStep(walk_.exchange_);
   }
 
@@ -110,11 +113,28 @@ class ThreadedWalk::Caller : public EnumerationVisitor {
     WalkExchange& exchange = walk_.exchange_;
     helpers_.start();
     exchange.report(0, share, nodes);
-    for (const WalkExchange::Point& point : exchange.takePoints()) found(point);
+    deliver(exchange.takeResults());
     tell();
     if (exchange.wantsSubtrees()) exchange.give(0, walk_.walk_.splitOff());
     return nextStep(exchange);
   }
+
+  /// Between two subtrees, which may be too small for a report of their own.
+  void pause() {
+    helpers_.start();
+    deliver(walk_.exchange_.takeResults());
+    tell();
+  }
+
+  /// Passes on what all walks have found and finished.
+  void deliver(const WalkExchange::Results& results) {
+    for (const WalkExchange::Point& point : results.points) pass(point);
+    for (const FinishedPiece& piece : results.finished)
+      if (!hasStopped_) walk_.visitor_.finished(piece);
+  }
+
+  /// Points that the caller's own walk has found.
+  const std::uint64_t& points() const { return points_; }
 
   /// Tells the visitor of the progress of all walks.
   void tell() {
@@ -123,6 +143,11 @@ class ThreadedWalk::Caller : public EnumerationVisitor {
   }
 
  private:
+  void pass(const WalkExchange::Point& point) {
+    // The box may have become smaller since another thread has found the point.
+    if (!hasStopped_ && isInBox(walk_.walk_.coset(), point)) obey(walk_.visitor_.found(point));
+  }
+
   /// After a call of the visitor, which may have narrowed the box.
   void obey(Step step) {
     if (step == Step::stop) {
@@ -138,16 +163,18 @@ class ThreadedWalk::Caller : public EnumerationVisitor {
   Helpers& helpers_;
   /// Of the walk when the box was published.
   std::uint64_t narrowings_;
+  std::uint64_t points_ = 0;
   /// The visitor isn't called any more.
   bool hasStopped_ = false;
 };
 
 ThreadedWalk::ThreadedWalk(EnumerationWalk& walk, EnumerationVisitor& visitor,
-                           const EnumerationSettings& settings)
+                           const EnumerationSettings& settings, std::vector<Subtree> subtrees)
     : walk_(walk),
       visitor_(visitor),
       settings_(settings),
-      exchange_(settings.threads, settings.nodeLimit, {}) {}
+      hasSeveral_(subtrees.size() > 1),
+      exchange_(settings.threads, settings.nodeLimit, std::move(subtrees)) {}
 
 EnumerationEnd ThreadedWalk::run() {
   Helpers helpers(*this);
@@ -155,15 +182,16 @@ EnumerationEnd ThreadedWalk::run() {
   while (true) {
     const WalkExchange::News news = exchange_.waitForNews();
     if (news.isOver) break;
-    for (const WalkExchange::Point& point : news.points) caller.found(point);
+    caller.deliver(news.results);
     if (news.subtree)
-      walkSubtree(exchange_, 0, walk_, caller, settings_, *news.subtree);
+      walkSubtree(exchange_, 0, walk_, caller, settings_, *news.subtree, caller.points());
     else
       caller.tell();
+    if (news.subtree && hasSeveral_) caller.pause();
   }
   helpers.join();
-  // Found before the node limit.
-  for (const WalkExchange::Point& point : exchange_.takePoints()) caller.found(point);
+  // Before the node limit.
+  caller.deliver(exchange_.takeResults());
   return exchange_.outcome();
 }
 

@@ -215,7 +215,7 @@ void TreeNodes<Real>::choose(std::size_t k, Real coefficient) {
 }
 
 template <class Real>
-void TreeNodes<Real>::startBelow(const std::vector<Real>& path, Real least, Real most) {
+void TreeNodes<Real>::startBelow(const std::vector<Real>& path) {
   std::size_t k = geometry_.dimension - 1;
   for (const Real coefficient : path) {
     Level& level = levels_[k];
@@ -225,6 +225,10 @@ void TreeNodes<Real>::startBelow(const std::vector<Real>& path, Real least, Real
     choose(k, coefficient);
     descend(k--);
   }
+}
+
+template <class Real>
+void TreeNodes<Real>::enterBetween(std::size_t k, Real least, Real most) {
   levels_[k].least = least;
   levels_[k].most = most;
   start(levels_[k]);

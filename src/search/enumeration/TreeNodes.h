@@ -49,9 +49,12 @@ class TreeNodes {
   void descend(std::size_t k);
   /// Chooses a coefficient that advance(k) has returned before.
   void choose(std::size_t k, Real coefficient);
-  /// At the root: chooses the coefficients of the last rows, fewer than d, without tests, and
-  /// starts the children of that node in an interval. Nothing else of the tree is left then.
-  void startBelow(const std::vector<Real>& path, Real least, Real most);
+  /// At the root: chooses the coefficients of the last rows, fewer than d, without tests. Nothing
+  /// else of the tree is left then. The children of that node are started by enter() or
+  /// enterBetween().
+  void startBelow(const std::vector<Real>& path);
+  /// Starts the children of the current node in an interval.
+  void enterBetween(std::size_t k, Real least, Real most);
   /// Takes the choices of level k > 0 from `first` on away from this walk, all up or all down;
   /// `first` is relative to the chosen one. Returns the least and the greatest of them.
   std::pair<Real, Real> handOver(std::size_t k, bool isUp, double first);

@@ -19,13 +19,19 @@ using Lock = std::unique_lock<std::mutex>;
 }  // namespace
 
 WalkExchange::WalkExchange(std::size_t walkers, const std::optional<std::uint64_t>& nodeLimit,
-                           Subtree first)
-    : subtrees_{std::move(first)}, walkers_(walkers), nodeLimit_(nodeLimit) {
+                           std::vector<Subtree> subtrees)
+    : subtrees_(std::move(subtrees)), walkers_(walkers), nodeLimit_(nodeLimit) {
+  for (const Subtree& subtree : subtrees_) {
+    Piece& piece = pieces_[subtree.piece];
+    ++piece.parts;
+    piece.total.piece = subtree.piece;
+  }
   update();
 }
 
 void WalkExchange::update() {
-  wantsSubtrees_.store(subtrees_.size() < walkers_.size(), std::memory_order_relaxed);
+  wantsSubtrees_.store(walkers_.size() > 1 && subtrees_.size() < walkers_.size(),
+                       std::memory_order_relaxed);
 }
 
 void WalkExchange::give(std::size_t walker, std::optional<Subtree> part) {
@@ -33,6 +39,8 @@ void WalkExchange::give(std::size_t walker, std::optional<Subtree> part) {
   const Lock lock(mutex_);
   part->share *= walkers_[walker].weight;
   walkers_[walker].weight -= part->share;
+  part->piece = walkers_[walker].piece;
+  ++pieces_[part->piece].parts;
   subtrees_.push_back(*std::move(part));
   update();
   changed_.notify_all();
@@ -46,6 +54,7 @@ Subtree WalkExchange::popLargest(std::size_t walker) {
   subtrees_.erase(largest);
   ++busy_;
   walkers_[walker].weight = result.share;
+  walkers_[walker].piece = result.piece;
   update();
   return result;
 }
@@ -60,11 +69,11 @@ std::optional<Subtree> WalkExchange::take(std::size_t walker) {
 WalkExchange::News WalkExchange::waitForNews() {
   Lock lock(mutex_);
   changed_.wait_for(lock, longestWait, [this] {
-    return isEnded() || !points_.empty() || !subtrees_.empty() || isDone();
+    return isEnded() || !results_.points.empty() || !subtrees_.empty() || isDone();
   });
   News news;
-  if (!isEnded() && !points_.empty()) {
-    news.points = std::exchange(points_, {});
+  if (!isEnded() && !results_.points.empty()) {
+    news.results = std::exchange(results_, {});
     changed_.notify_all();
   } else if (isEnded() || isDone()) {
     news.isOver = true;
@@ -74,12 +83,19 @@ WalkExchange::News WalkExchange::waitForNews() {
   return news;
 }
 
-void WalkExchange::finish(std::size_t walker, std::uint64_t nodes, bool isPruned) {
+void WalkExchange::finish(std::size_t walker, std::uint64_t nodes, std::uint64_t points,
+                          EnumerationEnd end) {
   const Lock lock(mutex_);
   Walker& mine = walkers_[walker];
   finished_ += mine.weight;
-  mine = {0, 0, 0, mine.nodesBefore + nodes};
-  isPruned_ = isPruned_ || isPruned;
+  Piece& piece = pieces_[mine.piece];
+  piece.total.nodes += nodes;
+  piece.total.points += points;
+  // What was left before its end keeps its piece from being finished.
+  if (end == EnumerationEnd::complete && --piece.parts == 0)
+    results_.finished.push_back(piece.total);
+  mine = {0, 0, 0, 0, mine.nodesBefore + nodes};
+  isPruned_ = isPruned_ || end == EnumerationEnd::pruned;
   --busy_;
   changed_.notify_all();
 }
@@ -142,15 +158,15 @@ std::uint64_t WalkExchange::otherNodes() const {
 
 void WalkExchange::post(const Point& point) {
   Lock lock(mutex_);
-  changed_.wait(lock, [this] { return isEnded() || points_.size() < mostPoints; });
-  points_.push_back(point);
+  changed_.wait(lock, [this] { return isEnded() || results_.points.size() < mostPoints; });
+  results_.points.push_back(point);
   changed_.notify_all();
 }
 
-std::vector<WalkExchange::Point> WalkExchange::takePoints() {
+WalkExchange::Results WalkExchange::takeResults() {
   const Lock lock(mutex_);
-  if (!points_.empty()) changed_.notify_all();
-  return std::exchange(points_, {});
+  if (!results_.points.empty()) changed_.notify_all();
+  return std::exchange(results_, {});
 }
 
 void WalkExchange::publishBox(const BoxCoset& coset) {

@@ -5,6 +5,7 @@
 #include <condition_variable>
 #include <cstdint>
 #include <exception>
+#include <map>
 #include <mutex>
 #include <optional>
 #include <vector>
@@ -18,17 +19,23 @@ namespace starsift {
 class WalkExchange {
  public:
   using Point = std::vector<ZZ>;
+  /// Points, and the subtrees of the list that were finished before or with them.
+  struct Results {
+    std::vector<Point> points;
+    std::vector<FinishedPiece> finished;
+  };
   struct Progress {
     double share;
     std::uint64_t nodes;
   };
 
-  /// For a run of as many walkers over one subtree.
-  WalkExchange(std::size_t walkers, const std::optional<std::uint64_t>& nodeLimit, Subtree first);
+  /// For a run of as many walkers over a list of subtrees, whose shares sum up to 1.
+  WalkExchange(std::size_t walkers, const std::optional<std::uint64_t>& nodeLimit,
+               std::vector<Subtree> subtrees);
 
   // Subtrees
 
-  /// Fewer subtrees wait than there are walkers.
+  /// Fewer subtrees wait than there are walkers, of which there are several.
   bool wantsSubtrees() const { return wantsSubtrees_.load(std::memory_order_relaxed); }
   /// A part of the subtree that `walker` walks, which it leaves to others; none: it has nothing to
   /// leave. The share is that of its present subtree.
@@ -37,13 +44,14 @@ class WalkExchange {
   std::optional<Subtree> take(std::size_t walker);
   /// What walker 0 waits for, not longer than some hundredths of a second.
   struct News {
-    std::vector<Point> points;
+    Results results;
     std::optional<Subtree> subtree;
     bool isOver = false;
   };
   News waitForNews();
-  /// The subtree of `walker` is done, after so many nodes. `isPruned`: nothing is proved.
-  void finish(std::size_t walker, std::uint64_t nodes, bool isPruned);
+  /// `walker` has left its subtree, after so many nodes and points, which are posted or with the
+  /// visitor. Pruned: nothing is proved.
+  void finish(std::size_t walker, std::uint64_t nodes, std::uint64_t points, EnumerationEnd end);
 
   // Ends
 
@@ -70,7 +78,7 @@ class WalkExchange {
 
   /// Adds a point; waits while many do.
   void post(const Point& point);
-  std::vector<Point> takePoints();
+  Results takeResults();
   /// The box of the caller's walk has become smaller.
   void publishBox(const BoxCoset& coset);
   /// Narrows a walk if the box has changed since `version`, which is updated.
@@ -81,9 +89,17 @@ class WalkExchange {
     /// Share of its subtree, and of what is done of it.
     double weight = 0;
     double done = 0;
+    std::size_t piece = 0;
     /// Nodes in its present subtree, and before.
     std::uint64_t nodes = 0;
     std::uint64_t nodesBefore = 0;
+  };
+
+  /// A subtree of the list.
+  struct Piece {
+    /// Parts of it that wait or are walked.
+    std::size_t parts = 0;
+    FinishedPiece total;
   };
 
   bool isDone() const { return busy_ == 0 && subtrees_.empty(); }
@@ -96,13 +112,14 @@ class WalkExchange {
   std::condition_variable changed_;
   std::vector<Subtree> subtrees_;
   std::vector<Walker> walkers_;
+  std::map<std::size_t, Piece> pieces_;
   /// Walkers that have a subtree.
   std::size_t busy_ = 0;
   std::optional<std::uint64_t> nodeLimit_;
   /// Shares of finished subtrees, and the share last told.
   double finished_ = 0;
   double told_ = 0;
-  std::vector<Point> points_;
+  Results results_;
   BoxCoset box_;
   std::atomic<std::uint64_t> boxVersion_ = 0;
   std::atomic<bool> wantsSubtrees_ = false;

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "search/enumeration/CosetReduction.h"
+#include "search/enumeration/TreeCut.h"
 #include "support/fixtures/CollectingVisitor.h"
 #include "support/fixtures/EquationCoset.h"
 
@@ -169,6 +170,80 @@ TYPED_TEST(ThreadedWalkOver, HandsOverEachSubtreeOnce) {
   EXPECT_EQ(mine.points, this->expected_);
 }
 
+/// Keeps what it is told of subtrees too.
+class PieceVisitor : public CollectingVisitor {
+ public:
+  void finished(const FinishedPiece& piece) override {
+    EXPECT_TRUE(pieces.insert(piece.piece).second);
+    counted += piece.points;
+    EXPECT_LE(counted, points.size());
+  }
+
+  std::set<std::size_t> pieces;
+  /// Points of all finished subtrees.
+  std::uint64_t counted = 0;
+};
+
+template <class Walk>
+class TreeCutOver : public ThreadedWalkOver<Walk> {
+ protected:
+  std::vector<Subtree> cut(std::size_t wanted) const {
+    return *cutTree(*this->walk_->twin(), wanted, [] { return true; });
+  }
+};
+TYPED_TEST_SUITE(TreeCutOver, Walks);
+
+TYPED_TEST(TreeCutOver, FindsEachPointBelowOneSubtree) {
+  for (const std::size_t wanted : {1, 2, 5, 30, 1000}) {
+    const std::vector<Subtree> pieces = this->cut(wanted);
+    EXPECT_GE(pieces.size(), std::min<std::size_t>(wanted, 30));
+    for (const unsigned threads : {1, 3}) {
+      PieceVisitor visitor;
+      EXPECT_EQ(this->walk_->run(visitor, inThreads(threads), pieces), EnumerationEnd::complete);
+      EXPECT_FALSE(visitor.isDouble);
+      EXPECT_EQ(visitor.points, this->expected_);
+      EXPECT_EQ(visitor.pieces.size(), pieces.size());
+      EXPECT_EQ(visitor.counted, this->expected_.size());
+    }
+  }
+}
+
+TYPED_TEST(TreeCutOver, IsTheSameAfterAWalk) {
+  const auto paths = [this] {
+    std::vector<std::vector<QQ>> result;
+    for (const Subtree& piece : this->cut(30)) result.push_back(piece.path);
+    return result;
+  };
+  const auto before = paths();
+  CollectingVisitor visitor;
+  this->walk_->run(visitor, inThreads(1));
+  EXPECT_EQ(paths(), before);
+}
+
+TYPED_TEST(TreeCutOver, EndsWhenItIsToldTo) {
+  int steps = 0;
+  EXPECT_FALSE(cutTree(*this->walk_->twin(), 30, [&steps] { return ++steps < 3; }));
+  EXPECT_EQ(steps, 3);
+}
+
+TYPED_TEST(TreeCutOver, FinishesNoSubtreeWhosePointsWereLeft) {
+  const std::vector<Subtree> pieces = this->cut(30);
+  for (const unsigned threads : {1, 3}) {
+    PieceVisitor first;
+    first.enough = this->expected_.size() / 2;
+    EXPECT_EQ(this->walk_->run(first, inThreads(threads), pieces), EnumerationEnd::stopped);
+    EXPECT_LT(first.pieces.size(), pieces.size());
+    std::vector<Subtree> rest;
+    for (const Subtree& piece : pieces)
+      if (!first.pieces.contains(piece.piece)) rest.push_back(piece);
+    PieceVisitor second;
+    EXPECT_EQ(this->walk_->run(second, inThreads(threads), rest), EnumerationEnd::complete);
+    EXPECT_EQ(first.counted + second.counted, this->expected_.size());
+    second.points.merge(first.points);
+    EXPECT_EQ(second.points, this->expected_);
+  }
+}
+
 // In floating point, each thread has its own count of linear programs that small trees may solve.
 TEST(ThreadedWalk, CountsTheNodesOfAllThreads) {
   ExactWalk alone(crowd(8));
@@ -201,6 +276,7 @@ class FakeWalk : public EnumerationWalk {
     return EnumerationEnd::stopped;
   }
   std::optional<Subtree> splitOff() override { return Subtree{}; }
+  std::vector<QQ> choicesBelow(const std::vector<QQ>&, std::size_t) override { return {}; }
   std::uint64_t ownNodes() const override { return 0; }
   TreeEstimate probe(const ProbeSettings&) const override { return {}; }
 
@@ -267,6 +343,7 @@ class ShortWalk : public EnumerationWalk {
     return EnumerationEnd::complete;
   }
   std::optional<Subtree> splitOff() override { return Subtree{}; }
+  std::vector<QQ> choicesBelow(const std::vector<QQ>&, std::size_t) override { return {}; }
   std::uint64_t ownNodes() const override { return 0; }
   TreeEstimate probe(const ProbeSettings&) const override { return {}; }
 
