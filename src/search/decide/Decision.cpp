@@ -65,8 +65,14 @@ class Decision::Tree {
  public:
   explicit Tree(const Vanu<QQ>& problem) : problem_(problem), checker_(problem_) {}
 
-  Preparation prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn);
-  EnumerationEnd run(DecisionListener& listener, const EnumerationSettings& settings);
+  Preparation prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn,
+                      StageLimit limit);
+  /// The whole tree, or subtrees of it.
+  EnumerationEnd run(DecisionListener& listener, const EnumerationSettings& settings,
+                     std::optional<std::vector<Subtree>> subtrees);
+  std::optional<std::vector<Subtree>> cut(std::size_t wanted, const MayGoOn& mayGoOn) const;
+  void narrowBelow(const QQ& norm);
+  const BoxCoset& coset() const { return coset_.coset; }
 
   bool raiseBound(const MayGoOn& mayProgram, const MayGoOn& mayGoOn);
 
@@ -99,6 +105,7 @@ class Decision::Tree {
   Vanu<QQ> problem_;
   StarChecker<QQ> checker_;
   Aim aim_ = Aim::all;
+  StageLimit limit_ = StageLimit::time;
   IntegerProblem integers_;
   ProblemCoset coset_;
   /// Greatest objective that still counts, with Aim::best once a solution is known.
@@ -134,6 +141,8 @@ class Decision::Tree::Visitor : public EnumerationVisitor {
     return listener_.progress(share, nodes);
   }
 
+  void finished(const FinishedPiece& piece) override { listener_.finished(piece); }
+
  private:
   Tree& tree_;
   DecisionListener& listener_;
@@ -146,7 +155,7 @@ bool Decision::Tree::makeTree(const MayGoOn& mayGoOn) {
     enumeration_.emplace(coset);
     return mayGoOn();
   }
-  const std::optional<CosetDirections> data = reduceForTree(coset, mayGoOn);
+  const std::optional<CosetDirections> data = reduceForTree(coset, limit_, mayGoOn);
   if (!data) return false;
   enumeration_ = Enumeration::prepared(coset, *data, mayGoOn);
   return enumeration_.has_value();
@@ -199,9 +208,10 @@ Preparation Decision::Tree::openBox(const NoFiniteBox& open) {
 }
 
 Preparation Decision::Tree::prepare(Aim aim, const std::optional<QQ>& known,
-                                    const MayGoOn& mayGoOn) {
+                                    const MayGoOn& mayGoOn, StageLimit limit) {
   dropEnumeration();
   aim_ = aim;
+  limit_ = limit;
   most_.reset();
   isClosed_ = false;
   coset_ = {};
@@ -226,11 +236,24 @@ TreeEstimate Decision::Tree::estimate(const ProbeSettings& probes) const {
 }
 
 EnumerationEnd Decision::Tree::run(DecisionListener& listener,
-                                   const EnumerationSettings& settings) {
+                                   const EnumerationSettings& settings,
+                                   std::optional<std::vector<Subtree>> subtrees) {
   if (isClosed()) return EnumerationEnd::complete;
   Visitor visitor(*this, listener);
-  const EnumerationEnd end = enumeration_->run(visitor, settings);
+  const EnumerationEnd end = subtrees
+                                 ? enumeration_->run(visitor, settings, *std::move(subtrees))
+                                 : enumeration_->run(visitor, settings);
   return isClosed() ? EnumerationEnd::complete : end;
+}
+
+std::optional<std::vector<Subtree>> Decision::Tree::cut(std::size_t wanted,
+                                                        const MayGoOn& mayGoOn) const {
+  if (isClosed()) return std::vector<Subtree>();
+  return enumeration_->cut(wanted, mayGoOn);
+}
+
+void Decision::Tree::narrowBelow(const QQ& norm) {
+  if (!isClosed()) narrow(integers_.objective->mostBelow(norm));
 }
 
 bool Decision::Tree::isClosed() const {
@@ -261,8 +284,9 @@ const Vanu<QQ>& Decision::problem() const {
   return tree_->problem();
 }
 
-Preparation Decision::prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn) {
-  return tree_->prepare(aim, known, mayGoOn);
+Preparation Decision::prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn,
+                              StageLimit limit) {
+  return tree_->prepare(aim, known, mayGoOn, limit);
 }
 
 Index Decision::unboundedVariable() const {
@@ -286,7 +310,25 @@ TreeEstimate Decision::estimate(const ProbeSettings& probes) const {
 }
 
 EnumerationEnd Decision::run(DecisionListener& listener, const EnumerationSettings& settings) {
-  return tree_->run(listener, settings);
+  return tree_->run(listener, settings, std::nullopt);
+}
+
+EnumerationEnd Decision::run(DecisionListener& listener, const EnumerationSettings& settings,
+                             std::vector<Subtree> subtrees) {
+  return tree_->run(listener, settings, std::move(subtrees));
+}
+
+std::optional<std::vector<Subtree>> Decision::cut(std::size_t wanted,
+                                                  const MayGoOn& mayGoOn) const {
+  return tree_->cut(wanted, mayGoOn);
+}
+
+void Decision::narrowBelow(const QQ& norm) {
+  tree_->narrowBelow(norm);
+}
+
+const BoxCoset& Decision::coset() const {
+  return tree_->coset();
 }
 
 std::uint64_t Decision::nodes() const {

@@ -5,11 +5,13 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "numbers/QQ.h"
 #include "problem/Vanu.h"
 #include "search/enumeration/Enumeration.h"
 #include "search/enumeration/TreeEstimate.h"
+#include "search/enumeration/TreeReduction.h"
 #include "stars/Star.h"
 
 namespace starsift {
@@ -33,6 +35,8 @@ class DecisionListener {
   virtual Step found(const Star<QQ>& star) = 0;
   /// As in EnumerationVisitor.
   virtual Step progress(double share, std::uint64_t nodes) = 0;
+  /// As in EnumerationVisitor.
+  virtual void finished(const FinishedPiece& /*piece*/) {}
 };
 
 /// What is known before a tree is walked.
@@ -69,8 +73,10 @@ class Decision {
   const Vanu<QQ>& problem() const;
 
   /// Makes the tree and reduces its basis. `known` is the target norm of a solution: with
-  /// Aim::best only better ones are looked for.
-  Preparation prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn);
+  /// Aim::best only better ones are looked for. StageLimit::steps and no known solution give the
+  /// same tree on every run.
+  Preparation prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn,
+                      StageLimit limit = StageLimit::time);
 
   /// 1-based index of a variable; after noFiniteBox.
   Index unboundedVariable() const;
@@ -93,6 +99,15 @@ class Decision {
   /// one, if there is one better than the known one. May be called again; what Aim::best has
   /// found stays known.
   EnumerationEnd run(DecisionListener& listener, const EnumerationSettings& settings);
+  /// The same over a part of the tree that cut() has made of it, and what is complete is that part.
+  EnumerationEnd run(DecisionListener& listener, const EnumerationSettings& settings,
+                     std::vector<Subtree> subtrees);
+  /// As Enumeration::cut(); no subtree if it is proven that there is no solution, or no better one.
+  std::optional<std::vector<Subtree>> cut(std::size_t wanted, const MayGoOn& mayGoOn) const;
+  /// With Aim::best: from now on only solutions with less target norm count; the tree stays.
+  void narrowBelow(const QQ& norm);
+  /// The coset that the tree is made of.
+  const BoxCoset& coset() const;
   /// Nodes of all runs of all trees.
   std::uint64_t nodes() const;
 

@@ -1,6 +1,7 @@
 #include "search/enumeration/TreeReduction.h"
 
 #include <array>
+#include <cstdint>
 #include <utility>
 
 #include "search/enumeration/CosetReduction.h"
@@ -32,9 +33,30 @@ constexpr double hopelessNodes = 1e16;
 /// Seconds of all enumerations of a stage.
 constexpr BlockSettings::Seconds stageTime{10};
 
+/// Steps of a stage without such a limit, each of some thousand nodes at most.
+constexpr std::uint64_t stageSteps = 50'000;
+
+/// False if the stage gained nothing that counts.
+bool runStage(const Stage& stage, BoxCoset& coset, StageLimit limit,
+              const std::function<bool()>& mayGoOn) {
+  BlockSettings settings;
+  settings.pruning = stage.pruning;
+  if (limit == StageLimit::time) {
+    settings.totalTime = stageTime;
+    return reduceBlocks(coset, stage.size, settings, mayGoOn);
+  }
+  const BoxCoset before = coset;
+  std::uint64_t steps = 0;
+  const bool isReduced = reduceBlocks(coset, stage.size, settings, [&steps, &mayGoOn] {
+    return ++steps <= stageSteps && mayGoOn();
+  });
+  if (!isReduced) coset = before;
+  return isReduced;
+}
+
 }  // namespace
 
-std::optional<CosetDirections> reduceForTree(BoxCoset& coset,
+std::optional<CosetDirections> reduceForTree(BoxCoset& coset, StageLimit limit,
                                              const std::function<bool()>& mayGoOn) {
   reduceBasis(coset, mayGoOn);
   if (!mayGoOn()) return std::nullopt;
@@ -45,10 +67,7 @@ std::optional<CosetDirections> reduceForTree(BoxCoset& coset,
   BoxCoset next = coset;
   for (const Stage& stage : stages) {
     if (fewest < stage.fewestNodes || fewest > hopelessNodes) break;
-    BlockSettings settings;
-    settings.pruning = stage.pruning;
-    settings.totalTime = stageTime;
-    const bool isReduced = reduceBlocks(next, stage.size, settings, mayGoOn);
+    const bool isReduced = runStage(stage, next, limit, mayGoOn);
     if (!mayGoOn()) return std::nullopt;
     if (!isReduced) continue;
     std::optional<CosetDirections> nextData = cosetDirections(next, mayGoOn);

@@ -6,9 +6,12 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "FoundSolutions.h"
 #include "search/decide/Decider.h"
+#include "search/decide/PartWalk.h"
 
 namespace starsift {
 namespace {
@@ -244,6 +247,99 @@ TEST(Deciding, EndsWithAsManySolutionsAsAreWanted) {
     RC_ASSERT(listener.points.size() == std::min<std::size_t>(2, solutions.size()));
     RC_ASSERT(decided.isComplete() == (solutions.size() < 2));
     RC_ASSERT((decided.undecided == Undecided::enough) == (solutions.size() >= 2));
+  });
+}
+
+/// Ends a walk after some reports, or never.
+class Interrupting : public DecisionListener {
+ public:
+  Interrupting(Listener& listener, Aim aim) : listener_(listener), aim_(aim) {}
+
+  Step found(const Star<QQ>& star) override {
+    // What is found again after an interruption counts once.
+    if (!listener_.points.contains(oracle::pointText(test::pointOf(star.x()))))
+      return listener_.found(star);
+    RC_ASSERT(aim_ == Aim::all);
+    return Step::goOn;
+  }
+  Step progress(double share, std::uint64_t nodes) override {
+    RC_ASSERT(listener_.progress(share, nodes) == Step::goOn);
+    return reportsLeft-- == 0 ? Step::stop : Step::goOn;
+  }
+
+  int reportsLeft = -1;
+
+ private:
+  Listener& listener_;
+  Aim aim_;
+};
+
+/// Walks one part, which is interrupted some times and gone on with from its state.
+TreeState walkPart(const SmallProblem& small, Aim aim, unsigned part, unsigned parts,
+                   Listener& listener) {
+  TreeState state;
+  state.part = part;
+  state.parts = parts;
+  const TreeState identity = state;
+  Interrupting interrupting(listener, aim);
+  bool isFirst = true;
+  for (int runsLeft = *rc::gen::inRange(0, 3); runsLeft >= 0; --runsLeft) {
+    Decision decision(small.record());
+    PartWalk walk(decision, interrupting, aim, identity);
+    const Preparation made = walk.prepare([] { return true; });
+    RC_ASSERT(made == Preparation::ready || made == Preparation::noSolution);
+    if (!std::exchange(isFirst, false)) RC_ASSERT(walk.goOn(state));
+    interrupting.reportsLeft = runsLeft > 0 ? *rc::gen::inRange(0, 20) : -1;
+    const EnumerationEnd end = walk.run(std::nullopt, *rc::gen::inRange(1U, 4U));
+    state = walk.state();
+    RC_ASSERT(state.isComplete() || end == EnumerationEnd::stopped);
+  }
+  return state;
+}
+
+/// All parts of a problem, in a random number, and what they are together.
+Decided walkInParts(const SmallProblem& small, Aim aim, Listener& listener) {
+  const unsigned parts = *rc::gen::inRange(1U, 10U);
+  std::vector<TreeState> states;
+  for (unsigned part = 1; part <= parts; ++part) {
+    if (aim == Aim::best) {
+      // A part doesn't know what others have found.
+      Listener own(small.problem);
+      states.push_back(walkPart(small, aim, part, parts, own));
+      listener.points.insert(own.points.begin(), own.points.end());
+    } else {
+      states.push_back(walkPart(small, aim, part, parts, listener));
+    }
+    RC_ASSERT(states.back().tree == states.front().tree);
+    if (part < parts) RC_ASSERT(!joinParts(aim, states).isComplete());
+  }
+  return joinParts(aim, states);
+}
+
+TEST(Parts, HaveTheSolutionsOfTheWholeTogether) {
+  int solvable = 0;
+  checkOverProblems([&solvable](const SmallProblem& small) {
+    if (!isClosed(small.problem)) return;
+    const std::set<std::string> solutions = textsOf(solutionsAround(small.problem));
+    Listener listener(small.problem);
+    const Decided joined = walkInParts(small, Aim::all, listener);
+    RC_ASSERT(listener.points == solutions);
+    RC_ASSERT(joined.proof == (solutions.empty() ? Proof::noSolution : Proof::allFound));
+    RC_ASSERT(joined.count == solutions.size());
+    if (solutions.size() > 1) ++solvable;
+  });
+  EXPECT_GE(solvable, problemCount / 8);
+}
+
+TEST(Parts, HaveTheOptimumTogether) {
+  checkOverProblems([](const SmallProblem& small) {
+    if (!isClosed(small.problem) || small.problem.targets.empty()) return;
+    const auto least = leastNorm(small.problem, solutionsAround(small.problem));
+    Listener listener(small.problem);
+    const Decided joined = walkInParts(small, Aim::best, listener);
+    RC_ASSERT(joined.proof == (least ? Proof::optimum : Proof::noSolution));
+    RC_ASSERT(joined.best == least);
+    RC_ASSERT(joined.bound == least);
   });
 }
 

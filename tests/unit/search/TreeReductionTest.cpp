@@ -54,7 +54,7 @@ double expectedNodes(const BoxCoset& coset) {
 TEST(TreeReduction, SmallTreesAreLeftToLllReduction) {
   BoxCoset coset = marketSplit(4);
   BoxCoset other = coset;
-  reduceForTree(coset, always);
+  reduceForTree(coset, StageLimit::time, always);
   reduceCoset(other, always);
   EXPECT_EQ(coset.basis, other.basis);
   EXPECT_EQ(coset.point, other.point);
@@ -63,7 +63,7 @@ TEST(TreeReduction, SmallTreesAreLeftToLllReduction) {
 TEST(TreeReduction, LargeTreesBecomeSmallerByBlocks) {
   BoxCoset coset = marketSplit(7);
   BoxCoset other = coset;
-  const std::optional<CosetDirections> data = reduceForTree(coset, always);
+  const std::optional<CosetDirections> data = reduceForTree(coset, StageLimit::time, always);
   ASSERT_TRUE(data.has_value());
   reduceCoset(other, always);
   EXPECT_TRUE(sameLattice(rowsOf(coset), rowsOf(other)));
@@ -82,7 +82,7 @@ TEST(TreeReduction, LeavesTheSameLatticeWhereverItIsEnded) {
   for (const int most : {0, 10, 1000, 100'000, 110'000}) {
     BoxCoset coset = whole;
     int steps = 0;
-    const auto data = reduceForTree(coset, [&steps, most] { return ++steps <= most; });
+    const auto data = reduceForTree(coset, StageLimit::time, [&steps, most] { return ++steps <= most; });
     EXPECT_EQ(data.has_value(), steps <= most);
     EXPECT_TRUE(sameLattice(rowsOf(coset), rowsOf(whole)));
   }
