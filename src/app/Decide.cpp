@@ -15,7 +15,9 @@ bool hasNormLimit(const YLattice<long double>& lattice) {
   return lattice.withLive([](const auto& live) { return live.params.hasNormLimit(); });
 }
 
-DeciderSettings settingsOf(const YLattice<long double>& lattice, const SeekOptions& options) {
+}  // namespace
+
+DeciderSettings deciderSettings(const YLattice<long double>& lattice, const SeekOptions& options) {
   DeciderSettings settings;
   settings.isForced = options.prove.value_or(false);
   settings.threads = options.threads.value_or(std::max(std::thread::hardware_concurrency(), 1U));
@@ -28,8 +30,6 @@ DeciderSettings settingsOf(const YLattice<long double>& lattice, const SeekOptio
   return settings;
 }
 
-}  // namespace
-
 Decide::Decide(YLattice<long double>& lattice, SearchWatch& watch, DirectStars& stars,
                const SeekOptions& options)
     : lattice_(lattice),
@@ -37,7 +37,7 @@ Decide::Decide(YLattice<long double>& lattice, SearchWatch& watch, DirectStars& 
       stars_(stars),
       options_(options),
       decision_(lattice.problemAsRead()),
-      settings_(settingsOf(lattice, options)) {}
+      settings_(deciderSettings(lattice, options)) {}
 
 bool Decide::isDue() const {
   if (!options_.prove.value_or(true)) return false;

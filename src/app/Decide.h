@@ -13,6 +13,9 @@
 
 namespace starsift {
 
+/// What is looked for, and with which means.
+DeciderSettings deciderSettings(const YLattice<long double>& lattice, const SeekOptions& options);
+
 class Decide : private DecisionListener {
  public:
   /// The exact lattice is live and has the problem as read, which is copied. Parameters and

@@ -59,12 +59,24 @@ Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, const SeekOptions
   setExtendedOutput(params.verb == 2);
 }
 
-SearchEnd Seek::run() {
+void Seek::readProblem() {
   lattice_.readOpt();
+  if (!options_.part) return;
+  YSolutionFile known;
+  lattice_.withLive([&known](const auto& live) { known.takeProblem(live.file); });
+  known.mergeFile();
+  if (lattice_.hasTargets()) knownNorm_ = known.leastTargetNorm();
+  partNames_ = partFileNames(known.path(), options_.part->part, options_.part->parts);
+  lattice_.setFileNames(partNames_.solFile);
+}
+
+SearchEnd Seek::run() {
+  readProblem();
   StarStore store(lattice_);
   store.tellIfReadOnly();
   const SearchEnd end = search(store);
   starsFiled_ = store.save(lattice_);
+  if (part_ && starsFiled_) part_->finish();
   conclude(end);
   writeStatistics(end);
   const bool anyStars = store.report(report_);
@@ -73,7 +85,7 @@ SearchEnd Seek::run() {
   writeVerdict(report_, ended);
   if (options_.json) report_ << jsonLine(ended) << endLine();
   stampOutputTime();
-  if (!starsFiled_) saveLastLattice(end);
+  if (!starsFiled_ && !part_) saveLastLattice(end);
   return end;
 }
 
@@ -84,6 +96,8 @@ SearchEnd Seek::search(SolutionSink& sink) {
   limited_ = isLimited(lattice_);
   watch_.setSink(sink);
   stars_.emplace(lattice_, sink);
+  if (options_.part)
+    part_.emplace(lattice_, watch_, *stars_, options_, partNames_.stateFile, knownNorm_);
   decide_.emplace(lattice_, watch_, *stars_, options_);
   jump_.emplace(lattice_, decide_->problem(), watch_, *stars_, decide_->wantsBest(),
                 decide_->threads());
@@ -93,6 +107,7 @@ SearchEnd Seek::search(SolutionSink& sink) {
 
 SearchEnd Seek::searchAll() {
   try {
+    if (part_) part_->run();
     makeNormalForm();
     if (options_.count)
       decide();
@@ -214,7 +229,7 @@ void Seek::conclude(SearchEnd end) {
   // A step that was interrupted has left its console blocks open.
   setConsoleDepth(0);
   // A lattice that can't be written is fatal, and the stars may be in the report only.
-  if (starsFiled_) saveLastLattice(end);
+  if (starsFiled_ && !part_) saveLastLattice(end);
   if (!lattice_.stopped()) writeStatus();
 }
 
@@ -245,7 +260,8 @@ void Seek::writeStatistics(SearchEnd end) {
 
 SearchResult Seek::result(const SolutionSink& sink, bool anyStars) const {
   SearchResult result;
-  result.decided = decide_->result();
+  result.decided = part_ ? part_->result() : decide_->result();
+  if (part_ && part_->hasTree()) result.part = part_->partResult();
   result.equationsAreExact = equationsAreExact_;
   result.hasTargets = lattice_.hasTargets();
   result.hasStars = anyStars;

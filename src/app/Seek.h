@@ -8,6 +8,7 @@
 #include "app/Decide.h"
 #include "app/DirectStars.h"
 #include "app/Jump.h"
+#include "app/PartSearch.h"
 #include "app/SavePace.h"
 #include "app/SearchWatch.h"
 #include "app/SeekArguments.h"
@@ -42,8 +43,12 @@ class Seek {
 
   /// All solutions that run() has found are in the solution file.
   bool starsFiled() const { return starsFiled_; }
+  /// A part was searched, and something of it is left.
+  bool leavesPart() const { return part_ && !part_->isOver(); }
 
  private:
+  /// Reads the problem; the files of a part become those of the lattice.
+  void readProblem();
   SearchEnd searchAll();
   void makeNormalForm();
   void searchLattices();
@@ -71,6 +76,11 @@ class Seek {
   std::optional<DirectStars> stars_;
   std::optional<Decide> decide_;
   std::optional<Jump> jump_;
+  /// Instead of all others.
+  std::optional<PartSearch> part_;
+  /// The files of the part, and the least target norm in the solution file of the problem.
+  FileNames partNames_;
+  std::optional<QQ> knownNorm_;
   std::chrono::duration<double> decideTime_{};
   std::chrono::duration<double> jumpTime_{};
   bool equationsAreExact_ = true;

@@ -1,9 +1,11 @@
 #include "app/SeekArguments.h"
 
 #include <charconv>
+#include <algorithm>
 #include <limits>
 #include <string_view>
 
+#include "files/TreeState.h"
 #include "system/Failure.h"
 #include "text/Text.h"
 
@@ -39,6 +41,29 @@ Number numberOf(const std::string& name, std::string_view text, Number least, Nu
 /// More are a slip of the pen.
 constexpr unsigned mostThreads = 1024;
 
+/// "3/8".
+SeekOptions::Part partOf(std::string_view text) {
+  const std::size_t slash = std::min(text.find('/'), text.size());
+  const auto number = [text](std::string_view part) {
+    unsigned value = 0;
+    const auto result = std::from_chars(part.data(), part.data() + part.size(), value);
+    const bool isNumber = result.ec == std::errc() && result.ptr == part.data() + part.size();
+    if (!isNumber || value < 1 || value > mostParts)
+      fail("Malformed parameter: part=" + std::string(text));
+    return value;
+  };
+  const SeekOptions::Part part{number(text.substr(0, slash)),
+                               number(text.substr(std::min(slash + 1, text.size())))};
+  if (part.part > part.parts) fail("Malformed parameter: part=" + std::string(text));
+  return part;
+}
+
+void checkTogether(const SeekOptions& options) {
+  if (options.part && options.join) fail("--part and --join exclude each other");
+  if (options.part && !options.prove.value_or(true))
+    fail("--part is a part of a complete search, which --prove=0 forbids");
+}
+
 bool readOption(const std::string& argument, SeekOptions& options) {
   if (argument == "-h" || argument == "--help") return options.help = true;
   if (argument == "--version") return options.version = true;
@@ -46,7 +71,12 @@ bool readOption(const std::string& argument, SeekOptions& options) {
     options.threads = numberOf("threads", *text, 1U, mostThreads);
     return true;
   }
+  if (const auto text = valueOf(argument, "--part=")) {
+    options.part = partOf(*text);
+    return true;
+  }
   return readSwitch(argument, "--prove", options.prove) ||
+         readSwitch(argument, "--join", options.join) ||
          readSwitch(argument, "--count", options.count) ||
          readSwitch(argument, "--json", options.json);
 }
@@ -67,6 +97,14 @@ const char* const optionsHelp =
     "  --threads=N\n"
     "      Walk the tree of a complete search in N threads. One for each core without\n"
     "      this option. The solutions and what is proved don't depend on it.\n"
+    "  --part=I/K\n"
+    "      Make the I-th of K parts of a complete search, on any machine. Its solutions\n"
+    "      are in FILE.part-I-of-K.sol, how far it is in FILE.part-I-of-K.state, from\n"
+    "      where the same command goes on. The status is 2 as long as it isn't complete.\n"
+    "  --join\n"
+    "      Join the parts of FILE that lie beside it: their solutions are checked and\n"
+    "      added to FILE.sol, and what they prove together is said, or which are missing\n"
+    "      (status 2).\n"
     "  --json\n"
     "      End the output with a line for scripts, a JSON object.\n"
     "  --seed=N\n"
@@ -85,7 +123,12 @@ SeekArguments splitArguments(std::span<char* const> arguments) {
     result.hasSol = result.hasSol || argument.starts_with("--sol=");
     (argument.starts_with('-') ? result.parameters : files).push_back(argument);
   }
-  if (files.size() == 1 && endsWith(files.front(), ".opt")) result.optFile = files.front();
+  checkTogether(result.options);
+  if (files.size() != 1) return result;
+  if (endsWith(files.front(), ".opt"))
+    result.optFile = files.front();
+  else if (result.options.join)
+    result.optFile = files.front() + ".opt";
   return result;
 }
 

@@ -12,6 +12,11 @@ namespace starsift {
 /// What the command is asked for beside the parameters of a lattice, which are stored with
 /// solutions.
 struct SeekOptions {
+  struct Part {
+    unsigned part;
+    unsigned parts;
+  };
+
   /// --prove and --prove=0: the complete search is forced or forbidden; empty: it is made if it
   /// can end in time.
   std::optional<bool> prove;
@@ -19,6 +24,10 @@ struct SeekOptions {
   bool count = false;
   /// --threads=N: of the complete search, at least 1; empty: one a core.
   std::optional<unsigned> threads;
+  /// --part=I/K: a part of the complete search, 1 <= I <= K <= mostParts.
+  std::optional<Part> part;
+  /// --join: the parts that were searched are joined.
+  bool join = false;
   /// --json: the output ends with one line for scripts.
   bool json = false;
   /// -h, --help.
@@ -36,13 +45,14 @@ struct SeekArguments {
   /// The other arguments that start with a dash: parameters, "--name=value".
   std::vector<std::string> parameters;
   /// Path of the problem, empty unless exactly one other argument was given and it ends
-  /// in ".opt".
+  /// in ".opt"; with --join it may be named without the ending.
   std::string optFile;
 };
 
 /// `arguments` without the name of the program. Of two that set the same option the last one
-/// counts. Fatal: a seed that isn't one of 0, 1, ... 2^64 - 1, or a number of threads that isn't
-/// one of 1, 2, ... 1024, "Malformed parameter: seed=" or "threads=" and its text.
+/// counts. Fatal: a seed that isn't one of 0, 1, ... 2^64 - 1, a number of threads that isn't
+/// one of 1, 2, ... 1024, or no part, "Malformed parameter: seed=", "threads=" or "part=" and its
+/// text; and options that exclude each other.
 SeekArguments splitArguments(std::span<char* const> arguments);
 
 /// What --help tells of the options, in the form of writeParamHelp().

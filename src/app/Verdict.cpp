@@ -4,6 +4,7 @@
 #include <ostream>
 #include <sstream>
 #include <string_view>
+#include <utility>
 
 #include "app/TreeStatus.h"
 #include "system/Console.h"
@@ -53,10 +54,26 @@ std::string reasonForNone(const Decided& decided) {
   return "";
 }
 
+std::string partText(const SearchResult& result, const PartResult& part) {
+  std::string text = "Part " + std::to_string(part.part) + " of " + std::to_string(part.parts);
+  if (!part.isComplete) {
+    text += " is not complete: " + std::to_string(part.done) + " of its " +
+            std::to_string(part.subtrees) + " subtrees are done";
+    return text + (result.decided.undecided == Undecided::enough
+                       ? ", and what was wanted was found."
+                       : "; the same command goes on.");
+  }
+  text += " is complete: ";
+  if (!result.decided.best || !result.hasTargets || result.decided.count > 0)
+    return text + std::to_string(result.decided.count) + " solutions.";
+  return text + "no solution in it has a target norm below " + plainText(*result.decided.best) +
+         '.';
+}
+
 std::string verdictText(const SearchResult& result) {
   switch (result.decided.proof) {
     case Proof::none:
-      return openVerdict(result);
+      return result.part ? partText(result, *result.part) : openVerdict(result);
     case Proof::noSolution:
       return noSolution(result);
     case Proof::allFound:
@@ -82,7 +99,20 @@ std::string_view statusOf(const SearchResult& result) {
     case Proof::none:
       break;
   }
+  if (result.part && result.part->isComplete) return "part";
   return result.solutions > 0 ? "found" : "open";
+}
+
+/// What the line of a part has beside that of a search, and that of joined parts.
+std::string partFields(const SearchResult& result) {
+  std::ostringstream text;
+  if (result.part)
+    text << R"(, "part": ")" << result.part->part << '/' << result.part->parts
+         << R"(", "subtrees": )" << result.part->subtrees << R"(, "done": )" << result.part->done;
+  for (std::size_t i = 0; i < result.missing.size(); ++i)
+    text << (i == 0 ? R"(, "missing": [)" : ", ") << result.missing[i];
+  if (!result.missing.empty()) text << ']';
+  return std::move(text).str();
 }
 
 std::string quoted(const std::optional<QQ>& value) {
@@ -109,7 +139,7 @@ std::string jsonLine(const SearchResult& result) {
        << R"(, "count": ")" << count << R"(", "best": )" << quoted(result.best) << R"(, "bound": )"
        << quoted(decided.bound) << R"(, "nodes": )" << decided.nodes << R"(, "passes": )"
        << result.passes << R"(, "seconds": )" << result.seconds << R"(, "seed": )" << result.seed
-       << '}';
+       << partFields(result) << '}';
   return std::move(text).str();
 }
 

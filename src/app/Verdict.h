@@ -5,11 +5,22 @@
 #include <iosfwd>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "core/Index.h"
 #include "search/decide/Decider.h"
 
 namespace starsift {
+
+/// How far a part of a complete search is.
+struct PartResult {
+  unsigned part = 1;
+  unsigned parts = 1;
+  std::size_t subtrees = 0;
+  std::size_t done = 0;
+  /// All its subtrees are done.
+  bool isComplete = false;
+};
 
 /// The end of a search.
 struct SearchResult {
@@ -26,6 +37,10 @@ struct SearchResult {
   std::optional<QQ> best;
   Index passes = 0;
   double seconds = 0;
+  /// Only of the search of a part.
+  std::optional<PartResult> part;
+  /// Parts that were not there, or not complete, when parts were joined.
+  std::vector<unsigned> missing{};
   /// Of the random changes.
   std::uint64_t seed = 0;
 };

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "app/Interrupt.h"
+#include "app/JoinParts.h"
 #include "app/Program.h"
 #include "app/ProofRemark.h"
 #include "app/RescueFile.h"
@@ -57,7 +58,8 @@ int seek(YLattice<long double>& lattice, const SeekOptions& options,
   SearchWatch watch(lattice, line, start);
   Seek search(lattice, watch, options, std::cout);
   const SearchEnd end = search.run();
-  return end == SearchEnd::overflow || !search.starsFiled() ? EXIT_FAILURE : EXIT_SUCCESS;
+  if (end == SearchEnd::overflow || !search.starsFiled()) return EXIT_FAILURE;
+  return search.leavesPart() ? partsMissing : EXIT_SUCCESS;
 }
 
 /// The command, started at `start`; returns its exit status.
@@ -86,6 +88,8 @@ int runCommand(std::span<char* const> arguments, StatusLine::Clock::time_point s
     return EXIT_FAILURE;
   }
   setFailureRemark(given.options.json ? scriptRemark : searchRemark);
+  if (given.options.join)
+    return unwinding([&given] { return joinPartFiles(lattice, given.options.json, std::cout); });
   return unwinding([&given, start] { return seek(lattice, given.options, start); });
 }
 

@@ -1,0 +1,223 @@
+#include "app/JoinParts.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <ostream>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "app/ProofRemark.h"
+#include "app/StarStore.h"
+#include "app/Verdict.h"
+#include "files/FileNames.h"
+#include "files/SolutionFile.h"
+#include "search/decide/PartWalk.h"
+#include "system/Console.h"
+#include "system/Failure.h"
+
+namespace starsift {
+
+namespace {
+
+/// A part and the files that it left.
+struct PartFiles {
+  FileNames names;
+  TreeState state;
+  Array<Star<QQ>> stars;
+};
+
+/// I and K of "FILE.part-I-of-K.state" with such a stem; nothing for another name.
+std::optional<std::pair<unsigned, unsigned>> partOfName(const std::string& name,
+                                                        const std::string& stem) {
+  constexpr std::string_view ending = ".state";
+  const std::string start = stem + ".part-";
+  if (!name.starts_with(start) || !name.ends_with(ending)) return std::nullopt;
+  const char* const end = name.data() + name.size() - ending.size();
+  unsigned part = 0;
+  const auto first = std::from_chars(name.data() + start.size(), end, part);
+  constexpr std::string_view between = "-of-";
+  if (first.ec != std::errc() || !std::string_view(first.ptr, end).starts_with(between))
+    return std::nullopt;
+  unsigned parts = 0;
+  const auto second = std::from_chars(first.ptr + between.size(), end, parts);
+  if (second.ec != std::errc() || second.ptr != end) return std::nullopt;
+  return std::pair{part, parts};
+}
+
+[[noreturn]] void failWithoutParts(const std::string& optFile) {
+  fail("There are no parts of " + optFile + ": starseek " + optFile +
+       " --part=1/K makes the first one of K");
+}
+
+/// The parts whose states lie beside a problem, in ascending order; fatal as joinPartFiles().
+std::set<unsigned> partsBeside(const std::string& optFile, unsigned& parts) {
+  const std::filesystem::path path(optFile);
+  const std::filesystem::path folder = path.has_parent_path() ? path.parent_path() : ".";
+  const std::string stem = path.stem().string();
+  std::set<unsigned> found;
+  std::set<unsigned> numbers;
+  std::error_code error;
+  for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
+    const auto part = partOfName(entry.path().filename().string(), stem);
+    if (!part) continue;
+    found.insert(part->first);
+    numbers.insert(part->second);
+  }
+  if (found.empty()) failWithoutParts(optFile);
+  if (numbers.size() > 1)
+    fail("There are parts of " + std::to_string(*numbers.begin()) + " and parts of " +
+         std::to_string(*numbers.rbegin()) + ": remove the files of one kind");
+  parts = *numbers.begin();
+  return found;
+}
+
+/// Fatal if a state can't be joined with the first one, which may be itself.
+void requireFitting(const PartFiles& part, unsigned number, unsigned parts,
+                    const std::string& problem, const PartFiles& first) {
+  const std::string& path = part.names.stateFile;
+  const TreeState& state = part.state;
+  if (state.problem != problem) fail("File " + path + " is of another problem");
+  if (state.part != number || state.parts != parts)
+    fail("File " + path + " is of part " + std::to_string(state.part) + " of " +
+         std::to_string(state.parts));
+  if (state.goal != first.state.goal)
+    fail("File " + path + " is of a search for " + state.goal + ", " + first.names.stateFile +
+         " for " + first.state.goal);
+  if (state.tree != first.state.tree)
+    fail("Files " + path + " and " + first.names.stateFile +
+         " are of two trees, which different machines have made: they prove nothing together");
+}
+
+Array<Star<QQ>> starsOf(const YLattice<long double>& lattice, const FileNames& names) {
+  SolutionFile<QQ> file;
+  lattice.withLive([&file](const auto& live) { file.convertProblemFrom(live.file); });
+  file.setPaths(names);
+  file.mergeFile();
+  file.removeDuplicates(Duplicates::ofPoint);
+  return std::move(file.stars);
+}
+
+/// Fatal if solutions of a part aren't in its file.
+void requireStars(const PartFiles& part) {
+  if (part.state.goal == "count" || part.state.goal == "best") return;
+  const auto present = static_cast<std::uint64_t>(part.stars.dimension());
+  if (present < part.state.solutions)
+    fail("File " + part.names.solFile + " has " + std::to_string(present) + " of the " +
+         std::to_string(part.state.solutions) + " solutions of its part");
+}
+
+std::vector<PartFiles> readParts(const YLattice<long double>& lattice, const std::string& optFile,
+                                 unsigned& parts) {
+  const std::string problem = problemDigest(lattice.problemAsRead());
+  std::vector<PartFiles> result;
+  for (const unsigned number : partsBeside(optFile, parts)) {
+    PartFiles part;
+    part.names = partFileNames(optFile, number, parts);
+    std::optional<TreeState> state = readTreeState(part.names.stateFile, STARSIFT_VERSION);
+    // Removed since the folder was read.
+    if (!state) continue;
+    part.state = *std::move(state);
+    result.push_back(std::move(part));
+    requireFitting(result.back(), number, parts, problem, result.front());
+  }
+  if (result.empty()) failWithoutParts(optFile);
+  for (PartFiles& part : result) {
+    part.stars = starsOf(lattice, part.names);
+    requireStars(part);
+  }
+  return result;
+}
+
+/// Adds the solutions of the parts to the store. Fatal if none of them has the best norm that a
+/// part knew.
+void addStars(const std::vector<PartFiles>& parts, const std::optional<QQ>& best,
+              StarStore& store) {
+  bool isThere = !best || (store.leastTargetNorm() && *store.leastTargetNorm() <= *best);
+  for (const PartFiles& part : parts)
+    for (const Star<QQ>& star : part.stars)
+      isThere = isThere || star.targetNorm <= *best;
+  if (!isThere)
+    fail("A part knew a solution with target norm " + plainText(*best) +
+         ", which is in none of the solution files");
+  for (const PartFiles& part : parts)
+    for (const Star<QQ>& star : part.stars) store.add(star);
+}
+
+/// Options that lead to a goal.
+std::string optionsFor(const std::string& goal) {
+  if (goal == "best") return "";
+  if (goal == "all") return " --sol=0";
+  return goal == "count" ? " --count" : " --sol=" + goal;
+}
+
+/// What is to be done for a part, which has a state or not.
+std::string missingText(const std::string& optFile, unsigned number, unsigned parts,
+                        const TreeState* state, const std::string& goal) {
+  std::string text = "Part " + std::to_string(number) + " of " + std::to_string(parts);
+  if (state != nullptr)
+    text += " is not complete, " + std::to_string(state->doneCount()) + " of its " +
+            std::to_string(state->done.size()) + " subtrees are done: ";
+  else
+    text += " is missing: ";
+  return text + "starseek " + optFile + " --part=" + std::to_string(number) + '/' +
+         std::to_string(parts) + optionsFor(goal);
+}
+
+/// Reports the parts that aren't complete, and returns them.
+std::vector<unsigned> reportMissing(const std::string& optFile, unsigned parts,
+                                    const std::vector<PartFiles>& present, std::ostream& report) {
+  std::vector<unsigned> missing;
+  for (unsigned number = 1; number <= parts; ++number) {
+    const auto part = std::find_if(present.begin(), present.end(), [number](const PartFiles& one) {
+      return one.state.part == number;
+    });
+    if (part != present.end() && part->state.isComplete()) continue;
+    missing.push_back(number);
+    report << missingText(optFile, number, parts,
+                          part != present.end() ? &part->state : nullptr,
+                          present.front().state.goal)
+           << endLine();
+  }
+  return missing;
+}
+
+}  // namespace
+
+int joinPartFiles(YLattice<long double>& lattice, bool json, std::ostream& report) {
+  lattice.readOpt();
+  const std::string optFile = lattice.problemAsRead().optFile;
+  unsigned parts = 0;
+  const std::vector<PartFiles> present = readParts(lattice, optFile, parts);
+  const bool isBest = present.front().state.goal == "best";
+  std::vector<TreeState> states;
+  for (const PartFiles& part : present) states.push_back(part.state);
+  SearchResult result;
+  result.decided = joinParts(isBest ? Aim::best : Aim::all, states);
+  StarStore store(lattice);
+  addStars(present, isBest ? result.decided.best : std::nullopt, store);
+  const bool areFiled = store.save(lattice);
+  result.equationsAreExact = lattice.equationsHoldExactly();
+  result.hasStars = store.report(report);
+  report << endLine();
+  result.hasTargets = lattice.hasTargets();
+  if (result.hasTargets) result.best = store.leastTargetNorm();
+  for (const PartFiles& part : present) {
+    result.solutions += part.stars.dimension();
+    result.seconds += static_cast<double>(part.state.milliseconds) / 1000;
+  }
+  writeVerdict(report, result);
+  const bool isOver = result.decided.isComplete() || result.decided.undecided == Undecided::enough;
+  if (!isOver) result.missing = reportMissing(optFile, parts, present, report);
+  if (json) report << jsonLine(result) << endLine();
+  stampOutputTime();
+  if (!areFiled) return EXIT_FAILURE;
+  return isOver ? EXIT_SUCCESS : partsMissing;
+}
+
+}  // namespace starsift
