@@ -140,8 +140,7 @@ void addStars(const std::vector<PartFiles>& parts, const std::optional<QQ>& best
               StarStore& store) {
   bool isThere = !best || (store.leastTargetNorm() && *store.leastTargetNorm() <= *best);
   for (const PartFiles& part : parts)
-    for (const Star<QQ>& star : part.stars)
-      isThere = isThere || star.targetNorm <= *best;
+    for (const Star<QQ>& star : part.stars) isThere = isThere || star.targetNorm <= *best;
   if (!isThere)
     fail("A part knew a solution with target norm " + plainText(*best) +
          ", which is in none of the solution files");
@@ -179,8 +178,7 @@ std::vector<unsigned> reportMissing(const std::string& optFile, unsigned parts,
     });
     if (part != present.end() && part->state.isComplete()) continue;
     missing.push_back(number);
-    report << missingText(optFile, number, parts,
-                          part != present.end() ? &part->state : nullptr,
+    report << missingText(optFile, number, parts, part != present.end() ? &part->state : nullptr,
                           present.front().state.goal)
            << endLine();
   }

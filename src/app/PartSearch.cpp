@@ -93,8 +93,8 @@ void PartSearch::takeState(const PartWalk& walk) {
   state_ = walk.state();
   state_.isEnough = isEnough_;
   using Milliseconds = std::chrono::milliseconds;
-  state_.milliseconds =
-      static_cast<std::uint64_t>(std::chrono::duration_cast<Milliseconds>(watch_.elapsed()).count());
+  state_.milliseconds = static_cast<std::uint64_t>(
+      std::chrono::duration_cast<Milliseconds>(watch_.elapsed()).count());
   if (saved_) state_.milliseconds += saved_->milliseconds;
 }
 
@@ -147,9 +147,9 @@ Decided PartSearch::result() const {
     result.variable = decision_.unboundedVariable();
   }
   if (made_ != Preparation::ready) return result;
-  result.undecided = state_.isEnough    ? Undecided::enough
-                     : isComplete() ? Undecided::no
-                                    : Undecided::stopped;
+  result.undecided = state_.isEnough ? Undecided::enough
+                     : isComplete()  ? Undecided::no
+                                     : Undecided::stopped;
   result.count = state_.solutions;
   result.nodes = state_.nodes;
   result.best = state_.best;

@@ -1,7 +1,7 @@
 #include "app/SeekArguments.h"
 
-#include <charconv>
 #include <algorithm>
+#include <charconv>
 #include <limits>
 #include <string_view>
 

@@ -176,7 +176,8 @@ std::size_t TreeState::doneCount() const {
 
 std::string problemDigest(const Vanu<QQ>& problem) {
   Digest digest;
-  for (const Matrix<QQ>* matrix : {&problem.At, &problem.Ag, &problem.Au}) addMatrix(digest, *matrix);
+  for (const Matrix<QQ>* matrix : {&problem.At, &problem.Ag, &problem.Au})
+    addMatrix(digest, *matrix);
   for (const Vector<QQ>* vector : {&problem.dt, &problem.bg, &problem.qg, &problem.lu, &problem.ru,
                                    &problem.dx, &problem.lx, &problem.rx}) {
     std::string text;

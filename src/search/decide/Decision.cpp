@@ -207,8 +207,8 @@ Preparation Decision::Tree::openBox(const NoFiniteBox& open) {
   return Preparation::noFiniteBox;
 }
 
-Preparation Decision::Tree::prepare(Aim aim, const std::optional<QQ>& known,
-                                    const MayGoOn& mayGoOn, StageLimit limit) {
+Preparation Decision::Tree::prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn,
+                                    StageLimit limit) {
   dropEnumeration();
   aim_ = aim;
   limit_ = limit;
@@ -235,14 +235,12 @@ TreeEstimate Decision::Tree::estimate(const ProbeSettings& probes) const {
   return enumeration_ ? enumeration_->estimate(probes) : TreeEstimate{};
 }
 
-EnumerationEnd Decision::Tree::run(DecisionListener& listener,
-                                   const EnumerationSettings& settings,
+EnumerationEnd Decision::Tree::run(DecisionListener& listener, const EnumerationSettings& settings,
                                    std::optional<std::vector<Subtree>> subtrees) {
   if (isClosed()) return EnumerationEnd::complete;
   Visitor visitor(*this, listener);
-  const EnumerationEnd end = subtrees
-                                 ? enumeration_->run(visitor, settings, *std::move(subtrees))
-                                 : enumeration_->run(visitor, settings);
+  const EnumerationEnd end = subtrees ? enumeration_->run(visitor, settings, *std::move(subtrees))
+                                      : enumeration_->run(visitor, settings);
   return isClosed() ? EnumerationEnd::complete : end;
 }
 

@@ -24,8 +24,8 @@ class PartWalk : private DecisionListener {
 
   /// Makes the tree. Without a solution there is none, and the part is complete.
   Preparation prepare(const Decision::MayGoOn& mayGoOn);
-  /// After prepare(): the subtrees that were done when `saved` was written needn't be walked. False,
-  /// and nothing has changed, if that is of another tree.
+  /// After prepare(): the subtrees that were done when `saved` was written needn't be walked.
+  /// False, and nothing has changed, if that is of another tree.
   bool goOn(const TreeState& saved);
   /// Walks the other subtrees. `known`: target norm of a solution, with Aim::best only better ones
   /// are looked for. Complete: the part is.

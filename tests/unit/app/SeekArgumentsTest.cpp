@@ -97,5 +97,33 @@ TEST(SeekArguments, TakeWhatStartsWithADashForAParameter) {
   EXPECT_EQ(given.optFile, "");
 }
 
+TEST(SeekArguments, MayNameAPart) {
+  const SeekOptions options = split({"--part=3/8", "p.opt"}).options;
+  ASSERT_TRUE(options.part);
+  EXPECT_EQ(options.part->part, 3);
+  EXPECT_EQ(options.part->parts, 8);
+  EXPECT_EQ(split({"--part=1024/1024"}).options.part->part, 1024);
+}
+
+TEST(SeekArguments, TakeNoPartThatIsNone) {
+  for (const char* const text :
+       {"", "3", "/8", "3/", "0/8", "9/8", "-1/8", "3/8/1", "3 /8", "1/1025"})
+    EXPECT_FAILS_WITH(split({std::string("--part=") + text}),
+                      std::string("Malformed parameter: part=") + text);
+}
+
+TEST(SeekArguments, MakeNoPartWithoutACompleteSearch) {
+  EXPECT_FAILS_WITH(split({"--part=1/2", "--join"}), "--part and --join exclude each other");
+  EXPECT_FAILS_WITH(split({"--prove=0", "--part=1/2"}),
+                    "--part is a part of a complete search, which --prove=0 forbids");
+  EXPECT_TRUE(split({"--prove", "--part=1/2"}).options.part);
+}
+
+TEST(SeekArguments, NameTheProblemOfPartsWithOrWithoutItsEnding) {
+  EXPECT_EQ(split({"--join", "dir/p"}).optFile, "dir/p.opt");
+  EXPECT_EQ(split({"--join", "dir/p.opt"}).optFile, "dir/p.opt");
+  EXPECT_EQ(split({"dir/p"}).optFile, "");
+}
+
 }  // namespace
 }  // namespace starsift

@@ -114,5 +114,35 @@ TEST(PlainText, IsAnIntegerOrAFraction) {
   EXPECT_EQ(plainText(-QQ::infinity()), "-inf");
 }
 
+TEST_F(VerdictTest, OfAPartTellsWhatIsDone) {
+  result_.part = PartResult{3, 8, 512, 100, false};
+  EXPECT_EQ(verdict(),
+            "Part 3 of 8 is not complete: 100 of its 512 subtrees are done; the same command goes "
+            "on.\n");
+  result_.decided.undecided = Undecided::enough;
+  EXPECT_EQ(verdict(),
+            "Part 3 of 8 is not complete: 100 of its 512 subtrees are done, and what was wanted "
+            "was found.\n");
+}
+
+TEST_F(VerdictTest, OfACompletePartIsNoProof) {
+  result_.part = PartResult{3, 8, 512, 512, true};
+  result_.decided.count = 17;
+  EXPECT_EQ(verdict(), "Part 3 of 8 is complete: 17 solutions.\n");
+  EXPECT_NE(jsonLine(result_).find(R"("status": "part", "complete": false)"), std::string::npos);
+  EXPECT_NE(jsonLine(result_).find(R"("part": "3/8", "subtrees": 512, "done": 512})"),
+            std::string::npos);
+  result_.hasTargets = true;
+  result_.decided.count = 0;
+  result_.decided.best = QQ(-303);
+  EXPECT_EQ(verdict(),
+            "Part 3 of 8 is complete: no solution in it has a target norm below -303.\n");
+}
+
+TEST_F(VerdictTest, OfJoinedPartsNamesThoseMissingForScripts) {
+  result_.missing = {2, 5};
+  EXPECT_NE(jsonLine(result_).find(R"(, "missing": [2, 5]})"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace starsift

@@ -82,7 +82,8 @@ TEST(TreeReduction, LeavesTheSameLatticeWhereverItIsEnded) {
   for (const int most : {0, 10, 1000, 100'000, 110'000}) {
     BoxCoset coset = whole;
     int steps = 0;
-    const auto data = reduceForTree(coset, StageLimit::time, [&steps, most] { return ++steps <= most; });
+    const auto data =
+        reduceForTree(coset, StageLimit::time, [&steps, most] { return ++steps <= most; });
     EXPECT_EQ(data.has_value(), steps <= most);
     EXPECT_TRUE(sameLattice(rowsOf(coset), rowsOf(whole)));
   }
