@@ -82,7 +82,7 @@ TEST(TreeState, IsCompleteIfAllSubtreesAreDone) {
 TEST(ProblemDigest, IsThatOfTheNumbersAlone) {
   const std::string digest = problemDigestOf(
       "[ inf ] [ [ 1 2 ] ] [ [ 3 4 ] ] [ 5 ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 9 9 ]");
-  EXPECT_EQ(digest, problemDigestOf("// a comment\n[ inf ] [ [ 1 2 ] ] [ [ 0x3 4 ] ] [ 0b101 ] [ ] "
+  EXPECT_EQ(digest, problemDigestOf("// a comment\n[ inf ] [ [ 1 2 ] ] [ [ 3 04 ] ] [ 10/2 ] [ ] "
                                     "[ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 9 9 ]"));
   for (const char* const other :
        {"[ -inf ] [ [ 1 2 ] ] [ [ 3 4 ] ] [ 5 ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ 9 9 ]",
