@@ -38,6 +38,10 @@ class PartSearch : private DecisionListener {
   void finish();
 
   Decided result() const;
+  /// No tree can be made, however often it is tried.
+  bool isImpossible() const {
+    return made_ == Preparation::noFiniteBox || made_ == Preparation::unknownSteps;
+  }
   /// A tree was made, or its state was read.
   bool hasTree() const { return isMade_; }
   PartResult partResult() const;

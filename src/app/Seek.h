@@ -43,8 +43,10 @@ class Seek {
 
   /// All solutions that run() has found are in the solution file.
   bool starsFiled() const { return starsFiled_; }
-  /// A part was searched, and something of it is left.
+  /// A part was to be searched, and something of it is left.
   bool leavesPart() const { return part_ && !part_->isOver(); }
+  /// There are no parts of this problem.
+  bool hasNoParts() const { return part_ && part_->isImpossible(); }
 
  private:
   /// Reads the problem; the files of a part become those of the lattice.

@@ -58,7 +58,8 @@ int seek(YLattice<long double>& lattice, const SeekOptions& options,
   SearchWatch watch(lattice, line, start);
   Seek search(lattice, watch, options, std::cout);
   const SearchEnd end = search.run();
-  if (end == SearchEnd::overflow || !search.starsFiled()) return EXIT_FAILURE;
+  if (end == SearchEnd::overflow || !search.starsFiled() || search.hasNoParts())
+    return EXIT_FAILURE;
   return search.leavesPart() ? partsMissing : EXIT_SUCCESS;
 }
 

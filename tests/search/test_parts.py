@@ -204,6 +204,14 @@ class Joined(PartsCase):
         line = json.loads(out.splitlines()[-1])
         self.assertEqual((line["status"], line["complete"]), ("found", False))
 
+    def test_problem_without_a_finite_box_has_no_parts(self):
+        (self.folder / "p.opt").write_text(
+            "[ ] [ ] [ [ 2 -3 ] ] [ 1 ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ inf inf ]\n"
+        )
+        out, _ = self.run_to_end("--part=1/2", "p.opt", status=1)
+        self.assertIn("No complete search: variable 1 is not bounded on both sides.", out)
+        self.assertFalse(self.state(1, 2).exists())
+
     def test_complete_part_is_not_walked_again(self):
         self.use("residues")
         first, _ = self.run_to_end("--part=1/2", "--sol=0", "p.opt")

@@ -1,6 +1,8 @@
 #include "search/decide/PartWalk.h"
 
 #include <algorithm>
+#include <numeric>
+#include <random>
 #include <utility>
 
 #include "text/Digest.h"
@@ -11,8 +13,8 @@ namespace {
 
 /// Subtrees of a tree, and of each part at least: they differ in size, and a part has the average
 /// of many.
-constexpr std::size_t usualSubtrees = 4096;
-constexpr std::size_t fewestPerPart = 64;
+constexpr std::size_t usualSubtrees = 16384;
+constexpr std::size_t fewestPerPart = 128;
 
 /// Steps of the linear programs for one tree, some seconds with a hundred variables.
 constexpr std::uint64_t programSteps = 2000;
@@ -20,6 +22,17 @@ constexpr std::uint64_t programSteps = 2000;
 void add(Digest& digest, const std::vector<ZZ>& numbers) {
   for (const ZZ& number : numbers) digest.add(number.toString() + ' ');
   digest.add("\n");
+}
+
+/// 0 ... count - 1 in an order that looks random and is always the same: where siblings alternate
+/// between two sides, each second subtree in sequence would be a large one.
+std::vector<std::size_t> mixedOrder(std::size_t count) {
+  std::vector<std::size_t> order(count);
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::mt19937_64 generator(1);
+  // std::shuffle() isn't the same in every library.
+  for (std::size_t i = count; i > 1; --i) std::swap(order[i - 1], order[generator() % i]);
+  return order;
 }
 
 }  // namespace
@@ -37,8 +50,9 @@ Preparation PartWalk::prepare(const Decision::MayGoOn& mayGoOn) {
   const auto subtrees = decision_.cut(wanted, mayGoOn);
   if (!subtrees) return Preparation::stopped;
   state_.tree = treeDigest(*subtrees);
-  for (std::size_t i = state_.part - 1; i < subtrees->size(); i += state_.parts)
-    subtrees_.push_back((*subtrees)[i]);
+  const std::vector<std::size_t> order = mixedOrder(subtrees->size());
+  for (std::size_t i = state_.part - 1; i < order.size(); i += state_.parts)
+    subtrees_.push_back((*subtrees)[order[i]]);
   for (std::size_t i = 0; i < subtrees_.size(); ++i) {
     subtrees_[i].piece = i;
     subtrees_[i].share = 1 / static_cast<double>(subtrees_.size());

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <utility>
 
 namespace starsift {
@@ -26,6 +27,8 @@ WalkExchange::WalkExchange(std::size_t walkers, const std::optional<std::uint64_
     ++piece.parts;
     piece.total.piece = subtree.piece;
   }
+  // Of equal ones the last is taken, which is removed fastest.
+  std::reverse(subtrees_.begin(), subtrees_.end());
   update();
 }
 
@@ -48,10 +51,10 @@ void WalkExchange::give(std::size_t walker, std::optional<Subtree> part) {
 
 Subtree WalkExchange::popLargest(std::size_t walker) {
   const auto largest =
-      std::max_element(subtrees_.begin(), subtrees_.end(),
+      std::max_element(subtrees_.rbegin(), subtrees_.rend(),
                        [](const Subtree& a, const Subtree& b) { return a.share < b.share; });
   Subtree result = std::move(*largest);
-  subtrees_.erase(largest);
+  subtrees_.erase(std::prev(largest.base()));
   ++busy_;
   walkers_[walker].weight = result.share;
   walkers_[walker].piece = result.piece;
