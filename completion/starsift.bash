@@ -21,7 +21,7 @@ _starseek() {
   case $word in
     -*)
       mapfile -t COMPREPLY < <(compgen -W "--help=1 --sol= --iters= --rtime= --tnorm= --snorm= --verb=
-        --deep=1 --prove --prove=0 --count --threads= --part= --join --json --version" -- "$word")
+        --deep=1 --prove --prove=0 --count --threads= --part= --join --profile= --json --version" -- "$word")
       compopt -o nospace 2>/dev/null
       ;;
     *) _starsift_files opt ;;

@@ -4,6 +4,7 @@
 #include <ostream>
 #include <string_view>
 
+#include "app/ProfilePicture.h"
 #include "app/ProofRemark.h"
 #include "app/StarStore.h"
 #include "search/SearchPass.h"
@@ -70,7 +71,19 @@ void Seek::readProblem() {
   lattice_.setFileNames(partNames_.solFile);
 }
 
+void Seek::drawPicture() {
+  const auto mayGoOn = [this] { return !watch_.endFound(); };
+  Decision decision(lattice_.problemAsRead());
+  const Aim aim = deciderSettings(lattice_, options_).aim;
+  const std::optional<BoxCoset> coset = decision.unreducedCoset(aim, mayGoOn);
+  if (coset && !coset->basis.empty())
+    drawProfile(reductionProfile(*coset, lattice_.params().beta, mayGoOn), options_.profile);
+  else
+    remarkStream() << "*** No profile: the complete search has no lattice in a finite box" << endLine();
+}
+
 SearchEnd Seek::run() {
+  if (!options_.profile.empty()) requireGnuplot();
   readProblem();
   StarStore store(lattice_);
   store.tellIfReadOnly();
@@ -101,6 +114,7 @@ SearchEnd Seek::search(SolutionSink& sink) {
   decide_.emplace(lattice_, watch_, *stars_, options_);
   jump_.emplace(lattice_, decide_->problem(), watch_, *stars_, decide_->wantsBest(),
                 decide_->threads());
+  if (!options_.profile.empty()) drawPicture();
   lattice_.beginSearch(watch_, watch_.elapsed());
   return searchAll();
 }

@@ -52,6 +52,8 @@ class Seek {
   /// Reads the problem; the files of a part become those of the lattice.
   void readProblem();
   SearchEnd searchAll();
+  /// The picture of --profile. It changes nothing that is searched.
+  void drawPicture();
   void makeNormalForm();
   void searchLattices();
   void decide();

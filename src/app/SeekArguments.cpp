@@ -75,6 +75,11 @@ bool readOption(const std::string& argument, SeekOptions& options) {
     options.part = partOf(*text);
     return true;
   }
+  if (const auto text = valueOf(argument, "--profile=")) {
+    if (!endsWith(*text, ".svg")) fail("Malformed parameter: profile=" + std::string(*text));
+    options.profile = *text;
+    return true;
+  }
   return readSwitch(argument, "--prove", options.prove) ||
          readSwitch(argument, "--join", options.join) ||
          readSwitch(argument, "--count", options.count) ||
@@ -105,6 +110,10 @@ const char* const optionsHelp =
     "      Join the parts of FILE that lie beside it: their solutions are checked and\n"
     "      added to FILE.sol, and what they prove together is said, or which are missing\n"
     "      (status 2).\n"
+    "  --profile=FILE.svg\n"
+    "      Draw the lengths of the Gram-Schmidt vectors of the complete search's basis:\n"
+    "      before reductions, after LLL reduction, and after block reduction in blocks\n"
+    "      of up to --beta rows. Needs gnuplot.\n"
     "  --json\n"
     "      End the output with a line for scripts, a JSON object.\n"
     "  --seed=N\n"

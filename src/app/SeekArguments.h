@@ -26,6 +26,8 @@ struct SeekOptions {
   std::optional<unsigned> threads;
   /// --part=I/K: a part of the complete search, 1 <= I <= K <= mostParts.
   std::optional<Part> part;
+  /// --profile=FILE.svg: the picture of a reduction is drawn there; empty: none.
+  std::string profile{};
   /// --join: the parts that were searched are joined.
   bool join = false;
   /// --json: the output ends with one line for scripts.

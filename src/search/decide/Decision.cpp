@@ -67,6 +67,7 @@ class Decision::Tree {
 
   Preparation prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn,
                       StageLimit limit);
+  std::optional<BoxCoset> unreducedCoset(Aim aim, const MayGoOn& mayGoOn);
   /// The whole tree, or subtrees of it.
   EnumerationEnd run(DecisionListener& listener, const EnumerationSettings& settings,
                      std::optional<std::vector<Subtree>> subtrees);
@@ -87,6 +88,7 @@ class Decision::Tree {
   class Visitor;
 
   Preparation makeCoset(const std::optional<QQ>& known, const MayGoOn& mayGoOn);
+  void reset(Aim aim);
   /// Nothing is within the bounds: no solution, or none better than the known one.
   Preparation nothingLeft(const std::optional<QQ>& known);
   Preparation openBox(const NoFiniteBox& open);
@@ -207,14 +209,25 @@ Preparation Decision::Tree::openBox(const NoFiniteBox& open) {
   return Preparation::noFiniteBox;
 }
 
-Preparation Decision::Tree::prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn,
-                                    StageLimit limit) {
+void Decision::Tree::reset(Aim aim) {
   dropEnumeration();
   aim_ = aim;
-  limit_ = limit;
   most_.reset();
   isClosed_ = false;
   coset_ = {};
+}
+
+std::optional<BoxCoset> Decision::Tree::unreducedCoset(Aim aim, const MayGoOn& mayGoOn) {
+  reset(aim);
+  if (makeCoset(std::nullopt, mayGoOn) != Preparation::ready || isEmptyBox(coset_.coset))
+    return std::nullopt;
+  return coset_.coset;
+}
+
+Preparation Decision::Tree::prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn,
+                                    StageLimit limit) {
+  reset(aim);
+  limit_ = limit;
   const Preparation made = makeCoset(aim == Aim::best ? known : std::nullopt, mayGoOn);
   if (made != Preparation::ready) return made;
   return makeTree(mayGoOn) ? Preparation::ready : Preparation::stopped;
@@ -285,6 +298,10 @@ const Vanu<QQ>& Decision::problem() const {
 Preparation Decision::prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn,
                               StageLimit limit) {
   return tree_->prepare(aim, known, mayGoOn, limit);
+}
+
+std::optional<BoxCoset> Decision::unreducedCoset(Aim aim, const MayGoOn& mayGoOn) {
+  return tree_->unreducedCoset(aim, mayGoOn);
 }
 
 Index Decision::unboundedVariable() const {

@@ -78,6 +78,10 @@ class Decision {
   Preparation prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn,
                       StageLimit limit = StageLimit::time);
 
+  /// The coset of a tree before it is reduced; there is no tree then. Empty if nothing is within
+  /// the bounds, there is no finite box, or mayGoOn() ended it.
+  std::optional<BoxCoset> unreducedCoset(Aim aim, const MayGoOn& mayGoOn);
+
   /// 1-based index of a variable; after noFiniteBox.
   Index unboundedVariable() const;
   /// After noFiniteBox with Aim::best: from every solution, points any number of steps of this

@@ -1,0 +1,76 @@
+#include "app/ProfilePicture.h"
+
+#include <optional>
+#include <ostream>
+#include <sstream>
+
+#include "files/ResultFile.h"
+#include "system/Exceptions.h"
+#include "system/Failure.h"
+#include "system/FilterProcess.h"
+
+namespace starsift {
+
+namespace {
+
+/// Without the settings of the user.
+std::optional<std::string> gnuplot(const std::string& script) {
+  return filtered("gnuplot", {"-d"}, script);
+}
+
+constexpr const char* settings =
+    "set terminal svg size 960,400 noenhanced background '#ffffff'\n"
+    "set multiplot layout 1,2\n"
+    "set xlabel 'k'\n"
+    "set ylabel 'log10 of the length of b*_k, the box of side 1'\n"
+    "set grid\n"
+    "set key top right\n";
+
+/// One diagram of the curves from `first` on.
+void writePlot(std::ostream& script, const std::vector<ProfileCurve>& curves, std::size_t first) {
+  for (std::size_t i = first; i < curves.size(); ++i)
+    script << (i == first ? "plot " : ", ") << "$curve" << i
+           << " with linespoints pointsize 0.4 linecolor " << i + 1 << " title '" << curves[i].name
+           << "'";
+  script << '\n';
+}
+
+}  // namespace
+
+void requireGnuplot() {
+  if (!gnuplot(""))
+    fail("--profile needs gnuplot, which can't be run: it is in the package gnuplot-nox");
+}
+
+std::string profileScript(const std::vector<ProfileCurve>& curves) {
+  std::ostringstream script;
+  script.precision(6);
+  script << settings;
+  for (std::size_t i = 0; i < curves.size(); ++i) {
+    script << "$curve" << i << " << END\n";
+    for (std::size_t k = 0; k < curves[i].lengths.size(); ++k)
+      script << k + 1 << ' ' << curves[i].lengths[k] << '\n';
+    script << "END\n";
+  }
+  writePlot(script, curves, 0);
+  // Beside an unreduced basis reduced ones look alike.
+  writePlot(script, curves, 1);
+  return std::move(script).str();
+}
+
+void drawProfile(const std::vector<ProfileCurve>& curves, const std::string& path) {
+  const std::optional<std::string> picture = gnuplot(profileScript(curves));
+  if (!picture || picture->empty()) fail("gnuplot could not draw the profile");
+  try {
+    ResultFile file(path);
+    if (!file.isOpen()) fail("Could not write file: " + path);
+    file.write(*picture);
+    file.commit();
+  } catch (const WriteException& exception) {
+    fail(exception.message());
+  } catch (const LinkException& exception) {
+    fail(exception.message());
+  }
+}
+
+}  // namespace starsift
