@@ -1,5 +1,6 @@
 #include "app/PartSearch.h"
 
+#include <span>
 #include <utility>
 
 #include "system/Exceptions.h"
@@ -40,20 +41,39 @@ TreeState partIdentity(const Vanu<QQ>& problem, const DeciderSettings& settings,
 }
 
 PartSearch::PartSearch(YLattice<long double>& lattice, SearchWatch& watch, DirectStars& stars,
-                       const SeekOptions& options, std::string path, std::optional<QQ> known)
+                       const SeekOptions& options, std::string path, std::optional<QQ> known,
+                       Index filed)
     : watch_(watch),
       stars_(stars),
       options_(options),
       path_(std::move(path)),
       settings_(deciderSettings(lattice, options)),
       known_(std::move(known)),
+      filed_(filed),
       decision_(lattice.problemAsRead()),
       saved_(readTreeState(path_, STARSIFT_VERSION)),
       state_(partIdentity(decision_.problem(), settings_, options)) {
   if (saved_) requireSame(*saved_, state_, path_);
 }
 
+std::optional<QQ> PartSearch::leastNorm() const {
+  const std::optional<QQ> filed = stars_.leastKnownNorm();
+  return filed && (!known_ || *filed < *known_) ? filed : known_;
+}
+
+void PartSearch::requireSolutions() const {
+  if (!saved_ || options_.count) return;
+  const bool isBest = settings_.aim == Aim::best;
+  const std::optional<QQ> least = isBest ? leastNorm() : std::nullopt;
+  const bool areThere = isBest ? !saved_->best || (least && *least <= *saved_->best)
+                               : static_cast<std::uint64_t>(filed_) >= saved_->solutions;
+  if (!areThere)
+    fail("File " + path_ + " is of a search that has found more than is in its solution file: " +
+         "remove it to begin anew");
+}
+
 void PartSearch::run() {
+  requireSolutions();
   if (saved_ && (saved_->isComplete() || saved_->isEnough)) {
     state_ = *saved_;
     isMade_ = true;
@@ -80,11 +100,7 @@ bool PartSearch::makeTree(PartWalk& walk) {
 
 void PartSearch::walkRest(PartWalk& walk) {
   walk_ = &walk;
-  if (settings_.aim == Aim::best) {
-    const std::optional<QQ> filed = stars_.leastKnownNorm();
-    if (filed && (!known_ || *filed < *known_)) known_ = filed;
-  }
-  walk.run(known_, settings_.threads);
+  walk.run(settings_.aim == Aim::best ? leastNorm() : std::nullopt, settings_.threads);
   walk_ = nullptr;
   takeState(walk);
 }
@@ -147,6 +163,7 @@ Decided PartSearch::result() const {
     result.variable = decision_.unboundedVariable();
   }
   if (made_ != Preparation::ready) return result;
+  if (state_.parts == 1 && isComplete()) return joinParts(settings_.aim, std::span(&state_, 1));
   result.undecided = state_.isEnough ? Undecided::enough
                      : isComplete()  ? Undecided::no
                                      : Undecided::stopped;

@@ -22,15 +22,16 @@ std::string goalOf(const DeciderSettings& settings, const SeekOptions& options);
 TreeState partIdentity(const Vanu<QQ>& problem, const DeciderSettings& settings,
                        const SeekOptions& options);
 
-/// Goes on from the state in FILE.part-I-of-K.state, which is fatal if it is of another problem,
-/// version, goal or tree, and writes it there: first when the tree is made, then with a pace of its
-/// own, always after the solutions.
+/// Goes on from the state in FILE.part-I-of-K.state, or FILE.state for the whole tree, which is
+/// fatal if it is of another problem, version, goal or tree, and writes it there: first when the
+/// tree is made, then with a pace of its own, always after the solutions.
 class PartSearch : private DecisionListener {
  public:
   /// The exact lattice is live and has the problem as read, which is copied. `path` is that of the
-  /// state, `known` the target norm of a known solution.
+  /// state, `known` the target norm of a known solution, `filed` the number of solutions in the
+  /// file of the part.
   PartSearch(YLattice<long double>& lattice, SearchWatch& watch, DirectStars& stars,
-             const SeekOptions& options, std::string path, std::optional<QQ> known);
+             const SeekOptions& options, std::string path, std::optional<QQ> known, Index filed);
 
   /// Walks what is left of the part. Throws SearchEnded at its end, by a signal or the clock.
   void run();
@@ -53,6 +54,10 @@ class PartSearch : private DecisionListener {
   Step progress(double share, std::uint64_t nodes) override;
 
   bool isComplete() const { return isMade_ && state_.isComplete(); }
+  /// Fatal if solutions that the state speaks of were lost.
+  void requireSolutions() const;
+  /// Least target norm of the solutions in all files.
+  std::optional<QQ> leastNorm() const;
   Step look();
   /// False if there is no tree to walk.
   bool makeTree(PartWalk& walk);
@@ -66,6 +71,7 @@ class PartSearch : private DecisionListener {
   std::string path_;
   DeciderSettings settings_;
   std::optional<QQ> known_;
+  Index filed_;
   Decision decision_;
   /// As read from the file.
   std::optional<TreeState> saved_;

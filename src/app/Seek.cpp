@@ -79,13 +79,15 @@ void Seek::drawPicture() {
   if (coset && !coset->basis.empty())
     drawProfile(reductionProfile(*coset, lattice_.params().beta, mayGoOn), options_.profile);
   else
-    remarkStream() << "*** No profile: the complete search has no lattice in a finite box" << endLine();
+    remarkStream() << "*** No profile: the complete search has no lattice in a finite box"
+                   << endLine();
 }
 
 SearchEnd Seek::run() {
   if (!options_.profile.empty()) requireGnuplot();
   readProblem();
   StarStore store(lattice_);
+  filedStars_ = store.starCount();
   store.tellIfReadOnly();
   const SearchEnd end = search(store);
   starsFiled_ = store.save(lattice_);
@@ -110,7 +112,8 @@ SearchEnd Seek::search(SolutionSink& sink) {
   watch_.setSink(sink);
   stars_.emplace(lattice_, sink);
   if (options_.part)
-    part_.emplace(lattice_, watch_, *stars_, options_, partNames_.stateFile, knownNorm_);
+    part_.emplace(lattice_, watch_, *stars_, options_, partNames_.stateFile, knownNorm_,
+                  filedStars_);
   decide_.emplace(lattice_, watch_, *stars_, options_);
   jump_.emplace(lattice_, decide_->problem(), watch_, *stars_, decide_->wantsBest(),
                 decide_->threads());

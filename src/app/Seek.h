@@ -82,8 +82,10 @@ class Seek {
   std::optional<Jump> jump_;
   /// Instead of all others.
   std::optional<PartSearch> part_;
-  /// The files of the part, and the least target norm in the solution file of the problem.
+  /// The files of the part, the number of solutions in them, and the least target norm in the
+  /// solution file of the problem.
   FileNames partNames_;
+  Index filedStars_ = 0;
   std::optional<QQ> knownNorm_;
   std::chrono::duration<double> decideTime_{};
   std::chrono::duration<double> jumpTime_{};

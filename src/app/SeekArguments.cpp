@@ -106,6 +106,8 @@ const char* const optionsHelp =
     "      Make the I-th of K parts of a complete search, on any machine. Its solutions\n"
     "      are in FILE.part-I-of-K.sol, how far it is in FILE.part-I-of-K.state, from\n"
     "      where the same command goes on. The status is 2 as long as it isn't complete.\n"
+    "      1/1 is a complete search that goes on where it was, with FILE.sol and\n"
+    "      FILE.state.\n"
     "  --join\n"
     "      Join the parts of FILE that lie beside it: their solutions are checked and\n"
     "      added to FILE.sol, and what they prove together is said, or which are missing\n"

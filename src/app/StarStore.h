@@ -64,6 +64,9 @@ class StarStore : public SolutionSink {
   std::optional<QQ> leastTargetNorm() const override { return stars_.leastTargetNorm(); }
   bool keepsLattices() const override { return true; }
 
+  /// Stars that were saved or read.
+  Index starCount() const { return stars_.starCount(); }
+
   /// Reports all stars, one for each point. Returns whether there are any.
   bool report(std::ostream& stream);
 

@@ -37,7 +37,7 @@ struct SearchResult {
   std::optional<QQ> best;
   Index passes = 0;
   double seconds = 0;
-  /// Only of the search of a part.
+  /// Only of the search of a part, or of the whole as the only one.
   std::optional<PartResult> part;
   /// Parts that were not there, or not complete, when parts were joined.
   std::vector<unsigned> missing{};

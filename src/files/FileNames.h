@@ -18,7 +18,7 @@ struct FileNames {
 FileNames fileNames(const std::string& path);
 
 /// The same for a part of the search of that problem: the stem is that of `path` and
-/// ".part-I-of-K", but the problem is the same.
+/// ".part-I-of-K", but the problem is the same. The only part of one has the files of the problem.
 FileNames partFileNames(const std::string& path, unsigned part, unsigned parts);
 
 }  // namespace starsift

@@ -76,6 +76,8 @@ class PartsCase(unittest.TestCase):
             self.run_to_end(f"--part={part}/{parts}", *options, "p.opt")
 
     def state(self, part, parts):
+        if parts == 1:
+            return self.folder / "p.state"
         return self.folder / f"p.part-{part}-of-{parts}.state"
 
     def refused(self, *arguments):
@@ -138,9 +140,8 @@ class Killed(PartsCase):
         solutions = int(re.search(r"\nsolutions (\d+)", before)[1])
         self.edit(self.state(1, 1), "solutions", solutions + 1_000_000_000)
         out, _ = self.run_to_end("--part=1/1", "--count", "p.opt")
-        self.assertIn(
-            f"\nPart 1 of 1 is complete: {self.count + 1_000_000_000} solutions.\n", out
-        )
+        count = self.count + 1_000_000_000
+        self.assertIn(f"\nAll {count} solutions: the search was complete.\n", out)
 
     def test_clock_and_signals_leave_the_state(self):
         process = self.start("--part=1/1", "--count", "p.opt")
@@ -168,6 +169,19 @@ class Joined(PartsCase):
     def points(self, name):
         lines = (self.folder / name).read_text().splitlines()
         return sorted(line.partition("]")[0] for line in lines)
+
+    def test_whole_tree_is_a_part_with_the_files_of_the_problem(self):
+        self.use("best-knapsack")
+        best = json.loads(self.run_to_end("--json", "p.opt")[0].splitlines()[-1])["best"]
+        for name in ("p.sol", "p.lat"):
+            (self.folder / name).unlink()
+        for _ in range(2):
+            out, _ = self.run_to_end("--part=1/1", "--json", "p.opt")
+            self.assertIn("\nThe first solution is optimal.\n", out)
+            line = json.loads(out.splitlines()[-1])
+            self.assertEqual((line["status"], line["best"]), ("optimal", best))
+            names = {path.name for path in self.folder.iterdir()}
+            self.assertEqual(names, {"p.opt", "p.sol", "p.state"})
 
     def test_best_solution_is_that_of_one_search(self):
         self.use("best-knapsack")
@@ -327,6 +341,19 @@ class Refused(PartsCase):
         lost.unlink()
         self.assertRegex(self.join(), f"^File {lost.name} has 0 of the [1-9]")
         self.assertFalse((self.folder / "p.sol").exists())
+
+    def test_state_without_its_solutions(self):
+        for example, options in (("residues", ["--sol=0"]), ("best-knapsack", [])):
+            for path in self.folder.glob("p.*"):
+                path.unlink()
+            self.use(example)
+            self.run_to_end("--part=1/1", *options, "p.opt")
+            (self.folder / "p.sol").unlink()
+            self.assertEqual(
+                self.refused("--part=1/1", *options, "p.opt"),
+                "File p.state is of a search that has found more than is in its solution file: "
+                "remove it to begin anew",
+            )
 
     def test_lost_best_solution(self):
         for path in self.folder.glob("p.*"):

@@ -102,6 +102,8 @@ TEST(PartFileNames, AreThoseOfTheProblemWithThePart) {
   EXPECT_EQ(names.optFile, "dir.d/p.q.opt");
   EXPECT_EQ(names.solFile, "dir.d/p.q.part-3-of-8.sol");
   EXPECT_EQ(names.stateFile, "dir.d/p.q.part-3-of-8.state");
+  EXPECT_EQ(partFileNames("dir.d/p.opt", 1, 1).solFile, "dir.d/p.sol");
+  EXPECT_EQ(partFileNames("dir.d/p.opt", 1, 1).stateFile, "dir.d/p.state");
 }
 
 }  // namespace
