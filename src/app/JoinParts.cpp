@@ -194,6 +194,7 @@ int joinPartFiles(YLattice<long double>& lattice, bool json, std::ostream& repor
   const std::vector<PartFiles> present = readParts(lattice, optFile, parts);
   const bool isBest = present.front().state.goal == "best";
   std::vector<TreeState> states;
+  states.reserve(present.size());
   for (const PartFiles& part : present) states.push_back(part.state);
   SearchResult result;
   result.decided = joinParts(isBest ? Aim::best : Aim::all, states);

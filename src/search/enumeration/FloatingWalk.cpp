@@ -27,6 +27,7 @@ Real real(const QQ& integer) {
 template <class Real>
 std::vector<Real> reals(const std::vector<QQ>& integers) {
   std::vector<Real> result;
+  result.reserve(integers.size());
   for (const QQ& integer : integers) result.push_back(real<Real>(integer));
   return result;
 }
