@@ -49,8 +49,7 @@ TEST(Decider, ShortWalkTellsEachSolutionOnce) {
   Decision decision(test::problemFrom(knapsack));
   Listener listener;
   DeciderSettings settings;
-  settings.wanted = 200'000;
-  settings.allowed = std::chrono::milliseconds(300);
+  settings.wanted = 500;
   Decider(decision, listener, settings).run();
   std::set<std::string> texts;
   for (const Star<QQ>& star : listener.stars) {
@@ -58,7 +57,7 @@ TEST(Decider, ShortWalkTellsEachSolutionOnce) {
     appendText(text, star.x(), 0);
     EXPECT_TRUE(texts.insert(text).second) << text;
   }
-  EXPECT_GT(texts.size(), 1000U);
+  EXPECT_EQ(texts.size(), 500U);
 }
 
 }  // namespace
