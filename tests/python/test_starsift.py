@@ -7,6 +7,7 @@ import math
 import os
 import pathlib
 import signal
+import subprocess
 import sys
 import threading
 import types
@@ -179,6 +180,21 @@ class Searches(unittest.TestCase):
     def test_an_unknown_option(self):
         with self.assertRaisesRegex(starsift.Error, "Malformed parameter: soll=1"):
             sums_to(4).search(soll=1)
+
+
+class Examples(unittest.TestCase):
+    """Scripts of the guide, each beside what it prints."""
+
+    def test_each_prints_what_is_beside_it(self):
+        scripts = sorted((ROOT / "docs/python").glob("*.py"))
+        self.assertGreaterEqual(len(scripts), 6)
+        for script in scripts:
+            with self.subTest(script=script.name):
+                run = subprocess.run(
+                    [sys.executable, script], capture_output=True, text=True, timeout=300, check=False
+                )
+                self.assertEqual(run.stderr, "")
+                self.assertEqual(run.stdout, script.with_suffix(".out").read_text())
 
 
 def load_tests(_loader, tests, _pattern):
