@@ -1,9 +1,11 @@
 // The extension module of the package starsift: numbers cross the border as machine integers or as
 // texts, which the package makes of the numbers of Python and back.
+#include <cxxabi.h>
 #include <pybind11/functional.h>
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
 #include <starsift/starsift.h>
+#include <unistd.h>
 
 #include <cstdint>
 #include <map>
@@ -79,14 +81,46 @@ Point pointOf(const py::sequence& point, const py::function& text) {
   return result;
 }
 
+/// At its end the interpreter ends every thread that asks for its lock, by unwinding that no
+/// destructor survives. Such a thread waits here for the end of the process instead.
+[[noreturn]] void waitForTheEnd() {
+  while (true) pause();
+}
+
+/// Does work that asks for the lock.
+template <class Work>
+void whileItLives(const Work& work) {
+  if (_Py_IsFinalizing() != 0) waitForTheEnd();
+  try {
+    work();
+  } catch (const abi::__forced_unwind&) {
+    waitForTheEnd();
+  }
+}
+
+/// Other threads have the lock of the interpreter during its lifetime.
+class LockReleased {
+ public:
+  LockReleased() = default;
+  LockReleased(const LockReleased&) = delete;
+  LockReleased& operator=(const LockReleased&) = delete;
+  ~LockReleased() {
+    whileItLives([this] { PyEval_RestoreThread(state_); });
+  }
+
+ private:
+  PyThreadState* state_ = PyEval_SaveThread();
+};
+
 std::vector<Verdict> check(const Problem& problem, const py::sequence& given,
                            const py::function& text) {
   std::vector<Point> points;
   points.reserve(given.size());
   for (const py::handle point : given)
     points.push_back(pointOf(py::reinterpret_borrow<py::sequence>(point), text));
-  const py::gil_scoped_release released;
+  // Other threads may change the problem while the lock is released.
   starsift::Checker checker(problem);
+  const LockReleased released;
   std::vector<Verdict> verdicts;
   verdicts.reserve(points.size());
   for (const Point& point : points)
@@ -103,20 +137,33 @@ class Calls {
 
   void attach(Search& search) {
     if (!onSolution_.is_none())
-      search.onSolution([this](const Solution& solution) {
-        const py::gil_scoped_acquire held;
-        onSolution_(solution);
-      });
+      search.onSolution([this](const Solution& solution) { tell(onSolution_, solution); });
     search.onProgress([this](const Search::Progress& progress) {
-      const py::gil_scoped_acquire held;
-      if (PyErr_CheckSignals() != 0) takeSignal();
-      if (!onProgress_.is_none()) onProgress_(progress);
+      whileItLives([&] {
+        const py::gil_scoped_acquire held;
+        if (PyErr_CheckSignals() != 0) takeSignal();
+      });
+      if (!onProgress_.is_none()) tell(onProgress_, progress);
     });
   }
 
   std::stop_token token() const { return stop_.get_token(); }
 
  private:
+  /// Calls the user.
+  template <class Argument>
+  void tell(const py::object& call, const Argument& argument) {
+    whileItLives([&] {
+      const py::gil_scoped_acquire held;
+      try {
+        call(argument);
+      } catch (py::error_already_set& error) {
+        if (!error.matches(PyExc_KeyboardInterrupt)) throw;
+        stop_.request_stop();
+      }
+    });
+  }
+
   /// Ctrl-C ends the search, which returns what it has; another handler's exception leaves it.
   void takeSignal() {
     if (PyErr_ExceptionMatches(PyExc_KeyboardInterrupt) == 0) throw py::error_already_set();
@@ -135,7 +182,7 @@ Search::Result search(const Problem& problem, const std::map<std::string, std::s
   for (const auto& [name, value] : options) made.set(name, value);
   Calls calls(std::move(onSolution), std::move(onProgress));
   calls.attach(made);
-  const py::gil_scoped_release released;
+  const LockReleased released;
   return made.run(calls.token());
 }
 

@@ -189,14 +189,17 @@ class [[gnu::visibility("default")]] Problem {
   // is no variable 7", "row g2: an infinite coefficient", "row g2: an infinite value".
 
   /// lower <= x <= upper in steps of 10^-decimals, 0 <= decimals <= 18. Error "variable x1: " and
-  /// "the upper bound is below the lower one" or "decimals are from 0 to 18".
+  /// "the upper bound is below the lower one", "no finite value is within the bounds" or "decimals
+  /// are from 0 to 18".
   std::size_t addVariable(const Number& lower, const Number& upper, std::string_view name = {},
                           int decimals = 0);
 
   /// row x = value, within 1e-9.
   std::size_t addEquation(const Row& row, const Number& value, std::string_view name = {});
-  /// row x = value + a multiple of `modulus`, within 1e-9. The modulus is finite and not within
-  /// 1e-9 of 0, else Error "row g1: the modulus is 0 or infinite".
+  /// row x = value + a multiple of `modulus`. The remainder of row x - value, which has the sign of
+  /// row x - value, may be up to 1e-9 in magnitude: a value that far short of a multiple is none.
+  /// The modulus is finite and not within 1e-9 of 0, else Error "row g1: the modulus is 0 or
+  /// infinite".
   std::size_t addCongruence(const Row& row, const Number& value, const Number& modulus,
                             std::string_view name = {});
   /// lower <= row x <= upper, exactly; one of them may be infinite. Error "row u1: the upper bound
@@ -250,8 +253,8 @@ struct Violation {
 
 /// The exact judgement of a point.
 struct Verdict {
-  /// Rows and bounds hold as starsift sees it: equations and congruences within 1e-9, all else
-  /// exactly. Steps don't matter.
+  /// Rows and bounds hold as starsift sees it: equations within 1e-9, congruences as told at
+  /// addCongruence(), all else exactly. Steps don't matter.
   bool isSolution = false;
   /// Rows, bounds and steps that are broken, the largest amount first.
   std::vector<Violation> violations;
@@ -360,7 +363,7 @@ class [[gnu::visibility("default")]] Search {
   /// Sets an option of the command by its name: sol, rtime, iters, tnorm, snorm, prove, count,
   /// threads, seed, beta and so on (see `starseek --help`). Error "Malformed parameter: name=value"
   /// for an unknown name or a value of another kind, "not an option of a search: name" for those
-  /// that concern files and consoles: help, version, json, verb, bench.
+  /// that concern files and consoles: help, version, json, verb, bench, part, join, profile.
   Search& set(std::string_view name, std::string_view value);
   Search& set(std::string_view name, std::integral auto value) {
     return set(name, std::string_view(std::to_string(value)));

@@ -18,6 +18,7 @@ import html
 import math
 import operator
 import os
+import sys
 import warnings
 from collections.abc import Callable, Iterable, Mapping, Sequence
 from dataclasses import dataclass, field
@@ -46,20 +47,22 @@ def _text(value: Any) -> str:
     """The text of a number.
 
     >>> _text(10**30), _text(Fraction(-7, 2)), _text(Decimal("0.10")), _text("1/3"), _text(-math.inf)
-    ('1000000000000000000000000000000', '-7/2', '1/10', '1/3', '-inf')
+    ('1000000000000000000000000000000', '-7/2', '0.10', '1/3', '-inf')
     """
     if isinstance(value, str):
         return value
+    if isinstance(value, bool) or type(value).__name__ in ("bool_", "bool"):
+        raise TypeError("a truth value is not a number")
     if isinstance(value, Fraction):
         return f"{_digits(value.numerator)}/{_digits(value.denominator)}"
-    if isinstance(value, bool):
-        raise TypeError("a truth value is not a number")
     try:
         return _digits(operator.index(value))
     except TypeError:
         pass
+    if isinstance(value, Decimal) and value.is_nan():
+        raise ValueError("nan is not a number")
     if isinstance(value, Decimal) and value.is_finite():
-        return _text(Fraction(value))
+        return str(value)
     if isinstance(value, (float, Decimal)):
         if value in (math.inf, -math.inf):
             return "inf" if value > 0 else "-inf"
@@ -88,11 +91,27 @@ _has_warned = False
 def _warn_of_floats() -> None:
     global _has_warned
     if not _has_warned:
-        _has_warned = True
         warnings.warn(
             "a float is taken at its exact value: 0.1 is not 1/10; write Fraction, Decimal or text",
-            FloatWarning, stacklevel=4,
+            FloatWarning, stacklevel=_frames_inside(),
         )
+        # Where the warning is an error, each float is one.
+        _has_warned = True
+
+
+def _frames_inside() -> int:
+    """The level of the first frame outside this module, as warn() counts for its caller."""
+    level, frame = 1, sys._getframe(1)
+    while frame.f_back is not None and frame.f_globals.get("__name__") == __name__:
+        level, frame = level + 1, frame.f_back
+    return level
+
+
+def _list(values: Iterable) -> list:
+    """The entries of a row or point. A text has some too, but isn't meant so."""
+    if isinstance(values, (str, bytes)):
+        raise TypeError(f"a list of numbers, not the text {values!r}")
+    return list(values)
 
 
 def _number(text: int | str) -> Any:
@@ -128,8 +147,8 @@ class Violation:
 class Verdict:
     """The exact judgement of a point.
 
-    ``is_solution`` says whether rows and bounds hold as starsift sees it: equations and congruences
-    within 1e-9, all else exactly. ``violations`` has steps too, the largest amount first. Values and
+    ``is_solution`` says whether rows and bounds hold as starsift sees it: equations within 1e-9, and
+    congruences if the value isn't short of a multiple, all else exactly. ``violations`` has steps too, the largest amount first. Values and
     norms are those of a solution.
     """
 
@@ -271,19 +290,19 @@ class Problem:
         maximise: Any = None, minimise: Any = None,
     ) -> None:
         self._inner = _starsift.Problem()
-        lower, upper = list(lower), list(upper)
+        lower, upper = _list(lower), _list(upper)
         places = [0] * len(lower) if decimals is None else [operator.index(d) for d in decimals]
         called = [""] * len(lower) if names is None else list(names)
         for bounds in _together(lower=lower, upper=upper, names=called, decimals=places):
             self.add_variable(bounds[0], bounds[1], name=bounds[2], decimals=bounds[3])
-        Ag, bg = list(Ag), list(bg)
-        moduli = [0] * len(bg) if qg is None else list(qg)
+        Ag, bg = _list(Ag), _list(bg)
+        moduli = [0] * len(bg) if qg is None else _list(qg)
         for row, value, modulus in _together(Ag=Ag, bg=bg, qg=moduli):
             if _number_of(modulus) == 0:
                 self.add_equation(row, value)
             else:
                 self.add_congruence(row, value, modulus)
-        for row, least, most in _together(Au=list(Au), lu=list(lu), ru=list(ru)):
+        for row, least, most in _together(Au=_list(Au), lu=_list(lu), ru=_list(ru)):
             self.add_range(row, least, most)
         if maximise is not None:
             self.maximise(maximise)
@@ -363,7 +382,7 @@ class Problem:
         >>> [verdict.is_right for verdict in problem.check([[1], [2], ["5/2"]])]
         [False, True, False]
         """
-        given = [point if isinstance(point, (list, tuple)) else list(point) for point in points]
+        given = [point if isinstance(point, (list, tuple)) else _list(point) for point in points]
         return [_verdict(verdict) for verdict in self._inner.check(given, _text)]
 
     def search(
@@ -376,7 +395,8 @@ class Problem:
         Options have the names of the command: ``sol=0`` asks for all solutions, ``sol=5`` for five;
         without it the best is looked for if there is a target. ``time`` is a limit in seconds.
         ``on_solution`` is called for each new solution, ``on_progress`` some times a second; an
-        exception of theirs ends the search. Ctrl-C ends it with what it has. Other threads of the
+        exception of theirs ends the search. Ctrl-C ends a search of the main thread with what it
+        has, also in these calls. Other threads of the
         interpreter run meanwhile, and may search too.
 
         >>> problem = Problem(lower=[0], upper=[999], Ag=[[1], [1], [1]], bg=[2, 3, 2], qg=[3, 5, 7])
@@ -426,7 +446,7 @@ class Problem:
     def _terms(self, row: Any) -> list[tuple[int, str]]:
         if isinstance(row, Mapping):
             return [(operator.index(j), _text(value)) for j, value in row.items()]
-        values = list(row)
+        values = _list(row)
         if len(values) != self.variable_count:
             raise Error(f"{len(values)} coefficients for {self.variable_count} variables")
         return [(j, _text(value)) for j, value in enumerate(values)]

@@ -63,12 +63,14 @@ std::set<unsigned> partsBeside(const std::string& optFile, unsigned& parts) {
   std::set<unsigned> found;
   std::set<unsigned> numbers;
   std::error_code error;
-  for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
-    const auto part = partOfName(entry.path().filename().string(), stem);
+  std::filesystem::directory_iterator entry(folder, error);
+  for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+    const auto part = partOfName(entry->path().filename().string(), stem);
     if (!part) continue;
     found.insert(part->first);
     numbers.insert(part->second);
   }
+  if (error) fail("Could not read folder " + folder.string() + ": " + error.message());
   if (found.empty()) failWithoutParts(optFile);
   if (numbers.size() > 1)
     fail("There are parts of " + std::to_string(*numbers.begin()) + " and parts of " +
@@ -105,11 +107,11 @@ Array<Star<QQ>> starsOf(const YLattice<long double>& lattice, const FileNames& n
 
 /// Fatal if solutions of a part aren't in its file.
 void requireStars(const PartFiles& part) {
-  if (part.state.goal == "count" || part.state.goal == "best") return;
   const auto present = static_cast<std::uint64_t>(part.stars.dimension());
-  if (present < part.state.solutions)
+  const std::uint64_t filed = part.state.solutionsFiled();
+  if (present < filed)
     fail("File " + part.names.solFile + " has " + std::to_string(present) + " of the " +
-         std::to_string(part.state.solutions) + " solutions of its part");
+         std::to_string(filed) + " solutions of its part");
 }
 
 std::vector<PartFiles> readParts(const YLattice<long double>& lattice, const std::string& optFile,
@@ -185,6 +187,12 @@ std::vector<unsigned> reportMissing(const std::string& optFile, unsigned parts,
   return missing;
 }
 
+/// So many different solutions were wanted.
+bool hasEnough(const std::string& goal, Index solutions) {
+  const std::uint64_t wanted = wantedBy(goal);
+  return wanted > 0 && static_cast<std::uint64_t>(solutions) >= wanted;
+}
+
 }  // namespace
 
 int joinPartFiles(YLattice<long double>& lattice, bool json, std::ostream& report) {
@@ -210,6 +218,8 @@ int joinPartFiles(YLattice<long double>& lattice, bool json, std::ostream& repor
     result.solutions += part.stars.dimension();
     result.seconds += static_cast<double>(part.state.milliseconds) / 1000;
   }
+  if (!result.decided.isComplete() && hasEnough(present.front().state.goal, result.solutions))
+    result.decided.undecided = Undecided::enough;
   writeVerdict(report, result);
   const bool isOver = result.decided.isComplete() || result.decided.undecided == Undecided::enough;
   if (!isOver) result.missing = reportMissing(optFile, parts, present, report);

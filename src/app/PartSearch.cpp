@@ -53,6 +53,8 @@ PartSearch::PartSearch(YLattice<long double>& lattice, SearchWatch& watch, Direc
       decision_(lattice.problemAsRead()),
       saved_(readTreeState(path_, STARSIFT_VERSION)),
       state_(partIdentity(decision_.problem(), settings_, options)) {
+  if (lattice.withLive([](const auto& live) { return live.params.hasNormLimit(); }))
+    fail("A part of a search proves the optimum, or has solutions enough: not with tnorm or snorm");
   if (saved_) requireSame(*saved_, state_, path_);
 }
 
@@ -66,7 +68,7 @@ void PartSearch::requireSolutions() const {
   const bool isBest = settings_.aim == Aim::best;
   const std::optional<QQ> least = isBest ? leastNorm() : std::nullopt;
   const bool areThere = isBest ? !saved_->best || (least && *least <= *saved_->best)
-                               : static_cast<std::uint64_t>(filed_) >= saved_->solutions;
+                               : static_cast<std::uint64_t>(filed_) >= saved_->solutionsFiled();
   if (!areThere)
     fail("File " + path_ + " is of a search that has found more than is in its solution file: " +
          "remove it to begin anew");
@@ -79,7 +81,7 @@ void PartSearch::run() {
     isMade_ = true;
   } else {
     PartWalk walk(decision_, *this, settings_.aim, state_);
-    if (makeTree(walk)) walkRest(walk);
+    if (makeTree(walk) && made_ == Preparation::ready) walkRest(walk);
   }
   watch_.hideTree();
   if (ended_) throw SearchEnded(*ended_);

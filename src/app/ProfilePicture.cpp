@@ -4,6 +4,7 @@
 #include <ostream>
 #include <sstream>
 
+#include "app/Interrupt.h"
 #include "files/ResultFile.h"
 #include "system/Exceptions.h"
 #include "system/Failure.h"
@@ -60,12 +61,14 @@ std::string profileScript(const std::vector<ProfileCurve>& curves) {
 
 void drawProfile(const std::vector<ProfileCurve>& curves, const std::string& path) {
   const std::optional<std::string> picture = gnuplot(profileScript(curves));
+  // Ctrl-C is for gnuplot too.
+  if (interrupted() != 0) return;
   if (!picture || picture->empty()) fail("gnuplot could not draw the profile");
   try {
     ResultFile file(path);
     if (!file.isOpen()) fail("Could not write file: " + path);
     file.write(*picture);
-    file.commit();
+    if (file.commit() != Commit::written) fail("Others write all the time to file: " + path);
   } catch (const WriteException& exception) {
     fail(exception.message());
   } catch (const LinkException& exception) {

@@ -94,14 +94,18 @@ std::pair<std::string_view, std::string_view> halves(std::string_view text, char
 
 std::vector<bool> doneOf(std::size_t count, std::string_view ranges) {
   std::vector<bool> done(count);
+  std::uint64_t next = 0;
   while (!ranges.empty()) {
     const std::string_view range = ranges.substr(0, ranges.find(' '));
     ranges.remove_prefix(std::min(range.size() + 1, ranges.size()));
     const bool isOne = range.find('-') == std::string_view::npos;
     const auto [from, to] = isOne ? std::pair{range, range} : halves(range, '-');
     const std::uint64_t last = numberOf(to, mostSubtrees);
-    if (last >= count) throw Damaged();
-    for (std::uint64_t i = numberOf(from, last); i <= last; ++i) done[i] = true;
+    const std::uint64_t first = numberOf(from, last);
+    // Ascending, so that a line of any length takes no longer than its subtrees.
+    if (first < next || last >= count) throw Damaged();
+    for (std::uint64_t i = first; i <= last; ++i) done[i] = true;
+    next = last + 1;
   }
   return done;
 }
@@ -162,6 +166,7 @@ TreeState parseState(const std::string& path, const std::string& version, std::s
       failBecause(path, "is of version " + written + ", not of " + version);
     TreeState state = stateOf(Fields(text.substr(heading.size())));
     if (stateText(state) != text) throw Damaged();
+    if (written != version) failBecause(path, "is of version " + written + ", not of " + version);
     return state;
   } catch (const Damaged&) {
     failBecause(path, "is damaged");
@@ -172,6 +177,17 @@ TreeState parseState(const std::string& path, const std::string& version, std::s
 
 std::size_t TreeState::doneCount() const {
   return static_cast<std::size_t>(std::count(done.begin(), done.end(), true));
+}
+
+std::uint64_t TreeState::solutionsFiled() const {
+  if (goal == "best" || goal == "count") return 0;
+  return isEnough ? std::max(solutions, wantedBy(goal)) : solutions;
+}
+
+std::uint64_t wantedBy(const std::string& goal) {
+  std::uint64_t wanted = 0;
+  std::from_chars(goal.data(), goal.data() + goal.size(), wanted);
+  return wanted;
 }
 
 std::string problemDigest(const Vanu<QQ>& problem) {

@@ -58,8 +58,13 @@ struct TreeState {
   bool isEnough = false;
 
   std::size_t doneCount() const;
+  /// Solutions that the file of this part has at least; 0 with the goals "best" and "count".
+  std::uint64_t solutionsFiled() const;
   bool isComplete() const { return doneCount() == done.size(); }
 };
+
+/// The number of solutions that a goal is; 0 for "best", "all" and "count".
+std::uint64_t wantedBy(const std::string& goal);
 
 /// Of everything that decides which points are solutions, and how good they are.
 std::string problemDigest(const Vanu<QQ>& problem);

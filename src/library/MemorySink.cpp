@@ -1,5 +1,7 @@
 #include "library/MemorySink.h"
 
+#include <cxxabi.h>
+
 #include <sstream>
 #include <utility>
 
@@ -61,6 +63,9 @@ void MemorySink::tell(const Call& call, const Argument& argument) {
   if (error_) return;
   try {
     call(argument);
+  } catch (const abi::__forced_unwind&) {
+    // The host has ended the thread in the middle of the call.
+    throw;
   } catch (...) {
     error_ = std::current_exception();
   }

@@ -109,6 +109,8 @@ std::size_t Problem::addVariable(const Number& lower, const Number& upper, std::
         "variable " + (name.empty() ? "x" + std::to_string(index + 1) : std::string(name));
     if (variable.upper < variable.lower)
       fail(reported + ": the upper bound is below the lower one");
+    if (variable.lower == QQ::infinity() || variable.upper == -QQ::infinity())
+      fail(reported + ": no finite value is within the bounds");
     if (decimals < 0 || decimals > mostDecimals) fail(reported + ": decimals are from 0 to 18");
     record_->variables.push_back(std::move(variable));
     return index;

@@ -30,7 +30,12 @@ namespace {
 
 using Result = Search::Result;
 
-constexpr std::array<std::string_view, 5> otherOptions{"help", "version", "json", "verb", "bench"};
+/// Those that concern files and consoles.
+constexpr std::array<std::string_view, 8> otherOptions{"help",  "version", "json", "verb",
+                                                       "bench", "part",    "join", "profile"};
+
+/// A fatal report of numbers beyond the greatest long double, in the exact lattice too.
+constexpr std::string_view overflowReport = "numbers too large for the reduction";
 
 SeekArguments splitOptions(std::vector<std::string> options) {
   std::vector<char*> arguments;
@@ -118,14 +123,21 @@ Result resultOf(SearchEnd end, const SearchResult& found) {
   return result;
 }
 
-/// A report that is an answer: there is no solution.
-Result refutation(const std::string& message, const YLattice<long double>& lattice) {
+/// The result of a search that a report has ended, if that is no fault of the input: there is no
+/// solution, or a number is too large. Else throws the report.
+Result ended(const std::string& message, const YLattice<long double>& lattice) {
   Result result;
+  result.seed = lattice.seed();
+  if (message == overflowReport) {
+    result.end = Search::End::overflow;
+    result.verdict = message;
+    return result;
+  }
+  if (fatalProof(message) == FatalProof::nothing) throw FatalReport(message);
   result.end = Search::End::decided;
   result.proof = Search::Proof::infeasible;
   result.isExactOnly = fatalProof(message) == FatalProof::noExactSolution;
   result.verdict = message + '\n' + proofRemark(message);
-  result.seed = lattice.seed();
   return result;
 }
 
@@ -144,8 +156,7 @@ Result search(const Vanu<QQ>& problem, const std::vector<std::string>& options, 
     sink.trySave(lattice);
     result = resultOf(end, seek.result(sink, sink.stars().isSet()));
   } catch (const FatalReport& report) {
-    if (fatalProof(report.message()) == FatalProof::nothing) throw;
-    result = refutation(report.message(), lattice);
+    result = ended(report.message(), lattice);
   }
   lattice.endSearch();
   result.solutions = ordered(sink);
@@ -170,6 +181,8 @@ Search& Search::set(std::string_view name, std::string_view value) {
   hosted([&] {
     if (std::find(otherOptions.begin(), otherOptions.end(), name) != otherOptions.end())
       fail("not an option of a search: " + std::string(name));
+    if (value.find('\0') != std::string_view::npos)
+      fail("Malformed parameter: " + std::string(name));
     std::string option = "--" + std::string(name) + '=' + std::string(value);
     ExtendedParams<QQ> params;
     readArguments(params, splitOptions({option}).parameters);

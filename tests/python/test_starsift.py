@@ -74,9 +74,27 @@ class Numbers(unittest.TestCase):
             self.assertNotEqual(self.row_of(0.1), "[ [ 0.1 ]")
 
     def test_what_is_no_number(self):
-        for value in (True, None, "x", math.nan, [1]):
+        nans = (math.nan, decimal.Decimal("nan"), decimal.Decimal("sNaN"))
+        for value in (True, numpy.bool_(True), None, "x", [1], decimal.Decimal("1e2000000"), *nans):
             with self.subTest(value=value), self.assertRaises((TypeError, ValueError)):
                 self.row_of(value)
+
+    def test_a_text_is_no_list(self):
+        problem = sums_to(6)
+        for call in (
+            lambda: problem.check(["24"]),
+            lambda: problem.add_equation("12", 3),
+            lambda: starsift.Problem(lower=[0], upper=[5], Ag="3", bg="3"),
+        ):
+            with self.assertRaises(TypeError):
+                call()
+
+    def test_a_warning_that_is_an_error_is_one_each_time(self):
+        with warnings.catch_warnings(), unittest.mock.patch("starsift._has_warned", False):
+            warnings.simplefilter("error", starsift.FloatWarning)
+            for _ in range(2):
+                with self.assertRaises(starsift.FloatWarning):
+                    self.row_of(0.5)
 
     def test_fractions_come_out(self):
         problem = starsift.Problem(lower=[0], upper=[1], decimals=[1], Ag=[[2]], bg=[1])
@@ -160,6 +178,31 @@ class Searches(unittest.TestCase):
         result = split(7, 60).search(prove=False, time=30)
         timer.join()
         self.assertEqual(result.end, "stopped")
+
+    def test_ctrl_c_in_a_call_ends_it_with_what_it_has(self):
+        found = []
+
+        def interrupt(solution):
+            found.append(solution)
+            if len(found) == 5:
+                os.kill(os.getpid(), signal.SIGINT)
+
+        result = sums_to(60).search(sol=0, on_solution=interrupt)
+        self.assertGreaterEqual(len(result.solutions), 5)
+
+    def test_a_daemon_thread_may_search_to_the_end_of_the_interpreter(self):
+        script = (
+            "import threading, time, sys; sys.path.insert(0, sys.argv[1]); import test_starsift\n"
+            "hard = test_starsift.split(7, 60)\n"
+            "search = lambda: hard.search(prove=False, time=30, threads=1)\n"
+            "threading.Thread(target=search, daemon=True).start()\n"
+            "time.sleep(0.3)\n"
+        )
+        run = subprocess.run(
+            [sys.executable, "-c", script, str(ROOT / "tests/python")],
+            capture_output=True, text=True, timeout=300, check=False,
+        )
+        self.assertEqual((run.returncode, run.stderr), (0, ""))
 
     def test_a_result_is_a_table(self):
         page = sums_to(4).search(sol=0)._repr_html_()

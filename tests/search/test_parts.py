@@ -218,6 +218,48 @@ class Joined(PartsCase):
         line = json.loads(out.splitlines()[-1])
         self.assertEqual((line["status"], line["complete"]), ("found", False))
 
+    def test_solutions_that_sufficed_and_were_lost(self):
+        self.use("residues")
+        self.run_to_end("--part=1/1", "p.opt")
+        (self.folder / "p.sol").unlink()
+        self.assertRegex(
+            self.refused("--part=1/1", "p.opt"), "^File p.state is of a search that has found more"
+        )
+        self.run_parts(4)
+        for path in self.folder.glob("p.part-*.sol"):
+            path.unlink()
+        self.assertRegex(self.refused("--join", "p.opt"), r" has 0 of the 1 solutions of its part$")
+
+    def test_parts_that_suffice_together(self):
+        self.use("residues")
+        self.run_parts(4, "--sol=4")
+        self.assertEqual(
+            [self.state(part, 4).read_text().count("end enough") for part in range(1, 5)], [0] * 4
+        )
+        self.state(4, 4).unlink()
+        found = sum(
+            len(path.read_text().splitlines()) for path in self.folder.glob("p.part-[123]-of-4.sol")
+        )
+        self.run_to_end("--join", "p.opt", status=0 if found >= 4 else 2)
+
+    def test_norms_are_no_goal_of_parts(self):
+        self.use("best-knapsack")
+        for option in ("--tnorm=0", "--snorm=0"):
+            self.assertRegex(self.refused(option, "--part=1/1", "p.opt"), "not with tnorm or snorm$")
+        self.assertFalse(self.state(1, 1).exists())
+
+    def test_known_solution_within_the_tolerance_only(self):
+        (self.folder / "p.opt").write_text(
+            "[ inf ] [ [ 1 1 ] ] [ [ 0.1 0 ] ] [ 0.30000000000001 ] [ 0 ] [ ] [ ] [ ]\n"
+            "[ 0 0 ] [ 0 0 ] [ 9 9 ]\n"
+        )
+        (self.folder / "p.sol").write_text("[ 3 9 ]\n")
+        out, _ = self.run_to_end("--part=1/1", "--json", "p.opt")
+        self.assertEqual(json.loads(out.splitlines()[-1])["status"], "infeasible")
+        self.run_parts(2)
+        out, _ = self.run_to_end("--join", "--json", "p.opt")
+        self.assertEqual(json.loads(out.splitlines()[-1])["status"], "infeasible")
+
     def test_problem_without_a_finite_box_has_no_parts(self):
         (self.folder / "p.opt").write_text(
             "[ ] [ ] [ [ 2 -3 ] ] [ 1 ] [ ] [ ] [ ] [ ] [ 0 0 ] [ 0 0 ] [ inf inf ]\n"
@@ -275,6 +317,7 @@ class Refused(PartsCase):
             ("done", "3-1"),
             ("done", "0-x"),
             ("done", "1 0"),
+            ("done", "0-1 1"),
             ("subtrees", "99999999999999"),
             ("subtrees", "-1"),
             ("part", "3/2"),
@@ -293,6 +336,10 @@ class Refused(PartsCase):
     def test_state_of_another_version(self):
         self.edit(self.path, "version", "0.0.1")
         self.assertRegex(self.join(), r"^File p.part-2-of-2.state is of version 0.0.1, not of ")
+
+    def test_state_of_a_version_with_a_suffix(self):
+        self.edit(self.path, "version", "9.9-beta")
+        self.assertRegex(self.join(), r"^File p.part-2-of-2.state is of version 9.9-beta, not of ")
 
     def test_state_of_another_problem(self):
         self.edit(self.path, "problem", "0" * 16)

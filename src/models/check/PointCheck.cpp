@@ -16,7 +16,10 @@ QQ distanceToInteger(const QQ& value) {
   return below < above ? below : above;
 }
 
-/// 10^places of a column; `places` is a small integer.
+/// Decimal places beyond which no step is looked at: they are more than a point has digits.
+constexpr long mostPlaces = 100'000;
+
+/// 10^places of a column.
 QQ powerOfTen(const QQ& places) {
   QQ power(1);
   for (QQ i(1); i <= places; i += QQ::one()) power *= QQ::ten();
@@ -81,7 +84,7 @@ void PointCheck::checkRow(std::uint32_t row, PointReport& report) const {
 QQ PointCheck::distanceToStep(std::uint32_t column, const QQ& value) const {
   if (value.isInteger()) return {};
   if (problem_.model.kinds[column] != ColumnKind::continuous) return distanceToInteger(value);
-  if (problem_.decimals.empty()) return {};
+  if (problem_.decimals.empty() || problem_.decimals[column] > QQ(mostPlaces)) return {};
   const QQ power = powerOfTen(problem_.decimals[column]);
   return distanceToInteger(value * power) / power;
 }

@@ -43,8 +43,8 @@ class JumpSearch {
   JumpSearch(const Vanu<QQ>& problem, std::uint64_t seed);
 
   /// There is something to walk on: rows and bounds don't contradict each other at first sight,
-  /// and numbers have at most 52 bits.
-  bool isReady() const { return walk_.has_value(); }
+  /// numbers have at most 52 bits, and no walk has come to sums beyond that.
+  bool isReady() const { return walk_.has_value() && !isOver_; }
   /// The least objective is looked for, and not any solution. Only if isReady().
   bool hasObjective() const { return integers_.objective.has_value(); }
 

@@ -110,26 +110,28 @@ class Caller : public Learner {
   Step found(const Star<QQ>& star) override {
     exchange().post(star);
     passOn();
-    return hasStopped_ ? Step::stop : Step::goOn;
+    return isEnding_ ? Step::stop : Step::goOn;
   }
 
   Step progress() override {
     passOn();
-    if (!hasStopped_) obey(listener_.progress());
-    return hasStopped_ ? Step::stop : learn();
+    isEnding_ = isEnding_ || listener_.progress() == Step::stop;
+    return isEnding_ ? Step::stop : learn();
   }
 
-  /// Tells the listener of the solutions of all walks, until it stops.
+  /// Tells the listener of the solutions of all walks, until it has enough. A walk tells its last
+  /// one when it ends.
   void passOn() {
     for (const Star<QQ>& star : exchange().takeNews())
-      if (!hasStopped_) obey(listener_.found(star));
+      if (!hasEnough_) hasEnough_ = listener_.found(star) == Step::stop;
+    isEnding_ = isEnding_ || hasEnough_;
   }
 
  private:
-  void obey(Step step) { hasStopped_ = hasStopped_ || step == Step::stop; }
-
   JumpListener& listener_;
-  bool hasStopped_ = false;
+  bool isEnding_ = false;
+  /// The listener isn't told of further solutions.
+  bool hasEnough_ = false;
 };
 
 /// Ends the helpers also after an exception of the calling thread.

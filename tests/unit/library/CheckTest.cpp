@@ -88,6 +88,22 @@ TEST(LibraryCheck, ToleratesABillionthInEquationsOnly) {
   EXPECT_FALSE(check(problem, Point{"5.000000001"}).isSolution);
 }
 
+// The remainder of what a value misses is truncated, as it always was.
+TEST(LibraryCheck, ToleratesABillionthBeyondAMultipleButNotBelow) {
+  Problem problem;
+  problem.addVariable(0, 9);
+  problem.addCongruence({1}, "2.9999999999", 3);
+  EXPECT_TRUE(check(problem, Point{3}).isSolution);
+  EXPECT_FALSE(check(problem, Point{0}).isSolution);
+}
+
+TEST(LibraryCheck, StepsOfEndlessDecimalsAreNone) {
+  const Problem problem =
+      Problem::fromOpt("[ ] [ ] [ [ 1 ] ] [ 5 ] [ ] [ ] [ ] [ ] [ inf ] [ 0 ] [ 20 ]");
+  EXPECT_TRUE(check(problem, Point{5}).isRight());
+  EXPECT_EQ(check(problem, Point{"11/2"}).violations.size(), 1U);
+}
+
 TEST(LibraryCheck, IsExactBeyondMachineNumbers) {
   Problem problem;
   problem.addVariable(0, "inf");

@@ -217,8 +217,19 @@ TEST(LibrarySearch, RefusesOtherOptions) {
   EXPECT_ERROR(search.set("beta", "many"), "Malformed parameter: beta=many");
   EXPECT_ERROR(search.set("prove", 2), "Malformed parameter: prove=2");
   EXPECT_ERROR(search.set("threads", 0), "Malformed parameter: threads=0");
-  EXPECT_ERROR(search.set("verb", 2), "not an option of a search: verb");
+  for (const std::string name :
+       {"help", "version", "json", "verb", "bench", "part", "join", "profile"})
+    EXPECT_ERROR(search.set(name, 1), "not an option of a search: " + name);
+  EXPECT_ERROR(search.set("sol", std::string_view("5\0x", 3)), "Malformed parameter: sol");
   EXPECT_EQ(search.run().solutions.size(), 1U);
+}
+
+TEST(LibrarySearch, EndsWhereANumberIsTooLarge) {
+  Problem problem;
+  problem.addVariable("-inf", "inf");
+  problem.addEquation({1}, Number("1" + std::string(6000, '0')));
+  const Search::Result result = Search(problem).set("rtime", 5).run();
+  EXPECT_TRUE(result.end == End::overflow || result.solutions.size() == 1);
 }
 
 TEST(LibrarySearch, RefusesAProblemWithoutRows) {

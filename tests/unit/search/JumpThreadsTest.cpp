@@ -61,6 +61,21 @@ TEST(JumpThreads, SolutionsBecomeBetterWhateverTheNumberOfThreads) {
   }
 }
 
+// The walk holds a solution back while better ones follow at once, and tells it at its end.
+TEST(JumpThreads, SolutionIsToldAlsoWhereTheTimeEndsAtOnce) {
+  const Vanu<QQ> problem = problemFrom(knapsack);
+  for (const unsigned threads : {1U, 3U}) {
+    JumpThreads search(problem, 1, threads);
+    QQ best = q("0");
+    for (int slice = 0; slice < 20; ++slice) {
+      Listener listener(1);
+      search.run(listener);
+      for (const QQ& norm : listener.norms) best = norm < best ? norm : best;
+    }
+    EXPECT_LE(best, q("-90"));
+  }
+}
+
 TEST(JumpThreads, NothingWorseThanWhatIsKnownIsTold) {
   const Vanu<QQ> problem = problemFrom(knapsack);
   JumpThreads search(problem, 1, 3);
