@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <ostream>
 #include <string_view>
+#include <utility>
 
 #include "app/ProfilePicture.h"
 #include "app/ProofRemark.h"
@@ -51,9 +52,9 @@ std::string_view reasonText(SearchEnd end) {
 
 }  // namespace
 
-Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, const SeekOptions& options,
+Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, SeekOptions options,
            std::ostream& report)
-    : lattice_(lattice), watch_(watch), options_(options), report_(report) {
+    : lattice_(lattice), watch_(watch), options_(std::move(options)), report_(report) {
   const Params& params = lattice.params();
   passLimit_ = params.iters;
   watch.setTimeLimit(params.rtime.get());

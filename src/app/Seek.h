@@ -29,7 +29,7 @@ class Seek {
  public:
   /// `lattice` is exact, as the numbers of a problem are rationals, and has its parameters
   /// and file names. Reports go to `report`.
-  Seek(YLattice<long double>& lattice, SearchWatch& watch, const SeekOptions& options,
+  Seek(YLattice<long double>& lattice, SearchWatch& watch, SeekOptions options,
        std::ostream& report);
 
   /// Reads problem and stars, searches, and writes the results.

@@ -12,7 +12,7 @@ FileNames fileNames(const std::string& path) {
 }
 
 FileNames partFileNames(const std::string& path, unsigned part, unsigned parts) {
-  const FileNames whole = fileNames(path);
+  FileNames whole = fileNames(path);
   if (parts == 1) return whole;
   FileNames names = fileNames(whole.optFile.substr(0, whole.optFile.size() - 3) + "part-" +
                               std::to_string(part) + "-of-" + std::to_string(parts) + ".opt");
