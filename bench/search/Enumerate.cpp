@@ -63,11 +63,13 @@ void addEnumeration(const std::string& name, const std::function<BoxCoset()>& ma
       BoxCoset copy(coset);
       reduceToEnd(copy);
     }
+    state.SetItemsProcessed(state.iterations());
   })->Unit(benchmark::kMillisecond);
   add("prepare_tree", name, "enumeration", [make](State& state) {
     BoxCoset coset = make();
     reduceToEnd(coset);
     for (auto _ : state) benchmark::DoNotOptimize(Enumeration(coset).nodes());
+    state.SetItemsProcessed(state.iterations());
   })->Unit(benchmark::kMillisecond);
   add("enumerate", name, "enumeration", [make](State& state) {
     BoxCoset coset = make();
