@@ -14,15 +14,15 @@ inline namespace v1 {
 
 namespace {
 
-Part partOf(BrokenKind kind) {
+Part partOf(ViolationKind kind) {
   switch (kind) {
-    case BrokenKind::row:
+    case ViolationKind::row:
       return Part::row;
-    case BrokenKind::lowerBound:
+    case ViolationKind::lowerBound:
       return Part::lowerBound;
-    case BrokenKind::upperBound:
+    case ViolationKind::upperBound:
       return Part::upperBound;
-    case BrokenKind::step:
+    case ViolationKind::step:
       break;
   }
   return Part::step;
@@ -88,7 +88,7 @@ struct Checker::Prepared {
 
   void explain(const std::vector<QQ>& x, Verdict& verdict) const {
     for (const BrokenPart& part : explainer.explain(x)) {
-      const bool isRow = part.kind == BrokenKind::row;
+      const bool isRow = part.kind == ViolationKind::row;
       const std::size_t index = isRow ? rowOrder[part.index] : part.index;
       verdict.violations.push_back({partOf(part.kind), index,
                                     (isRow ? rowNames : variableNames)[index],

@@ -7,24 +7,6 @@
 
 namespace starsift {
 
-namespace {
-
-BrokenKind kindOf(ViolationKind kind) {
-  switch (kind) {
-    case ViolationKind::row:
-      return BrokenKind::row;
-    case ViolationKind::lowerBound:
-      return BrokenKind::lowerBound;
-    case ViolationKind::upperBound:
-      return BrokenKind::upperBound;
-    case ViolationKind::step:
-      break;
-  }
-  return BrokenKind::step;
-}
-
-}  // namespace
-
 struct PointExplainer::Checked {
   explicit Checked(Problem model) : problem(std::move(model)), check(problem) {}
 
@@ -40,7 +22,7 @@ PointExplainer::~PointExplainer() = default;
 std::vector<BrokenPart> PointExplainer::explain(const std::vector<QQ>& x) const {
   std::vector<BrokenPart> parts;
   for (Violation& violation : checked_->check.check(x).violations)
-    parts.push_back({kindOf(violation.kind), violation.index, std::move(violation.amount)});
+    parts.push_back({violation.kind, violation.index, std::move(violation.amount)});
   return parts;
 }
 

@@ -2,19 +2,17 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <vector>
 
+#include "models/check/ViolationKind.h"
 #include "numbers/QQ.h"
 #include "problem/Vanu.h"
 
 namespace starsift {
 
-enum class BrokenKind : std::uint8_t { row, lowerBound, upperBound, step };
-
 struct BrokenPart {
-  BrokenKind kind;
+  ViolationKind kind;
   /// From 0 on, of the variable, or of the row: equations come first, then inequations.
   std::size_t index;
   /// Greater than 0: the distance to the nearest value that is allowed.

@@ -7,11 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "models/check/ViolationKind.h"
 #include "models/record/Problem.h"
 
 namespace starsift {
-
-enum class ViolationKind : std::uint8_t { row, lowerBound, upperBound, step };
 
 struct Violation {
   ViolationKind kind;
