@@ -8,10 +8,14 @@
 #include <vector>
 
 #include "LibraryErrors.h"
+#include "LibraryProblems.h"
 
 namespace starsift {
 namespace {
 
+using test::coins;
+using test::coinsCount;
+using test::marketSplit;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using Proof = Search::Proof;
@@ -26,39 +30,11 @@ Problem one() {
   return problem;
 }
 
-/// 7 x + 11 y + 13 z = 400 with all from 0 to 60.
-Problem many() {
-  Problem problem;
-  for (int i = 0; i < 3; ++i) problem.addVariable(0, 60);
-  problem.addEquation({7, 11, 13}, 400);
-  return problem;
-}
+constexpr int sum = 400;
 
-std::uint64_t countOfMany() {
-  std::uint64_t count = 0;
-  for (int z = 0; 13 * z <= 400; ++z)
-    for (int y = 0; 11 * y + 13 * z <= 400; ++y)
-      if ((400 - 11 * y - 13 * z) % 7 == 0) ++count;
-  return count;
-}
-
-/// Market split: nothing is found for minutes.
+/// Nothing is found for minutes.
 Problem hard() {
-  Problem problem;
-  constexpr int columns = 60;
-  std::uint64_t state = 12345;
-  for (int i = 0; i < columns; ++i) problem.addVariable(0, 1);
-  for (int row = 0; row < 7; ++row) {
-    std::vector<long> weights;
-    long sum = 0;
-    for (int i = 0; i < columns; ++i) {
-      state = state * 6364136223846793005U + 1442695040888963407U;
-      weights.push_back(static_cast<long>(state >> 33U) % 100);
-      sum += weights.back();
-    }
-    problem.addEquation(weights, sum / 2);
-  }
-  return problem;
+  return marketSplit(7, 60, 12345);
 }
 
 TEST(LibrarySearch, FindsTheOnlySolution) {
@@ -69,28 +45,28 @@ TEST(LibrarySearch, FindsTheOnlySolution) {
 }
 
 TEST(LibrarySearch, FindsAllSolutionsAndProvesIt) {
-  const Search::Result result = Search(many()).set("sol", 0).run();
+  const Search::Result result = Search(coins(sum)).set("sol", 0).run();
   EXPECT_EQ(result.proof, Proof::allFound);
   EXPECT_EQ(result.end, End::decided);
-  EXPECT_EQ(result.count, countOfMany());
+  EXPECT_EQ(result.count, coinsCount(sum));
   std::set<std::vector<Number>> points;
   for (const Solution& solution : result.solutions) {
-    EXPECT_TRUE(check(many(), solution.x).isRight());
+    EXPECT_TRUE(check(coins(sum), solution.x).isRight());
     points.insert(solution.x);
   }
-  EXPECT_EQ(points.size(), countOfMany());
-  EXPECT_EQ(result.solutions.size(), countOfMany());
-  EXPECT_THAT(result.verdict, HasSubstr("All " + std::to_string(countOfMany()) + " solutions"));
+  EXPECT_EQ(points.size(), coinsCount(sum));
+  EXPECT_EQ(result.solutions.size(), coinsCount(sum));
+  EXPECT_THAT(result.verdict, HasSubstr("All " + std::to_string(coinsCount(sum)) + " solutions"));
 }
 
 TEST(LibrarySearch, CountsWithoutKeeping) {
-  const Search::Result result = Search(many()).set("count", true).run();
-  EXPECT_EQ(result.count, countOfMany());
+  const Search::Result result = Search(coins(sum)).set("count", true).run();
+  EXPECT_EQ(result.count, coinsCount(sum));
   EXPECT_TRUE(result.solutions.empty());
 }
 
 TEST(LibrarySearch, ProvesTheOptimum) {
-  Problem problem = many();
+  Problem problem = coins(sum);
   problem.maximise({2, 3, 5});
   const Search::Result result = Search(problem).run();
   EXPECT_EQ(result.proof, Proof::optimum);
@@ -142,7 +118,7 @@ TEST(LibrarySearch, SaysThatOnlyExactSolutionsAreExcluded) {
 TEST(LibrarySearch, TellsOfEachSolutionOnce) {
   std::vector<std::vector<Number>> told;
   const Search::Result result =
-      Search(many())
+      Search(coins(sum))
           .set("sol", 0)
           .onSolution([&told](const Solution& solution) { told.push_back(solution.x); })
           .run();
@@ -152,7 +128,7 @@ TEST(LibrarySearch, TellsOfEachSolutionOnce) {
 
 TEST(LibrarySearch, EndsByAnExceptionOfACall) {
   const Search search = [] {
-    Search made(many());
+    Search made(coins(sum));
     made.set("sol", 0).onSolution([](const Solution&) { throw std::runtime_error("enough"); });
     return made;
   }();
@@ -203,7 +179,7 @@ TEST(LibrarySearch, MayBeRunAgainWithTheSameResult) {
 TEST(LibrarySearch, PrintsNothing) {
   testing::internal::CaptureStdout();
   testing::internal::CaptureStderr();
-  static_cast<void>(Search(many()).set("sol", 3).run());
+  static_cast<void>(Search(coins(sum)).set("sol", 3).run());
   Problem none = one();
   none.addEquation({3, 5}, 32);
   static_cast<void>(Search(none).run());
