@@ -48,13 +48,17 @@ class Listener : public JumpListener {
   std::thread::id caller_ = std::this_thread::get_id();
 };
 
-TEST(JumpThreads, SolutionsBecomeBetterWhateverTheNumberOfThreads) {
+/// Searches the best choice of pieces.
+void searchKnapsack(unsigned threads, Listener& listener) {
   const Vanu<QQ> problem = problemFrom(knapsack);
+  JumpThreads search(problem, 1, threads);
+  search.run(listener);
+}
+
+TEST(JumpThreads, SolutionsBecomeBetterWhateverTheNumberOfThreads) {
   for (const unsigned threads : {1U, 2U, 5U}) {
-    JumpThreads search(problem, 1, threads);
-    ASSERT_TRUE(search.isReady());
     Listener listener(20);
-    search.run(listener);
+    searchKnapsack(threads, listener);
     ASSERT_FALSE(listener.norms.empty());
     for (std::size_t i = 1; i < listener.norms.size(); ++i)
       EXPECT_LT(listener.norms[i], listener.norms[i - 1]);
@@ -97,20 +101,16 @@ TEST(JumpThreads, OneSolutionIsEnoughWithoutTargets) {
 }
 
 TEST(JumpThreads, ListenerEndsAllWalks) {
-  const Vanu<QQ> problem = problemFrom(knapsack);
-  JumpThreads search(problem, 1, 4);
   Listener listener(1000);
   listener.most = 1;
-  search.run(listener);
+  searchKnapsack(4, listener);
   EXPECT_EQ(listener.norms.size(), 1U);
 }
 
 TEST(JumpThreads, ExceptionOfTheListenerEndsAllWalks) {
-  const Vanu<QQ> problem = problemFrom(knapsack);
-  JumpThreads search(problem, 1, 4);
   Listener listener(1000);
   listener.throwsAt = 0;
-  EXPECT_THROW(search.run(listener), std::runtime_error);
+  EXPECT_THROW(searchKnapsack(4, listener), std::runtime_error);
 }
 
 TEST(JumpThreads, NumbersTooLongForWalksAreRefused) {
