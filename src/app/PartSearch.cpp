@@ -3,7 +3,7 @@
 #include <span>
 #include <utility>
 
-#include "system/Exceptions.h"
+#include "files/WriteOrFail.h"
 #include "system/Failure.h"
 
 namespace starsift {
@@ -147,13 +147,8 @@ void PartSearch::finish() {
 }
 
 void PartSearch::writeState() const {
-  try {
-    if (!writeTreeState(path_, state_)) fail("Could not write file: " + path_);
-  } catch (const WriteException& exception) {
-    fail(exception.message());
-  } catch (const LinkException& exception) {
-    fail(exception.message());
-  }
+  if (!writeOrFail([this] { return writeTreeState(path_, state_); }))
+    fail("Could not write file: " + path_);
 }
 
 Decided PartSearch::result() const {

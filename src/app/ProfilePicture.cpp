@@ -6,7 +6,7 @@
 
 #include "app/Interrupt.h"
 #include "files/ResultFile.h"
-#include "system/Exceptions.h"
+#include "files/WriteOrFail.h"
 #include "system/Failure.h"
 #include "system/FilterProcess.h"
 
@@ -64,16 +64,12 @@ void drawProfile(const std::vector<ProfileCurve>& curves, const std::string& pat
   // Ctrl-C is for gnuplot too.
   if (interrupted() != 0) return;
   if (!picture || picture->empty()) fail("gnuplot could not draw the profile");
-  try {
+  writeOrFail([&] {
     ResultFile file(path);
     if (!file.isOpen()) fail("Could not write file: " + path);
     file.write(*picture);
     if (file.commit() != Commit::written) fail("Others write all the time to file: " + path);
-  } catch (const WriteException& exception) {
-    fail(exception.message());
-  } catch (const LinkException& exception) {
-    fail(exception.message());
-  }
+  });
 }
 
 }  // namespace starsift

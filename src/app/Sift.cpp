@@ -4,7 +4,7 @@
 
 #include "app/SolutionLock.h"
 #include "files/LineFile.h"
-#include "system/Exceptions.h"
+#include "files/WriteOrFail.h"
 #include "system/Failure.h"
 
 namespace starsift {
@@ -15,13 +15,7 @@ using Watch = std::function<void(const ReadProgress&)>;
 
 /// False if others have changed the file since it was read.
 bool write(const LineFile& lines, const std::string& solFile) {
-  try {
-    return lines.write(solFile) != Commit::changed;
-  } catch (const WriteException& exception) {
-    fail(exception.message());
-  } catch (const LinkException& exception) {
-    fail(exception.message());
-  }
+  return writeOrFail([&] { return lines.write(solFile) != Commit::changed; });
 }
 
 /// Checks and rewrites the file by way of the lattice, whatever its stars are like; adds those of

@@ -8,6 +8,7 @@
 
 #include "files/FileNames.h"
 #include "files/LatText.h"
+#include "files/WriteOrFail.h"
 #include "lattice/Lattice.h"
 #include "system/Console.h"
 #include "system/Exceptions.h"
@@ -65,18 +66,6 @@ inline void reportOnce(const std::string& message) {
   stampOutputTime();
 }
 
-/// Runs a step that writes a file; one that can't be written is fatal.
-template <class Write>
-void writeOrFail(const Write& write) {
-  try {
-    write();
-  } catch (const WriteException& exception) {
-    fail(exception.message());
-  } catch (const LinkException& exception) {
-    fail(exception.message());
-  }
-}
-
 }  // namespace latticefiles
 
 template <class T, class R>
@@ -120,7 +109,7 @@ void Lattice<T, R>::writeSolFile(Stars what) {
     stampOutputTime();
     return;
   }
-  latticefiles::writeOrFail([this] {
+  writeOrFail([this] {
     if (file.write() == Commit::changed)
       throw WriteException("Others write all the time to file: " + file.path());
   });
@@ -178,7 +167,7 @@ void Lattice<T, R>::writeLatFile() {
   data.ltu = this->ltu;
   data.rtu = this->rtu;
   data.seconds = secondsSinceStart();
-  latticefiles::writeOrFail([&] {
+  writeOrFail([&] {
     try {
       writeLat(latFile, latText(data));
     } catch (const LinkException& exception) {
