@@ -16,6 +16,7 @@
 #include "app/StarStore.h"
 #include "app/Verdict.h"
 #include "files/FileNames.h"
+#include "files/PlainText.h"
 #include "files/SolutionFile.h"
 #include "search/decide/PartWalk.h"
 #include "system/Console.h"

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "app/TreeStatus.h"
+#include "files/PlainText.h"
 #include "system/Console.h"
 
 namespace starsift {

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "files/PlainText.h"
 #include "files/ResultFile.h"
 #include "numbers/VectorQQ.h"
 #include "system/Exceptions.h"
@@ -38,9 +39,7 @@ std::string rangesText(const std::vector<bool>& done) {
 }
 
 std::string normText(const std::optional<QQ>& norm) {
-  if (!norm) return "none";
-  const std::string numerator = norm->numerator().toString();
-  return norm->isInteger() ? numerator : numerator + '/' + norm->nenner().toString();
+  return norm ? plainText(*norm) : "none";
 }
 
 void addMatrix(Digest& digest, const Matrix<QQ>& matrix) {

@@ -2,11 +2,11 @@
 
 #include <charconv>
 
+#include "files/PlainText.h"
 #include "library/Hosted.h"
 #include "library/Inside.h"
 #include "models/text/ModelNumber.h"
 #include "numbers/Conversion.h"
-#include "search/decide/Decider.h"
 
 namespace starsift {
 inline namespace v1 {

@@ -58,12 +58,6 @@ std::string textOf(const Vector<QQ>& x) {
 
 }  // namespace
 
-std::string plainText(const QQ& value) {
-  if (value.isInf()) return value.sign() ? "inf" : "-inf";
-  const std::string numerator = value.numerator().toString();
-  return value.isInteger() ? numerator : numerator + '/' + value.nenner().toString();
-}
-
 /// Passes news on to the listener, each solution once, and ends a walk.
 class Decider::Relay : public DecisionListener {
  public:

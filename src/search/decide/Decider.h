@@ -73,9 +73,6 @@ struct Decided {
   bool isComplete() const { return proof != Proof::none; }
 };
 
-/// "-7/2", "3": for scripts.
-std::string plainText(const QQ& value);
-
 /// One decision.
 class Decider {
  public:

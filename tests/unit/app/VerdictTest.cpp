@@ -108,12 +108,6 @@ TEST_F(VerdictTest, HasAStatusForScripts) {
   EXPECT_EQ(status(), R"({"status": "infeasible)");
 }
 
-TEST(PlainText, IsAnIntegerOrAFraction) {
-  EXPECT_EQ(plainText(QQ(-3)), "-3");
-  EXPECT_EQ(plainText(QQ(-7, 2)), "-7/2");
-  EXPECT_EQ(plainText(-QQ::infinity()), "-inf");
-}
-
 TEST_F(VerdictTest, OfAPartTellsWhatIsDone) {
   result_.part = PartResult{3, 8, 512, 100, false};
   EXPECT_EQ(verdict(),
