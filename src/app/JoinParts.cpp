@@ -12,7 +12,6 @@
 #include <utility>
 #include <vector>
 
-#include "app/ProofRemark.h"
 #include "app/StarStore.h"
 #include "app/Verdict.h"
 #include "files/FileNames.h"
@@ -194,6 +193,23 @@ bool hasEnough(const std::string& goal, Index solutions) {
   return wanted > 0 && static_cast<std::uint64_t>(solutions) >= wanted;
 }
 
+/// What the parts have found and proven together; without what only the lattice and the store know.
+SearchResult resultOf(const std::vector<PartFiles>& parts) {
+  const std::string& goal = parts.front().state.goal;
+  std::vector<TreeState> states;
+  states.reserve(parts.size());
+  SearchResult result;
+  for (const PartFiles& part : parts) {
+    states.push_back(part.state);
+    result.solutions += part.stars.dimension();
+    result.seconds += static_cast<double>(part.state.milliseconds) / 1000;
+  }
+  result.decided = joinParts(goal == "best" ? Aim::best : Aim::all, states);
+  if (!result.decided.isComplete() && hasEnough(goal, result.solutions))
+    result.decided.undecided = Undecided::enough;
+  return result;
+}
+
 }  // namespace
 
 int joinPartFiles(YLattice<long double>& lattice, bool json, std::ostream& report) {
@@ -201,26 +217,15 @@ int joinPartFiles(YLattice<long double>& lattice, bool json, std::ostream& repor
   const std::string optFile = lattice.problemAsRead().optFile;
   unsigned parts = 0;
   const std::vector<PartFiles> present = readParts(lattice, optFile, parts);
-  const bool isBest = present.front().state.goal == "best";
-  std::vector<TreeState> states;
-  states.reserve(present.size());
-  for (const PartFiles& part : present) states.push_back(part.state);
-  SearchResult result;
-  result.decided = joinParts(isBest ? Aim::best : Aim::all, states);
+  SearchResult result = resultOf(present);
   StarStore store(lattice);
-  addStars(present, isBest ? result.decided.best : std::nullopt, store);
+  addStars(present, result.decided.best, store);
   const bool areFiled = store.save(lattice);
   result.equationsAreExact = lattice.equationsHoldExactly();
   result.hasStars = store.report(report);
   report << endLine();
   result.hasTargets = lattice.hasTargets();
   if (result.hasTargets) result.best = store.leastTargetNorm();
-  for (const PartFiles& part : present) {
-    result.solutions += part.stars.dimension();
-    result.seconds += static_cast<double>(part.state.milliseconds) / 1000;
-  }
-  if (!result.decided.isComplete() && hasEnough(present.front().state.goal, result.solutions))
-    result.decided.undecided = Undecided::enough;
   writeVerdict(report, result);
   const bool isOver = result.decided.isComplete() || result.decided.undecided == Undecided::enough;
   if (!isOver) result.missing = reportMissing(optFile, parts, present, report);
