@@ -78,10 +78,10 @@ void PartSearch::run() {
   requireSolutions();
   if (saved_ && (saved_->isComplete() || saved_->isEnough)) {
     state_ = *saved_;
-    isMade_ = true;
+    hasTree_ = true;
   } else {
     PartWalk walk(decision_, *this, settings_.aim, state_);
-    if (makeTree(walk) && made_ == Preparation::ready) walkRest(walk);
+    if (makeTree(walk) && preparation_ == Preparation::ready) walkRest(walk);
   }
   watch_.hideTree();
   if (ended_) throw SearchEnded(*ended_);
@@ -89,11 +89,11 @@ void PartSearch::run() {
 }
 
 bool PartSearch::makeTree(PartWalk& walk) {
-  made_ = walk.prepare([this] { return look() == Step::goOn; });
-  if (made_ != Preparation::ready && made_ != Preparation::noSolution) return false;
+  preparation_ = walk.prepare([this] { return look() == Step::goOn; });
+  if (preparation_ != Preparation::ready && preparation_ != Preparation::noSolution) return false;
   if (saved_ && !walk.goOn(*saved_))
     fail("File " + path_ + " is of another tree, of another machine: remove it to begin anew");
-  isMade_ = true;
+  hasTree_ = true;
   takeState(walk);
   // A state that can't be written is fatal before the walk, not after it.
   writeState();
@@ -143,7 +143,7 @@ Step PartSearch::progress(double share, std::uint64_t nodes) {
 }
 
 void PartSearch::finish() {
-  if (isMade_) writeState();
+  if (hasTree_) writeState();
 }
 
 void PartSearch::writeState() const {
@@ -153,13 +153,13 @@ void PartSearch::writeState() const {
 
 Decided PartSearch::result() const {
   Decided result;
-  if (made_ == Preparation::noSolution) result.proof = Proof::noSolution;
-  if (made_ == Preparation::unknownSteps) result.undecided = Undecided::unknownSteps;
-  if (made_ == Preparation::noFiniteBox) {
+  if (preparation_ == Preparation::noSolution) result.proof = Proof::noSolution;
+  if (preparation_ == Preparation::unknownSteps) result.undecided = Undecided::unknownSteps;
+  if (preparation_ == Preparation::noFiniteBox) {
     result.undecided = Undecided::noFiniteBox;
     result.variable = decision_.unboundedVariable();
   }
-  if (made_ != Preparation::ready) return result;
+  if (preparation_ != Preparation::ready) return result;
   if (state_.parts == 1 && isComplete()) return joinParts(settings_.aim, std::span(&state_, 1));
   result.undecided = state_.isEnough ? Undecided::enough
                      : isComplete()  ? Undecided::no

@@ -41,10 +41,10 @@ class PartSearch : private DecisionListener {
   Decided result() const;
   /// No tree can be made, however often it is tried.
   bool isImpossible() const {
-    return made_ == Preparation::noFiniteBox || made_ == Preparation::unknownSteps;
+    return preparation_ == Preparation::noFiniteBox || preparation_ == Preparation::unknownSteps;
   }
   /// A tree was made, or its state was read.
-  bool hasTree() const { return isMade_; }
+  bool hasTree() const { return hasTree_; }
   PartResult partResult() const;
   /// Nothing more is to be done for this part.
   bool isOver() const { return state_.isEnough || isComplete(); }
@@ -53,7 +53,7 @@ class PartSearch : private DecisionListener {
   Step found(const Star<QQ>& judged) override;
   Step progress(double share, std::uint64_t nodes) override;
 
-  bool isComplete() const { return isMade_ && state_.isComplete(); }
+  bool isComplete() const { return hasTree_ && state_.isComplete(); }
   /// Fatal if solutions that the state speaks of were lost.
   void requireSolutions() const;
   /// Least target norm of the solutions in all files.
@@ -80,9 +80,9 @@ class PartSearch : private DecisionListener {
   /// During a walk.
   const PartWalk* walk_ = nullptr;
   /// state_ is that of a tree.
-  bool isMade_ = false;
+  bool hasTree_ = false;
   /// Why there is no tree.
-  Preparation made_ = Preparation::ready;
+  Preparation preparation_ = Preparation::ready;
   SavePace pace_;
   bool isEnough_ = false;
   std::optional<SearchEnd> ended_;
