@@ -1,6 +1,5 @@
 #include "app/SeekArguments.h"
 
-#include <algorithm>
 #include <charconv>
 #include <limits>
 #include <string_view>
@@ -27,15 +26,27 @@ std::optional<std::string_view> valueOf(std::string_view argument, std::string_v
   return argument.substr(name.size());
 }
 
-/// An integer from `least` to `most`; anything else is fatal.
+[[noreturn]] void refuse(const std::string& name, std::string_view text) {
+  fail("Malformed parameter: " + name + '=' + std::string(text));
+}
+
+/// An integer from `least` to `most`, if the text is one.
 template <class Number>
-Number numberOf(const std::string& name, std::string_view text, Number least, Number most) {
+std::optional<Number> integerIn(std::string_view text, Number least, Number most) {
   Number number = 0;
   const char* const end = text.data() + text.size();
   const auto result = std::from_chars(text.data(), end, number);
   if (result.ec != std::errc() || result.ptr != end || number < least || number > most)
-    fail("Malformed parameter: " + name + '=' + std::string(text));
+    return std::nullopt;
   return number;
+}
+
+/// The same for a parameter; anything else is fatal.
+template <class Number>
+Number numberOf(const std::string& name, std::string_view text, Number least, Number most) {
+  const std::optional<Number> number = integerIn(text, least, most);
+  if (!number) refuse(name, text);
+  return *number;
 }
 
 /// More are a slip of the pen.
@@ -43,19 +54,12 @@ constexpr unsigned mostThreads = 1024;
 
 /// "3/8".
 SeekOptions::Part partOf(std::string_view text) {
-  const std::size_t slash = std::min(text.find('/'), text.size());
-  const auto number = [text](std::string_view part) {
-    unsigned value = 0;
-    const auto result = std::from_chars(part.data(), part.data() + part.size(), value);
-    const bool isNumber = result.ec == std::errc() && result.ptr == part.data() + part.size();
-    if (!isNumber || value < 1 || value > mostParts)
-      fail("Malformed parameter: part=" + std::string(text));
-    return value;
-  };
-  const SeekOptions::Part part{number(text.substr(0, slash)),
-                               number(text.substr(std::min(slash + 1, text.size())))};
-  if (part.part > part.parts) fail("Malformed parameter: part=" + std::string(text));
-  return part;
+  const std::size_t slash = text.find('/');
+  if (slash == std::string_view::npos) refuse("part", text);
+  const auto parts = integerIn(text.substr(slash + 1), 1U, mostParts);
+  const auto part = integerIn(text.substr(0, slash), 1U, parts.value_or(0));
+  if (!part || !parts) refuse("part", text);
+  return {*part, *parts};
 }
 
 void checkTogether(const SeekOptions& options) {
@@ -76,7 +80,7 @@ bool readOption(const std::string& argument, SeekOptions& options) {
     return true;
   }
   if (const auto text = valueOf(argument, "--profile=")) {
-    if (!endsWith(*text, ".svg")) fail("Malformed parameter: profile=" + std::string(*text));
+    if (!endsWith(*text, ".svg")) refuse("profile", *text);
     options.profile = *text;
     return true;
   }

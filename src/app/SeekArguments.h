@@ -53,8 +53,8 @@ struct SeekArguments {
 
 /// `arguments` without the name of the program. Of two that set the same option the last one
 /// counts. Fatal: a seed that isn't one of 0, 1, ... 2^64 - 1, a number of threads that isn't
-/// one of 1, 2, ... 1024, or no part, "Malformed parameter: seed=", "threads=" or "part=" and its
-/// text; and options that exclude each other.
+/// one of 1, 2, ... 1024, a part that isn't I/K as above, or a profile that doesn't end in ".svg",
+/// "Malformed parameter: seed=" and so on with its text; and options that exclude each other.
 SeekArguments splitArguments(std::span<char* const> arguments);
 
 /// What --help tells of the options, in the form of writeParamHelp().
