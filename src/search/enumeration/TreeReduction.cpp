@@ -36,7 +36,8 @@ constexpr BlockSettings::Seconds stageTime{10};
 /// Steps of a stage without such a limit, each of some thousand nodes at most.
 constexpr std::uint64_t stageSteps = 50'000;
 
-/// False if the stage gained nothing that counts.
+/// False as reduceBlocks(), or if the steps did not suffice; the coset is as before then, as the
+/// next stage needs a reduced basis.
 bool runStage(const Stage& stage, BoxCoset& coset, StageLimit limit,
               const std::function<bool()>& mayGoOn) {
   BlockSettings settings;
