@@ -2,12 +2,11 @@
 #include <cstdlib>
 #include <utility>
 
+#include "library/GivenPoint.h"
 #include "library/Hosted.h"
 #include "library/Inside.h"
 #include "library/PointExplainer.h"
-#include "models/text/Words.h"
 #include "stars/StarCheck.h"
-#include "system/Failure.h"
 
 namespace starsift {
 inline namespace v1 {
@@ -41,13 +40,9 @@ struct Checker::Prepared {
     for (const RowRecord& row : source.rows) rowNames.push_back(nameOf(row));
   }
 
-  void requireLength(std::size_t length) const {
-    if (length != variableNames.size())
-      fail("a point has " + counted(length, "component") + ", the problem " +
-           counted(variableNames.size(), "variable"));
-  }
+  std::size_t variableCount() const { return variableNames.size(); }
 
-  /// The verdict on a point of integers, which breaks no step.
+  /// Integers break no step, so that a solution of integers breaks nothing.
   Verdict judge(const std::vector<QQ>& x) {
     Star<QQ> star(static_cast<Index>(x.size()));
     std::copy(x.begin(), x.end(), star.begin());
@@ -113,20 +108,16 @@ Checker::~Checker() = default;
 
 Verdict Checker::check(std::span<const Number> point) {
   return hosted([&] {
-    prepared_->requireLength(point.size());
-    std::vector<QQ> x;
-    x.reserve(point.size());
-    for (const Number& component : point) {
-      if (component.isInfinite()) fail("a point has an infinite component");
-      x.push_back(Inside::exact(component));
-    }
+    requirePoint(point, prepared_->variableCount());
+    std::vector<QQ> x(point.size());
+    std::transform(point.begin(), point.end(), x.begin(), Inside::exact);
     return prepared_->judge(x);
   });
 }
 
 Verdict Checker::check(std::span<const std::int64_t> point) {
   return hosted([&] {
-    prepared_->requireLength(point.size());
+    requireLength(point.size(), prepared_->variableCount());
     return prepared_->judge(point);
   });
 }

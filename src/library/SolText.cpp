@@ -6,11 +6,10 @@
 #include "files/SolReader.h"
 #include "files/SolWriter.h"
 #include "files/SolutionFile.h"
+#include "library/GivenPoint.h"
 #include "library/Hosted.h"
 #include "library/Inside.h"
-#include "models/text/Words.h"
 #include "system/Exceptions.h"
-#include "system/Failure.h"
 
 namespace starsift {
 inline namespace v1 {
@@ -90,12 +89,7 @@ std::string Problem::toSol(std::span<const Solution> solutions) const {
     SolutionFile<QQ> file;
     file.editProblem() = vanuOf(*record_);
     for (const Solution& solution : solutions) {
-      if (solution.x.size() != variableCount())
-        fail("a point has " + counted(solution.x.size(), "component") + ", the problem " +
-             counted(variableCount(), "variable"));
-      if (std::any_of(solution.x.begin(), solution.x.end(),
-                      [](const Number& value) { return value.isInfinite(); }))
-        fail("a point has an infinite component");
+      requirePoint(solution.x, variableCount());
       append(file.stars, Inside::star(solution));
     }
     return siftedText(file);
