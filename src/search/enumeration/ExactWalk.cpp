@@ -78,6 +78,7 @@ void ExactWalk::prepare(const std::function<bool()>& mayGoOn) {
   firstRow_.assign(n, 0);
   for (std::size_t j = 0; j < n; ++j)
     while (firstRow_[j] < rows_.size() && rows_[firstRow_[j]][j].isZero()) ++firstRow_[j];
+  isPrepared_ = true;
 }
 
 std::unique_ptr<EnumerationWalk> ExactWalk::twin() const {

@@ -23,7 +23,7 @@ class ExactWalk : public EnumerationWalk {
       BoxCoset coset, const std::function<bool()>& mayGoOn = [] { return true; });
 
   /// False if the preparation was ended; nothing else may be called then.
-  bool isPrepared() const { return !firstRow_.empty() || coset().point.empty(); }
+  bool isPrepared() const { return isPrepared_; }
 
   std::unique_ptr<EnumerationWalk> twin() const override;
   EnumerationEnd runSubtree(EnumerationVisitor& visitor, const EnumerationSettings& settings,
@@ -98,6 +98,8 @@ class ExactWalk : public EnumerationWalk {
   Node root_;
   /// firstRow_[j] is the first row that changes coordinate j, d if none does.
   std::vector<std::size_t> firstRow_;
+  /// What prepare() makes is complete.
+  bool isPrepared_ = false;
 
   // Of the current run
   EnumerationVisitor* visitor_ = nullptr;
