@@ -148,8 +148,8 @@ class Verdict:
     """The exact judgement of a point.
 
     ``is_solution`` says whether rows and bounds hold as starsift sees it: equations within 1e-9, and
-    congruences if the value isn't short of a multiple, all else exactly. ``violations`` has steps too, the largest amount first. Values and
-    norms are those of a solution.
+    congruences if the value isn't short of a multiple, all else exactly. ``violations`` has steps too,
+    the largest amount first. Values and norms are those of a solution.
     """
 
     is_solution: bool
@@ -298,7 +298,7 @@ class Problem:
         Ag, bg = _list(Ag), _list(bg)
         moduli = [0] * len(bg) if qg is None else _list(qg)
         for row, value, modulus in _together(Ag=Ag, bg=bg, qg=moduli):
-            if _number_of(modulus) == 0:
+            if _is_zero(modulus):
                 self.add_equation(row, value)
             else:
                 self.add_congruence(row, value, modulus)
@@ -396,8 +396,7 @@ class Problem:
         without it the best is looked for if there is a target. ``time`` is a limit in seconds.
         ``on_solution`` is called for each new solution, ``on_progress`` some times a second; an
         exception of theirs ends the search. Ctrl-C ends a search of the main thread with what it
-        has, also in these calls. Other threads of the
-        interpreter run meanwhile, and may search too.
+        has, also in these calls. Other threads of the interpreter run meanwhile, and may search too.
 
         >>> problem = Problem(lower=[0], upper=[999], Ag=[[1], [1], [1]], bg=[2, 3, 2], qg=[3, 5, 7])
         >>> result = problem.search(sol=0, time=60)
@@ -452,8 +451,16 @@ class Problem:
         return [(j, _text(value)) for j, value in enumerate(values)]
 
 
-def _number_of(value: Any) -> Any:
-    return _number(_text(value)) if not isinstance(value, str) else Fraction(value)
+def _is_zero(value: Any) -> bool:
+    """Whether it is the number 0. Of what is no number, or infinite, the library says so.
+
+    >>> _is_zero(Decimal("0.0")), _is_zero("0/3"), _is_zero("inf"), _is_zero("1/0")
+    (True, True, False, False)
+    """
+    try:
+        return Fraction(_text(value)) == 0
+    except (ValueError, ZeroDivisionError):
+        return False
 
 
 def _together(**columns: Sequence) -> Iterable[tuple]:

@@ -113,6 +113,21 @@ class Problems(unittest.TestCase):
         self.assertEqual(problem.search().solutions[0].x, [5, 4])
         self.assertEqual(starsift.Problem.from_opt(problem.to_opt()).to_opt(), problem.to_opt())
 
+    def modulo(self, modulus):
+        return starsift.Problem(lower=[0], upper=[9], Ag=[[1]], bg=[2], qg=[modulus])
+
+    def test_moduli_of_every_kind(self):
+        for modulus in (3, Fraction(6, 2), decimal.Decimal("3.0"), "3", "6/2"):
+            with self.subTest(modulus=modulus):
+                found = self.modulo(modulus).search(sol=0).solutions
+                self.assertEqual(sorted(s.x[0] for s in found), [2, 5, 8])
+        for zero in (0, decimal.Decimal("0.0"), "0"):
+            with self.subTest(modulus=zero):
+                self.assertEqual(self.modulo(zero).search(sol=0).count, 1)
+        for wrong in ("x", "1/0", "inf", math.inf):
+            with self.subTest(modulus=wrong), self.assertRaises(starsift.Error):
+                self.modulo(wrong)
+
     def test_lists_of_different_lengths(self):
         with self.assertRaisesRegex(starsift.Error, "lists of different lengths: Ag 2, bg 1, qg 1"):
             starsift.Problem(lower=[0, 0], upper=[1, 1], Ag=[[1, 1], [1, 2]], bg=[1])
