@@ -340,7 +340,8 @@ class [[gnu::visibility("default")]] Search {
     std::string verdict;
     /// Each point once, the best first.
     std::vector<Solution> solutions;
-    /// All solutions there are, if proof is allFound; else of the ones found by a complete search.
+    /// All solutions there are, if proof is allFound; else those that were found, kept or only
+    /// counted.
     std::uint64_t count = 0;
     /// The least target norm found, if there are targets.
     std::optional<Number> best;
