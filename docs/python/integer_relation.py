@@ -1,8 +1,8 @@
 """An integer relation: of which polynomial with small coefficients is this number a root?
 
 The powers of the number are known to 40 decimals. A combination of them with small integers that is nearly
-0 is the polynomial: sums are bounded by the rounding errors, the leading coefficient is positive, and the
-one with the smallest coefficients is looked for.
+0 is the polynomial: sums are bounded by the rounding errors, the leading coefficient is positive, and as
+small as can be, since multiples are as good.
 """
 
 from decimal import Decimal, getcontext
@@ -18,5 +18,6 @@ powers = [int((number**k).scaleb(DIGITS).to_integral_value()) for k in range(DEG
 problem = starsift.Problem(lower=[-LARGEST] * DEGREE + [1], upper=[LARGEST] * (DEGREE + 1))
 error = LARGEST * (DEGREE + 1)
 problem.add_range(powers, -error, error)
+problem.minimise([0] * DEGREE + [1])
 result = problem.search()
 print(result.solutions[0].x)
