@@ -80,19 +80,26 @@ Decided decide(const SmallProblem& small, Listener& listener, DeciderSettings se
   return Decider(decision, listener, settings).run();
 }
 
-TEST(Deciding, FindsAllSolutionsWithinClosedBoxes) {
+/// `search(small, listener)` tells of all solutions within closed boxes, and proves it.
+template <class Search>
+void checkAllAreFound(const Search& search) {
   int solvable = 0;
-  checkOverProblems([&solvable](const SmallProblem& small) {
+  checkOverProblems([&](const SmallProblem& small) {
     if (!isClosed(small.problem)) return;
     const std::set<std::string> solutions = textsOf(solutionsAround(small.problem));
     Listener listener(small.problem);
-    const Decided decided = decide(small, listener);
+    const Decided decided = search(small, listener);
     RC_ASSERT(listener.points == solutions);
     RC_ASSERT(decided.proof == (solutions.empty() ? Proof::noSolution : Proof::allFound));
     RC_ASSERT(decided.count == solutions.size());
     if (solutions.size() > 1) ++solvable;
   });
   EXPECT_GE(solvable, problemCount / 8);
+}
+
+TEST(Deciding, FindsAllSolutionsWithinClosedBoxes) {
+  checkAllAreFound(
+      [](const SmallProblem& small, Listener& listener) { return decide(small, listener); });
 }
 
 TEST(Deciding, MissesNoSolutionOfAnOpenBoxThatItSaysToHaveSearched) {
@@ -317,18 +324,9 @@ Decided walkInParts(const SmallProblem& small, Aim aim, Listener& listener) {
 }
 
 TEST(Parts, HaveTheSolutionsOfTheWholeTogether) {
-  int solvable = 0;
-  checkOverProblems([&solvable](const SmallProblem& small) {
-    if (!isClosed(small.problem)) return;
-    const std::set<std::string> solutions = textsOf(solutionsAround(small.problem));
-    Listener listener(small.problem);
-    const Decided joined = walkInParts(small, Aim::all, listener);
-    RC_ASSERT(listener.points == solutions);
-    RC_ASSERT(joined.proof == (solutions.empty() ? Proof::noSolution : Proof::allFound));
-    RC_ASSERT(joined.count == solutions.size());
-    if (solutions.size() > 1) ++solvable;
+  checkAllAreFound([](const SmallProblem& small, Listener& listener) {
+    return walkInParts(small, Aim::all, listener);
   });
-  EXPECT_GE(solvable, problemCount / 8);
 }
 
 TEST(Parts, HaveTheOptimumTogether) {
