@@ -234,13 +234,9 @@ std::string endName(const Search::Result& result) {
   return "overflow";
 }
 
-void defineProblem(py::module_& module) {
-  py::class_<Problem>(module, "Problem")
-      .def(py::init<>())
-      .def(py::init<const Problem&>())
-      .def_static("from_opt", [](const std::string& opt) { return Problem::fromOpt(opt); })
-      .def_static("read", &Problem::read)
-      .def("add_variable",
+/// What a problem is built by.
+void defineBuilders(py::class_<Problem>& type) {
+  type.def("add_variable",
            [](Problem& problem, const std::string& lower, const std::string& upper,
               const std::string& name,
               int decimals) { return problem.addVariable(lower, upper, name, decimals); })
@@ -260,10 +256,18 @@ void defineProblem(py::module_& module) {
            [](Problem& problem, const Terms& target) { return problem.maximise(rowOf(target)); })
       .def("minimise",
            [](Problem& problem, const Terms& target) { return problem.minimise(rowOf(target)); })
-      .def("approach",
-           [](Problem& problem, const Terms& target, const std::string& value) {
-             return problem.approach(rowOf(target), value);
-           })
+      .def("approach", [](Problem& problem, const Terms& target, const std::string& value) {
+        return problem.approach(rowOf(target), value);
+      });
+}
+
+void defineProblem(py::module_& module) {
+  py::class_<Problem> type(module, "Problem");
+  defineBuilders(type);
+  type.def(py::init<>())
+      .def(py::init<const Problem&>())
+      .def_static("from_opt", [](const std::string& opt) { return Problem::fromOpt(opt); })
+      .def_static("read", &Problem::read)
       .def_property_readonly("variable_count", &Problem::variableCount)
       .def_property_readonly("row_count", &Problem::rowCount)
       .def_property_readonly("target_count", &Problem::targetCount)
@@ -280,7 +284,7 @@ void defineProblem(py::module_& module) {
       .def("search", search);
 }
 
-void defineResults(py::module_& module) {
+void defineVerdict(py::module_& module) {
   using starsift::Violation;
   py::class_<Violation>(module, "Violation")
       .def_property_readonly("part", partName)
@@ -294,6 +298,9 @@ void defineResults(py::module_& module) {
                              [](const Verdict& v) { return given(v.targetValues); })
       .def_property_readonly("target_norm", [](const Verdict& v) { return given(v.targetNorm); })
       .def_property_readonly("slack_norm", [](const Verdict& v) { return given(v.slackNorm); });
+}
+
+void defineSolution(py::module_& module) {
   py::class_<Solution>(module, "Solution")
       .def(py::init(
           [](const Texts& x, std::int64_t seconds, std::string parameters, std::string version) {
@@ -312,6 +319,9 @@ void defineResults(py::module_& module) {
       .def_readonly("seconds", &Solution::seconds)
       .def_readonly("parameters", &Solution::parameters)
       .def_readonly("version", &Solution::version);
+}
+
+void defineSearch(py::module_& module) {
   py::class_<Search::Progress>(module, "Progress")
       .def_readonly("seconds", &Search::Progress::seconds)
       .def_readonly("passes", &Search::Progress::passes)
@@ -338,6 +348,8 @@ void defineResults(py::module_& module) {
 
 PYBIND11_MODULE(_starsift, module) {
   py::register_exception<starsift::Error>(module, "Error", PyExc_ValueError);
-  defineResults(module);
+  defineVerdict(module);
+  defineSolution(module);
+  defineSearch(module);
   defineProblem(module);
 }
