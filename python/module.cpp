@@ -35,19 +35,19 @@ std::vector<Number> numbers(const Texts& texts) {
   return {texts.begin(), texts.end()};
 }
 
-/// An int, or the text of a number that is no machine integer.
-py::object given(const Number& number) {
+/// An int, or the text of a number that is no machine integer: the package makes a number of it.
+py::object toPython(const Number& number) {
   if (const auto integer = number.toInt64()) return py::int_(*integer);
   return py::str(number.text());
 }
 
-py::object given(const std::optional<Number>& number) {
-  return number ? given(*number) : py::none();
+py::object toPython(const std::optional<Number>& number) {
+  return number ? toPython(*number) : py::none();
 }
 
-py::list given(const std::vector<Number>& numbers) {
+py::list toPython(const std::vector<Number>& numbers) {
   py::list result;
-  for (const Number& number : numbers) result.append(given(number));
+  for (const Number& number : numbers) result.append(toPython(number));
   return result;
 }
 
@@ -290,14 +290,14 @@ void defineVerdict(py::module_& module) {
       .def_property_readonly("part", partName)
       .def_readonly("index", &Violation::index)
       .def_readonly("name", &Violation::name)
-      .def_property_readonly("amount", [](const Violation& v) { return given(v.amount); });
+      .def_property_readonly("amount", [](const Violation& v) { return toPython(v.amount); });
   py::class_<Verdict>(module, "Verdict")
       .def_readonly("is_solution", &Verdict::isSolution)
       .def_readonly("violations", &Verdict::violations)
       .def_property_readonly("target_values",
-                             [](const Verdict& v) { return given(v.targetValues); })
-      .def_property_readonly("target_norm", [](const Verdict& v) { return given(v.targetNorm); })
-      .def_property_readonly("slack_norm", [](const Verdict& v) { return given(v.slackNorm); });
+                             [](const Verdict& v) { return toPython(v.targetValues); })
+      .def_property_readonly("target_norm", [](const Verdict& v) { return toPython(v.targetNorm); })
+      .def_property_readonly("slack_norm", [](const Verdict& v) { return toPython(v.slackNorm); });
 }
 
 void defineSolution(py::module_& module) {
@@ -311,11 +311,12 @@ void defineSolution(py::module_& module) {
             solution.version = std::move(version);
             return solution;
           }))
-      .def_property_readonly("x", [](const Solution& s) { return given(s.x); })
+      .def_property_readonly("x", [](const Solution& s) { return toPython(s.x); })
       .def_property_readonly("target_values",
-                             [](const Solution& s) { return given(s.targetValues); })
-      .def_property_readonly("target_norm", [](const Solution& s) { return given(s.targetNorm); })
-      .def_property_readonly("slack_norm", [](const Solution& s) { return given(s.slackNorm); })
+                             [](const Solution& s) { return toPython(s.targetValues); })
+      .def_property_readonly("target_norm",
+                             [](const Solution& s) { return toPython(s.targetNorm); })
+      .def_property_readonly("slack_norm", [](const Solution& s) { return toPython(s.slackNorm); })
       .def_readonly("seconds", &Solution::seconds)
       .def_readonly("parameters", &Solution::parameters)
       .def_readonly("version", &Solution::version);
@@ -336,8 +337,8 @@ void defineSearch(py::module_& module) {
       .def_readonly("verdict", &Search::Result::verdict)
       .def_readonly("solutions", &Search::Result::solutions)
       .def_readonly("count", &Search::Result::count)
-      .def_property_readonly("best", [](const Search::Result& r) { return given(r.best); })
-      .def_property_readonly("bound", [](const Search::Result& r) { return given(r.bound); })
+      .def_property_readonly("best", [](const Search::Result& r) { return toPython(r.best); })
+      .def_property_readonly("bound", [](const Search::Result& r) { return toPython(r.bound); })
       .def_readonly("nodes", &Search::Result::nodes)
       .def_readonly("passes", &Search::Result::passes)
       .def_readonly("seconds", &Search::Result::seconds)
