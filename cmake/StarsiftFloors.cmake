@@ -197,7 +197,7 @@ function(starsift_add_python)
     # From the package to the library, wherever both are installed.
     INSTALL_RPATH "$ORIGIN/../../../../${CMAKE_INSTALL_LIBDIR}")
   target_link_libraries(starsift_python PRIVATE starsift_library)
-  foreach(file IN ITEMS __init__.py _starsift.pyi py.typed)
+  foreach(file IN ITEMS __init__.py figures.py _starsift.pyi py.typed)
     configure_file("${PROJECT_SOURCE_DIR}/python/starsift/${file}" "${package}/${file}" COPYONLY)
     install(FILES "${PROJECT_SOURCE_DIR}/python/starsift/${file}"
       DESTINATION "${place}/starsift" COMPONENT python)

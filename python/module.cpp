@@ -176,10 +176,27 @@ class Calls {
   std::stop_source stop_;
 };
 
-Search::Result search(const Problem& problem, const std::map<std::string, std::string>& options,
-                      py::object onSolution, py::object onProgress) {
+using Options = std::map<std::string, std::string>;
+
+Search searchWith(const Problem& problem, const Options& options) {
   Search made(problem);
   for (const auto& [name, value] : options) made.set(name, value);
+  return made;
+}
+
+std::vector<Search::BasisProfile> profile(const Problem& problem, const Options& options) {
+  Search made = searchWith(problem, options);
+  Calls calls{py::none(), py::none()};
+  calls.attach(made);
+  const LockReleased released;
+  return made.profile(calls.token());
+}
+
+Search::Result search(const Problem& problem, const Options& options,
+                      const std::vector<Solution>& known, py::object onSolution,
+                      py::object onProgress) {
+  Search made = searchWith(problem, options);
+  made.know(known);
   Calls calls(std::move(onSolution), std::move(onProgress));
   calls.attach(made);
   const LockReleased released;
@@ -281,7 +298,8 @@ void defineProblem(py::module_& module) {
              return problem.toSol(solutions);
            })
       .def("check", check)
-      .def("search", search);
+      .def("search", search)
+      .def("profile", profile);
 }
 
 void defineVerdict(py::module_& module) {
@@ -329,6 +347,9 @@ void defineSearch(py::module_& module) {
       .def_readonly("solutions", &Search::Progress::solutions)
       .def_readonly("tree_share", &Search::Progress::treeShare)
       .def_readonly("nodes", &Search::Progress::nodes);
+  py::class_<Search::BasisProfile>(module, "BasisProfile")
+      .def_readonly("name", &Search::BasisProfile::name)
+      .def_readonly("lengths", &Search::BasisProfile::lengths);
   py::class_<Search::Result>(module, "Result")
       .def_property_readonly("end", endName)
       .def_property_readonly("proof", proofName)

@@ -353,6 +353,15 @@ class [[gnu::visibility("default")]] Search {
     std::uint64_t seed = 0;
   };
 
+  /// A basis of the complete search.
+  struct BasisProfile {
+    /// "before", "LLL", "blocks of 20".
+    std::string name;
+    /// Logarithms to base 10 of the lengths of its Gram-Schmidt vectors, in the scaling in which
+    /// the box of the variables and rows is a cube of side 1.
+    std::vector<double> lengths;
+  };
+
   /// The problem is copied.
   explicit Search(Problem problem);
   Search(const Search& other);
@@ -370,6 +379,11 @@ class [[gnu::visibility("default")]] Search {
     return set(name, std::string_view(std::to_string(value)));
   }
 
+  /// Solutions that are known, of an earlier search or of a file: those that are right are among
+  /// the solutions of the result, and a best one is looked for among the better ones. Nobody is
+  /// told of them. Those of several calls add up. Error as Problem::toSol().
+  Search& know(std::span<const Solution> solutions);
+
   /// Called in the thread of run() for each new solution, once for each point. An exception ends
   /// the search and leaves run().
   Search& onSolution(std::function<void(const Solution&)> call);
@@ -381,6 +395,12 @@ class [[gnu::visibility("default")]] Search {
   /// core unless the option `threads` says otherwise, end before it returns. Error as
   /// Problem::toOpt().
   Result run(const std::stop_token& stop = {}) const;
+
+  /// What reductions make of the basis of the complete search: as it is, after LLL reduction, after
+  /// block reduction with blocks of as many rows as the option `beta` says. Ended by `stop` the
+  /// bases there are. Without any if that search has no lattice in a finite box. Calls of progress
+  /// tell the seconds. Error as Problem::toOpt().
+  std::vector<BasisProfile> profile(const std::stop_token& stop = {}) const;
 
  private:
   struct [[gnu::visibility("hidden")]] Settings;

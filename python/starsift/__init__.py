@@ -26,11 +26,11 @@ from decimal import Decimal
 from fractions import Fraction
 from typing import Any, Union
 
-from . import _starsift
+from . import _starsift, figures
 from ._starsift import Error, Progress
 
 __all__ = [
-    "Error", "FloatWarning", "Problem", "Progress", "Result", "Solution", "Verdict", "Violation", "read",
+    "BasisProfile", "Error", "FloatWarning", "Problem", "Progress", "Result", "Solution", "Verdict", "Violation", "read",
 ]
 
 Error.__module__ = Progress.__module__ = __name__
@@ -179,6 +179,38 @@ class Solution:
 
 
 @dataclass(frozen=True)
+class BasisProfile:
+    """A basis of the complete search: "before" any reduction, after "LLL" or "blocks of 20".
+
+    ``lengths`` are logarithms to base 10 of the lengths of its Gram-Schmidt vectors, in the scaling in
+    which the box of the variables and rows is a cube of side 1.
+    """
+
+    name: str
+    lengths: list[float]
+
+
+class _History:
+    """Moments of a search, at most 1,000 at equal distances however long it takes."""
+
+    LIMIT = 1000
+
+    def __init__(self) -> None:
+        self.moments: list[Progress] = []
+        self._stride = 1
+        self._calls = 0
+
+    def add(self, moment: Progress) -> None:
+        self._calls += 1
+        if self._calls % self._stride:
+            return
+        self.moments.append(moment)
+        if len(self.moments) == self.LIMIT:
+            del self.moments[::2]
+            self._stride *= 2
+
+
+@dataclass(frozen=True)
 class Result:
     """What a search has found and proved.
 
@@ -204,6 +236,15 @@ class Result:
     passes: int
     seconds: float
     seed: int
+    #: Some moments of the search, at most 1,000.
+    history: list[Progress] = field(default_factory=list, repr=False)
+
+    def plot(self, ax=None):
+        """Solutions and nodes over time as a figure; needs matplotlib.
+
+        Drawn into the axes given, else into those of a new figure; returns them.
+        """
+        return figures.draw_search(self, ax)
 
     def to_pandas(self):
         """A DataFrame with a row for each solution; needs pandas."""
@@ -242,19 +283,30 @@ def _verdict(given: _starsift.Verdict) -> Verdict:
     )
 
 
-def _result(given: _starsift.Result) -> Result:
+def _given(solutions: Iterable[Solution]) -> list[_starsift.Solution]:
+    return [
+        _starsift.Solution([_text(value) for value in s.x], s.seconds, s.parameters, s.version)
+        for s in solutions
+    ]
+
+
+def _result(given: _starsift.Result, history: list[Progress]) -> Result:
     return Result(
         end=given.end, proof=given.proof, verdict=given.verdict,
         solutions=[_solution(solution) for solution in given.solutions], count=given.count,
         best=None if given.best is None else _number(given.best),
         bound=None if given.bound is None else _number(given.bound),
         is_exact_only=given.is_exact_only, is_unbounded=given.is_unbounded, nodes=given.nodes,
-        passes=given.passes, seconds=given.seconds, seed=given.seed,
+        passes=given.passes, seconds=given.seconds, seed=given.seed, history=history,
     )
 
 
 def _option(value: Any) -> str:
     return str(int(value)) if isinstance(value, bool) else _text(value)
+
+
+def _options(options: Mapping[str, Any]) -> dict[str, str]:
+    return {name: _option(value) for name, value in options.items()}
 
 
 class Problem:
@@ -387,6 +439,7 @@ class Problem:
 
     def search(
         self, *, time: int | None = None,
+        known: Iterable[Solution] = (),
         on_solution: Callable[[Solution], object] | None = None,
         on_progress: Callable[[Progress], object] | None = None, **options: Any,
     ) -> Result:
@@ -394,6 +447,8 @@ class Problem:
 
         Options have the names of the command: ``sol=0`` asks for all solutions, ``sol=5`` for five;
         without it the best is looked for if there is a target. ``time`` is a limit in seconds.
+        ``known`` are solutions of an earlier search or of a file: the right ones are among those of
+        the result, and a best one is looked for among the better ones.
         ``on_solution`` is called for each new solution, ``on_progress`` some times a second; an
         exception of theirs ends the search. Ctrl-C ends a search of the main thread with what it
         has, also in these calls. Other threads of the interpreter run meanwhile, and may search too.
@@ -405,11 +460,38 @@ class Problem:
         >>> result.proof
         'all found'
         """
-        given = {name: _option(value) for name, value in options.items()}
         if time is not None:
-            given["rtime"] = str(operator.index(time))
+            options["rtime"] = operator.index(time)
         told = None if on_solution is None else lambda solution: on_solution(_solution(solution))
-        return _result(self._inner.search(given, told, on_progress))
+        history = _History()
+
+        def watch(moment: Progress) -> None:
+            history.add(moment)
+            if on_progress is not None:
+                on_progress(moment)
+
+        result = self._inner.search(_options(options), _given(known), told, watch)
+        return _result(result, history.moments)
+
+    def profile(self, **options: Any) -> list[BasisProfile]:
+        """What reductions make of the basis of the complete search, with options as of search().
+
+        ``beta`` says up to which size blocks are reduced. Empty if there is no lattice in a finite
+        box. Ctrl-C ends it with the bases there are.
+
+        >>> problem = Problem(lower=[0] * 4, upper=[40] * 4, Ag=[[12, 17, 23, 31]], bg=[1000])
+        >>> [(basis.name, len(basis.lengths)) for basis in problem.profile()]
+        [('before', 3), ('LLL', 3), ('blocks of 3', 3)]
+        """
+        bases = self._inner.profile(_options(options))
+        return [BasisProfile(basis.name, basis.lengths) for basis in bases]
+
+    def plot_profile(self, ax=None, **options: Any):
+        """The bases of profile() as a figure; needs matplotlib.
+
+        Drawn into the axes given, else into those of a new figure; returns them.
+        """
+        return figures.draw_profile(self.profile(**options), ax)
 
     def from_sol(self, text: str) -> list[Solution]:
         """The records of the text of a .sol file, right or wrong."""
@@ -422,11 +504,7 @@ class Problem:
         >>> problem.to_sol([Solution([3, 2]), Solution([1, 1]), Solution([3, 2])])
         '[ 3 2 ] | 0 | [ ] | 0 | -1 | \\n'
         """
-        given = [
-            _starsift.Solution([_text(value) for value in s.x], s.seconds, s.parameters, s.version)
-            for s in solutions
-        ]
-        return self._inner.to_sol(given)
+        return self._inner.to_sol(_given(solutions))
 
     def __copy__(self) -> Problem:
         copy = Problem()

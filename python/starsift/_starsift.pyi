@@ -38,6 +38,10 @@ class Progress:
     tree_share: float | None
     nodes: int
 
+class BasisProfile:
+    name: str
+    lengths: list[float]
+
 class Result:
     end: str
     proof: str
@@ -80,6 +84,8 @@ class Problem:
     def search(
         self,
         options: Mapping[str, str],
+        known: Sequence[Solution],
         on_solution: Callable[[Solution], object] | None,
         on_progress: Callable[[Progress], object] | None,
     ) -> Result: ...
+    def profile(self, options: Mapping[str, str]) -> list[BasisProfile]: ...

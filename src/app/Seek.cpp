@@ -7,6 +7,7 @@
 
 #include "app/ProfilePicture.h"
 #include "app/ProofRemark.h"
+#include "app/SearchProfile.h"
 #include "app/StarStore.h"
 #include "search/SearchPass.h"
 #include "system/Console.h"
@@ -73,12 +74,9 @@ void Seek::readProblem() {
 }
 
 void Seek::drawPicture() {
-  const auto mayGoOn = [this] { return !watch_.endFound(); };
-  Decision decision(lattice_.problemAsRead());
-  const Aim aim = deciderSettings(lattice_, options_).aim;
-  const std::optional<BoxCoset> coset = decision.unreducedCoset(aim, mayGoOn);
-  if (coset && !coset->basis.empty())
-    drawProfile(reductionProfile(*coset, lattice_.params().beta, mayGoOn), options_.profile);
+  const auto curves = searchProfile(lattice_, options_, [this] { return !watch_.endFound(); });
+  if (curves)
+    drawProfile(*curves, options_.profile);
   else
     remarkStream() << "*** No profile: the complete search has no lattice in a finite box"
                    << endLine();

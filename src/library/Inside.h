@@ -3,8 +3,10 @@
 
 #include <starsift/starsift.h>
 
+#include <span>
 #include <vector>
 
+#include "files/SolutionFile.h"
 #include "library/ProblemRecord.h"
 #include "numbers/QQ.h"
 #include "stars/Star.h"
@@ -24,6 +26,8 @@ class Inside {
 
   static Solution solution(const Star<QQ>& star);
   static Star<QQ> star(const Solution& solution);
+  /// The stars of `solutions`, unchecked, with the problem. Fatal as requirePoint().
+  static SolutionFile<QQ> file(const ProblemRecord& problem, std::span<const Solution> solutions);
 };
 
 }  // namespace v1

@@ -30,10 +30,19 @@ void MemorySink::trySave(const YLattice<long double>& search) {
   taken_ = search.lastFiled();
 }
 
-void MemorySink::add(const Star<QQ>& star) {
-  if (!known_.insert(pointText(star)).second) return;
+void MemorySink::know(const Array<Star<QQ>>& stars) {
+  for (const Star<QQ>& star : stars) keep(star);
+}
+
+bool MemorySink::keep(const Star<QQ>& star) {
+  if (!known_.insert(pointText(star)).second) return false;
   append(stars_, star);
   if (!leastNorm_ || star.targetNorm < *leastNorm_) leastNorm_ = star.targetNorm;
+  return true;
+}
+
+void MemorySink::add(const Star<QQ>& star) {
+  if (!keep(star)) return;
   if (calls_.onSolution) tell(calls_.onSolution, Inside::solution(star));
 }
 

@@ -31,6 +31,9 @@ class MemorySink : public SolutionSink, public SearchListener {
   MemorySink(const SearchCalls& calls, std::stop_token stop)
       : calls_(calls), stop_(std::move(stop)) {}
 
+  /// Keeps solutions that the host knows.
+  void know(const Array<Star<QQ>>& stars);
+
   bool hasNews(const YLattice<long double>& search) const override;
   bool isDue(const YLattice<long double>& search) const override { return hasNews(search); }
   void trySave(const YLattice<long double>& search) override;
@@ -45,6 +48,8 @@ class MemorySink : public SolutionSink, public SearchListener {
   void rethrow() const;
 
  private:
+  /// False if its point is there.
+  bool keep(const Star<QQ>& star);
   template <class Call, class Argument>
   void tell(const Call& call, const Argument& argument);
 

@@ -5,10 +5,13 @@
 #include <utility>
 
 #include "app/ProofRemark.h"
+#include "app/SearchProfile.h"
 #include "app/Seek.h"
 #include "app/SeekArguments.h"
+#include "app/Sift.h"
 #include "app/Verdict.h"
 #include "files/SolutionFile.h"
+#include "library/GivenPoint.h"
 #include "library/Hosted.h"
 #include "library/Inside.h"
 #include "library/MemorySink.h"
@@ -23,6 +26,7 @@ struct Search::Settings {
   Problem problem;
   /// "--name=value".
   std::vector<std::string> options;
+  std::vector<Solution> known;
   SearchCalls calls;
 };
 
@@ -141,9 +145,15 @@ Result ended(const std::string& message, const YLattice<long double>& lattice) {
   return result;
 }
 
-Result search(const Vanu<QQ>& problem, const std::vector<std::string>& options, MemorySink& sink) {
+/// Each point that is right, judged anew, once.
+Array<Star<QQ>> rightStars(SolutionFile<QQ> file) {
+  file.checkStars();
+  tidyStars(file);
+  return std::move(file.stars);
+}
+
+Result search(const Vanu<QQ>& problem, const SeekArguments& given, MemorySink& sink) {
   const auto start = StatusLine::Clock::now();
-  const SeekArguments given = splitOptions(options);
   YLattice<long double> lattice;
   prepare(lattice, problem, given);
   StatusLine line(nullptr, start);
@@ -164,10 +174,25 @@ Result search(const Vanu<QQ>& problem, const std::vector<std::string>& options, 
   return result;
 }
 
+std::vector<Search::BasisProfile> profileOf(const Vanu<QQ>& problem, const SeekArguments& given,
+                                            MemorySink& sink) {
+  const auto start = StatusLine::Clock::now();
+  YLattice<long double> lattice;
+  prepare(lattice, problem, given);
+  StatusLine line(nullptr, start);
+  SearchWatch watch(lattice, line, start);
+  const auto curves =
+      searchProfile(lattice, given.options, [&] { return sink.looked(watch) == Step::goOn; });
+  std::vector<Search::BasisProfile> result;
+  for (const ProfileCurve& curve : curves.value_or(std::vector<ProfileCurve>{}))
+    result.push_back({curve.name, curve.lengths});
+  return result;
+}
+
 }  // namespace
 
 Search::Search(Problem problem)
-    : settings_(std::make_unique<Settings>(Settings{std::move(problem), {}, {}})) {}
+    : settings_(std::make_unique<Settings>(Settings{std::move(problem), {}, {}, {}})) {}
 Search::Search(const Search& other) : settings_(std::make_unique<Settings>(*other.settings_)) {}
 Search::Search(Search&& other) noexcept = default;
 Search& Search::operator=(const Search& other) {
@@ -191,6 +216,15 @@ Search& Search::set(std::string_view name, std::string_view value) {
   return *this;
 }
 
+Search& Search::know(std::span<const Solution> solutions) {
+  hosted([&] {
+    const std::size_t variables = settings_->problem.variableCount();
+    for (const Solution& solution : solutions) requirePoint(solution.x, variables);
+  });
+  settings_->known.insert(settings_->known.end(), solutions.begin(), solutions.end());
+  return *this;
+}
+
 Search& Search::onSolution(std::function<void(const Solution&)> call) {
   settings_->calls.onSolution = std::move(call);
   return *this;
@@ -203,8 +237,21 @@ Search& Search::onProgress(std::function<void(const Progress&)> call) {
 
 Search::Result Search::run(const std::stop_token& stop) const {
   MemorySink sink(settings_->calls, stop);
-  Result result = hosted(
-      [&] { return search(vanuOf(Inside::record(settings_->problem)), settings_->options, sink); });
+  Result result = hosted([&] {
+    const ProblemRecord& problem = Inside::record(settings_->problem);
+    sink.know(rightStars(Inside::file(problem, settings_->known)));
+    return search(vanuOf(problem), splitOptions(settings_->options), sink);
+  });
+  sink.rethrow();
+  return result;
+}
+
+std::vector<Search::BasisProfile> Search::profile(const std::stop_token& stop) const {
+  MemorySink sink(settings_->calls, stop);
+  std::vector<BasisProfile> result = hosted([&] {
+    const Vanu<QQ> problem = vanuOf(Inside::record(settings_->problem));
+    return profileOf(problem, splitOptions(settings_->options), sink);
+  });
   sink.rethrow();
   return result;
 }

@@ -84,16 +84,18 @@ std::vector<Solution> Problem::fromSol(std::string_view text) const {
   });
 }
 
+SolutionFile<QQ> Inside::file(const ProblemRecord& problem, std::span<const Solution> solutions) {
+  SolutionFile<QQ> file;
+  file.editProblem() = vanuOf(problem);
+  for (const Solution& solution : solutions) {
+    requirePoint(solution.x, problem.variables.size());
+    append(file.stars, star(solution));
+  }
+  return file;
+}
+
 std::string Problem::toSol(std::span<const Solution> solutions) const {
-  return hosted([&] {
-    SolutionFile<QQ> file;
-    file.editProblem() = vanuOf(*record_);
-    for (const Solution& solution : solutions) {
-      requirePoint(solution.x, variableCount());
-      append(file.stars, Inside::star(solution));
-    }
-    return siftedText(file);
-  });
+  return hosted([&] { return siftedText(Inside::file(*record_, solutions)); });
 }
 
 }  // namespace v1

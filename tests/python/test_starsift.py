@@ -41,6 +41,64 @@ def sums_to(total):
     return starsift.Problem(lower=[0, 0], upper=[total, total], Ag=[[1, 2]], bg=[total])
 
 
+class Known(unittest.TestCase):
+    def best(self):
+        return starsift.Problem(lower=[0] * 3, upper=[60] * 3, Ag=[[7, 11, 13]], bg=[400], maximise=[1, 1, 1])
+
+    def test_solutions_of_an_earlier_search_are_kept_and_not_told(self):
+        problem, told = self.best(), []
+        first = problem.search()
+        again = problem.search(known=first.solutions, on_solution=told.append)
+        self.assertEqual((again.proof, again.best, told), ("optimum", first.best, []))
+        self.assertEqual([s.x for s in again.solutions], [s.x for s in first.solutions])
+
+    def test_wrong_ones_are_dropped(self):
+        wrong = starsift.Solution([1, 1, 1])
+        self.assertNotIn([1, 1, 1], [s.x for s in self.best().search(known=[wrong]).solutions])
+
+
+class Figures(unittest.TestCase):
+    """Of a drawing that nobody looks at the data are compared."""
+
+    def setUp(self):
+        import matplotlib
+
+        matplotlib.use("Agg")
+
+    def test_a_reduction_is_drawn_with_a_line_for_each_basis(self):
+        problem = split(3, 20)
+        bases = problem.profile(beta=10)
+        self.assertEqual([basis.name for basis in bases], ["before", "LLL", "blocks of 10"])
+        axes = problem.plot_profile(beta=10)
+        self.assertEqual([list(line.get_ydata()) for line in axes.get_lines()], [b.lengths for b in bases])
+        self.assertEqual([text.get_text() for text in axes.get_legend().get_texts()], [b.name for b in bases])
+
+    def test_a_search_is_drawn_to_its_end(self):
+        result = split(4, 30).search(sol=0)
+        figure_axes = result.plot().figure.axes
+        solutions, nodes = figure_axes[0].get_lines()[0], figure_axes[1].get_lines()[0]
+        self.assertEqual(solutions.get_xdata()[-1], result.seconds)
+        self.assertEqual(solutions.get_ydata()[-1], len(result.solutions))
+        self.assertEqual(nodes.get_ydata()[-1], result.nodes)
+
+    def test_axes_may_be_given(self):
+        from matplotlib import pyplot
+
+        axes = pyplot.subplots()[1]
+        self.assertIs(split(3, 20).plot_profile(axes), axes)
+        self.assertIs(sums_to(9).search().plot(axes), axes)
+
+    def test_a_history_is_bounded_and_keeps_its_end(self):
+        history = starsift._History()
+        for moment in range(100_000):
+            history.add(moment)
+        self.assertLess(len(history.moments), history.LIMIT)
+        self.assertGreater(len(history.moments), history.LIMIT // 4)
+        steps = {b - a for a, b in zip(history.moments, history.moments[1:])}
+        self.assertEqual(len(steps), 1)
+        self.assertGreater(history.moments[-1], 99_000)
+
+
 class Numbers(unittest.TestCase):
     def row_of(self, value):
         problem = starsift.Problem(lower=[0], upper=[1], Ag=[[value]], bg=[1])
