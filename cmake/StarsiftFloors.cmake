@@ -186,7 +186,7 @@ endfunction()
 # starsift_add_python()
 #
 # The package starsift for Python in python/starsift/, over the shared library: build/<tree>/python
-# holds it complete, for the tests.
+# holds it complete, for the tests. The component wheel holds the library too, beside the module.
 function(starsift_add_python)
   pybind11_add_module(starsift_python MODULE NO_EXTRAS "${PROJECT_SOURCE_DIR}/python/module.cpp")
   set(package "${PROJECT_BINARY_DIR}/python/starsift")
@@ -194,15 +194,19 @@ function(starsift_add_python)
   set_target_properties(starsift_python PROPERTIES
     OUTPUT_NAME _starsift
     LIBRARY_OUTPUT_DIRECTORY "${package}"
-    # From the package to the library, wherever both are installed.
-    INSTALL_RPATH "$ORIGIN/../../../../${CMAKE_INSTALL_LIBDIR}")
+    # In a wheel; else from the package to the library, wherever both are installed.
+    INSTALL_RPATH "$ORIGIN;$ORIGIN/../../../../${CMAKE_INSTALL_LIBDIR}")
   target_link_libraries(starsift_python PRIVATE starsift_library)
   foreach(file IN ITEMS __init__.py figures.py _starsift.pyi py.typed)
     configure_file("${PROJECT_SOURCE_DIR}/python/starsift/${file}" "${package}/${file}" COPYONLY)
     install(FILES "${PROJECT_SOURCE_DIR}/python/starsift/${file}"
       DESTINATION "${place}/starsift" COMPONENT python)
+    install(FILES "${PROJECT_SOURCE_DIR}/python/starsift/${file}"
+      DESTINATION starsift COMPONENT wheel EXCLUDE_FROM_ALL)
   endforeach()
   install(TARGETS starsift_python LIBRARY DESTINATION "${place}/starsift" COMPONENT python)
+  install(TARGETS starsift_python starsift_library LIBRARY
+    DESTINATION starsift COMPONENT wheel EXCLUDE_FROM_ALL NAMELINK_SKIP)
 endfunction()
 
 # starsift_add_header_check()
