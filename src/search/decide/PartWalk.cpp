@@ -101,7 +101,7 @@ EnumerationEnd PartWalk::run(const std::optional<QQ>& known, unsigned threads) {
   EnumerationSettings settings;
   settings.threads = threads;
   const EnumerationEnd end = decision_.run(*this, settings, std::move(rest));
-  // No subtree can have a better solution than the last one.
+  // A walk is complete before its end if no subtree can have a better solution than the last one.
   if (end == EnumerationEnd::complete) std::fill(state_.done.begin(), state_.done.end(), true);
   return end;
 }

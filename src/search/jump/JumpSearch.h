@@ -42,8 +42,9 @@ class JumpSearch {
   /// `problem` as read, which must outlive the search. Bounds are narrowed as a decision does.
   JumpSearch(const Vanu<QQ>& problem, std::uint64_t seed);
 
-  /// There is something to walk on: rows and bounds don't contradict each other at first sight,
-  /// numbers have at most 52 bits, and no walk has come to sums beyond that.
+  /// There is something to walk on, and for: rows and bounds don't contradict each other at first
+  /// sight, numbers have at most 52 bits, no walk has come to sums beyond that, and there is an
+  /// objective or no solution was found.
   bool isReady() const { return walk_.has_value() && !isOver_; }
   /// The least objective is looked for, and not any solution. Only if isReady().
   bool hasObjective() const { return integers_.objective.has_value(); }
