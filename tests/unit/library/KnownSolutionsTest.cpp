@@ -1,4 +1,3 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <starsift/starsift.h>
 
@@ -7,17 +6,14 @@
 #include <vector>
 
 #include "LibraryErrors.h"
+#include "LibraryProblems.h"
 
 namespace starsift {
 namespace {
 
-using testing::ElementsAre;
-
-/// 7 x + 11 y + 13 z = 400, all from 0 to 60, with x + y + z as large as possible: 56.
-Problem largestSum() {
-  Problem problem;
-  for (int i = 0; i < 3; ++i) problem.addVariable(0, 60);
-  problem.addEquation({7, 11, 13}, 400);
+/// As many coins as possible: 56.
+Problem mostCoins() {
+  Problem problem = test::coins(400);
   problem.maximise({1, 1, 1});
   return problem;
 }
@@ -31,7 +27,7 @@ Solution at(std::vector<Number> x) {
 TEST(LibraryKnownSolutions, AreAmongTheSolutionsAndNobodyIsToldOfThem) {
   const Solution known = at({15, 2, 21});
   std::vector<Solution> told;
-  Search search(largestSum());
+  Search search(mostCoins());
   search.know({&known, 1}).onSolution([&](const Solution& s) { told.push_back(s); });
   const Search::Result result = search.run();
   EXPECT_EQ(result.proof, Search::Proof::optimum);
@@ -46,7 +42,7 @@ TEST(LibraryKnownSolutions, AreAmongTheSolutionsAndNobodyIsToldOfThem) {
 TEST(LibraryKnownSolutions, AreJudgedAnew) {
   const std::vector<Solution> known{at({15, 2, 22}), at({15, 2, 21}), at({15, 2, 21})};
   const Search::Result result =
-      Search(largestSum()).set("iters", 1).set("prove", 0).know(known).run();
+      Search(mostCoins()).set("iters", 1).set("prove", 0).know(known).run();
   std::size_t found = 0;
   for (const Solution& solution : result.solutions) {
     EXPECT_NE(solution.x, known[0].x);
@@ -56,10 +52,10 @@ TEST(LibraryKnownSolutions, AreJudgedAnew) {
 }
 
 TEST(LibraryKnownSolutions, OfTheOptimumLeaveNothingToFind) {
-  const Search::Result first = Search(largestSum()).run();
+  const Search::Result first = Search(mostCoins()).run();
   ASSERT_FALSE(first.solutions.empty());
   int told = 0;
-  Search search(largestSum());
+  Search search(mostCoins());
   search.know(first.solutions).onSolution([&](const Solution&) { ++told; });
   const Search::Result again = search.run();
   EXPECT_EQ(again.proof, Search::Proof::optimum);
@@ -68,7 +64,7 @@ TEST(LibraryKnownSolutions, OfTheOptimumLeaveNothingToFind) {
 }
 
 TEST(LibraryKnownSolutions, HaveAComponentForEachVariable) {
-  Search search(largestSum());
+  Search search(mostCoins());
   const Solution shortOne = at({1, 2});
   EXPECT_ERROR(search.know({&shortOne, 1}), "a point has 2 components, the problem 3 variables");
   const Solution infinite = at({1, 2, Number("inf")});
@@ -76,7 +72,7 @@ TEST(LibraryKnownSolutions, HaveAComponentForEachVariable) {
 }
 
 TEST(LibraryProfile, HasTheBasesOfTheCompleteSearch) {
-  const std::vector<Search::BasisProfile> bases = Search(largestSum()).profile();
+  const std::vector<Search::BasisProfile> bases = Search(mostCoins()).profile();
   ASSERT_EQ(bases.size(), 2U);
   EXPECT_EQ(bases[0].name, "before");
   EXPECT_EQ(bases[1].name, "LLL");
@@ -97,7 +93,7 @@ TEST(LibraryProfile, IsEmptyWithoutAFiniteBox) {
 TEST(LibraryProfile, EndsWhenItIsStopped) {
   std::stop_source stop;
   stop.request_stop();
-  EXPECT_LE(Search(largestSum()).profile(stop.get_token()).size(), 1U);
+  EXPECT_LE(Search(mostCoins()).profile(stop.get_token()).size(), 1U);
 }
 
 }  // namespace
