@@ -354,6 +354,7 @@ void defineSearch(py::module_& module) {
       .def_property_readonly("end", endName)
       .def_property_readonly("proof", proofName)
       .def_readonly("is_exact_only", &Search::Result::isExactOnly)
+      .def_readonly("is_steps_only", &Search::Result::isStepsOnly)
       .def_readonly("is_unbounded", &Search::Result::isUnbounded)
       .def_readonly("verdict", &Search::Result::verdict)
       .def_readonly("solutions", &Search::Result::solutions)

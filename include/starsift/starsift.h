@@ -334,6 +334,9 @@ class [[gnu::visibility("default")]] Search {
     /// What is proved concerns the solutions that hold exactly; there may be others that satisfy
     /// equations within their tolerance only.
     bool isExactOnly = false;
+    /// What is proved concerns the points whose variables are multiples of their steps, and there
+    /// are variables with decimals; points between the steps may be solutions to the check.
+    bool isStepsOnly = false;
     /// There are solutions with less and less target norm, without end.
     bool isUnbounded = false;
     /// What the command says of it.

@@ -216,8 +216,9 @@ class Result:
 
     ``end`` is "goal", "passes", "time", "fruitless", "stopped", "decided" or "overflow", ``proof`` is
     "none", "infeasible", "all found" or "optimum", and ``verdict`` says it in words. With
-    ``is_exact_only`` there may be solutions that hold within the tolerance of an equation only. In a
-    notebook a result shows its solutions as a table.
+    ``is_exact_only`` there may be solutions that hold within the tolerance of an equation only, with
+    ``is_steps_only`` solutions between the steps of variables that have decimals. In a notebook a
+    result shows its solutions as a table.
     """
 
     end: str
@@ -231,6 +232,7 @@ class Result:
     best: Exact | None
     bound: Exact | None
     is_exact_only: bool
+    is_steps_only: bool
     is_unbounded: bool
     nodes: int
     passes: int
@@ -296,7 +298,8 @@ def _result(given: _starsift.Result, history: list[Progress]) -> Result:
         solutions=[_solution(solution) for solution in given.solutions], count=given.count,
         best=None if given.best is None else _number(given.best),
         bound=None if given.bound is None else _number(given.bound),
-        is_exact_only=given.is_exact_only, is_unbounded=given.is_unbounded, nodes=given.nodes,
+        is_exact_only=given.is_exact_only, is_steps_only=given.is_steps_only,
+        is_unbounded=given.is_unbounded, nodes=given.nodes,
         passes=given.passes, seconds=given.seconds, seed=given.seed, history=history,
     )
 

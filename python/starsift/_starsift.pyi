@@ -46,6 +46,7 @@ class Result:
     end: str
     proof: str
     is_exact_only: bool
+    is_steps_only: bool
     is_unbounded: bool
     verdict: str
     solutions: list[Solution]

@@ -221,7 +221,7 @@ int joinPartFiles(YLattice<long double>& lattice, bool json, std::ostream& repor
   StarStore store(lattice);
   addStars(present, result.decided.best, store);
   const bool areFiled = store.save(lattice);
-  result.equationsAreExact = lattice.equationsHoldExactly();
+  result.scope = proofScope(lattice.problemAsRead());
   result.hasStars = store.report(report);
   report << endLine();
   result.hasTargets = lattice.hasTargets();

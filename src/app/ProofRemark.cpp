@@ -1,5 +1,8 @@
 #include "app/ProofRemark.h"
 
+#include <algorithm>
+
+#include "problem/Exactness.h"
 #include "text/Text.h"
 
 namespace starsift {
@@ -7,7 +10,7 @@ namespace starsift {
 namespace {
 
 /// A thread searches in one problem at a time.
-thread_local bool equationsAreExact = false;
+thread_local ProofScope currentScope;
 
 /// A report on bounds of variables as read, or on an inequation as read that only infinity
 /// satisfies: neither depends on equations. Narrowed bounds are never empty.
@@ -24,26 +27,38 @@ bool isProofByEquations(std::string_view message) {
 
 }  // namespace
 
-void setEquationsExact(bool exact) {
-  equationsAreExact = exact;
+const std::string_view stepsRemark =
+    "Variables with decimals: only multiples of their steps were considered.";
+
+ProofScope proofScope(const Vanu<QQ>& problem) {
+  const bool hasSteps = std::any_of(problem.dx.begin(), problem.dx.end(),
+                                    [](const QQ& decimals) { return decimals > QQ::zero(); });
+  return {equationsHoldExactly(problem), hasSteps};
+}
+
+void setProofScope(const ProofScope& scope) {
+  currentScope = scope;
+}
+
+ProofScope fatalScope(std::string_view message) {
+  if (isProofWithoutEquations(message)) return {.equationsAreExact = true};
+  return currentScope;
 }
 
 FatalProof fatalProof(std::string_view message) {
-  if (isProofWithoutEquations(message)) return FatalProof::noSolution;
-  if (!isProofByEquations(message)) return FatalProof::nothing;
-  return equationsAreExact ? FatalProof::noSolution : FatalProof::noExactSolution;
+  if (!isProofWithoutEquations(message) && !isProofByEquations(message)) return FatalProof::nothing;
+  return fatalScope(message).equationsAreExact ? FatalProof::noSolution
+                                               : FatalProof::noExactSolution;
 }
 
 std::string proofRemark(std::string_view message) {
-  switch (fatalProof(message)) {
-    case FatalProof::noSolution:
-      return "This proves that the problem has no solution.";
-    case FatalProof::noExactSolution:
-      return "This proves that no solution holds exactly.";
-    case FatalProof::nothing:
-      break;
-  }
-  return "";
+  const FatalProof proof = fatalProof(message);
+  if (proof == FatalProof::nothing) return "";
+  std::string remark = proof == FatalProof::noSolution
+                           ? "This proves that the problem has no solution."
+                           : "This proves that no solution holds exactly.";
+  if (fatalScope(message).hasSteps) remark += '\n' + std::string(stepsRemark);
+  return remark;
 }
 
 }  // namespace starsift

@@ -7,11 +7,29 @@
 #include <string>
 #include <string_view>
 
+#include "numbers/QQ.h"
+#include "problem/Vanu.h"
+
 namespace starsift {
 
-/// Sets whether all points that satisfy the equations of the problem within the tolerance
-/// satisfy them exactly (see Exactness.h); initially false. For the calling thread.
-void setEquationsExact(bool exact);
+/// What a proof about a problem leaves open.
+struct ProofScope {
+  /// All points that satisfy the equations within the tolerance satisfy them exactly (see
+  /// Exactness.h).
+  bool equationsAreExact = false;
+  /// There are variables with decimals, and so values between their steps, which the check of stars
+  /// lets pass and a search doesn't look at.
+  bool hasSteps = false;
+};
+
+ProofScope proofScope(const Vanu<QQ>& problem);
+
+/// What is said of proofs where variables have steps.
+extern const std::string_view stepsRemark;
+
+/// Sets the scope of fatal messages that prove something; initially the default one. For the
+/// calling thread.
+void setProofScope(const ProofScope& scope);
 
 /// What a fatal message proves.
 enum class FatalProof {
@@ -23,6 +41,9 @@ enum class FatalProof {
 };
 
 FatalProof fatalProof(std::string_view message);
+
+/// The scope of what it proves.
+ProofScope fatalScope(std::string_view message);
 
 /// The remark, for setFailureRemark(), that says what a fatal message proves; empty if it proves
 /// nothing.

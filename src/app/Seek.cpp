@@ -105,8 +105,8 @@ SearchEnd Seek::run() {
 
 SearchEnd Seek::search(SolutionSink& sink) {
   sink_ = &sink;
-  equationsAreExact_ = lattice_.equationsHoldExactly();
-  setEquationsExact(equationsAreExact_);
+  scope_ = proofScope(lattice_.problemAsRead());
+  setProofScope(scope_);
   limited_ = isLimited(lattice_);
   watch_.setSink(sink);
   stars_.emplace(lattice_, sink);
@@ -278,7 +278,7 @@ SearchResult Seek::result(const SolutionSink& sink, bool anyStars) const {
   SearchResult result;
   result.decided = part_ ? part_->result() : decide_->result();
   if (part_ && part_->hasTree()) result.part = part_->partResult();
-  result.equationsAreExact = equationsAreExact_;
+  result.scope = scope_;
   result.hasTargets = lattice_.hasTargets();
   result.hasStars = anyStars;
   result.solutions = solutionCount();

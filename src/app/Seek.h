@@ -89,7 +89,7 @@ class Seek {
   std::optional<QQ> knownNorm_;
   std::chrono::duration<double> decideTime_{};
   std::chrono::duration<double> jumpTime_{};
-  bool equationsAreExact_ = true;
+  ProofScope scope_;
   /// Passes that the search may make; no limit if negative.
   long passLimit_ = -1;
   /// The parameters set a limit.

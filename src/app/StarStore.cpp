@@ -35,10 +35,11 @@ StarStore* StarStore::present = nullptr;
 
 StarStore::StarStore(const YLattice<long double>& search, std::function<Clock::time_point()> now)
     : search_(search), now_(std::move(now)) {
-  present = this;
   search.withLive([this](const auto& lattice) { stars_.takeProblem(lattice.file); });
   // A file that was not read counts as written by others.
   if (search.params().bench <= 0) stars_.mergeFile();
+  // Last: an exception above leaves no store behind.
+  present = this;
 }
 
 StarStore::~StarStore() {

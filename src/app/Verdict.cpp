@@ -18,20 +18,25 @@ namespace {
 
 std::string noSolution(const SearchResult& result) {
   return std::string("There is no solution") +
-         (result.equationsAreExact ? "" : " that holds exactly") + ": the search was complete.";
+         (result.scope.equationsAreExact ? "" : " that holds exactly") +
+         ": the search was complete.";
 }
 
 std::string allSolutions(const SearchResult& result) {
   return "All " + std::to_string(result.decided.count) + " solutions" +
-         (result.equationsAreExact ? "" : " that hold exactly") + ": the search was complete.";
+         (result.scope.equationsAreExact ? "" : " that hold exactly") +
+         ": the search was complete.";
 }
 
 std::string optimum(const SearchResult& result) {
   return std::string("The first solution is optimal") +
-         (result.equationsAreExact ? "" : " among those that hold exactly") + '.';
+         (result.scope.equationsAreExact ? "" : " among those that hold exactly") + '.';
 }
 
 std::string openVerdict(const SearchResult& result) {
+  if (result.solutions == 0 && result.decided.count > 0)
+    return "Solutions counted: " + std::to_string(result.decided.count) +
+           ". There may be more: the search was not complete.";
   if (result.solutions == 0)
     return std::string("No ") + (result.hasStars ? "further " : "") +
            "solution was found. This proves nothing: there may be one all the same.";
@@ -39,6 +44,11 @@ std::string openVerdict(const SearchResult& result) {
   std::string text = "The first solution is the best one found, not proven to be the best there is";
   if (result.decided.bound) text += ": best bound " + plainText(*result.decided.bound);
   return text + '.';
+}
+
+/// What a proof leaves open; empty without one.
+std::string reservation(const SearchResult& result) {
+  return result.decided.isComplete() && result.scope.hasSteps ? std::string(stepsRemark) : "";
 }
 
 /// Why there is no proof; empty if that needs no words.
@@ -116,6 +126,16 @@ std::string partFields(const SearchResult& result) {
   return std::move(text).str();
 }
 
+/// What keeps the status from being the whole truth, where that is so.
+std::string reservationFields(const SearchResult& result) {
+  std::string fields;
+  if (result.decided.isComplete() && !result.scope.equationsAreExact)
+    fields += R"(, "exact_only": true)";
+  if (!reservation(result).empty()) fields += R"(, "steps_only": true)";
+  if (result.decided.undecided == Undecided::unbounded) fields += R"(, "unbounded": true)";
+  return fields;
+}
+
 std::string quoted(const std::optional<QQ>& value) {
   return value ? '"' + plainText(*value) + '"' : "null";
 }
@@ -124,6 +144,7 @@ std::string quoted(const std::optional<QQ>& value) {
 
 void writeVerdict(std::ostream& stream, const SearchResult& result) {
   writeLine(stream, verdictText(result));
+  writeLine(stream, reservation(result));
   writeLine(stream, reasonForNone(result.decided));
   if (result.decided.nodes > 0) writeLine(stream, "Nodes: " + std::to_string(result.decided.nodes));
   stampOutputTime();
@@ -140,7 +161,7 @@ std::string jsonLine(const SearchResult& result) {
        << R"(, "count": ")" << count << R"(", "best": )" << quoted(result.best) << R"(, "bound": )"
        << quoted(decided.bound) << R"(, "nodes": )" << decided.nodes << R"(, "passes": )"
        << result.passes << R"(, "seconds": )" << result.seconds << R"(, "seed": )" << result.seed
-       << partFields(result) << '}';
+       << partFields(result) << reservationFields(result) << '}';
   return std::move(text).str();
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "app/ProofRemark.h"
 #include "core/Index.h"
 #include "search/decide/Decider.h"
 
@@ -26,8 +27,8 @@ struct PartResult {
 struct SearchResult {
   /// The complete search; a default one if there was none.
   Decided decided;
-  /// Every point within the tolerance of the equations satisfies them exactly.
-  bool equationsAreExact = true;
+  /// Of the problem.
+  ProofScope scope{.equationsAreExact = true};
   bool hasTargets = false;
   /// There are stars, known or found.
   bool hasStars = false;

@@ -33,6 +33,12 @@ std::streambuf* statusTerminal(const YLattice<long double>& lattice) {
   return lattice.params().verb > 0 && isatty(STDOUT_FILENO) != 0 ? nullptr : errorTerminal();
 }
 
+/// Never destroyed: the process ends.
+YLattice<long double>& commandLattice() {
+  static auto& lattice = *new YLattice<long double>;
+  return lattice;
+}
+
 /// The remark on a fatal report: what it proves, or where the stars of the search are.
 std::string searchRemark(std::string_view message) {
   StarStore::secureUnsaved();
@@ -45,6 +51,8 @@ std::string scriptRemark(std::string_view message) {
   if (fatalProof(message) != FatalProof::nothing) {
     SearchResult result;
     result.decided.proof = Proof::noSolution;
+    result.scope = fatalScope(message);
+    result.seed = commandLattice().seed();
     std::cout << jsonLine(result) << std::endl;
   }
   return searchRemark(message);
@@ -67,8 +75,7 @@ int seek(YLattice<long double>& lattice, const SeekOptions& options,
 int runCommand(std::span<char* const> arguments, StatusLine::Clock::time_point start) {
   const std::string_view program = arguments.empty() ? "" : arguments.front();
   const SeekArguments given = splitArguments(arguments.subspan(arguments.empty() ? 0 : 1));
-  // Never destroyed: the process ends.
-  static auto& lattice = *new YLattice<long double>;
+  YLattice<long double>& lattice = commandLattice();
   lattice.setFileNames(given.optFile);
   lattice.useExtendedPrecision();
   lattice.readParams(given.parameters);
@@ -90,8 +97,9 @@ int runCommand(std::span<char* const> arguments, StatusLine::Clock::time_point s
   }
   setFailureRemark(given.options.json ? scriptRemark : searchRemark);
   if (given.options.join)
-    return unwinding([&given] { return joinPartFiles(lattice, given.options.json, std::cout); });
-  return unwinding([&given, start] { return seek(lattice, given.options, start); });
+    return unwinding(
+        [&given, &lattice] { return joinPartFiles(lattice, given.options.json, std::cout); });
+  return unwinding([&given, &lattice, start] { return seek(lattice, given.options, start); });
 }
 
 }  // namespace

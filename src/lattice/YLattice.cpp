@@ -6,7 +6,6 @@
 
 #include "numbers/Conversion.h"
 #include "params/ParamArguments.h"
-#include "problem/Exactness.h"
 #include "system/Console.h"
 
 namespace starsift {
@@ -131,11 +130,6 @@ template <class R>
 void YLattice<R>::takeProblem(const Vanu<QQ>& problem) {
   exact().file.editProblem() = problem;
   exact().optOriginal = Vanu<QQ>();
-}
-
-template <class R>
-bool YLattice<R>::equationsHoldExactly() const {
-  return starsift::equationsHoldExactly(exact().file.problem());
 }
 
 template <class R>

@@ -91,9 +91,6 @@ class YLattice {
   void readOpt();
   /// The same for a problem in memory, which is as a reader gives it.
   void takeProblem(const Vanu<QQ>& problem);
-  /// Every point that satisfies the equations of the problem as read within the tolerance
-  /// satisfies them exactly: see Exactness.h.
-  bool equationsHoldExactly() const;
   /// The problem as read; a reference to the exact lattice.
   const Vanu<QQ>& problemAsRead() const;
   /// Lattice::tightenBounds().

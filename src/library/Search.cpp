@@ -114,7 +114,8 @@ Result resultOf(SearchEnd end, const SearchResult& found) {
   writeVerdict(verdict, found);
   result.end = endOf(end);
   result.proof = proofOf(found.decided.proof);
-  result.isExactOnly = found.decided.isComplete() && !found.equationsAreExact;
+  result.isExactOnly = found.decided.isComplete() && !found.scope.equationsAreExact;
+  result.isStepsOnly = found.decided.isComplete() && found.scope.hasSteps;
   result.isUnbounded = found.decided.undecided == Undecided::unbounded;
   result.verdict = withoutLineEnd(std::move(verdict).str());
   result.count = std::max(found.decided.count, static_cast<std::uint64_t>(found.solutions));
@@ -141,6 +142,7 @@ Result ended(const std::string& message, const YLattice<long double>& lattice) {
   result.end = Search::End::decided;
   result.proof = Search::Proof::infeasible;
   result.isExactOnly = fatalProof(message) == FatalProof::noExactSolution;
+  result.isStepsOnly = fatalScope(message).hasSteps;
   result.verdict = message + '\n' + proofRemark(message);
   return result;
 }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace starsift {
 namespace {
 
@@ -10,11 +12,11 @@ constexpr std::string_view exactProof = "This proves that no solution holds exac
 
 class ProofRemark : public testing::Test {
  protected:
-  ~ProofRemark() override { setEquationsExact(false); }
+  ~ProofRemark() override { setProofScope({}); }
 };
 
 TEST_F(ProofRemark, IsMadeOnEachReportThatIsAProof) {
-  setEquationsExact(true);
+  setProofScope({.equationsAreExact = true});
   EXPECT_EQ(proofRemark("Unfulfillable inequality detected --> NO SOLUTIONS!"), proof);
   EXPECT_EQ(proofRemark("Unfulfillable equality detected --> NO SOLUTIONS!"), proof);
   EXPECT_EQ(proofRemark("Unfulfillable infinite inequation detected --> NO SOLUTIONS!"), proof);
@@ -23,21 +25,29 @@ TEST_F(ProofRemark, IsMadeOnEachReportThatIsAProof) {
 }
 
 TEST_F(ProofRemark, IsWeakerWhereTheToleranceOfEquationsMatters) {
-  setEquationsExact(false);
+  setProofScope({});
   EXPECT_EQ(proofRemark("Unfulfillable inequality detected --> NO SOLUTIONS!"), exactProof);
   EXPECT_EQ(proofRemark("Unfulfillable equality detected --> NO SOLUTIONS!"), exactProof);
   EXPECT_EQ(proofRemark("The equation system has no integer solution :("), exactProof);
 }
 
 TEST_F(ProofRemark, OfWhatDependsOnNoEquationStaysAsItIs) {
-  setEquationsExact(false);
+  setProofScope({});
   EXPECT_EQ(proofRemark("Unfulfillable infinite inequation detected --> NO SOLUTIONS!"), proof);
   EXPECT_EQ(proofRemark("sol bounds error"), proof);
 }
 
+TEST_F(ProofRemark, SaysWhereStepsMatter) {
+  setProofScope({.equationsAreExact = true, .hasSteps = true});
+  EXPECT_EQ(proofRemark("The equation system has no integer solution :("),
+            std::string(proof) + '\n' + std::string(stepsRemark));
+  EXPECT_EQ(proofRemark("sol bounds error"), proof);
+  EXPECT_EQ(proofRemark("ineq bounds error1"), "");
+}
+
 TEST_F(ProofRemark, IsMadeOnNoOtherReport) {
   for (const bool exact : {false, true}) {
-    setEquationsExact(exact);
+    setProofScope({.equationsAreExact = exact});
     EXPECT_EQ(proofRemark("ineq bounds error1"), "");
     EXPECT_EQ(proofRemark("numbers too large for the reduction"), "");
     EXPECT_EQ(proofRemark(""), "");

@@ -1,5 +1,6 @@
 #include "app/Verdict.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -47,7 +48,7 @@ TEST_F(VerdictTest, TellsTheBestBoundOfAnOpenSearch) {
 TEST_F(VerdictTest, TellsThatThereIsNoSolution) {
   result_.decided.proof = Proof::noSolution;
   EXPECT_EQ(verdict(), "There is no solution: the search was complete.\n");
-  result_.equationsAreExact = false;
+  result_.scope.equationsAreExact = false;
   EXPECT_EQ(verdict(), "There is no solution that holds exactly: the search was complete.\n");
 }
 
@@ -57,10 +58,39 @@ TEST_F(VerdictTest, TellsThatAllSolutionsAreFound) {
   result_.decided.nodes = 4500;
   EXPECT_EQ(verdict(), "All 3 solutions: the search was complete.\nNodes: 4500\n");
   result_.hasTargets = true;
-  result_.equationsAreExact = false;
+  result_.scope.equationsAreExact = false;
   EXPECT_EQ(verdict(),
             "All 3 solutions that hold exactly: the search was complete.\n"
             "The first solution is optimal among those that hold exactly.\nNodes: 4500\n");
+}
+
+TEST_F(VerdictTest, TellsWhatWasCountedBeforeTheEnd) {
+  result_.decided.count = 40364781;
+  EXPECT_EQ(verdict(),
+            "Solutions counted: 40364781. There may be more: the search was not complete.\n");
+}
+
+TEST_F(VerdictTest, SaysOfProofsThatStepsMatter) {
+  result_.scope.hasSteps = true;
+  result_.hasTargets = true;
+  result_.decided.proof = Proof::optimum;
+  EXPECT_EQ(verdict(),
+            "The first solution is optimal.\n"
+            "Variables with decimals: only multiples of their steps were considered.\n");
+  EXPECT_THAT(jsonLine(result_), testing::HasSubstr(R"("steps_only": true)"));
+  result_.decided.proof = Proof::none;
+  EXPECT_THAT(verdict(), testing::Not(testing::HasSubstr("steps")));
+  EXPECT_THAT(jsonLine(result_), testing::Not(testing::HasSubstr("steps_only")));
+}
+
+TEST_F(VerdictTest, TellsScriptsWhatTheStatusLeavesOpen) {
+  EXPECT_THAT(jsonLine(result_), testing::Not(testing::HasSubstr("true")));
+  result_.scope.equationsAreExact = false;
+  result_.decided.proof = Proof::noSolution;
+  EXPECT_THAT(jsonLine(result_), testing::HasSubstr(R"("exact_only": true)"));
+  result_.decided.proof = Proof::none;
+  result_.decided.undecided = Undecided::unbounded;
+  EXPECT_THAT(jsonLine(result_), testing::HasSubstr(R"("unbounded": true)"));
 }
 
 TEST_F(VerdictTest, TellsThatTheFirstSolutionIsOptimal) {
