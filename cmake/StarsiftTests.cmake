@@ -211,7 +211,9 @@ if(NOT STARSIFT_SANITIZE AND NOT STARSIFT_COVERAGE)
   starsift_add_script_test(models-guide ${python} tools/check-readme ${program} docs/models.md)
   starsift_add_script_test(library-guide ${python} tools/check-readme ${program} docs/library.md)
   starsift_add_script_test(python_package ${python} tests/python/test_starsift.py)
-  set_tests_properties(python_package PROPERTIES
+  starsift_add_script_test(reference ${python} -m sphinx -W -q -b html
+    docs/reference "${PROJECT_BINARY_DIR}/reference")
+  set_tests_properties(python_package reference PROPERTIES
     ENVIRONMENT "PYTHONPATH=${PROJECT_BINARY_DIR}/python")
   starsift_add_script_test(tools ${python} -m unittest discover -s tests/tools -p "test_*.py")
 endif()

@@ -254,14 +254,19 @@ class Result:
 
         return pandas.DataFrame([_row(solution) for solution in self.solutions], dtype=object)
 
+    #: Rows of the table in a notebook.
+    _TABLE_ROWS = 100
+
     def _repr_html_(self) -> str:
-        rows = [_row(solution) for solution in self.solutions]
+        rows = [_row(solution) for solution in self.solutions[: self._TABLE_ROWS]]
         head = "".join(f"<th>{name}</th>" for name in (rows[0] if rows else ()))
         body = "".join(
             "<tr>" + "".join(f"<td>{html.escape(str(value))}</td>" for value in row.values()) + "</tr>"
             for row in rows
         )
-        return f"<p>{html.escape(self.verdict)}</p><table><tr>{head}</tr>{body}</table>"
+        more = len(self.solutions) - len(rows)
+        end = f"<p>and {more} more</p>" if more else ""
+        return f"<p>{html.escape(self.verdict)}</p><table><tr>{head}</tr>{body}</table>{end}"
 
 
 def _row(solution: Solution) -> dict:

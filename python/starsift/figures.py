@@ -37,9 +37,11 @@ def draw_search(result: Result, ax=None):
     lines = ax.step(seconds, solutions, where="post", label="solutions")
     ax.set_xlabel("seconds")
     ax.set_ylabel("solutions")
+    ax.set_ylim(0, 1.05 * max(*solutions, 1))
     if any(nodes):
         beside = ax.twinx()
         lines += beside.plot(seconds, nodes, color="tab:orange", label="nodes")
         beside.set_ylabel("nodes")
-    ax.legend(handles=lines)
+        beside.set_ylim(bottom=0)
+    ax.legend(handles=lines, loc="upper left")
     return ax

@@ -6,9 +6,11 @@ import doctest
 import math
 import os
 import pathlib
+import re
 import signal
 import subprocess
 import sys
+import tempfile
 import threading
 import types
 import unittest
@@ -281,6 +283,12 @@ class Searches(unittest.TestCase):
         page = sums_to(4).search(sol=0)._repr_html_()
         self.assertEqual(page.count("<tr>"), 4)
         self.assertIn("All 3 solutions", page)
+        self.assertNotIn("more</p>", page)
+
+    def test_a_long_table_is_cut(self):
+        page = sums_to(400).search(sol=0)._repr_html_()
+        self.assertEqual(page.count("<tr>"), 101)
+        self.assertIn("<p>and 101 more</p>", page)
 
     def test_a_frame_has_exact_numbers_by_the_names_of_their_columns(self):
         pandas = types.ModuleType("pandas")
@@ -311,6 +319,41 @@ class Examples(unittest.TestCase):
                 )
                 self.assertEqual(run.stderr, "")
                 self.assertEqual(run.stdout, script.with_suffix(".out").read_text())
+
+
+class Reference(unittest.TestCase):
+    def test_has_every_public_name(self):
+        page = (ROOT / "docs/reference/index.rst").read_text()
+        documented = set(re.findall(r"^\.\. auto(?:class|function|exception):: (\w+)", page, re.MULTILINE))
+        self.assertEqual(documented, set(starsift.__all__) - {"__version__"})
+
+
+class Notebook(unittest.TestCase):
+    """The tour runs from its first cell to the last one, with the outputs that are stored in it."""
+
+    @staticmethod
+    def outputs(book):
+        """What the cells print and return; of what is drawn or a table, that it is there."""
+        for cell in book.cells:
+            for output in cell.get("outputs", []):
+                data = output.get("data", {})
+                kinds = {"image/png", "text/html"}.intersection(data)
+                yield kinds or data.get("text/plain") or output.get("text")
+
+    def test_runs_as_stored(self):
+        import nbclient
+        import nbformat
+
+        stored = nbformat.read(ROOT / "docs/python/tour.ipynb", 4)
+        run = copy.deepcopy(stored)
+        with tempfile.TemporaryDirectory() as scratch:
+            folders = dict.fromkeys(("IPYTHONDIR", "JUPYTER_RUNTIME_DIR", "MPLCONFIGDIR"), scratch)
+            # Else the debugger of the kernel warns of frozen modules.
+            folders["PYDEVD_DISABLE_FILE_VALIDATION"] = "1"
+            with unittest.mock.patch.dict(os.environ, folders):
+                nbclient.NotebookClient(run, timeout=300, kernel_name="python3").execute()
+        self.assertEqual(list(self.outputs(run)), list(self.outputs(stored)))
+        self.assertGreater(len(list(self.outputs(run))), 8)
 
 
 def load_tests(_loader, tests, _pattern):
