@@ -1,8 +1,5 @@
 #include "app/ProofRemark.h"
 
-#include <algorithm>
-
-#include "problem/Exactness.h"
 #include "text/Text.h"
 
 namespace starsift {
@@ -26,15 +23,6 @@ bool isProofByEquations(std::string_view message) {
 }
 
 }  // namespace
-
-const std::string_view stepsRemark =
-    "Variables with decimals: only multiples of their steps were considered.";
-
-ProofScope proofScope(const Vanu<QQ>& problem) {
-  const bool hasSteps = std::any_of(problem.dx.begin(), problem.dx.end(),
-                                    [](const QQ& decimals) { return decimals > QQ::zero(); });
-  return {equationsHoldExactly(problem), hasSteps};
-}
 
 void setProofScope(const ProofScope& scope) {
   currentScope = scope;

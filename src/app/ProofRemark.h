@@ -7,25 +7,13 @@
 #include <string>
 #include <string_view>
 
-#include "numbers/QQ.h"
-#include "problem/Vanu.h"
+#include "search/decide/ProofScope.h"
 
 namespace starsift {
 
-/// What a proof about a problem leaves open.
-struct ProofScope {
-  /// All points that satisfy the equations within the tolerance satisfy them exactly (see
-  /// Exactness.h).
-  bool equationsAreExact = false;
-  /// There are variables with decimals, and so values between their steps, which the check of stars
-  /// lets pass and a search doesn't look at.
-  bool hasSteps = false;
-};
-
-ProofScope proofScope(const Vanu<QQ>& problem);
-
 /// What is said of proofs where variables have steps.
-extern const std::string_view stepsRemark;
+inline constexpr std::string_view stepsRemark =
+    "Variables with decimals: only multiples of their steps were considered.";
 
 /// Sets the scope of fatal messages that prove something; initially the default one. For the
 /// calling thread.
