@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/NumberTraits.h"
+#include "models/text/Words.h"
 
 namespace starsift {
 
@@ -104,9 +105,9 @@ std::string violationName(const Model& model, const Violation& violation) {
   constexpr std::array<std::string_view, 4> kinds{"row ", "lower bound of ", "upper bound of ",
                                                   "step of "};
   std::string name(kinds[static_cast<std::size_t>(violation.kind)]);
-  name += violation.kind == ViolationKind::row ? model.rowNames[violation.index]
-                                               : model.columnNames[violation.index];
-  return name;
+  return name +
+         escaped((violation.kind == ViolationKind::row ? model.rowNames
+                                                       : model.columnNames)[violation.index]);
 }
 
 }  // namespace starsift

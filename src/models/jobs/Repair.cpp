@@ -128,7 +128,7 @@ std::string changeText(const Model& model, const std::vector<QQ>& before,
   for (std::uint32_t j = 0; j < before.size(); ++j)
     if (before[j] != after[j]) changes.add(j, abs(before[j] - after[j]));
   return "repaired: " + counted(changes.count, "value") + " changed, by at most " +
-         shortText(changes.largest) + " (" + std::string(model.columnNames[changes.column]) + ")";
+         shortText(changes.largest) + " (" + escaped(model.columnNames[changes.column]) + ")";
 }
 
 class Repair {

@@ -22,13 +22,13 @@ void writeRemarks(std::ostream& stream, const std::string& path,
 /// " (HiGHS, Optimal)", empty if nothing is known.
 std::string sourceText(const SolutionReport& solution, const RecordReport& record) {
   const bool hasBoth = !solution.solver.empty() && !record.status.empty();
-  const std::string text = solution.solver + (hasBoth ? ", " : "") + record.status;
+  const std::string text = solution.solver + (hasBoth ? ", " : "") + excerpt(record.status);
   return text.empty() ? "" : " (" + text + ")";
 }
 
 std::string changesText(const Model& model, const ValueChanges& changes) {
   return ", by at most " + shortText(changes.largest) + " (" +
-         std::string(model.columnNames[changes.column]) + ")";
+         escaped(model.columnNames[changes.column]) + ")";
 }
 
 /// What was changed of the written values, each part followed by "; ".
@@ -42,7 +42,7 @@ std::string roundingText(const Model& model, const ReadPoint& point) {
             changesText(model, point.snapped) + "; ";
   if (!point.fractional.empty())
     text += counted(point.fractional.size(), "integer column") + " with a fraction kept (" +
-            std::string(model.columnNames[point.fractional.front()]) + "); ";
+            escaped(model.columnNames[point.fractional.front()]) + "); ";
   if (point.unused > 0) text += counted(point.unused, "unused column") + " left out; ";
   return text;
 }
@@ -75,7 +75,7 @@ void writeTargets(std::ostream& stream, const JobReport& report, const PointRepo
     const bool isOnly = check.targetValues.size() == 1;
     stream << "  "
            << (isOnly && !report.problem.model.objective.name.empty()
-                   ? "objective " + report.problem.model.objective.name
+                   ? "objective " + escaped(report.problem.model.objective.name)
                    : "target " + std::to_string(t + 1))
            << ": "
            << numberText(isOnly ? check.targetValues[t] + report.problem.model.objective.constant
@@ -102,7 +102,8 @@ void writeRecord(std::ostream& stream, const JobReport& report, const SolutionRe
   writeTargets(stream, report, check);
   if (!showsRows) return;
   for (std::size_t i = 0; i < check.activities.size(); ++i)
-    stream << "  row " << model.rowNames[i] << ": " << numberText(check.activities[i]) << '\n';
+    stream << "  row " << escaped(model.rowNames[i]) << ": " << numberText(check.activities[i])
+           << '\n';
 }
 
 /// The solution files one after the other, each record by `writeOne(solution, record)`.
@@ -111,8 +112,8 @@ void writeSolutions(std::ostream& stream, const JobReport& report, const WriteOn
   for (const SolutionReport& solution : report.solutions) {
     writeRemarks(stream, solution.path, solution.remarks);
     if (!solution.noSolution.empty())
-      stream << solution.path << ": no solution (" << solution.solver << ": " << solution.noSolution
-             << ")\n";
+      stream << solution.path << ": no solution (" << solution.solver << ": "
+             << excerpt(solution.noSolution) << ")\n";
     for (const RecordReport& record : solution.records) writeOne(solution, record);
   }
 }

@@ -40,7 +40,7 @@ std::string cbcText(const Model& model, const QQ& objective, const std::vector<Q
 SolutionForm solutionFormOf(std::string_view name) {
   if (name == "miplib") return SolutionForm::miplib;
   if (name == "cbc") return SolutionForm::cbc;
-  throw ModelError(0, "\"" + std::string(name) + "\" is no value of --for");
+  throw ModelError(0, inQuotes(name) + " is no value of --for");
 }
 
 std::string solutionText(const std::string& modelPath, const std::string& solPath,

@@ -318,8 +318,9 @@ void LpReader::nameRows() {
 Model LpReader::read() {
   if (lexer_.peek().kind == LpTokenKind::name && lexer_.peekNext().kind == LpTokenKind::colon)
     throw ModelError(lexer_.peek().line,
-                     "this is the LP dialect of lp_solve (\"" + std::string(lexer_.peek().text) +
-                         ":\"), which is not supported: let lp_solve write it as MPS");
+                     "this is the LP dialect of lp_solve (" +
+                         inQuotes(std::string(lexer_.peek().text) + ':') +
+                         "), which is not supported: let lp_solve write it as MPS");
   if (lexer_.peek().keyword != LpKeyword::maximise && lexer_.peek().keyword != LpKeyword::minimise)
     throw ModelError(lexer_.peek().line,
                      "an LP file begins with its objective, Minimize or Maximize");

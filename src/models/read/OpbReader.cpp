@@ -136,8 +136,8 @@ void OpbReader::readTerm(LinearTerms& terms) {
     refuse(written);
   const std::string_view behind = words_.peek().text;
   if (!behind.empty() && !beginsNumber(behind) && !isRelation(behind) && behind != ";")
-    throw ModelError(literal.line, "products of literals (" + std::string(literal.text) + " " +
-                                       std::string(behind) + ") are not supported");
+    throw ModelError(literal.line, "products of literals (" + excerpt(literal.text) + " " +
+                                       excerpt(behind) + ") are not supported");
   if (isNegated) {
     terms.constant += factor;
     factor.negate();
@@ -188,7 +188,7 @@ Model OpbReader::read() {
       readObjective();
     } else if (word.text == "soft" || word.text.starts_with('[')) {
       throw ModelError(word.line,
-                       "soft constraints (" + std::string(word.text) + ") are not supported");
+                       "soft constraints (" + excerpt(word.text) + ") are not supported");
     } else {
       readRow();
     }

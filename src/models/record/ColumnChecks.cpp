@@ -4,13 +4,14 @@
 
 #include "models/text/ModelError.h"
 #include "models/text/NumberText.h"
+#include "models/text/Words.h"
 
 namespace starsift {
 
 void requireSomeValue(const Model& model, std::uint32_t column, std::size_t line) {
   const QQ& lower = model.lower[column];
   const QQ& upper = model.upper[column];
-  const std::string name(model.columnNames[column]);
+  const std::string name = escaped(model.columnNames[column]);
   if (lower > upper)
     throw ModelError(
         line, name + " has no value: lower " + numberText(lower) + " > upper " + numberText(upper));

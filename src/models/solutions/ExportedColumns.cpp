@@ -59,7 +59,7 @@ ReadPoint ExportedColumns::read(const SolverFormat& format, const WrittenPoint& 
   for (const WrittenValue& value : point.values) {
     const std::optional<std::uint32_t> column = find(format, value);
     if (!column && format.isByNumber)
-      throw ModelError(value.line, "the model has no column number " + value.column);
+      throw ModelError(value.line, "the model has no column number " + excerpt(value.column));
     if (column && *column >= columns_.columnCount()) continue;
     const std::string name(column ? columns_.columnNames[*column] : value.column);
     own.values.push_back({name, value.number, value.line});

@@ -76,7 +76,7 @@ std::optional<std::uint32_t> PointReader::columnOf(const WrittenValue& value) co
     const char* const end = value.column.data() + value.column.size();
     const auto [stop, error] = std::from_chars(value.column.data(), end, number);
     if (error != std::errc() || stop != end || number == 0 || number > model_.columnCount())
-      throw ModelError(value.line, "the model has no column number " + value.column);
+      throw ModelError(value.line, "the model has no column number " + excerpt(value.column));
     return number - 1;
   }
   if (const auto column = match_.find(value.column)) return column;
@@ -96,7 +96,7 @@ void PointReader::requireDetermined(std::uint32_t column, const WrittenValue& va
   digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size()));
   const auto wholeDigits = static_cast<std::int64_t>(digits.size()) + form->exponent;
   if (digits.empty() || wholeDigits <= static_cast<std::int64_t>(format_.digits)) return;
-  throw ModelError(value.line, "the integer " + value.number + " of " +
+  throw ModelError(value.line, "the integer " + excerpt(value.number) + " of " +
                                    inQuotes(model_.columnNames[column]) +
                                    " is not determined by the " + std::to_string(format_.digits) +
                                    " digits of the format (see --keep-rounded)");

@@ -2,13 +2,49 @@
 
 #include <algorithm>
 
+#include "text/Utf8.h"
+
 namespace starsift {
 
 namespace {
 
 constexpr std::string_view blanks = " \t\r\f\v";
-/// Bytes of a name that are shown in a report.
-constexpr std::size_t shownBytes = 60;
+/// Of a piece of input in a report.
+constexpr std::size_t shownCharacters = 60;
+
+/// True for a UTF-8 character that controls a terminal: C0, DEL, or C1, which is C2 80 to C2 9F.
+bool isControl(std::string_view character) {
+  const auto first = static_cast<unsigned char>(character[0]);
+  if (character.size() == 1) return first < 0x20 || first == 0x7F;
+  return first == 0xC2 && static_cast<unsigned char>(character[1]) < 0xA0;
+}
+
+void appendEscapes(std::string& result, std::string_view bytes) {
+  constexpr std::string_view digits = "0123456789abcdef";
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    ((result += "\\x") += digits[byte / 16]) += digits[byte % 16];
+  }
+}
+
+/// escaped(), ended by "..." before the character that would exceed `most`.
+std::string escapedUpTo(std::string_view text, std::size_t most) {
+  std::string result;
+  std::size_t count = 0;
+  while (!text.empty()) {
+    const std::size_t length = utf8Length(text);
+    const std::string_view character = text.substr(0, std::max<std::size_t>(length, 1));
+    const bool isShown = length > 0 && !isControl(character);
+    count += isShown ? 1 : 4 * character.size();
+    if (count > most) return result + "...";
+    if (isShown)
+      result += character;
+    else
+      appendEscapes(result, character);
+    text.remove_prefix(character.size());
+  }
+  return result;
+}
 
 }  // namespace
 
@@ -21,14 +57,16 @@ bool equalsInAnyCase(std::string_view a, std::string_view b) {
                     [](char x, char y) { return lowered(x) == lowered(y); });
 }
 
+std::string escaped(std::string_view text) {
+  return escapedUpTo(text, std::string_view::npos);
+}
+
+std::string excerpt(std::string_view text) {
+  return escapedUpTo(text, shownCharacters);
+}
+
 std::string inQuotes(std::string_view text) {
-  std::string result = "\"";
-  for (const char c : text.substr(0, shownBytes)) {
-    const auto byte = static_cast<unsigned char>(c);
-    result += byte < 0x20 || byte == 0x7F ? '?' : c;
-  }
-  if (text.size() > shownBytes) result += "...";
-  return result + '"';
+  return '"' + excerpt(text) + '"';
 }
 
 std::string counted(std::size_t count, std::string_view noun) {

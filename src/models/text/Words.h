@@ -12,7 +12,14 @@ char lowered(char c);
 
 bool equalsInAnyCase(std::string_view a, std::string_view b);
 
-/// `text` in quotation marks for a report: control characters as "?", cut after 60 bytes.
+/// `text` of an input as a terminal may show it: bytes of control characters (C0, DEL and C1), and
+/// those that aren't UTF-8, as "\x1b"; all others as they are.
+std::string escaped(std::string_view text);
+
+/// escaped(), cut with "..." after 60 characters, of which an escape has four.
+std::string excerpt(std::string_view text);
+
+/// excerpt() in quotation marks.
 std::string inQuotes(std::string_view text);
 
 /// "1 row", "2 rows".

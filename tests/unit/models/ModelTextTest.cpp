@@ -53,9 +53,30 @@ TEST(NumberText, KnowsWhatADoubleHolds) {
   EXPECT_TRUE(isDouble(QQ(0)));
 }
 
-TEST(Words, QuoteControlCharactersAndCutLongNames) {
-  EXPECT_EQ(inQuotes("a\tb"), "\"a?b\"");
+TEST(Words, QuotePrintableTextAsItStands) {
+  EXPECT_EQ(inQuotes("a \\x1b ~"), "\"a \\x1b ~\"");
+  EXPECT_EQ(inQuotes("größe ≤ 𝔽"), "\"größe ≤ 𝔽\"");
+  EXPECT_EQ(inQuotes("\xC2\xA0"), "\"\xC2\xA0\"");
+}
+
+TEST(Words, EscapeControlCharacters) {
+  EXPECT_EQ(inQuotes("a\tb\x1b[2J\x7f"), "\"a\\x09b\\x1b[2J\\x7f\"");
+  EXPECT_EQ(escaped(std::string_view("\0", 1)), "\\x00");
+  // A terminal may take the C1 character CSI as it takes ESC and "[".
+  EXPECT_EQ(escaped("\xC2\x9B"), "\\xc2\\x9b");
+}
+
+TEST(Words, EscapeBytesThatAreNoUtf8) {
+  EXPECT_EQ(escaped("a\xff\xC3z"), "a\\xff\\xc3z");
+  EXPECT_EQ(escaped("\xED\xA0\x80"), "\\xed\\xa0\\x80");
+}
+
+TEST(Words, CutExcerptsBetweenCharacters) {
+  EXPECT_EQ(inQuotes(std::string(60, 'x')), '"' + std::string(60, 'x') + '"');
   EXPECT_EQ(inQuotes(std::string(61, 'x')), '"' + std::string(60, 'x') + "...\"");
+  EXPECT_EQ(excerpt(std::string(59, 'x') + "ßy"), std::string(59, 'x') + "ß...");
+  EXPECT_EQ(excerpt(std::string(57, 'x') + '\x1b'), std::string(57, 'x') + "...");
+  EXPECT_EQ(escaped(std::string(61, 'x')), std::string(61, 'x'));
 }
 
 }  // namespace

@@ -1,0 +1,1 @@
+[2J›31mÂ›grÃ¶ÃŸeÿzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzz
