@@ -7,6 +7,7 @@
 
 #include "models/jobs/OptionText.h"
 #include "models/text/ModelError.h"
+#include "models/text/Words.h"
 
 namespace starsift {
 
@@ -20,8 +21,8 @@ class ArgumentReader {
 
  private:
   void readOption(std::string_view option);
-  bool setFlag(std::string_view name);
-  bool setText(std::string_view name, const std::string& value);
+  void setFlag(std::string_view name);
+  void setText(std::string_view name, const std::string& value);
   void setRecord(std::string_view value);
   std::string takeValue(std::string_view name);
 
@@ -37,6 +38,11 @@ bool isFlag(std::string_view name) {
   return std::ranges::find(flags, name) != flags.end();
 }
 
+bool takesValue(std::string_view name) {
+  constexpr std::array<std::string_view, 4> texts = {"solution", "output", "record", "for"};
+  return std::ranges::find(texts, name) != texts.end() || isNumberOption(name);
+}
+
 std::string ArgumentReader::takeValue(std::string_view name) {
   if (rest_.empty()) throw ModelError(0, "the value of --" + std::string(name) + " is missing");
   std::string value = rest_.front();
@@ -44,8 +50,7 @@ std::string ArgumentReader::takeValue(std::string_view name) {
   return value;
 }
 
-bool ArgumentReader::setFlag(std::string_view name) {
-  if (!isFlag(name)) return false;
+void ArgumentReader::setFlag(std::string_view name) {
   if (name == "help") result_.job = PortJob::help;
   if (name == "version") result_.job = PortJob::version;
   if (name == "explain") result_.job = PortJob::explain;
@@ -56,7 +61,6 @@ bool ArgumentReader::setFlag(std::string_view name) {
   if (name == "rows") result_.showsRows = true;
   if (name == "json") result_.isJson = true;
   if (name == "repair") result_.options.repair = true;
-  return true;
 }
 
 void ArgumentReader::setRecord(std::string_view value) {
@@ -67,10 +71,10 @@ void ArgumentReader::setRecord(std::string_view value) {
   const char* const end = value.data() + value.size();
   const auto [stop, error] = std::from_chars(value.data(), end, result_.record);
   if (error != std::errc() || stop != end || result_.record == 0)
-    throw ModelError(0, "\"" + std::string(value) + "\" is no value of --record");
+    throw ModelError(0, inQuotes(value) + " is no value of --record");
 }
 
-bool ArgumentReader::setText(std::string_view name, const std::string& value) {
+void ArgumentReader::setText(std::string_view name, const std::string& value) {
   if (name == "solution")
     result_.solutions.push_back(value);
   else if (name == "output")
@@ -80,18 +84,16 @@ bool ArgumentReader::setText(std::string_view name, const std::string& value) {
   else if (name == "for")
     result_.form = solutionFormOf(value);
   else
-    return setNumberOption(result_.options, name, value);
-  return true;
+    setNumberOption(result_.options, name, value);
 }
 
 void ArgumentReader::readOption(std::string_view option) {
   const std::size_t equals = option.find('=');
   const std::string_view name = option.substr(0, equals);
   const bool hasValue = equals != std::string_view::npos;
-  if (!hasValue && setFlag(name)) return;
-  const std::string value = hasValue ? std::string(option.substr(equals + 1)) : takeValue(name);
-  if (isFlag(name) || !setText(name, value))
-    throw ModelError(0, "there is no option --" + std::string(name));
+  if (!hasValue && isFlag(name)) return setFlag(name);
+  if (!takesValue(name)) throw ModelError(0, "there is no option --" + excerpt(name));
+  setText(name, hasValue ? std::string(option.substr(equals + 1)) : takeValue(name));
 }
 
 PortArguments ArgumentReader::read() {
@@ -103,7 +105,7 @@ PortArguments ArgumentReader::read() {
     else if (argument == "-o")
       result_.output = takeValue("output");
     else if (argument.starts_with('-') && argument != "-")
-      throw ModelError(0, "there is no option " + argument);
+      throw ModelError(0, "there is no option " + excerpt(argument));
     else
       result_.files.push_back(argument);
   }

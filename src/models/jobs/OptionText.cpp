@@ -1,5 +1,7 @@
 #include "models/jobs/OptionText.h"
 
+#include <algorithm>
+#include <array>
 #include <string>
 
 #include "models/text/ModelError.h"
@@ -50,28 +52,50 @@ std::uint64_t sizeOf(std::string_view name, std::string_view value) {
   return static_cast<std::uint64_t>(size);
 }
 
+struct NumberOption {
+  std::string_view name;
+  void (*set)(ImportOptions& options, std::string_view name, std::string_view value);
+};
+
+constexpr std::array<NumberOption, 7> numberOptions{{
+    {"format",
+     [](ImportOptions& options, std::string_view name, std::string_view value) {
+       options.format = formatOfName(value);
+       if (!options.format) refuse(name, value);
+     }},
+    {"infinity",
+     [](ImportOptions& options, std::string_view name, std::string_view value) {
+       options.read.infinity = limitOf(name, value, "none");
+     }},
+    {"integer-upper",
+     [](ImportOptions& options, std::string_view name, std::string_view value) {
+       options.read.integerUpper = limitOf(name, value, "inf");
+     }},
+    {"decimals", [](ImportOptions& options, std::string_view name,
+                    std::string_view value) { options.opt.decimals = decimalsOf(name, value); }},
+    {"integrality",
+     [](ImportOptions& options, std::string_view name, std::string_view value) {
+       options.rounding.integrality = numberOf(name, value);
+     }},
+    {"snap", [](ImportOptions& options, std::string_view name,
+                std::string_view value) { options.rounding.snap = numberOf(name, value); }},
+    {"max-size", [](ImportOptions& options, std::string_view name,
+                    std::string_view value) { options.maxSize = sizeOf(name, value); }},
+}};
+
+const NumberOption* numberOption(std::string_view name) {
+  const auto* const found = std::ranges::find(numberOptions, name, &NumberOption::name);
+  return found == numberOptions.end() ? nullptr : found;
+}
+
 }  // namespace
 
-bool setNumberOption(ImportOptions& options, std::string_view name, std::string_view value) {
-  if (name == "format") {
-    options.format = formatOfName(value);
-    if (!options.format) refuse(name, value);
-  } else if (name == "infinity") {
-    options.read.infinity = limitOf(name, value, "none");
-  } else if (name == "integer-upper") {
-    options.read.integerUpper = limitOf(name, value, "inf");
-  } else if (name == "decimals") {
-    options.opt.decimals = decimalsOf(name, value);
-  } else if (name == "integrality") {
-    options.rounding.integrality = numberOf(name, value);
-  } else if (name == "snap") {
-    options.rounding.snap = numberOf(name, value);
-  } else if (name == "max-size") {
-    options.maxSize = sizeOf(name, value);
-  } else {
-    return false;
-  }
-  return true;
+bool isNumberOption(std::string_view name) {
+  return numberOption(name) != nullptr;
+}
+
+void setNumberOption(ImportOptions& options, std::string_view name, std::string_view value) {
+  numberOption(name)->set(options, name, value);
 }
 
 }  // namespace starsift

@@ -7,9 +7,11 @@
 
 namespace starsift {
 
-/// Sets the option of that name, without its dashes: format, infinity, integer-upper, decimals,
-/// integrality, snap, max-size. False if there is none of that name. ModelError if `value` is no
+/// True for format, infinity, integer-upper, decimals, integrality, snap and max-size.
+bool isNumberOption(std::string_view name);
+
+/// Sets the option of that name, for which isNumberOption() holds. ModelError if `value` is no
 /// value for it.
-bool setNumberOption(ImportOptions& options, std::string_view name, std::string_view value);
+void setNumberOption(ImportOptions& options, std::string_view name, std::string_view value);
 
 }  // namespace starsift
