@@ -346,6 +346,46 @@ TEST(WayBack, WhatSolversFindOfATransformedProblemIsItsOptimum) {
   EXPECT_EQ(records[0].x, report.solutions[0].records[0].point.x);
 }
 
+/// The optimum, 9 at (3, 1), lies on the lower bound of the first row and the upper one of the
+/// second.
+constexpr const char* twoRanges = R"([ inf ]
+[ [ 4 -3 ] ]
+[ ] [ ] [ ]
+[ [ 1 2 ] [ 1 1 ] ] [ 5 1 ] [ 9 4 ]
+[ 0 0 ] [ 0 0 ] [ 4 4 ]
+)";
+
+TEST(WayBack, SolversReadMaximisedProblemsWithRangesAsLp) {
+  const test::ScratchDir folder;
+  const std::string problem = folder.write("p.opt", twoRanges);
+  const std::string model = folder.file("p.lp");
+  exportModel(problem, model, {});
+  const std::vector<std::string> solutions{folder.file("glpk"), folder.file("cbc")};
+  const std::string command = "glpsol --lp " + model + " -o " + solutions[0] +
+                              " >/dev/null 2>&1 && cbc " + model + " solve solution " +
+                              solutions[1] + " >/dev/null 2>&1";
+  ASSERT_EQ(std::system(command.c_str()), 0);
+  const JobReport report = importSolutions(problem, solutions, {});
+  for (const SolutionReport& solution : report.solutions) {
+    ASSERT_EQ(solution.records.size(), 1U) << solution.path;
+    EXPECT_EQ(solution.records[0].point.x, (std::vector<QQ>{QQ(3), QQ(1)})) << solution.path;
+  }
+}
+
+TEST(WayBack, CbcReadsMaximisedProblemsAsMpsIfItIsToldSo) {
+  const test::ScratchDir folder;
+  const std::string problem = folder.write("p.opt", twoRanges);
+  const std::string model = folder.file("p.mps");
+  const std::string found = folder.file("found");
+  exportModel(problem, model, {});
+  const std::string command = "cbc " + model + " max solve solution " + found + " >/dev/null 2>&1";
+  ASSERT_EQ(std::system(command.c_str()), 0);
+  const JobReport report = importSolutions(problem, {found}, {});
+  ASSERT_EQ(report.solutions.size(), 1U);
+  ASSERT_EQ(report.solutions[0].records.size(), 1U);
+  EXPECT_EQ(report.solutions[0].records[0].point.x, (std::vector<QQ>{QQ(3), QQ(1)}));
+}
+
 constexpr const char* packing = R"(Maximize
  value: 4 a + 5 b + 6 c + 3 d
 Subject To

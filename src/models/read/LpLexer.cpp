@@ -134,7 +134,9 @@ LpToken LpLexer::take() {
 void LpLexer::skipBlanks() {
   while (!rest_.empty()) {
     if (rest_.front() == '\\') {
-      rest_.remove_prefix(std::min(rest_.find('\n'), rest_.size()));
+      const std::size_t end = std::min(rest_.find('\n'), rest_.size());
+      comment_ = {rest_.substr(1, end - 1), line_};
+      rest_.remove_prefix(end);
     } else if (rest_.front() == '\n') {
       ++line_;
       isLineStart_ = true;

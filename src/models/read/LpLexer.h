@@ -50,6 +50,13 @@ struct LpToken {
   NumberForm number;
 };
 
+struct LpComment {
+  /// Without the backslash.
+  std::string_view text;
+  /// 0 if there is no comment.
+  std::size_t line = 0;
+};
+
 /// True if the text is read as one name wherever a name may stand: it has no operators and blanks,
 /// isn't a keyword, "free" or infinity, and doesn't begin as a number does.
 bool isLpName(std::string_view text);
@@ -64,6 +71,8 @@ class LpLexer {
   /// The token behind peek().
   const LpToken& peekNext() const { return next_; }
   LpToken take();
+  /// The last comment before peekNext().
+  const LpComment& lastComment() const { return comment_; }
 
  private:
   LpToken scan();
@@ -72,6 +81,7 @@ class LpLexer {
   bool scanSign(LpToken& token);
 
   std::string_view rest_;
+  LpComment comment_;
   std::size_t line_ = 1;
   bool isLineStart_ = true;
   LpToken current_;

@@ -33,6 +33,14 @@ struct Side {
   bool hasColumns() const { return !terms.columns.empty(); }
 };
 
+/// The label of a row, empty if it has none, and the line on which the row begins.
+struct RowLabel {
+  std::string text;
+  std::size_t line = 0;
+  /// True if a comment says that the row is the lower bound of the row before.
+  bool isLowerBound = false;
+};
+
 class LpReader {
  public:
   LpReader(std::string_view text, const ReadOptions& options)
@@ -46,14 +54,17 @@ class LpReader {
   void readRows();
   void readRow();
   std::string takeLabel();
+  RowLabel takeRowLabel();
+  /// True for a row "few_lower" behind a row "few" and a comment "\ range: few few_lower", by which
+  /// lpText() writes rows with two bounds.
+  bool isAnnounced(std::string_view label) const;
   Side readSide(bool endsWithLine);
   /// False if no further term follows. A number that `endsWithLine` isn't the factor of a name
   /// on the next line: that begins another row.
   bool readTerm(Side& side, bool endsWithLine);
   int takeSigns();
-  void addRow(std::string label, Side left, LpTokenKind relation, Side right);
-  void addRange(std::string label, const Side& lower, LpTokenKind relation, Side middle,
-                std::size_t line);
+  void addRow(RowLabel label, Side left, LpTokenKind relation, Side right);
+  void addRange(RowLabel label, const Side& lower, LpTokenKind relation, Side middle);
   void readBounds();
   void readBound();
   bool beginsValue() const;
@@ -67,9 +78,7 @@ class LpReader {
   RowBuilder builder_;
   LpBounds bounds_;
   NumberReader numbers_;
-  /// Empty for a row without a label.
-  std::vector<std::string> labels_;
-  std::vector<std::size_t> labelLines_;
+  std::vector<RowLabel> labels_;
 };
 
 void LpReader::refuse(const LpToken& token) const {
@@ -141,6 +150,23 @@ std::string LpReader::takeLabel() {
   return label;
 }
 
+bool LpReader::isAnnounced(std::string_view label) const {
+  if (label.empty() || labels_.empty() || builder_.model.senses.back() != RowSense::less)
+    return false;
+  std::string_view comment = lexer_.lastComment().text;
+  // A comment before the row is another one, such as the name of the model.
+  return lexer_.lastComment().line > labels_.back().line && takeWord(comment) == "range:" &&
+         takeWord(comment) == labels_.back().text && takeWord(comment) == label &&
+         trimmed(comment).empty();
+}
+
+RowLabel LpReader::takeRowLabel() {
+  const std::size_t line = lexer_.peek().line;
+  std::string text = takeLabel();
+  const bool isLowerBound = isAnnounced(text);
+  return {std::move(text), line, isLowerBound};
+}
+
 void LpReader::readObjective(const LpToken& keyword) {
   Objective& objective = builder_.model.objective;
   if (objective.exists) throw ModelError(keyword.line, "there are two objectives");
@@ -155,7 +181,7 @@ void LpReader::readObjective(const LpToken& keyword) {
   builder_.setObjective(std::move(side.terms));
 }
 
-void LpReader::addRow(std::string label, Side left, LpTokenKind relation, Side right) {
+void LpReader::addRow(RowLabel label, Side left, LpTokenKind relation, Side right) {
   if (!left.hasColumns() && right.hasColumns()) {
     std::swap(left, right);
     relation = flipped(relation);
@@ -170,43 +196,42 @@ void LpReader::addRow(std::string label, Side left, LpTokenKind relation, Side r
   const RowSense sense = relation == LpTokenKind::equal  ? RowSense::equal
                          : relation == LpTokenKind::less ? RowSense::less
                                                          : RowSense::greater;
+  if (label.isLowerBound && sense == RowSense::greater && builder_.addLowerBound(terms, side))
+    return;
   builder_.addRow(std::move(terms), sense, sense == RowSense::less ? -QQ::infinity() : side,
                   sense == RowSense::greater ? QQ::infinity() : side);
   labels_.push_back(std::move(label));
 }
 
-void LpReader::addRange(std::string label, const Side& lower, LpTokenKind relation, Side middle,
-                        std::size_t line) {
+void LpReader::addRange(RowLabel label, const Side& lower, LpTokenKind relation, Side middle) {
   const LpToken second = lexer_.take();
   const Side upper = readSide(true);
   if (lower.hasColumns() || upper.hasColumns() || lower.isEmpty || upper.isEmpty)
-    throw ModelError(line, "a row between two bounds has a number on either side");
+    throw ModelError(label.line, "a row between two bounds has a number on either side");
   if (second.kind != relation || relation == LpTokenKind::equal)
     throw ModelError(second.line, "the two relations of a row point to the same side");
   QQ least = lower.terms.constant - middle.terms.constant;
   QQ most = upper.terms.constant - middle.terms.constant;
   if (relation == LpTokenKind::greater) std::swap(least, most);
   if (least > most)
-    throw ModelError(
-        line, "the row has no value: lower " + numberText(least) + " > upper " + numberText(most));
+    throw ModelError(label.line, "the row has no value: lower " + numberText(least) + " > upper " +
+                                     numberText(most));
   builder_.addRow(std::move(middle.terms), RowSense::ranged, std::move(least), std::move(most));
   labels_.push_back(std::move(label));
 }
 
 void LpReader::readRow() {
-  const std::size_t line = lexer_.peek().line;
-  std::string label = takeLabel();
-  const bool hasLabel = !label.empty();
+  RowLabel label = takeRowLabel();
+  const bool hasLabel = !label.text.empty();
   Side left = readSide(false);
   const LpToken relation = lexer_.peek();
   if (!isRelation(relation.kind)) refuse(relation);
   if (left.isEmpty && !hasLabel) refuse(relation);
   lexer_.take();
-  labelLines_.push_back(line);
   Side right = readSide(left.hasColumns() || left.isEmpty);
   if (right.isEmpty) refuse(lexer_.peek());
   if (isRelation(lexer_.peek().kind))
-    return addRange(std::move(label), left, relation.kind, std::move(right), line);
+    return addRange(std::move(label), left, relation.kind, std::move(right));
   addRow(std::move(label), std::move(left), relation.kind, std::move(right));
 }
 
@@ -302,10 +327,11 @@ void LpReader::nameRows() {
   NameTable names;
   NameTable labels;
   for (std::size_t i = 0; i < labels_.size(); ++i)
-    if (!labels_[i].empty() && !labels.add(labels_[i]).isNew)
-      throw ModelError(labelLines_[i], "the row " + inQuotes(labels_[i]) + " comes a second time");
+    if (!labels_[i].text.empty() && !labels.add(labels_[i].text).isNew)
+      throw ModelError(labels_[i].line,
+                       "the row " + inQuotes(labels_[i].text) + " comes a second time");
   for (std::size_t i = 0; i < labels_.size(); ++i) {
-    std::string name = labels_[i];
+    std::string name = labels_[i].text;
     if (name.empty()) {
       name = "R" + std::to_string(i + 1);
       while (labels.find(name)) name += '_';

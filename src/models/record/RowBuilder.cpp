@@ -55,6 +55,25 @@ void RowBuilder::addRow(LinearTerms terms, RowSense sense, QQ lower, QQ upper) {
   model.rowUpper.push_back(std::move(upper));
 }
 
+bool RowBuilder::hasTermsOfLastRow(const LinearTerms& terms) const {
+  std::size_t entry = rowEnds_.size() < 2 ? 0 : rowEnds_[rowEnds_.size() - 2];
+  for (std::size_t k = 0; k < terms.columns.size(); ++k) {
+    if (terms.coefficients[k].isZero()) continue;
+    if (entry == entryColumns_.size() || entryColumns_[entry] != terms.columns[k] ||
+        entryValues_[entry] != terms.coefficients[k])
+      return false;
+    ++entry;
+  }
+  return entry == entryColumns_.size();
+}
+
+bool RowBuilder::addLowerBound(const LinearTerms& terms, const QQ& lower) {
+  if (lower > model.rowUpper.back() || !hasTermsOfLastRow(terms)) return false;
+  model.senses.back() = RowSense::ranged;
+  model.rowLower.back() = lower;
+  return true;
+}
+
 void RowBuilder::finish(NameTable rowNames) {
   model.rowNames = std::move(rowNames);
   model.columnStart.assign(model.columnCount() + 1, 0);

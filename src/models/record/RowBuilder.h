@@ -35,6 +35,9 @@ class RowBuilder {
   void setObjective(LinearTerms terms);
   /// Adds a row with these terms, whose constant is dropped; its name is given in finish().
   void addRow(LinearTerms terms, RowSense sense, QQ lower, QQ upper);
+  /// Gives the last row, whose sense is `less`, a lower bound too if these are its terms in their
+  /// order. False if they aren't, or if no value would be left; nothing has changed then.
+  bool addLowerBound(const LinearTerms& terms, const QQ& lower);
 
   /// Sorts the entries by columns. `rowNames` has one name per row.
   void finish(NameTable rowNames);
@@ -42,6 +45,8 @@ class RowBuilder {
   Model model;
 
  private:
+  bool hasTermsOfLastRow(const LinearTerms& terms) const;
+
   /// Position + 1 of each column in the terms that are being collected, 0 if it isn't there.
   std::vector<std::size_t> positions_;
   std::vector<std::size_t> rowEnds_;

@@ -23,6 +23,9 @@ class LpWriter {
  private:
   void writeObjective();
   void writeRow(std::size_t i);
+  void writeRow(std::size_t i, std::string_view name, RowSense sense);
+  /// A name for the lower bound of a row with two, which no other row has.
+  std::string lowerName(std::size_t i);
   void writeBounds();
   void writeBoundsOf(std::size_t j);
   void writeKinds(std::string_view keyword, ColumnKind kind);
@@ -37,6 +40,7 @@ class LpWriter {
   const Model& model_;
   const WritableNames& names_;
   RowView view_;
+  NameTable lowerNames_;
   std::string text_;
   std::size_t lineBegin_ = 0;
 };
@@ -95,14 +99,28 @@ void LpWriter::writeObjective() {
   text_ += '\n';
 }
 
+std::string LpWriter::lowerName(std::size_t i) {
+  std::string name(names_.rows[i]);
+  name += "_lower";
+  while (names_.rows.find(name) || name == names_.objective || !lowerNames_.add(name).isNew)
+    name += '_';
+  return name;
+}
+
 void LpWriter::writeRow(std::size_t i) {
+  if (model_.senses[i] != RowSense::ranged) return writeRow(i, names_.rows[i], model_.senses[i]);
+  // GLPK refuses "1 <= x + y <= 3", and CBC takes it for another row without a word.
+  const std::string lower = lowerName(i);
+  writeRow(i, names_.rows[i], RowSense::less);
+  // The reader joins the two rows by this line.
+  (((text_ += "\\ range: ") += names_.rows[i]) += ' ') += lower;
+  text_ += '\n';
+  writeRow(i, lower, RowSense::greater);
+}
+
+void LpWriter::writeRow(std::size_t i, std::string_view name, RowSense sense) {
   beginLine(" ");
-  ((text_ += names_.rows[i]) += ':');
-  if (model_.senses[i] == RowSense::ranged) {
-    text_ += ' ';
-    appendNumber(text_, model_.rowLower[i]);
-    text_ += " <=";
-  }
+  ((text_ += name) += ':');
   for (std::size_t k = view_.start[i]; k < view_.start[i + 1]; ++k)
     addTerm(model_.entryValues[view_.entries[k]], names_.columns[view_.columns[k]]);
   if (view_.start[i] == view_.start[i + 1]) {
@@ -111,7 +129,6 @@ void LpWriter::writeRow(std::size_t i) {
     else
       text_ += " 0";
   }
-  const RowSense sense = model_.senses[i];
   text_ += sense == RowSense::equal ? " = " : sense == RowSense::greater ? " >= " : " <= ";
   appendNumber(text_, sense == RowSense::greater ? model_.rowLower[i] : model_.rowUpper[i]);
   text_ += '\n';
