@@ -49,6 +49,12 @@ class [[gnu::visibility("default")]] Error : public std::runtime_error {
 /// The way of the library to what its objects hold.
 class Inside;
 
+/// Tells its digits as the classes of GMP do: mpz_class, mpq_class.
+template <class Value>
+concept GmpNumber = requires(const Value& value) {
+  { value.get_str(10) } -> std::convertible_to<std::string>;
+};
+
 /// An exact rational number, or one of the two infinities. A value.
 class [[gnu::visibility("default")]] Number {
  public:
@@ -72,13 +78,17 @@ class [[gnu::visibility("default")]] Number {
   Number(const char* text) : Number(std::string_view(text)) {}         // NOLINT
   Number(const std::string& text) : Number(std::string_view(text)) {}  // NOLINT
 
-  /// What tells its digits as the classes of GMP do: mpz_class, mpq_class.
-  template <class Gmp>
-  requires requires(const Gmp& value) {
-    { value.get_str(10) } -> std::convertible_to<std::string>;
-  }
+  template <GmpNumber Gmp>
   Number(const Gmp& value)  // NOLINT(google-explicit-constructor)
       : Number(std::string_view(value.get_str(10))) {}
+
+  /// An expression of them: -a, a + b. Its value is of the same template with one argument twice,
+  /// which other templates may not bear; those of GMP are known by their precision.
+  template <template <class, class> class Expression, class Value, class Operation>
+  requires(requires(const Expression<Value, Operation>& expression) { expression.get_prec(); } &&
+           !std::same_as<Value, Operation> && GmpNumber<Expression<Value, Value>>)
+      Number(const Expression<Value, Operation>& expression)  // NOLINT(google-explicit-constructor)
+      : Number(Expression<Value, Value>(expression)) {}
 
   /// A binary fraction is seldom what was meant: write the text.
   template <std::floating_point Real>

@@ -6,6 +6,8 @@
 #include <limits>
 #include <string>
 #include <type_traits>
+#include <utility>
+#include <vector>
 
 #include "LibraryErrors.h"
 
@@ -38,6 +40,23 @@ TEST(LibraryNumber, ComesFromTheClassesOfGmp) {
   const mpz_class integer("123456789012345678901");
   EXPECT_EQ(Number(integer).text(), "123456789012345678901");
   EXPECT_EQ(Number(mpq_class(integer, 2)).text(), "123456789012345678901/2");
+}
+
+TEST(LibraryNumber, ComesFromTheExpressionsOfGmp) {
+  const mpz_class hundred(100);
+  const mpq_class half(1, 2);
+  EXPECT_EQ(Number(-hundred), Number(-100));
+  EXPECT_EQ(Number(abs(-hundred) * 3 + hundred), Number(400));
+  EXPECT_EQ(Number(hundred * half / 3), Number("50/3"));
+  const Row row{hundred - 1, -half};
+  EXPECT_EQ(row.terms()[1].coefficient, Number("-1/2"));
+}
+
+TEST(LibraryNumber, ComesFromNoOtherClassOfTwoArguments) {
+  EXPECT_FALSE((std::is_constructible_v<Number, std::vector<int>>));
+  EXPECT_FALSE((std::is_constructible_v<Number, std::pair<int, int>>));
+  EXPECT_FALSE((std::is_constructible_v<Number, mpf_class>));
+  EXPECT_FALSE((std::is_constructible_v<Number, decltype(-mpf_class())>));
 }
 
 TEST(LibraryNumber, IsNoBinaryFractionAndNoCharacter) {
