@@ -114,6 +114,28 @@ def _list(values: Iterable) -> list:
     return list(values)
 
 
+def _whole(what: str, value: Any) -> int:
+    """An integer of any type.
+
+    >>> _whole("seconds", 1.5)
+    Traceback (most recent call last):
+    ...
+    TypeError: seconds: an integer, not 1.5
+    """
+    try:
+        return operator.index(value)
+    except TypeError:
+        raise TypeError(f"{what}: an integer, not {value!r}") from None
+
+
+def _index(kind: str, value: Any) -> int:
+    """An index that the library can look at: it says of those that are too large what they are in."""
+    index = _whole(f"the index of a {kind}", value)
+    if not 0 <= index <= sys.maxsize:
+        raise Error(f"there is no {kind} {index}")
+    return index
+
+
 def _number(text: int | str) -> Any:
     """An int, a Fraction, or an infinity, of what the extension module gives.
 
@@ -429,11 +451,11 @@ class Problem:
 
     def variable_name(self, variable: int) -> str:
         """The name given, or x1, x2, ..."""
-        return self._inner.variable_name(variable)
+        return self._inner.variable_name(_index("variable", variable))
 
     def row_name(self, row: int) -> str:
         """The name given, or g1, g2, ... for equations and congruences, u1, u2, ... for ranges."""
-        return self._inner.row_name(row)
+        return self._inner.row_name(_index("row", row))
 
     def check(self, points: Iterable[Iterable[Number]]) -> list[Verdict]:
         """The exact verdict on each point.
@@ -530,7 +552,7 @@ class Problem:
 
     def _terms(self, row: Any) -> list[tuple[int, str]]:
         if isinstance(row, Mapping):
-            return [(operator.index(j), _text(value)) for j, value in row.items()]
+            return [(_index("variable", j), _text(value)) for j, value in row.items()]
         values = _list(row)
         if len(values) != self.variable_count:
             raise Error(f"{len(values)} coefficients for {self.variable_count} variables")

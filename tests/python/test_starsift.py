@@ -192,6 +192,19 @@ class Problems(unittest.TestCase):
         with self.assertRaisesRegex(starsift.Error, "lists of different lengths: Ag 2, bg 1, qg 1"):
             starsift.Problem(lower=[0, 0], upper=[1, 1], Ag=[[1, 1], [1, 2]], bg=[1])
 
+    def test_there_is_no_variable_or_row_before_the_first(self):
+        problem = sums_to(4)
+        for index in (-1, -(2**70), 2**70):
+            for call in (problem.variable_name, lambda index: problem.add_equation({index: 1}, 3)):
+                with self.subTest(index=index), self.assertRaisesRegex(starsift.Error, f"^there is no variable {index}$"):
+                    call(index)
+            with self.subTest(index=index), self.assertRaisesRegex(starsift.Error, f"^there is no row {index}$"):
+                problem.row_name(index)
+        with self.assertRaisesRegex(starsift.Error, "^row g2: there is no variable 2$"):
+            problem.add_equation({2: 1}, 3)
+        with self.assertRaisesRegex(TypeError, "^the index of a variable: an integer, not 'tea'$"):
+            problem.add_equation({"tea": 1}, 3)
+
     def test_copies_are_their_own(self):
         problem = sums_to(4)
         for copied in (copy.copy(problem), copy.deepcopy(problem)):
