@@ -15,7 +15,9 @@ text such as ``"1/3"``, ``"0.1"`` and ``"inf"``; they come out as ``int`` or ``F
 from __future__ import annotations
 
 import html
+import itertools
 import math
+import numbers
 import operator
 import os
 import sys
@@ -111,7 +113,16 @@ def _list(values: Iterable) -> list:
     """The entries of a row or point. A text has some too, but isn't meant so."""
     if isinstance(values, (str, bytes)):
         raise TypeError(f"a list of numbers, not the text {values!r}")
+    if isinstance(values, numbers.Number):
+        raise TypeError(f"a list of numbers, not {values!r} alone")
     return list(values)
+
+
+def _rows(name: str, matrix: Iterable) -> list:
+    rows = _list(matrix)
+    if any(isinstance(row, numbers.Number) for row in rows):
+        raise TypeError(f"{name} is a list of rows, not of numbers: {name}=[[1, 2]] has one row")
+    return rows
 
 
 def _whole(what: str, value: Any) -> int:
@@ -134,6 +145,12 @@ def _index(kind: str, value: Any) -> int:
     if not 0 <= index <= sys.maxsize:
         raise Error(f"there is no {kind} {index}")
     return index
+
+
+def _name(value: Any) -> str:
+    if not isinstance(value, str):
+        raise TypeError(f"a name is a text, not {value!r}")
+    return value
 
 
 def _number(text: int | str) -> Any:
@@ -373,18 +390,17 @@ class Problem:
     ) -> None:
         self._inner = _starsift.Problem()
         lower, upper = _list(lower), _list(upper)
-        places = [0] * len(lower) if decimals is None else [operator.index(d) for d in decimals]
-        called = [""] * len(lower) if names is None else list(names)
+        places = itertools.repeat(0) if decimals is None else _list(decimals)
+        called = itertools.repeat("") if names is None else list(names)
         for bounds in _together(lower=lower, upper=upper, names=called, decimals=places):
             self.add_variable(bounds[0], bounds[1], name=bounds[2], decimals=bounds[3])
-        Ag, bg = _list(Ag), _list(bg)
-        moduli = [0] * len(bg) if qg is None else _list(qg)
-        for row, value, modulus in _together(Ag=Ag, bg=bg, qg=moduli):
+        moduli = itertools.repeat(0) if qg is None else _list(qg)
+        for row, value, modulus in _together(Ag=_rows("Ag", Ag), bg=_list(bg), qg=moduli):
             if _is_zero(modulus):
                 self.add_equation(row, value)
             else:
                 self.add_congruence(row, value, modulus)
-        for row, least, most in _together(Au=_list(Au), lu=_list(lu), ru=_list(ru)):
+        for row, least, most in _together(Au=_rows("Au", Au), lu=_list(lu), ru=_list(ru)):
             self.add_range(row, least, most)
         if maximise is not None:
             self.maximise(maximise)
@@ -406,21 +422,21 @@ class Problem:
         self, lower: Number = 0, upper: Number = math.inf, *, name: str = "", decimals: int = 0
     ) -> int:
         """Adds a variable with its bounds, in steps of 10**-decimals."""
-        return self._inner.add_variable(_text(lower), _text(upper), name, decimals)
+        return self._inner.add_variable(_text(lower), _text(upper), _name(name), _whole("decimals", decimals))
 
     def add_equation(self, row: Any, value: Number, *, name: str = "") -> int:
         """Adds ``row x = value``."""
-        return self._inner.add_equation(self._terms(row), _text(value), name)
+        return self._inner.add_equation(self._terms(row), _text(value), _name(name))
 
     def add_congruence(self, row: Any, value: Number, modulus: Number, *, name: str = "") -> int:
         """Adds ``row x = value`` modulo ``modulus``."""
-        return self._inner.add_congruence(self._terms(row), _text(value), _text(modulus), name)
+        return self._inner.add_congruence(self._terms(row), _text(value), _text(modulus), _name(name))
 
     def add_range(
         self, row: Any, lower: Number = -math.inf, upper: Number = math.inf, *, name: str = ""
     ) -> int:
         """Adds ``lower <= row x <= upper``; one of them may be infinite."""
-        return self._inner.add_range(self._terms(row), _text(lower), _text(upper), name)
+        return self._inner.add_range(self._terms(row), _text(lower), _text(upper), _name(name))
 
     def maximise(self, target: Any) -> int:
         """Adds a target that should be large."""
@@ -571,8 +587,9 @@ def _is_zero(value: Any) -> bool:
         return False
 
 
-def _together(**columns: Sequence) -> Iterable[tuple]:
-    lengths = {name: len(column) for name, column in columns.items()}
+def _together(**columns: Iterable) -> Iterable[tuple]:
+    """Columns that aren't lists repeat what holds where none is given."""
+    lengths = {name: len(column) for name, column in columns.items() if isinstance(column, list)}
     if len(set(lengths.values())) > 1:
         told = ", ".join(f"{name} {length}" for name, length in lengths.items())
         raise Error(f"lists of different lengths: {told}")

@@ -188,9 +188,32 @@ class Problems(unittest.TestCase):
             with self.subTest(modulus=wrong), self.assertRaises(starsift.Error):
                 self.modulo(wrong)
 
-    def test_lists_of_different_lengths(self):
-        with self.assertRaisesRegex(starsift.Error, "lists of different lengths: Ag 2, bg 1, qg 1"):
-            starsift.Problem(lower=[0, 0], upper=[1, 1], Ag=[[1, 1], [1, 2]], bg=[1])
+    def test_lists_of_different_lengths_are_told_if_they_were_given(self):
+        rows = {"lower": [0, 0], "upper": [1, 1], "Ag": [[1, 1], [1, 2]]}
+        for told, given in (
+            ("lower 2, upper 1", {"lower": [0, 0], "upper": [1]}),
+            ("lower 1, upper 1, decimals 2", {"lower": [0], "upper": [1], "decimals": [0, 1]}),
+            ("lower 1, upper 1, names 0", {"lower": [0], "upper": [1], "names": []}),
+            ("Ag 2, bg 1", rows | {"bg": [1]}),
+            ("Ag 2, bg 2, qg 1", rows | {"bg": [1, 1], "qg": [2]}),
+        ):
+            with self.subTest(told), self.assertRaisesRegex(starsift.Error, f"^lists of different lengths: {told}$"):
+                starsift.Problem(**given)
+
+    def test_a_matrix_is_a_list_of_rows(self):
+        for flat in ([1, 2], numpy.array([1, 2]), [Fraction(1), decimal.Decimal(2)], [[1, 2], 3]):
+            with self.subTest(flat=flat), self.assertRaisesRegex(TypeError, "^Ag is a list of rows, not of numbers: "):
+                starsift.Problem(lower=[0, 0], upper=[1, 1], Ag=flat, bg=[1])
+        with self.assertRaisesRegex(TypeError, "^Au is a list of rows, not of numbers: "):
+            starsift.Problem(lower=[0, 0], upper=[1, 1], Au=[1, 2], lu=[1], ru=[2])
+
+    def test_a_row_is_no_number_and_a_name_is_none_either(self):
+        with self.assertRaisesRegex(TypeError, "^a list of numbers, not 5 alone$"):
+            sums_to(4).add_equation(5, 3)
+        with self.assertRaisesRegex(TypeError, "^a name is a text, not 5$"):
+            sums_to(4).add_equation([1, 1], 3, name=5)
+        with self.assertRaisesRegex(TypeError, "^decimals: an integer, not 0.5$"):
+            sums_to(4).add_variable(0, 1, decimals=0.5)
 
     def test_there_is_no_variable_or_row_before_the_first(self):
         problem = sums_to(4)
