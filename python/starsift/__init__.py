@@ -55,24 +55,33 @@ def _text(value: Any) -> str:
         return value
     if isinstance(value, bool) or type(value).__name__ in ("bool_", "bool"):
         raise TypeError("a truth value is not a number")
-    if isinstance(value, Fraction):
-        return f"{_digits(value.numerator)}/{_digits(value.denominator)}"
     try:
         return _digits(operator.index(value))
     except TypeError:
         pass
-    if isinstance(value, Decimal) and value.is_nan():
-        raise ValueError("nan is not a number")
-    if isinstance(value, Decimal) and value.is_finite():
-        return str(value)
-    if isinstance(value, (float, Decimal)):
-        if value in (math.inf, -math.inf):
-            return "inf" if value > 0 else "-inf"
-        if value != value:
-            raise ValueError("nan is not a number")
-        _warn_of_floats()
-        return _text(Fraction(value))
-    raise TypeError(f"not an exact number: {value!r}")
+    if isinstance(value, numbers.Rational):
+        return f"{_digits(int(value.numerator))}/{_digits(int(value.denominator))}"
+    if not isinstance(value, (Decimal, numbers.Real)):
+        raise TypeError(f"not an exact number: {value!r}")
+    if _is_nan(value):
+        raise Error("nan is not a number")
+    if value in (math.inf, -math.inf):
+        return "inf" if value > 0 else "-inf"
+    return str(value) if isinstance(value, Decimal) else _float_text(value)
+
+
+def _is_nan(value: Decimal | numbers.Real) -> bool:
+    return value.is_nan() if isinstance(value, Decimal) else value != value
+
+
+def _float_text(value: numbers.Real) -> str:
+    """Of a float of any width: one that is wider than that of Python tells its ratio itself."""
+    given = value if hasattr(value, "as_integer_ratio") else float(value)
+    if given != value:
+        raise TypeError(f"not an exact number: {value!r}")
+    numerator, denominator = given.as_integer_ratio()
+    _warn_of_floats()
+    return f"{_digits(numerator)}/{_digits(denominator)}"
 
 
 #: Python refuses to read or write longer integers as text, but Decimal doesn't.
@@ -145,6 +154,19 @@ def _index(kind: str, value: Any) -> int:
     if not 0 <= index <= sys.maxsize:
         raise Error(f"there is no {kind} {index}")
     return index
+
+
+def _seconds(limit: Any) -> int:
+    """A limit in whole seconds, none of which is cut off.
+
+    >>> _seconds(60), _seconds(0.5), _seconds(Fraction(7, 2))
+    (60, 1, 4)
+    """
+    if isinstance(limit, bool) or not isinstance(limit, (Decimal, numbers.Real)):
+        raise TypeError(f"time is a number of seconds, not {limit!r}")
+    if _is_nan(limit) or not 0 <= limit < math.inf:
+        raise Error(f"time is a finite number of seconds from 0 on, not {limit}")
+    return math.ceil(limit)
 
 
 def _name(value: Any) -> str:
@@ -330,10 +352,16 @@ def _verdict(given: _starsift.Verdict) -> Verdict:
 
 
 def _given(solutions: Iterable[Solution]) -> list[_starsift.Solution]:
-    return [
-        _starsift.Solution([_text(value) for value in s.x], s.seconds, s.parameters, s.version)
-        for s in solutions
-    ]
+    return [_record(solution) for solution in solutions]
+
+
+def _record(solution: Solution) -> _starsift.Solution:
+    if not isinstance(solution, Solution):
+        raise TypeError(f"a Solution, not {solution!r}")
+    return _starsift.Solution(
+        [_text(value) for value in _list(solution.x)], _whole("seconds", solution.seconds),
+        solution.parameters, solution.version,
+    )
 
 
 def _result(given: _starsift.Result, history: list[Progress]) -> Result:
@@ -484,7 +512,7 @@ class Problem:
         return [_verdict(verdict) for verdict in self._inner.check(given, _text)]
 
     def search(
-        self, *, time: int | None = None,
+        self, *, time: float | Fraction | Decimal | None = None,
         known: Iterable[Solution] = (),
         on_solution: Callable[[Solution], object] | None = None,
         on_progress: Callable[[Progress], object] | None = None, **options: Any,
@@ -492,7 +520,8 @@ class Problem:
         """Searches for solutions, as the command starseek does.
 
         Options have the names of the command: ``sol=0`` asks for all solutions, ``sol=5`` for five;
-        without it the best is looked for if there is a target. ``time`` is a limit in seconds.
+        without it the best is looked for if there is a target. ``time`` is a limit in
+        seconds, rounded up to whole ones; 0 is none.
         ``known`` are solutions of an earlier search or of a file: the right ones are among those of
         the result, and a best one is looked for among the better ones.
         ``on_solution`` is called for each new solution, ``on_progress`` some times a second; an
@@ -507,7 +536,7 @@ class Problem:
         'all found'
         """
         if time is not None:
-            options["rtime"] = operator.index(time)
+            options["rtime"] = _seconds(time)
         told = None if on_solution is None else lambda solution: on_solution(_solution(solution))
         history = _History()
 

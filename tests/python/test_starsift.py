@@ -4,6 +4,7 @@ import copy
 import decimal
 import doctest
 import math
+import numbers
 import os
 import pathlib
 import re
@@ -133,10 +134,46 @@ class Numbers(unittest.TestCase):
             warnings.simplefilter("error")
             self.assertNotEqual(self.row_of(0.1), "[ [ 0.1 ]")
 
+    def test_floats_of_every_width_are_exact(self):
+        for real in (numpy.float16, numpy.float32, numpy.float64, numpy.longdouble):
+            with self.subTest(real=real):
+                self.assertEqual(self.row_of(real(-0.75)), "[ [ -0.75 ]")
+                self.assertEqual(starsift._text(real("-inf")), "-inf")
+        wide = 1 + numpy.finfo(numpy.longdouble).eps
+        self.assertNotEqual(float(wide), wide)
+        self.assertEqual(Fraction(starsift._text(wide)), Fraction(*wide.as_integer_ratio()))
+
+    def test_other_reals_are_taken_where_a_float_holds_them(self):
+        class Real:
+            def __init__(self, value):
+                self.value = value
+
+            def __float__(self):
+                return float(self.value)
+
+            def __eq__(self, other):
+                return self.value == (other.value if isinstance(other, Real) else other)
+
+        numbers.Real.register(Real)
+        self.assertEqual(self.row_of(Real(Fraction(3, 4))), "[ [ 0.75 ]")
+        with self.assertRaisesRegex(TypeError, "^not an exact number: "):
+            self.row_of(Real(Fraction(1, 3)))
+
+    def test_numbers_of_wrong_value(self):
+        nans = (math.nan, numpy.float32("nan"), decimal.Decimal("nan"), decimal.Decimal("sNaN"))
+        for value in nans:
+            with self.subTest(value=value), self.assertRaisesRegex(starsift.Error, "^nan is not a number$"):
+                self.row_of(value)
+        for value in ("x", decimal.Decimal("1e2000000")):
+            with self.subTest(value=value), self.assertRaises(starsift.Error):
+                self.row_of(value)
+
     def test_what_is_no_number(self):
-        nans = (math.nan, decimal.Decimal("nan"), decimal.Decimal("sNaN"))
-        for value in (True, numpy.bool_(True), None, "x", [1], decimal.Decimal("1e2000000"), *nans):
-            with self.subTest(value=value), self.assertRaises((TypeError, ValueError)):
+        for value in (None, 1j, numpy.complex64(1), [1]):
+            with self.subTest(value=value), self.assertRaisesRegex(TypeError, "^not an exact number: "):
+                self.row_of(value)
+        for value in (True, numpy.bool_(True)):
+            with self.subTest(value=value), self.assertRaisesRegex(TypeError, "^a truth value is not a number$"):
                 self.row_of(value)
 
     def test_a_text_is_no_list(self):
@@ -336,6 +373,26 @@ class Searches(unittest.TestCase):
             {"target norm": 0, "slack norm": 0, "x1": 0, "x2": 1},
             {"target norm": 0, "slack norm": 0, "x1": 2, "x2": 0},
         ])
+
+    def test_a_limit_of_any_real_number_of_seconds(self):
+        self.assertEqual(split(7, 60).search(prove=False, threads=1, time=0.5).end, "time")
+        for limit in (0.5, Fraction(1, 2), decimal.Decimal("0.5"), numpy.float32(0.5), numpy.int64(1)):
+            with self.subTest(limit=limit):
+                self.assertEqual(starsift._seconds(limit), 1)
+        for wrong in (-1, -0.5, math.nan, math.inf, decimal.Decimal("sNaN")):
+            with self.subTest(wrong=wrong), self.assertRaisesRegex(starsift.Error, "^time is a finite number of seconds"):
+                sums_to(4).search(time=wrong)
+        for wrong in ("60", True, 1j, [1]):
+            with self.subTest(wrong=wrong), self.assertRaisesRegex(TypeError, "^time is a number of seconds, not "):
+                sums_to(4).search(time=wrong)
+
+    def test_a_list_is_no_solution(self):
+        problem = sums_to(4)
+        for call in (problem.to_sol, lambda given: problem.search(known=given)):
+            with self.assertRaisesRegex(TypeError, r"^a Solution, not \[3, 2\]$"):
+                call([[3, 2]])
+        with self.assertRaisesRegex(TypeError, "^seconds: an integer, not 0.5$"):
+            problem.to_sol([starsift.Solution([4, 0], seconds=0.5)])
 
     def test_an_unknown_option(self):
         with self.assertRaisesRegex(starsift.Error, "Malformed parameter: soll=1"):
