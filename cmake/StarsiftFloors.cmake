@@ -197,6 +197,7 @@ function(starsift_add_python)
     # In a wheel; else from the package to the library, wherever both are installed.
     INSTALL_RPATH "$ORIGIN;$ORIGIN/../../../../${CMAKE_INSTALL_LIBDIR}")
   target_link_libraries(starsift_python PRIVATE starsift_library)
+  target_compile_definitions(starsift_python PRIVATE STARSIFT_VERSION="${PROJECT_VERSION}")
   foreach(file IN ITEMS __init__.py figures.py _starsift.pyi py.typed)
     configure_file("${PROJECT_SOURCE_DIR}/python/starsift/${file}" "${package}/${file}" COPYONLY)
     install(FILES "${PROJECT_SOURCE_DIR}/python/starsift/${file}"

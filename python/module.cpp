@@ -340,8 +340,21 @@ void defineSolution(py::module_& module) {
       .def_readonly("version", &Solution::version);
 }
 
+constexpr const char* aboutProgress = R"(How far a search is.
+
+``seconds`` since its start, ``passes`` so far, and different ``solutions``. While a tree is walked,
+``tree_share`` is the part of it that is done, from 0 to 1, and ``nodes`` are its nodes so far; else
+``tree_share`` is None.)";
+
+std::string textOf(const Search::Progress& progress) {
+  return py::str("Progress(seconds={!r}, passes={!r}, solutions={!r}, tree_share={!r}, nodes={!r})")
+      .format(progress.seconds, progress.passes, progress.solutions, progress.treeShare,
+              progress.nodes);
+}
+
 void defineSearch(py::module_& module) {
-  py::class_<Search::Progress>(module, "Progress")
+  py::class_<Search::Progress>(module, "Progress", aboutProgress)
+      .def("__repr__", textOf)
       .def_readonly("seconds", &Search::Progress::seconds)
       .def_readonly("passes", &Search::Progress::passes)
       .def_readonly("solutions", &Search::Progress::solutions)
@@ -370,6 +383,7 @@ void defineSearch(py::module_& module) {
 }  // namespace
 
 PYBIND11_MODULE(_starsift, module) {
+  module.attr("__version__") = STARSIFT_VERSION;
   py::register_exception<starsift::Error>(module, "Error", PyExc_ValueError);
   defineVerdict(module);
   defineSolution(module);

@@ -29,10 +29,11 @@ from fractions import Fraction
 from typing import Any, Union
 
 from . import _starsift, figures
-from ._starsift import Error, Progress
+from ._starsift import Error, Progress, __version__
 
 __all__ = [
-    "BasisProfile", "Error", "FloatWarning", "Problem", "Progress", "Result", "Solution", "Verdict", "Violation", "read",
+    "BasisProfile", "Error", "FloatWarning", "Problem", "Progress", "Result", "Solution", "Verdict", "Violation",
+    "__version__", "read",
 ]
 
 Error.__module__ = Progress.__module__ = __name__

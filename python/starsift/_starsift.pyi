@@ -4,6 +4,8 @@ from collections.abc import Callable, Mapping, Sequence
 
 Terms = Sequence[tuple[int, str]]
 
+__version__: str
+
 class Error(ValueError): ...
 
 class Violation:

@@ -375,7 +375,7 @@ class Searches(unittest.TestCase):
         ])
 
     def test_a_limit_of_any_real_number_of_seconds(self):
-        self.assertEqual(split(7, 60).search(prove=False, threads=1, time=0.5).end, "time")
+        self.assertEqual(split(7, 60).search(sol=0, prove=False, threads=1, time=0.5).end, "time")
         for limit in (0.5, Fraction(1, 2), decimal.Decimal("0.5"), numpy.float32(0.5), numpy.int64(1)):
             with self.subTest(limit=limit):
                 self.assertEqual(starsift._seconds(limit), 1)
@@ -394,9 +394,26 @@ class Searches(unittest.TestCase):
         with self.assertRaisesRegex(TypeError, "^seconds: an integer, not 0.5$"):
             problem.to_sol([starsift.Solution([4, 0], seconds=0.5)])
 
+    def test_progress_tells_what_it_knows(self):
+        told = []
+        split(7, 60).search(sol=0, prove=False, threads=1, time=1, on_progress=told.append)
+        moment = told[-1]
+        self.assertEqual(
+            repr(moment),
+            f"Progress(seconds={moment.seconds}, passes={moment.passes}, solutions={moment.solutions}, "
+            f"tree_share={moment.tree_share}, nodes={moment.nodes})",
+        )
+        self.assertIn("How far a search is.", starsift.Progress.__doc__)
+
     def test_an_unknown_option(self):
         with self.assertRaisesRegex(starsift.Error, "Malformed parameter: soll=1"):
             sums_to(4).search(soll=1)
+
+
+class Package(unittest.TestCase):
+    def test_its_version_is_that_of_the_project(self):
+        project = (ROOT / "CMakeLists.txt").read_text()
+        self.assertRegex(project, rf"\n  VERSION {re.escape(starsift.__version__)}\n")
 
 
 class Examples(unittest.TestCase):
