@@ -44,6 +44,21 @@ if(TARGET starsift_python)
     DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/python3-starsift" COMPONENT python)
 endif()
 
+# The guides of users lie as in the sources, whichever package brings them, so that their links hold.
+set(guides "${CMAKE_INSTALL_DOCDIR}/docs")
+install(FILES README.md CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT runtime)
+install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT runtime)
+foreach(guide IN ITEMS enumeration file-formats models numbers parts performance reduction search)
+  install(FILES docs/${guide}.md DESTINATION "${guides}" COMPONENT runtime)
+endforeach()
+install(DIRECTORY docs/pictures docs/walk-through DESTINATION "${guides}" COMPONENT runtime)
+install(FILES docs/library.md DESTINATION "${guides}" COMPONENT development)
+install(DIRECTORY docs/library DESTINATION "${guides}" COMPONENT development)
+if(TARGET starsift_python)
+  install(FILES docs/python.md DESTINATION "${guides}" COMPONENT python)
+  install(DIRECTORY docs/python DESTINATION "${guides}" COMPONENT python)
+endif()
+
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/starsift")
 install(EXPORT starsift NAMESPACE starsift:: FILE starsiftTargets.cmake
   DESTINATION "${package_dir}" COMPONENT development)
