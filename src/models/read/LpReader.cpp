@@ -326,10 +326,9 @@ void LpReader::readSection(const LpToken& keyword) {
 void LpReader::nameRows() {
   NameTable names;
   NameTable labels;
-  for (std::size_t i = 0; i < labels_.size(); ++i)
-    if (!labels_[i].text.empty() && !labels.add(labels_[i].text).isNew)
-      throw ModelError(labels_[i].line,
-                       "the row " + inQuotes(labels_[i].text) + " comes a second time");
+  for (const auto& label : labels_)
+    if (!label.text.empty() && !labels.add(label.text).isNew)
+      throw ModelError(label.line, "the row " + inQuotes(label.text) + " comes a second time");
   for (std::size_t i = 0; i < labels_.size(); ++i) {
     std::string name = labels_[i].text;
     if (name.empty()) {
