@@ -36,7 +36,7 @@ std::string optimum(const SearchResult& result) {
 std::string openVerdict(const SearchResult& result) {
   if (result.solutions == 0 && result.decided.count > 0)
     return "Solutions counted: " + std::to_string(result.decided.count) +
-           ". There may be more: the search was not complete.";
+           ". This proves nothing: there may be more.";
   if (result.solutions == 0)
     return std::string("No ") + (result.hasStars ? "further " : "") +
            "solution was found. This proves nothing: there may be one all the same.";
