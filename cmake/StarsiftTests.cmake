@@ -177,12 +177,17 @@ if(TARGET starsift_program AND TARGET starseek_program)
   starsift_add_script_test(cases ${python} tests/run-cases ${program} --jobs 2 ${memory_limit})
   set_tests_properties(cases PROPERTIES PROCESSORS 2 COST 1000)
   starsift_add_script_test(examples ${python} tools/check-examples ${program})
-  starsift_add_script_test(search
-    ${CMAKE_COMMAND} -E env SEARCH_PROGRAM=$<TARGET_FILE:starseek_program>
-      SEARCH_SLOWDOWN=${slowdown}
-    ${python} -m unittest discover -s tests/search -p "test_*.py")
-  # Mostly waits, and would be the last to end.
-  set_tests_properties(search PROPERTIES COST 2000)
+  file(GLOB search_modules CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tests/search/test_*.py")
+  foreach(path IN LISTS search_modules)
+    cmake_path(GET path FILENAME module)
+    string(REGEX REPLACE "^test_(.*)\\.py$" "search.\\1" name ${module})
+    starsift_add_script_test(${name}
+      ${CMAKE_COMMAND} -E env SEARCH_PROGRAM=$<TARGET_FILE:starseek_program>
+        SEARCH_SLOWDOWN=${slowdown}
+      ${python} -m unittest discover -s tests/search -p ${module})
+    # Mostly wait, and would be the last to end.
+    set_tests_properties(${name} PROPERTIES COST 2000)
+  endforeach()
 endif()
 
 # A library that the sanitizers don't come before can't be preloaded, and they
