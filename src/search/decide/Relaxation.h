@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "algorithms/exact/ExactSimplex.h"
+#include "algorithms/programs/ExactSimplex.h"
 #include "search/decide/IntegerProblem.h"
 #include "search/enumeration/BoxCoset.h"
 

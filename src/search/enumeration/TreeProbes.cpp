@@ -12,7 +12,7 @@ namespace {
 constexpr double leastWeight = 1e-3;
 
 /// Children of a node that are looked at.
-constexpr int mostChildren = 1000;
+constexpr int mostProbedChildren = 1000;
 
 /// Coefficients relative to the current one.
 struct Interval {
@@ -78,13 +78,13 @@ double TreeProbes<Real>::collectChildren(std::size_t k) {
   };
   nodes_.choose(k, nodes_.least(k));
   const Interval inside = insideRadius(nodes_.choicesAt(k));
-  const double stride = (inside.most - inside.least + 1) / mostChildren;
+  const double stride = (inside.most - inside.least + 1) / mostProbedChildren;
   if (stride <= 1) {
     while (nodes_.advance(k)) add();
     return 1;
   }
   const Real first = nodes_.least(k);
-  for (int i = 0; i < mostChildren; ++i) {
+  for (int i = 0; i < mostProbedChildren; ++i) {
     nodes_.choose(k, first + static_cast<Real>(std::floor(inside.least + (i + 0.5) * stride)));
     add();
   }

@@ -1,4 +1,4 @@
-#include "algorithms/exact/ExactSimplex.h"
+#include "algorithms/programs/ExactSimplex.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "algorithms/exact/ExactSimplex.h"
+#include "algorithms/programs/ExactSimplex.h"
 
 #include <algorithm>
 #include <utility>
