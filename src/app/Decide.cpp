@@ -11,6 +11,9 @@ namespace {
 /// Seconds that a complete search may take if no time is given.
 constexpr double usualTime = 600;
 
+/// Variables with which the making of a lattice and its first pass may take seconds.
+constexpr Index manyVariables = 100;
+
 bool hasNormLimit(const YLattice<long double>& lattice) {
   return lattice.withLive([](const auto& live) { return live.params.hasNormLimit(); });
 }
@@ -50,13 +53,27 @@ bool Decide::isDue() const {
   return isBetter && Clock::now() - lastEnd_ >= lastTime_;
 }
 
-bool Decide::run() {
-  isMade_ = true;
-  const Clock::time_point start = Clock::now();
+bool Decide::isWorthRelaxing() const {
+  return options_.prove.value_or(true) && problem().rx.dimension() >= manyVariables;
+}
+
+Decider Decide::makeDecider() {
   settings_.allowed = watch_.timeLeft().value_or(std::chrono::duration<double>(usualTime));
   if (wantsBest()) settings_.known = stars_.leastKnownNorm();
   settings_.seed = lattice_.seed();
-  Decider decider(decision_, *this, settings_);
+  return {decision_, *this, settings_};
+}
+
+bool Decide::relax() {
+  result_ = makeDecider().relax();
+  if (ended_) throw SearchEnded(*ended_);
+  return result_.proof != Proof::none || meetsNorms_;
+}
+
+bool Decide::run() {
+  isMade_ = true;
+  const Clock::time_point start = Clock::now();
+  Decider decider = makeDecider();
   if (!wantsBest() && !options_.count)
     for (const auto& star : lattice_.starsFiledAfter(0)) decider.setKnown(star);
   result_ = decider.run();

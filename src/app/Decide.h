@@ -35,6 +35,11 @@ class Decide : private DecisionListener {
   /// Threads of the search, at least 1.
   unsigned threads() const { return settings_.threads; }
 
+  /// Worth an attempt before the first lattice: with many variables a pass, or the making of a
+  /// lattice, may take all the time there is.
+  bool isWorthRelaxing() const;
+  /// Learns from the linear relaxation alone, in two seconds at most. As run().
+  bool relax();
   /// Decides the problem if that takes not too long. True if the search is over: there is a
   /// proof, or what was asked for was found. Throws SearchEnded by a signal or the clock.
   bool run();
@@ -48,6 +53,7 @@ class Decide : private DecisionListener {
   Step progress(double share, std::uint64_t nodes) override;
   /// There are solutions with less and less target norm, and no norm is asked for.
   bool hasNoBest() const;
+  Decider makeDecider();
 
   YLattice<long double>& lattice_;
   SearchWatch& watch_;

@@ -152,6 +152,8 @@ void Seek::makeNormalForm() {
 void Seek::searchLattices() {
   // With a number of passes the result shouldn't depend on their time.
   if (passLimit_ < 0) watch_.setBeside([this] { jumpBeside(); });
+  if (passLimit_ < 0 && !isOver() && decide_->isWorthRelaxing() && decide_->relax())
+    throw SearchEnded(SearchEnd::decided);
   lattice_.normalise(TargetRange::find, From::lifted);
   watch_.look();
   lattice_.prepareLattice();

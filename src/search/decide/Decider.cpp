@@ -134,6 +134,19 @@ Decided Decider::run() {
   return result_;
 }
 
+Decided Decider::relax() {
+  start_ = Clock::now();
+  result_.best = settings_.known;
+  const Preparation end =
+      decision_.relax(settings_.aim, result_.best, [this] { return mayGoOn(); });
+  if (end == Preparation::noSolution) result_.proof = Proof::noSolution;
+  tellMet();
+  result_.bound = decision_.leastNorm();
+  if (result_.best && result_.bound && *result_.best <= *result_.bound)
+    result_.proof = Proof::optimum;
+  return result_;
+}
+
 bool Decider::mayGoOn() {
   isStopped_ = isStopped_ || listener_.progress(0, decision_.nodes()) == Step::stop;
   return !isStopped_;
@@ -141,9 +154,12 @@ bool Decider::mayGoOn() {
 
 bool Decider::prepare() {
   bestOfTree_ = result_.best;
-  switch (decision_.prepare(settings_.aim, result_.best, [this] { return mayGoOn(); })) {
+  const Preparation prepared =
+      decision_.prepare(settings_.aim, result_.best, [this] { return mayGoOn(); });
+  tellMet();
+  result_.bound = decision_.leastNorm();
+  switch (prepared) {
     case Preparation::ready:
-      result_.bound = decision_.leastNorm();
       return true;
     case Preparation::noSolution:
       result_.proof = Proof::noSolution;
@@ -159,6 +175,12 @@ bool Decider::prepare() {
       return false;
   }
   return false;
+}
+
+void Decider::tellMet() {
+  if (!decision_.metSolution()) return;
+  Relay(*this).found(*decision_.metSolution());
+  bestOfTree_ = result_.best;
 }
 
 void Decider::reportOpenBox() {

@@ -88,6 +88,10 @@ class Decider {
   /// a basis that is reduced for the small box has a smaller tree.
   Decided run();
 
+  /// Only what the linear relaxation proves: that there is no solution, a bound, or that a
+  /// solution that it leads to is the best one.
+  Decided relax();
+
  private:
   using Clock = std::chrono::steady_clock;
   class Relay;
@@ -100,6 +104,8 @@ class Decider {
   /// The time of the decision or of the present walk is over.
   bool isLate() const;
   bool prepare();
+  /// Tells of a solution that preparation met.
+  void tellMet();
   void reportOpenBox();
   void raiseBound();
   /// The tree is small enough to be walked, or has to be.

@@ -1,6 +1,7 @@
 #include "search/decide/Decision.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 #include <variant>
 
@@ -8,6 +9,7 @@
 #include "problem/TightenBounds.h"
 #include "search/decide/IntegerProblem.h"
 #include "search/decide/ProblemCoset.h"
+#include "search/decide/RelaxedProblem.h"
 #include "search/enumeration/CosetReduction.h"
 #include "search/enumeration/TreeReduction.h"
 #include "stars/StarCheck.h"
@@ -16,6 +18,9 @@
 namespace starsift {
 
 namespace {
+
+/// Of the linear relaxation.
+constexpr std::chrono::seconds relaxationTime{2};
 
 /// The bounds of the box become those of objectives of at most `most`.
 void narrowBox(BoxCoset& coset, const ObjectiveCoordinate& objective, const ZZ& most) {
@@ -67,6 +72,7 @@ class Decision::Tree {
 
   Preparation prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn,
                       StageLimit limit);
+  Preparation relax(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn);
   std::optional<BoxCoset> unreducedCoset(Aim aim, const MayGoOn& mayGoOn);
   /// The whole tree, or subtrees of it.
   EnumerationEnd run(DecisionListener& listener, const EnumerationSettings& settings,
@@ -81,13 +87,20 @@ class Decision::Tree {
   Index unbounded() const { return unbounded_; }
   const Vector<QQ>& falling() const { return falling_; }
   std::optional<QQ> leastNorm() const;
+  const std::optional<Star<QQ>>& metSolution() const { return met_; }
   TreeEstimate estimate(const ProbeSettings& probes) const;
   std::uint64_t nodes() const { return nodesBefore_ + (enumeration_ ? enumeration_->nodes() : 0); }
 
  private:
   class Visitor;
 
+  /// The problem in integers, with what its linear relaxation proves.
+  Preparation makeIntegers(const std::optional<QQ>& known, const MayGoOn& mayGoOn);
   Preparation makeCoset(const std::optional<QQ>& known, const MayGoOn& mayGoOn);
+  /// leastNorm_ as an objective.
+  std::optional<ZZ> leastObjective() const;
+  /// Learns from the linear relaxation; false if it has no point.
+  bool relax(const std::optional<QQ>& known, const MayGoOn& mayGoOn);
   void reset(Aim aim);
   /// Nothing is within the bounds: no solution, or none better than the known one.
   Preparation nothingLeft(const std::optional<QQ>& known);
@@ -112,6 +125,9 @@ class Decision::Tree {
   ProblemCoset coset_;
   /// Greatest objective that still counts, with Aim::best once a solution is known.
   std::optional<ZZ> most_;
+  /// Proven: no solution has less target norm.
+  std::optional<QQ> leastNorm_;
+  std::optional<Star<QQ>> met_;
   std::optional<Enumeration> enumeration_;
   std::uint64_t nodesBefore_ = 0;
   /// There is no better solution than the known one.
@@ -168,7 +184,7 @@ void Decision::Tree::dropEnumeration() {
   enumeration_.reset();
 }
 
-Preparation Decision::Tree::makeCoset(const std::optional<QQ>& known, const MayGoOn& mayGoOn) {
+Preparation Decision::Tree::makeIntegers(const std::optional<QQ>& known, const MayGoOn& mayGoOn) {
   Vanu<QQ> narrowed(problem_);
   switch (implyBounds(narrowed)) {
     case BoundsImplied::contradiction:
@@ -183,20 +199,58 @@ Preparation Decision::Tree::makeCoset(const std::optional<QQ>& known, const MayG
   if (!integers) return Preparation::unknownSteps;
   integers_ = std::move(*integers);
   if (known) most_ = integers_.objective->mostBelow(*known);
+  // A tree that has to be the same on every run can't depend on the time of a linear program.
+  if (limit_ == StageLimit::time && !relax(known, mayGoOn)) return nothingLeft(known);
+  const std::optional<ZZ> least = leastObjective();
+  isClosed_ = most_ && least && *least > *most_;
+  return Preparation::ready;
+}
+
+std::optional<ZZ> Decision::Tree::leastObjective() const {
+  if (!leastNorm_) return std::nullopt;
+  return integers_.objective->leastFrom(*leastNorm_);
+}
+
+Preparation Decision::Tree::makeCoset(const std::optional<QQ>& known, const MayGoOn& mayGoOn) {
+  const Preparation made = makeIntegers(known, mayGoOn);
+  if (made != Preparation::ready || isClosed_) return made;
   const auto reduce = [&mayGoOn](BoxCoset& coset) {
     reduceCoset(coset, mayGoOn);
     return mayGoOn();
   };
-  CosetResult result = problemCoset(integers_, {aim_ == Aim::best, most_, reduce, mayGoOn});
-  if (std::holds_alternative<NoSolution>(result)) return nothingLeft(known);
+  CosetResult result =
+      problemCoset(integers_, {aim_ == Aim::best, most_, reduce, mayGoOn, leastObjective()});
+  if (std::holds_alternative<NoSolution>(result))
+    return nothingLeft(met_ ? met_->targetNorm : known);
   if (std::holds_alternative<CosetStopped>(result)) return Preparation::stopped;
   if (const auto* open = std::get_if<NoFiniteBox>(&result)) return openBox(*open);
   coset_ = std::move(std::get<ProblemCoset>(result));
   return Preparation::ready;
 }
 
+bool Decision::Tree::relax(const std::optional<QQ>& known, const MayGoOn& mayGoOn) {
+  if (leastNorm_) return true;
+  const auto start = std::chrono::steady_clock::now();
+  const RelaxedProblem relaxed = relaxedProblem(integers_, [&mayGoOn, start] {
+    return mayGoOn() && std::chrono::steady_clock::now() - start < relaxationTime;
+  });
+  if (aim_ != Aim::best || relaxed.isInfeasible) return !relaxed.isInfeasible;
+  if (relaxed.leastObjective) {
+    leastNorm_ = integers_.objective->normOf(*relaxed.leastObjective);
+    // Solutions that are no better than the known one may lie outside of the bounds.
+    if (known && *known < *leastNorm_) leastNorm_ = known;
+  }
+  if (!relaxed.solution) return true;
+  const ZZ objective = integers_.objective->at(*relaxed.solution);
+  if (most_ && objective > *most_) return true;
+  met_ = starAt(*relaxed.solution);
+  most_ = objective - ZZ::one();
+  return true;
+}
+
 Preparation Decision::Tree::nothingLeft(const std::optional<QQ>& known) {
   isClosed_ = known.has_value();
+  if (known) leastNorm_ = known;
   return isClosed_ ? Preparation::ready : Preparation::noSolution;
 }
 
@@ -213,6 +267,7 @@ void Decision::Tree::reset(Aim aim) {
   dropEnumeration();
   aim_ = aim;
   most_.reset();
+  met_.reset();
   isClosed_ = false;
   coset_ = {};
 }
@@ -222,6 +277,12 @@ std::optional<BoxCoset> Decision::Tree::unreducedCoset(Aim aim, const MayGoOn& m
   if (makeCoset(std::nullopt, mayGoOn) != Preparation::ready || isEmptyBox(coset_.coset))
     return std::nullopt;
   return coset_.coset;
+}
+
+Preparation Decision::Tree::relax(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn) {
+  reset(aim);
+  limit_ = StageLimit::time;
+  return makeIntegers(aim == Aim::best ? known : std::nullopt, mayGoOn);
 }
 
 Preparation Decision::Tree::prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn,
@@ -240,8 +301,8 @@ bool Decision::Tree::raiseBound(const MayGoOn& mayProgram, const MayGoOn& mayGoO
 }
 
 std::optional<QQ> Decision::Tree::leastNorm() const {
-  if (!coset_.leastObjective) return std::nullopt;
-  return QQ(*coset_.leastObjective, integers_.objective->scale);
+  if (!coset_.leastObjective) return leastNorm_;
+  return integers_.objective->normOf(*coset_.leastObjective);
 }
 
 TreeEstimate Decision::Tree::estimate(const ProbeSettings& probes) const {
@@ -295,6 +356,10 @@ const Vanu<QQ>& Decision::problem() const {
   return tree_->problem();
 }
 
+Preparation Decision::relax(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn) {
+  return tree_->relax(aim, known, mayGoOn);
+}
+
 Preparation Decision::prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn,
                               StageLimit limit) {
   return tree_->prepare(aim, known, mayGoOn, limit);
@@ -318,6 +383,10 @@ bool Decision::raiseBound(const MayGoOn& mayProgram, const MayGoOn& mayGoOn) {
 
 std::optional<QQ> Decision::leastNorm() const {
   return tree_->leastNorm();
+}
+
+const std::optional<Star<QQ>>& Decision::metSolution() const {
+  return tree_->metSolution();
 }
 
 TreeEstimate Decision::estimate(const ProbeSettings& probes) const {

@@ -78,6 +78,10 @@ class Decision {
   Preparation prepare(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn,
                       StageLimit limit = StageLimit::time);
 
+  /// Sets leastNorm() and metSolution() by the linear relaxation, which takes two seconds at most,
+  /// without a tree. After noSolution that is proven; known as for prepare().
+  Preparation relax(Aim aim, const std::optional<QQ>& known, const MayGoOn& mayGoOn);
+
   /// The coset of a tree before it is reduced; there is no tree then. Empty if nothing is within
   /// the bounds, there is no finite box, or mayGoOn() ended it.
   std::optional<BoxCoset> unreducedCoset(Aim aim, const MayGoOn& mayGoOn);
@@ -88,8 +92,11 @@ class Decision {
   /// direction ahead are solutions, with less and less target norm. Empty if no such direction
   /// was found.
   const Vector<QQ>& fallingDirection() const;
-  /// The target norms of all solutions are at least this; after ready, if there are targets.
+  /// The target norms of all solutions are at least this, if that is known; with Aim::best.
   std::optional<QQ> leastNorm() const;
+  /// A solution that preparation met, better than the known one, with Aim::best. It counts as
+  /// known from then on.
+  const std::optional<Star<QQ>>& metSolution() const;
 
   /// The rest is for ready trees.
 

@@ -58,6 +58,10 @@ struct IntegerObjective {
   ZZ at(const std::vector<ZZ>& y) const;
   /// The greatest objective below a target norm.
   ZZ mostBelow(const QQ& norm) const;
+  /// The least objective of at least a target norm.
+  ZZ leastFrom(const QQ& norm) const { return ceil(norm * QQ(scale)).numerator(); }
+  /// The target norm of an objective.
+  QQ normOf(const ZZ& objective) const { return QQ(objective, scale); }
 };
 
 /// A point y satisfies `box`, `equations` and `ranges` if and only if pointAsRead(y) satisfies

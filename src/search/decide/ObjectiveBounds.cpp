@@ -61,6 +61,14 @@ IntegerRange ObjectiveBound::rangeBelow(const ZZ& most) const {
   return range;
 }
 
+IntegerRange ObjectiveBound::rangeFrom(const ZZ& least) const {
+  IntegerRange range;
+  ZZ end;
+  mpz_cdiv_q(end.get(), ZZ(least - constant).get(), factor.get());
+  range.lower = end;
+  return range;
+}
+
 std::optional<ZZ> ObjectiveBound::leastOver(const IntegerRange& range) const {
   std::optional<ZZ> least;
   if (range.lower) raiseTo(least, factor * *range.lower + constant);

@@ -19,6 +19,9 @@ struct ObjectiveBound {
 
   /// The values of f that are possible if the objective is at most `most`.
   IntegerRange rangeBelow(const ZZ& most) const;
+  /// The values of f that are possible if the objective is at least `least`; only if it has no
+  /// deviations, so that it is the bound itself.
+  IntegerRange rangeFrom(const ZZ& least) const;
   /// The least objective that is possible while f lies in a range; empty if nothing bounds it.
   std::optional<ZZ> leastOver(const IntegerRange& range) const;
 };

@@ -64,6 +64,8 @@ struct CosetSettings {
   /// Called for each equation and coordinate, and before the steps of linear programs; false ends
   /// the computation.
   std::function<bool()> mayGoOn;
+  /// No objective is less: proven before.
+  std::optional<ZZ> least = std::nullopt;
 };
 
 /// The basis isn't reduced at the end.
