@@ -1,5 +1,6 @@
 """The package starsift: numbers of every kind, searches in threads, and how they end."""
 
+import asyncio
 import copy
 import decimal
 import doctest
@@ -461,7 +462,9 @@ class Notebook(unittest.TestCase):
             # Else the debugger of the kernel warns of frozen modules.
             folders["PYDEVD_DISABLE_FILE_VALIDATION"] = "1"
             with unittest.mock.patch.dict(os.environ, folders):
-                nbclient.NotebookClient(run, timeout=300, kernel_name="python3").execute()
+                client = nbclient.NotebookClient(run, timeout=300, kernel_name="python3")
+                # execute() leaves a loop of its own open.
+                asyncio.run(client.async_execute())
         self.assertEqual(list(self.outputs(run)), list(self.outputs(stored)))
         self.assertGreater(len(list(self.outputs(run))), 8)
 
