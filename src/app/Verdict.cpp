@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <ostream>
-#include <sstream>
 #include <string_view>
 #include <utility>
 
 #include "app/TreeStatus.h"
 #include "files/PlainText.h"
 #include "system/Console.h"
+#include "text/TextStreams.h"
 
 namespace starsift {
 
@@ -116,7 +116,7 @@ std::string_view statusOf(const SearchResult& result) {
 
 /// What the line of a part has beside that of a search, and that of joined parts.
 std::string partFields(const SearchResult& result) {
-  std::ostringstream text;
+  TextWriter text;
   if (result.part)
     text << R"(, "part": ")" << result.part->part << '/' << result.part->parts
          << R"(", "subtrees": )" << result.part->subtrees << R"(, "done": )" << result.part->done;
@@ -155,7 +155,7 @@ std::string jsonLine(const SearchResult& result) {
   const std::uint64_t count = decided.proof == Proof::allFound
                                   ? decided.count
                                   : std::max<std::uint64_t>(decided.count, result.solutions);
-  std::ostringstream text;
+  TextWriter text;
   text << R"({"status": ")" << statusOf(result) << R"(", "complete": )"
        << (decided.isComplete() ? "true" : "false") << R"(, "solutions": )" << result.solutions
        << R"(, "count": ")" << count << R"(", "best": )" << quoted(result.best) << R"(, "bound": )"

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
-#include <sstream>
 #include <utility>
 
 #include "app/ProofRemark.h"
@@ -18,6 +17,7 @@
 #include "params/ExtendedParams.h"
 #include "params/ParamArguments.h"
 #include "system/Failure.h"
+#include "text/TextStreams.h"
 
 namespace starsift {
 inline namespace v1 {
@@ -110,7 +110,7 @@ std::vector<Solution> ordered(const MemorySink& sink) {
 
 Result resultOf(SearchEnd end, const SearchResult& found) {
   Result result;
-  std::ostringstream verdict;
+  TextWriter verdict;
   writeVerdict(verdict, found);
   result.end = endOf(end);
   result.proof = proofOf(found.decided.proof);

@@ -411,6 +411,49 @@ class Searches(unittest.TestCase):
             sums_to(4).search(soll=1)
 
 
+class Locale(unittest.TestCase):
+    """A process whose decimals begin with a comma, as in much of Europe."""
+
+    SCRIPT = (
+        "import locale, sys, starsift\n"
+        "locale.setlocale(locale.LC_NUMERIC, sys.argv[1])\n"
+        "text = '[ 1.25 ] [ [ 0.001 0.1 ] ] [ ] [ ] [ ] [ [ 1 1 ] ] [ 0.1 ] [ 20.7 ] [ 1 2 ] [ 0.5 0.25 ] [ 9.5 9 ]'\n"
+        "problem = starsift.Problem.from_opt(text)\n"
+        "result = problem.search(seed=1, iters=1, prove=False)\n"
+        "records = problem.from_sol('[ 0.5 3.75 ]\\n[ 0.6 3.25 ]\\n')\n"
+        "print(problem.to_opt(), problem.to_sol(records + result.solutions), problem.check([['0.05', '9.75']]))\n"
+        "print(locale.str(1.5), file=sys.stderr)\n"
+    )
+
+    def define(self, folder):
+        """Makes the locale "comma" in the folder, of nothing but its numbers."""
+        letters = "".join(f"<U{code:04X}> /x{code:02x}\n" for code in range(128))
+        head = "<code_set_name> ASCII\n<mb_cur_max> 1\nCHARMAP\n"
+        (folder / "charmap").write_text(f"{head}{letters}END CHARMAP\n")
+        (folder / "source").write_text(
+            'LC_NUMERIC\ndecimal_point ","\nthousands_sep "."\ngrouping 3\nEND LC_NUMERIC\n'
+        )
+        # Its status is 1, since the other categories are missing.
+        subprocess.run(
+            ["localedef", "-c", "-f", folder / "charmap", "-i", folder / "source", folder / "comma"],
+            capture_output=True, timeout=60, check=False,
+        )
+
+    def test_changes_no_number(self):
+        with tempfile.TemporaryDirectory() as scratch:
+            self.define(pathlib.Path(scratch))
+            runs = [
+                subprocess.run(
+                    [sys.executable, "-c", self.SCRIPT, name], env=os.environ | {"LOCPATH": scratch},
+                    capture_output=True, text=True, timeout=60, check=True,
+                )
+                for name in ("C", "comma")
+            ]
+        self.assertEqual([run.stderr for run in runs], ["1.5\n", "1,5\n"])
+        self.assertEqual(runs[0].stdout, runs[1].stdout)
+        self.assertIn("0.6 3.25", runs[0].stdout)
+
+
 class Package(unittest.TestCase):
     def test_its_version_is_that_of_the_project(self):
         project = (ROOT / "CMakeLists.txt").read_text()
