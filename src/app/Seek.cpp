@@ -53,6 +53,13 @@ std::string_view reasonText(SearchEnd end) {
 
 }  // namespace
 
+void applyArguments(YLattice<long double>& lattice, const SeekArguments& given) {
+  lattice.useExtendedPrecision();
+  lattice.readParams(given.parameters);
+  if (given.seed) lattice.setSeed(*given.seed);
+  if (!given.hasSol) lattice.seekBest();
+}
+
 Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, SeekOptions options,
            std::ostream& report)
     : lattice_(lattice), watch_(watch), options_(std::move(options)), report_(report) {

@@ -49,11 +49,8 @@ SeekArguments splitOptions(std::vector<std::string> options) {
 }
 
 void prepare(YLattice<long double>& lattice, const Vanu<QQ>& problem, const SeekArguments& given) {
-  lattice.useExtendedPrecision();
-  lattice.readParams(given.parameters);
+  applyArguments(lattice, given);
   lattice.takeProblem(problem);
-  if (given.seed) lattice.setSeed(*given.seed);
-  if (!given.hasSol) lattice.seekBest();
 }
 
 Search::End endOf(SearchEnd end) {
@@ -114,12 +111,11 @@ Result resultOf(SearchEnd end, const SearchResult& found) {
   writeVerdict(verdict, found);
   result.end = endOf(end);
   result.proof = proofOf(found.decided.proof);
-  result.isExactOnly = found.decided.isComplete() && !found.scope.equationsAreExact;
-  result.isStepsOnly = found.decided.isComplete() && found.scope.hasSteps;
-  result.isUnbounded = found.decided.undecided == Undecided::unbounded;
+  result.isExactOnly = found.isExactOnly();
+  result.isStepsOnly = found.isStepsOnly();
+  result.isUnbounded = found.isUnbounded();
   result.verdict = withoutLineEnd(std::move(verdict).str());
-  result.count = std::max(found.decided.count, static_cast<std::uint64_t>(found.solutions));
-  if (found.decided.proof == Proof::allFound) result.count = found.decided.count;
+  result.count = found.count();
   result.best = numberOf(found.best);
   result.bound = numberOf(found.decided.bound);
   result.nodes = found.decided.nodes;
