@@ -210,7 +210,7 @@ bool Seek::hasMadeAllPasses() const {
 
 /// Of the lattices and beside them.
 Index Seek::solutionCount() const {
-  return lattice_.solutionCount() + stars_->count();
+  return lattice_.solutionCount() + (stars_ ? stars_->count() : 0);
 }
 
 void Seek::runPass() {
@@ -283,7 +283,10 @@ void Seek::writeStatistics(SearchEnd end) {
 
 SearchResult Seek::result(const SolutionSink& sink, bool anyStars) const {
   SearchResult result;
-  result.decided = part_ ? part_->result() : decide_->result();
+  if (part_)
+    result.decided = part_->result();
+  else if (decide_)
+    result.decided = decide_->result();
   if (part_ && part_->hasTree()) result.part = part_->partResult();
   result.scope = scope_;
   result.hasTargets = lattice_.hasTargets();

@@ -41,7 +41,7 @@ class Seek {
   /// The search alone: in the problem that the exact lattice has as read. Solutions go to `sink`.
   SearchEnd search(SolutionSink& sink);
 
-  /// What the search has found and proved, by the stars in `sink`.
+  /// What the search has found and proved, by the stars in `sink`; also after a fatal report.
   SearchResult result(const SolutionSink& sink, bool anyStars) const;
 
   /// All solutions that run() has found are in the solution file.

@@ -16,6 +16,7 @@
 #include "library/MemorySink.h"
 #include "params/ExtendedParams.h"
 #include "params/ParamArguments.h"
+#include "system/Exceptions.h"
 #include "system/Failure.h"
 #include "text/TextStreams.h"
 
@@ -126,21 +127,27 @@ Result resultOf(SearchEnd end, const SearchResult& found) {
 
 /// The result of a search that a report has ended, if that is no fault of the input: there is no
 /// solution, or a number is too large. Else throws the report.
-Result ended(const std::string& message, const YLattice<long double>& lattice) {
-  Result result;
-  result.seed = lattice.seed();
+Result ended(const std::string& message, const SearchResult& found) {
   if (message == overflowReport) {
-    result.end = Search::End::overflow;
+    Result result = resultOf(SearchEnd::overflow, found);
     result.verdict = message;
     return result;
   }
   if (fatalProof(message) == FatalProof::nothing) throw FatalReport(message);
-  result.end = Search::End::decided;
-  result.proof = Search::Proof::infeasible;
-  result.isExactOnly = fatalProof(message) == FatalProof::noExactSolution;
-  result.isStepsOnly = fatalScope(message).hasSteps;
+  Result result = resultOf(SearchEnd::decided, provedBy(message, found));
   result.verdict = message + '\n' + proofRemark(message);
   return result;
+}
+
+/// After a report in the middle of a step.
+void takeRest(MemorySink& sink, const YLattice<long double>& lattice) {
+  try {
+    sink.trySave(lattice);
+  } catch (const FatalReport&) {
+    // The lattice is broken; what was taken before is in the sink.
+  } catch (const GeneralException&) {
+    // The same.
+  }
 }
 
 /// Each point that is right, judged anew, once.
@@ -164,10 +171,14 @@ Result search(const Vanu<QQ>& problem, const SeekArguments& given, MemorySink& s
     sink.trySave(lattice);
     result = resultOf(end, seek.result(sink, sink.stars().isSet()));
   } catch (const FatalReport& report) {
-    result = ended(report.message(), lattice);
+    takeRest(sink, lattice);
+    result = ended(report.message(), seek.result(sink, sink.stars().isSet()));
   }
   lattice.endSearch();
   result.solutions = ordered(sink);
+  // Known ones too, of which the search doesn't know.
+  if (result.proof != Search::Proof::allFound)
+    result.count = std::max(result.count, static_cast<std::uint64_t>(result.solutions.size()));
   result.seconds = std::chrono::duration<double>(StatusLine::Clock::now() - start).count();
   return result;
 }
