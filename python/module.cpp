@@ -297,6 +297,8 @@ void defineProblem(py::module_& module) {
            [](const Problem& problem, const std::vector<Solution>& solutions) {
              return problem.toSol(solutions);
            })
+      .def(py::pickle([](const Problem& problem) { return py::bytes(problem.toText()); },
+                      [](const py::bytes& text) { return Problem::fromText(std::string(text)); }))
       .def("check", check)
       .def("search", search)
       .def("profile", profile);
@@ -355,6 +357,16 @@ std::string textOf(const Search::Progress& progress) {
 void defineSearch(py::module_& module) {
   py::class_<Search::Progress>(module, "Progress", aboutProgress)
       .def("__repr__", textOf)
+      .def(py::pickle(
+          [](const Search::Progress& p) {
+            return py::make_tuple(p.seconds, p.passes, p.solutions, p.treeShare, p.nodes);
+          },
+          [](const py::tuple& state) {
+            return Search::Progress{state[0].cast<double>(), state[1].cast<std::uint64_t>(),
+                                    state[2].cast<std::uint64_t>(),
+                                    state[3].cast<std::optional<double>>(),
+                                    state[4].cast<std::uint64_t>()};
+          }))
       .def_readonly("seconds", &Search::Progress::seconds)
       .def_readonly("passes", &Search::Progress::passes)
       .def_readonly("solutions", &Search::Progress::solutions)

@@ -234,6 +234,13 @@ class [[gnu::visibility("default")]] Problem {
   /// neither rows nor targets".
   std::string toOpt() const;
 
+  /// A text of all of the problem, also while it is being built: with names, and the rows in their
+  /// order. It is for other processes and for files that this library reads again.
+  std::string toText() const;
+  /// The problem of such a text, of this version or an earlier one. Error "not the text of a
+  /// problem".
+  static Problem fromText(std::string_view text);
+
   /// The records of the text of a .sol file, right or wrong; a record of x alone gets values and
   /// norms if it is right. Malformed records are left out, as starsift does. Error with the report
   /// of starsift for malformed numbers.

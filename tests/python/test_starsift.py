@@ -5,9 +5,11 @@ import copy
 import decimal
 import doctest
 import math
+import multiprocessing
 import numbers
 import os
 import pathlib
+import pickle
 import re
 import signal
 import subprocess
@@ -409,6 +411,57 @@ class Searches(unittest.TestCase):
     def test_an_unknown_option(self):
         with self.assertRaisesRegex(starsift.Error, "Malformed parameter: soll=1"):
             sums_to(4).search(soll=1)
+
+
+class Dish(starsift.Problem):
+    """A problem that knows more than its rows."""
+
+
+class Pickles(unittest.TestCase):
+    def menu(self, kind=starsift.Problem):
+        problem = kind(lower=[0, 0], upper=[9, math.inf], names=["tea", "r\u00e9z"], minimise=["1/3", 0])
+        problem.add_range({0: 1}, -math.inf, 5, name="first")
+        problem.add_equation([1, 2], 10**30)
+        return problem
+
+    def test_of_problems_keep_names_and_the_order_of_rows(self):
+        problem = self.menu()
+        for protocol in range(2, pickle.HIGHEST_PROTOCOL + 1):
+            again = pickle.loads(pickle.dumps(problem, protocol))
+            self.assertEqual(again.to_opt(), problem.to_opt())
+            self.assertEqual([again.variable_name(j) for j in range(2)], ["tea", "r\u00e9z"])
+            self.assertEqual([again.row_name(i) for i in range(2)], ["first", "g1"])
+
+    def test_of_unfinished_problems_can_be_gone_on_with(self):
+        again = pickle.loads(pickle.dumps(starsift.Problem(lower=[0], upper=[5])))
+        again.add_equation([2], 6)
+        self.assertEqual(again.search().solutions[0].x, [3])
+
+    def test_keep_what_a_class_of_the_user_has(self):
+        dish = self.menu(Dish)
+        dish.cook = "Ann"
+        again = pickle.loads(pickle.dumps(dish))
+        self.assertEqual((type(again), again.cook, again.to_opt()), (Dish, "Ann", dish.to_opt()))
+
+    def test_of_results_are_equal_to_them(self):
+        moments = []
+        result = self.menu().search(on_progress=moments.append)
+        again = pickle.loads(pickle.dumps(result))
+        self.assertEqual(again.solutions, result.solutions)
+        self.assertEqual((again.verdict, again.best), (result.verdict, result.best))
+        self.assertGreater(len(result.history), 0)
+        self.assertEqual(repr(again.history), repr(result.history))
+        verdicts = self.menu().check([[1, 1]])
+        self.assertEqual(pickle.loads(pickle.dumps(verdicts)), verdicts)
+
+    def test_of_errors_have_their_text(self):
+        error = pickle.loads(pickle.dumps(starsift.Error("row u1: no bound is finite")))
+        self.assertEqual((type(error), str(error)), (starsift.Error, "row u1: no bound is finite"))
+
+    def test_go_through_a_pool_of_processes(self):
+        with multiprocessing.get_context("spawn").Pool(2) as pool:
+            results = pool.map(starsift.Problem.search, map(sums_to, (10, 11, 12)))
+        self.assertEqual([result.solutions[0].x[0] % 2 for result in results], [0, 1, 0])
 
 
 class Locale(unittest.TestCase):
