@@ -316,6 +316,32 @@ class Searches(unittest.TestCase):
         with self.assertRaisesRegex(StopIteration, "enough"):
             split(7, 60).search(prove=False, time=30, on_progress=progress)
 
+    def test_an_event_ends_it_in_another_thread_with_what_it_has(self):
+        stop, found = threading.Event(), threading.Event()
+        problem = sums_to(60)
+        for _ in range(40):
+            problem.add_variable(0, 1)
+        with ThreadPoolExecutor(1) as pool:
+            run = pool.submit(
+                problem.search, sol=0, threads=1, time=60, stop=stop, on_solution=lambda _: found.set()
+            )
+            self.assertTrue(found.wait(60))
+            stop.set()
+            result = run.result()
+        self.assertEqual((result.end, result.proof), ("stopped", "none"))
+        self.assertGreater(len(result.solutions), 0)
+
+    def test_an_event_that_is_set_ends_it_at_once(self):
+        stop = multiprocessing.Event()
+        stop.set()
+        self.assertEqual(split(7, 60).search(prove=False, time=30, stop=stop).end, "stopped")
+        self.assertLess(len(split(7, 60).profile(stop=stop)), 3)
+
+    def test_an_event_that_fails_leaves_it(self):
+        stop = types.SimpleNamespace(is_set=lambda: 1 / 0)
+        with self.assertRaises(ZeroDivisionError):
+            split(7, 60).search(prove=False, time=30, stop=stop)
+
     def test_an_exception_of_a_call_leaves_it(self):
         def refuse(_):
             raise KeyError("no")
