@@ -131,7 +131,13 @@ def _list(values: Iterable) -> list:
         raise TypeError(f"a list of numbers, not the text {values!r}")
     if isinstance(values, numbers.Number):
         raise TypeError(f"a list of numbers, not {values!r} alone")
-    return list(values)
+    return values.tolist() if _holds_integers(values) else list(values)
+
+
+def _holds_integers(values: Any) -> bool:
+    """Whether it is an array of numpy that gives integers of Python at once, not one by one."""
+    kind = getattr(getattr(values, "dtype", None), "kind", "")
+    return kind in ("i", "u") and getattr(values, "ndim", 0) > 0
 
 
 def _rows(name: str, matrix: Iterable) -> list:

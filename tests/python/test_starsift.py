@@ -129,6 +129,15 @@ class Numbers(unittest.TestCase):
         problem = starsift.Problem(lower=numpy.zeros(2, int), upper=[9, 9], Ag=matrix, bg=[46, 3])
         self.assertEqual(problem.search().solutions[0].x, [1, 2])
 
+    def test_arrays_of_integers_of_every_width_are_lists_of_them(self):
+        largest = 2**64 - 1
+        for width in (numpy.int8, numpy.uint32, numpy.int64):
+            self.assertEqual([type(x) for x in starsift._list(numpy.array([3, 4], width))], [int, int])
+        self.assertEqual(starsift._list(numpy.array([largest], numpy.uint64)), [largest])
+        self.assertEqual(starsift._list(numpy.array([[1, 2], [3, 4]])), [[1, 2], [3, 4]])
+        with self.assertRaises(TypeError):
+            starsift._list(numpy.array(5))
+
     def test_a_float_is_exact_and_warns_once(self):
         starsift._has_warned = False
         with self.assertWarns(starsift.FloatWarning):
