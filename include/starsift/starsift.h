@@ -9,11 +9,12 @@
 // Numbers are exact throughout. Variables, rows and targets have indices from 0 on, in the order in
 // which they were added.
 //
-// Nothing here prints, ends the process, touches signals or keeps state beyond its objects.
-// Functions throw Error for bad input and std::bad_alloc; an object is unchanged then. (GMP aborts
-// the process if it gets no memory, unless its host has set functions of its own for that.)
-// Different objects may be used by different threads at once; one object by one thread at a time,
-// but const functions of Problem and Search by any number.
+// Nothing here prints, ends the process, touches signals, follows a locale or keeps state beyond
+// its objects; callbacks run in the locale of the thread that calls. Functions throw Error for bad
+// input and std::bad_alloc; an object is unchanged then. (GMP aborts the process if it gets no
+// memory, unless its host has set functions of its own for that.) Different objects may be used by
+// different threads at once; one object by one thread at a time, but const functions of Problem and
+// Search by any number.
 #pragma once
 
 #include <compare>

@@ -1,5 +1,6 @@
 """The package starsift: numbers of every kind, searches in threads, and how they end."""
 
+import ast
 import asyncio
 import copy
 import decimal
@@ -561,6 +562,36 @@ class Examples(unittest.TestCase):
                 )
                 self.assertEqual(run.stderr, "")
                 self.assertEqual(run.stdout, script.with_suffix(".out").read_text())
+
+
+class Stubs(unittest.TestCase):
+    """The file for type checkers names what the extension module has."""
+
+    @staticmethod
+    def own(names):
+        return {name for name in names if not name.startswith("_") or name in ("__init__", "__version__")}
+
+    def test_have_the_names_of_the_module(self):
+        inner = starsift._starsift
+        page = ast.parse((ROOT / "python/starsift/_starsift.pyi").read_text())
+        classes = {node.name: node for node in page.body if isinstance(node, ast.ClassDef)}
+        values = {node.target.id for node in page.body if isinstance(node, ast.AnnAssign)}
+        self.assertEqual(self.own(vars(inner)), set(classes) | values)
+        for name, node in classes.items():
+            with self.subTest(name):
+                members = {getattr(part, "name", None) or part.target.id for part in node.body
+                           if isinstance(part, (ast.FunctionDef, ast.AnnAssign))}
+                self.assertEqual(self.own(vars(getattr(inner, name))) - {"__init__"}, members - {"__init__"})
+
+    def test_have_the_arguments_of_its_methods(self):
+        page = ast.parse((ROOT / "python/starsift/_starsift.pyi").read_text())
+        problem = next(node for node in page.body if getattr(node, "name", "") == "Problem")
+        for method in problem.body:
+            if not isinstance(method, ast.FunctionDef) or method.name == "__init__":
+                continue
+            with self.subTest(method.name):
+                told = re.search(r"\((.*)\)", getattr(starsift._starsift.Problem, method.name).__doc__)[1]
+                self.assertEqual(len(re.findall(r"\barg\d+: |\bself: ", told)), len(method.args.args))
 
 
 class Reference(unittest.TestCase):
