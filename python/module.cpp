@@ -129,11 +129,15 @@ std::vector<Verdict> check(const Problem& problem, const py::sequence& given,
   return verdicts;
 }
 
-/// What the interpreter wants during a search: its signals, and the calls of the user.
+/// What the interpreter wants during a search: its signals, the calls of the user, and an end from
+/// another thread.
 class Calls {
  public:
-  Calls(py::object onSolution, py::object onProgress)
-      : onSolution_(std::move(onSolution)), onProgress_(std::move(onProgress)) {}
+  /// Each may be None. `isStopped` is asked some times a second.
+  Calls(py::object isStopped, py::object onSolution, py::object onProgress)
+      : isStopped_(std::move(isStopped)),
+        onSolution_(std::move(onSolution)),
+        onProgress_(std::move(onProgress)) {}
 
   void attach(Search& search) {
     if (!onSolution_.is_none())
@@ -142,6 +146,7 @@ class Calls {
       whileItLives([&] {
         const py::gil_scoped_acquire held;
         if (PyErr_CheckSignals() != 0) takeSignal();
+        if (!isStopped_.is_none() && isStopped_().cast<bool>()) stop_.request_stop();
       });
       if (!onProgress_.is_none()) tell(onProgress_, progress);
     });
@@ -171,6 +176,7 @@ class Calls {
     stop_.request_stop();
   }
 
+  py::object isStopped_;
   py::object onSolution_;
   py::object onProgress_;
   std::stop_source stop_;
@@ -184,20 +190,21 @@ Search searchWith(const Problem& problem, const Options& options) {
   return made;
 }
 
-std::vector<Search::BasisProfile> profile(const Problem& problem, const Options& options) {
+std::vector<Search::BasisProfile> profile(const Problem& problem, const Options& options,
+                                          py::object isStopped) {
   Search made = searchWith(problem, options);
-  Calls calls{py::none(), py::none()};
+  Calls calls{std::move(isStopped), py::none(), py::none()};
   calls.attach(made);
   const LockReleased released;
   return made.profile(calls.token());
 }
 
 Search::Result search(const Problem& problem, const Options& options,
-                      const std::vector<Solution>& known, py::object onSolution,
-                      py::object onProgress) {
+                      const std::vector<Solution>& known, py::object isStopped,
+                      py::object onSolution, py::object onProgress) {
   Search made = searchWith(problem, options);
   made.know(known);
-  Calls calls(std::move(onSolution), std::move(onProgress));
+  Calls calls(std::move(isStopped), std::move(onSolution), std::move(onProgress));
   calls.attach(made);
   const LockReleased released;
   return made.run(calls.token());
@@ -297,6 +304,8 @@ void defineProblem(py::module_& module) {
            [](const Problem& problem, const std::vector<Solution>& solutions) {
              return problem.toSol(solutions);
            })
+      .def(py::pickle([](const Problem& problem) { return py::bytes(problem.toText()); },
+                      [](const py::bytes& text) { return Problem::fromText(std::string(text)); }))
       .def("check", check)
       .def("search", search)
       .def("profile", profile);
@@ -355,6 +364,16 @@ std::string textOf(const Search::Progress& progress) {
 void defineSearch(py::module_& module) {
   py::class_<Search::Progress>(module, "Progress", aboutProgress)
       .def("__repr__", textOf)
+      .def(py::pickle(
+          [](const Search::Progress& p) {
+            return py::make_tuple(p.seconds, p.passes, p.solutions, p.treeShare, p.nodes);
+          },
+          [](const py::tuple& state) {
+            return Search::Progress{state[0].cast<double>(), state[1].cast<std::uint64_t>(),
+                                    state[2].cast<std::uint64_t>(),
+                                    state[3].cast<std::optional<double>>(),
+                                    state[4].cast<std::uint64_t>()};
+          }))
       .def_readonly("seconds", &Search::Progress::seconds)
       .def_readonly("passes", &Search::Progress::passes)
       .def_readonly("solutions", &Search::Progress::solutions)

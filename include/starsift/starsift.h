@@ -9,11 +9,12 @@
 // Numbers are exact throughout. Variables, rows and targets have indices from 0 on, in the order in
 // which they were added.
 //
-// Nothing here prints, ends the process, touches signals or keeps state beyond its objects.
-// Functions throw Error for bad input and std::bad_alloc; an object is unchanged then. (GMP aborts
-// the process if it gets no memory, unless its host has set functions of its own for that.)
-// Different objects may be used by different threads at once; one object by one thread at a time,
-// but const functions of Problem and Search by any number.
+// Nothing here prints, ends the process, touches signals, follows a locale or keeps state beyond
+// its objects; callbacks run in the locale of the thread that calls. Functions throw Error for bad
+// input and std::bad_alloc; an object is unchanged then. (GMP aborts the process if it gets no
+// memory, unless its host has set functions of its own for that.) Different objects may be used by
+// different threads at once; one object by one thread at a time, but const functions of Problem and
+// Search by any number.
 #pragma once
 
 #include <compare>
@@ -233,6 +234,13 @@ class [[gnu::visibility("default")]] Problem {
   /// before the others. Error if there is none: "the problem has no variables", "the problem has
   /// neither rows nor targets".
   std::string toOpt() const;
+
+  /// A text of all of the problem, also while it is being built: with names, and the rows in their
+  /// order. It is for other processes and for files that this library reads again.
+  std::string toText() const;
+  /// The problem of such a text, of this version or an earlier one. Error "not the text of a
+  /// problem".
+  static Problem fromText(std::string_view text);
 
   /// The records of the text of a .sol file, right or wrong; a record of x alone gets values and
   /// norms if it is right. Malformed records are left out, as starsift does. Error with the report

@@ -26,7 +26,7 @@ from collections.abc import Callable, Iterable, Mapping, Sequence
 from dataclasses import dataclass, field
 from decimal import Decimal
 from fractions import Fraction
-from typing import Any, Union
+from typing import Any, Protocol, Union
 
 from . import _starsift, figures
 from ._starsift import Error, Progress, __version__
@@ -40,6 +40,12 @@ Error.__module__ = Progress.__module__ = __name__
 
 Exact = Union[int, Fraction]
 Number = Union[int, Fraction, Decimal, float, str]
+
+
+class _Event(Protocol):
+    """What ends a search from outside: an Event of threading, multiprocessing or asyncio, or the like."""
+
+    def is_set(self) -> bool: ...
 
 
 class FloatWarning(UserWarning):
@@ -125,7 +131,13 @@ def _list(values: Iterable) -> list:
         raise TypeError(f"a list of numbers, not the text {values!r}")
     if isinstance(values, numbers.Number):
         raise TypeError(f"a list of numbers, not {values!r} alone")
-    return list(values)
+    return values.tolist() if _holds_integers(values) else list(values)
+
+
+def _holds_integers(values: Any) -> bool:
+    """Whether it is an array of numpy that gives integers of Python at once, not one by one."""
+    kind = getattr(getattr(values, "dtype", None), "kind", "")
+    return kind in ("i", "u") and getattr(values, "ndim", 0) > 0
 
 
 def _rows(name: str, matrix: Iterable) -> list:
@@ -168,6 +180,21 @@ def _seconds(limit: Any) -> int:
     if _is_nan(limit) or not 0 <= limit < math.inf:
         raise Error(f"time is a finite number of seconds from 0 on, not {limit}")
     return math.ceil(limit)
+
+
+def _stopped(stop: Any) -> Callable[[], bool] | None:
+    """The question whether to stop.
+
+    >>> _stopped(True)
+    Traceback (most recent call last):
+    ...
+    TypeError: stop is an event with is_set(), not True
+    """
+    if stop is None:
+        return None
+    if not callable(getattr(stop, "is_set", None)):
+        raise TypeError(f"stop is an event with is_set(), not {stop!r}")
+    return lambda: bool(stop.is_set())
 
 
 def _name(value: Any) -> str:
@@ -516,7 +543,8 @@ class Problem:
         self, *, time: float | Fraction | Decimal | None = None,
         known: Iterable[Solution] = (),
         on_solution: Callable[[Solution], object] | None = None,
-        on_progress: Callable[[Progress], object] | None = None, **options: Any,
+        on_progress: Callable[[Progress], object] | None = None,
+        stop: _Event | None = None, **options: Any,
     ) -> Result:
         """Searches for solutions, as the command starseek does.
 
@@ -527,7 +555,8 @@ class Problem:
         the result, and a best one is looked for among the better ones.
         ``on_solution`` is called for each new solution, ``on_progress`` some times a second; an
         exception of theirs ends the search. Ctrl-C ends a search of the main thread with what it
-        has, also in these calls. Other threads of the interpreter run meanwhile, and may search too.
+        has, also in these calls, and ``stop`` one of any thread: an Event, which is looked at as often as
+        ``on_progress`` is called. Other threads of the interpreter run meanwhile, and may search too.
 
         >>> problem = Problem(lower=[0], upper=[999], Ag=[[1], [1], [1]], bg=[2, 3, 2], qg=[3, 5, 7])
         >>> result = problem.search(sol=0, time=60)
@@ -546,20 +575,20 @@ class Problem:
             if on_progress is not None:
                 on_progress(moment)
 
-        result = self._inner.search(_options(options), _given(known), told, watch)
+        result = self._inner.search(_options(options), _given(known), _stopped(stop), told, watch)
         return _result(result, history.moments)
 
-    def profile(self, **options: Any) -> list[BasisProfile]:
+    def profile(self, *, stop: _Event | None = None, **options: Any) -> list[BasisProfile]:
         """What reductions make of the basis of the complete search, with options as of search().
 
         ``beta`` says up to which size blocks are reduced. Empty if there is no lattice in a finite
-        box. Ctrl-C ends it with the bases there are.
+        box. Ctrl-C and ``stop`` end it with the bases there are.
 
         >>> problem = Problem(lower=[0] * 4, upper=[40] * 4, Ag=[[12, 17, 23, 31]], bg=[1000])
         >>> [(basis.name, len(basis.lengths)) for basis in problem.profile()]
         [('before', 3), ('LLL', 3), ('blocks of 3', 3)]
         """
-        bases = self._inner.profile(_options(options))
+        bases = self._inner.profile(_options(options), _stopped(stop))
         return [BasisProfile(basis.name, basis.lengths) for basis in bases]
 
     def plot_profile(self, ax=None, **options: Any):

@@ -88,7 +88,10 @@ class Problem:
         self,
         options: Mapping[str, str],
         known: Sequence[Solution],
+        is_stopped: Callable[[], bool] | None,
         on_solution: Callable[[Solution], object] | None,
         on_progress: Callable[[Progress], object] | None,
     ) -> Result: ...
-    def profile(self, options: Mapping[str, str]) -> list[BasisProfile]: ...
+    def profile(
+        self, options: Mapping[str, str], is_stopped: Callable[[], bool] | None
+    ) -> list[BasisProfile]: ...

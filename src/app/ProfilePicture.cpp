@@ -2,13 +2,13 @@
 
 #include <optional>
 #include <ostream>
-#include <sstream>
 
 #include "app/Interrupt.h"
 #include "files/ResultFile.h"
 #include "files/WriteOrFail.h"
 #include "system/Failure.h"
 #include "system/FilterProcess.h"
+#include "text/TextStreams.h"
 
 namespace starsift {
 
@@ -44,7 +44,7 @@ void requireGnuplot() {
 }
 
 std::string profileScript(const std::vector<ProfileCurve>& curves) {
-  std::ostringstream script;
+  TextWriter script;
   script.precision(6);
   script << settings;
   for (std::size_t i = 0; i < curves.size(); ++i) {

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <sstream>
 
 #include "app/Interrupt.h"
+#include "text/TextStreams.h"
 
 namespace starsift {
 
@@ -89,7 +89,7 @@ std::optional<TreeProgress> SearchWatch::tree() const {
 }
 
 std::string SearchWatch::status(StatusLine::Clock::time_point now) const {
-  std::ostringstream text;
+  TextWriter text;
   if (tree_) {
     text << treeStatus(*tree()) << ", " << lattice_.solutionCount() + tree_->solutions
          << " solutions, " << std::chrono::duration_cast<std::chrono::seconds>(now - start_).count()

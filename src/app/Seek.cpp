@@ -53,6 +53,13 @@ std::string_view reasonText(SearchEnd end) {
 
 }  // namespace
 
+void applyArguments(YLattice<long double>& lattice, const SeekArguments& given) {
+  lattice.useExtendedPrecision();
+  lattice.readParams(given.parameters);
+  if (given.seed) lattice.setSeed(*given.seed);
+  if (!given.hasSol) lattice.seekBest();
+}
+
 Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, SeekOptions options,
            std::ostream& report)
     : lattice_(lattice), watch_(watch), options_(std::move(options)), report_(report) {
@@ -205,7 +212,7 @@ bool Seek::hasMadeAllPasses() const {
 
 /// Of the lattices and beside them.
 Index Seek::solutionCount() const {
-  return lattice_.solutionCount() + stars_->count();
+  return lattice_.solutionCount() + (stars_ ? stars_->count() : 0);
 }
 
 void Seek::runPass() {
@@ -278,7 +285,10 @@ void Seek::writeStatistics(SearchEnd end) {
 
 SearchResult Seek::result(const SolutionSink& sink, bool anyStars) const {
   SearchResult result;
-  result.decided = part_ ? part_->result() : decide_->result();
+  if (part_)
+    result.decided = part_->result();
+  else if (decide_)
+    result.decided = decide_->result();
   if (part_ && part_->hasTree()) result.part = part_->partResult();
   result.scope = scope_;
   result.hasTargets = lattice_.hasTargets();

@@ -18,6 +18,10 @@
 
 namespace starsift {
 
+/// Makes the lattice exact, as the numbers of a problem are rationals, and gives it what the
+/// arguments say of a search: parameters, seed, and whether the best solution is looked for.
+void applyArguments(YLattice<long double>& lattice, const SeekArguments& given);
+
 /// One search, from reading the files to writing them.
 ///
 /// Its limits are parameters of the lattice: `sol` solutions, with targets `tnorm` and `snorm`,
@@ -27,8 +31,7 @@ namespace starsift {
 /// A fatal report ends the process; solutions found before are on disk then.
 class Seek {
  public:
-  /// `lattice` is exact, as the numbers of a problem are rationals, and has its parameters
-  /// and file names. Reports go to `report`.
+  /// `lattice` is exact and has its parameters and file names. Reports go to `report`.
   Seek(YLattice<long double>& lattice, SearchWatch& watch, SeekOptions options,
        std::ostream& report);
 
@@ -38,7 +41,7 @@ class Seek {
   /// The search alone: in the problem that the exact lattice has as read. Solutions go to `sink`.
   SearchEnd search(SolutionSink& sink);
 
-  /// What the search has found and proved, by the stars in `sink`.
+  /// What the search has found and proved, by the stars in `sink`; also after a fatal report.
   SearchResult result(const SolutionSink& sink, bool anyStars) const;
 
   /// All solutions that run() has found are in the solution file.

@@ -2,8 +2,9 @@
 
 #include <array>
 #include <cmath>
-#include <sstream>
 #include <string_view>
+
+#include "text/TextStreams.h"
 
 namespace starsift {
 
@@ -27,7 +28,7 @@ constexpr double mostYears = 1000;
 
 /// At most one digit behind the point, and none from 10 on.
 std::string shortNumber(double value) {
-  std::ostringstream text;
+  TextWriter text;
   text << (value < 9.95 ? std::round(value * 10) / 10 : std::round(value));
   return text.str();
 }

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <ostream>
-#include <sstream>
 #include <string_view>
 #include <utility>
 
 #include "app/TreeStatus.h"
 #include "files/PlainText.h"
 #include "system/Console.h"
+#include "text/TextStreams.h"
 
 namespace starsift {
 
@@ -48,7 +48,7 @@ std::string openVerdict(const SearchResult& result) {
 
 /// What a proof leaves open; empty without one.
 std::string reservation(const SearchResult& result) {
-  return result.decided.isComplete() && result.scope.hasSteps ? std::string(stepsRemark) : "";
+  return result.isStepsOnly() ? std::string(stepsRemark) : "";
 }
 
 /// Why there is no proof; empty if that needs no words.
@@ -116,7 +116,7 @@ std::string_view statusOf(const SearchResult& result) {
 
 /// What the line of a part has beside that of a search, and that of joined parts.
 std::string partFields(const SearchResult& result) {
-  std::ostringstream text;
+  TextWriter text;
   if (result.part)
     text << R"(, "part": ")" << result.part->part << '/' << result.part->parts
          << R"(", "subtrees": )" << result.part->subtrees << R"(, "done": )" << result.part->done;
@@ -129,10 +129,9 @@ std::string partFields(const SearchResult& result) {
 /// What keeps the status from being the whole truth, where that is so.
 std::string reservationFields(const SearchResult& result) {
   std::string fields;
-  if (result.decided.isComplete() && !result.scope.equationsAreExact)
-    fields += R"(, "exact_only": true)";
-  if (!reservation(result).empty()) fields += R"(, "steps_only": true)";
-  if (result.decided.undecided == Undecided::unbounded) fields += R"(, "unbounded": true)";
+  if (result.isExactOnly()) fields += R"(, "exact_only": true)";
+  if (result.isStepsOnly()) fields += R"(, "steps_only": true)";
+  if (result.isUnbounded()) fields += R"(, "unbounded": true)";
   return fields;
 }
 
@@ -141,6 +140,17 @@ std::string quoted(const std::optional<QQ>& value) {
 }
 
 }  // namespace
+
+std::uint64_t SearchResult::count() const {
+  if (decided.proof == Proof::allFound) return decided.count;
+  return std::max(decided.count, static_cast<std::uint64_t>(solutions));
+}
+
+SearchResult provedBy(std::string_view message, SearchResult found) {
+  found.decided.proof = Proof::noSolution;
+  found.scope = fatalScope(message);
+  return found;
+}
 
 void writeVerdict(std::ostream& stream, const SearchResult& result) {
   writeLine(stream, verdictText(result));
@@ -152,16 +162,13 @@ void writeVerdict(std::ostream& stream, const SearchResult& result) {
 
 std::string jsonLine(const SearchResult& result) {
   const Decided& decided = result.decided;
-  const std::uint64_t count = decided.proof == Proof::allFound
-                                  ? decided.count
-                                  : std::max<std::uint64_t>(decided.count, result.solutions);
-  std::ostringstream text;
+  TextWriter text;
   text << R"({"status": ")" << statusOf(result) << R"(", "complete": )"
        << (decided.isComplete() ? "true" : "false") << R"(, "solutions": )" << result.solutions
-       << R"(, "count": ")" << count << R"(", "best": )" << quoted(result.best) << R"(, "bound": )"
-       << quoted(decided.bound) << R"(, "nodes": )" << decided.nodes << R"(, "passes": )"
-       << result.passes << R"(, "seconds": )" << result.seconds << R"(, "seed": )" << result.seed
-       << partFields(result) << reservationFields(result) << '}';
+       << R"(, "count": ")" << result.count() << R"(", "best": )" << quoted(result.best)
+       << R"(, "bound": )" << quoted(decided.bound) << R"(, "nodes": )" << decided.nodes
+       << R"(, "passes": )" << result.passes << R"(, "seconds": )" << result.seconds
+       << R"(, "seed": )" << result.seed << partFields(result) << reservationFields(result) << '}';
   return std::move(text).str();
 }
 

@@ -5,6 +5,7 @@
 #include <iosfwd>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/ProofRemark.h"
@@ -25,6 +26,14 @@ struct PartResult {
 
 /// The end of a search.
 struct SearchResult {
+  /// Those that there are if that is proved, else those that were found, kept or only counted.
+  std::uint64_t count() const;
+  /// What is proved leaves open whether equations hold within their tolerance elsewhere.
+  bool isExactOnly() const { return decided.isComplete() && !scope.equationsAreExact; }
+  /// What is proved concerns multiples of the steps of variables with decimals.
+  bool isStepsOnly() const { return decided.isComplete() && scope.hasSteps; }
+  bool isUnbounded() const { return decided.undecided == Undecided::unbounded; }
+
   /// The complete search; a default one if there was none.
   Decided decided;
   /// Of the problem.
@@ -45,6 +54,9 @@ struct SearchResult {
   /// Of the random changes.
   std::uint64_t seed = 0;
 };
+
+/// The end of a search by a fatal report that proves that there is no solution.
+SearchResult provedBy(std::string_view message, SearchResult found);
 
 /// Writes the lines below the report of the stars: what was proved, or that nothing was.
 void writeVerdict(std::ostream& stream, const SearchResult& result);

@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "app/Interrupt.h"
 #include "app/JoinParts.h"
@@ -50,10 +51,8 @@ std::string searchRemark(std::string_view message) {
 std::string scriptRemark(std::string_view message) {
   if (fatalProof(message) != FatalProof::nothing) {
     SearchResult result;
-    result.decided.proof = Proof::noSolution;
-    result.scope = fatalScope(message);
     result.seed = commandLattice().seed();
-    std::cout << jsonLine(result) << std::endl;
+    std::cout << jsonLine(provedBy(message, std::move(result))) << std::endl;
   }
   return searchRemark(message);
 }
@@ -77,14 +76,11 @@ int runCommand(std::span<char* const> arguments, StatusLine::Clock::time_point s
   const SeekArguments given = splitArguments(arguments.subspan(arguments.empty() ? 0 : 1));
   YLattice<long double>& lattice = commandLattice();
   lattice.setFileNames(given.optFile);
-  lattice.useExtendedPrecision();
-  lattice.readParams(given.parameters);
+  applyArguments(lattice, given);
   if (given.options.version) {
     printVersion(program);
     return EXIT_SUCCESS;
   }
-  if (given.seed) lattice.setSeed(*given.seed);
-  if (!given.hasSol) lattice.seekBest();
   if (given.options.help || lattice.params().help) {
     printUsage(program, synopsis);
     writeParamHelp(std::cout << endLine());

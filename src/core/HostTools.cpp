@@ -7,10 +7,10 @@
 #include <cmath>
 #include <fstream>
 #include <regex>
-#include <sstream>
 
 #include "core/NumberTraits.h"
 #include "text/Serializable.h"
+#include "text/TextStreams.h"
 
 namespace starsift {
 
@@ -54,7 +54,7 @@ std::string regexReplace(const std::string& text, const std::string& pattern,
 }
 
 std::string limitedText(const Serializable& object, Index limit) {
-  std::ostringstream stream;
+  TextWriter stream;
   stream.precision(fileDigits);
   stream << object;
   std::string text = stream.str();
@@ -79,7 +79,7 @@ Index availableKibibytes(const std::string& meminfo) {
   while (std::getline(file, line)) {
     if (!line.starts_with(label)) continue;
     Index kibibytes = 0;
-    std::istringstream(line.substr(label.size())) >> kibibytes;
+    TextReader(line.substr(label.size())) >> kibibytes;
     return kibibytes;
   }
   return 0;

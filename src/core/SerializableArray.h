@@ -2,7 +2,6 @@
 // characters of the delimiter setting and escaped by a backslash.
 #pragma once
 
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -11,6 +10,7 @@
 #include "text/Serializable.h"
 #include "text/Text.h"
 #include "text/TextCursor.h"
+#include "text/TextStreams.h"
 
 namespace starsift {
 
@@ -82,7 +82,7 @@ std::vector<std::string> readItems(Source& source, const std::string& separators
 template <class T>
 void parseItem(const std::string& text, T& item) {
   item = T();
-  std::istringstream stream(text);
+  TextReader stream(text);
   stream >> item;
 }
 
@@ -114,7 +114,7 @@ class SerializableArray : public ConversionArray<T>, public Serializable {
     const char frame = separators().find('\n') == std::string::npos ? ' ' : '\n';
     stream << '[' << frame;
     for (Index i = 1; i <= this->dimension(); ++i) {
-      std::ostringstream text;
+      TextWriter text;
       text << (*this)[i];
       stream << listform::escaped(text.str(), separators());
       if (i < this->dimension()) stream << separators().front();

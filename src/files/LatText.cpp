@@ -1,11 +1,10 @@
 #include "files/LatText.h"
 
-#include <sstream>
-
 #include "core/VectorText.h"
 #include "files/ResultFile.h"
 #include "numbers/VectorQQ.h"
 #include "system/Signals.h"
+#include "text/TextStreams.h"
 
 namespace starsift {
 
@@ -28,7 +27,7 @@ std::string numberText(const T& value) {
 
 template <class T>
 std::string latText(const LatticeData<T>& data) {
-  std::ostringstream text;
+  TextWriter text;
   text.precision(fileDigits);
   text << data.basis << "\n\n"
        << data.l << '\n'

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <ostream>
-#include <sstream>
 #include <string_view>
 #include <utility>
 
@@ -10,6 +9,7 @@
 #include "files/SolWriter.h"
 #include "numbers/Conversion.h"
 #include "numbers/QQ.h"
+#include "text/TextStreams.h"
 
 namespace starsift {
 
@@ -194,7 +194,7 @@ void writeSolutions(std::ostream& stream, const std::vector<StarLine>& lines,
 
 template <class T>
 std::string solutionsText(const Array<Star<T>>& stars, const Vector<T>& goals) {
-  std::ostringstream text;
+  TextWriter text;
   writeSolutions(text, stars, goals);
   return std::move(text).str();
 }

@@ -2,10 +2,10 @@
 
 #include <cxxabi.h>
 
-#include <sstream>
 #include <utility>
 
 #include "library/Inside.h"
+#include "text/TextStreams.h"
 
 namespace starsift {
 
@@ -14,7 +14,7 @@ namespace {
 constexpr std::chrono::milliseconds progressInterval{10};
 
 std::string pointText(const Star<QQ>& star) {
-  std::ostringstream text;
+  TextWriter text;
   text << star.x();
   return std::move(text).str();
 }
@@ -70,6 +70,7 @@ void MemorySink::rethrow() const {
 template <class Call, class Argument>
 void MemorySink::tell(const Call& call, const Argument& argument) {
   if (error_) return;
+  const ThreadLocale host(hostLocale_);
   try {
     call(argument);
   } catch (const abi::__forced_unwind&) {

@@ -14,6 +14,7 @@
 
 #include "app/SearchWatch.h"
 #include "app/SolutionSink.h"
+#include "system/ThreadLocale.h"
 
 namespace starsift {
 
@@ -27,7 +28,7 @@ struct SearchCalls {
 /// search at the next look: nothing may be thrown in the middle of a step.
 class MemorySink : public SolutionSink, public SearchListener {
  public:
-  /// The calls must outlive the sink.
+  /// Made in the locale of the host, in which the calls will run. They must outlive the sink.
   MemorySink(const SearchCalls& calls, std::stop_token stop)
       : calls_(calls), stop_(std::move(stop)) {}
 
@@ -55,6 +56,7 @@ class MemorySink : public SolutionSink, public SearchListener {
 
   const SearchCalls& calls_;
   std::stop_token stop_;
+  locale_t hostLocale_ = ThreadLocale::current();
   Array<Star<QQ>> stars_;
   /// The texts of their points.
   std::unordered_set<std::string> known_;

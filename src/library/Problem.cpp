@@ -3,6 +3,7 @@
 
 #include "library/Hosted.h"
 #include "library/Inside.h"
+#include "library/ProblemText.h"
 #include "models/text/Words.h"
 #include "problem/OptReader.h"
 #include "system/Failure.h"
@@ -194,6 +195,18 @@ std::string Problem::rowName(std::size_t row) const {
 
 std::string Problem::toOpt() const {
   return hosted([this] { return optText(*record_); });
+}
+
+std::string Problem::toText() const {
+  return hosted([this] { return problemText(*record_); });
+}
+
+Problem Problem::fromText(std::string_view text) {
+  return hosted([text] {
+    Problem result;
+    *result.record_ = {parseProblemText(text)};
+    return result;
+  });
 }
 
 }  // namespace v1

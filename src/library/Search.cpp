@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
-#include <sstream>
 #include <utility>
 
 #include "app/ProofRemark.h"
@@ -17,7 +16,9 @@
 #include "library/MemorySink.h"
 #include "params/ExtendedParams.h"
 #include "params/ParamArguments.h"
+#include "system/Exceptions.h"
 #include "system/Failure.h"
+#include "text/TextStreams.h"
 
 namespace starsift {
 inline namespace v1 {
@@ -49,11 +50,8 @@ SeekArguments splitOptions(std::vector<std::string> options) {
 }
 
 void prepare(YLattice<long double>& lattice, const Vanu<QQ>& problem, const SeekArguments& given) {
-  lattice.useExtendedPrecision();
-  lattice.readParams(given.parameters);
+  applyArguments(lattice, given);
   lattice.takeProblem(problem);
-  if (given.seed) lattice.setSeed(*given.seed);
-  if (!given.hasSol) lattice.seekBest();
 }
 
 Search::End endOf(SearchEnd end) {
@@ -110,16 +108,15 @@ std::vector<Solution> ordered(const MemorySink& sink) {
 
 Result resultOf(SearchEnd end, const SearchResult& found) {
   Result result;
-  std::ostringstream verdict;
+  TextWriter verdict;
   writeVerdict(verdict, found);
   result.end = endOf(end);
   result.proof = proofOf(found.decided.proof);
-  result.isExactOnly = found.decided.isComplete() && !found.scope.equationsAreExact;
-  result.isStepsOnly = found.decided.isComplete() && found.scope.hasSteps;
-  result.isUnbounded = found.decided.undecided == Undecided::unbounded;
+  result.isExactOnly = found.isExactOnly();
+  result.isStepsOnly = found.isStepsOnly();
+  result.isUnbounded = found.isUnbounded();
   result.verdict = withoutLineEnd(std::move(verdict).str());
-  result.count = std::max(found.decided.count, static_cast<std::uint64_t>(found.solutions));
-  if (found.decided.proof == Proof::allFound) result.count = found.decided.count;
+  result.count = found.count();
   result.best = numberOf(found.best);
   result.bound = numberOf(found.decided.bound);
   result.nodes = found.decided.nodes;
@@ -130,21 +127,27 @@ Result resultOf(SearchEnd end, const SearchResult& found) {
 
 /// The result of a search that a report has ended, if that is no fault of the input: there is no
 /// solution, or a number is too large. Else throws the report.
-Result ended(const std::string& message, const YLattice<long double>& lattice) {
-  Result result;
-  result.seed = lattice.seed();
+Result ended(const std::string& message, const SearchResult& found) {
   if (message == overflowReport) {
-    result.end = Search::End::overflow;
+    Result result = resultOf(SearchEnd::overflow, found);
     result.verdict = message;
     return result;
   }
   if (fatalProof(message) == FatalProof::nothing) throw FatalReport(message);
-  result.end = Search::End::decided;
-  result.proof = Search::Proof::infeasible;
-  result.isExactOnly = fatalProof(message) == FatalProof::noExactSolution;
-  result.isStepsOnly = fatalScope(message).hasSteps;
+  Result result = resultOf(SearchEnd::decided, provedBy(message, found));
   result.verdict = message + '\n' + proofRemark(message);
   return result;
+}
+
+/// After a report in the middle of a step.
+void takeRest(MemorySink& sink, const YLattice<long double>& lattice) {
+  try {
+    sink.trySave(lattice);
+  } catch (const FatalReport&) {
+    // The lattice is broken; what was taken before is in the sink.
+  } catch (const GeneralException&) {
+    // The same.
+  }
 }
 
 /// Each point that is right, judged anew, once.
@@ -168,10 +171,14 @@ Result search(const Vanu<QQ>& problem, const SeekArguments& given, MemorySink& s
     sink.trySave(lattice);
     result = resultOf(end, seek.result(sink, sink.stars().isSet()));
   } catch (const FatalReport& report) {
-    result = ended(report.message(), lattice);
+    takeRest(sink, lattice);
+    result = ended(report.message(), seek.result(sink, sink.stars().isSet()));
   }
   lattice.endSearch();
   result.solutions = ordered(sink);
+  // Known ones too, of which the search doesn't know.
+  if (result.proof != Search::Proof::allFound)
+    result.count = std::max(result.count, static_cast<std::uint64_t>(result.solutions.size()));
   result.seconds = std::chrono::duration<double>(StatusLine::Clock::now() - start).count();
   return result;
 }

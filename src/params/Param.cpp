@@ -2,11 +2,11 @@
 
 #include <cassert>
 #include <limits>
-#include <sstream>
 #include <type_traits>
 #include <utility>
 
 #include "numbers/Conversion.h"
+#include "text/TextStreams.h"
 
 namespace starsift {
 
@@ -43,7 +43,7 @@ T infinityOf(bool negative) {
 
 template <class T>
 void extract(const std::string& text, T& value) {
-  std::istringstream(text) >> value;
+  TextReader(text) >> value;
 }
 
 void extract(const std::string& text, QQ& value) {
@@ -72,7 +72,7 @@ void ParamText<T>::parse(const std::string& text, T& value) {
 
 template <class T>
 std::string ParamText<T>::print(const T& value) {
-  std::ostringstream stream;
+  TextWriter stream;
   stream << value;
   return stream.str();
 }

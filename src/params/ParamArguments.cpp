@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
-#include <sstream>
 #include <stdexcept>
 #include <string_view>
 
 #include "numbers/QQ.h"
 #include "system/Failure.h"
+#include "text/TextStreams.h"
 
 namespace starsift {
 
@@ -78,13 +78,13 @@ bool isItem(const std::string& name, const std::string& text) {
 
 void readArgument(Params& params, const std::string& argument) {
   if (!argument.starts_with(dashes) || argument == dashes) fail("Malformed parameter: " + argument);
-  std::istringstream stream(argument);
+  TextReader stream(argument);
   ParamInfo item;
   stream >> item;
-  const bool alone = stream.peek() == std::istringstream::traits_type::eof();
+  const bool alone = stream.peek() == TextReader::traits_type::eof();
   if (!alone || !isItem(item.name(), item.text()))
     fail("Malformed parameter: " + argument.substr(dashes.size()));
-  std::istringstream(argument) >> params;
+  TextReader(argument) >> params;
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
 #include "params/Params.h"
 
 #include <cctype>
-#include <sstream>
 
 #include "system/Failure.h"
 #include "text/Text.h"
 #include "text/TextCursor.h"
+#include "text/TextStreams.h"
 
 namespace starsift {
 
@@ -40,7 +40,7 @@ std::ostream& Params::write(std::ostream& stream) const {
   std::string text;
   for (const auto& entry : table()) {
     if (entry.right->name().empty()) continue;
-    std::ostringstream item;
+    TextWriter item;
     item << *entry.right;
     if (!item.view().empty()) text += item.str() + ' ';
   }

@@ -11,7 +11,8 @@ thread_local int callsUnderWay = 0;
 
 }  // namespace
 
-HostedCall::HostedCall() : console_(std::exchange(consoleState(), {})) {
+HostedCall::HostedCall()
+    : console_(std::exchange(consoleState(), {})), locale_(ThreadLocale::classic()) {
   ++callsUnderWay;
 }
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "system/Console.h"
+#include "system/ThreadLocale.h"
 
 namespace starsift {
 
@@ -20,8 +21,8 @@ class FatalReport {
 };
 
 /// During its lifetime the calling thread works for a host: fail() throws a FatalReport, reports
-/// go nowhere, and the console has a state of its own. Other threads aren't concerned. May be
-/// nested.
+/// go nowhere, the console has a state of its own, and the functions of C work as in the locale
+/// "C". Other threads aren't concerned. May be nested.
 class HostedCall {
  public:
   HostedCall();
@@ -34,6 +35,7 @@ class HostedCall {
 
  private:
   ConsoleState console_;
+  ThreadLocale locale_;
 };
 
 }  // namespace starsift

@@ -1,12 +1,16 @@
 """The package starsift: numbers of every kind, searches in threads, and how they end."""
 
+import ast
+import asyncio
 import copy
 import decimal
 import doctest
 import math
+import multiprocessing
 import numbers
 import os
 import pathlib
+import pickle
 import re
 import signal
 import subprocess
@@ -125,6 +129,15 @@ class Numbers(unittest.TestCase):
         matrix = numpy.array([[12, 17], [1, 1]], dtype=numpy.int64)
         problem = starsift.Problem(lower=numpy.zeros(2, int), upper=[9, 9], Ag=matrix, bg=[46, 3])
         self.assertEqual(problem.search().solutions[0].x, [1, 2])
+
+    def test_arrays_of_integers_of_every_width_are_lists_of_them(self):
+        largest = 2**64 - 1
+        for width in (numpy.int8, numpy.uint32, numpy.int64):
+            self.assertEqual([type(x) for x in starsift._list(numpy.array([3, 4], width))], [int, int])
+        self.assertEqual(starsift._list(numpy.array([largest], numpy.uint64)), [largest])
+        self.assertEqual(starsift._list(numpy.array([[1, 2], [3, 4]])), [[1, 2], [3, 4]])
+        with self.assertRaises(TypeError):
+            starsift._list(numpy.array(5))
 
     def test_a_float_is_exact_and_warns_once(self):
         starsift._has_warned = False
@@ -313,6 +326,32 @@ class Searches(unittest.TestCase):
         with self.assertRaisesRegex(StopIteration, "enough"):
             split(7, 60).search(prove=False, time=30, on_progress=progress)
 
+    def test_an_event_ends_it_in_another_thread_with_what_it_has(self):
+        stop, found = threading.Event(), threading.Event()
+        problem = sums_to(60)
+        for _ in range(40):
+            problem.add_variable(0, 1)
+        with ThreadPoolExecutor(1) as pool:
+            run = pool.submit(
+                problem.search, sol=0, threads=1, time=60, stop=stop, on_solution=lambda _: found.set()
+            )
+            self.assertTrue(found.wait(60))
+            stop.set()
+            result = run.result()
+        self.assertEqual((result.end, result.proof), ("stopped", "none"))
+        self.assertGreater(len(result.solutions), 0)
+
+    def test_an_event_that_is_set_ends_it_at_once(self):
+        stop = multiprocessing.Event()
+        stop.set()
+        self.assertEqual(split(7, 60).search(prove=False, time=30, stop=stop).end, "stopped")
+        self.assertLess(len(split(7, 60).profile(stop=stop)), 3)
+
+    def test_an_event_that_fails_leaves_it(self):
+        stop = types.SimpleNamespace(is_set=lambda: 1 / 0)
+        with self.assertRaises(ZeroDivisionError):
+            split(7, 60).search(prove=False, time=30, stop=stop)
+
     def test_an_exception_of_a_call_leaves_it(self):
         def refuse(_):
             raise KeyError("no")
@@ -410,6 +449,100 @@ class Searches(unittest.TestCase):
             sums_to(4).search(soll=1)
 
 
+class Dish(starsift.Problem):
+    """A problem that knows more than its rows."""
+
+
+class Pickles(unittest.TestCase):
+    def menu(self, kind=starsift.Problem):
+        problem = kind(lower=[0, 0], upper=[9, math.inf], names=["tea", "r\u00e9z"], minimise=["1/3", 0])
+        problem.add_range({0: 1}, -math.inf, 5, name="first")
+        problem.add_equation([1, 2], 10**30)
+        return problem
+
+    def test_of_problems_keep_names_and_the_order_of_rows(self):
+        problem = self.menu()
+        for protocol in range(2, pickle.HIGHEST_PROTOCOL + 1):
+            again = pickle.loads(pickle.dumps(problem, protocol))
+            self.assertEqual(again.to_opt(), problem.to_opt())
+            self.assertEqual([again.variable_name(j) for j in range(2)], ["tea", "r\u00e9z"])
+            self.assertEqual([again.row_name(i) for i in range(2)], ["first", "g1"])
+
+    def test_of_unfinished_problems_can_be_gone_on_with(self):
+        again = pickle.loads(pickle.dumps(starsift.Problem(lower=[0], upper=[5])))
+        again.add_equation([2], 6)
+        self.assertEqual(again.search().solutions[0].x, [3])
+
+    def test_keep_what_a_class_of_the_user_has(self):
+        dish = self.menu(Dish)
+        dish.cook = "Ann"
+        again = pickle.loads(pickle.dumps(dish))
+        self.assertEqual((type(again), again.cook, again.to_opt()), (Dish, "Ann", dish.to_opt()))
+
+    def test_of_results_are_equal_to_them(self):
+        moments = []
+        result = self.menu().search(on_progress=moments.append)
+        again = pickle.loads(pickle.dumps(result))
+        self.assertEqual(again.solutions, result.solutions)
+        self.assertEqual((again.verdict, again.best), (result.verdict, result.best))
+        self.assertGreater(len(result.history), 0)
+        self.assertEqual(repr(again.history), repr(result.history))
+        verdicts = self.menu().check([[1, 1]])
+        self.assertEqual(pickle.loads(pickle.dumps(verdicts)), verdicts)
+
+    def test_of_errors_have_their_text(self):
+        error = pickle.loads(pickle.dumps(starsift.Error("row u1: no bound is finite")))
+        self.assertEqual((type(error), str(error)), (starsift.Error, "row u1: no bound is finite"))
+
+    def test_go_through_a_pool_of_processes(self):
+        with multiprocessing.get_context("spawn").Pool(2) as pool:
+            results = pool.map(starsift.Problem.search, map(sums_to, (10, 11, 12)))
+        self.assertEqual([result.solutions[0].x[0] % 2 for result in results], [0, 1, 0])
+
+
+class Locale(unittest.TestCase):
+    """A process whose decimals begin with a comma, as in much of Europe."""
+
+    SCRIPT = (
+        "import locale, sys, starsift\n"
+        "locale.setlocale(locale.LC_NUMERIC, sys.argv[1])\n"
+        "text = '[ 1.25 ] [ [ 0.001 0.1 ] ] [ ] [ ] [ ] [ [ 1 1 ] ] [ 0.1 ] [ 20.7 ] [ 1 2 ] [ 0.5 0.25 ] [ 9.5 9 ]'\n"
+        "problem = starsift.Problem.from_opt(text)\n"
+        "result = problem.search(seed=1, iters=1, prove=False)\n"
+        "records = problem.from_sol('[ 0.5 3.75 ]\\n[ 0.6 3.25 ]\\n')\n"
+        "print(problem.to_opt(), problem.to_sol(records + result.solutions), problem.check([['0.05', '9.75']]))\n"
+        "print(locale.str(1.5), file=sys.stderr)\n"
+    )
+
+    def define(self, folder):
+        """Makes the locale "comma" in the folder, of nothing but its numbers."""
+        letters = "".join(f"<U{code:04X}> /x{code:02x}\n" for code in range(128))
+        head = "<code_set_name> ASCII\n<mb_cur_max> 1\nCHARMAP\n"
+        (folder / "charmap").write_text(f"{head}{letters}END CHARMAP\n")
+        (folder / "source").write_text(
+            'LC_NUMERIC\ndecimal_point ","\nthousands_sep "."\ngrouping 3\nEND LC_NUMERIC\n'
+        )
+        # Its status is 1, since the other categories are missing.
+        subprocess.run(
+            ["localedef", "-c", "-f", folder / "charmap", "-i", folder / "source", folder / "comma"],
+            capture_output=True, timeout=60, check=False,
+        )
+
+    def test_changes_no_number(self):
+        with tempfile.TemporaryDirectory() as scratch:
+            self.define(pathlib.Path(scratch))
+            runs = [
+                subprocess.run(
+                    [sys.executable, "-c", self.SCRIPT, name], env=os.environ | {"LOCPATH": scratch},
+                    capture_output=True, text=True, timeout=60, check=True,
+                )
+                for name in ("C", "comma")
+            ]
+        self.assertEqual([run.stderr for run in runs], ["1.5\n", "1,5\n"])
+        self.assertEqual(runs[0].stdout, runs[1].stdout)
+        self.assertIn("0.6 3.25", runs[0].stdout)
+
+
 class Package(unittest.TestCase):
     def test_its_version_is_that_of_the_project(self):
         project = (ROOT / "CMakeLists.txt").read_text()
@@ -429,6 +562,36 @@ class Examples(unittest.TestCase):
                 )
                 self.assertEqual(run.stderr, "")
                 self.assertEqual(run.stdout, script.with_suffix(".out").read_text())
+
+
+class Stubs(unittest.TestCase):
+    """The file for type checkers names what the extension module has."""
+
+    @staticmethod
+    def own(names):
+        return {name for name in names if not name.startswith("_") or name in ("__init__", "__version__")}
+
+    def test_have_the_names_of_the_module(self):
+        inner = starsift._starsift
+        page = ast.parse((ROOT / "python/starsift/_starsift.pyi").read_text())
+        classes = {node.name: node for node in page.body if isinstance(node, ast.ClassDef)}
+        values = {node.target.id for node in page.body if isinstance(node, ast.AnnAssign)}
+        self.assertEqual(self.own(vars(inner)), set(classes) | values)
+        for name, node in classes.items():
+            with self.subTest(name):
+                members = {getattr(part, "name", None) or part.target.id for part in node.body
+                           if isinstance(part, (ast.FunctionDef, ast.AnnAssign))}
+                self.assertEqual(self.own(vars(getattr(inner, name))) - {"__init__"}, members - {"__init__"})
+
+    def test_have_the_arguments_of_its_methods(self):
+        page = ast.parse((ROOT / "python/starsift/_starsift.pyi").read_text())
+        problem = next(node for node in page.body if getattr(node, "name", "") == "Problem")
+        for method in problem.body:
+            if not isinstance(method, ast.FunctionDef) or method.name == "__init__":
+                continue
+            with self.subTest(method.name):
+                told = re.search(r"\((.*)\)", getattr(starsift._starsift.Problem, method.name).__doc__)[1]
+                self.assertEqual(len(re.findall(r"\barg\d+: |\bself: ", told)), len(method.args.args))
 
 
 class Reference(unittest.TestCase):
@@ -461,7 +624,9 @@ class Notebook(unittest.TestCase):
             # Else the debugger of the kernel warns of frozen modules.
             folders["PYDEVD_DISABLE_FILE_VALIDATION"] = "1"
             with unittest.mock.patch.dict(os.environ, folders):
-                nbclient.NotebookClient(run, timeout=300, kernel_name="python3").execute()
+                client = nbclient.NotebookClient(run, timeout=300, kernel_name="python3")
+                # execute() leaves a loop of its own open.
+                asyncio.run(client.async_execute())
         self.assertEqual(list(self.outputs(run)), list(self.outputs(stored)))
         self.assertGreater(len(list(self.outputs(run))), 8)
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <ostream>
-#include <sstream>
 #include <string>
 #include <utility>
 
@@ -13,6 +12,7 @@
 #include "system/Console.h"
 #include "system/Exceptions.h"
 #include "system/Failure.h"
+#include "text/TextStreams.h"
 
 namespace starsift {
 
@@ -22,7 +22,7 @@ namespace latticefiles {
 constexpr const char* solverVersion = "2.4.2";
 
 inline std::string lineOf(const Params& params) {
-  std::ostringstream text;
+  TextWriter text;
   text << params;
   return text.str();
 }

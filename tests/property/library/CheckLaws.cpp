@@ -1,4 +1,5 @@
-// Checks and searches of the library on small problems, against whole numbers counted by hand.
+// Checks and searches of the library on small problems, against whole numbers counted by hand, and
+// the texts of problems.
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 #include <rapidcheck/gtest.h>
@@ -6,6 +7,8 @@
 
 #include <algorithm>
 #include <set>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace starsift {
@@ -170,6 +173,33 @@ RC_GTEST_PROP(LibraryLaws, RecordsComeBackFromTheirText, ()) {
     return check(problem, s.x).isSolution;
   });
   RC_ASSERT(read.size() == static_cast<std::size_t>(right));
+}
+
+RC_GTEST_PROP(LibraryLaws, ProblemsComeBackFromTheirText, ()) {
+  const PlainProblem plain = *anyProblem();
+  const auto x = *rc::gen::container<Integers>(plain.lower.size(), rc::gen::inRange(-6, 9));
+  const Problem problem = built(plain);
+  const Problem again = Problem::fromText(problem.toText());
+  RC_ASSERT(again.toOpt() == problem.toOpt());
+  const Verdict verdict = check(problem, numbers(x));
+  const Verdict verdictAgain = check(again, numbers(x));
+  RC_ASSERT(verdictAgain.violations.size() == verdict.violations.size());
+  for (std::size_t i = 0; i < verdict.violations.size(); ++i)
+    RC_ASSERT(verdictAgain.violations[i].name == verdict.violations[i].name);
+}
+
+RC_GTEST_PROP(LibraryLaws, OtherTextsAreRefusedOrThoseOfAProblem, ()) {
+  constexpr std::string_view characters = " \n0123456789:/=<.-+einfx";
+  std::string text = built(*anyProblem()).toText();
+  for (int i = *rc::gen::inRange(1, 4); i > 0; --i)
+    text[*rc::gen::inRange<std::size_t>(0, text.size())] =
+        characters[*rc::gen::inRange<std::size_t>(0, characters.size())];
+  try {
+    const std::string read = Problem::fromText(text).toText();
+    RC_ASSERT(Problem::fromText(read).toText() == read);
+  } catch (const Error&) {
+    // Most are refused.
+  }
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/fixtures/GroupedDigits.h"
+
 namespace starsift {
 namespace {
 
@@ -14,6 +16,11 @@ TEST(RoughDuration, HasTheLargestUnitThatItReaches) {
   EXPECT_EQ(roughDuration(45 * 86400), "about 45 days");
   EXPECT_EQ(roughDuration(1e9), "about 32 years");
   EXPECT_EQ(roughDuration(1e30), "more than 1000 years");
+}
+
+TEST(RoughDuration, IsTheSameInEveryLocale) {
+  const test::GroupedDigits grouped;
+  EXPECT_EQ(roughDuration(90), "about 1.5 minutes");
 }
 
 TEST(TreeStatus, TellsShareSpeedAndTimeLeft) {

@@ -92,6 +92,15 @@ TEST_F(VerdictTest, TellsScriptsWhatTheStatusLeavesOpen) {
   EXPECT_THAT(jsonLine(result_), testing::HasSubstr(R"("unbounded": true)"));
 }
 
+TEST_F(VerdictTest, OfAReportThatProvesItKeepsWhatWasFound) {
+  result_.solutions = 2;
+  result_.scope.equationsAreExact = false;
+  const SearchResult proved = provedBy("sol bounds error", result_);
+  EXPECT_EQ(proved.decided.proof, Proof::noSolution);
+  EXPECT_FALSE(proved.isExactOnly());
+  EXPECT_EQ(proved.count(), 2U);
+}
+
 TEST_F(VerdictTest, TellsThatTheFirstSolutionIsOptimal) {
   result_.decided.proof = Proof::optimum;
   EXPECT_EQ(verdict(), "The first solution is optimal.\n");

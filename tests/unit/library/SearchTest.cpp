@@ -5,6 +5,7 @@
 #include <set>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "LibraryErrors.h"
@@ -28,6 +29,13 @@ Problem one() {
   problem.addVariable(0, 5);
   problem.addEquation({3, 5}, 31);
   return problem;
+}
+
+/// A file of one solution.
+std::vector<Solution> record(std::vector<Number> x) {
+  std::vector<Solution> solutions(1);
+  solutions.front().x = std::move(x);
+  return solutions;
 }
 
 constexpr int sum = 400;
@@ -208,6 +216,31 @@ TEST(LibrarySearch, EndsWhereANumberIsTooLarge) {
   EXPECT_EQ(result.end, End::overflow);
   EXPECT_EQ(result.proof, Proof::none);
   EXPECT_EQ(result.verdict, "numbers too large for the reduction");
+}
+
+TEST(LibrarySearch, KeepsWhatIsKnownWhereANumberIsTooLarge) {
+  const Number large("1" + std::string(6000, '0'));
+  Problem problem;
+  problem.addVariable("-inf", "inf");
+  problem.addEquation({1}, large);
+  problem.minimise({2});
+  const Search::Result result = Search(problem).set("rtime", 5).know(record({large})).run();
+  EXPECT_EQ(result.end, End::overflow);
+  ASSERT_EQ(result.solutions.size(), 1U);
+  EXPECT_EQ(result.count, 1U);
+  EXPECT_EQ(result.best, result.solutions.front().targetNorm);
+}
+
+TEST(LibrarySearch, KeepsWhatHoldsWithinTheToleranceBesideAProof) {
+  Problem problem;
+  problem.addVariable(0, 5);
+  problem.addEquation({"2.0000000001"}, 4);
+  problem.maximise({1});
+  const Search::Result result = Search(problem).know(record({2})).run();
+  EXPECT_EQ(result.proof, Proof::infeasible);
+  EXPECT_TRUE(result.isExactOnly);
+  EXPECT_EQ(result.count, 1U);
+  EXPECT_EQ(result.best, Number(-2));
 }
 
 TEST(LibrarySearch, RefusesAProblemWithoutRows) {

@@ -1,6 +1,7 @@
 #include "system/HostedCall.h"
 
 #include <gtest/gtest.h>
+#include <langinfo.h>
 
 #include <cerrno>
 #include <string>
@@ -47,6 +48,18 @@ TEST(HostedCall, ConcernsItsThreadOnly) {
   bool isHosted = true;
   std::thread([&isHosted] { isHosted = HostedCall::isUnderWay(); }).join();
   EXPECT_FALSE(isHosted);
+}
+
+TEST(HostedCall, HasTheLocaleOfC) {
+  locale_t const utf8 = newlocale(LC_ALL_MASK, "C.UTF-8", nullptr);
+  ASSERT_NE(utf8, nullptr);
+  const ThreadLocale host(utf8);
+  const std::string ofHost = nl_langinfo(CODESET);
+  {
+    const HostedCall call;
+    EXPECT_NE(ofHost, nl_langinfo(CODESET));
+  }
+  EXPECT_EQ(ofHost, nl_langinfo(CODESET));
 }
 
 TEST(HostedCall, MayBeNested) {
