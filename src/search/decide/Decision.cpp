@@ -19,7 +19,7 @@ namespace starsift {
 
 namespace {
 
-/// Of the linear relaxation.
+/// Of all linear relaxations of a problem.
 constexpr std::chrono::seconds relaxationTime{2};
 
 /// The bounds of the box become those of objectives of at most `most`.
@@ -108,6 +108,9 @@ class Decision::Tree {
   /// Reduces the coset and prepares its enumeration, unless the tree is closed; false if it was
   /// ended before.
   bool makeTree(const MayGoOn& mayGoOn);
+  /// Raises the lower sides of the objective's coordinates to leastNorm_ or, where that says
+  /// nothing of them, to those of linear programs in rationals. False if mayProgram() ended these.
+  bool raiseLowerSides(const MayGoOn& mayProgram);
   void dropEnumeration();
   /// No objective is small enough to count: proven without a tree. A fixed objective has no
   /// coordinate whose box could become empty.
@@ -127,6 +130,7 @@ class Decision::Tree {
   std::optional<ZZ> most_;
   /// Proven: no solution has less target norm.
   std::optional<QQ> leastNorm_;
+  std::chrono::steady_clock::duration relaxationTimeLeft_ = relaxationTime;
   std::optional<Star<QQ>> met_;
   std::optional<Enumeration> enumeration_;
   std::uint64_t nodesBefore_ = 0;
@@ -177,6 +181,16 @@ bool Decision::Tree::makeTree(const MayGoOn& mayGoOn) {
   if (!data) return false;
   enumeration_ = Enumeration::prepared(coset, *data, mayGoOn);
   return enumeration_.has_value();
+}
+
+bool Decision::Tree::raiseLowerSides(const MayGoOn& mayProgram) {
+  const std::optional<ZZ> least = leastObjective();
+  if (!least || !integers_.objective->deviations.empty()) return raiseObjective(coset_, mayProgram);
+  for (const ObjectiveCoordinate& objective : coset_.objective) {
+    ZZ& lower = coset_.coset.lower[objective.coordinate];
+    lower = std::max(lower, *objective.bound.rangeFrom(*least).lower);
+  }
+  return true;
 }
 
 void Decision::Tree::dropEnumeration() {
@@ -230,10 +244,12 @@ Preparation Decision::Tree::makeCoset(const std::optional<QQ>& known, const MayG
 
 bool Decision::Tree::relax(const std::optional<QQ>& known, const MayGoOn& mayGoOn) {
   if (leastNorm_) return true;
-  const auto start = std::chrono::steady_clock::now();
-  const RelaxedProblem relaxed = relaxedProblem(integers_, [&mayGoOn, start] {
-    return mayGoOn() && std::chrono::steady_clock::now() - start < relaxationTime;
+  using Clock = std::chrono::steady_clock;
+  const Clock::time_point start = Clock::now();
+  const RelaxedProblem relaxed = relaxedProblem(integers_, [this, &mayGoOn, start] {
+    return mayGoOn() && Clock::now() - start < relaxationTimeLeft_;
   });
+  relaxationTimeLeft_ -= Clock::now() - start;
   if (aim_ != Aim::best || relaxed.isInfeasible) return !relaxed.isInfeasible;
   if (relaxed.leastObjective) {
     leastNorm_ = integers_.objective->normOf(*relaxed.leastObjective);
@@ -295,7 +311,7 @@ Preparation Decision::Tree::prepare(Aim aim, const std::optional<QQ>& known, con
 }
 
 bool Decision::Tree::raiseBound(const MayGoOn& mayProgram, const MayGoOn& mayGoOn) {
-  if (isClosed() || !raiseObjective(coset_, mayProgram)) return mayGoOn();
+  if (isClosed() || !raiseLowerSides(mayProgram)) return mayGoOn();
   dropEnumeration();
   return makeTree(mayGoOn);
 }

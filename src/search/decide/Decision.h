@@ -100,9 +100,10 @@ class Decision {
 
   /// The rest is for ready trees.
 
-  /// With Aim::best raises leastNorm(), and makes the tree smaller, by linear programs in
-  /// rationals, which take some seconds with a hundred variables. If mayProgram() ends them the
-  /// tree stays as it is. False if mayGoOn() ended the reduction after them: there is no tree.
+  /// With Aim::best makes the tree anew in the smaller box above leastNorm(). If that isn't known,
+  /// or there are goals, linear programs in rationals raise it, which take some seconds with a
+  /// hundred variables; if mayProgram() ends them the tree stays as it is. False if mayGoOn() ended
+  /// the reduction after them: there is no tree.
   bool raiseBound(const MayGoOn& mayProgram, const MayGoOn& mayGoOn);
   /// The expected nodes of the complete tree.
   TreeEstimate estimate(const ProbeSettings& probes) const;

@@ -138,13 +138,10 @@ class Maker {
 
   bool addObjective() {
     if (!settings_.withObjective || !problem_.objective) return true;
-    const bool isLinear = problem_.objective->deviations.empty();
     result_.leastObjective = settings_.least;
     for (ObjectiveBound& bound : objectiveBounds(*problem_.objective)) {
       IntegerRange range = valuesOver(problem_.box, bound.form);
       if (settings_.most) range = common(std::move(range), bound.rangeBelow(*settings_.most));
-      if (settings_.least && isLinear)
-        range = common(std::move(range), bound.rangeFrom(*settings_.least));
       Coordinate coordinate = coordinateOf(bound.form, std::move(range));
       const bool isFixed = coordinate.steps.empty();
       if (isFixed)
