@@ -29,7 +29,13 @@ _starseek() {
 }
 
 _starport() {
-  local word=${COMP_WORDS[COMP_CWORD]}
+  local word=${COMP_WORDS[COMP_CWORD]} option=${COMP_WORDS[COMP_CWORD - 1]}
+  # The shell divides --for=cbc at the "=".
+  if [ "$word" = = ]; then
+    word=
+  elif [ "$option" = = ]; then
+    option=${COMP_WORDS[COMP_CWORD - 2]}
+  fi
   case $word in
     -*)
       mapfile -t COMPREPLY < <(compgen -W "-o --solution --format --force --repair --decimals --constant
@@ -38,8 +44,9 @@ _starport() {
       ;;
     *)
       COMPREPLY=()
-      case ${COMP_WORDS[COMP_CWORD - 1]} in
+      case $option in
         --for) mapfile -t COMPREPLY < <(compgen -W "miplib cbc" -- "$word") ;;
+        --record) mapfile -t COMPREPLY < <(compgen -W "all" -- "$word") ;;
         --format) mapfile -t COMPREPLY < <(compgen -W "mps lp opb" -- "$word") ;;
         --solution | -o)
           mapfile -t COMPREPLY < <(compgen -f -- "$word")

@@ -407,7 +407,8 @@ TEST(Cbc, StartsFromARecordThatIsHandedToIt) {
   const std::string found = folder.write("found", "=obj= 15\na 3\nc 1\n");
   importModel(model, {found}, folder.file("packing"), {});
   const std::string start = folder.write(
-      "start", solutionText(model, folder.file("packing.sol"), 1, SolutionForm::cbc, {}));
+      "start",
+      solutionText(recordsOf(model, folder.file("packing.sol"), 1, {}), SolutionForm::cbc));
   const std::string log = folder.file("log");
   const std::string command = "cbc " + model + " -mipstart " + start + " -solve >" + log + " 2>&1";
   ASSERT_EQ(std::system(command.c_str()), 0);

@@ -21,6 +21,7 @@
 #include "models/jobs/SolutionText.h"
 #include "models/text/ModelError.h"
 #include "system/Failure.h"
+#include "system/FileIdentity.h"
 #include "system/Signals.h"
 
 namespace starsift {
@@ -93,11 +94,25 @@ int explainFiles(const PortArguments& given) {
   return report.isRight() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
+/// A start that isn't right may be wanted, but not without a word.
+void tellWrongRecords(const HandedRecords& handed) {
+  for (const HandedRecord& record : handed.records)
+    if (!record.isRight)
+      std::cerr << handed.solPath << ": record " << record.number
+                << " isn't right (--explain tells why)\n";
+}
+
 int writeSolution(const PortArguments& given) {
   if (given.files.size() != 2)
     throw ModelError(0, "--solution-of takes a model and a file of records");
-  const std::string text =
-      solutionText(given.files[0], given.files[1], given.record, given.form, given.options);
+  if (given.form == SolutionForm::cbc && given.record == 0)
+    throw ModelError(0, "CBC starts from one record, not from all");
+  if (!given.output.empty() && !given.options.force && fileIdentity(given.output))
+    throw ModelError(0, given.output + " is there already (--force replaces it)");
+  const HandedRecords handed =
+      recordsOf(given.files[0], given.files[1], given.record, given.options);
+  const std::string text = given.isJson ? solutionJson(handed) : solutionText(handed, given.form);
+  tellWrongRecords(handed);
   if (given.output.empty())
     std::cout << text;
   else

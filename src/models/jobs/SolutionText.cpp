@@ -6,6 +6,7 @@
 #include "files/FileNames.h"
 #include "models/jobs/BaseFiles.h"
 #include "models/jobs/Explain.h"
+#include "models/text/JsonText.h"
 #include "models/text/ModelError.h"
 #include "models/text/NumberText.h"
 #include "models/text/Words.h"
@@ -43,31 +44,52 @@ SolutionForm solutionFormOf(std::string_view name) {
   throw ModelError(0, inQuotes(name) + " is no value of --for");
 }
 
-std::string solutionText(const std::string& modelPath, const std::string& solPath,
-                         std::size_t record, SolutionForm form, const ImportOptions& options) {
-  if (form == SolutionForm::cbc && record == 0)
-    throw ModelError(0, "CBC starts from one record, not from all");
+HandedRecords recordsOf(const std::string& modelPath, const std::string& solPath,
+                        std::size_t record, const ImportOptions& options) {
   LoadedModel loaded = loadModel(modelPath, options.format, options.read);
   const NamesFile names = readBaseNames(fileNames(solPath).optFile);
   if (names.sourceDigest != loaded.digest)
     throw ModelError(0, solPath + ": its problem was made of another model than " + modelPath);
-  const Problem problem = problemOf(std::move(loaded.model));
-  const Model& model = problem.model;
+  Problem problem = problemOf(std::move(loaded.model));
   std::size_t malformed = 0;
-  const std::vector<StoredRecord> records =
-      readRecords(solPath, model.columnCount(), names.hasConstantColumn, malformed);
+  std::vector<StoredRecord> records =
+      readRecords(solPath, problem.model.columnCount(), names.hasConstantColumn, malformed);
   if (records.empty() || record > records.size())
     throw ModelError(0, solPath + ": it has " + counted(records.size(), "record"));
+  HandedRecords handed{modelPath, {}, solPath, {}};
   const PointCheck check(problem);
-  std::string text;
   for (std::size_t r = 0; r < records.size(); ++r) {
     if (record != 0 && r + 1 != record) continue;
-    const std::vector<QQ>& x = records[r].x;
-    const QQ objective = objectiveValue(model, check.check(x));
-    text +=
-        form == SolutionForm::cbc ? cbcText(model, objective, x) : miplibText(model, objective, x);
+    const PointReport report = check.check(records[r].x);
+    handed.records.push_back(
+        {r + 1, report.isRight(), objectiveValue(problem.model, report), std::move(records[r].x)});
   }
+  handed.model = std::move(problem.model);
+  return handed;
+}
+
+std::string solutionText(const HandedRecords& handed, SolutionForm form) {
+  std::string text;
+  for (const HandedRecord& record : handed.records)
+    text += form == SolutionForm::cbc ? cbcText(handed.model, record.objective, record.x)
+                                      : miplibText(handed.model, record.objective, record.x);
   return text;
+}
+
+std::string solutionJson(const HandedRecords& handed) {
+  JsonText json;
+  json.beginObject().key("model").value(handed.modelPath);
+  json.key("solutions").value(handed.solPath).key("records").beginArray();
+  for (const HandedRecord& record : handed.records) {
+    json.beginObject().key("number").value(record.number);
+    json.key("right").value(record.isRight);
+    json.key("objective").value(numberText(record.objective)).key("values").beginObject();
+    for (std::size_t j = 0; j < record.x.size(); ++j)
+      json.key(handed.model.columnNames[j]).value(numberText(record.x[j]));
+    json.endObject().endObject();
+  }
+  json.endArray().endObject();
+  return json.text() + '\n';
 }
 
 }  // namespace starsift

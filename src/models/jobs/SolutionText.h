@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "models/jobs/Import.h"
 
@@ -21,10 +22,35 @@ enum class SolutionForm {
 /// The form of that name; ModelError if there is none.
 SolutionForm solutionFormOf(std::string_view name);
 
-/// The records of `solPath`, all columns in their order, exact decimals or fractions but for CBC.
-/// `record` counts from 1; 0: all of them, which CBC can't read. ModelError if there is no such
-/// record, or if the names beside the file belong to another model than the one at `modelPath`.
-std::string solutionText(const std::string& modelPath, const std::string& solPath,
-                         std::size_t record, SolutionForm form, const ImportOptions& options);
+struct HandedRecord {
+  /// From 1 on.
+  std::size_t number;
+  /// By the exact check.
+  bool isRight;
+  /// With the constant of the model.
+  QQ objective;
+  /// One value per column of the model.
+  std::vector<QQ> x;
+};
+
+struct HandedRecords {
+  std::string modelPath;
+  Model model;
+  std::string solPath;
+  std::vector<HandedRecord> records;
+};
+
+/// The records of `solPath`, or the one of that number, from 1 on; 0: all of them. ModelError if
+/// there is no such record, or if the names beside the file belong to another model than the one at
+/// `modelPath`.
+HandedRecords recordsOf(const std::string& modelPath, const std::string& solPath,
+                        std::size_t record, const ImportOptions& options);
+
+/// One record after the other, all columns in their order, exact decimals or fractions but for CBC,
+/// which reads one record only.
+std::string solutionText(const HandedRecords& handed, SolutionForm form);
+
+/// One JSON object with a line feed behind it: the records with their values by name.
+std::string solutionJson(const HandedRecords& handed);
 
 }  // namespace starsift
