@@ -4,8 +4,10 @@
 #include <langinfo.h>
 
 #include <cerrno>
+#include <memory>
 #include <string>
 #include <thread>
+#include <type_traits>
 
 #include "support/fixtures/ExpectFails.h"
 #include "system/Failure.h"
@@ -51,9 +53,10 @@ TEST(HostedCall, ConcernsItsThreadOnly) {
 }
 
 TEST(HostedCall, HasTheLocaleOfC) {
-  locale_t const utf8 = newlocale(LC_ALL_MASK, "C.UTF-8", nullptr);
+  const std::unique_ptr<std::remove_pointer_t<locale_t>, decltype(&freelocale)> utf8(
+      newlocale(LC_ALL_MASK, "C.UTF-8", nullptr), &freelocale);
   ASSERT_NE(utf8, nullptr);
-  const ThreadLocale host(utf8);
+  const ThreadLocale host(utf8.get());
   const std::string ofHost = nl_langinfo(CODESET);
   {
     const HostedCall call;
