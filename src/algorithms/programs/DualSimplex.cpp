@@ -288,7 +288,6 @@ void Tableau::enter(const Violation& violation, std::size_t column) {
   const double bound = isLower ? bounds_[leaving].lower : bounds_[leaving].upper;
   moveColumn(column, (bound - values_[leaving]) / line(violation.row)[column]);
   values_[leaving] = bound;
-  values_[leaving] = bound;
   sides_[leaving] = isLower ? Side::lower : Side::upper;
   sides_[nonbasic_[column]] = Side::neither;
   pivot(violation.row, column);
