@@ -154,8 +154,7 @@ typename FloatingWalk<Real>::Outcome FloatingWalk<Real>::walk(EnumerationVisitor
       if (outcome != Outcome::goOn) return outcome;
       level_ = 1;
     } else if (nodes_.advance(level_)) {
-      nodes_.descend(level_);
-      nodes_.enter(--level_);
+      nodes_.enterChild(level_--);
     } else {
       ++level_;
     }

@@ -14,10 +14,10 @@ namespace {
 constexpr double wideInterval = 12;
 
 /// In small dimensions, narrower intervals are worth some programs as well: a tree that needs more
-/// of them isn't small.
+/// of them, some hundredths of a second, isn't small.
 constexpr double eagerInterval = 0.5;
 constexpr std::size_t eagerDimension = 20;
-constexpr std::size_t eagerPrograms = 64;
+constexpr std::size_t eagerPrograms = 1024;
 
 }  // namespace
 
@@ -120,13 +120,17 @@ void TreeNodes<Real>::applyFinals(std::size_t k, Real& least, Real& most) const 
 }
 
 template <class Real>
+bool TreeNodes<Real>::isEager() const {
+  return geometry_.dimension <= eagerDimension && programs_ < eagerPrograms;
+}
+
+template <class Real>
 bool TreeNodes<Real>::isWide(std::size_t k, const Level& level) const {
   const Real room = std::max(Real(0), radii_[k] - level.length);
   const Real half = std::sqrt(room / geometry_.squaredLengths[k]);
   const Real low = std::max(level.least, -level.offset - half);
   const Real high = std::min(level.most, half - level.offset);
-  const bool isEager = geometry_.dimension <= eagerDimension && programs_ < eagerPrograms;
-  return high - low > (isEager ? eagerInterval : wideInterval);
+  return high - low > (isEager() ? eagerInterval : wideInterval);
 }
 
 template <class Real>
@@ -203,6 +207,16 @@ void TreeNodes<Real>::descend(std::size_t k) {
   levels_[k - 1].offset =
       moveAndProject(points_[k], points_[k + 1], geometry_.rows[k], levels_[k].chosen,
                      geometry_.centres[k - 1], points_.blocksPerRow());
+}
+
+template <class Real>
+void TreeNodes<Real>::enterChild(std::size_t k) {
+  const std::size_t programsBefore = programs_;
+  const bool wasEager = isEager();
+  descend(k);
+  enter(k - 1);
+  const Level& level = levels_[k - 1];
+  if (wasEager && programs_ > programsBefore && level.least > level.most) --nodes_;
 }
 
 template <class Real>

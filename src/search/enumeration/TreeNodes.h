@@ -47,6 +47,10 @@ class TreeNodes {
   bool advance(std::size_t k);
   /// Moves to the child chosen at level k > 0, so that enter(k - 1) can follow.
   void descend(std::size_t k);
+  /// descend(k) and enter(k - 1) after advance(k). A child that linear programs leave no choice is
+  /// cut after all, in small dimensions, where each child has one until they have taken some time;
+  /// elsewhere a node stays a measure of work.
+  void enterChild(std::size_t k);
   /// Chooses a coefficient that advance(k) has returned before.
   void choose(std::size_t k, Real coefficient);
   /// At the root: chooses the coefficients of the last rows, fewer than d, without tests. Nothing
@@ -100,6 +104,8 @@ class TreeNodes {
   void updateRadius();
   void applyFinals(std::size_t k, Real& least, Real& most) const;
   void applyProgram(std::size_t k, Level& level);
+  /// Narrow intervals are worth a linear program too.
+  bool isEager() const;
   bool isWide(std::size_t k, const Level& level) const;
   /// The choices of level k start at the centre.
   void start(Level& level) const;

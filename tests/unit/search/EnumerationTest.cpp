@@ -174,6 +174,10 @@ TEST(Enumeration, FrobeniusKnapsacksAreDecidedWithinTwentyNodes) {
   const std::vector<long> eight{17284, 17295, 51859, 51860, 51863, 51864, 69148, 69162};
   EXPECT_LE(knapsackNodes(eight, 27256885, 0), 20U);
   EXPECT_LE(knapsackNodes(eight, 27256886, 1), 20U);
+  const std::vector<long> ten{19130, 19131, 38266,  57391,  57392,
+                              57401, 95657, 172201, 172203, 191338};
+  EXPECT_LE(knapsackNodes(ten, 96338678, 0), 20U);
+  EXPECT_LE(knapsackNodes(ten, 96338679, 1), 20U);
 }
 
 TEST(Enumeration, VisitorEndsTheRun) {
