@@ -31,11 +31,15 @@ bool isIdentity(const Matrix<T>& matrix) {
 
 /// Sets entries within the tolerance of 0 to 0.
 template <class T>
-void dropRounding(Matrix<T>& matrix) {
+void dropRounding(Vector<T>& row) {
   if constexpr (NumberTraits<T>::exact) return;
-  for (Vector<T>& row : matrix)
-    for (T& entry : row)
-      if (NumberTraits<T>::isZero(entry)) entry = T();
+  for (T& entry : row)
+    if (NumberTraits<T>::isZero(entry)) entry = T();
+}
+
+template <class T>
+void dropRounding(Matrix<T>& matrix) {
+  for (Vector<T>& row : matrix) dropRounding(row);
 }
 
 template <class T>
@@ -82,24 +86,50 @@ bool passesUnimodularTest(Basis<T, R>& basis, bool isTracked) {
   return false;
 }
 
-/// B_save := the basis by the tracked transformation; true if the untransformed B equals it,
-/// otherwise B is replaced by it.
-template <class T, class R>
-bool storeTracked(Basis<T, R>& basis, const Matrix<T>& untransformed, const T& homValue) {
+/// A row of the basis by the tracked transformation, from its row of coefficients over B_save.
+template <class T>
+Vector<T> trackedRow(const RightFactor<T>& saved, const Vector<T>& coefficients) {
   try {
-    Matrix<T> tracked = exactProduct(current(basis), basis.B_save);
-    dropRounding(tracked);
-    for (const Vector<T>& row : tracked)
-      std::for_each(row.begin(), row.end(), &NumberTraits<T>::overflowCheck);
-    const bool agrees = identical(tracked, untransformed);
-    if (!identical(tracked, basis.B_save))
-      basis.savedFactors = agrees ? basis.workingFactors : CoordinateFactors<T>();
-    basis.B_save = std::move(tracked);
-    if (!agrees) basis.replace(basis.toWorking(basis.B_save, homValue));
-    return agrees;
+    Vector<T> row = saved.times(coefficients);
+    dropRounding(row);
+    std::for_each(row.begin(), row.end(), &NumberTraits<T>::overflowCheck);
+    return row;
   } catch (const FatalPrecisionException&) {
     throw PrecisionException("transformation overflow");
   }
+}
+
+/// The rows of the untransformed B are those by the tracked transformation.
+template <class T, class R>
+bool agreesWithTracked(Basis<T, R>& basis) {
+  const RightFactor<T> saved(basis.B_save);
+  for (Index i = 1; i <= basis.n; ++i)
+    if (!identical(trackedRow(saved, current(basis)[i]), basis.toRaw(basis.B()[i]))) return false;
+  return true;
+}
+
+/// B_save := the untransformed B.
+template <class T, class R>
+void saveRows(Basis<T, R>& basis) {
+  bool isChanged = false;
+  for (Index i = 1; i <= basis.n; ++i) {
+    Vector<T> row = basis.toRaw(basis.B()[i]);
+    dropRounding(row);
+    isChanged = isChanged || !identical(row, basis.B_save[i]);
+    basis.B_save[i] = std::move(row);
+  }
+  if (isChanged) basis.savedFactors = basis.workingFactors;
+}
+
+/// B_save and B := the basis by the tracked transformation.
+template <class T, class R>
+void restoreTracked(Basis<T, R>& basis, const T& homValue) {
+  const RightFactor<T> saved(basis.B_save);
+  Matrix<T> tracked(basis.n, basis.B_save.columnCount());
+  for (Index i = 1; i <= basis.n; ++i) tracked[i] = trackedRow(saved, current(basis)[i]);
+  if (!identical(tracked, basis.B_save)) basis.savedFactors = CoordinateFactors<T>();
+  basis.B_save = std::move(tracked);
+  basis.replace(basis.toWorking(basis.B_save, homValue));
 }
 
 /// Rebuilds B from B_save and turns tracking on.
@@ -121,9 +151,8 @@ bool Lattice<T, R>::verifyTransformation(LatticeKind stage, Announce announce) {
   if (stage == LatticeKind::full && basis.TT.dimension() != 1)
     fail("In the non-aardal case TT.MN should always be == 1");
   latticetransform::checkRange(basis.B(), "base matrix overflow");
-  const Matrix<T> untransformed = basis.untransformed();
   const bool isFound =
-      params.consistency || latticetransform::findTransformation(basis, untransformed);
+      params.consistency || latticetransform::findTransformation(basis, basis.untransformed());
   if (isFound) latticetransform::dropRounding(latticetransform::current(basis));
   if (!isFound || !latticetransform::passesUnimodularTest(basis, params.consistency)) {
     latticetransform::restartTracking(*this);
@@ -133,7 +162,12 @@ bool Lattice<T, R>::verifyTransformation(LatticeKind stage, Announce announce) {
     run.consistencyForced = false;
     setTracking(false);
   }
-  const bool agrees = latticetransform::storeTracked(basis, untransformed, this->homValue);
+  // A row at a time, as a copy of the basis takes 100 MB at some thousand columns.
+  const bool agrees = latticetransform::agreesWithTracked(basis);
+  if (agrees)
+    latticetransform::saveRows(basis);
+  else
+    latticetransform::restoreTracked(basis, this->homValue);
   pushTransformation(stage == LatticeKind::equations ? Stack::push : Stack::restart);
   if (announce == Announce::full) writeLatFile();
   return agrees;
