@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "models/jobs/Export.h"
@@ -71,11 +72,7 @@ void roundBounds(std::vector<QQ>& bounds) {
 
 /// The lines of a model with what GLPK keeps of it.
 std::string keptText(Model model) {
-  model.name.clear();
-  model.objective.name.clear();
   model.objective.exists = true;
-  for (ColumnKind& kind : model.kinds)
-    if (kind == ColumnKind::binary) kind = ColumnKind::integer;
   roundAll(model.objective.coefficients);
   roundBounds(model.lower);
   roundBounds(model.upper);
@@ -83,7 +80,7 @@ std::string keptText(Model model) {
   roundAll(model.rowUpper);
   for (std::size_t k = 0; k < model.entryCount(); ++k)
     model.entryValues.set(k, asGlpkWrites(model.entryValues[k]));
-  return test::modelTextWithoutRemarks(model);
+  return test::contentText(std::move(model));
 }
 
 /// The model that GLPK reads at `path`, from the MPS file that it writes of it; none if it refuses.
