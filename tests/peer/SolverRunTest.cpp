@@ -39,12 +39,9 @@ TEST(WalkThrough, GlpkSaysWhatTheGuideShows) {
   EXPECT_EQ(pointOf(folder.file("found")), pointOf(Path(guideFolder) / "glpsol.txt"));
 }
 
-TEST(WalkThrough, CbcSaysWhatTheGuideShowsWithOneMoreRow) {
+TEST(WalkThrough, CbcSaysWhatTheGuideShows) {
   const test::ScratchDir folder;
-  const ModelText model = readModelText(Path(guideFolder) / "wide.lp");
-  std::string text(model.view());
-  text.insert(text.find(" hooks:"), " fewer: x - y <= -1\n");
-  const std::string command = "cbc " + folder.write("tight.lp", text) + " solve solution " +
+  const std::string command = "cbc " + std::string(guideFolder) + "/wide.lp solve solution " +
                               folder.file("found") + " >/dev/null 2>&1";
   ASSERT_EQ(std::system(command.c_str()), 0);
   EXPECT_EQ(pointOf(folder.file("found")), pointOf(Path(guideFolder) / "cbc.txt"));
