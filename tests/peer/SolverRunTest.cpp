@@ -90,7 +90,7 @@ TEST(WayBack, WhatSolversFindOfATransformedProblemIsItsOptimum) {
               leastNorm(report.problem));
   }
   std::size_t malformed = 0;
-  const auto records = readRecords(folder.file("p.sol"), 2, false, malformed);
+  const auto records = readRecords(readModelText(folder.file("p.sol")), 2, false, malformed);
   ASSERT_EQ(records.size(), solutions.size());
   EXPECT_EQ(records[0].x, report.solutions[0].records[0].point.x);
 }
