@@ -21,7 +21,6 @@
 #include "models/jobs/SolutionText.h"
 #include "models/text/ModelError.h"
 #include "system/Failure.h"
-#include "system/FileIdentity.h"
 #include "system/Signals.h"
 
 namespace starsift {
@@ -100,8 +99,7 @@ int writeSolution(const PortArguments& given) {
     throw ModelError(0, "--solution-of takes a model and a file of records");
   if (given.form == SolutionForm::cbc && given.record == 0)
     throw ModelError(0, "CBC starts from one record, not from all");
-  if (!given.output.empty() && !given.options.force && fileIdentity(given.output))
-    throw ModelError(0, given.output + " is there already (--force replaces it)");
+  if (!given.output.empty()) requireReplaceable(given.output, given.options);
   const HandedRecords handed =
       recordsOf(given.files[0], given.files[1], given.record, given.options);
   const std::string text = given.isJson ? solutionJson(handed) : solutionText(handed, given.form);
