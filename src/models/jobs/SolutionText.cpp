@@ -35,6 +35,8 @@ struct RecordSource {
 
 RecordSource sourceOfModel(const std::string& modelPath, const std::string& solPath,
                            const ImportOptions& options) {
+  if (solPath == "-")
+    throw ModelError(0, "no names lie beside standard input: BASE.opt is needed in place of MODEL");
   LoadedModel loaded = loadModel(modelPath, options.format, options.read);
   const NamesFile names = readBaseNames(fileNames(solPath).optFile);
   if (names.sourceDigest != loaded.digest)
