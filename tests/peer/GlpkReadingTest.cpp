@@ -1,9 +1,9 @@
-// LP files as we read them, and what GLPK makes of the same files: glpsol rewrites them as MPS,
-// which is read again.
+// LP and fixed MPS files as we read them, and what GLPK makes of the same files: glpsol rewrites
+// them as free MPS, which is read again.
 //
-// GLPK keeps order and names, but for rows without a name, and each number with the 15 digits of a
-// double. Of the objective its MPS files have the coefficients only; the direction stands in the
-// format of its own. What it refuses and we read, and the other way round, is listed.
+// GLPK keeps order and names, but for rows without a name, and of each number what fits into 12
+// characters. Of the objective its MPS files have the coefficients only; the direction stands in
+// the format of its own. What it refuses and we read, and the other way round, is listed.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -83,12 +83,13 @@ std::string keptText(Model model) {
   return test::contentText(std::move(model));
 }
 
-/// The model that GLPK reads at `path`, from the MPS file that it writes of it; none if it refuses.
-std::optional<Model> readGlpks(const Path& path) {
+/// The model that GLPK reads at `path` as "lp" or "mps", from the MPS file that it writes of it;
+/// none if it refuses.
+std::optional<Model> readGlpks(const Path& path, const std::string& form = "lp") {
   const test::ScratchDir folder;
   const std::string mps = folder.file("again.mps");
-  if (!succeeds("timeout 60 glpsol --check --lp '" + path.string() + "' --wfreemps " + mps +
-                " --wglp " + folder.file("again.glp")))
+  if (!succeeds("timeout 60 glpsol --check --" + form + " '" + path.string() + "' --wfreemps " +
+                mps + " --wglp " + folder.file("again.glp")))
     return std::nullopt;
   Model model = readOurs(mps);
   // "p mip max 3 4 5": the class, the direction and the sizes.
@@ -239,6 +240,31 @@ TEST(GlpkLp, ReadsWhatWeWriteOfProblemsAsWeDo) {
   // Coefficients without a decimal.
   EXPECT_EQ(refusals, (std::vector<std::string>{"thirds.lp"}));
   EXPECT_GE(compared, 14);
+}
+
+/// GLPK writes "_" for blanks in names.
+NameTable withoutBlanks(const NameTable& names) {
+  NameTable result;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    std::string name(names[i]);
+    std::replace(name.begin(), name.end(), ' ', '_');
+    result.add(name);
+  }
+  return result;
+}
+
+TEST(GlpkMps, ReadsItsExamplesInFixedColumnsAsWeDo) {
+  int compared = 0;
+  for (const Path& path : examplesWith(".mps")) {
+    const std::optional<Model> theirs = readGlpks(path, "mps");
+    ASSERT_TRUE(theirs) << path;
+    Model ours = readOurs(path);
+    ours.rowNames = withoutBlanks(ours.rowNames);
+    ours.columnNames = withoutBlanks(ours.columnNames);
+    expectSame(ours, *theirs, path);
+    ++compared;
+  }
+  EXPECT_GE(compared, 7);
 }
 
 TEST(GlpkLp, ReadsItsExamplesAsWeDo) {
