@@ -25,6 +25,7 @@ class ArgumentReader {
   void setRecord(std::string_view value);
   std::string takeValue(std::string_view name);
   PortJob jobOfFiles() const;
+  bool readsModel() const;
   PortJobs jobsOfOptions() const;
   void refuseOptions() const;
   void finish();
@@ -103,11 +104,22 @@ PortJob ArgumentReader::jobOfFiles() const {
   return isProblem || formatOfPath(result_.output) ? PortJob::exportModel : PortJob::importModel;
 }
 
+/// The file that the job is about is a model; a problem if it is a .opt file or lies beside one.
+bool ArgumentReader::readsModel() const {
+  for (const std::string& file : result_.files) {
+    if (file.ends_with(".opt")) return false;
+    if (formatOfPath(file)) return true;
+  }
+  return result_.job == PortJob::importModel || result_.options.format.has_value();
+}
+
 /// The jobs whose options apply: a model is brought in with or without solutions.
 PortJobs ArgumentReader::jobsOfOptions() const {
-  const PortJobs jobs = only(result_.job);
+  PortJobs jobs = only(result_.job);
   const bool hasSolutions = result_.job == PortJob::importModel && !result_.solutions.empty();
-  return hasSolutions ? jobs | only(PortJob::importSolutions) : jobs;
+  if (hasSolutions) jobs |= only(PortJob::importSolutions);
+  if (readsModel()) jobs |= readingAModel;
+  return jobs;
 }
 
 void ArgumentReader::refuseOptions() const {

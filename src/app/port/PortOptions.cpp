@@ -12,7 +12,6 @@ constexpr PortJobs addingSolutions = only(PortJob::importSolutions);
 constexpr PortJobs exporting = only(PortJob::exportModel);
 constexpr PortJobs explaining = only(PortJob::explain);
 constexpr PortJobs handing = only(PortJob::solutionOf);
-constexpr PortJobs readingModels = importing | exporting | explaining | handing;
 constexpr PortJobs anything = ~0U;
 
 constexpr std::string_view written = "files that are written";
@@ -39,8 +38,8 @@ constexpr std::array<PortOption, 21> options{{
     {"decimals", true, importing, base},
     {"constant", false, importing, base},
     {"max-size", true, importing, base},
-    {"infinity", true, readingModels, models},
-    {"integer-upper", true, readingModels, models},
+    {"infinity", true, readingAModel, models},
+    {"integer-upper", true, readingAModel, models},
     {"integrality", true, addingSolutions | explaining, solutions},
     {"snap", true, addingSolutions | explaining, solutions},
     {"keep-rounded", false, addingSolutions | explaining, solutions},

@@ -25,6 +25,9 @@ constexpr PortJobs only(PortJob job) {
   return 1U << static_cast<unsigned>(job);
 }
 
+/// Beside the jobs: a model is read, not a problem.
+constexpr PortJobs readingAModel = 1U << 31U;
+
 struct PortOption {
   std::string_view name;
   bool takesValue;
