@@ -107,6 +107,7 @@ foreach(floor IN LISTS STARSIFT_FLOORS ITEMS certificates models app library)
 endforeach()
 target_compile_definitions(unit_models PRIVATE
   STARSIFT_CORNER_FILES="${PROJECT_SOURCE_DIR}/tests/models"
+  STARSIFT_DIALECTS="${PROJECT_SOURCE_DIR}/tests/dialects"
   STARSIFT_SOLVER_FILES="${PROJECT_SOURCE_DIR}/tests/solutions")
 # For its classes, which the library takes without knowing them.
 target_link_libraries(unit_library PRIVATE GMP::GMP)

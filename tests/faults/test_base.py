@@ -1,9 +1,12 @@
 """The three files of a base, which starport replaces together: all of them, or none."""
 
+import itertools
 import pathlib
+import signal
+import subprocess
 import unittest
 
-from faulty import NOBODY, PROGRAM, FaultCase, error, has_mounts, is_root
+from faulty import NOBODY, PROGRAM, FaultCase, error, has_mounts, is_root, met
 
 PORT = pathlib.Path(PROGRAM).with_name("starport")
 MODEL = "maximize\n obj: x\nsubject to\n row: x + y <= {}\nbounds\n x <= 9\ngeneral\n x y\nend\n"
@@ -82,6 +85,40 @@ class Base(FaultCase):
         self.assert_each_call_may_fail([self.wholes[0][0], None, None])
         self.assert_each_call_may_fail([None, self.wholes[0][1], None])
         self.assert_each_call_may_fail([None, None, None])
+
+    def explain_records(self):
+        """What --explain says of what is there."""
+        command = [PORT, "--explain", "model.sol"]
+        return subprocess.run(command, cwd=self.folder, capture_output=True, check=False)
+
+    def test_killed_run_leaves_whole_files_and_takes_no_names_for_those_of_another_problem(self):
+        old, new = self.wholes
+        for when, number in itertools.product(("before", "after"), (1, 2, 3)):
+            with self.subTest(when=when, number=number):
+                self.put(old)
+                result = self.import_model(met(when, signal.SIGKILL, "renameat", number))
+                self.assertEqual(result.status, -signal.SIGKILL)
+                self.clear(result)
+                # First the records come into their place, then the problem, last the names.
+                done = number if when == "after" else number - 1
+                left = [new[2 - k] if k < done else old[2 - k] for k in (2, 1, 0)]
+                self.assertEqual(self.texts(), left)
+                # The records are wrong; 2: the names are those of another problem.
+                self.assertEqual(self.explain_records().returncode, 2 if done == 2 else 1)
+                self.assertEqual(self.import_model().status, 0)
+                self.assertEqual(self.texts(), new)
+
+    def test_killed_first_run_leaves_what_needs_force_once_the_problem_is_there(self):
+        new = self.wholes[1]
+        for number, status in ((1, 0), (2, 2), (3, 0)):
+            with self.subTest(number=number):
+                self.put([None, None, None])
+                result = self.import_model(met("after", signal.SIGKILL, "renameat", number))
+                self.clear(result)
+                again = self.run_with(command=(PORT, "--solution=model.out"))
+                self.assertEqual(again.status, status, again)
+                self.assertEqual(self.import_model().status, 0)
+                self.assertEqual(self.texts()[:2], new[:2])
 
     @is_root
     @has_mounts

@@ -97,6 +97,16 @@ class RunCases(unittest.TestCase):
     def test_failing_setup_is_noticed(self):
         self.assert_fails("setup ended with status 1", {"setup": "false\n"})
 
+    def test_scripts_find_the_commands(self):
+        result = self.run_case({"setup": "command -v program", "check": "command -v program"})
+        self.assertEqual(result.returncode, 0, result.stdout)
+
+    def test_standard_input_is_what_the_case_holds(self):
+        program = '#!/bin/sh\nread name\necho "read $name"\necho changed > "$1"\n'
+        result = self.run_case({"stdin": "p.sol\n"}, program)
+        self.assertEqual(result.returncode, 0, result.stdout)
+        self.assert_fails("+read \n", program=program)
+
     def test_case_must_say_what_it_pins(self):
         self.assert_fails("about is missing", {"about": None})
 

@@ -1,7 +1,6 @@
 #include "app/port/PortArguments.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <string_view>
 
@@ -25,22 +24,19 @@ class ArgumentReader {
   void setText(std::string_view name, const std::string& value);
   void setRecord(std::string_view value);
   std::string takeValue(std::string_view name);
+  PortJob jobOfFiles() const;
+  bool readsModel() const;
+  PortJobs jobsOfOptions() const;
+  void refuseOptions() const;
+  void finish();
 
   std::span<char* const> rest_;
+  std::vector<const PortOption*> given_;
   PortArguments result_;
 };
 
-/// Options without a value.
-bool isFlag(std::string_view name) {
-  constexpr std::array<std::string_view, 10> flags = {
-      "help",    "version", "force", "constant", "keep-rounded",
-      "explain", "rows",    "json",  "repair",   "solution-of"};
-  return std::ranges::find(flags, name) != flags.end();
-}
-
-bool takesValue(std::string_view name) {
-  constexpr std::array<std::string_view, 4> texts = {"solution", "output", "record", "for"};
-  return std::ranges::find(texts, name) != texts.end() || isNumberOption(name);
+bool isHelpOrVersion(PortJob job) {
+  return job == PortJob::help || job == PortJob::version;
 }
 
 std::string ArgumentReader::takeValue(std::string_view name) {
@@ -91,9 +87,61 @@ void ArgumentReader::readOption(std::string_view option) {
   const std::size_t equals = option.find('=');
   const std::string_view name = option.substr(0, equals);
   const bool hasValue = equals != std::string_view::npos;
-  if (!hasValue && isFlag(name)) return setFlag(name);
-  if (!takesValue(name)) throw ModelError(0, "there is no option --" + excerpt(name));
+  const PortOption* const known = portOption(name);
+  if (known == nullptr || (hasValue && !known->takesValue))
+    throw ModelError(0, "there is no option --" + excerpt(name));
+  given_.push_back(known);
+  if (!known->takesValue) return setFlag(name);
   setText(name, hasValue ? std::string(option.substr(equals + 1)) : takeValue(name));
+}
+
+/// What is asked for without an option that names a job.
+PortJob ArgumentReader::jobOfFiles() const {
+  if (result_.files.size() != 1) return PortJob::importModel;
+  const bool isProblem = result_.files.front().ends_with(".opt");
+  if (isProblem && result_.output.empty() && !result_.solutions.empty())
+    return PortJob::importSolutions;
+  return isProblem || formatOfPath(result_.output) ? PortJob::exportModel : PortJob::importModel;
+}
+
+/// The file that the job is about is a model; a problem if it is a .opt file or lies beside one.
+bool ArgumentReader::readsModel() const {
+  for (const std::string& file : result_.files) {
+    if (file.ends_with(".opt")) return false;
+    if (formatOfPath(file)) return true;
+  }
+  return result_.job == PortJob::importModel || result_.options.format.has_value();
+}
+
+/// The jobs whose options apply: a model is brought in with or without solutions.
+PortJobs ArgumentReader::jobsOfOptions() const {
+  PortJobs jobs = only(result_.job);
+  const bool hasSolutions = result_.job == PortJob::importModel && !result_.solutions.empty();
+  if (hasSolutions) jobs |= only(PortJob::importSolutions);
+  if (readsModel()) jobs |= readingAModel;
+  return jobs;
+}
+
+void ArgumentReader::refuseOptions() const {
+  const PortJobs jobs = jobsOfOptions();
+  for (const PortOption* const option : given_)
+    if ((option->jobs & jobs) == 0)
+      throw ModelError(0, (option->name == "output" ? "-o" : "--" + std::string(option->name)) +
+                              " is only for " + std::string(option->use));
+  if (result_.isJson && std::ranges::find(given_, portOption("for")) != given_.end())
+    throw ModelError(0, "--for is not for --json");
+  if (std::ranges::count(result_.files, "-") + std::ranges::count(result_.solutions, "-") > 1)
+    throw ModelError(0, "standard input can be one file only");
+}
+
+void ArgumentReader::finish() {
+  if (isHelpOrVersion(result_.job)) return;
+  if (result_.files.empty()) {
+    result_.job = PortJob::usage;
+    return;
+  }
+  if (result_.job == PortJob::importModel) result_.job = jobOfFiles();
+  refuseOptions();
 }
 
 PortArguments ArgumentReader::read() {
@@ -103,14 +151,15 @@ PortArguments ArgumentReader::read() {
     if (argument.starts_with("--"))
       readOption(std::string_view(argument).substr(2));
     else if (argument == "-o")
-      result_.output = takeValue("output");
+      readOption("output");
+    else if (argument == "-h")
+      readOption("help");
     else if (argument.starts_with('-') && argument != "-")
       throw ModelError(0, "there is no option " + excerpt(argument));
     else
       result_.files.push_back(argument);
   }
-  if (result_.files.empty() && result_.job != PortJob::help && result_.job != PortJob::version)
-    result_.job = PortJob::usage;
+  finish();
   return result_;
 }
 
@@ -135,7 +184,7 @@ BASE.opt --solution=FILE ...
 --explain FILE ... [MODEL or BASE.opt]
   checks records (BASE.sol) and solution files: every row, bound and step that is broken, and by
   how much exactly. The status is 0 if all records are right, else 1.
---solution-of MODEL BASE.sol [-o FILE]
+--solution-of MODEL BASE.sol [-o FILE] (or BASE.opt as MODEL)
   writes a record as a list of names and values for solvers, or as CBC starts from.
 
 --solution=FILE       a solution file of a solver; any number of times
@@ -155,6 +204,7 @@ BASE.opt --solution=FILE ...
 --integrality=X       largest distance to an integer that is rounded (1e-5)
 --snap=X              largest distance beyond a bound that is removed (1e-9)
 --keep-rounded        takes integers that the format of a solution can't hold as they stand
+--help, -h            prints this text
 --version             prints the version
 
 The status is 2 if anything was refused; nothing is written then.

@@ -5,16 +5,14 @@
 #include <string>
 #include <vector>
 
+#include "app/port/PortOptions.h"
 #include "models/jobs/Import.h"
 #include "models/jobs/SolutionText.h"
 
 namespace starsift {
 
-/// What starport is asked to do.
-enum class PortJob { import, explain, solutionOf, usage, help, version };
-
 struct PortArguments {
-  PortJob job = PortJob::import;
+  PortJob job = PortJob::importModel;
   /// The arguments that aren't options, in order.
   std::vector<std::string> files;
   std::vector<std::string> solutions;
@@ -29,7 +27,8 @@ struct PortArguments {
 };
 
 /// `arguments` without the name of the program. An option has its value behind "=" or as the next
-/// argument. ModelError for an unknown option and a bad value.
+/// argument. ModelError for an unknown option, a bad value, and options that don't apply to the
+/// job.
 PortArguments readPortArguments(std::span<char* const> arguments);
 
 /// The text of --help.

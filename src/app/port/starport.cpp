@@ -21,7 +21,6 @@
 #include "models/jobs/SolutionText.h"
 #include "models/text/ModelError.h"
 #include "system/Failure.h"
-#include "system/FileIdentity.h"
 #include "system/Signals.h"
 
 namespace starsift {
@@ -44,12 +43,6 @@ std::string baseOf(const PortArguments& given) {
   return base;
 }
 
-/// True for "-o" with the name of a model, and for a problem as the model: both ask for a model.
-bool isExport(const PortArguments& given) {
-  return given.files.size() == 1 &&
-         (formatOfPath(given.output) || given.files.front().ends_with(".opt"));
-}
-
 void show(const PortArguments& given, const JobReport& report) {
   if (given.isJson)
     std::cout << reportJson(report, given.showsRows);
@@ -59,25 +52,24 @@ void show(const PortArguments& given, const JobReport& report) {
     writeReport(std::cout, report);
 }
 
-/// True for a problem with solutions of the model that it was exported as.
-bool isWayBack(const PortArguments& given) {
-  return given.files.size() == 1 && given.output.empty() && !given.solutions.empty() &&
-         given.files.front().ends_with(".opt");
+int bringSolutionsIn(const PortArguments& given) {
+  const std::string& problem = given.files.front();
+  const SolutionLock lock(fileNames(problem).solFile, Patience::whileHolderWorks);
+  show(given, importSolutions(problem, given.solutions, given.options));
+  return EXIT_SUCCESS;
 }
 
-int import(const PortArguments& given) {
-  if (isWayBack(given)) {
-    const std::string& problem = given.files.front();
-    const SolutionLock lock(fileNames(problem).solFile, Patience::whileHolderWorks);
-    show(given, importSolutions(problem, given.solutions, given.options));
-    return EXIT_SUCCESS;
-  }
-  if (isExport(given)) {
-    if (!given.solutions.empty())
-      throw ModelError(0, "solutions are added to problems, not to " + given.output);
-    show(given, exportModel(given.files.front(), given.output, given.options));
-    return EXIT_SUCCESS;
-  }
+int handModelOut(const PortArguments& given) {
+  const std::string& input = given.files.front();
+  if (given.output.empty())
+    throw ModelError(0, input + ": -o MODEL.lp or -o MODEL.mps says what to write");
+  if (!given.solutions.empty())
+    throw ModelError(0, "solutions are added to problems, not to " + given.output);
+  show(given, exportModel(input, given.output, given.options));
+  return EXIT_SUCCESS;
+}
+
+int bringModelIn(const PortArguments& given) {
   if (given.files.size() != 1)
     throw ModelError(0, "one model at a time; solutions stand behind --solution");
   const std::string base = baseOf(given);
@@ -107,8 +99,7 @@ int writeSolution(const PortArguments& given) {
     throw ModelError(0, "--solution-of takes a model and a file of records");
   if (given.form == SolutionForm::cbc && given.record == 0)
     throw ModelError(0, "CBC starts from one record, not from all");
-  if (!given.output.empty() && !given.options.force && fileIdentity(given.output))
-    throw ModelError(0, given.output + " is there already (--force replaces it)");
+  if (!given.output.empty()) requireReplaceable(given.output, given.options);
   const HandedRecords handed =
       recordsOf(given.files[0], given.files[1], given.record, given.options);
   const std::string text = given.isJson ? solutionJson(handed) : solutionText(handed, given.form);
@@ -136,8 +127,12 @@ int run(std::string_view program, const PortArguments& given) {
       return explainFiles(given);
     case PortJob::solutionOf:
       return writeSolution(given);
-    case PortJob::import:
-      return import(given);
+    case PortJob::importModel:
+      return bringModelIn(given);
+    case PortJob::importSolutions:
+      return bringSolutionsIn(given);
+    case PortJob::exportModel:
+      return handModelOut(given);
   }
   return refusal;
 }

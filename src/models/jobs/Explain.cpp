@@ -9,7 +9,6 @@
 #include "models/text/ModelError.h"
 #include "models/text/NumberText.h"
 #include "models/text/Words.h"
-#include "text/InputText.h"
 
 namespace starsift {
 
@@ -25,7 +24,7 @@ bool isModelPath(const std::string& path) {
 
 /// True if the text begins as a file of records does: with a vector or a comment.
 bool holdsRecords(std::string_view text) {
-  TextCursor source(text);
+  TextCursor source(text.substr(0, 4096));
   skipWithComments(source);
   return source.peek() == '[';
 }
@@ -45,13 +44,13 @@ std::vector<QQ> pointOf(const Star<QQ>& star, std::size_t columns, bool hasConst
   return x;
 }
 
-SolutionReport explainRecords(const Problem& problem, const std::string& path, bool hasConstant) {
+SolutionReport explainRecords(const Problem& problem, const ModelText& text, bool hasConstant) {
   SolutionReport report;
-  report.path = path;
+  report.path = text.path;
   std::size_t malformed = 0;
   const PointCheck check(problem);
   for (StoredRecord& stored :
-       readRecords(path, problem.model.columnCount(), hasConstant, malformed)) {
+       readRecords(text, problem.model.columnCount(), hasConstant, malformed)) {
     RecordReport& record = report.records.emplace_back();
     record.number = report.records.size();
     record.status = std::move(stored.origin);
@@ -65,9 +64,15 @@ SolutionReport explainRecords(const Problem& problem, const std::string& path, b
 }
 
 /// The path of the problem among the files, or that beside the first of them.
-std::string problemPath(const std::vector<std::string>& files) {
+std::string problemPath(const std::vector<std::string>& files, bool isFormatGiven) {
   const auto model = std::find_if(files.begin(), files.end(), isModelPath);
-  return model != files.end() ? *model : fileNames(files.front()).optFile;
+  if (model != files.end()) return *model;
+  if (isFormatGiven && std::find(files.begin(), files.end(), "-") != files.end()) return "-";
+  if (files.front() == "-")
+    throw ModelError(0,
+                     "no problem lies beside standard input, so MODEL or BASE.opt is missing "
+                     "(--format says that standard input is MODEL)");
+  return fileNames(files.front()).optFile;
 }
 
 }  // namespace
@@ -77,12 +82,10 @@ Problem loadProblem(const std::string& path, const ImportOptions& options) {
   return problemOf(loadModel(path, options.format, options.read).model);
 }
 
-std::vector<StoredRecord> readRecords(const std::string& path, std::size_t columns,
-                                      bool hasConstant, std::size_t& malformed) {
-  const std::optional<InputText> text = readFileText(path);
-  if (!text) throw ModelError(0, path + ": there is no such file");
+std::vector<StoredRecord> readRecords(const ModelText& text, std::size_t columns, bool hasConstant,
+                                      std::size_t& malformed) {
   std::vector<StoredRecord> records;
-  TextCursor source(text->view());
+  TextCursor source(text.view());
   try {
     for (skipWithComments(source); !source.atEnd(); skipWithComments(source)) {
       const std::size_t before = source.rest().size();
@@ -99,14 +102,14 @@ std::vector<StoredRecord> readRecords(const std::string& path, std::size_t colum
         records.push_back({pointOf(star, columns, hasConstant), star.paramsText});
     }
   } catch (const ModelError& error) {
-    throw error.withPath(path);
+    throw error.withPath(text.path);
   }
   return records;
 }
 
 JobReport explain(const std::vector<std::string>& files, const ImportOptions& options) {
   JobReport report;
-  report.modelPath = problemPath(files);
+  report.modelPath = problemPath(files, options.format.has_value());
   report.problem = loadProblem(report.modelPath, options);
   report.remarks = report.problem.model.remarks;
   const bool isProblem = isProblemPath(report.modelPath);
@@ -114,12 +117,10 @@ JobReport explain(const std::vector<std::string>& files, const ImportOptions& op
   const SolvedAs solved = isProblem ? SolvedAs::exported : SolvedAs::model;
   for (const std::string& file : files) {
     if (file == report.modelPath) continue;
-    const std::string text(readModelText(file).view().substr(0, 4096));
-    if (holdsRecords(text))
-      report.solutions.push_back(explainRecords(report.problem, file, hasConstant));
-    else
-      report.solutions.push_back(
-          std::move(readSolutions(report.problem, {file}, solved, options).front()));
+    const ModelText text = readNamedText(file);
+    report.solutions.push_back(holdsRecords(text.view())
+                                   ? explainRecords(report.problem, text, hasConstant)
+                                   : readSolutionText(report.problem, text, solved, options));
   }
   return report;
 }

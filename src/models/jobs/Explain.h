@@ -17,16 +17,17 @@ struct StoredRecord {
   std::string origin;
 };
 
-/// The records of the file at `path`; malformed ones are skipped, and counted in `malformed`.
-/// ModelError for one without `columns` finite components; with `hasConstant` one more that is 1.
-std::vector<StoredRecord> readRecords(const std::string& path, std::size_t columns,
-                                      bool hasConstant, std::size_t& malformed);
+/// The records of a file; malformed ones are skipped, and counted in `malformed`. ModelError for
+/// one without `columns` finite components; with `hasConstant` one more that is 1.
+std::vector<StoredRecord> readRecords(const ModelText& text, std::size_t columns, bool hasConstant,
+                                      std::size_t& malformed);
 
 /// The problem of a .opt file, with the names beside it, or of a model.
 Problem loadProblem(const std::string& path, const ImportOptions& options);
 
-/// Checks the files of records and of solvers among `files`. The problem is that of a model or .opt
-/// file among them, or of the .opt file beside the first file of records.
+/// Checks the files of records and of solvers among `files`; "-" is standard input. The problem is
+/// that of a model or .opt file among them, of "-" if a format is given, or else of the .opt file
+/// beside the first file.
 JobReport explain(const std::vector<std::string>& files, const ImportOptions& options);
 
 }  // namespace starsift

@@ -9,9 +9,15 @@
 #include "models/text/Words.h"
 #include "models/write/ModelWriter.h"
 #include "models/write/PlainModel.h"
+#include "system/FileIdentity.h"
 #include "system/Signals.h"
 
 namespace starsift {
+
+void requireReplaceable(const std::string& path, const ImportOptions& options) {
+  if (!options.force && fileIdentity(path))
+    throw ModelError(0, path + " is there already (--force replaces it)");
+}
 
 void writeTextFile(const std::string& path, const std::string& text) {
   const DeferredSignals deferred;
@@ -27,8 +33,7 @@ JobReport exportModel(const std::string& input, const std::string& output,
   const std::optional<ModelFormat> format = formatOfPath(output);
   if (!format || *format == ModelFormat::opb || output.ends_with("z"))
     throw ModelError(0, output + ": models are written as .mps or .lp");
-  if (!options.force && fileIdentity(output))
-    throw ModelError(0, output + " is there already (--force replaces it)");
+  requireReplaceable(output, options);
   JobReport report;
   report.modelPath = input;
   report.problem = loadProblem(input, options);

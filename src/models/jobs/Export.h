@@ -14,6 +14,9 @@ namespace starsift {
 JobReport exportModel(const std::string& input, const std::string& output,
                       const ImportOptions& options);
 
+/// ModelError if there is a file at `path`, unless --force is given.
+void requireReplaceable(const std::string& path, const ImportOptions& options);
+
 /// Replaces the file at `path` by `text`. ModelError if it can't be written.
 void writeTextFile(const std::string& path, const std::string& text);
 

@@ -31,12 +31,12 @@ PointSource pointSource(const Problem& problem, SolvedAs solved, const ImportOpt
   };
 }
 
-SolutionReport readSolution(const PointCheck& check, const std::string& path,
+SolutionReport readSolution(const PointCheck& check, const ModelText& text,
                             const PointSource& pointOf) {
   try {
-    const ModelText text = readModelText(path);
     const SolverFile file = readSolverFile(text.view());
-    SolutionReport report{path, std::string(file.format.name), file.noSolution, file.remarks, {}};
+    SolutionReport report{
+        text.path, std::string(file.format.name), file.noSolution, file.remarks, {}};
     for (const WrittenPoint& point : file.points) {
       RecordReport& record = report.records.emplace_back();
       record.status = point.status;
@@ -46,7 +46,7 @@ SolutionReport readSolution(const PointCheck& check, const std::string& path,
     }
     return report;
   } catch (const ModelError& error) {
-    throw error.withPath(path);
+    throw error.withPath(text.path);
   }
 }
 
@@ -108,13 +108,16 @@ LoadedModel loadModel(const std::string& path, std::optional<ModelFormat> format
     throw ModelError(0, path +
                             ": the ending is none of .mps, .lp and .opb, also with .gz "
                             "(--format says what it is)");
-  ModelText text;
+  const ModelText text = readNamedText(path);
+  return {readModel(text, *format, options), sha256(text.view())};
+}
+
+ModelText readNamedText(const std::string& path) {
   try {
-    text = readModelText(path);
+    return readModelText(path);
   } catch (const ModelError& error) {
     throw error.withPath(path);
   }
-  return {readModel(text, *format, options), sha256(text.view())};
 }
 
 std::vector<SolutionReport> readSolutions(const Problem& problem,
@@ -124,8 +127,14 @@ std::vector<SolutionReport> readSolutions(const Problem& problem,
   const PointSource pointOf = pointSource(problem, solved, options);
   std::vector<SolutionReport> reports;
   reports.reserve(paths.size());
-  for (const std::string& path : paths) reports.push_back(readSolution(check, path, pointOf));
+  for (const std::string& path : paths)
+    reports.push_back(readSolution(check, readNamedText(path), pointOf));
   return reports;
+}
+
+SolutionReport readSolutionText(const Problem& problem, const ModelText& text, SolvedAs solved,
+                                const ImportOptions& options) {
+  return readSolution(PointCheck(problem), text, pointSource(problem, solved, options));
 }
 
 JobReport importModel(const std::string& modelPath, const std::vector<std::string>& solutionPaths,

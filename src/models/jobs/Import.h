@@ -37,6 +37,9 @@ struct LoadedModel {
 LoadedModel loadModel(const std::string& path, std::optional<ModelFormat> format,
                       const ReadOptions& options);
 
+/// The text of the file at `path`; ModelError with its path if it can't be read.
+ModelText readNamedText(const std::string& path);
+
 /// Where the columns of solution files are those of a problem.
 enum class SolvedAs {
   /// The model itself.
@@ -49,6 +52,10 @@ enum class SolvedAs {
 std::vector<SolutionReport> readSolutions(const Problem& problem,
                                           const std::vector<std::string>& paths, SolvedAs solved,
                                           const ImportOptions& options);
+
+/// Reads and checks the text of one solution file; the same errors.
+SolutionReport readSolutionText(const Problem& problem, const ModelText& text, SolvedAs solved,
+                                const ImportOptions& options);
 
 /// Reads the model and the solutions, then writes the files of `base` (see NamesFile.h), all of
 /// them or none. ModelError, and nothing is written, if one of the inputs is refused, if the files

@@ -90,10 +90,6 @@ const NumberOption* numberOption(std::string_view name) {
 
 }  // namespace
 
-bool isNumberOption(std::string_view name) {
-  return numberOption(name) != nullptr;
-}
-
 void setNumberOption(ImportOptions& options, std::string_view name, std::string_view value) {
   numberOption(name)->set(options, name, value);
 }

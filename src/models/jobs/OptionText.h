@@ -7,11 +7,8 @@
 
 namespace starsift {
 
-/// True for format, infinity, integer-upper, decimals, integrality, snap and max-size.
-bool isNumberOption(std::string_view name);
-
-/// Sets the option of that name, for which isNumberOption() holds. ModelError if `value` is no
-/// value for it.
+/// Sets format, infinity, integer-upper, decimals, integrality, snap or max-size. ModelError if
+/// `value` is no value for it.
 void setNumberOption(ImportOptions& options, std::string_view name, std::string_view value);
 
 }  // namespace starsift

@@ -114,6 +114,7 @@ std::string ReportJson::write() {
   json_.beginObject().key("model").value(report_.modelPath);
   addRemarks(report_.remarks);
   addWritten();
+  if (!report_.solPath.empty()) json_.key("addedTo").value(report_.solPath);
   json_.key("solutions").beginArray();
   for (const SolutionReport& solution : report_.solutions) addSolution(solution);
   json_.endArray().endObject();

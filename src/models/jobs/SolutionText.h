@@ -40,9 +40,9 @@ struct HandedRecords {
   std::vector<HandedRecord> records;
 };
 
-/// The records of `solPath`, or the one of that number, from 1 on; 0: all of them. ModelError if
-/// there is no such record, or if the names beside the file belong to another model than the one at
-/// `modelPath`.
+/// The records of `solPath`, or the one of that number, from 1 on; 0: all of them. The model at
+/// `modelPath` may also be a .opt file. ModelError if there is no such record, if the names beside
+/// the records belong to another model, and for a problem that needs other columns as a model.
 HandedRecords recordsOf(const std::string& modelPath, const std::string& solPath,
                         std::size_t record, const ImportOptions& options);
 
