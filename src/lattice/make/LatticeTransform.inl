@@ -54,17 +54,36 @@ Matrix<T>& current(Basis<T, R>& basis) {
   return basis.TT[basis.TT.dimension()];
 }
 
+template <class T, class R>
+void resetCurrent(Basis<T, R>& basis) {
+  // Not both matrices at once.
+  current(basis) = Matrix<T>();
+  current(basis) = Matrix<T>::identity(basis.n);
+}
+
+/// The rows of the untransformed B are those of B_save.
+template <class T, class R>
+bool isSaved(const Basis<T, R>& basis) {
+  for (Index i = 1; i <= basis.n; ++i)
+    if (!identical(basis.toRaw(basis.B()[i]), basis.B_save[i])) return false;
+  return true;
+}
+
 /// The last matrix of TT := the coordinates of the rows over B_save; false if they have none.
 template <class T, class R>
-bool findTransformation(Basis<T, R>& basis, const Matrix<T>& untransformed) {
-  if (identical(untransformed, basis.B_save)) {
-    current(basis) = Matrix<T>::identity(basis.n);
+bool findTransformation(Basis<T, R>& basis) {
+  if (isSaved(basis)) {
+    resetCurrent(basis);
     return true;
   }
   try {
-    auto found = coordinatesOverAll(basis.savedFactors, basis.B_save, untransformed, true);
-    if (found) current(basis) = std::move(*found);
-    return found.has_value();
+    Matrix<T> found(basis.n, basis.n);
+    for (Index i = 1; i <= basis.n; ++i)
+      if (!coordinatesOver(basis.savedFactors, basis.B_save, basis.toRaw(basis.B()[i]), true,
+                           found[i]))
+        return false;
+    current(basis) = std::move(found);
+    return true;
   } catch (const PrecisionException&) {
     // The exact lattice has no fallback.
     if (!NumberTraits<T>::exact) throw;
@@ -139,7 +158,7 @@ void restartTracking(Lattice<T, R>& lattice) {
   CoordinateFactors<T> factors = basis.savedFactors;
   basis.replace(lattice.forwardMapAll(basis.B_save));
   basis.workingFactors = std::move(factors);
-  current(basis) = Matrix<T>::identity(basis.n);
+  resetCurrent(basis);
   lattice.run.consistencyForced = true;
   lattice.setTracking(true);
 }
@@ -151,8 +170,7 @@ bool Lattice<T, R>::verifyTransformation(LatticeKind stage, Announce announce) {
   if (stage == LatticeKind::full && basis.TT.dimension() != 1)
     fail("In the non-aardal case TT.MN should always be == 1");
   latticetransform::checkRange(basis.B(), "base matrix overflow");
-  const bool isFound =
-      params.consistency || latticetransform::findTransformation(basis, basis.untransformed());
+  const bool isFound = params.consistency || latticetransform::findTransformation(basis);
   if (isFound) latticetransform::dropRounding(latticetransform::current(basis));
   if (!isFound || !latticetransform::passesUnimodularTest(basis, params.consistency)) {
     latticetransform::restartTracking(*this);
@@ -200,7 +218,7 @@ void Lattice<T, R>::pushTransformation(Stack stack) {
     }
     TT.resize(TT.dimension() + 1, false);
   }
-  TT[TT.dimension()] = Matrix<T>::identity(basis.n);
+  latticetransform::resetCurrent(basis);
 }
 
 }  // namespace starsift
