@@ -5,6 +5,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "files/MemoryNeed.h"
 #include "files/RecordReader.h"
 #include "numbers/QQ.h"
 #include "stars/StarCheck.h"
@@ -78,7 +79,9 @@ bool readFile(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& s
 
 std::optional<InputText> readSolText(const std::string& path) {
   try {
-    return readFileText(FilePlace(path));
+    const FilePlace place(path);
+    if (place.isReachable()) requireMemoryFor(place);
+    return readFileText(place);
   } catch (const ReadException&) {
     fail("Could not read sol file: " + path);
   } catch (const LinkException& link) {

@@ -19,7 +19,7 @@
 namespace starsift {
 
 /// The text of the file, nothing without a regular file. A file that can't be read is fatal: it
-/// would be rewritten without its stars.
+/// would be rewritten without its stars. So is one that doesn't fit into memory (MemoryNeed.h).
 std::optional<InputText> readSolText(const std::string& path);
 
 /// Parses one record into a fresh `star`; white space and comments before it must have been
