@@ -35,12 +35,11 @@ std::string nameOf(const std::string& path) {
 
 RescueFile::RescueFile(const YSolutionFile& stars) {
   if (!stars.hasStars()) return;
-  const std::string text = stars.text();
   const std::string& path = stars.path();
-  if (!write(path, text)) write(nameOf(path), text);
+  if (!write(path, stars)) write(nameOf(path), stars);
 }
 
-bool RescueFile::write(const std::string& path, std::string_view text) {
+bool RescueFile::write(const std::string& path, const YSolutionFile& stars) {
   const SizeSignalIgnored ignored;
   try {
     // In the folder that the user has named, not where a link from there leads.
@@ -56,7 +55,8 @@ bool RescueFile::write(const std::string& path, std::string_view text) {
     return false;
   }
   // Written through the descriptor: by its name the file could be another one by now.
-  const bool whole = writeAll(file.number(), text) && syncFile(file.number());
+  const auto add = [&file](std::string_view text) { return writeAll(file.number(), text); };
+  const bool whole = stars.writeText(add) && syncFile(file.number());
   if (file.close() && whole) {
     presentPath() = folderOf(path) + name_;
     return true;

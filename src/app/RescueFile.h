@@ -27,8 +27,8 @@ class RescueFile {
   void leave();
 
  private:
-  /// False if the text can't be written to a new file "PATH.found.XXXXXX".
-  bool write(const std::string& path, std::string_view text);
+  /// False if the stars can't be written to a new file "PATH.found.XXXXXX".
+  bool write(const std::string& path, const YSolutionFile& stars);
 
   std::optional<FilePlace> place_;
   /// In the folder of the place; empty if there is no file.

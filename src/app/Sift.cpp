@@ -1,9 +1,11 @@
 #include "app/Sift.h"
 
 #include <optional>
+#include <utility>
 
 #include "app/SolutionLock.h"
 #include "files/LineFile.h"
+#include "files/SolutionFile.h"
 #include "files/WriteOrFail.h"
 #include "system/Failure.h"
 
@@ -11,16 +13,26 @@ namespace starsift {
 
 namespace {
 
-using Watch = std::function<void(const ReadProgress&)>;
-
 /// False if others have changed the file since it was read.
 bool write(const LineFile& lines, const std::string& solFile) {
   return writeOrFail([&] { return lines.write(solFile) != Commit::changed; });
 }
 
+/// The problem beside the stars. The numbers of both files are rationals, so they are read exactly.
+Vanu<QQ> readProblem(YLattice<long double>& lattice, const std::string& solFile) {
+  lattice.setFileNames(solFile);
+  lattice.useExtendedPrecision();
+  SolutionFile<QQ> file;
+  lattice.withLive([&file](const auto& live) { file.convertProblemFrom(live.file); });
+  file.readProblem();
+  return std::move(file.editProblem());
+}
+
 /// Checks and rewrites the file by way of the lattice, whatever its stars are like; adds those of
 /// `lines`, if there are any.
 void siftInLattice(YLattice<long double>& lattice, const std::optional<LineFile>& lines) {
+  // Read again: where lines do, the rows of the problem would take more than the file.
+  lattice.readOpt();
   lattice.tryStandardPrecision();
   lattice.readStarsExactly(StarReading::append);
   if (lines) lattice.runStep([&lines](auto& live) { live.file.appendLines(lines->lines()); });
@@ -33,10 +45,10 @@ void siftInLattice(YLattice<long double>& lattice, const std::optional<LineFile>
 /// Reads, checks and rewrites the file under its lock, which is free again before the report: a
 /// reader of that may take its time. Nothing if the stars are in the lattice afterwards.
 std::optional<LineFile> siftFile(YLattice<long double>& lattice, const std::string& solFile,
-                                 const Watch& watch) {
+                                 Vanu<QQ> problem, const LineFile::Watch& watch) {
   const SolutionLock lock(solFile, Patience::whileHolderWorks);
   if (!lock.isGranted()) fail("Could not lock file: " + solFile);
-  std::optional<LineFile> lines = LineFile::read(solFile, lattice.problemAsRead(), watch);
+  std::optional<LineFile> lines = LineFile::read(solFile, std::move(problem), watch);
   if (lines && write(*lines, solFile)) return lines;
   siftInLattice(lattice, lines);
   return std::nullopt;
@@ -46,13 +58,10 @@ std::optional<LineFile> siftFile(YLattice<long double>& lattice, const std::stri
 
 void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::ostream& report,
                const std::function<void(const ReadProgress&)>& watch) {
-  lattice.setFileNames(solFile);
-  // The numbers of both files are rationals, so they are read exactly.
-  lattice.useExtendedPrecision();
-  lattice.readOpt();
-  std::optional<LineFile> lines = siftFile(lattice, solFile, watch);
+  Vanu<QQ> problem = readProblem(lattice, solFile);
+  std::optional<LineFile> lines = siftFile(lattice, solFile, std::move(problem), watch);
   if (lines)
-    lines->report(report, lattice.problemAsRead().dt);
+    lines->report(report);
   else
     reportStars(lattice, report);
 }

@@ -16,8 +16,8 @@ namespace starsift {
 ///
 /// A file that can't be read, has a wrong form or can't be written is fatal
 /// (see system/Failure.h), and a number without its integer part throws; solFile is
-/// then unchanged. `lattice` is fresh; afterwards it holds the problem. `watch` is called now and
-/// then while stars are checked.
+/// then unchanged. `lattice` is fresh; it is used if the stars can't be held as lines. `watch` is
+/// called now and then while stars are checked.
 void siftStars(
     YLattice<long double>& lattice, const std::string& solFile, std::ostream& report,
     const std::function<void(const ReadProgress&)>& watch = [](const ReadProgress&) {});

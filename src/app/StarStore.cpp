@@ -61,11 +61,15 @@ void StarStore::secureUnsaved() {
 }
 
 bool StarStore::hasNews(const YLattice<long double>& search) const {
-  return isAhead_ || search.lastFiled() > taken_ || added_.isSet();
+  return isAhead_ || search.lastFiled() > taken_ || added_ > 0;
 }
 
 bool StarStore::isDue(const YLattice<long double>& search) const {
-  return hasNews(search) && pace_.isDue(now_());
+  return hasNews(search) && pace_.isDue(now_(), written_, newCount(search));
+}
+
+Index StarStore::newCount(const YLattice<long double>& search) const {
+  return search.lastFiled() - taken_ + added_;
 }
 
 void StarStore::tellIfReadOnly() const {
@@ -102,7 +106,8 @@ bool StarStore::save(const YLattice<long double>& search) {
 }
 
 void StarStore::add(const Star<QQ>& star) {
-  append(added_, star);
+  stars_.addStar(star);
+  ++added_;
 }
 
 bool StarStore::report(std::ostream& stream) {
@@ -124,6 +129,7 @@ bool StarStore::replaceFile(Patience patience, std::optional<RescueFile>& rescue
     return false;
   }
   isAhead_ = false;
+  written_ = stars_.starCount();
   return true;
 }
 
@@ -150,7 +156,8 @@ void StarStore::take(const YLattice<long double>& search) {
   isAhead_ = hasNews(search);
   stars_.addStars(search.starsFiledAfter(taken_), search.problemNumber());
   taken_ = search.lastFiled();
-  stars_.addStars(std::exchange(added_, {}), search.problemNumber());
+  if (search.problemNumber() != stars_.problemNumber()) fail("The stars solve another problem");
+  added_ = 0;
 }
 
 }  // namespace starsift

@@ -60,11 +60,11 @@ class StarStore : public SolutionSink {
 
   /// Adds a judged star, found without the lattice, to the news.
   void add(const Star<QQ>& star) override;
-  /// The least target norm of the stars that were saved or read; empty without stars.
+  /// The least target norm of the stars that were saved, read or added; empty without stars.
   std::optional<QQ> leastTargetNorm() const override { return stars_.leastTargetNorm(); }
   bool keepsLattices() const override { return true; }
 
-  /// Stars that were saved or read.
+  /// Stars that were saved, read or added.
   Index starCount() const { return stars_.starCount(); }
 
   /// Reports all stars, one for each point. Returns whether there are any.
@@ -74,6 +74,8 @@ class StarStore : public SolutionSink {
   /// The one whose stars a fatal report would lose; null if there is none.
   static StarStore* present;
 
+  /// Stars of the search since the last take().
+  Index newCount(const YLattice<long double>& search) const;
   void take(const YLattice<long double>& search);
   /// Writes all stars under the lock. Makes a rescue file before anything that may end the process
   /// or takes long. False if the file isn't written.
@@ -89,8 +91,10 @@ class StarStore : public SolutionSink {
   YSolutionFile stars_;
   /// The number of the last solution that was added from the search.
   Index taken_ = 0;
-  /// Stars by add() that aren't among stars_ yet.
-  Array<Star<QQ>> added_;
+  /// Stars by add() since the last take().
+  Index added_ = 0;
+  /// Stars of the file when it was written last.
+  Index written_ = 0;
   SavePace pace_;
   /// Stars of this search are in the store and not in the file.
   bool isAhead_ = false;

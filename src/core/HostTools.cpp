@@ -25,6 +25,19 @@ std::string mapped(std::string_view text, int (*mapping)(int)) {
   return result;
 }
 
+/// The number behind a label at the head of a line; 0 if there is none.
+Index figureOf(const std::string& path, std::string_view label) {
+  std::ifstream file(path);
+  std::string line;
+  while (std::getline(file, line)) {
+    if (!line.starts_with(label)) continue;
+    Index figure = 0;
+    TextReader(line.substr(label.size())) >> figure;
+    return figure;
+  }
+  return 0;
+}
+
 }  // namespace
 
 Array<std::string> split(std::string_view text, char separator) {
@@ -73,16 +86,17 @@ Index residentGibibytes(const std::string& statm) {
 }
 
 Index availableKibibytes(const std::string& meminfo) {
-  std::ifstream file(meminfo);
-  const std::string label = "MemAvailable:";
-  std::string line;
-  while (std::getline(file, line)) {
-    if (!line.starts_with(label)) continue;
-    Index kibibytes = 0;
-    TextReader(line.substr(label.size())) >> kibibytes;
-    return kibibytes;
-  }
-  return 0;
+  return figureOf(meminfo, "MemAvailable:");
+}
+
+Index freeSwapKibibytes(const std::string& meminfo) {
+  return figureOf(meminfo, "SwapFree:");
+}
+
+Index addressSpace(const std::string& statm) {
+  std::ifstream file(statm);
+  Index pages = 0;
+  return file >> pages ? pages * sysconf(_SC_PAGESIZE) : 0;
 }
 
 }  // namespace starsift

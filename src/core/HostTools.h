@@ -1,5 +1,6 @@
-// Tools that are promised to programs around the library and that nothing in it calls: small
-// tools for text, and the memory figures of the process and the machine from the files of /proc.
+// Tools that are promised to programs around the library: small tools for text, and the memory
+// figures of the process and the machine from the files of /proc. Of these only what decides
+// whether a file fits into memory is called in the library.
 #pragma once
 
 #include <string>
@@ -35,5 +36,11 @@ Index residentGibibytes(const std::string& statm = "/proc/self/statm");
 /// Memory available to new processes in kibibytes: the figure of the line
 /// "MemAvailable:" of `meminfo`; 0 if there is none.
 Index availableKibibytes(const std::string& meminfo = "/proc/meminfo");
+/// The same for the swap space that is free: the line "SwapFree:".
+Index freeSwapKibibytes(const std::string& meminfo = "/proc/meminfo");
+
+/// Bytes of the address space of this process, the first figure of `statm` in pages; 0 when it
+/// can't be read.
+Index addressSpace(const std::string& statm = "/proc/self/statm");
 
 }  // namespace starsift

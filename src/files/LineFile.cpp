@@ -1,5 +1,7 @@
 #include "files/LineFile.h"
 
+#include <malloc.h>
+
 #include <algorithm>
 #include <thread>
 #include <utility>
@@ -13,27 +15,45 @@
 
 namespace starsift {
 
-std::optional<LineFile> LineFile::read(const std::string& path, const Vanu<QQ>& problem,
-                                       const std::function<void(const ReadProgress&)>& watch) {
+namespace {
+
+/// Frees the rows of a problem, which take 16 bytes for each entry, and gives the pages of a large
+/// one back to the system.
+void freeRows(Vanu<QQ>& problem) {
+  constexpr Index manyEntries = 10'000;
+  const Index rows = problem.At.rowCount() + problem.Ag.rowCount() + problem.Au.rowCount();
+  problem.At = Matrix<QQ>();
+  problem.Ag = Matrix<QQ>();
+  problem.Au = Matrix<QQ>();
+  if (rows * problem.lx.dimension() >= manyEntries) malloc_trim(0);
+}
+
+}  // namespace
+
+std::optional<LineFile> LineFile::read(const std::string& path, Vanu<QQ> problem,
+                                       const Watch& watch) {
+  const std::optional<StarChecker<QQ>> checker = lineChecker(problem);
+  if (!checker) return std::nullopt;
+  const bool fits = fitsLongDouble(problem);
+  freeRows(problem);
   const std::optional<FileIdentity> identity = fileIdentity(path);
   std::optional<InputText> input = readSolText(path);
   if (!input) return std::nullopt;
-  LineFile file(std::move(*input), identity);
-  if (!file.check(problem, watch) || !file.tidy()) return std::nullopt;
+  LineFile file(std::move(*input), identity, std::move(problem.dt));
+  if (!file.check(*checker, fits, watch) || !file.tidy()) return std::nullopt;
   return file;
 }
 
-bool LineFile::check(const Vanu<QQ>& problem,
-                     const std::function<void(const ReadProgress&)>& watch) {
-  if (fitsLongDouble(problem)) {
+bool LineFile::check(const StarChecker<QQ>& checker, bool fits, const Watch& watch) {
+  if (fits) {
     try {
       form_ = Form::standard;
-      return checkAs<long double>(problem, watch);
+      return checkAs<long double>(checker, watch);
     } catch (const PrecisionException&) {
       form_ = Form::exactForStars;
     }
   }
-  return checkAs<QQ>(problem, watch);
+  return checkAs<QQ>(checker, watch);
 }
 
 bool LineFile::tidy() {
@@ -46,10 +66,9 @@ bool LineFile::tidy() {
 }
 
 template <class T>
-bool LineFile::checkAs(const Vanu<QQ>& problem,
-                       const std::function<void(const ReadProgress&)>& watch) {
+bool LineFile::checkAs(const StarChecker<QQ>& checker, const Watch& watch) {
   const unsigned threads = std::max(std::thread::hardware_concurrency(), 1U);
-  std::optional<StarLines> stars = readRightStars<T>(input_, problem, threads, watch);
+  std::optional<StarLines> stars = readRightStars<T>(input_, checker, threads, watch);
   if (!stars) return false;
   stars_ = std::move(*stars);
   return true;
@@ -59,11 +78,11 @@ Commit LineFile::write(const std::string& path) const {
   return writeLines(path, stars_.lines, identity_).commit;
 }
 
-void LineFile::report(std::ostream& stream, const Vector<QQ>& goals) {
+void LineFile::report(std::ostream& stream) {
   removeDuplicates(stars_.lines, false);
-  if (form_ != Form::standard) return writeSolutions(stream, stars_.lines, goals);
+  if (form_ != Form::standard) return writeSolutions(stream, stars_.lines, goals_);
   Vector<long double> rounded;
-  rounded.convertFrom(goals, false);
+  rounded.convertFrom(goals_, false);
   writeSolutions(stream, stars_.lines, rounded);
 }
 

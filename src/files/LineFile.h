@@ -13,19 +13,22 @@ namespace starsift {
 
 class LineFile {
  public:
-  /// Reads the file at `path`, checks its stars on all cores, sorts them and removes duplicates.
+  using Watch = std::function<void(const ReadProgress&)>;
+
+  /// Reads the file at `path`, checks its stars on all cores, sorts them and removes duplicates. Of
+  /// `problem` only what the check needs stays in memory.
   /// Stars that differ in their parameters are not duplicates. Nothing if the stars can't be held
   /// as lines (see readRightStars() and sortLines()), or there is no file. A file that can't be
   /// read is fatal.
-  static std::optional<LineFile> read(const std::string& path, const Vanu<QQ>& problem,
-                                      const std::function<void(const ReadProgress&)>& watch);
+  static std::optional<LineFile> read(const std::string& path, Vanu<QQ> problem,
+                                      const Watch& watch);
 
   /// Writes the lines to `path`, or removes the file if there are none, unless the file has changed
   /// since it was read. Throws as writeStars().
   Commit write(const std::string& path) const;
 
-  /// Reports one star for each point; the others are gone then. `goals` are those of the problem.
-  void report(std::ostream& stream, const Vector<QQ>& goals);
+  /// Reports one star for each point; the others are gone then.
+  void report(std::ostream& stream);
 
   const std::vector<StarLine>& lines() const { return stars_.lines; }
 
@@ -40,18 +43,20 @@ class LineFile {
     exact,
   };
 
-  LineFile(InputText input, std::optional<FileIdentity> identity)
-      : input_(std::move(input)), identity_(identity) {}
+  LineFile(InputText input, std::optional<FileIdentity> identity, Vector<QQ> goals)
+      : input_(std::move(input)), identity_(identity), goals_(std::move(goals)) {}
 
-  /// False if the stars can't be held as lines.
-  bool check(const Vanu<QQ>& problem, const std::function<void(const ReadProgress&)>& watch);
+  /// False if the stars can't be held as lines. `fits`: long double holds the problem.
+  bool check(const StarChecker<QQ>& checker, bool fits, const Watch& watch);
   /// Sorts the lines and removes duplicates; false as above.
   bool tidy();
   template <class T>
-  bool checkAs(const Vanu<QQ>& problem, const std::function<void(const ReadProgress&)>& watch);
+  bool checkAs(const StarChecker<QQ>& checker, const Watch& watch);
 
   InputText input_;
   std::optional<FileIdentity> identity_;
+  /// Those of the problem.
+  Vector<QQ> goals_;
   StarLines stars_;
   Form form_ = Form::exact;
 };

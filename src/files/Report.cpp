@@ -144,20 +144,30 @@ void appendReport(std::string& out, const StarLine& line, const std::vector<std:
   appendTargets(out, {values, targetNorm, slackNorm, static_cast<std::int64_t>(line.time)}, goals);
 }
 
-/// Writes the reports of the elements of a range, "---" between two of them.
-template <class Range>
-void writeReports(std::ostream& stream, const Range& stars, const std::vector<std::string>& goals) {
-  std::string text = "\n";
-  bool isFirst = true;
-  for (const auto& star : stars) {
-    if (!std::exchange(isFirst, false)) text += "\n---\n\n";
-    appendReport(text, star, goals);
-    if (text.size() < pieceSize) continue;
-    stream << text;
-    text.clear();
+/// Writes reports to a stream in pieces, "---" between two of them.
+class ReportWriter {
+ public:
+  ReportWriter(std::ostream& stream, std::vector<std::string> goals)
+      : stream_(stream), goals_(std::move(goals)) {}
+  ReportWriter(const ReportWriter&) = delete;
+  ReportWriter& operator=(const ReportWriter&) = delete;
+  ~ReportWriter() { stream_ << text_; }
+
+  template <class Element>
+  void add(const Element& star) {
+    if (!std::exchange(isFirst_, false)) text_ += "\n---\n\n";
+    appendReport(text_, star, goals_);
+    if (text_.size() < pieceSize) return;
+    stream_ << text_;
+    text_.clear();
   }
-  stream << text;
-}
+
+ private:
+  std::ostream& stream_;
+  std::vector<std::string> goals_;
+  std::string text_ = "\n";
+  bool isFirst_ = true;
+};
 
 }  // namespace
 
@@ -183,13 +193,25 @@ std::string starReport(const Star<T>& star, const Vector<T>& goals) {
 
 template <class T>
 void writeSolutions(std::ostream& stream, const Array<Star<T>>& stars, const Vector<T>& goals) {
-  writeReports(stream, stars, goalTexts(goals));
+  ReportWriter writer(stream, goalTexts(goals));
+  for (const Star<T>& star : stars) writer.add(star);
+}
+
+template <class T>
+void writeSolutions(std::ostream& stream, const PackedStars& stars, const Vector<T>& goals) {
+  ReportWriter writer(stream, goalTexts(goals));
+  for (std::size_t i = 0; i < stars.size(); ++i) {
+    Star<T> star;
+    star.convertFrom(stars.star(i), false);
+    writer.add(star);
+  }
 }
 
 template <class T>
 void writeSolutions(std::ostream& stream, const std::vector<StarLine>& lines,
                     const Vector<T>& goals) {
-  writeReports(stream, lines, goalTexts(goals));
+  ReportWriter writer(stream, goalTexts(goals));
+  for (const StarLine& line : lines) writer.add(line);
 }
 
 template <class T>
@@ -230,6 +252,8 @@ template std::string solutionsText(const Array<Star<QQ>>&, const Vector<QQ>&);
 template void writeSolutions(std::ostream&, const Array<Star<long double>>&,
                              const Vector<long double>&);
 template void writeSolutions(std::ostream&, const Array<Star<QQ>>&, const Vector<QQ>&);
+template void writeSolutions(std::ostream&, const PackedStars&, const Vector<long double>&);
+template void writeSolutions(std::ostream&, const PackedStars&, const Vector<QQ>&);
 template void writeSolutions(std::ostream&, const std::vector<StarLine>&,
                              const Vector<long double>&);
 template void writeSolutions(std::ostream&, const std::vector<StarLine>&, const Vector<QQ>&);

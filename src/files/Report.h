@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "stars/PackedStars.h"
 #include "stars/Star.h"
 #include "stars/StarLine.h"
 
@@ -28,6 +29,10 @@ std::string solutionsText(const Array<Star<T>>& stars, const Vector<T>& goals);
 /// Writes solutionsText() piece by piece.
 template <class T>
 void writeSolutions(std::ostream& stream, const Array<Star<T>>& stars, const Vector<T>& goals);
+
+/// The same for packed stars, whose numbers T must hold.
+template <class T>
+void writeSolutions(std::ostream& stream, const PackedStars& stars, const Vector<T>& goals);
 
 /// The same for stars that are held as lines.
 template <class T>

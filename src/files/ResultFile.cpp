@@ -20,7 +20,7 @@ namespace starsift {
 namespace {
 
 /// Bytes gathered before they are written to the file.
-constexpr std::size_t bufferSize = std::size_t{1} << 18U;
+constexpr std::size_t bufferSize = std::size_t{1} << 16U;
 
 /// Modes of a file that was not there, to be narrowed by the umask or the folder's access list,
 /// and of one that gets the rights of another.

@@ -5,6 +5,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "files/MemoryNeed.h"
 #include "files/RecordReader.h"
 #include "numbers/QQ.h"
 #include "stars/StarCheck.h"
@@ -37,24 +38,32 @@ class BareRecords {
   std::optional<StarChecker<T>> checker_;
 };
 
-/// See readStars and readStarsExactly.
-template <class T, class Number>
-bool readAll(std::string_view text, const Vanu<T>& problem, Array<Star<T>>& stars, bool peek) {
+/// Hands the stars of a text to `take` until that returns false.
+template <class T, class Number, class Take>
+void readEach(std::string_view text, const Vanu<T>& problem, const Take& take) {
   TextCursor source(text);
   RecordReader<T, Number> reader;
   BareRecords<T, Number> bareRecords(problem);
-  Array<Star<T>> found;
   for (skipWithComments(source); !source.atEnd(); skipWithComments(source)) {
     Star<T> star;
     const std::size_t before = source.rest().size();
     if (!reader.read(star, source)) bareRecords.complete(star);
     // Text that isn't a record and was not consumed would be read again for ever.
     if (source.rest().size() == before) takeLine(source);
-    if (star.dimension() == 0) continue;
-    if (peek) return true;
-    append(found, std::move(star));
+    if (star.dimension() != 0 && !take(std::move(star))) return;
   }
-  const bool any = found.isSet();
+}
+
+/// See readStars and readStarsExactly.
+template <class T, class Number>
+bool readAll(std::string_view text, const Vanu<T>& problem, Array<Star<T>>& stars, bool peek) {
+  bool any = false;
+  Array<Star<T>> found;
+  readEach<T, Number>(text, problem, [&](Star<T>&& star) {
+    any = true;
+    if (!peek) append(found, std::move(star));
+    return !peek;
+  });
   appendStars(stars, std::move(found));
   return any;
 }
@@ -70,7 +79,9 @@ bool readFile(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& s
 
 std::optional<InputText> readSolText(const std::string& path) {
   try {
-    return readFileText(FilePlace(path));
+    const FilePlace place(path);
+    if (place.isReachable()) requireMemoryFor(place);
+    return readFileText(place);
   } catch (const ReadException&) {
     fail("Could not read sol file: " + path);
   } catch (const LinkException& link) {
@@ -92,6 +103,17 @@ template <class T>
 bool readStarsExactly(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& stars,
                       bool peek) {
   return readFile<T, QQ>(path, problem, stars, peek);
+}
+
+PackedStars readPackedStars(const std::string& path, const Vanu<QQ>& problem) {
+  PackedStars stars;
+  const std::optional<InputText> text = readSolText(path);
+  if (!text) return stars;
+  readEach<QQ, QQ>(text->view(), problem, [&stars](const Star<QQ>& star) {
+    stars.append(star);
+    return true;
+  });
+  return stars;
 }
 
 Array<Star<QQ>> readStarsOf(const std::string& text, const Vanu<QQ>& problem) {

@@ -11,6 +11,7 @@
 
 #include "numbers/QQ.h"
 #include "problem/Vanu.h"
+#include "stars/PackedStars.h"
 #include "stars/Star.h"
 #include "text/InputText.h"
 #include "text/TextCursor.h"
@@ -18,7 +19,7 @@
 namespace starsift {
 
 /// The text of the file, nothing without a regular file. A file that can't be read is fatal: it
-/// would be rewritten without its stars.
+/// would be rewritten without its stars. So is one that doesn't fit into memory (MemoryNeed.h).
 std::optional<InputText> readSolText(const std::string& path);
 
 /// Parses one record into a fresh `star`; white space and comments before it must have been
@@ -42,6 +43,9 @@ bool readStars(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& 
 template <class T>
 bool readStarsExactly(const std::string& path, const Vanu<T>& problem, Array<Star<T>>& stars,
                       bool peek);
+
+/// The stars of the file at `path`, each number a rational; as readStars() without `peek`.
+PackedStars readPackedStars(const std::string& path, const Vanu<QQ>& problem);
 
 /// The stars of a text, each number a rational; as readStars() without `peek`.
 Array<Star<QQ>> readStarsOf(const std::string& text, const Vanu<QQ>& problem);

@@ -67,6 +67,38 @@ void appendRecord(std::string& out, const Star<T>& star) {
 
 }  // namespace
 
+namespace {
+
+/// The text of a packed point of small integers, the same in both number types.
+void appendPoint(std::string& out, const PackedStar& star) {
+  out += "[ ";
+  for (Index i = 1; i <= star.dimension; ++i) {
+    appendInteger(out, star.component(i));
+    out += ' ';
+  }
+  out += ']';
+}
+
+}  // namespace
+
+template <class T>
+void appendLine(std::string& out, const PackedStars& stars, std::size_t i) {
+  const PackedStar packed = stars[i];
+  if (packed.isPlain) {
+    appendPoint(out, packed);
+    Vector<T> values;
+    values.convertFrom(packed.targetValues(), false);
+    appendResults<T>(out, values, {T(packed.targetNorm.integer), T(packed.slackNorm.integer)});
+    appendOrigin(out, packed.time, stars.text(packed.params), stars.text(packed.version));
+  } else {
+    Star<T> star;
+    star.convertFrom(stars.star(i), false);
+    requireExactText(star);
+    appendRecord(out, star);
+  }
+  out += '\n';
+}
+
 template <class T>
 std::string starText(const Star<T>& star) {
   std::string text;
@@ -102,6 +134,22 @@ WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars,
   return {commit, file.identity()};
 }
 
+template <class T>
+WrittenFile writeStars(const std::string& path, const PackedStars& stars,
+                       const std::optional<FileIdentity>& expected) {
+  const DeferredSignals deferred;
+  ResultFile file(path, expected);
+  std::string line;
+  for (std::size_t i = 0; i < stars.size(); ++i) {
+    line.clear();
+    // Until commit() the old file is unchanged.
+    appendLine<T>(line, stars, i);
+    file.write(line);
+  }
+  const Commit commit = file.commit();
+  return {commit, file.identity()};
+}
+
 WrittenFile writeLines(const std::string& path, const std::vector<StarLine>& lines,
                        const std::optional<FileIdentity>& expected) {
   const DeferredSignals deferred;
@@ -129,5 +177,11 @@ template WrittenFile writeStars(const std::string&, const Array<Star<long double
                                 const std::optional<FileIdentity>&);
 template WrittenFile writeStars(const std::string&, const Array<Star<QQ>>&,
                                 const std::optional<FileIdentity>&);
+template void appendLine<long double>(std::string&, const PackedStars&, std::size_t);
+template void appendLine<QQ>(std::string&, const PackedStars&, std::size_t);
+template WrittenFile writeStars<long double>(const std::string&, const PackedStars&,
+                                             const std::optional<FileIdentity>&);
+template WrittenFile writeStars<QQ>(const std::string&, const PackedStars&,
+                                    const std::optional<FileIdentity>&);
 
 }  // namespace starsift

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "files/ResultFile.h"
+#include "stars/PackedStars.h"
 #include "stars/Star.h"
 #include "stars/StarLine.h"
 #include "stars/StarNorms.h"
@@ -19,6 +20,11 @@ namespace starsift {
 /// the version.
 template <class T>
 std::string starText(const Star<T>& star);
+
+/// Appends the record of a packed star and a line feed, with the numbers of T. PrecisionException
+/// if T can't hold one, or as requireExactText().
+template <class T>
+void appendLine(std::string& out, const PackedStars& stars, std::size_t i);
 
 /// Stands between two fields of a record.
 constexpr std::string_view fieldSeparator = " | ";
@@ -55,6 +61,11 @@ WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars);
 /// nothing: there was none.
 template <class T>
 WrittenFile writeStars(const std::string& path, const Array<Star<T>>& stars,
+                       const std::optional<FileIdentity>& expected);
+
+/// The same for packed stars, with the numbers of T. PrecisionException also if T can't hold one.
+template <class T>
+WrittenFile writeStars(const std::string& path, const PackedStars& stars,
                        const std::optional<FileIdentity>& expected);
 
 /// The same for stars that are held as lines.

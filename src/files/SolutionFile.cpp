@@ -150,17 +150,6 @@ Commit SolutionFile<T>::noteWritten(const WrittenFile& written) {
 }
 
 template <class T>
-std::string SolutionFile<T>::text() const {
-  std::string text;
-  for (const Star<T>& star : stars) {
-    Star<QQ> exact;
-    exact.convertFrom(star, false);
-    text += starText(exact) + '\n';
-  }
-  return text;
-}
-
-template <class T>
 std::string SolutionFile<T>::solutionsText() const {
   return starsift::solutionsText(stars, problem().dt);
 }

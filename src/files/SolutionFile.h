@@ -83,8 +83,6 @@ class SolutionFile {
   /// The same, but merges a file that was changed by others, at most mergeLimit times. A file that
   /// was never read is replaced.
   Commit write();
-  /// The text that write() would write in exact numbers.
-  std::string text() const;
 
   /// Console reports of the stars; see Report.h.
   std::string solutionsText() const;

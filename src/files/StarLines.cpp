@@ -81,10 +81,7 @@ std::uint32_t narrow(std::size_t size) {
 template <class T>
 class LineReader {
  public:
-  /// `problem` must outlive the reader.
-  explicit LineReader(const Vanu<QQ>& problem) : checker_(problem) {}
-
-  bool isWellFormed() const { return checker_.isWellFormed(); }
+  explicit LineReader(const StarChecker<QQ>& checker) : checker_(checker) {}
 
   /// Reads records from `begin`, where one may begin, until one begins at or behind `limit`, and
   /// adds their lines. Returns the position of that, or `end`, where the text ends.
@@ -283,12 +280,20 @@ std::vector<const char*> borders(std::string_view text) {
   return result;
 }
 
+/// Lines that a text may have, judged by the first one. Storage for too many costs nothing until
+/// it is used, unless they are very many.
+std::size_t likelyLines(const char* begin, const char* end) {
+  constexpr std::ptrdiff_t shortLine = 128;
+  const std::ptrdiff_t line = std::find(begin, end, '\n') - begin;
+  return static_cast<std::size_t>((end - begin) / std::max(line, shortLine)) + 1;
+}
+
 /// Reads the parts of a text, some of them at a time.
 template <class T>
 class PartReaders {
  public:
-  PartReaders(const LineReader<T>& reader, std::vector<const char*> borders)
-      : reader_(reader), borders_(std::move(borders)), parts_(borders_.size() - 1) {}
+  PartReaders(const StarChecker<QQ>& checker, std::vector<const char*> borders)
+      : checker_(checker), borders_(std::move(borders)), parts_(borders_.size() - 1) {}
 
   /// False if the parts can't be told apart, or a record needs a reader of stars.
   bool read(unsigned threads, const std::function<void(const ReadProgress&)>& watch) {
@@ -330,7 +335,7 @@ class PartReaders {
   template <class AfterPart>
   void readSome(const AfterPart& afterPart) {
     try {
-      LineReader<T> reader(reader_);
+      LineReader<T> reader(checker_);
       for (std::size_t i = next_++; i < parts_.size() && !failed_; i = next_++) {
         readPart(reader, i);
         afterPart();
@@ -345,6 +350,8 @@ class PartReaders {
   void readPart(LineReader<T>& reader, std::size_t i) {
     const char* const next = borders_[i + 1];
     Part& part = parts_[i];
+    // All lines will be with those of the first part.
+    part.lines.reserve(likelyLines(borders_[i], i == 0 ? borders_.back() : next));
     if (reader.read(borders_[i], next, borders_.back(), part.lines, *part.arena) != next)
       throw NotPlain();
     done_ += static_cast<std::size_t>(next - borders_[i]);
@@ -360,7 +367,7 @@ class PartReaders {
     if (!failed_.exchange(true)) problem_ = std::move(problem);
   }
 
-  const LineReader<T>& reader_;
+  const StarChecker<QQ>& checker_;
   std::vector<const char*> borders_;
   std::vector<Part> parts_;
   std::atomic<std::size_t> next_ = 0;
@@ -373,15 +380,24 @@ class PartReaders {
 
 }  // namespace
 
+std::optional<StarChecker<QQ>> lineChecker(const Vanu<QQ>& problem) {
+  const FailuresThrow throwing;
+  try {
+    StarChecker<QQ> checker(problem);
+    if (checker.isWellFormed()) return checker;
+  } catch (const NotPlain&) {
+    // A reader of stars will say so.
+  }
+  return std::nullopt;
+}
+
 template <class T>
-std::optional<StarLines> readRightStars(const InputText& text, const Vanu<QQ>& problem,
+std::optional<StarLines> readRightStars(const InputText& text, const StarChecker<QQ>& checker,
                                         unsigned threads,
                                         const std::function<void(const ReadProgress&)>& watch) {
   const FailuresThrow throwing;
   try {
-    const LineReader<T> reader(problem);
-    if (!reader.isWellFormed()) return std::nullopt;
-    PartReaders<T> parts(reader, borders(text.view()));
+    PartReaders<T> parts(checker, borders(text.view()));
     if (!parts.read(threads, watch)) return std::nullopt;
     return parts.result();
   } catch (const NotPlain&) {
@@ -390,8 +406,10 @@ std::optional<StarLines> readRightStars(const InputText& text, const Vanu<QQ>& p
 }
 
 template std::optional<StarLines> readRightStars<long double>(
-    const InputText&, const Vanu<QQ>&, unsigned, const std::function<void(const ReadProgress&)>&);
+    const InputText&, const StarChecker<QQ>&, unsigned,
+    const std::function<void(const ReadProgress&)>&);
 template std::optional<StarLines> readRightStars<QQ>(
-    const InputText&, const Vanu<QQ>&, unsigned, const std::function<void(const ReadProgress&)>&);
+    const InputText&, const StarChecker<QQ>&, unsigned,
+    const std::function<void(const ReadProgress&)>&);
 
 }  // namespace starsift

@@ -9,7 +9,7 @@
 #include <optional>
 #include <vector>
 
-#include "problem/Vanu.h"
+#include "stars/StarCheck.h"
 #include "stars/StarLine.h"
 #include "text/InputText.h"
 
@@ -32,16 +32,20 @@ struct ReadProgress {
   std::size_t dropped = 0;
 };
 
+/// A problem prepared for readRightStars(), without what finite stars of its length don't need (see
+/// StarChecker). Nothing if its rows don't fit its variables, or are fatal to a check.
+std::optional<StarChecker<QQ>> lineChecker(const Vanu<QQ>& problem);
+
 /// Reads the stars of a solution file and checks them as checkStars() does after readStars(), in
-/// the order of the file, on up to `threads` threads; threads >= 1. The check is exact, and the
-/// texts are those that T writes. `text` must outlive the result. PrecisionException if T can't
-/// hold a right star. `watch` is called on this thread now and then.
+/// the order of the file, by copies of `checker`, on up to `threads` threads; threads >= 1. The
+/// check is exact, and the texts are those that T writes. `text` must outlive the result.
+/// PrecisionException if T can't hold a right star. `watch` is called on this thread now and then.
 ///
 /// Nothing if the lines would say less than stars: a star whose text T can't read back, one with
 /// infinite components, one of another length, and everything that is fatal to a reader of stars,
 /// in particular in a long text that can't be divided at its line ends.
 template <class T>
-std::optional<StarLines> readRightStars(const InputText& text, const Vanu<QQ>& problem,
+std::optional<StarLines> readRightStars(const InputText& text, const StarChecker<QQ>& checker,
                                         unsigned threads,
                                         const std::function<void(const ReadProgress&)>& watch);
 

@@ -2,65 +2,101 @@
 
 #include <utility>
 
+#include "files/Report.h"
+#include "files/SolReader.h"
+#include "files/SolWriter.h"
 #include "numbers/Conversion.h"
+#include "stars/StarCheck.h"
+#include "system/Failure.h"
 
 namespace starsift {
 
-std::uint64_t YSolutionFile::problemNumber() const {
-  return files_.withLive([](const auto& file) { return file.problemNumber(); });
-}
+namespace {
 
-const std::string& YSolutionFile::path() const {
-  const std::string* path = nullptr;
-  files_.withLive([&path](const auto& file) { path = &file.path(); });
-  return *path;
-}
+/// Characters of a text that are handed on at once.
+constexpr std::size_t pieceSize = std::size_t{1} << 18U;
 
-Index YSolutionFile::starCount() const {
-  return files_.withLive([](const auto& file) { return file.stars.dimension(); });
+}  // namespace
+
+std::optional<QQ> YSolutionFile::leastTargetNorm() const {
+  std::optional<QQ> least;
+  for (std::size_t i = 0; i < stars_.size(); ++i) {
+    QQ norm = stars_[i].targetNorm.value();
+    if (!least || norm < *least) least = std::move(norm);
+  }
+  return least;
 }
 
 void YSolutionFile::mergeFile() {
-  files_.runStep([](auto& file) { file.mergeFile(); }, OnFailure::unchanged);
-}
-
-std::optional<QQ> YSolutionFile::leastTargetNorm() const {
-  return files_.withLive([]<class T>(const SolutionFile<T>& file) {
-    std::optional<QQ> least;
-    for (const Star<T>& star : file.stars) {
-      QQ norm = NumberConversion<QQ, T>::convert(star.targetNorm);
-      if (!least || norm < *least) least = std::move(norm);
-    }
-    return least;
-  });
+  const std::optional<FileIdentity> identity = fileIdentity(path());
+  const PackedStars read = readPackedStars(path(), file_.problem());
+  StarChecker<QQ> checker(file_.problem());
+  PackedStars right;
+  for (std::size_t i = 0; i < read.size(); ++i) {
+    Star<QQ> star = read.star(i);
+    if (checker.check(star)) right.append(star);
+  }
+  for (std::size_t i = 0; i < right.size(); ++i) stars_.append(right.star(i));
+  sortStars();
+  removeDuplicates(Duplicates::ofPointAndParams);
+  noteFile(identity);
 }
 
 void YSolutionFile::sortStars() {
-  files_.withLive([](auto& file) { file.sortStars(); });
+  if (fitsStandard())
+    stars_.sort<long double>();
+  else
+    stars_.sort<QQ>();
 }
 
 void YSolutionFile::removeDuplicates(Duplicates duplicates) {
-  files_.withLive([duplicates](auto& file) { file.removeDuplicates(duplicates); });
+  stars_.removeDuplicates(duplicates == Duplicates::ofPointAndParams);
 }
 
-void YSolutionFile::addStars(Array<Star<QQ>> judged, std::uint64_t problem) {
+void YSolutionFile::addStars(const Array<Star<QQ>>& judged, std::uint64_t problem) {
   if (problem != problemNumber()) fail("The stars solve another problem");
-  if (!judged.isSet()) return;
-  files_.useExtended();
-  files_.exact().appendStars(std::move(judged));
-  files_.tryStandard();
+  for (const Star<QQ>& star : judged) addStar(star);
 }
 
 Commit YSolutionFile::writeIfCurrent() {
-  return files_.runStep([](auto& file) { return file.writeIfCurrent(); }, OnFailure::unchanged);
+  if (!isFileKnown_) return Commit::changed;
+  if (!fitsStandard()) return writeAs<QQ>();
+  try {
+    return writeAs<long double>();
+  } catch (const PrecisionException&) {
+    return writeAs<QQ>();
+  }
 }
 
-std::string YSolutionFile::text() const {
-  return files_.withLive([](const auto& file) { return file.text(); });
+template <class T>
+Commit YSolutionFile::writeAs() {
+  const WrittenFile written = writeStars<T>(path(), stars_, identity_);
+  if (written.commit == Commit::written) noteFile(written.identity);
+  return written.commit;
+}
+
+void YSolutionFile::noteFile(const std::optional<FileIdentity>& identity) {
+  isFileKnown_ = true;
+  identity_ = identity;
+}
+
+bool YSolutionFile::writeText(const std::function<bool(std::string_view)>& write) const {
+  std::string text;
+  for (std::size_t i = 0; i < stars_.size(); ++i) {
+    appendLine<QQ>(text, stars_, i);
+    if (text.size() < pieceSize) continue;
+    if (!write(text)) return false;
+    text.clear();
+  }
+  return write(text);
 }
 
 void YSolutionFile::writeSolutions(std::ostream& stream) const {
-  files_.withLive([&stream](const auto& file) { file.writeSolutions(stream); });
+  const Vector<QQ>& goals = file_.problem().dt;
+  if (!fitsStandard()) return starsift::writeSolutions(stream, stars_, goals);
+  Vector<long double> rounded;
+  rounded.convertFrom(goals, false);
+  starsift::writeSolutions(stream, stars_, rounded);
 }
 
 }  // namespace starsift

@@ -1,54 +1,72 @@
-// A solution file in two precisions: long double while that holds every number, exact rationals
-// otherwise. TwoPrecisions.h describes how it moves from one to the other.
+// The stars of a search and their problem, in few bytes a star. Numbers are written as long double
+// while that holds every number, as exact rationals otherwise.
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <iosfwd>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "files/SolutionFile.h"
 #include "numbers/QQ.h"
-#include "numbers/TwoPrecisions.h"
+#include "problem/Exactness.h"
+#include "stars/PackedStars.h"
 
 namespace starsift {
 
-/// The operations of SolutionFile on the live form.
+/// The operations of SolutionFile on packed stars.
 class YSolutionFile {
  public:
   /// Copies problem and paths; the stars stay.
   template <class T>
   void takeProblem(const SolutionFile<T>& source) {
-    files_.useExtended();
-    files_.exact().convertProblemFrom(source);
-    files_.tryStandard();
+    file_.convertProblemFrom(source);
+    problemFits_ = fitsLongDouble(file_.problem());
   }
 
-  /// The number of the problem, the same in both forms.
-  std::uint64_t problemNumber() const;
-  const std::string& path() const;
+  /// The number of the problem, the same as in its source.
+  std::uint64_t problemNumber() const { return file_.problemNumber(); }
+  const std::string& path() const { return file_.path(); }
 
-  bool hasStars() const { return starCount() > 0; }
-  Index starCount() const;
+  bool hasStars() const { return !stars_.isEmpty(); }
+  Index starCount() const { return static_cast<Index>(stars_.size()); }
   /// Empty without stars.
   std::optional<QQ> leastTargetNorm() const;
   /// Adds the right stars of the file; see SolutionFile::mergeFile().
   void mergeFile();
   void sortStars();
   void removeDuplicates(Duplicates duplicates);
-  /// Appends stars that were judged to solve the problem with the number `problem`; they aren't
-  /// checked again. Fatal if this record has another problem: "The stars solve another problem".
-  void addStars(Array<Star<QQ>> judged, std::uint64_t problem);
+  /// Appends a star that was judged to solve the problem; it isn't checked again.
+  void addStar(const Star<QQ>& judged) { stars_.append(judged); }
+  /// Appends stars that were judged to solve the problem with the number `problem`. Fatal if this
+  /// record has another problem: "The stars solve another problem".
+  void addStars(const Array<Star<QQ>>& judged, std::uint64_t problem);
 
-  /// See SolutionFile.
+  /// Writes the stars if the file was read or written here, and not by others since.
   Commit writeIfCurrent();
-  /// The text that write() would write in exact numbers.
-  std::string text() const;
+  /// Hands the text of the file in exact numbers to `write`, piece by piece, until that returns
+  /// false; returns whether it never did.
+  bool writeText(const std::function<bool(std::string_view)>& write) const;
   /// Console report of the stars.
   void writeSolutions(std::ostream& stream) const;
 
  private:
-  TwoPrecisions<SolutionFile<long double>, SolutionFile<QQ>> files_;
+  /// Long double holds all numbers of problem and stars.
+  bool fitsStandard() const { return problemFits_ && stars_.fitLongDouble(); }
+  template <class T>
+  Commit writeAs();
+  /// The stars include those of the file with this identity; nothing: there is no file.
+  void noteFile(const std::optional<FileIdentity>& identity);
+
+  /// The problem and the paths, without stars.
+  SolutionFile<QQ> file_;
+  bool problemFits_ = true;
+  PackedStars stars_;
+  /// The file was read or written, and its identity then; nothing if there was none.
+  bool isFileKnown_ = false;
+  std::optional<FileIdentity> identity_;
 };
 
 }  // namespace starsift

@@ -39,6 +39,15 @@ int compare(const ZZ& numerator, const ZZ& denominator, const QQ& bound) {
   return static_cast<int>(left > right) - static_cast<int>(left < right);
 }
 
+/// Whether the rows of a problem have `n` entries each.
+template <class T>
+bool hasColumns(const Vanu<T>& problem, Index n) {
+  const auto fits = [n](const Matrix<T>* rows) {
+    return rows->rowCount() == 0 || rows->columnCount() == n;
+  };
+  return fits(&problem.Ag) && fits(&problem.Au) && fits(&problem.At);
+}
+
 /// The verdicts on many stars, stored in few blocks of memory.
 template <class T>
 class Verdicts {
@@ -86,7 +95,10 @@ class Verdicts {
 
 template <class T>
 StarChecker<T>::Rows::Rows(const Vanu<T>& problem)
-    : box(problem.lx, problem.rx), goals(exactly(problem.dt)) {
+    : areWellFormed(problem.rx.dimension() == problem.lx.dimension() &&
+                    hasColumns(problem, problem.lx.dimension())),
+      box(problem.lx, problem.rx),
+      goals(exactly(problem.dt)) {
   prepareEquations(problem);
   for (Index i = 1; i <= problem.Au.rowCount(); ++i)
     intervals.emplace_back(problem.Au[i], exactly(problem.lu[i]), exactly(problem.ru[i]));
@@ -165,11 +177,6 @@ bool StarChecker<T>::pointIsWithinBounds() const {
 }
 
 template <class T>
-bool StarChecker<T>::isWellFormed() const {
-  return problem_.rx.dimension() == variableCount() && hasColumns(variableCount());
-}
-
-template <class T>
 bool StarChecker<T>::withinBounds(const Vector<T>& x) const {
   const Index n = x.dimension();
   if (point_.isSmall() && n == problem_.lx.dimension() && n == problem_.rx.dimension())
@@ -179,15 +186,7 @@ bool StarChecker<T>::withinBounds(const Vector<T>& x) const {
 
 template <class T>
 void StarChecker<T>::checkColumns(Index n) const {
-  if (!hasColumns(n)) fail("Matrix: mat-vec multiplication dimension mismatch");
-}
-
-template <class T>
-bool StarChecker<T>::hasColumns(Index n) const {
-  const auto fits = [n](const Matrix<T>* rows) {
-    return rows->rowCount() == 0 || rows->columnCount() == n;
-  };
-  return fits(&problem_.Ag) && fits(&problem_.Au) && fits(&problem_.At);
+  if (!hasColumns(problem_, n)) fail("Matrix: mat-vec multiplication dimension mismatch");
 }
 
 template <class T>

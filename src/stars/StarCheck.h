@@ -20,7 +20,8 @@ namespace starsift {
 template <class T>
 class StarChecker {
  public:
-  /// `problem` must outlive the checker and not change.
+  /// `problem` must outlive the checker and not change; its matrices may go if only finite stars
+  /// of variableCount() components are checked, and the problem is well formed.
   explicit StarChecker(const Vanu<T>& problem);
 
   /// True if star.x() is a solution: within the bounds exactly, equations and
@@ -42,7 +43,7 @@ class StarChecker {
   /// Number of variables.
   Index variableCount() const { return problem_.lx.dimension(); }
   /// Stars of variableCount() components fit the rows and bounds of the problem.
-  bool isWellFormed() const;
+  bool isWellFormed() const { return rows_->areWellFormed; }
 
   /// True if there are values and norms to compute.
   bool hasTargets() const { return !rows_->targets.empty(); }
@@ -53,6 +54,7 @@ class StarChecker {
     explicit Rows(const Vanu<T>& problem);
     void prepareEquations(const Vanu<T>& problem);
 
+    bool areWellFormed;
     SmallBox box;
     Vector<QQ> goals;
     std::vector<IntervalTest> intervals;
@@ -67,8 +69,6 @@ class StarChecker {
   /// The verdict on point_, which is within the bounds.
   void judgeRows(StarVerdict<T>& verdict);
   bool rowsAdmit() const;
-  /// Whether the rows have `n` entries each.
-  bool hasColumns(Index n) const;
   void computeTargets();
   void convertTargets(StarVerdict<T>& verdict) const;
 

@@ -75,6 +75,31 @@ class Limits(FaultCase):
             lambda: self.assertIn(b"[ 0 1 36 5 ] | -302 |", self.text()),
         )
 
+    def test_a_file_that_does_not_fit_is_refused_before_it_is_read(self):
+        size = 1 << 30
+        os.truncate(self.sol, size)
+        identity = os.stat(self.sol)
+        result = self.run_within([PROGRAM, self.sol.name], 500 << 20)
+        self.assertEqual(result.status, 1, result)
+        self.assertRegex(
+            result.stderr,
+            r"FAIL: Not enough memory for sol file knapsack.sol: it takes 10[789][0-9] MB, "
+            r"there is room for [345][0-9]{2} MB\n",
+        )
+        self.assertEqual(os.stat(self.sol), identity)
+        self.assert_nothing_left(result)
+
+    def test_a_file_that_fits_is_checked(self):
+        line = "[ 0 1 36 5 ] | -302 | [ 302 ] | 0 | 9 | --beta=20 | 2.4.2\n"
+        # The rest is white space. In pieces: a large parent would count as memory of the next run.
+        with open(self.sol, "w") as file:
+            file.write(line)
+            for _ in range(80_000):
+                file.write("\n" + " " * 999)
+        result = self.run_within([PROGRAM, self.sol.name], 500 << 20)
+        self.assertEqual((result.status, result.stderr), (0, ""))
+        self.assertEqual(self.sol.read_text(), line)
+
     def assert_port_refuses_until_it_succeeds(self, arguments, assert_safe):
         """Everything is put into a model and a solution of a hundred columns."""
         names = [f"x{j}" for j in range(100)]
@@ -132,6 +157,27 @@ class Peak(FaultCase):
         size = (self.folder / "model.mps").stat().st_size
         self.assertGreater(size, 9_000_000)
         self.assertLess(self.peak_of([PORT, "model.mps"]), 3 * size)
+
+
+    def test_searches_hold_many_solutions_in_little_memory(self):
+        # Sixteen pairs of variables of which one is 1, and 65 that are 0.
+        pairs, variables = 16, 97
+        rows = [[int(j in (i, pairs + i)) for j in range(variables)] for i in range(pairs)]
+        text = lambda row: "[ " + " ".join(map(str, row)) + " ]\n"
+        (self.folder / "many.opt").write_text(
+            "[ ] [ ] [ "
+            + "".join(map(text, rows))
+            + "] "
+            + text([1] * pairs)
+            + "[ ] [ ] [ ] [ ]\n"
+            + text([0] * variables) * 2
+            + text([1] * 2 * pairs + [0] * (variables - 2 * pairs))
+        )
+        # A number for each component would take a hundred megabytes.
+        self.assertLess(self.peak_of([SEEK, "--sol=0", "many.opt"]), 60_000_000)
+        stars = (self.folder / "many.sol").read_text().splitlines()
+        self.assertEqual(len(set(stars)), 1 << pairs)
+        self.assertEqual(stars, sorted(stars))
 
 
 class Allocations(FaultCase):

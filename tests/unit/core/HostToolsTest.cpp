@@ -140,6 +140,18 @@ TEST(AvailableMemory, IsTheFigureOfItsLine) {
   EXPECT_EQ(availableKibibytes(file.path()), 8123456);
 }
 
+TEST(AvailableMemory, OfTheSwapSpaceHasALineOfItsOwn) {
+  const ScratchFile file("MemAvailable: 8 kB\nSwapFree:   517 kB\n");
+  EXPECT_EQ(freeSwapKibibytes(file.path()), 517);
+  EXPECT_EQ(freeSwapKibibytes(ScratchFile("MemAvailable: 8 kB\n").path()), 0);
+}
+
+TEST(AddressSpace, IsTheFirstFigureInPages) {
+  EXPECT_EQ(addressSpace(ScratchFile("3 2 1\n").path()), 3 * sysconf(_SC_PAGESIZE));
+  EXPECT_EQ(addressSpace("/no/such/file"), 0);
+  EXPECT_GT(addressSpace(), 1'000'000);
+}
+
 TEST(AvailableMemory, IsZeroWithoutSuchALine) {
   EXPECT_EQ(availableKibibytes(ScratchFile("MemTotal: 1 kB\n").path()), 0);
   EXPECT_EQ(availableKibibytes("/no/such/file"), 0);

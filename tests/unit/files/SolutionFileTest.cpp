@@ -27,6 +27,12 @@ class SolutionFileOver : public testing::Test {
     file.setPaths({scratch.file("p.opt"), scratch.file("p.sol"), ""});
   }
 
+  /// The stars as they are in their file.
+  std::string text() const {
+    std::string text;
+    for (const Star<T>& star : file.stars) text += starText(star) + '\n';
+    return text;
+  }
   Star<T> star(int x, int y) { return Star<T>{T(x), T(y)}; }
   void add(int x, int y) { append(file.stars, star(x, y)); }
   std::string starsText() const {
@@ -96,7 +102,7 @@ TYPED_TEST(SolutionFileOver, WrittenStarsAreReadAgain) {
   this->add(5, 1);
   this->file.checkStars();
   EXPECT_EQ(this->file.write(), Commit::written);
-  EXPECT_EQ(this->scratch.read("p.sol"), this->file.text());
+  EXPECT_EQ(this->scratch.read("p.sol"), this->text());
   this->file.stars.clear();
   EXPECT_TRUE(this->file.readStars(StarReading::peek));
   EXPECT_FALSE(this->file.stars.isSet());
@@ -128,7 +134,7 @@ TYPED_TEST(SolutionFileOver, WriteMergesWhatOthersHaveWritten) {
   this->scratch.write("p.sol", "[ 1 4 ]\n");
   EXPECT_EQ(this->file.write(), Commit::written);
   EXPECT_EQ(this->starsText(), "[ 1 4 ][ 5 1 ]");
-  EXPECT_EQ(this->scratch.read("p.sol"), this->file.text());
+  EXPECT_EQ(this->scratch.read("p.sol"), this->text());
 }
 
 TYPED_TEST(SolutionFileOver, ConversionKeepsWhichFileWasRead) {
@@ -170,7 +176,12 @@ TEST(YSolutionFile, StarsOfTheSameProblemAreAddedUnchecked) {
   append(stars, Star<QQ>{q("1/3"), q("9")});
   file.addStars(stars, source.problemNumber());
   EXPECT_EQ(file.starCount(), 1);
-  EXPECT_EQ(file.text(), "[ 1/3 9 ] | 0 | [ ] | 0 | -1 | \n");
+  std::string text;
+  EXPECT_TRUE(file.writeText([&text](std::string_view piece) {
+    text += piece;
+    return true;
+  }));
+  EXPECT_EQ(text, "[ 1/3 9 ] | 0 | [ ] | 0 | -1 | \n");
   source.editProblem();
   EXPECT_FAILS_WITH(file.addStars(stars, source.problemNumber()),
                     "The stars solve another problem");

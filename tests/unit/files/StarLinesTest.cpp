@@ -42,7 +42,8 @@ template <class T>
 std::string rightLines(const std::string& text, unsigned threads = 1) {
   const Vanu<QQ> problem = smallProblem();
   const InputText input = inputText(text);
-  const std::optional<StarLines> stars = readRightStars<T>(input, problem, threads, ignore);
+  const std::optional<StarLines> stars =
+      readRightStars<T>(input, *lineChecker(problem), threads, ignore);
   if (!stars) return "none";
   std::string result;
   for (const StarLine& line : stars->lines) result += wholeOf(line) + "\n";
@@ -131,8 +132,10 @@ TEST(StarLines, ProgressGrowsToTheWholeText) {
     text += "[ 1 2 ] | -1 | [ -1 ] | 0 | 5 | p\n[ 9 9 ]\n[ 1 2 ] | 0 | [ ] | 0 | x | p\n";
   std::vector<ReadProgress> seen;
   const InputText input = inputText(text);
-  const auto stars = readRightStars<QQ>(
-      input, smallProblem(), 1, [&](const ReadProgress& progress) { seen.push_back(progress); });
+  const Vanu<QQ> problem = smallProblem();
+  const auto stars =
+      readRightStars<QQ>(input, *lineChecker(problem), 1,
+                         [&](const ReadProgress& progress) { seen.push_back(progress); });
   ASSERT_TRUE(stars.has_value());
   ASSERT_EQ(seen.size(), 5U);
   for (std::size_t i = 1; i < seen.size(); ++i) EXPECT_GT(seen[i].done, seen[i - 1].done);
@@ -145,7 +148,7 @@ TEST(StarLines, ProgressGrowsToTheWholeText) {
 TEST(StarLines, RowsOfAnotherLengthAreLeftToTheReaderOfStars) {
   Vanu<QQ> problem = smallProblem();
   problem.Au = {{QQ(1), QQ(1), QQ(1)}};
-  EXPECT_FALSE(readRightStars<QQ>(inputText("[ 1 2 ]\n"), problem, 1, ignore).has_value());
+  EXPECT_FALSE(lineChecker(problem).has_value());
 }
 
 }  // namespace
