@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "app/SolutionLock.h"
+#include "files/FileNames.h"
 #include "files/LineFile.h"
 #include "files/SolutionFile.h"
 #include "files/WriteOrFail.h"
@@ -19,18 +20,19 @@ bool write(const LineFile& lines, const std::string& solFile) {
 }
 
 /// The problem beside the stars. The numbers of both files are rationals, so they are read exactly.
-Vanu<QQ> readProblem(YLattice<long double>& lattice, const std::string& solFile) {
-  lattice.setFileNames(solFile);
-  lattice.useExtendedPrecision();
+Vanu<QQ> readProblem(const std::string& solFile) {
   SolutionFile<QQ> file;
-  lattice.withLive([&file](const auto& live) { file.convertProblemFrom(live.file); });
+  file.setPaths(fileNames(solFile));
   file.readProblem();
   return std::move(file.editProblem());
 }
 
 /// Checks and rewrites the file by way of the lattice, whatever its stars are like; adds those of
 /// `lines`, if there are any.
-void siftInLattice(YLattice<long double>& lattice, const std::optional<LineFile>& lines) {
+void siftInLattice(YLattice<long double>& lattice, const std::string& solFile,
+                   const std::optional<LineFile>& lines) {
+  lattice.setFileNames(solFile);
+  lattice.useExtendedPrecision();
   // Read again: where lines do, the rows of the problem would take more than the file.
   lattice.readOpt();
   lattice.tryStandardPrecision();
@@ -50,7 +52,7 @@ std::optional<LineFile> siftFile(YLattice<long double>& lattice, const std::stri
   if (!lock.isGranted()) fail("Could not lock file: " + solFile);
   std::optional<LineFile> lines = LineFile::read(solFile, std::move(problem), watch);
   if (lines && write(*lines, solFile)) return lines;
-  siftInLattice(lattice, lines);
+  siftInLattice(lattice, solFile, lines);
   return std::nullopt;
 }
 
@@ -58,7 +60,7 @@ std::optional<LineFile> siftFile(YLattice<long double>& lattice, const std::stri
 
 void siftStars(YLattice<long double>& lattice, const std::string& solFile, std::ostream& report,
                const std::function<void(const ReadProgress&)>& watch) {
-  Vanu<QQ> problem = readProblem(lattice, solFile);
+  Vanu<QQ> problem = readProblem(solFile);
   std::optional<LineFile> lines = siftFile(lattice, solFile, std::move(problem), watch);
   if (lines)
     lines->report(report);
