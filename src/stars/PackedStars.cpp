@@ -96,6 +96,13 @@ std::string_view bytesOf(const unsigned char* begin, const unsigned char* end) {
   return {reinterpret_cast<const char*>(begin), static_cast<std::size_t>(end - begin)};
 }
 
+/// Integer holds the integers from `least` to `greatest`.
+template <class Integer>
+bool isWithin(std::int64_t least, std::int64_t greatest) {
+  return least >= std::numeric_limits<Integer>::min() &&
+         greatest <= std::numeric_limits<Integer>::max();
+}
+
 /// The first form that takes all components.
 PointForm formOf(const Vector<QQ>& x) {
   std::int64_t least = 0;
@@ -106,14 +113,10 @@ PointForm formOf(const Vector<QQ>& x) {
     least = std::min(least, integer);
     greatest = std::max(greatest, integer);
   }
-  const auto fit = [&]<class Integer>(Integer /*example*/) {
-    return least >= std::numeric_limits<Integer>::min() &&
-           greatest <= std::numeric_limits<Integer>::max();
-  };
   if (least == 0 && greatest == 1) return PointForm::bits;
-  if (fit(std::int8_t())) return PointForm::bytes;
-  if (fit(std::int16_t())) return PointForm::shorts;
-  return fit(std::int32_t()) ? PointForm::words : PointForm::text;
+  if (isWithin<std::int8_t>(least, greatest)) return PointForm::bytes;
+  if (isWithin<std::int16_t>(least, greatest)) return PointForm::shorts;
+  return isWithin<std::int32_t>(least, greatest) ? PointForm::words : PointForm::text;
 }
 
 std::int64_t integerOf(const QQ& value) {
