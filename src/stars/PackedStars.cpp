@@ -41,7 +41,7 @@ constexpr std::size_t largestBlock = std::size_t{1} << 20U;
 constexpr std::size_t bitsPerByte = 8;
 
 std::uint64_t withSignBelow(std::int64_t value) {
-  return static_cast<std::uint64_t>(value) << 1U ^ static_cast<std::uint64_t>(value >> 63U);
+  return static_cast<std::uint64_t>(value) << 1U ^ (0 - static_cast<std::uint64_t>(value < 0));
 }
 
 std::int64_t withoutSignBelow(std::uint64_t value) {
@@ -304,7 +304,7 @@ std::uint32_t PackedStars::indexOf(const std::string& text) {
   return index;
 }
 
-unsigned char* PackedStars::stored(std::string_view record) {
+unsigned char* PackedStars::stored(const std::string& record) {
   if (blocks_.empty() || blocks_.back().size - used_ < record.size()) {
     const std::size_t size =
         blocks_.empty() ? firstBlock : std::min(2 * blocks_.back().size, largestBlock);
@@ -339,7 +339,7 @@ void PackedStars::compact() {
   const std::vector<Block> former = std::exchange(blocks_, {});
   used_ = 0;
   stored_ = 0;
-  for (unsigned char*& record : records_) record = stored(recordText(record));
+  for (unsigned char*& record : records_) record = stored(std::string(recordText(record)));
 }
 
 }  // namespace starsift

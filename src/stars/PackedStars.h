@@ -105,7 +105,7 @@ class PackedStars {
 
   std::uint32_t indexOf(const std::string& text);
   /// Copies a record.
-  unsigned char* stored(std::string_view record);
+  unsigned char* stored(const std::string& record);
   /// A star that was found before this run.
   void setStale(std::size_t i);
   /// sort() by way of stars that aren't packed.
