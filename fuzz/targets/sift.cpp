@@ -41,11 +41,24 @@ bool isShownFor(const mpq_class& shown, const mpq_class& value) {
   return shown == value || (rounded && shown == oracle::parseNumber(*rounded));
 }
 
-/// The stars may have been sorted by the texts of long double, "-0.5", before one
+/// Digits of the texts that long double is sorted by; integers that have more are "1.4e+17" there.
+constexpr std::ptrdiff_t sortedDigits = 17;
+
+bool hasLongInteger(const std::string& text) {
+  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+  for (auto at = text.begin(); (at = std::find_if(at, text.end(), isDigit)) != text.end();) {
+    const auto end = std::find_if_not(at, text.end(), isDigit);
+    if (end - at > sortedDigits) return true;
+    at = end;
+  }
+  return false;
+}
+
+/// The stars may have been sorted by the texts of long double, "-0.5" or "1.44e+17", before one
 /// of them made the file exact, "-1/2": texts say nothing of the order then.
 bool textsOrder(const std::vector<Record>& records) {
   return std::none_of(records.begin(), records.end(), [](const Record& record) {
-    return record.xText.find('/') != std::string::npos;
+    return record.xText.find('/') != std::string::npos || hasLongInteger(record.xText);
   });
 }
 
