@@ -292,7 +292,7 @@ Star<QQ> PackedStars::star(std::size_t i) const {
 std::size_t PackedStars::storageSize() const {
   std::size_t size = records_.capacity() * sizeof records_[0];
   for (const Block& block : blocks_) size += block.size;
-  for (const std::string& text : texts_) size += sizeof text + text.capacity();
+  for (const std::string& text : texts_) size += sizeof(std::string) + text.capacity();
   return size;
 }
 
@@ -313,7 +313,7 @@ unsigned char* PackedStars::stored(const std::string& record) {
     used_ = 0;
   }
   unsigned char* const place = blocks_.back().bytes.get() + used_;
-  std::memcpy(place, record.data(), record.size());
+  std::copy(record.begin(), record.end(), place);
   used_ += record.size();
   ++stored_;
   return place;
