@@ -24,6 +24,9 @@ class ReportJson {
   void addRecord(const RecordReport& record);
   void addChanges(std::string_view key, const ValueChanges& changes);
   void addViolations(const std::vector<Violation>& violations);
+  /// The next two only if there are some.
+  void addNearMisses(const PointReport& check);
+  void addFractions(const ReadPoint& point);
   void addRows(const PointReport& check);
 
   const JobReport& report_;
@@ -75,6 +78,18 @@ void ReportJson::addViolations(const std::vector<Violation>& violations) {
   json_.endArray();
 }
 
+void ReportJson::addNearMisses(const PointReport& check) {
+  if (check.nearlyMet == 0) return;
+  json_.key("withinToleranceOnly").beginObject().key("equations").value(check.nearlyMet);
+  json_.key("largest").value(numberText(check.largestNearMiss)).endObject();
+}
+
+void ReportJson::addFractions(const ReadPoint& point) {
+  if (point.fractional.empty()) return;
+  json_.key("fractionsKept").beginObject().key("count").value(point.fractional.size());
+  json_.key("column").value(model_.columnNames[point.fractional.front()]).endObject();
+}
+
 void ReportJson::addRows(const PointReport& check) {
   json_.key("rows").beginObject();
   for (std::size_t i = 0; i < check.activities.size(); ++i)
@@ -90,7 +105,9 @@ void ReportJson::addRecord(const RecordReport& record) {
   json_.key("integers").value(record.point.integerCount);
   addChanges("rounded", record.point.rounded);
   addChanges("snapped", record.point.snapped);
+  addFractions(record.point);
   addViolations(record.check.violations);
+  addNearMisses(record.check);
   json_.key("targets").beginArray();
   for (const QQ& value : record.check.targetValues)
     json_.value(numberText(record.check.targetValues.size() == 1 ? value + model_.objective.constant

@@ -47,8 +47,14 @@ std::string roundingText(const Model& model, const ReadPoint& point) {
   return text;
 }
 
+/// Of the equations that hold within the tolerance only, one at least.
+std::string nearMissesText(const PointReport& check) {
+  return "within the tolerance only: " + counted(check.nearlyMet, "equation") + ", by at most " +
+         shortText(check.largestNearMiss);
+}
+
 std::string verdictText(const Model& model, const PointReport& check) {
-  if (check.isRight()) return "right";
+  if (check.isRight()) return check.nearlyMet > 0 ? "right, " + nearMissesText(check) : "right";
   const Violation& first = check.violations.front();
   std::string text = "broken: " + violationName(model, first) + " by " + shortText(first.amount);
   if (check.violations.size() > 1)
@@ -96,9 +102,7 @@ void writeRecord(std::ostream& stream, const JobReport& report, const SolutionRe
   for (const Violation& violation : check.violations)
     stream << "  " << violationName(model, violation) << " by " << numberText(violation.amount)
            << '\n';
-  if (check.nearlyMet > 0)
-    stream << "  within the tolerance only: " << counted(check.nearlyMet, "equation")
-           << ", by at most " << shortText(check.largestNearMiss) << '\n';
+  if (check.nearlyMet > 0) stream << "  " << nearMissesText(check) << '\n';
   writeTargets(stream, report, check);
   if (!showsRows) return;
   for (std::size_t i = 0; i < check.activities.size(); ++i)
