@@ -161,9 +161,7 @@ JobReport importModel(const std::string& modelPath, const std::vector<std::strin
   names.hasConstantColumn = options.opt.addConstant;
   addWrittenRemarks(options, report);
   writeBaseFiles(paths, model, rows, options.opt, std::move(names), records);
-  report.written.push_back({paths.opt, counted(model.columnCount(), "variable") + ", " +
-                                           counted(rows.equations.size(), "equation") + ", " +
-                                           counted(rows.inequations.size(), "inequation")});
+  report.written.push_back({paths.opt, sizeText(model, rows, options.opt)});
   if (!records.empty()) report.solPath = paths.sol;
   return report;
 }

@@ -104,9 +104,7 @@ void OptText::writeVector(std::size_t count, const Number& number,
 }
 
 void OptText::write(const OptRows& rows) {
-  sink_("// " + counted(model_.columnCount(), "variable") + ", " +
-        counted(rows.equations.size(), "equation") + ", " +
-        counted(rows.inequations.size(), "inequation") + "; the names are in the .names file\n");
+  sink_("// " + sizeText(model_, rows, options_) + "; the names are in the .names file\n");
   writeTarget();
   writeRows(rows.equations);
   writeVector(
@@ -133,6 +131,12 @@ void OptText::write(const OptRows& rows) {
 }
 
 }  // namespace
+
+std::string sizeText(const Model& model, const OptRows& rows, const OptOptions& options) {
+  return counted(model.columnCount() + (options.addConstant ? 1 : 0), "variable") + ", " +
+         counted(rows.equations.size(), "equation") + ", " +
+         counted(rows.inequations.size(), "inequation");
+}
 
 OptRows optRows(const Model& model) {
   if (model.columnCount() == 0) throw ModelError(0, "the model has no columns");

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -29,6 +30,9 @@ OptRows optRows(const Model& model);
 
 /// Bytes that the text will have, to within a few per cent if most entries are 0.
 std::uint64_t estimatedOptSize(const Model& model);
+
+/// "3 variables, 1 equation, 2 inequations", as the text has them.
+std::string sizeText(const Model& model, const OptRows& rows, const OptOptions& options);
 
 using TextSink = std::function<void(std::string_view)>;
 
