@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::string_view objectiveMark = " - objective value";
 
-std::optional<std::uint32_t> indexOf(std::string_view word) {
+std::optional<std::uint32_t> cbcIndex(std::string_view word) {
   std::uint32_t index = 0;
   const char* const end = word.data() + word.size();
   const auto [stop, error] = std::from_chars(word.data(), end, index);
@@ -29,7 +29,7 @@ std::optional<std::uint32_t> indexOf(std::string_view word) {
 WrittenValue cbcValue(std::string_view text, std::size_t line) {
   text = trimmed(text);
   if (text.starts_with("**")) text.remove_prefix(2);
-  const std::optional<std::uint32_t> index = indexOf(takeWord(text));
+  const std::optional<std::uint32_t> index = cbcIndex(takeWord(text));
   text = trimmed(text);
   const auto takeLast = [&text]() {
     const std::size_t blank = text.find_last_of(" \t");
