@@ -109,10 +109,11 @@ TEST(WayBack, SolversReadMaximisedProblemsWithRangesAsLp) {
   const std::string problem = folder.write("p.opt", twoRanges);
   const std::string model = folder.file("p.lp");
   exportModel(problem, model, {});
-  const std::vector<std::string> solutions{folder.file("glpk"), folder.file("cbc")};
-  const std::string command = "glpsol --lp " + model + " -o " + solutions[0] +
-                              " >/dev/null 2>&1 && cbc " + model + " solve solution " +
-                              solutions[1] + " >/dev/null 2>&1";
+  const std::vector<std::string> solutions{folder.file("glpk"), folder.file("raw"),
+                                           folder.file("cbc")};
+  const std::string command = "glpsol --lp " + model + " -o " + solutions[0] + " -w " +
+                              solutions[1] + " >/dev/null 2>&1 && cbc " + model +
+                              " solve solution " + solutions[2] + " >/dev/null 2>&1";
   ASSERT_EQ(std::system(command.c_str()), 0);
   const JobReport report = importSolutions(problem, solutions, {});
   for (const SolutionReport& solution : report.solutions) {
@@ -133,6 +134,31 @@ TEST(WayBack, CbcReadsMaximisedProblemsAsMpsIfItIsToldSo) {
   ASSERT_EQ(report.solutions.size(), 1U);
   ASSERT_EQ(report.solutions[0].records.size(), 1U);
   EXPECT_EQ(report.solutions[0].records[0].point.x, (std::vector<QQ>{QQ(3), QQ(1)}));
+}
+
+/// CBC dislikes y[1], and each column has one value. Some are first seen in a term of 0.
+constexpr const char* badName = R"(Maximize
+ value: 0 x4 + 2 x1 + 5
+Subject To
+ first: 0 x0 + x1 = 7
+ second: x4 + x0 - x1 = 2
+ third: y[1] - x2 = 3
+ fourth: x2 - x0 = 0
+ fifth: x4 - 2 x0 = 0
+End
+)";
+
+TEST(WayBack, CbcNumbersTheColumnsOfAnLpFileInTheOrderOfTheModel) {
+  const test::ScratchDir folder;
+  const std::string model = folder.write("m.lp", badName);
+  const std::string found = folder.file("found");
+  const std::string command = "cbc " + model + " solve solution " + found + " >/dev/null 2>&1";
+  ASSERT_EQ(std::system(command.c_str()), 0);
+  const JobReport report = explain({model, found}, {});
+  ASSERT_EQ(report.solutions.size(), 1U);
+  ASSERT_EQ(report.solutions[0].records.size(), 1U);
+  EXPECT_TRUE(report.solutions[0].records[0].point.isByIndex);
+  EXPECT_TRUE(report.solutions[0].records[0].check.isRight());
 }
 
 constexpr const char* packing = R"(Maximize

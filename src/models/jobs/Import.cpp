@@ -42,6 +42,10 @@ SolutionReport readSolution(const PointCheck& check, const ModelText& text,
       record.status = point.status;
       record.number = report.records.size();
       record.point = pointOf(file.format, point);
+      if (record.point.isByIndex)
+        report.remarks.push_back({point.line,
+                                  "CBC made up the column names x0, x1, ..., so that columns are "
+                                  "taken by index"});
       record.check = check.check(record.point.x);
     }
     return report;

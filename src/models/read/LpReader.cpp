@@ -380,6 +380,7 @@ Model readLp(std::string_view text, const ReadOptions& options) {
   takeByteOrderMark(text, marked);
   requireDialect(text);
   Model model = LpReader(text, options).read();
+  model.isFromLp = true;
   model.remarks.insert(model.remarks.begin(), marked.remarks.begin(), marked.remarks.end());
   return model;
 }

@@ -73,6 +73,8 @@ struct Model {
   NumberList entryValues;
 
   std::vector<ModelRemark> remarks;
+  /// True for an .lp file, whose readers agree on the order of the columns.
+  bool isFromLp = false;
 };
 
 /// The entries of a model by rows: those of row i are in the columns columns[k] at the index

@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "models/solutions/DefaultNames.h"
 #include "models/text/ModelError.h"
 #include "models/text/Words.h"
 #include "models/write/ModelWriter.h"
@@ -25,8 +26,8 @@ std::optional<std::uint32_t> indexOfNumber(std::string_view text, std::size_t co
 }  // namespace
 
 ExportedColumns::ExportedColumns(const Problem& problem, std::optional<ModelFormat> format)
-    : steps_(columnSteps(problem)) {
-  const Model plain = plainModel(problem);
+    : mayBeLp_(!format || *format == ModelFormat::lp), steps_(columnSteps(problem)) {
+  Model plain = plainModel(problem);
   for (const ModelFormat written : {ModelFormat::mps, ModelFormat::lp})
     if (!format || *format == written) names_.push_back(writtenNames(plain.columnNames, written));
   const std::size_t count = problem.model.columnCount();
@@ -34,6 +35,9 @@ ExportedColumns::ExportedColumns(const Problem& problem, std::optional<ModelForm
   columns_.kinds.assign(plain.kinds.begin(), plain.kinds.begin() + static_cast<long>(count));
   columns_.lower.assign(plain.lower.begin(), plain.lower.begin() + static_cast<long>(count));
   columns_.upper.assign(plain.upper.begin(), plain.upper.begin() + static_cast<long>(count));
+  plain_.columnNames = std::move(plain.columnNames);
+  plain_.rowNames = std::move(plain.rowNames);
+  plain_.senses = std::move(plain.senses);
 }
 
 std::optional<std::uint32_t> ExportedColumns::find(const SolverFormat& format,
@@ -53,18 +57,23 @@ std::optional<std::uint32_t> ExportedColumns::find(const SolverFormat& format,
 
 ReadPoint ExportedColumns::read(const SolverFormat& format, const WrittenPoint& point,
                                 const RoundingOptions& options) const {
+  requireSize(plain_, point);
+  const auto numbered = pointByNumber(names_.back(), mayBeLp_, point);
+  SolverFormat written = format;
+  written.isByNumber = format.isByNumber || numbered;
   SolverFormat named = format;
   named.isByNumber = false;
   WrittenPoint own{point.status, {}, point.line};
-  for (const WrittenValue& value : point.values) {
-    const std::optional<std::uint32_t> column = find(format, value);
-    if (!column && format.isByNumber)
+  for (const WrittenValue& value : numbered ? numbered->values : point.values) {
+    const std::optional<std::uint32_t> column = find(written, value);
+    if (!column && written.isByNumber)
       throw ModelError(value.line, "the model has no column number " + excerpt(value.column));
     if (column && *column >= columns_.columnCount()) continue;
     const std::string name(column ? columns_.columnNames[*column] : value.column);
     own.values.push_back({name, value.number, value.line});
   }
   ReadPoint result = readPoint(columns_, named, own, options);
+  result.isByIndex = numbered.has_value();
   for (std::size_t j = 0; j < steps_.size(); ++j) result.x[j] *= steps_[j];
   return result;
 }

@@ -29,8 +29,12 @@ class ExportedColumns {
   /// The index of the column in the exported model; nothing for an unknown one.
   std::optional<std::uint32_t> find(const SolverFormat& format, const WrittenValue& value) const;
 
-  /// The columns of the problem as they were exported; without rows.
+  /// Names of columns and rows, and senses, of the exported model; without entries.
+  Model plain_;
+  /// The columns of the problem in it; without rows.
   Model columns_;
+  /// True unless it went out in another format.
+  bool mayBeLp_;
   /// What one unit of these is worth.
   std::vector<QQ> steps_;
   /// All names as they are written, by format.

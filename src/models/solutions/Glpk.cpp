@@ -1,4 +1,5 @@
 // The two formats of GLPK.
+#include <charconv>
 #include <string>
 
 #include "models/solutions/Formats.h"
@@ -85,13 +86,21 @@ bool isGlpkRaw(std::string_view text) {
 
 namespace {
 
+std::size_t countOf(std::string_view word, std::size_t line) {
+  std::size_t count = 0;
+  const char* const end = word.data() + word.size();
+  const auto [stop, error] = std::from_chars(word.data(), end, count);
+  if (error != std::errc() || stop != end)
+    throw ModelError(line, inQuotes(word) + " is no number of rows or columns");
+  return count;
+}
+
 /// "s mip ROWS COLUMNS STATUS OBJECTIVE", or "s bas ROWS COLUMNS PRIMAL DUAL OBJECTIVE". Returns
 /// true if there is a point.
-bool hasRawPoint(std::string_view line, SolverFile& file) {
+bool hasRawPoint(std::string_view line, std::size_t number, SolverFile& file) {
   takeWord(line);
   const std::string kind(takeWord(line));
-  takeWord(line);
-  takeWord(line);
+  const ModelSize size{countOf(takeWord(line), number), countOf(takeWord(line), number)};
   const std::string_view status = takeWord(line);
   const bool isFound = status == "o" || status == "f";
   const std::string words = status == "o" || kind == "bas" ? "optimal" : "feasible";
@@ -99,7 +108,7 @@ bool hasRawPoint(std::string_view line, SolverFile& file) {
     file.noSolution = "status " + std::string(status);
     return false;
   }
-  file.points.push_back({words, {}, 1});
+  file.points.push_back({words, {}, number, size});
   return true;
 }
 
@@ -117,7 +126,7 @@ SolverFile readGlpkRaw(std::string_view text) {
     if (mark == "s") {
       if (isFound || !file.noSolution.empty())
         throw ModelError(lines.number(), "the status comes a second time");
-      isFound = hasRawPoint(whole, file);
+      isFound = hasRawPoint(whole, lines.number(), file);
       isBasis = whole.starts_with("s bas");
     } else if (mark == "j" && isFound) {
       const std::string column(takeWord(line));

@@ -124,7 +124,11 @@ SolverFile readScip(std::string_view text) {
 }
 
 bool isEsolver(std::string_view text) {
-  return firstLine(text).starts_with("status");
+  std::string_view line = firstLine(text);
+  if (takeWord(line) != "status") return false;
+  line = trimmed(line);
+  if (line.starts_with('=')) line = trimmed(line.substr(1));
+  return !line.empty() && !parseNumber(line);
 }
 
 SolverFile readEsolver(std::string_view text) {
@@ -196,7 +200,7 @@ SolverFile readList(std::string_view text) {
       if (isObjective) file.format.name = "Gurobi";
       continue;
     }
-    if (line == "=infeas=" || line == "=unbd=") {
+    if (line == "=infeas=" || line == "=unbd=" || line == "=unkn=") {
       file.noSolution = std::string(line);
       file.points.clear();
       return file;

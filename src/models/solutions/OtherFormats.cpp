@@ -1,5 +1,8 @@
 // The formats of CBC, of CPLEX and of solvers of pseudo-Boolean problems.
+#include <algorithm>
 #include <array>
+#include <charconv>
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -14,11 +17,19 @@ namespace {
 
 constexpr std::string_view objectiveMark = " - objective value";
 
+std::optional<std::uint32_t> cbcIndex(std::string_view word) {
+  std::uint32_t index = 0;
+  const char* const end = word.data() + word.size();
+  const auto [stop, error] = std::from_chars(word.data(), end, index);
+  if (error != std::errc() || stop != end) return std::nullopt;
+  return index;
+}
+
 /// "[**] INDEX NAME VALUE REDUCED-COST", the name perhaps with blanks inside.
 WrittenValue cbcValue(std::string_view text, std::size_t line) {
   text = trimmed(text);
   if (text.starts_with("**")) text.remove_prefix(2);
-  takeWord(text);
+  const std::optional<std::uint32_t> index = cbcIndex(takeWord(text));
   text = trimmed(text);
   const auto takeLast = [&text]() {
     const std::size_t blank = text.find_last_of(" \t");
@@ -30,7 +41,7 @@ WrittenValue cbcValue(std::string_view text, std::size_t line) {
   const std::string_view cost = takeLast();
   const std::string_view value = takeLast();
   if (value.empty() || cost.empty()) throw ModelError(line, "the line is cut");
-  return {std::string(text), std::string(value), line};
+  return {std::string(text), std::string(value), line, index};
 }
 
 }  // namespace
@@ -45,7 +56,8 @@ SolverFile readCbc(std::string_view text) {
   Lines lines(text);
   const std::string_view first = lines.take();
   const std::string status(trimmed(first.substr(0, first.find(objectiveMark))));
-  if (!status.starts_with("Optimal") && !status.starts_with("Stopped")) {
+  const bool isRelaxation = status.find("no integer solution") != std::string::npos;
+  if (isRelaxation || (!status.starts_with("Optimal") && !status.starts_with("Stopped"))) {
     // The values of the last relaxation stand there all the same.
     file.noSolution = status;
     if (!lines.atEnd())
@@ -185,14 +197,21 @@ SolverFile readCplex(std::string_view text) {
   return file;
 }
 
+namespace {
+
+/// What the solvers say behind "s".
+constexpr std::array<std::string_view, 5> opbStatuses{"SATISFIABLE", "OPTIMUM FOUND",
+                                                      "UNSATISFIABLE", "UNKNOWN", "UNSUPPORTED"};
+
+}  // namespace
+
 bool isOpbOutput(std::string_view text) {
   Lines lines(text);
   while (!lines.atEnd()) {
     std::string_view line = lines.take();
     const std::string_view mark = takeWord(line);
     if (mark == "s")
-      return !trimmed(line).starts_with("mip") && !trimmed(line).starts_with("bas") &&
-             !trimmed(line).starts_with("ipt");
+      return std::find(opbStatuses.begin(), opbStatuses.end(), trimmed(line)) != opbStatuses.end();
     if (!mark.empty() && mark != "c" && mark != "o" && mark != "v") return false;
   }
   return false;

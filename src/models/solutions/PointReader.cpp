@@ -6,6 +6,7 @@
 #include <numeric>
 #include <utility>
 
+#include "models/solutions/DefaultNames.h"
 #include "models/text/ModelError.h"
 #include "models/text/ModelNumber.h"
 #include "models/text/Words.h"
@@ -214,9 +215,30 @@ std::string ColumnMatch::nearest(std::string_view name) const {
   return nearest;
 }
 
+void requireSize(const Model& model, const WrittenPoint& point) {
+  if (!point.size) return;
+  const std::size_t rows = model.rowCount();
+  // In an .lp file a row with two bounds is two rows.
+  const auto ranged = static_cast<std::size_t>(
+      std::count(model.senses.begin(), model.senses.end(), RowSense::ranged));
+  const bool hasRows = point.size->rows == rows || point.size->rows == rows + ranged;
+  if (hasRows && point.size->columns == model.columnCount()) return;
+  throw ModelError(point.line, "the file is about " + counted(point.size->rows, "row") + " and " +
+                                   counted(point.size->columns, "column") + ", the model has " +
+                                   std::to_string(rows) + " and " +
+                                   std::to_string(model.columnCount()));
+}
+
 ReadPoint readPoint(const Model& model, const SolverFormat& format, const WrittenPoint& point,
                     const RoundingOptions& options) {
-  return PointReader(model, format, options).read(point);
+  requireSize(model, point);
+  const auto numbered = pointByNumber(model.columnNames, model.isFromLp, point);
+  if (!numbered) return PointReader(model, format, options).read(point);
+  SolverFormat byNumber = format;
+  byNumber.isByNumber = true;
+  ReadPoint result = PointReader(model, byNumber, options).read(*numbered);
+  result.isByIndex = true;
+  return result;
 }
 
 }  // namespace starsift

@@ -39,6 +39,8 @@ struct ReadPoint {
   ValueChanges snapped;
   /// Integer columns whose values are too far from an integer; they are kept.
   std::vector<std::uint32_t> fractional;
+  /// True if the file has names that CBC made up, so that the columns were taken by their indices.
+  bool isByIndex = false;
   /// Values of columns that the model doesn't have.
   std::size_t unused = 0;
 };
@@ -66,7 +68,11 @@ class ColumnMatch {
   mutable bool hasVariants_ = false;
 };
 
-/// ModelError for unknown columns, columns that are missing or come twice, malformed values.
+/// ModelError if the file says another size than the model has for GLPK.
+void requireSize(const Model& model, const WrittenPoint& point);
+
+/// ModelError for another size, unknown columns, columns that are missing or come twice, malformed
+/// values.
 ReadPoint readPoint(const Model& model, const SolverFormat& format, const WrittenPoint& point,
                     const RoundingOptions& options);
 

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +18,13 @@ struct WrittenValue {
   std::string column;
   std::string number;
   std::size_t line;
+  /// The index from 0 on that stands beside the name, if the format has one.
+  std::optional<std::uint32_t> index = std::nullopt;
+};
+
+struct ModelSize {
+  std::size_t rows;
+  std::size_t columns;
 };
 
 /// One point of a file.
@@ -25,6 +34,8 @@ struct WrittenPoint {
   std::vector<WrittenValue> values;
   /// The line at which the point begins.
   std::size_t line = 1;
+  /// The size of the model that was solved, if the file says it.
+  std::optional<ModelSize> size = std::nullopt;
 };
 
 /// What is known of a format.

@@ -37,6 +37,7 @@ std::string pointText(const Model& model, const ReadPoint& point) {
   text += changesText(model, "snapped", point.snapped);
   for (const std::uint32_t column : point.fractional)
     text += "fraction of " + std::string(model.columnNames[column]) + "\n";
+  if (point.isByIndex) text += "taken by index\n";
   if (point.unused > 0) text += "unused " + std::to_string(point.unused) + "\n";
   return text;
 }
