@@ -150,20 +150,23 @@ TEST(GlpkLp, ReadsTheCornersOfTheFormatAsWeDo) {
   }
   // Ranges, sums that it doesn't simplify, constants, spellings that its guide lacks.
   EXPECT_EQ(onlyOurs, (std::vector<std::string>{"bounds/both-downwards",
+                                                "bounds/column-like-a-keyword-on-the-next-line",
                                                 "bounds/flipped",
                                                 "kinds/integer-by-gens",
                                                 "layout/byte-order-mark",
+                                                "layout/indented-keywords",
                                                 "layout/subject-to",
-                                                "layout/text-behind-end",
                                                 "objective/constant",
                                                 "objective/empty",
                                                 "objective/maximise",
                                                 "objective/minimise",
+                                                "rows/column-like-a-keyword-on-the-right-side",
                                                 "rows/columns-on-both-sides",
                                                 "rows/constants-on-both-sides",
                                                 "rows/exponent-without-digits-is-a-name",
                                                 "rows/flipped",
                                                 "rows/fractions",
+                                                "rows/glued-factor-on-the-right-side",
                                                 "rows/label-of-digits",
                                                 "rows/labelled-and-empty",
                                                 "rows/labelled-without-columns",
@@ -177,10 +180,14 @@ TEST(GlpkLp, ReadsTheCornersOfTheFormatAsWeDo) {
                                                 "rows/several-on-a-line",
                                                 "rows/sign-chains",
                                                 "rows/terms-that-cancel"}));
-  // It makes a column of an unknown name, and doesn't ask whether bounds leave a value.
-  EXPECT_EQ(onlyTheirs, (std::vector<std::string>{"bounds/unknown-column",
-                                                  "bounds/upper-below-zero-keeps-the-lower-bound",
-                                                  "layout/general-constraints"}));
+  // It makes a column of an unknown name, doesn't ask whether bounds leave a value, and takes a
+  // keyword for one in column 1 only, and there always.
+  EXPECT_EQ(onlyTheirs,
+            (std::vector<std::string>{"bounds/glued-column", "bounds/unknown-column",
+                                      "bounds/upper-below-zero-keeps-the-lower-bound",
+                                      "layout/end-as-the-last-word-of-a-list",
+                                      "layout/free-bound-or-list", "layout/general-constraints",
+                                      "layout/keyword-in-a-list-without-indentation"}));
   EXPECT_GE(compared, 63);
 }
 
@@ -240,6 +247,33 @@ TEST(GlpkLp, ReadsWhatWeWriteOfProblemsAsWeDo) {
   // Coefficients without a decimal.
   EXPECT_EQ(refusals, (std::vector<std::string>{"thirds.lp"}));
   EXPECT_GE(compared, 14);
+}
+
+/// A model whose columns are integer, named like keywords and also "free", in free MPS.
+std::string modelOfKeywords() {
+  std::string columns;
+  std::string bounds;
+  bool isFree = false;
+  for (const std::string name :
+       {"max", "minimize", "st", "s.t.", "bounds", "free", "bound", "gen", "integer", "binary",
+        "bin", "semis", "sos1", "pwlobj", "scenarios", "gencons", "end", "x", "END"}) {
+    columns += " " + name + " cost 123456 c1 -234567\n " + name + " c2 1\n";
+    isFree = !isFree;
+    bounds += (isFree ? " FR b " : " UP b ") + name + " 7\n";
+  }
+  return "NAME t\nROWS\n N cost\n L c1\n G c2\nCOLUMNS\n M1 'MARKER' 'INTORG'\n" + columns +
+         " M2 'MARKER' 'INTEND'\nRHS\n RHS c1 8 c2 2\nBOUNDS\n" + bounds + "ENDATA\n";
+}
+
+TEST(GlpkLp, WritesColumnsNamedLikeKeywordsAsWeReadThem) {
+  const test::ScratchDir folder;
+  const Path mps = folder.write("keywords.mps", modelOfKeywords());
+  const std::string lp = folder.file("written.lp");
+  ASSERT_TRUE(succeeds("glpsol --check --freemps '" + mps.string() + "' --wlp " + lp));
+  const std::optional<Model> theirs = readGlpks(lp);
+  ASSERT_TRUE(theirs);
+  EXPECT_EQ(theirs->columnCount(), 19U);
+  expectSame(readOurs(lp), *theirs, lp);
 }
 
 /// GLPK writes "_" for blanks in names.

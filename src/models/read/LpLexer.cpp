@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <utility>
 
 #include "models/text/ModelError.h"
 #include "models/text/Words.h"
@@ -114,12 +115,20 @@ bool isLpName(std::string_view text) {
   bool isPositive = true;
   if (isInfinityWord(text, isPositive) || equalsInAnyCase(text, "free")) return false;
   // The two words of "subject to" and the like begin no line as names either.
-  return std::none_of(keywordTexts.begin(), keywordTexts.end(), [text](const KeywordText& known) {
+  return !isLpKeyword(text);
+}
+
+bool isLpKeyword(std::string_view text) {
+  return std::any_of(keywordTexts.begin(), keywordTexts.end(), [text](const KeywordText& known) {
     return equalsInAnyCase(text, known.text.substr(0, known.text.find(' ')));
   });
 }
 
-LpLexer::LpLexer(std::string_view text) : rest_(text) {
+bool isRelation(LpTokenKind kind) {
+  return kind == LpTokenKind::less || kind == LpTokenKind::greater || kind == LpTokenKind::equal;
+}
+
+LpLexer::LpLexer(std::string_view text) : rest_(text), lineBegin_(text.data()) {
   current_ = scan();
   next_ = scan();
 }
@@ -129,6 +138,11 @@ LpToken LpLexer::take() {
   current_ = next_;
   if (token.kind != LpTokenKind::end) next_ = scan();
   return token;
+}
+
+void LpLexer::makeName() {
+  current_.kind = LpTokenKind::name;
+  current_.keyword = LpKeyword::none;
 }
 
 void LpLexer::skipBlanks() {
@@ -141,6 +155,7 @@ void LpLexer::skipBlanks() {
       ++line_;
       isLineStart_ = true;
       rest_.remove_prefix(1);
+      lineBegin_ = rest_.data();
     } else if (isBlank(rest_.front())) {
       rest_.remove_prefix(1);
     } else {
@@ -156,6 +171,7 @@ bool LpLexer::scanKeyword(LpToken& token) {
     token.kind = LpTokenKind::keyword;
     token.keyword = known.keyword;
     token.text = rest_.substr(0, length);
+    token.isWord = std::all_of(token.text.begin(), token.text.end(), isNamePart);
     return true;
   }
   return false;
@@ -194,9 +210,9 @@ LpToken LpLexer::scan() {
   LpToken token;
   token.line = line_;
   if (rest_.empty()) return token;
-  const bool isLineStart = isLineStart_;
-  isLineStart_ = false;
-  if ((isLineStart && scanKeyword(token)) || scanSign(token)) {
+  token.startsLine = std::exchange(isLineStart_, false);
+  token.isIndented = rest_.data() != lineBegin_;
+  if ((token.startsLine && scanKeyword(token)) || scanSign(token)) {
     // Both have set the token.
   } else if (const auto number = scanNumber(rest_, "eE"); number) {
     token.kind = LpTokenKind::number;

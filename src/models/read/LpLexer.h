@@ -10,7 +10,7 @@
 namespace starsift {
 
 /// Words that open a section. They count at the start of a line only and not before ":", where
-/// they are names.
+/// they are names; LpKeywordChoice tells them from columns of the same name.
 enum class LpKeyword : std::uint8_t {
   none,
   maximise,
@@ -39,13 +39,22 @@ enum class LpTokenKind : std::uint8_t {
   other,
 };
 
+/// True for less, greater and equal.
+bool isRelation(LpTokenKind kind);
+
 struct LpToken {
   LpTokenKind kind = LpTokenKind::end;
   std::string_view text;
   /// Counted from 1.
   std::size_t line = 1;
+  /// True for the first token of a line.
+  bool startsLine = false;
+  /// True unless the token begins in column 1.
+  bool isIndented = false;
   /// Only for keywords.
   LpKeyword keyword = LpKeyword::none;
+  /// True for keywords that are names elsewhere: one word.
+  bool isWord = false;
   /// Only for numbers.
   NumberForm number;
 };
@@ -61,6 +70,9 @@ struct LpComment {
 /// isn't a keyword, "free" or infinity, and doesn't begin as a number does.
 bool isLpName(std::string_view text);
 
+/// True for a name that is a keyword at the start of a line, or its first word.
+bool isLpKeyword(std::string_view text);
+
 /// Yields the tokens of a text one by one, with one token of lookahead.
 class LpLexer {
  public:
@@ -71,6 +83,8 @@ class LpLexer {
   /// The token behind peek().
   const LpToken& peekNext() const { return next_; }
   LpToken take();
+  /// Turns the keyword peek(), which must be one word, into a name.
+  void makeName();
   /// The last comment before peekNext().
   const LpComment& lastComment() const { return comment_; }
 
@@ -84,6 +98,7 @@ class LpLexer {
   LpComment comment_;
   std::size_t line_ = 1;
   bool isLineStart_ = true;
+  const char* lineBegin_;
   LpToken current_;
   LpToken next_;
 };

@@ -7,6 +7,7 @@
 
 #include "models/read/ByteOrderMark.h"
 #include "models/read/LpBounds.h"
+#include "models/read/LpKeywordChoice.h"
 #include "models/read/LpLexer.h"
 #include "models/record/RowBuilder.h"
 #include "models/text/ModelError.h"
@@ -17,19 +18,21 @@ namespace starsift {
 
 namespace {
 
-bool isRelation(LpTokenKind kind) {
-  return kind == LpTokenKind::less || kind == LpTokenKind::greater || kind == LpTokenKind::equal;
-}
-
 LpTokenKind flipped(LpTokenKind relation) {
   if (relation == LpTokenKind::less) return LpTokenKind::greater;
   return relation == LpTokenKind::greater ? LpTokenKind::less : relation;
+}
+
+/// A decimal comma, or what ends statements in other languages.
+bool beginsWithPunctuation(std::string_view word) {
+  return word.starts_with(',') || word.starts_with(';');
 }
 
 /// An expression and where it began.
 struct Side {
   LinearTerms terms;
   bool isEmpty = true;
+  std::size_t line = 0;
   bool hasColumns() const { return !terms.columns.empty(); }
 };
 
@@ -44,7 +47,9 @@ struct RowLabel {
 class LpReader {
  public:
   LpReader(std::string_view text, const ReadOptions& options)
-      : lexer_(text), bounds_(builder_.model, options) {}
+      : lexer_(text),
+        keywords_(lexer_, builder_.model.columnNames),
+        bounds_(builder_.model, options) {}
 
   Model read();
 
@@ -72,10 +77,21 @@ class LpReader {
   void readKinds(ColumnKind kind);
   std::uint32_t takeColumn();
   void nameRows();
+  /// True before a keyword and at the end of the file.
+  bool isAtSectionEnd() const;
+  /// True if the next word, which may be glued to the number of a right side, can only be its
+  /// column: one that is known, and not the rest of "1e5" or "0x10".
+  bool isClearFactor(const LpToken& number) const;
+  /// ModelError if the next word is glued to the number, as in "1,5".
+  void requireBlankBehind(const LpToken& number) const;
+  /// ModelError if what stands behind the number of a right side ends the row, as in "3 ;" or
+  /// "3 bounds".
+  void requireColumnOfRightSide(const LpToken& name) const;
   [[noreturn]] void refuse(const LpToken& token) const;
 
   LpLexer lexer_;
   RowBuilder builder_;
+  LpKeywordChoice keywords_;
   LpBounds bounds_;
   NumberReader numbers_;
   std::vector<RowLabel> labels_;
@@ -97,7 +113,30 @@ int LpReader::takeSigns() {
   return sign;
 }
 
+void LpReader::requireColumnOfRightSide(const LpToken& name) const {
+  if (beginsWithPunctuation(name.text)) refuse(name);
+  if (isLpKeyword(name.text) && !builder_.model.columnNames.find(name.text))
+    throw ModelError(name.line, "the keyword " + inQuotes(name.text) + " doesn't begin its line");
+}
+
+bool LpReader::isClearFactor(const LpToken& number) const {
+  const LpToken& next = lexer_.peek();
+  if (next.kind != LpTokenKind::name || lexer_.peekNext().kind == LpTokenKind::colon) return false;
+  const char first = lowered(next.text.front());
+  const bool isNumberLike = first == 'e' || first == 'd' || (first == 'x' && number.text == "0");
+  return !isNumberLike && builder_.model.columnNames.find(next.text).has_value();
+}
+
+void LpReader::requireBlankBehind(const LpToken& number) const {
+  const LpToken& next = lexer_.peek();
+  const bool isWord = next.kind == LpTokenKind::name || next.kind == LpTokenKind::number;
+  if (!isWord || number.text.data() + number.text.size() != next.text.data()) return;
+  throw ModelError(number.line, inQuotes(std::string(number.text) + std::string(next.text)) +
+                                    " is not a number");
+}
+
 bool LpReader::readTerm(Side& side, bool endsWithLine) {
+  if (side.isEmpty) keywords_.settleFirst();
   const LpTokenKind kind = lexer_.peek().kind;
   const bool isSigned = kind == LpTokenKind::plus || kind == LpTokenKind::minus;
   const bool isLabel = kind == LpTokenKind::name && lexer_.peekNext().kind == LpTokenKind::colon;
@@ -108,10 +147,15 @@ bool LpReader::readTerm(Side& side, bool endsWithLine) {
   }
   QQ factor(takeSigns());
   side.isEmpty = false;
+  if (isSigned) keywords_.settleBehindSign();
   std::optional<LpToken> number;
   if (lexer_.peek().kind == LpTokenKind::number) {
     number = lexer_.take();
     factor *= numbers_.value(number->number, number->text, number->line);
+    const bool mayBeGlued =
+        endsWithLine ? isClearFactor(*number) : !beginsWithPunctuation(lexer_.peek().text);
+    if (!mayBeGlued) requireBlankBehind(*number);
+    if (!endsWithLine) keywords_.settleBehindNumber();
   }
   const LpToken& name = lexer_.peek();
   if (name.kind == LpTokenKind::other) refuse(name);
@@ -126,6 +170,7 @@ bool LpReader::readTerm(Side& side, bool endsWithLine) {
   bool isPositive = true;
   if (isInfinityWord(name.text, isPositive))
     throw ModelError(name.line, inQuotes(name.text) + " stands where a column is expected");
+  if (number && endsWithLine) requireColumnOfRightSide(name);
   builder_.addTerm(side.terms, builder_.column(lexer_.take().text), factor);
   if (lexer_.peek().kind == LpTokenKind::other) refuse(lexer_.peek());
   return true;
@@ -133,8 +178,8 @@ bool LpReader::readTerm(Side& side, bool endsWithLine) {
 
 Side LpReader::readSide(bool endsWithLine) {
   Side side;
-  const std::size_t line = lexer_.peek().line;
-  while (side.isEmpty || !endsWithLine || lexer_.peek().line == line)
+  side.line = lexer_.peek().line;
+  while (side.isEmpty || !endsWithLine || lexer_.peek().line == side.line)
     if (!readTerm(side, endsWithLine)) break;
   builder_.endTerms(side.terms);
   return side;
@@ -175,8 +220,7 @@ void LpReader::readObjective(const LpToken& keyword) {
   objective.name = takeLabel();
   if (objective.name.empty()) objective.name = "obj";
   Side side = readSide(false);
-  if (lexer_.peek().kind != LpTokenKind::keyword && lexer_.peek().kind != LpTokenKind::end)
-    refuse(lexer_.peek());
+  if (!isAtSectionEnd()) refuse(lexer_.peek());
   objective.constant = side.terms.constant;
   builder_.setObjective(std::move(side.terms));
 }
@@ -210,6 +254,11 @@ void LpReader::addRange(RowLabel label, const Side& lower, LpTokenKind relation,
     throw ModelError(label.line, "a row between two bounds has a number on either side");
   if (second.kind != relation || relation == LpTokenKind::equal)
     throw ModelError(second.line, "the two relations of a row point to the same side");
+  if (second.line != middle.line && !second.startsLine)
+    throw ModelError(
+        second.line,
+        "the line may go on with the row before or be a row of its own: a range that "
+        "begins with its number stands on one line, or its second relation begins one");
   QQ least = lower.terms.constant - middle.terms.constant;
   QQ most = upper.terms.constant - middle.terms.constant;
   if (relation == LpTokenKind::greater) std::swap(least, most);
@@ -235,9 +284,17 @@ void LpReader::readRow() {
   addRow(std::move(label), std::move(left), relation.kind, std::move(right));
 }
 
+bool LpReader::isAtSectionEnd() const {
+  return lexer_.peek().kind == LpTokenKind::keyword || lexer_.peek().kind == LpTokenKind::end;
+}
+
 void LpReader::readRows() {
-  while (lexer_.peek().kind != LpTokenKind::keyword && lexer_.peek().kind != LpTokenKind::end)
+  const std::size_t before = labels_.size();
+  for (keywords_.settleFirst(); !isAtSectionEnd(); keywords_.settleFirst()) {
+    const bool isLabelled = lexer_.peekNext().kind == LpTokenKind::colon;
+    if (labels_.size() > before && !lexer_.peek().startsLine && !isLabelled) refuse(lexer_.peek());
     readRow();
+  }
 }
 
 std::uint32_t LpReader::takeColumn() {
@@ -267,6 +324,7 @@ QQ LpReader::takeValue() {
     value = numbers_.value(token.number, token.text, token.line);
   else
     refuse(token);
+  if (token.kind == LpTokenKind::number) requireBlankBehind(token);
   return sign < 0 ? -value : value;
 }
 
@@ -280,6 +338,7 @@ void LpReader::readBound() {
     if (!isRelation(token.kind)) refuse(token);
     relation = flipped(token.kind);
   }
+  keywords_.settleBoundColumn();
   const std::uint32_t column = takeColumn();
   if (before) bounds_.setBound(column, relation, *before, line);
   const LpToken& behind = lexer_.peek();
@@ -294,18 +353,18 @@ void LpReader::readBound() {
 }
 
 void LpReader::readBounds() {
-  while (lexer_.peek().kind != LpTokenKind::keyword && lexer_.peek().kind != LpTokenKind::end)
-    readBound();
+  for (keywords_.settleBound(); !isAtSectionEnd(); keywords_.settleBound()) readBound();
 }
 
 void LpReader::readKinds(ColumnKind kind) {
-  while (lexer_.peek().kind != LpTokenKind::keyword && lexer_.peek().kind != LpTokenKind::end) {
+  for (keywords_.settleListed(); !isAtSectionEnd(); keywords_.settleListed()) {
     const std::size_t line = lexer_.peek().line;
     bounds_.setKind(takeColumn(), kind, line);
   }
 }
 
 void LpReader::readSection(const LpToken& keyword) {
+  keywords_.enterSection(keyword);
   switch (keyword.keyword) {
     case LpKeyword::maximise:
     case LpKeyword::minimise:
@@ -352,8 +411,10 @@ Model LpReader::read() {
   while (lexer_.peek().kind == LpTokenKind::keyword && lexer_.peek().keyword != LpKeyword::end)
     readSection(lexer_.take());
   Model& model = builder_.model;
-  if (lexer_.peek().kind == LpTokenKind::end)
+  if (lexer_.take().kind == LpTokenKind::end)
     model.remarks.push_back({lexer_.peek().line, "the word End is missing"});
+  if (lexer_.peek().kind != LpTokenKind::end)
+    throw ModelError(lexer_.peek().line, inQuotes(lexer_.peek().text) + " stands behind End");
   bounds_.finish();
   nameRows();
   return std::move(builder_.model);

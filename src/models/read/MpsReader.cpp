@@ -107,6 +107,7 @@ class MpsReader {
   std::size_t line_ = 0;
   MpsSection section_ = MpsSection::none;
   std::vector<MpsSection> entered_;
+  bool hasSense_ = false;
   bool isBetweenMarkers_ = false;
   /// The last column that had an entry in a row, + 1.
   std::vector<std::uint32_t> lastColumns_;
@@ -116,6 +117,8 @@ class MpsReader {
 };
 
 void MpsReader::setSense(std::string_view word) {
+  if (std::exchange(hasSense_, true))
+    throw ModelError(line_, "the sense of the objective comes a second time");
   for (const std::string_view maximise : {"MAX", "MAXIMIZE", "MAXIMISE"}) {
     if (equalsInAnyCase(word, maximise)) {
       model_.objective.sense = ObjectiveSense::maximise;
