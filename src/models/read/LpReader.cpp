@@ -254,10 +254,12 @@ void LpReader::addRange(RowLabel label, const Side& lower, LpTokenKind relation,
     throw ModelError(label.line, "a row between two bounds has a number on either side");
   if (second.kind != relation || relation == LpTokenKind::equal)
     throw ModelError(second.line, "the two relations of a row point to the same side");
-  if (second.line != middle.line && !second.startsLine)
+  // Programs that wrap long rows give them names.
+  if (label.text.empty() && second.line != middle.line && !second.startsLine)
     throw ModelError(
         second.line,
-        "the line may go on with the row before or be a row of its own: a range that "
+        "the line may go on with the row before or be a row of its own: a range without a name "
+        "that "
         "begins with its number stands on one line, or its second relation begins one");
   QQ least = lower.terms.constant - middle.terms.constant;
   QQ most = upper.terms.constant - middle.terms.constant;
