@@ -175,6 +175,7 @@ TEST(GlpkLp, ReadsTheCornersOfTheFormatAsWeDo) {
                                                 "rows/range-in-two-rows",
                                                 "rows/range-over-lines",
                                                 "rows/range-with-a-constant-inside",
+                                                "rows/range-with-a-name-over-lines",
                                                 "rows/range",
                                                 "rows/repeated-terms-are-added",
                                                 "rows/several-on-a-line",
