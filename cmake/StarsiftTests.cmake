@@ -132,7 +132,7 @@ if(NOT STARSIFT_SANITIZE)
   target_link_libraries(peer_models PRIVATE "${QSOPT_LIBRARY}")
   target_compile_definitions(peer_models PRIVATE STARSIFT_SOURCE_FOLDER="${PROJECT_SOURCE_DIR}")
 endif()
-# Its fail() throws: see ThrowingFailure.h there.
+# Its fail() throws: see ThrowingFailure.cpp there.
 starsift_add_gtest(property_fatal "${PROJECT_SOURCE_DIR}/tests/property/fatal" starsift_app
   SHARDS 10 COST 100 RUNS_LONG)
 if(TARGET property_fatal)

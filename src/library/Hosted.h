@@ -18,7 +18,7 @@ auto hosted(const Run& run) {
   try {
     return run();
   } catch (const FatalReport& report) {
-    throw Error(report.message());
+    throw Error(report.what());
   } catch (const Error&) {
     throw;
   } catch (const std::bad_alloc&) {

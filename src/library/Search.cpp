@@ -172,7 +172,7 @@ Result search(const Vanu<QQ>& problem, const SeekArguments& given, MemorySink& s
     result = resultOf(end, seek.result(sink, sink.stars().isSet()));
   } catch (const FatalReport& report) {
     takeRest(sink, lattice);
-    result = ended(report.message(), seek.result(sink, sink.stars().isSet()));
+    result = ended(report.what(), seek.result(sink, sink.stars().isSet()));
   }
   lattice.endSearch();
   result.solutions = ordered(sink);

@@ -1,6 +1,7 @@
 // Calls that came in by the library: process, streams and other threads belong to a host.
 #pragma once
 
+#include <exception>
 #include <string>
 #include <utility>
 
@@ -11,10 +12,10 @@ namespace starsift {
 
 /// What fail() throws during such a call. Not one of Exceptions.h: nothing below the library
 /// handles it.
-class FatalReport {
+class FatalReport : public std::exception {
  public:
   explicit FatalReport(std::string message) : message_(std::move(message)) {}
-  const std::string& message() const { return message_; }
+  const char* what() const noexcept override { return message_.c_str(); }
 
  private:
   std::string message_;

@@ -22,7 +22,6 @@ using oracle::Point;
 using oracle::Problem;
 using test::checkOverProblems;
 using test::failWith;
-using test::FatalReport;
 using test::normalised;
 using test::Outcome;
 using test::plain;

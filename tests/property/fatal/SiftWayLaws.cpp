@@ -7,16 +7,15 @@
 #include <string>
 #include <vector>
 
-#include "ThrowingFailure.h"
 #include "support/fixtures/ScratchDir.h"
 #include "support/fixtures/StarRun.h"
 #include "system/Exceptions.h"
+#include "system/HostedCall.h"
 #include "text/Text.h"
 
 namespace starsift {
 namespace {
 
-using test::FatalReport;
 using test::ScratchDir;
 
 constexpr std::size_t variables = 3;

@@ -9,12 +9,12 @@
 #include <string>
 #include <vector>
 
-#include "ThrowingFailure.h"
 #include "lattice/Lattice.h"
 #include "numbers/VectorQQ.h"
 #include "support/generators/NormalFormGenerators.h"
 #include "support/oracles/PlainRecord.h"
 #include "system/Console.h"
+#include "system/HostedCall.h"
 
 namespace starsift::test {
 
@@ -67,6 +67,8 @@ Outcome normalised(Lattice<T, long double>& lattice, bool generate, bool force) 
 /// The report of a property that fails over problemCount cases; empty if it holds.
 template <class Property>
 std::string failureOver(const Property& property) {
+  // Values that belong to a host have no locks; making these takes as long as many a law.
+  const HostedCall call;
   rc::detail::TestParams params = rc::detail::configuration().testParams;
   params.maxSuccess = problemCount;
   const auto result = rc::detail::checkTestable(property, rc::detail::TestMetadata(), params);

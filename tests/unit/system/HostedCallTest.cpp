@@ -21,7 +21,7 @@ std::string reportOf(const Run& run) {
   try {
     run();
   } catch (const FatalReport& report) {
-    return report.message();
+    return report.what();
   }
   return "none";
 }
