@@ -199,6 +199,7 @@ SearchResult resultOf(const std::vector<PartFiles>& parts) {
   std::vector<TreeState> states;
   states.reserve(parts.size());
   SearchResult result;
+  result.isCount = goal == "count";
   for (const PartFiles& part : parts) {
     states.push_back(part.state);
     result.solutions += part.stars.dimension();

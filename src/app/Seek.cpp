@@ -292,6 +292,7 @@ SearchResult Seek::result(const SolutionSink& sink, bool anyStars) const {
   if (part_ && part_->hasTree()) result.part = part_->partResult();
   result.scope = scope_;
   result.hasTargets = lattice_.hasTargets();
+  result.isCount = options_.count;
   result.hasStars = anyStars;
   result.solutions = solutionCount();
   if (result.hasTargets) result.best = sink.leastTargetNorm();

@@ -88,7 +88,8 @@ std::string verdictText(const SearchResult& result) {
     case Proof::noSolution:
       return noSolution(result);
     case Proof::allFound:
-      return allSolutions(result) + (result.hasTargets ? '\n' + optimum(result) : "");
+      return allSolutions(result) +
+             (result.hasTargets && !result.isCount ? '\n' + optimum(result) : "");
     case Proof::optimum:
       return optimum(result);
   }

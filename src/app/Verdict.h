@@ -39,6 +39,8 @@ struct SearchResult {
   /// Of the problem.
   ProofScope scope{.equationsAreExact = true};
   bool hasTargets = false;
+  /// Solutions were counted without being compared or kept: nothing is known of the best one.
+  bool isCount = false;
   /// There are stars, known or found.
   bool hasStars = false;
   /// Solutions that this search has found.

@@ -64,6 +64,14 @@ TEST_F(VerdictTest, TellsThatAllSolutionsAreFound) {
             "The first solution is optimal among those that hold exactly.\nNodes: 4500\n");
 }
 
+TEST_F(VerdictTest, SaysNothingOfTheFirstSolutionWhereAllWereOnlyCounted) {
+  result_.decided.proof = Proof::allFound;
+  result_.decided.count = 6;
+  result_.hasTargets = true;
+  result_.isCount = true;
+  EXPECT_EQ(verdict(), "All 6 solutions: the search was complete.\n");
+}
+
 TEST_F(VerdictTest, TellsWhatWasCountedBeforeTheEnd) {
   result_.decided.count = 40364781;
   EXPECT_EQ(verdict(), "Solutions counted: 40364781. This proves nothing: there may be more.\n");
