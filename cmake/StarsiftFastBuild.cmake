@@ -1,5 +1,6 @@
-# Precompiled headers and sources compiled together, where STARSIFT_FAST_BUILD is on. Builds without
-# it see whether each source compiles alone.
+# Precompiled headers and sources compiled together, where STARSIFT_PRECOMPILE and
+# STARSIFT_COMPILE_TOGETHER are on. Builds without them, and clang-tidy, see whether each source
+# compiles alone.
 
 # g++ 12 takes "a" + std::to_string(n) for a copy onto itself (PR 105651).
 add_compile_options(
@@ -7,7 +8,7 @@ add_compile_options(
 
 # It warns of more that it inlines from std::string once that is precompiled,
 # where it keeps quiet else. Builds without this keep these warnings.
-if(STARSIFT_FAST_BUILD)
+if(STARSIFT_PRECOMPILE)
   add_compile_options(
     "$<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds;-Wno-stringop-overflow>")
 endif()
@@ -18,7 +19,7 @@ endif()
 # the same compile options and share what is compiled with the first of them.
 function(starsift_precompile target group header)
   get_target_property(type ${target} TYPE)
-  if(NOT STARSIFT_FAST_BUILD OR type STREQUAL INTERFACE_LIBRARY)
+  if(NOT STARSIFT_PRECOMPILE OR type STREQUAL INTERFACE_LIBRARY)
     return()
   endif()
   get_property(first GLOBAL PROPERTY STARSIFT_FIRST_OF_${group})
@@ -36,7 +37,7 @@ endfunction()
 # these, take longer than most of them. Not the tests: these use the same names in unnamed
 # namespaces.
 function(starsift_compile_together target)
-  if(STARSIFT_FAST_BUILD)
+  if(STARSIFT_COMPILE_TOGETHER)
     set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 6)
   endif()
 endfunction()
@@ -46,7 +47,7 @@ endfunction()
 # The sources, or as many files with a few of them each: what the frameworks
 # instantiate for every file takes longer than the tests.
 function(starsift_join_tests result name)
-  if(NOT STARSIFT_FAST_BUILD)
+  if(NOT STARSIFT_COMPILE_TOGETHER)
     set(${result} ${ARGN} PARENT_SCOPE)
     return()
   endif()

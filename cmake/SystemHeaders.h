@@ -1,4 +1,4 @@
-// System headers that most sources include, precompiled where STARSIFT_FAST_BUILD is on. It is
+// System headers that most sources include, precompiled where STARSIFT_PRECOMPILE is on. It is
 // put in front of every source, so a source that forgets one of them is only noticed by the
 // other builds.
 #include <gmp.h>
