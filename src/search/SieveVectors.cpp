@@ -32,14 +32,20 @@ struct Sieved {
   R squaredLength;
 };
 
-/// Subtracts the multiple of `other`, not 0, that makes `v` shortest; false if that is 0.
+/// Subtracts the multiple of `other`, not 0, that makes `v` shortest; false if that is 0, or if
+/// rounding keeps `v` from getting shorter.
 template <class T, class R>
 bool shorten(Sieved<T, R>& v, const Sieved<T, R>& other) {
   const R factor = (v.image * other.image) / other.squaredLength;
   // One half is left alone: the two results are equally long.
   if (!(std::fabs(factor) > R(1) / R(2) + NumberTraits<R>::tolerance())) return false;
-  subtractMultiple(v.vector, other.vector, NumberConversion<T, R>::ofInteger(std::round(factor)));
-  v.renew();
+  Sieved<T, R> shorter = v;
+  subtractMultiple(shorter.vector, other.vector,
+                   NumberConversion<T, R>::ofInteger(std::round(factor)));
+  shorter.renew();
+  // Long coordinates cancel: the factor is then an error of their images, and another each time.
+  if (!(shorter.squaredLength < v.squaredLength)) return false;
+  v = std::move(shorter);
   return true;
 }
 
