@@ -75,7 +75,6 @@ install(FILES
   "${PROJECT_BINARY_DIR}/starsiftConfig.cmake"
   "${PROJECT_BINARY_DIR}/starsiftConfigVersion.cmake"
   cmake/FindGMP.cmake
-  cmake/FindACL.cmake
   cmake/FindMPFR.cmake
   DESTINATION "${package_dir}" COMPONENT development)
 
@@ -115,9 +114,9 @@ set(CPACK_COMPONENT_LIBRARY_DESCRIPTION "Exact checks of and searches for soluti
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libstarsift-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-# GMP and libacl for the static libraries of the floors.
+# GMP for the static libraries of the floors.
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
-  "${library_package} (= ${PROJECT_VERSION}), libgmp-dev, libacl1-dev")
+  "${library_package} (= ${PROJECT_VERSION}), libgmp-dev")
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "Exact checks of and searches for solutions of integer linear problems: header, CMake package and static libraries")
 set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-starsift)
 set(CPACK_DEBIAN_PYTHON_FILE_NAME DEB-DEFAULT)

@@ -44,6 +44,12 @@ add_compile_options(-ffp-contract=off)
 # compiler may inline it even though the code is position independent.
 add_compile_options(-fno-semantic-interposition)
 
+# A program holds the functions that it may call, not all of the files that they are in: the pages
+# of a small one are mapped faster.
+if(CMAKE_BUILD_TYPE STREQUAL "Release")
+  add_compile_options(-ffunction-sections -fdata-sections)
+endif()
+
 if(STARSIFT_HARDENING)
   add_compile_options(-fstack-protector-strong -fstack-clash-protection)
   # Fortification needs the optimiser; without it the C library only warns.

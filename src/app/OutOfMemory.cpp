@@ -18,7 +18,7 @@ namespace starsift {
 namespace {
 
 /// Bytes that the report and the functions run at the exit may need.
-constexpr std::size_t reserveSize = std::size_t{64} << 10U;
+constexpr std::size_t reserveSize = std::size_t{16} << 10U;
 
 void* reserve = nullptr;
 

@@ -1,12 +1,11 @@
 #include "files/AccessRights.h"
 
-#include <acl/libacl.h>
-#include <sys/acl.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <memory>
-#include <type_traits>
+#include <optional>
+#include <string>
 
 namespace starsift {
 
@@ -14,25 +13,35 @@ namespace {
 
 constexpr mode_t allBits = 07777;
 
-struct AclDeleter {
-  void operator()(acl_t list) const { acl_free(list); }
-};
-using Acl = std::unique_ptr<std::remove_pointer_t<acl_t>, AclDeleter>;
+/// The attribute by which the system hands out the access list of a file, in a form of its own.
+constexpr const char* accessList = "system.posix_acl_access";
 
-/// The file system has no access lists.
-bool isUnsupported(int error) {
-  return error == ENOTSUP || error == EOPNOTSUPP || error == ENOSYS;
+/// The file has no list that says more than its mode, or the file system has none at all.
+bool isAbsence(int error) {
+  return error == ENODATA || error == ENOTSUP || error == EOPNOTSUPP || error == ENOSYS;
 }
 
-/// Copies the access list, also a trivial one: the folder may have given the new file another.
+/// The access list of a file, empty if there is none; nothing if it can't be read.
+std::optional<std::string> accessListOf(int file) {
+  std::string list;
+  ssize_t size = fgetxattr(file, accessList, nullptr, 0);
+  if (size > 0) {
+    list.resize(static_cast<std::size_t>(size));
+    size = fgetxattr(file, accessList, list.data(), list.size());
+  }
+  if (size < 0) return isAbsence(errno) ? std::optional<std::string>("") : std::nullopt;
+  list.resize(static_cast<std::size_t>(size));
+  return list;
+}
+
+/// Copies the access list, also that there is none: the folder may have given the new file one.
 /// False if it can't be read or set.
 bool copyAccessList(int oldFile, int newFile) {
   if (oldFile < 0) return false;
-  const Acl list(acl_get_fd(oldFile));
-  if (!list) return isUnsupported(errno);
-  if (acl_set_fd(newFile, list.get()) == 0) return true;
-  // A list that says no more than a mode is read even where there are none.
-  return isUnsupported(errno) && acl_equiv_mode(list.get(), nullptr) == 0;
+  const std::optional<std::string> list = accessListOf(oldFile);
+  if (!list) return false;
+  if (list->empty()) return fremovexattr(newFile, accessList) == 0 || isAbsence(errno);
+  return fsetxattr(newFile, accessList, list->data(), list->size(), 0) == 0;
 }
 
 }  // namespace

@@ -38,6 +38,8 @@ std::optional<LineFile> LineFile::read(const std::string& path, Vanu<QQ> problem
   freeRows(problem);
   const std::optional<FileIdentity> identity = fileIdentity(path);
   std::optional<InputText> input = readSolText(path);
+  // Without a file there are no stars, as in an empty one.
+  if (!input && !identity) input.emplace();
   if (!input) return std::nullopt;
   LineFile file(std::move(*input), identity, std::move(problem.dt));
   if (!file.check(*checker, fits, watch) || !file.tidy()) return std::nullopt;

@@ -17,9 +17,9 @@ class LineFile {
 
   /// Reads the file at `path`, checks its stars on all cores, sorts them and removes duplicates. Of
   /// `problem` only what the check needs stays in memory.
-  /// Stars that differ in their parameters are not duplicates. Nothing if the stars can't be held
-  /// as lines (see readRightStars() and sortLines()), or there is no file. A file that can't be
-  /// read is fatal.
+  /// Stars that differ in their parameters are not duplicates. Without a file there are no stars.
+  /// Nothing if the stars can't be held as lines (see readRightStars() and sortLines()), or the
+  /// path leads to something else than a file. A file that can't be read is fatal.
   static std::optional<LineFile> read(const std::string& path, Vanu<QQ> problem,
                                       const Watch& watch);
 

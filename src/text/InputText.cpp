@@ -9,6 +9,7 @@
 
 #include "system/Descriptor.h"
 #include "system/Exceptions.h"
+#include "system/LargePages.h"
 #include "system/SystemCall.h"
 
 namespace starsift {
@@ -34,7 +35,9 @@ bool mayHoldText(const FilePlace& place) {
 /// Bytes in storage that grows on demand.
 struct Buffer {
   explicit Buffer(std::size_t room)
-      : bytes(std::make_unique_for_overwrite<char[]>(room)), capacity(room) {}
+      : bytes(std::make_unique_for_overwrite<char[]>(room)), capacity(room) {
+    preferLargePages(bytes.get(), room);
+  }
 
   void grow() {
     Buffer larger(2 * capacity);

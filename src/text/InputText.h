@@ -15,6 +15,8 @@ namespace starsift {
 /// character of a kind needs no other end.
 class InputText {
  public:
+  /// The text of an empty file.
+  InputText() : InputText(std::make_unique<char[]>(1), 0) {}
   /// `bytes` has the zero byte at index `size`.
   InputText(std::unique_ptr<char[]> bytes, std::size_t size)
       : bytes_(std::move(bytes)), size_(size) {}

@@ -14,9 +14,9 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <semaphore.h>
-#include <sys/acl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -170,13 +170,16 @@ INTERPOSE(int, __openat_2, (int folder, const char* path, int flags)) {
   return faultyOpenat(folder, path, flags, 0);
 }
 
-FAULTY(acl_t, acl_get_fd, (int file), (file), nullptr)
-FAULTY(int, acl_set_fd, (int file, acl_t list), (file, list), -1)
 FAULTY(int, close, (int file), (file), -1)
 FAULTY(int, faccessat, (int folder, const char* path, int mode, int flags),
        (folder, path, mode, flags), -1)
 FAULTY(int, fchmod, (int file, mode_t mode), (file, mode), -1)
 FAULTY(int, fchown, (int file, uid_t user, gid_t group), (file, user, group), -1)
+FAULTY(ssize_t, fgetxattr, (int file, const char* name, void* value, size_t size),
+       (file, name, value, size), -1)
+FAULTY(int, fremovexattr, (int file, const char* name), (file, name), -1)
+FAULTY(int, fsetxattr, (int file, const char* name, const void* value, size_t size, int flags),
+       (file, name, value, size, flags), -1)
 FAULTY(int, fstat, (int file, struct stat* status), (file, status), -1)
 FAULTY(int, fstatat, (int folder, const char* path, struct stat* status, int flags),
        (folder, path, status, flags), -1)
