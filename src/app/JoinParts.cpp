@@ -1,7 +1,6 @@
 #include "app/JoinParts.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
@@ -20,6 +19,7 @@
 #include "search/decide/PartWalk.h"
 #include "system/Console.h"
 #include "system/Failure.h"
+#include "text/IntegerText.h"
 
 namespace starsift {
 
@@ -38,16 +38,16 @@ std::optional<std::pair<unsigned, unsigned>> partOfName(const std::string& name,
   constexpr std::string_view ending = ".state";
   const std::string start = stem + ".part-";
   if (!name.starts_with(start) || !name.ends_with(ending)) return std::nullopt;
-  const char* const end = name.data() + name.size() - ending.size();
-  unsigned part = 0;
-  const auto first = std::from_chars(name.data() + start.size(), end, part);
+  std::string_view numbers(name);
+  numbers.remove_prefix(start.size());
+  numbers.remove_suffix(ending.size());
   constexpr std::string_view between = "-of-";
-  if (first.ec != std::errc() || !std::string_view(first.ptr, end).starts_with(between))
-    return std::nullopt;
-  unsigned parts = 0;
-  const auto second = std::from_chars(first.ptr + between.size(), end, parts);
-  if (second.ec != std::errc() || second.ptr != end) return std::nullopt;
-  return std::pair{part, parts};
+  const std::size_t at = numbers.find(between);
+  if (at == std::string_view::npos) return std::nullopt;
+  const auto part = parseInteger<unsigned>(numbers.substr(0, at));
+  const auto parts = parseInteger<unsigned>(numbers.substr(at + between.size()));
+  if (!part || !parts) return std::nullopt;
+  return std::pair{*part, *parts};
 }
 
 [[noreturn]] void failWithoutParts(const std::string& optFile) {

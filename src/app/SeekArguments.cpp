@@ -1,11 +1,11 @@
 #include "app/SeekArguments.h"
 
-#include <charconv>
 #include <limits>
 #include <string_view>
 
 #include "files/TreeState.h"
 #include "system/Failure.h"
+#include "text/IntegerText.h"
 #include "text/Text.h"
 
 namespace starsift {
@@ -30,21 +30,10 @@ std::optional<std::string_view> valueOf(std::string_view argument, std::string_v
   fail("Malformed parameter: " + name + '=' + std::string(text));
 }
 
-/// An integer from `least` to `most`, if the text is one.
-template <class Number>
-std::optional<Number> integerIn(std::string_view text, Number least, Number most) {
-  Number number = 0;
-  const char* const end = text.data() + text.size();
-  const auto result = std::from_chars(text.data(), end, number);
-  if (result.ec != std::errc() || result.ptr != end || number < least || number > most)
-    return std::nullopt;
-  return number;
-}
-
-/// The same for a parameter; anything else is fatal.
+/// An integer from `least` to `most` as the value of a parameter; anything else is fatal.
 template <class Number>
 Number numberOf(const std::string& name, std::string_view text, Number least, Number most) {
-  const std::optional<Number> number = integerIn(text, least, most);
+  const std::optional<Number> number = parseInteger(text, least, most);
   if (!number) refuse(name, text);
   return *number;
 }
@@ -56,8 +45,8 @@ constexpr unsigned mostThreads = 1024;
 SeekOptions::Part partOf(std::string_view text) {
   const std::size_t slash = text.find('/');
   if (slash == std::string_view::npos) refuse("part", text);
-  const auto parts = integerIn(text.substr(slash + 1), 1U, mostParts);
-  const auto part = integerIn(text.substr(0, slash), 1U, parts.value_or(0));
+  const auto parts = parseInteger(text.substr(slash + 1), 1U, mostParts);
+  const auto part = parseInteger(text.substr(0, slash), 1U, parts.value_or(0));
   if (!part || !parts) refuse("part", text);
   return {*part, *parts};
 }

@@ -1,7 +1,6 @@
 #include "files/RecordReader.h"
 
 #include <algorithm>
-#include <charconv>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -10,6 +9,7 @@
 #include "numbers/Conversion.h"
 #include "numbers/QQText.h"
 #include "system/Exceptions.h"
+#include "text/IntegerText.h"
 #include "text/Text.h"
 
 namespace starsift {
@@ -70,11 +70,9 @@ std::int64_t readTime(TextCursor& source) {
   const std::string_view token = rest.substr(0, rest.find_first_of(" \t\r\n|"));
   source.advance(token.size());
   const bool plus = token.starts_with('+') && !token.starts_with("+-");
-  std::int64_t time = 0;
-  const char* const end = token.data() + token.size();
-  const auto result = std::from_chars(token.data() + (plus ? 1 : 0), end, time);
-  if (result.ec != std::errc() || result.ptr != end) throw ReadException("Star: bad time");
-  return std::max(time, unknownTime);
+  const auto time = parseInteger<std::int64_t>(token.substr(plus ? 1 : 0));
+  if (!time) throw ReadException("Star: bad time");
+  return std::max(*time, unknownTime);
 }
 
 /// Removes blanks and comments at the head of a line. A comment that doesn't end

@@ -12,6 +12,7 @@
 #include "system/Failure.h"
 #include "text/Digest.h"
 #include "text/InputText.h"
+#include "text/IntegerText.h"
 
 namespace starsift {
 
@@ -75,13 +76,9 @@ class Fields {
 
 /// A number without sign and leading zeros.
 std::uint64_t numberOf(std::string_view text, std::uint64_t most) {
-  std::uint64_t number = 0;
-  const char* const end = text.data() + text.size();
-  const auto result = std::from_chars(text.data(), end, number);
-  if (result.ec != std::errc() || result.ptr != end || number > most ||
-      std::to_string(number) != text)
-    throw Damaged();
-  return number;
+  const auto number = parseInteger<std::uint64_t>(text, 0, most);
+  if (!number || std::to_string(*number) != text) throw Damaged();
+  return *number;
 }
 
 /// The text before and after the only `separator`.

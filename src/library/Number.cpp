@@ -1,12 +1,11 @@
 #include <starsift/starsift.h>
 
-#include <charconv>
-
 #include "files/PlainText.h"
 #include "library/Hosted.h"
 #include "library/Inside.h"
 #include "models/text/ModelNumber.h"
 #include "numbers/Conversion.h"
+#include "text/IntegerText.h"
 
 namespace starsift {
 inline namespace v1 {
@@ -70,11 +69,10 @@ Number Inside::number(const QQ& value) {
   Number result;
   if (value.toInt64(result.small_)) return result;
   std::string text = plainText(value);
-  const char* const end = text.data() + text.size();
-  const auto read = std::from_chars(text.data(), end, result.small_);
-  if (read.ec == std::errc() && read.ptr == end) return result;
-  result.small_ = 0;
-  result.text_ = std::move(text);
+  if (const auto small = parseInteger<std::int64_t>(text))
+    result.small_ = *small;
+  else
+    result.text_ = std::move(text);
   return result;
 }
 

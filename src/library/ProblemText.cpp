@@ -1,12 +1,12 @@
 #include "library/ProblemText.h"
 
 #include <algorithm>
-#include <charconv>
 #include <utility>
 
 #include "library/Inside.h"
 #include "models/text/NumberText.h"
 #include "system/Failure.h"
+#include "text/IntegerText.h"
 
 namespace starsift {
 
@@ -161,11 +161,9 @@ class Reader {
   std::size_t integer() { return integerOf(word()); }
 
   static std::size_t integerOf(std::string_view text) {
-    std::size_t value = 0;
-    const char* const end = text.data() + text.size();
-    const auto read = std::from_chars(text.data(), end, value);
-    require(read.ec == std::errc() && read.ptr == end);
-    return value;
+    const std::optional<std::size_t> value = parseInteger<std::size_t>(text);
+    require(value.has_value());
+    return *value;
   }
 
   std::string name() {

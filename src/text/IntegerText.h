@@ -1,4 +1,5 @@
-// The decimal text of machine integers, the most frequent output of the system.
+// The decimal text of machine integers, the most frequent output of the system, and integers as
+// texts.
 #pragma once
 
 #include <array>
@@ -6,7 +7,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <limits>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <system_error>
 
 namespace starsift {
 
@@ -50,6 +55,19 @@ inline char* writeInteger(char* out, std::int64_t value) {
 inline void appendInteger(std::string& out, std::int64_t value) {
   std::array<char, integerTextSize> text;
   out.append(text.data(), writeInteger(text.data(), value));
+}
+
+/// The integer from `least` to `most` that is the whole of `text`: digits, behind a minus sign
+/// where Number has one. Nothing for any other text.
+template <class Number>
+std::optional<Number> parseInteger(std::string_view text,
+                                   Number least = std::numeric_limits<Number>::min(),
+                                   Number most = std::numeric_limits<Number>::max()) {
+  Number number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  if (error != std::errc() || stop != end || number < least || number > most) return std::nullopt;
+  return number;
 }
 
 }  // namespace starsift

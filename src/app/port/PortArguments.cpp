@@ -1,12 +1,12 @@
 #include "app/port/PortArguments.h"
 
 #include <algorithm>
-#include <charconv>
 #include <string_view>
 
 #include "models/jobs/OptionText.h"
 #include "models/text/ModelError.h"
 #include "models/text/Words.h"
+#include "text/IntegerText.h"
 
 namespace starsift {
 
@@ -64,10 +64,9 @@ void ArgumentReader::setRecord(std::string_view value) {
     result_.record = 0;
     return;
   }
-  const char* const end = value.data() + value.size();
-  const auto [stop, error] = std::from_chars(value.data(), end, result_.record);
-  if (error != std::errc() || stop != end || result_.record == 0)
-    throw ModelError(0, inQuotes(value) + " is no value of --record");
+  const auto record = parseInteger<std::size_t>(value, 1);
+  if (!record) throw ModelError(0, inQuotes(value) + " is no value of --record");
+  result_.record = *record;
 }
 
 void ArgumentReader::setText(std::string_view name, const std::string& value) {

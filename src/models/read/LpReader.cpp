@@ -259,8 +259,7 @@ void LpReader::addRange(RowLabel label, const Side& lower, LpTokenKind relation,
     throw ModelError(
         second.line,
         "the line may go on with the row before or be a row of its own: a range without a name "
-        "that "
-        "begins with its number stands on one line, or its second relation begins one");
+        "that begins with its number stands on one line, or its second relation begins one");
   QQ least = lower.terms.constant - middle.terms.constant;
   QQ most = upper.terms.constant - middle.terms.constant;
   if (relation == LpTokenKind::greater) std::swap(least, most);

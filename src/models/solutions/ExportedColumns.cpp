@@ -1,6 +1,5 @@
 #include "models/solutions/ExportedColumns.h"
 
-#include <charconv>
 #include <string>
 #include <utility>
 
@@ -11,19 +10,6 @@
 #include "models/write/PlainModel.h"
 
 namespace starsift {
-
-namespace {
-
-/// The number from 1 on as an index; nothing if it isn't one of `count`.
-std::optional<std::uint32_t> indexOfNumber(std::string_view text, std::size_t count) {
-  std::uint32_t number = 0;
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || stop != end || number == 0 || number > count) return std::nullopt;
-  return number - 1;
-}
-
-}  // namespace
 
 ExportedColumns::ExportedColumns(const Problem& problem, std::optional<ModelFormat> format)
     : mayBeLp_(!format || *format == ModelFormat::lp), steps_(columnSteps(problem)) {

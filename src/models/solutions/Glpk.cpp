@@ -1,11 +1,11 @@
 // The two formats of GLPK.
-#include <charconv>
 #include <string>
 
 #include "models/solutions/Formats.h"
 #include "models/solutions/Lines.h"
 #include "models/text/ModelError.h"
 #include "models/text/ModelNumber.h"
+#include "text/IntegerText.h"
 
 namespace starsift::solverformats {
 
@@ -87,12 +87,9 @@ bool isGlpkRaw(std::string_view text) {
 namespace {
 
 std::size_t countOf(std::string_view word, std::size_t line) {
-  std::size_t count = 0;
-  const char* const end = word.data() + word.size();
-  const auto [stop, error] = std::from_chars(word.data(), end, count);
-  if (error != std::errc() || stop != end)
-    throw ModelError(line, inQuotes(word) + " is no number of rows or columns");
-  return count;
+  const auto count = parseInteger<std::size_t>(word);
+  if (!count) throw ModelError(line, inQuotes(word) + " is no number of rows or columns");
+  return *count;
 }
 
 /// "s mip ROWS COLUMNS STATUS OBJECTIVE", or "s bas ROWS COLUMNS PRIMAL DUAL OBJECTIVE". Returns

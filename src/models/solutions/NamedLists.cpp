@@ -1,6 +1,5 @@
 // Formats whose values stand in lines "NAME VALUE": HiGHS, SCIP, esolver, and plain lists.
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -9,6 +8,7 @@
 #include "models/solutions/Lines.h"
 #include "models/text/ModelError.h"
 #include "models/text/ModelNumber.h"
+#include "text/IntegerText.h"
 
 namespace starsift::solverformats {
 
@@ -36,12 +36,11 @@ WrittenValue namedValue(std::string_view text, std::size_t line) {
 /// The lines of HiGHS behind "# Columns COUNT". A negative count: columns with the value 0 are
 /// left out.
 void readHighsColumns(Lines& lines, std::string_view count, SolverFile& file) {
-  std::int64_t columns = 0;
-  const auto [end, error] = std::from_chars(count.data(), count.data() + count.size(), columns);
-  if (error != std::errc() || end != count.data() + count.size())
-    throw ModelError(lines.number(), inQuotes(count) + " is no number of columns");
-  file.format.leavesZerosOut = columns < 0;
-  for (std::int64_t i = 0; i < (columns < 0 ? -columns : columns); ++i) {
+  file.format.leavesZerosOut = count.starts_with('-');
+  const std::string_view digits = count.substr(file.format.leavesZerosOut ? 1 : 0);
+  const auto columns = parseInteger<std::uint64_t>(digits);
+  if (!columns) throw ModelError(lines.number(), inQuotes(count) + " is no number of columns");
+  for (std::uint64_t i = 0; i < *columns; ++i) {
     if (lines.atEnd()) throw ModelError(lines.number(), "the file is cut");
     const std::string_view line = lines.take();
     if (trimmed(line).empty() || line.starts_with('#'))

@@ -1,7 +1,6 @@
 // The formats of CBC, of CPLEX and of solvers of pseudo-Boolean problems.
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -10,6 +9,7 @@
 #include "models/solutions/Lines.h"
 #include "models/text/ModelError.h"
 #include "models/text/ModelNumber.h"
+#include "text/IntegerText.h"
 
 namespace starsift::solverformats {
 
@@ -17,19 +17,11 @@ namespace {
 
 constexpr std::string_view objectiveMark = " - objective value";
 
-std::optional<std::uint32_t> cbcIndex(std::string_view word) {
-  std::uint32_t index = 0;
-  const char* const end = word.data() + word.size();
-  const auto [stop, error] = std::from_chars(word.data(), end, index);
-  if (error != std::errc() || stop != end) return std::nullopt;
-  return index;
-}
-
 /// "[**] INDEX NAME VALUE REDUCED-COST", the name perhaps with blanks inside.
 WrittenValue cbcValue(std::string_view text, std::size_t line) {
   text = trimmed(text);
   if (text.starts_with("**")) text.remove_prefix(2);
-  const std::optional<std::uint32_t> index = cbcIndex(takeWord(text));
+  const auto index = parseInteger<std::uint32_t>(takeWord(text));
   text = trimmed(text);
   const auto takeLast = [&text]() {
     const std::size_t blank = text.find_last_of(" \t");

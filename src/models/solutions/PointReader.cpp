@@ -1,7 +1,6 @@
 #include "models/solutions/PointReader.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 #include <numeric>
 #include <utility>
@@ -73,12 +72,10 @@ class PointReader {
 
 std::optional<std::uint32_t> PointReader::columnOf(const WrittenValue& value) const {
   if (format_.isByNumber) {
-    std::uint32_t number = 0;
-    const char* const end = value.column.data() + value.column.size();
-    const auto [stop, error] = std::from_chars(value.column.data(), end, number);
-    if (error != std::errc() || stop != end || number == 0 || number > model_.columnCount())
+    const auto index = indexOfNumber(value.column, model_.columnCount());
+    if (!index)
       throw ModelError(value.line, "the model has no column number " + excerpt(value.column));
-    return number - 1;
+    return index;
   }
   if (const auto column = match_.find(value.column)) return column;
   if (format_.namesUnusedColumns) return std::nullopt;

@@ -4,6 +4,7 @@
 
 #include "models/solutions/Formats.h"
 #include "models/text/ModelError.h"
+#include "text/IntegerText.h"
 
 namespace starsift {
 
@@ -26,6 +27,12 @@ constexpr std::array<KnownFormat, 9> knownFormats{
      {solverformats::isList, solverformats::readList}}};
 
 }  // namespace
+
+std::optional<std::uint32_t> indexOfNumber(std::string_view number, std::size_t count) {
+  const auto parsed = parseInteger<std::uint32_t>(number, 1);
+  if (!parsed || *parsed > count) return std::nullopt;
+  return *parsed - 1;
+}
 
 SolverFile readSolverFile(std::string_view text) {
   for (const KnownFormat& known : knownFormats) {

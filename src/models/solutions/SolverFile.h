@@ -59,6 +59,10 @@ struct SolverFile {
   std::vector<ModelRemark> remarks;
 };
 
+/// The index from 0 on of a column that is written as its number from 1 on; nothing if that isn't
+/// one of `count` columns.
+std::optional<std::uint32_t> indexOfNumber(std::string_view number, std::size_t count);
+
 /// ModelError if the format isn't recognised, or the file is cut or malformed.
 SolverFile readSolverFile(std::string_view text);
 

@@ -30,5 +30,22 @@ TEST(IntegerText, PositionIsBehindTheDigits) {
   EXPECT_EQ(writeInteger(room.data(), 1000) - room.data(), 4);
 }
 
+TEST(IntegerText, WholeTextIsParsed) {
+  EXPECT_EQ(parseInteger<int>("-12"), -12);
+  EXPECT_EQ(parseInteger<std::uint64_t>("18446744073709551615"),
+            std::numeric_limits<std::uint64_t>::max());
+  for (const char* const text : {"", " 1", "1 ", "+1", "1.0", "0x1", "1-", "--1"})
+    EXPECT_EQ(parseInteger<int>(text), std::nullopt) << text;
+}
+
+TEST(IntegerText, ParsedNumbersAreWithinTheLimits) {
+  EXPECT_EQ(parseInteger<int>("3", 3, 5), 3);
+  EXPECT_EQ(parseInteger<int>("5", 3, 5), 5);
+  EXPECT_EQ(parseInteger<int>("2", 3, 5), std::nullopt);
+  EXPECT_EQ(parseInteger<int>("6", 3, 5), std::nullopt);
+  EXPECT_EQ(parseInteger<std::int16_t>("32768"), std::nullopt);
+  EXPECT_EQ(parseInteger<unsigned>("-1"), std::nullopt);
+}
+
 }  // namespace
 }  // namespace starsift
