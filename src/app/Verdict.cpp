@@ -112,7 +112,9 @@ std::string_view statusOf(const SearchResult& result) {
       break;
   }
   if (result.part && result.part->isComplete) return "part";
-  return result.solutions > 0 ? "found" : "open";
+  // Another run of the same part may have found what was wanted.
+  const bool isFound = result.solutions > 0 || result.decided.undecided == Undecided::enough;
+  return isFound ? "found" : "open";
 }
 
 /// What the line of a part has beside that of a search, and that of joined parts.

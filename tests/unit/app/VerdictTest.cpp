@@ -163,6 +163,7 @@ TEST_F(VerdictTest, OfAPartTellsWhatIsDone) {
   EXPECT_EQ(verdict(),
             "Part 3 of 8 is not complete: 100 of its 512 subtrees are done, and what was wanted "
             "was found.\n");
+  EXPECT_NE(jsonLine(result_).find(R"("status": "found", "complete": false)"), std::string::npos);
 }
 
 TEST_F(VerdictTest, OfACompletePartIsNoProof) {
