@@ -125,7 +125,9 @@ SearchEnd Seek::search(SolutionSink& sink) {
                 decide_->threads());
   if (!options_.profile.empty()) drawPicture();
   lattice_.beginSearch(watch_, watch_.elapsed());
-  return searchAll();
+  const SearchEnd end = searchAll();
+  stars_->findRepeats();
+  return end;
 }
 
 SearchEnd Seek::searchAll() {
@@ -210,9 +212,9 @@ bool Seek::hasMadeAllPasses() const {
   return passLimit_ >= 0 && watch_.passes() >= passLimit_;
 }
 
-/// Of the lattices and beside them.
+/// Of the lattices and beside them, each once.
 Index Seek::solutionCount() const {
-  return lattice_.solutionCount() + (stars_ ? stars_->count() : 0);
+  return lattice_.solutionCount() + (stars_ ? stars_->count() - stars_->repeatCount() : 0);
 }
 
 void Seek::runPass() {
@@ -227,6 +229,7 @@ void Seek::runPass() {
 
 void Seek::restartLattice() {
   if (isOver()) return;
+  stars_->findRepeats();
   if (solutionCount() > solutionsBefore_) fruitless_ = 0;
   solutionsBefore_ = solutionCount();
   if (!limited_ && fruitless_ == fruitlessRestarts) throw SearchEnded(SearchEnd::fruitless);
@@ -271,7 +274,8 @@ void Seek::saveLastLattice(SearchEnd end) {
 /// were found without it.
 void Seek::writeStatus() {
   if (stars_->count() == 0) return lattice_.restartHandling(Outcome::finished);
-  reportStream() << lattice_.statusText(stars_->first(), stars_->furtherCount()) << endLine();
+  const Index shown = lattice_.solutionCount() + stars_->first().dimension();
+  reportStream() << lattice_.statusText(stars_->first(), solutionCount() - shown) << endLine();
   stampOutputTime();
 }
 

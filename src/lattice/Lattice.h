@@ -366,7 +366,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// One star, 1 <= i <= file.stars.dimension().
   std::string starReport(Index i) const;
   /// Best target and first solutions of the search, with solutions that were found without the
-  /// lattice: `others`, judged, the first of them with their times, and `further` ones.
+  /// lattice: `others`, judged, the first of them with their times, and `further` ones; that is
+  /// less by those found in both ways, and may be negative.
   std::string statusText(const Array<Star<QQ>>& others = {}, Index further = 0) const;
 
  private:
