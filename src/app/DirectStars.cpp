@@ -45,7 +45,7 @@ std::optional<QQ> DirectStars::leastKnownNorm() const {
     if (!least || norm < *least) least = norm;
   };
   // A benchmark run doesn't know the stars of the file.
-  const std::optional<QQ> filed = sink_.leastTargetNorm();
+  const std::optional<QQ> filed = sink_.leastSearchedNorm();
   if (filed && !(lattice_.params().bench > 0)) take(*filed);
   for (const auto& star : lattice_.starsFiledAfter(0)) take(star.targetNorm);
   for (Index i = 1; i <= first_.dimension(); ++i) take(first_[i].targetNorm);

@@ -22,8 +22,8 @@ class DirectStars {
   /// the norms that end the search.
   bool add(const Star<QQ>& judged, bool isBest);
 
-  /// Least target norm of the solutions known so far: those of the file, of the lattice and of
-  /// these.
+  /// Least target norm of the solutions known so far at points that searches look at: those of
+  /// the file, of the lattice and of these.
   std::optional<QQ> leastKnownNorm() const;
 
   /// The first ones, as many as a status shows, and all that were best.

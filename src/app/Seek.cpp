@@ -75,7 +75,7 @@ void Seek::readProblem() {
   YSolutionFile known;
   lattice_.withLive([&known](const auto& live) { known.takeProblem(live.file); });
   known.mergeFile();
-  if (lattice_.hasTargets()) knownNorm_ = known.leastTargetNorm();
+  if (lattice_.hasTargets()) knownNorm_ = known.leastSearchedNorm();
   partNames_ = partFileNames(known.path(), options_.part->part, options_.part->parts);
   lattice_.setFileNames(partNames_.solFile);
 }
@@ -299,7 +299,9 @@ SearchResult Seek::result(const SolutionSink& sink, bool anyStars) const {
   result.isCount = options_.count;
   result.hasStars = anyStars;
   result.solutions = solutionCount();
-  if (result.hasTargets) result.best = sink.leastTargetNorm();
+  result.hasOtherStars = sink.hasOtherStars();
+  if (result.hasTargets)
+    result.best = result.decided.isComplete() ? sink.leastSearchedNorm() : sink.leastTargetNorm();
   result.passes = watch_.passes();
   result.seed = lattice_.seed();
   result.seconds = std::chrono::duration<double>(watch_.elapsed()).count();

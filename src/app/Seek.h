@@ -86,7 +86,7 @@ class Seek {
   /// Instead of all others.
   std::optional<PartSearch> part_;
   /// The files of the part, the number of solutions in them, and the least target norm in the
-  /// solution file of the problem.
+  /// solution file of the problem, of points that searches look at.
   FileNames partNames_;
   Index filedStars_ = 0;
   std::optional<QQ> knownNorm_;
