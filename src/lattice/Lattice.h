@@ -81,6 +81,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// Frees the problem, as read and lifted, and the stars: for a lattice whose state is assigned
   /// from another one before its next use.
   void release();
+  /// The basis does what parameters say that were set without reactions, before it has rows.
+  void followParams();
   /// Sets the parameter consistency without its reaction.
   void setTracking(bool on);
 
