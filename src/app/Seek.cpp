@@ -169,13 +169,26 @@ void Seek::searchLattices() {
   // The steps before have reports of their own if one row, or the equations alone, are a proof.
   if (rowsContradict_) fail("Unfulfillable rows detected --> NO SOLUTIONS!");
   while (!isOver()) {
-    runPass();
-    if (!isOver()) decide();
-    if (!isOver()) jump();
-    if (!isOver()) searchBlocks(lattice_);
-    if (!isOver()) searchTrimmed(lattice_);
+    isLost_ = false;
+    try {
+      searchLattice();
+    } catch (const PrecisionException&) {
+      // The numbers of the problem aren't too large, as its first basis was reduced: a random
+      // change of it was too wild.
+      if (lattice_.restarts() == 0) throw;
+      isLost_ = true;
+      setConsoleDepth(0);
+    }
     restartLattice();
   }
+}
+
+void Seek::searchLattice() {
+  runPass();
+  if (!isOver()) decide();
+  if (!isOver()) jump();
+  if (!isOver()) searchBlocks(lattice_);
+  if (!isOver()) searchTrimmed(lattice_);
 }
 
 /// Throws SearchEnded if the complete search has ended the whole one.
@@ -235,7 +248,8 @@ void Seek::restartLattice() {
   if (!limited_ && fruitless_ == fruitlessRestarts) throw SearchEnded(SearchEnd::fruitless);
   ++fruitless_;
   // The next lattice is made from the problem, so the file of this one can be skipped.
-  if (sink_->keepsLattices() && latticePace_.isDue(SavePace::Clock::now()) && !watch_.hasUnsaved())
+  if (!isLost_ && sink_->keepsLattices() && latticePace_.isDue(SavePace::Clock::now()) &&
+      !watch_.hasUnsaved())
     saveLattice();
   try {
     lattice_.restartHandling(Outcome::unfinished);
@@ -266,7 +280,7 @@ void Seek::saveLastLattice(SearchEnd end) {
     lattice_.saveLattice();
   } catch (const PrecisionException&) {
     // The numbers that ended the search can also prevent saving its lattice.
-    if (end != SearchEnd::overflow) throw;
+    if (end != SearchEnd::overflow && !isLost_) throw;
   }
 }
 

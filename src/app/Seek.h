@@ -63,6 +63,7 @@ class Seek {
   void jump();
   void jumpBeside();
   std::chrono::duration<double> jumpTimeLeft() const;
+  void searchLattice();
   void runPass();
   void restartLattice();
   void saveLattice();
@@ -99,6 +100,8 @@ class Seek {
   bool limited_ = false;
   /// The rows contradict the bounds: see tightenBounds().
   bool rowsContradict_ = false;
+  /// The reduction of the present lattice has lost its precision.
+  bool isLost_ = false;
   /// Limits the writes of the lattice file: some problems restart a thousand times a second.
   SavePace latticePace_;
   bool starsFiled_ = true;
