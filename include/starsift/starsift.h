@@ -364,7 +364,8 @@ class [[gnu::visibility("default")]] Search {
     /// All solutions there are, if proof is allFound; else those that were found, kept or only
     /// counted.
     std::uint64_t count = 0;
-    /// The least target norm found, if there are targets.
+    /// The least target norm of a solution found or known, if there are targets; after a proof,
+    /// of those that it is about.
     std::optional<Number> best;
     /// Proven: no solution has a smaller target norm.
     std::optional<Number> bound;

@@ -1,7 +1,10 @@
 // Solutions that a search finds without the lattice.
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <unordered_set>
+#include <vector>
 
 #include "app/SolutionSink.h"
 #include "lattice/YLattice.h"
@@ -19,15 +22,19 @@ class DirectStars {
   /// the norms that end the search.
   bool add(const Star<QQ>& judged, bool isBest);
 
-  /// Least target norm of the solutions known so far: those of the file, of the lattice and of
-  /// these.
+  /// Least target norm of the solutions known so far at points that searches look at: those of
+  /// the file, of the lattice and of these.
   std::optional<QQ> leastKnownNorm() const;
 
-  /// The first ones, as many as a status shows, all that were best, and the number of further
-  /// ones.
+  /// The first ones, as many as a status shows, and all that were best.
   const Array<Star<QQ>>& first() const { return first_; }
-  Index furtherCount() const { return furtherCount_; }
   Index count() const { return first_.dimension() + furtherCount_; }
+
+  /// Compares the solutions that the lattice has filed since the last call. None of these is found
+  /// after the lattice has filed it.
+  void findRepeats();
+  /// These that the lattice had found again by then: their points have equal hashes of 64 bits.
+  Index repeatCount() const { return static_cast<Index>(repeats_.size()); }
 
  private:
   const YLattice<long double>& lattice_;
@@ -35,6 +42,12 @@ class DirectStars {
   std::string paramsText_;
   Array<Star<QQ>> first_;
   Index furtherCount_ = 0;
+  /// Of all their points, those up to sorted_ in ascending order.
+  std::vector<std::size_t> hashes_;
+  std::size_t sorted_ = 0;
+  std::unordered_set<std::size_t> repeats_;
+  /// The number of the last solution of the lattice that was compared.
+  Index compared_ = 0;
 };
 
 }  // namespace starsift

@@ -139,10 +139,12 @@ std::vector<PartFiles> readParts(const YLattice<long double>& lattice, const std
 /// Adds the solutions of the parts to the store. Fatal if none of them has the best norm that a
 /// part knew.
 void addStars(const std::vector<PartFiles>& parts, const std::optional<QQ>& best,
-              StarStore& store) {
-  bool isThere = !best || (store.leastTargetNorm() && *store.leastTargetNorm() <= *best);
+              const Vanu<QQ>& problem, StarStore& store) {
+  const SearchedPoints searched(problem);
+  bool isThere = !best || (store.leastSearchedNorm() && *store.leastSearchedNorm() <= *best);
   for (const PartFiles& part : parts)
-    for (const Star<QQ>& star : part.stars) isThere = isThere || star.targetNorm <= *best;
+    for (const Star<QQ>& star : part.stars)
+      isThere = isThere || (star.targetNorm <= *best && searched.contain(star.x()));
   if (!isThere)
     fail("A part knew a solution with target norm " + plainText(*best) +
          ", which is in none of the solution files");
@@ -220,13 +222,15 @@ int joinPartFiles(YLattice<long double>& lattice, bool json, std::ostream& repor
   const std::vector<PartFiles> present = readParts(lattice, optFile, parts);
   SearchResult result = resultOf(present);
   StarStore store(lattice);
-  addStars(present, result.decided.best, store);
+  addStars(present, result.decided.best, lattice.problemAsRead(), store);
   const bool areFiled = store.save(lattice);
   result.scope = proofScope(lattice.problemAsRead());
   result.hasStars = store.report(report);
   report << endLine();
   result.hasTargets = lattice.hasTargets();
-  if (result.hasTargets) result.best = store.leastTargetNorm();
+  result.hasOtherStars = store.hasOtherStars();
+  if (result.hasTargets)
+    result.best = result.decided.isComplete() ? store.leastSearchedNorm() : store.leastTargetNorm();
   writeVerdict(report, result);
   const bool isOver = result.decided.isComplete() || result.decided.undecided == Undecided::enough;
   if (!isOver) result.missing = reportMissing(optFile, parts, present, report);

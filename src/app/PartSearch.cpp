@@ -164,7 +164,7 @@ Decided PartSearch::result() const {
   result.undecided = state_.isEnough ? Undecided::enough
                      : isComplete()  ? Undecided::no
                                      : Undecided::stopped;
-  result.count = state_.solutions;
+  result.count = state_.isEnough ? state_.solutionsFiled() : state_.solutions;
   result.nodes = state_.nodes;
   result.best = state_.best;
   result.bound = state_.bound;

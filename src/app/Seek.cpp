@@ -75,7 +75,7 @@ void Seek::readProblem() {
   YSolutionFile known;
   lattice_.withLive([&known](const auto& live) { known.takeProblem(live.file); });
   known.mergeFile();
-  if (lattice_.hasTargets()) knownNorm_ = known.leastTargetNorm();
+  if (lattice_.hasTargets()) knownNorm_ = known.leastSearchedNorm();
   partNames_ = partFileNames(known.path(), options_.part->part, options_.part->parts);
   lattice_.setFileNames(partNames_.solFile);
 }
@@ -125,7 +125,9 @@ SearchEnd Seek::search(SolutionSink& sink) {
                 decide_->threads());
   if (!options_.profile.empty()) drawPicture();
   lattice_.beginSearch(watch_, watch_.elapsed());
-  return searchAll();
+  const SearchEnd end = searchAll();
+  stars_->findRepeats();
+  return end;
 }
 
 SearchEnd Seek::searchAll() {
@@ -167,13 +169,26 @@ void Seek::searchLattices() {
   // The steps before have reports of their own if one row, or the equations alone, are a proof.
   if (rowsContradict_) fail("Unfulfillable rows detected --> NO SOLUTIONS!");
   while (!isOver()) {
-    runPass();
-    if (!isOver()) decide();
-    if (!isOver()) jump();
-    if (!isOver()) searchBlocks(lattice_);
-    if (!isOver()) searchTrimmed(lattice_);
+    isLost_ = false;
+    try {
+      searchLattice();
+    } catch (const PrecisionException&) {
+      // The numbers of the problem aren't too large, as its first basis was reduced: a random
+      // change of it was too wild.
+      if (lattice_.restarts() == 0) throw;
+      isLost_ = true;
+      setConsoleDepth(0);
+    }
     restartLattice();
   }
+}
+
+void Seek::searchLattice() {
+  runPass();
+  if (!isOver()) decide();
+  if (!isOver()) jump();
+  if (!isOver()) searchBlocks(lattice_);
+  if (!isOver()) searchTrimmed(lattice_);
 }
 
 /// Throws SearchEnded if the complete search has ended the whole one.
@@ -210,9 +225,9 @@ bool Seek::hasMadeAllPasses() const {
   return passLimit_ >= 0 && watch_.passes() >= passLimit_;
 }
 
-/// Of the lattices and beside them.
+/// Of the lattices and beside them, each once.
 Index Seek::solutionCount() const {
-  return lattice_.solutionCount() + (stars_ ? stars_->count() : 0);
+  return lattice_.solutionCount() + (stars_ ? stars_->count() - stars_->repeatCount() : 0);
 }
 
 void Seek::runPass() {
@@ -227,12 +242,14 @@ void Seek::runPass() {
 
 void Seek::restartLattice() {
   if (isOver()) return;
+  stars_->findRepeats();
   if (solutionCount() > solutionsBefore_) fruitless_ = 0;
   solutionsBefore_ = solutionCount();
   if (!limited_ && fruitless_ == fruitlessRestarts) throw SearchEnded(SearchEnd::fruitless);
   ++fruitless_;
   // The next lattice is made from the problem, so the file of this one can be skipped.
-  if (sink_->keepsLattices() && latticePace_.isDue(SavePace::Clock::now()) && !watch_.hasUnsaved())
+  if (!isLost_ && sink_->keepsLattices() && latticePace_.isDue(SavePace::Clock::now()) &&
+      !watch_.hasUnsaved())
     saveLattice();
   try {
     lattice_.restartHandling(Outcome::unfinished);
@@ -263,7 +280,7 @@ void Seek::saveLastLattice(SearchEnd end) {
     lattice_.saveLattice();
   } catch (const PrecisionException&) {
     // The numbers that ended the search can also prevent saving its lattice.
-    if (end != SearchEnd::overflow) throw;
+    if (end != SearchEnd::overflow && !isLost_) throw;
   }
 }
 
@@ -271,7 +288,8 @@ void Seek::saveLastLattice(SearchEnd end) {
 /// were found without it.
 void Seek::writeStatus() {
   if (stars_->count() == 0) return lattice_.restartHandling(Outcome::finished);
-  reportStream() << lattice_.statusText(stars_->first(), stars_->furtherCount()) << endLine();
+  const Index shown = lattice_.solutionCount() + stars_->first().dimension();
+  reportStream() << lattice_.statusText(stars_->first(), solutionCount() - shown) << endLine();
   stampOutputTime();
 }
 
@@ -295,7 +313,9 @@ SearchResult Seek::result(const SolutionSink& sink, bool anyStars) const {
   result.isCount = options_.count;
   result.hasStars = anyStars;
   result.solutions = solutionCount();
-  if (result.hasTargets) result.best = sink.leastTargetNorm();
+  result.hasOtherStars = sink.hasOtherStars();
+  if (result.hasTargets)
+    result.best = result.decided.isComplete() ? sink.leastSearchedNorm() : sink.leastTargetNorm();
   result.passes = watch_.passes();
   result.seed = lattice_.seed();
   result.seconds = std::chrono::duration<double>(watch_.elapsed()).count();

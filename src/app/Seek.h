@@ -63,6 +63,7 @@ class Seek {
   void jump();
   void jumpBeside();
   std::chrono::duration<double> jumpTimeLeft() const;
+  void searchLattice();
   void runPass();
   void restartLattice();
   void saveLattice();
@@ -86,7 +87,7 @@ class Seek {
   /// Instead of all others.
   std::optional<PartSearch> part_;
   /// The files of the part, the number of solutions in them, and the least target norm in the
-  /// solution file of the problem.
+  /// solution file of the problem, of points that searches look at.
   FileNames partNames_;
   Index filedStars_ = 0;
   std::optional<QQ> knownNorm_;
@@ -99,6 +100,8 @@ class Seek {
   bool limited_ = false;
   /// The rows contradict the bounds: see tightenBounds().
   bool rowsContradict_ = false;
+  /// The reduction of the present lattice has lost its precision.
+  bool isLost_ = false;
   /// Limits the writes of the lattice file: some problems restart a thousand times a second.
   SavePace latticePace_;
   bool starsFiled_ = true;

@@ -22,6 +22,10 @@ class SolutionSink {
   virtual void add(const Star<QQ>& star) = 0;
   /// The least target norm of the stars that were taken; empty without stars.
   virtual std::optional<QQ> leastTargetNorm() const = 0;
+  /// The same among those at points that searches look at (see SearchedPoints.h), and whether
+  /// there are others.
+  virtual std::optional<QQ> leastSearchedNorm() const = 0;
+  virtual bool hasOtherStars() const = 0;
   /// The lattices of the search are saved too, in files beside its problem.
   virtual bool keepsLattices() const = 0;
 

@@ -62,6 +62,8 @@ class StarStore : public SolutionSink {
   void add(const Star<QQ>& star) override;
   /// The least target norm of the stars that were saved, read or added; empty without stars.
   std::optional<QQ> leastTargetNorm() const override { return stars_.leastTargetNorm(); }
+  std::optional<QQ> leastSearchedNorm() const override { return stars_.leastSearchedNorm(); }
+  bool hasOtherStars() const override { return stars_.hasOtherStars(); }
   bool keepsLattices() const override { return true; }
 
   /// Stars that were saved, read or added.

@@ -28,9 +28,14 @@ std::string allSolutions(const SearchResult& result) {
          ": the search was complete.";
 }
 
+/// The first solution may be a known one that is better than all that were searched.
 std::string optimum(const SearchResult& result) {
-  return std::string("The first solution is optimal") +
-         (result.scope.equationsAreExact ? "" : " among those that hold exactly") + '.';
+  const std::string_view among =
+      result.scope.equationsAreExact ? "" : " among those that hold exactly";
+  if (!result.hasOtherStars || !result.best)
+    return "The first solution is optimal" + std::string(among) + '.';
+  return "The optimum" + std::string(among) + " has the target norm " + plainText(*result.best) +
+         '.';
 }
 
 std::string openVerdict(const SearchResult& result) {
@@ -49,6 +54,14 @@ std::string openVerdict(const SearchResult& result) {
 /// What a proof leaves open; empty without one.
 std::string reservation(const SearchResult& result) {
   return result.isStepsOnly() ? std::string(stepsRemark) : "";
+}
+
+/// Known solutions that a proof, or a bound, is not about.
+std::string otherStars(const SearchResult& result) {
+  const Decided& decided = result.decided;
+  if (!result.hasOtherStars || !(decided.isComplete() || decided.bound)) return "";
+  return "Known solutions between steps, or that hold only within the tolerance, were not "
+         "considered.";
 }
 
 /// Why there is no proof; empty if that needs no words.
@@ -112,7 +125,9 @@ std::string_view statusOf(const SearchResult& result) {
       break;
   }
   if (result.part && result.part->isComplete) return "part";
-  return result.solutions > 0 ? "found" : "open";
+  // Another run of the same part may have found what was wanted.
+  const bool isFound = result.solutions > 0 || result.decided.undecided == Undecided::enough;
+  return isFound ? "found" : "open";
 }
 
 /// What the line of a part has beside that of a search, and that of joined parts.
@@ -156,6 +171,7 @@ SearchResult provedBy(std::string_view message, SearchResult found) {
 void writeVerdict(std::ostream& stream, const SearchResult& result) {
   writeLine(stream, verdictText(result));
   writeLine(stream, reservation(result));
+  writeLine(stream, otherStars(result));
   writeLine(stream, reasonForNone(result.decided));
   if (result.decided.nodes > 0) writeLine(stream, "Nodes: " + std::to_string(result.decided.nodes));
   stampOutputTime();

@@ -43,9 +43,12 @@ struct SearchResult {
   bool isCount = false;
   /// There are stars, known or found.
   bool hasStars = false;
+  /// There are stars at points that searches don't look at: see SearchedPoints.h.
+  bool hasOtherStars = false;
   /// Solutions that this search has found.
   Index solutions = 0;
-  /// Target norm of the first star, if there are targets and stars.
+  /// Least target norm of the stars, if there are targets and stars; if something is proved, of
+  /// those at points that searches look at.
   std::optional<QQ> best;
   Index passes = 0;
   double seconds = 0;

@@ -57,6 +57,12 @@ std::string scriptRemark(std::string_view message) {
   return searchRemark(message);
 }
 
+/// Ends the line of a progress report that a fatal report breaks off: the line for scripts stands
+/// on one of its own.
+void endReportLine(std::string_view) {
+  std::cout << closeStamp(false);
+}
+
 int seek(YLattice<long double>& lattice, const SeekOptions& options,
          StatusLine::Clock::time_point start) {
   StatusLine line(statusTerminal(lattice), start, [] { return statusWidth(STDERR_FILENO); });
@@ -92,6 +98,7 @@ int runCommand(std::span<char* const> arguments, StatusLine::Clock::time_point s
     return EXIT_FAILURE;
   }
   setFailureRemark(given.options.json ? scriptRemark : searchRemark);
+  if (given.options.json) setFailureHandler(endReportLine);
   if (given.options.join)
     return unwinding(
         [&given, &lattice] { return joinPartFiles(lattice, given.options.json, std::cout); });

@@ -36,7 +36,7 @@ void YSolutionFile::mergeFile() {
     Star<QQ> star = read.star(i);
     if (checker.check(star)) right.append(star);
   }
-  for (std::size_t i = 0; i < right.size(); ++i) stars_.append(right.star(i));
+  for (std::size_t i = 0; i < right.size(); ++i) addStar(right.star(i));
   sortStars();
   removeDuplicates(Duplicates::ofPointAndParams);
   noteFile(identity);
@@ -51,6 +51,14 @@ void YSolutionFile::sortStars() {
 
 void YSolutionFile::removeDuplicates(Duplicates duplicates) {
   stars_.removeDuplicates(duplicates == Duplicates::ofPointAndParams);
+}
+
+void YSolutionFile::addStar(const Star<QQ>& judged) {
+  if (!searched_->contain(judged.x()))
+    hasOtherStars_ = true;
+  else if (!leastSearchedNorm_ || judged.targetNorm < *leastSearchedNorm_)
+    leastSearchedNorm_ = judged.targetNorm;
+  stars_.append(judged);
 }
 
 void YSolutionFile::addStars(const Array<Star<QQ>>& judged, std::uint64_t problem) {

@@ -12,6 +12,7 @@
 #include "files/SolutionFile.h"
 #include "numbers/QQ.h"
 #include "problem/Exactness.h"
+#include "problem/SearchedPoints.h"
 #include "stars/PackedStars.h"
 
 namespace starsift {
@@ -24,6 +25,7 @@ class YSolutionFile {
   void takeProblem(const SolutionFile<T>& source) {
     file_.convertProblemFrom(source);
     problemFits_ = fitsLongDouble(file_.problem());
+    searched_.emplace(file_.problem());
   }
 
   /// The number of the problem, the same as in its source.
@@ -34,12 +36,16 @@ class YSolutionFile {
   Index starCount() const { return static_cast<Index>(stars_.size()); }
   /// Empty without stars.
   std::optional<QQ> leastTargetNorm() const;
+  /// The same among the stars at points that searches look at.
+  const std::optional<QQ>& leastSearchedNorm() const { return leastSearchedNorm_; }
+  /// There are stars at other points.
+  bool hasOtherStars() const { return hasOtherStars_; }
   /// Adds the right stars of the file; see SolutionFile::mergeFile().
   void mergeFile();
   void sortStars();
   void removeDuplicates(Duplicates duplicates);
   /// Appends a star that was judged to solve the problem; it isn't checked again.
-  void addStar(const Star<QQ>& judged) { stars_.append(judged); }
+  void addStar(const Star<QQ>& judged);
   /// Appends stars that were judged to solve the problem with the number `problem`. Fatal if this
   /// record has another problem: "The stars solve another problem".
   void addStars(const Array<Star<QQ>>& judged, std::uint64_t problem);
@@ -63,7 +69,10 @@ class YSolutionFile {
   /// The problem and the paths, without stars.
   SolutionFile<QQ> file_;
   bool problemFits_ = true;
+  std::optional<SearchedPoints> searched_;
   PackedStars stars_;
+  std::optional<QQ> leastSearchedNorm_;
+  bool hasOtherStars_ = false;
   /// The file was read or written, and its identity then; nothing if there was none.
   bool isFileKnown_ = false;
   std::optional<FileIdentity> identity_;

@@ -81,6 +81,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// Frees the problem, as read and lifted, and the stars: for a lattice whose state is assigned
   /// from another one before its next use.
   void release();
+  /// The basis does what parameters say that were set without reactions, before it has rows.
+  void followParams();
   /// Sets the parameter consistency without its reaction.
   void setTracking(bool on);
 
@@ -366,7 +368,8 @@ class Lattice : public Vanu<T>, private ParamReactions {
   /// One star, 1 <= i <= file.stars.dimension().
   std::string starReport(Index i) const;
   /// Best target and first solutions of the search, with solutions that were found without the
-  /// lattice: `others`, judged, the first of them with their times, and `further` ones.
+  /// lattice: `others`, judged, the first of them with their times, and `further` ones; that is
+  /// less by those found in both ways, and may be negative.
   std::string statusText(const Array<Star<QQ>>& others = {}, Index further = 0) const;
 
  private:

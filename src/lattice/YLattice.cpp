@@ -146,6 +146,7 @@ bool YLattice<R>::tightenBounds() {
 template <class R>
 void YLattice<R>::readParams(const std::vector<std::string>& arguments) {
   readArguments(exact().params, arguments);
+  exact().followParams();
 }
 
 template <class R>

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "library/Inside.h"
+#include "problem/SearchedPoints.h"
 #include "text/TextStreams.h"
 
 namespace starsift {
@@ -19,6 +20,10 @@ std::string pointText(const Star<QQ>& star) {
   return std::move(text).str();
 }
 
+void lower(std::optional<QQ>& least, const QQ& norm) {
+  if (!least || norm < *least) least = norm;
+}
+
 }  // namespace
 
 bool MemorySink::hasNews(const YLattice<long double>& search) const {
@@ -30,19 +35,24 @@ void MemorySink::trySave(const YLattice<long double>& search) {
   taken_ = search.lastFiled();
 }
 
-void MemorySink::know(const Array<Star<QQ>>& stars) {
-  for (const Star<QQ>& star : stars) keep(star);
+void MemorySink::know(const Array<Star<QQ>>& stars, const Vanu<QQ>& problem) {
+  const SearchedPoints searched(problem);
+  for (const Star<QQ>& star : stars) keep(star, searched.contain(star.x()));
 }
 
-bool MemorySink::keep(const Star<QQ>& star) {
+bool MemorySink::keep(const Star<QQ>& star, bool isSearched) {
   if (!known_.insert(pointText(star)).second) return false;
   append(stars_, star);
-  if (!leastNorm_ || star.targetNorm < *leastNorm_) leastNorm_ = star.targetNorm;
+  lower(leastNorm_, star.targetNorm);
+  if (isSearched)
+    lower(leastSearchedNorm_, star.targetNorm);
+  else
+    hasOtherStars_ = true;
   return true;
 }
 
 void MemorySink::add(const Star<QQ>& star) {
-  if (!keep(star)) return;
+  if (!keep(star, true)) return;
   if (calls_.onSolution) tell(calls_.onSolution, Inside::solution(star));
 }
 

@@ -32,14 +32,16 @@ class MemorySink : public SolutionSink, public SearchListener {
   MemorySink(const SearchCalls& calls, std::stop_token stop)
       : calls_(calls), stop_(std::move(stop)) {}
 
-  /// Keeps solutions that the host knows.
-  void know(const Array<Star<QQ>>& stars);
+  /// Keeps right stars of a problem that the host knows.
+  void know(const Array<Star<QQ>>& stars, const Vanu<QQ>& problem);
 
   bool hasNews(const YLattice<long double>& search) const override;
   bool isDue(const YLattice<long double>& search) const override { return hasNews(search); }
   void trySave(const YLattice<long double>& search) override;
   void add(const Star<QQ>& star) override;
   std::optional<QQ> leastTargetNorm() const override { return leastNorm_; }
+  std::optional<QQ> leastSearchedNorm() const override { return leastSearchedNorm_; }
+  bool hasOtherStars() const override { return hasOtherStars_; }
   bool keepsLattices() const override { return false; }
 
   Step looked(const SearchWatch& watch) override;
@@ -49,8 +51,8 @@ class MemorySink : public SolutionSink, public SearchListener {
   void rethrow() const;
 
  private:
-  /// False if its point is there.
-  bool keep(const Star<QQ>& star);
+  /// False if its point is there. `isSearched`: searches look at it.
+  bool keep(const Star<QQ>& star, bool isSearched);
   template <class Call, class Argument>
   void tell(const Call& call, const Argument& argument);
 
@@ -61,6 +63,8 @@ class MemorySink : public SolutionSink, public SearchListener {
   /// The texts of their points.
   std::unordered_set<std::string> known_;
   std::optional<QQ> leastNorm_;
+  std::optional<QQ> leastSearchedNorm_;
+  bool hasOtherStars_ = false;
   /// The number of the last solution that was taken from the search.
   Index taken_ = 0;
   std::chrono::steady_clock::time_point nextProgress_;

@@ -247,9 +247,10 @@ Search& Search::onProgress(std::function<void(const Progress&)> call) {
 Search::Result Search::run(const std::stop_token& stop) const {
   MemorySink sink(settings_->calls, stop);
   Result result = hosted([&] {
-    const ProblemRecord& problem = Inside::record(settings_->problem);
-    sink.know(rightStars(Inside::file(problem, settings_->known)));
-    return search(vanuOf(problem), splitOptions(settings_->options), sink);
+    const ProblemRecord& record = Inside::record(settings_->problem);
+    const Vanu<QQ> problem = vanuOf(record);
+    sink.know(rightStars(Inside::file(record, settings_->known)), problem);
+    return search(problem, splitOptions(settings_->options), sink);
   });
   sink.rethrow();
   return result;

@@ -55,8 +55,7 @@ void Lattice<T, R>::assignFrom(const Lattice<U, R>& other, Settings settings) {
   if (settings == Settings::copy) params.convertFrom(other.params);
   found.convertFrom(other.found);
   basis.convertFrom(other.basis);
-  basis.tracksMoves = params.consistency;
-  basis.isTranslated = params.translate;
+  followParams();
   gramSchmidt = other.gramSchmidt;
   frame.convertFrom(other.frame);
   run.copyFrom(other.run);
@@ -72,6 +71,12 @@ template <class T, class R>
 void Lattice<T, R>::release() {
   optOriginal = Vanu<T>();
   file.release();
+}
+
+template <class T, class R>
+void Lattice<T, R>::followParams() {
+  basis.tracksMoves = params.consistency;
+  basis.isTranslated = params.translate;
 }
 
 template <class T, class R>

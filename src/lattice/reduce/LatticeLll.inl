@@ -61,6 +61,8 @@ class Reduction {
   static LllSettings<R> settings(const Lattice<T, R>& lattice) {
     LllSettings<R> result;
     result.deep = lattice.params.deep;
+    // A lattice that was made anew was reduced before, from another basis: it can be made again.
+    result.lossIsFatal = lattice.run.restarts == 0;
     return result;
   }
 

@@ -21,6 +21,8 @@ struct LllSettings {
   R eta = R(1) / R(2);
   /// Deep insertions instead of swaps of neighbours.
   bool deep = false;
+  /// In rationals a loss of precision in Gram-Schmidt data is fatal, as there is no wider type.
+  bool lossIsFatal = true;
 };
 
 /// The state of a pass.
@@ -61,7 +63,8 @@ class RowVisitor {
 /// The operations of LLL reduction on a basis and its Gram-Schmidt data.
 ///
 /// Rows are numbered from 1; 1 <= k <= n. Throws as GramSchmidtData; in the exact lattice a
-/// DecimalPrecisionException is fatal, "numbers too large for the reduction".
+/// DecimalPrecisionException is fatal if the settings say so, "numbers too large for the
+/// reduction".
 template <class T, class R>
 class LllReduction {
  public:
@@ -134,9 +137,9 @@ class LllReduction {
   /// resolves: it becomes at least the square of the tolerance, which is shorter than any length
   /// that was resolved, so that a Lovász test moves the row forward.
   void acceptShort(Index k);
-  /// The result of the step; in the exact lattice a DecimalPrecisionException is fatal.
+  /// The result of the step; in the exact lattice a DecimalPrecisionException may be fatal.
   template <class Step>
-  static auto withFallback(Step step) -> decltype(step());
+  auto withFallback(Step step) -> decltype(step());
   /// Row k, k >= 2, is independent, but the orthogonal length is below what R resolves.
   bool isTooShort(Index k) const;
   /// One round of size reduction; returns the greatest factor, 0 if nothing changed.

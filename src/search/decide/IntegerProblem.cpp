@@ -5,6 +5,7 @@
 
 #include "numbers/VectorQQ.h"
 #include "problem/DecimalSteps.h"
+#include "search/decide/ParallelRows.h"
 
 namespace starsift {
 
@@ -215,6 +216,7 @@ std::optional<IntegerProblem> integerProblem(const Vanu<QQ>& problem) {
   addVariables(problem, *steps, result);
   const Forms forms(result);
   addRows(problem, forms, result);
+  mergeParallelRows(result.ranges);
   addTargets(problem, forms, result);
   return result;
 }

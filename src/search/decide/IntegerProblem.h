@@ -65,7 +65,8 @@ struct IntegerObjective {
 };
 
 /// A point y satisfies `box`, `equations` and `ranges` if and only if pointAsRead(y) satisfies
-/// bounds, equations and inequations of the problem exactly and lies on its grid.
+/// bounds, equations and inequations of the problem exactly and lies on its grid. No two ranges
+/// have parallel forms.
 struct IntegerProblem {
   /// One range per variable.
   std::vector<IntegerRange> box;

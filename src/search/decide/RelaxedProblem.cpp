@@ -27,7 +27,7 @@ struct Term {
 };
 
 /// A sum of terms within a range.
-struct Row {
+struct ProgramRow {
   std::vector<Term> terms;
   IntegerRange range;
 };
@@ -36,7 +36,7 @@ struct Row {
 struct Program {
   std::vector<IntegerRange> columns;
   std::vector<ZZ> cost;
-  std::vector<Row> rows;
+  std::vector<ProgramRow> rows;
 };
 
 std::vector<Term> termsOf(const IntegerForm& form) {
@@ -91,7 +91,7 @@ LinearProgram floatingProgram(const Program& program) {
   LinearProgram result;
   for (const ZZ& cost : program.cost) result.cost.push_back(nearest(cost));
   for (const IntegerRange& range : program.columns) result.columns.push_back(nearest(range));
-  for (const Row& row : program.rows) {
+  for (const ProgramRow& row : program.rows) {
     result.rows.emplace_back();
     for (const Term& term : row.terms)
       result.rows.back().push_back({term.column, nearest(term.factor)});
@@ -107,7 +107,7 @@ bool isModest(const Program& program) {
   const auto isShortRange = [&isShort](const IntegerRange& range) {
     return (!range.lower || isShort(*range.lower)) && (!range.upper || isShort(*range.upper));
   };
-  const auto isShortRow = [&](const Row& row) {
+  const auto isShortRow = [&](const ProgramRow& row) {
     return isShortRange(row.range) &&
            std::all_of(row.terms.begin(), row.terms.end(),
                        [&isShort](const Term& term) { return isShort(term.factor); });

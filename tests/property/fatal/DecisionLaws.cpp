@@ -102,6 +102,45 @@ TEST(Deciding, FindsAllSolutionsWithinClosedBoxes) {
       [](const SmallProblem& small, Listener& listener) { return decide(small, listener); });
 }
 
+oracle::Bound scaled(const oracle::Bound& bound, const mpq_class& factor) {
+  return {sgn(factor) * bound.infinite, bound.value * factor};
+}
+
+/// factor times one side of the row.
+oracle::Inequation oneSide(const oracle::Inequation& row, bool isLower, const mpq_class& factor) {
+  oracle::Inequation side{row.row, {-1, 0}, {1, 0}};
+  for (mpq_class& entry : side.row) entry *= factor;
+  const bool staysLower = isLower == (sgn(factor) > 0);
+  (staysLower ? side.lower : side.upper) = scaled(isLower ? row.lower : row.upper, factor);
+  return side;
+}
+
+/// The same problem with rows of one side each, in another order and of another length.
+SmallProblem inSides(const SmallProblem& small) {
+  SmallProblem result = small;
+  auto& rows = result.problem.inequations;
+  rows.clear();
+  for (const oracle::Inequation& row : small.problem.inequations) {
+    const auto add = [&](bool isLower) {
+      const mpq_class factor = mpq_class(*rc::gen::element(-3, -1, 1, 2)) / 2;
+      const auto place = *rc::gen::arbitrary<bool>() ? rows.begin() : rows.end();
+      rows.insert(place, oneSide(row, isLower, factor));
+    };
+    const bool hasLower = row.lower.infinite >= 0;
+    const bool hasUpper = row.upper.infinite <= 0;
+    if (hasLower) add(true);
+    if (hasUpper) add(false);
+    if (!hasLower && !hasUpper) rows.push_back(row);
+  }
+  return result;
+}
+
+TEST(Deciding, FindsTheSameInRowsOfOneSideEach) {
+  checkAllAreFound([](const SmallProblem& small, Listener& listener) {
+    return decide(inSides(small), listener);
+  });
+}
+
 TEST(Deciding, MissesNoSolutionOfAnOpenBoxThatItSaysToHaveSearched) {
   int decidedOnes = 0;
   checkOverProblems([&decidedOnes](const SmallProblem& small) {

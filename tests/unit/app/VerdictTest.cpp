@@ -143,6 +143,17 @@ TEST_F(VerdictTest, HasALineForScripts) {
       R"("best": "7/2", "bound": "7/2", "nodes": 12, "passes": 3, "seconds": 0.5, "seed": 7})");
 }
 
+TEST_F(VerdictTest, OfAnOptimumDoesNotCallOtherStarsOptimal) {
+  result_.decided.proof = Proof::optimum;
+  result_.hasTargets = true;
+  result_.hasOtherStars = true;
+  result_.best = QQ(7) / QQ(2);
+  EXPECT_EQ(verdict(),
+            "The optimum has the target norm 7/2.\n"
+            "Known solutions between steps, or that hold only within the tolerance, were not "
+            "considered.\n");
+}
+
 TEST_F(VerdictTest, HasAStatusForScripts) {
   const auto status = [this] { return jsonLine(result_).substr(0, 22); };
   EXPECT_EQ(status(), R"({"status": "open", "co)");
@@ -163,6 +174,7 @@ TEST_F(VerdictTest, OfAPartTellsWhatIsDone) {
   EXPECT_EQ(verdict(),
             "Part 3 of 8 is not complete: 100 of its 512 subtrees are done, and what was wanted "
             "was found.\n");
+  EXPECT_NE(jsonLine(result_).find(R"("status": "found", "complete": false)"), std::string::npos);
 }
 
 TEST_F(VerdictTest, OfACompletePartIsNoProof) {
