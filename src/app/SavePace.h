@@ -25,6 +25,15 @@ class SavePace {
     return now >= end_ + (isWorthIt ? pausePerSave : pausePerLargeSave) * duration_;
   }
 
+  /// How long a write of `written` stars that were there at the last one and of `added` ones takes,
+  /// by the duration of that one.
+  std::chrono::duration<double> expected(Index written, Index added) const {
+    const std::chrono::duration<double> last(duration_);
+    // Most of the time for a small file isn't that of its stars.
+    if (written < manyStars) return last;
+    return last * (static_cast<double>(written + added) / static_cast<double>(written));
+  }
+
   /// Reports a write that began at `start` and ended at `end`.
   void saved(Clock::time_point start, Clock::time_point end) {
     end_ = end;

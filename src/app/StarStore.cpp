@@ -65,7 +65,11 @@ bool StarStore::hasNews(const YLattice<long double>& search) const {
 }
 
 bool StarStore::isDue(const YLattice<long double>& search) const {
-  return hasNews(search) && pace_.isDue(now_(), written_, newCount(search));
+  if (!hasNews(search)) return false;
+  const auto now = now_();
+  const Index added = newCount(search);
+  return pace_.isDue(now, written_, added) &&
+         !(end_ && now + pace_.expected(written_, added) >= *end_);
 }
 
 Index StarStore::newCount(const YLattice<long double>& search) const {

@@ -39,8 +39,12 @@ class StarStore : public SolutionSink {
 
   /// The search has filed solutions that are not in the file yet.
   bool hasNews(const YLattice<long double>& search) const override;
-  /// The same, and the pause after the last write is over (see SavePace.h).
+  /// The same, and the pause after the last write is over (see SavePace.h), and a write isn't
+  /// expected to last beyond the end of the search, at which save() writes all.
   bool isDue(const YLattice<long double>& search) const override;
+
+  /// The search ends then at the latest.
+  void setEnd(Clock::time_point end) { end_ = end; }
 
   /// Says on the error stream that the file can't be written, if that shows before the search.
   void tellIfReadOnly() const;
@@ -98,6 +102,7 @@ class StarStore : public SolutionSink {
   /// Stars of the file when it was written last.
   Index written_ = 0;
   SavePace pace_;
+  std::optional<Clock::time_point> end_;
   /// Stars of this search are in the store and not in the file.
   bool isAhead_ = false;
   /// The last word about a file that can't be written.

@@ -57,6 +57,13 @@ TEST(SavePace, WritesOfAGrowingFileCostNoMoreThanTheLast) {
   EXPECT_GE(saved, all / 5);
 }
 
+TEST(SavePace, ExpectsALargeFileToTakeItsShareOfTheLastWriting) {
+  SavePace pace;
+  pace.saved(start, start + seconds(2));
+  EXPECT_EQ(pace.expected(10'000, 30'000), seconds(8));
+  EXPECT_EQ(pace.expected(9'999, 30'000), seconds(2));
+}
+
 TEST(SavePace, ForgetsTheWritingsBeforeTheLast) {
   SavePace pace;
   pace.saved(start, start + seconds(2));

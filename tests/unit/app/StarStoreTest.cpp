@@ -81,6 +81,21 @@ TEST_F(StarStoreTest, PausesTenTimesAsLongAsItWrote) {
   EXPECT_TRUE(stars.isDue(search_));
 }
 
+TEST_F(StarStoreTest, LeavesWhatWouldTakeTooLongToTheEndOfTheSearch) {
+  search(band);
+  StarStore stars = store();
+  find({1, 4}, 3);
+  reading_ = seconds(1);
+  stars.trySave(search_);
+  reading_ = {};
+  find({2, 3}, 4);
+  now_ += seconds(10);
+  stars.setEnd(now_ + seconds(1) + nanoseconds(1));
+  EXPECT_TRUE(stars.isDue(search_));
+  stars.setEnd(now_ + seconds(1));
+  EXPECT_FALSE(stars.isDue(search_));
+}
+
 TEST_F(StarStoreTest, LeavesNoStarsInTheLatticeThatIsSearched) {
   search(band, "[ 5 1 ]\n");
   StarStore stars = store();
