@@ -95,9 +95,7 @@ SearchEnd Seek::run() {
   StarStore store(lattice_);
   filedStars_ = store.starCount();
   store.tellIfReadOnly();
-  if (const auto left = watch_.timeLeft())
-    store.setEnd(StarStore::Clock::now() +
-                 std::chrono::duration_cast<StarStore::Clock::duration>(*left));
+  if (const auto left = watch_.timeLeft()) store.setEnd(StarStore::Clock::now() + *left);
   const SearchEnd end = search(store);
   starsFiled_ = store.save(lattice_);
   if (part_ && starsFiled_) part_->finish();

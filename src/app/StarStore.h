@@ -43,8 +43,10 @@ class StarStore : public SolutionSink {
   /// expected to last beyond the end of the search, at which save() writes all.
   bool isDue(const YLattice<long double>& search) const override;
 
+  /// In seconds of a kind that holds centuries too.
+  using End = std::chrono::time_point<Clock, std::chrono::duration<double>>;
   /// The search ends then at the latest.
-  void setEnd(Clock::time_point end) { end_ = end; }
+  void setEnd(End end) { end_ = end; }
 
   /// Says on the error stream that the file can't be written, if that shows before the search.
   void tellIfReadOnly() const;
@@ -102,7 +104,7 @@ class StarStore : public SolutionSink {
   /// Stars of the file when it was written last.
   Index written_ = 0;
   SavePace pace_;
-  std::optional<Clock::time_point> end_;
+  std::optional<End> end_;
   /// Stars of this search are in the store and not in the file.
   bool isAhead_ = false;
   /// The last word about a file that can't be written.
