@@ -111,7 +111,8 @@ auto LllReduction<T, R>::withFallback(Step step) -> decltype(step()) {
     return step();
   } catch (const DecimalPrecisionException&) {
     // In the standard lattice the step is repeated in the exact one, which has no fallback.
-    if (NumberTraits<T>::exact && settings_.lossIsFatal) fail("numbers too large for the reduction");
+    if (NumberTraits<T>::exact && settings_.lossIsFatal)
+      fail("numbers too large for the reduction");
     throw;
   }
 }
