@@ -68,11 +68,11 @@ QQ Inside::exact(const Number& number) {
 Number Inside::number(const QQ& value) {
   Number result;
   if (value.toInt64(result.small_)) return result;
-  std::string text = plainText(value);
-  if (const auto small = parseInteger<std::int64_t>(text))
-    result.small_ = *small;
-  else
-    result.text_ = std::move(text);
+  result.text_ = plainText(value);
+  const std::optional<std::int64_t> small = parseInteger<std::int64_t>(result.text_);
+  if (!small) return result;
+  result.small_ = *small;
+  result.text_.clear();
   return result;
 }
 
