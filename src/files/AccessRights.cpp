@@ -18,7 +18,7 @@ constexpr const char* accessList = "system.posix_acl_access";
 
 /// The file has no list that says more than its mode, or the file system has none at all.
 bool isAbsence(int error) {
-  return error == ENODATA || error == ENOTSUP || error == EOPNOTSUPP || error == ENOSYS;
+  return error == ENODATA || error == ENOTSUP || error == ENOSYS;
 }
 
 /// The access list of a file, empty if there is none; nothing if it can't be read.
