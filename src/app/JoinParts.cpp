@@ -228,9 +228,7 @@ int joinPartFiles(YLattice<long double>& lattice, bool json, std::ostream& repor
   result.hasStars = store.report(report);
   report << endLine();
   result.hasTargets = lattice.hasTargets();
-  result.hasOtherStars = store.hasOtherStars();
-  if (result.hasTargets)
-    result.best = result.decided.isComplete() ? store.leastSearchedNorm() : store.leastTargetNorm();
+  takeStars(store, result);
   writeVerdict(report, result);
   const bool isOver = result.decided.isComplete() || result.decided.undecided == Undecided::enough;
   if (!isOver) result.missing = reportMissing(optFile, parts, present, report);

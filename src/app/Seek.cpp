@@ -314,9 +314,7 @@ SearchResult Seek::result(const SolutionSink& sink, bool anyStars) const {
   result.isCount = options_.count;
   result.hasStars = anyStars;
   result.solutions = solutionCount();
-  result.hasOtherStars = sink.hasOtherStars();
-  if (result.hasTargets)
-    result.best = result.decided.isComplete() ? sink.leastSearchedNorm() : sink.leastTargetNorm();
+  takeStars(sink, result);
   result.passes = watch_.passes();
   result.seed = lattice_.seed();
   result.seconds = std::chrono::duration<double>(watch_.elapsed()).count();

@@ -162,6 +162,12 @@ std::uint64_t SearchResult::count() const {
   return std::max(decided.count, static_cast<std::uint64_t>(solutions));
 }
 
+void takeStars(const SolutionSink& sink, SearchResult& result) {
+  result.hasOtherStars = sink.hasOtherStars();
+  if (!result.hasTargets) return;
+  result.best = result.decided.isComplete() ? sink.leastSearchedNorm() : sink.leastTargetNorm();
+}
+
 SearchResult provedBy(std::string_view message, SearchResult found) {
   found.decided.proof = Proof::noSolution;
   found.scope = fatalScope(message);

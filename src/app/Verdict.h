@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "app/ProofRemark.h"
+#include "app/SolutionSink.h"
 #include "core/Index.h"
 #include "search/decide/Decider.h"
 
@@ -59,6 +60,9 @@ struct SearchResult {
   /// Of the random changes.
   std::uint64_t seed = 0;
 };
+
+/// Sets what is known of the stars of `sink`; what was decided is there.
+void takeStars(const SolutionSink& sink, SearchResult& result);
 
 /// The end of a search by a fatal report that proves that there is no solution.
 SearchResult provedBy(std::string_view message, SearchResult found);

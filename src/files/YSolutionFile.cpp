@@ -1,12 +1,11 @@
 #include "files/YSolutionFile.h"
 
-#include <utility>
-
 #include "files/Report.h"
 #include "files/SolReader.h"
 #include "files/SolWriter.h"
 #include "numbers/Conversion.h"
 #include "stars/StarCheck.h"
+#include "stars/StarNorms.h"
 #include "system/Failure.h"
 
 namespace starsift {
@@ -20,10 +19,7 @@ constexpr std::size_t pieceSize = std::size_t{1} << 18U;
 
 std::optional<QQ> YSolutionFile::leastTargetNorm() const {
   std::optional<QQ> least;
-  for (std::size_t i = 0; i < stars_.size(); ++i) {
-    QQ norm = stars_[i].targetNorm.value();
-    if (!least || norm < *least) least = std::move(norm);
-  }
+  for (std::size_t i = 0; i < stars_.size(); ++i) lowerTo(least, stars_[i].targetNorm.value());
   return least;
 }
 
@@ -54,10 +50,10 @@ void YSolutionFile::removeDuplicates(Duplicates duplicates) {
 }
 
 void YSolutionFile::addStar(const Star<QQ>& judged) {
-  if (!searched_->contain(judged.x()))
+  if (searched_->contain(judged.x()))
+    lowerTo(leastSearchedNorm_, judged.targetNorm);
+  else
     hasOtherStars_ = true;
-  else if (!leastSearchedNorm_ || judged.targetNorm < *leastSearchedNorm_)
-    leastSearchedNorm_ = judged.targetNorm;
   stars_.append(judged);
 }
 

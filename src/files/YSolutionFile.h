@@ -20,6 +20,12 @@ namespace starsift {
 /// The operations of SolutionFile on packed stars.
 class YSolutionFile {
  public:
+  YSolutionFile() = default;
+  // A part of it looks at the problem of another part.
+  YSolutionFile(const YSolutionFile&) = delete;
+  YSolutionFile& operator=(const YSolutionFile&) = delete;
+  ~YSolutionFile() = default;
+
   /// Copies problem and paths; the stars stay.
   template <class T>
   void takeProblem(const SolutionFile<T>& source) {

@@ -6,6 +6,7 @@
 
 #include "library/Inside.h"
 #include "problem/SearchedPoints.h"
+#include "stars/StarNorms.h"
 #include "text/TextStreams.h"
 
 namespace starsift {
@@ -18,10 +19,6 @@ std::string pointText(const Star<QQ>& star) {
   TextWriter text;
   text << star.x();
   return std::move(text).str();
-}
-
-void lower(std::optional<QQ>& least, const QQ& norm) {
-  if (!least || norm < *least) least = norm;
 }
 
 }  // namespace
@@ -43,9 +40,9 @@ void MemorySink::know(const Array<Star<QQ>>& stars, const Vanu<QQ>& problem) {
 bool MemorySink::keep(const Star<QQ>& star, bool isSearched) {
   if (!known_.insert(pointText(star)).second) return false;
   append(stars_, star);
-  lower(leastNorm_, star.targetNorm);
+  lowerTo(leastNorm_, star.targetNorm);
   if (isSearched)
-    lower(leastSearchedNorm_, star.targetNorm);
+    lowerTo(leastSearchedNorm_, star.targetNorm);
   else
     hasOtherStars_ = true;
   return true;

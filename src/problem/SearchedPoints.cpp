@@ -1,8 +1,8 @@
 #include "problem/SearchedPoints.h"
 
-#include "numbers/VectorQQ.h"
 #include "problem/DecimalSteps.h"
 #include "problem/Exactness.h"
+#include "problem/ProblemPoint.h"
 
 namespace starsift {
 
@@ -30,8 +30,7 @@ bool SearchedPoints::isOnSteps(const Vector<QQ>& x) const {
 }
 
 bool SearchedPoints::satisfiesEquation(const Vector<QQ>& x, Index i) const {
-  QQ residual = -problem_.bg[i];
-  for (Index j = 1; j <= x.dimension(); ++j) addProduct(residual, problem_.Ag[i][j], x[j]);
+  const QQ residual = rowValue(problem_.Ag[i], x) - problem_.bg[i];
   const bool isCongruence = problem_.qg.isSet() && !problem_.qg[i].isZero();
   return isCongruence ? (residual / problem_.qg[i]).isInteger() : residual.isZero();
 }

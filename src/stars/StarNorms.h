@@ -1,7 +1,10 @@
 // The norms of a star, which measure its target values.
 #pragma once
 
+#include <optional>
+
 #include "core/Vector.h"
+#include "numbers/QQ.h"
 #include "problem/Vanu.h"
 
 namespace starsift {
@@ -24,6 +27,11 @@ struct StarVerdict {
   Vector<T> targetValues;
   Norms<T> norms;
 };
+
+/// Makes `least` the least norm of those seen so far, `norm` the last of them.
+inline void lowerTo(std::optional<QQ>& least, const QQ& norm) {
+  if (!least || norm < *least) least = norm;
+}
 
 /// The norms of target values relative to their goals, in the arithmetic of T. A
 /// minimised target (-inf) counts as it is, a maximised one (+inf) negatively, a

@@ -43,6 +43,13 @@ class StarStoreTest : public test::PreparedSearch {
     return StarStore(search_, [this] { return now_ += reading_; });
   }
 
+  /// Saves as if that took a second.
+  void saveSlowly(StarStore& stars) {
+    reading_ = std::chrono::seconds(1);
+    stars.trySave(search_);
+    reading_ = {};
+  }
+
   std::string paramsText() const {
     std::ostringstream text;
     text << search_.params();
@@ -70,9 +77,7 @@ TEST_F(StarStoreTest, PausesTenTimesAsLongAsItWrote) {
   search(band);
   StarStore stars = store();
   find({1, 4}, 3);
-  reading_ = seconds(1);
-  stars.trySave(search_);
-  reading_ = {};
+  saveSlowly(stars);
   find({2, 3}, 4);
   const auto end = now_;
   now_ = end + seconds(10) - nanoseconds(1);
@@ -85,9 +90,7 @@ TEST_F(StarStoreTest, LeavesWhatWouldTakeTooLongToTheEndOfTheSearch) {
   search(band);
   StarStore stars = store();
   find({1, 4}, 3);
-  reading_ = seconds(1);
-  stars.trySave(search_);
-  reading_ = {};
+  saveSlowly(stars);
   find({2, 3}, 4);
   now_ += seconds(10);
   stars.setEnd(now_ + seconds(1) + nanoseconds(1));
