@@ -150,10 +150,12 @@ endforeach()
 
 # The tests of code that starts threads, for the thread sanitizer; the other programs run them too.
 add_executable(threads EXCLUDE_FROM_ALL
+  "${PROJECT_SOURCE_DIR}/tests/unit/files/ComposedTextTest.cpp"
   "${PROJECT_SOURCE_DIR}/tests/unit/files/StarLinesTest.cpp"
   "${PROJECT_SOURCE_DIR}/tests/unit/library/SearchThreadsTest.cpp"
   "${PROJECT_SOURCE_DIR}/tests/unit/search/JumpThreadsTest.cpp"
-  "${PROJECT_SOURCE_DIR}/tests/unit/search/ThreadedWalkTest.cpp")
+  "${PROJECT_SOURCE_DIR}/tests/unit/search/ThreadedWalkTest.cpp"
+  "${PROJECT_SOURCE_DIR}/tests/unit/system/HelperThreadsTest.cpp")
 target_include_directories(threads PRIVATE "${PROJECT_SOURCE_DIR}/tests")
 target_link_libraries(threads PRIVATE
   starsift_search starsift_library starsift_test_support GTest::gmock_main)

@@ -27,6 +27,11 @@ class HashedIndices {
     if (size > slots_.size()) grow(size);
   }
 
+  /// Has the processor load what a search for this hash will look at first.
+  void prefetch(std::size_t hash) const {
+    if (!slots_.empty()) __builtin_prefetch(&slots_[hash & (slots_.size() - 1)]);
+  }
+
   /// The index with this hash for which the predicate `fits` is true; 0 if there is none.
   template <class Fits>
   Index find(std::size_t hash, Fits fits) const {

@@ -62,7 +62,7 @@ bool LineFile::tidy() {
   std::vector<StarLine>& lines = stars_.lines;
   if (!sortLines(lines)) return false;
   const std::size_t before = lines.size();
-  removeDuplicates(lines, true);
+  removeDuplicates(lines);
   // If the star that needs exact numbers has gone, only the report isn't exact.
   return form_ != Form::exactForStars || lines.size() == before;
 }
@@ -80,8 +80,7 @@ Commit LineFile::write(const std::string& path) const {
   return writeLines(path, stars_.lines, identity_).commit;
 }
 
-void LineFile::report(std::ostream& stream) {
-  removeDuplicates(stars_.lines, false);
+void LineFile::report(std::ostream& stream) const {
   if (form_ != Form::standard) return writeSolutions(stream, stars_.lines, goals_);
   Vector<long double> rounded;
   rounded.convertFrom(goals_, false);

@@ -27,8 +27,8 @@ class LineFile {
   /// since it was read. Throws as writeStars().
   Commit write(const std::string& path) const;
 
-  /// Reports one star for each point; the others are gone then.
-  void report(std::ostream& stream);
+  /// Reports one star for each point.
+  void report(std::ostream& stream) const;
 
   const std::vector<StarLine>& lines() const { return stars_.lines; }
 

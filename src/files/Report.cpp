@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/VectorText.h"
+#include "files/ComposedText.h"
 #include "files/SolWriter.h"
 #include "numbers/Conversion.h"
 #include "numbers/QQ.h"
@@ -144,19 +145,34 @@ void appendReport(std::string& out, const StarLine& line, const std::vector<std:
   appendTargets(out, {values, targetNorm, slackNorm, static_cast<std::int64_t>(line.time)}, goals);
 }
 
-/// Writes reports to a stream in pieces, "---" between two of them.
+/// The reports of several stars, "---" between two of them.
+class Reports {
+ public:
+  explicit Reports(std::vector<std::string> goals) : goals_(std::move(goals)) {}
+
+  template <class Element>
+  void appendNext(std::string& out, const Element& star) {
+    if (!std::exchange(isFirst_, false)) out += "\n---\n\n";
+    appendReport(out, star, goals_);
+  }
+
+ private:
+  std::vector<std::string> goals_;
+  bool isFirst_ = true;
+};
+
+/// Writes reports to a stream in pieces.
 class ReportWriter {
  public:
   ReportWriter(std::ostream& stream, std::vector<std::string> goals)
-      : stream_(stream), goals_(std::move(goals)) {}
+      : stream_(stream), reports_(std::move(goals)) {}
   ReportWriter(const ReportWriter&) = delete;
   ReportWriter& operator=(const ReportWriter&) = delete;
   ~ReportWriter() { stream_ << text_; }
 
   template <class Element>
   void add(const Element& star) {
-    if (!std::exchange(isFirst_, false)) text_ += "\n---\n\n";
-    appendReport(text_, star, goals_);
+    reports_.appendNext(text_, star);
     if (text_.size() < pieceSize) return;
     stream_ << text_;
     text_.clear();
@@ -164,10 +180,19 @@ class ReportWriter {
 
  private:
   std::ostream& stream_;
-  std::vector<std::string> goals_;
+  Reports reports_;
   std::string text_ = "\n";
-  bool isFirst_ = true;
 };
+
+void writeReports(std::ostream& stream, const std::vector<StarLine>& lines,
+                  std::vector<std::string> goals) {
+  Reports reports(std::move(goals));
+  const auto append = [&reports](std::string& out, const StarLine& line) {
+    if (line.isFirstOfPoint) reports.appendNext(out, line);
+  };
+  stream << '\n';
+  writeElements(lines, append, [&stream](std::string_view piece) { stream << piece; });
+}
 
 }  // namespace
 
@@ -210,8 +235,7 @@ void writeSolutions(std::ostream& stream, const PackedStars& stars, const Vector
 template <class T>
 void writeSolutions(std::ostream& stream, const std::vector<StarLine>& lines,
                     const Vector<T>& goals) {
-  ReportWriter writer(stream, goalTexts(goals));
-  for (const StarLine& line : lines) writer.add(line);
+  writeReports(stream, lines, goalTexts(goals));
 }
 
 template <class T>

@@ -34,7 +34,8 @@ void writeSolutions(std::ostream& stream, const Array<Star<T>>& stars, const Vec
 template <class T>
 void writeSolutions(std::ostream& stream, const PackedStars& stars, const Vector<T>& goals);
 
-/// The same for stars that are held as lines.
+/// The same for stars that are held as lines, of which the first one of each point is shown;
+/// composed by a second thread.
 template <class T>
 void writeSolutions(std::ostream& stream, const std::vector<StarLine>& lines,
                     const Vector<T>& goals);

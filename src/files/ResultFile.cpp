@@ -118,23 +118,28 @@ ResultFile::Mode ResultFile::replaceWithRights(const struct stat& status) {
 
 void ResultFile::write(std::string_view text) {
   if (!isOpen()) return;
-  buffer_ += text;
   written_ = written_ || !text.empty();
+  if (mode_ == Mode::beside && buffer_.empty() && text.size() >= bufferSize) return append(text);
+  buffer_ += text;
   if (mode_ == Mode::beside && buffer_.size() >= bufferSize) flush();
 }
 
 void ResultFile::flush() {
-  const SizeSignalIgnored ignored;
-  compareWithOld();
-  if (!writeAll(new_->descriptor(), buffer_)) failToWrite();
+  append(buffer_);
   buffer_.clear();
 }
 
-void ResultFile::compareWithOld() {
+void ResultFile::append(std::string_view text) {
+  const SizeSignalIgnored ignored;
+  compareWithOld(text);
+  if (!writeAll(new_->descriptor(), text)) failToWrite();
+}
+
+void ResultFile::compareWithOld(std::string_view text) {
   if (!isSame_) return;
-  std::string old(buffer_.size(), '\0');
-  isSame_ = readAt(old_.number(), old, compared_) && old == buffer_;
-  compared_ += static_cast<off_t>(buffer_.size());
+  std::string old(text.size(), '\0');
+  isSame_ = readAt(old_.number(), old, compared_) && old == text;
+  compared_ += static_cast<off_t>(text.size());
 }
 
 bool ResultFile::isSameText() const {

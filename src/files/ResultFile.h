@@ -80,8 +80,11 @@ class ResultFile {
   /// The file at the path is the expected one.
   bool isExpected() const { return place_.identity() == identity_; }
   void flush();
-  /// Compares the gathered text with the old file, as long as that has been equal.
-  void compareWithOld();
+  /// Writes the text to the new file.
+  void append(std::string_view text);
+  /// Compares the text, which follows the one before, with the old file, as long as that has been
+  /// equal.
+  void compareWithOld(std::string_view text);
   /// The old file holds exactly the text that was written.
   bool isSameText() const;
   Commit replace();

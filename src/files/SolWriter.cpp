@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/VectorText.h"
+#include "files/ComposedText.h"
 #include "files/ResultFile.h"
 #include "numbers/Conversion.h"
 #include "numbers/QQ.h"
@@ -154,11 +155,12 @@ WrittenFile writeLines(const std::string& path, const std::vector<StarLine>& lin
                        const std::optional<FileIdentity>& expected) {
   const DeferredSignals deferred;
   ResultFile file(path, expected);
-  for (const StarLine& line : lines) {
-    file.write(line.x());
-    file.write(line.rest());
-    file.write("\n");
-  }
+  const auto append = [](std::string& out, const StarLine& line) {
+    out += line.x();
+    out += line.rest();
+    out += '\n';
+  };
+  writeElements(lines, append, [&file](std::string_view piece) { file.write(piece); });
   const Commit commit = file.commit();
   return {commit, file.identity()};
 }

@@ -68,7 +68,7 @@ template <class T>
 WrittenFile writeStars(const std::string& path, const PackedStars& stars,
                        const std::optional<FileIdentity>& expected);
 
-/// The same for stars that are held as lines.
+/// The same for stars that are held as lines, composed by a second thread.
 WrittenFile writeLines(const std::string& path, const std::vector<StarLine>& lines,
                        const std::optional<FileIdentity>& expected);
 

@@ -19,6 +19,7 @@
 #include "stars/StarCheck.h"
 #include "system/Exceptions.h"
 #include "system/Failure.h"
+#include "system/LargePages.h"
 #include "text/TextCursor.h"
 
 namespace starsift {
@@ -352,6 +353,7 @@ class PartReaders {
     Part& part = parts_[i];
     // All lines will be with those of the first part.
     part.lines.reserve(likelyLines(borders_[i], i == 0 ? borders_.back() : next));
+    preferLargePages(part.lines.data(), part.lines.capacity() * sizeof(StarLine));
     if (reader.read(borders_[i], next, borders_.back(), part.lines, *part.arena) != next)
       throw NotPlain();
     done_ += static_cast<std::size_t>(next - borders_[i]);

@@ -30,34 +30,49 @@ void rankVersions(std::vector<StarLine>& lines) {
     lines[i].versionRank = static_cast<std::uint32_t>(ranks[i]);
 }
 
-/// Finds, among the lines kept so far, the one that stands for the same star.
+/// Lines that a table is asked for ahead of their turn.
+constexpr std::size_t lookahead = 16;
+
+/// Finds, among the lines entered so far, those that stand for the same point or star.
 class LineTable {
  public:
-  LineTable(const std::vector<StarLine>& lines, bool compareParams)
-      : lines_(lines), compareParams_(compareParams) {
-    table_.reserve(static_cast<Index>(lines.size()));
+  /// The lines stay where they are. Positions are from 0 on.
+  explicit LineTable(const std::vector<StarLine>& lines) : lines_(lines) {
+    points_.reserve(static_cast<Index>(lines.size()));
   }
 
-  /// Enters the line at `index`, from 0 on, unless one that equals it is there.
-  bool enter(std::size_t index) {
-    const StarLine& line = lines_[index];
-    const std::uint64_t hash = compareParams_ ? line.hash ^ hashOfText(line.params()) : line.hash;
-    const auto isEqual = [&](Index other) { return equal(lines_[toPosition(other)], line); };
-    const Index entered = static_cast<Index>(index) + 1;
-    return table_.findOrEnter(hash, entered, isEqual) == entered;
+  void prefetchPoint(std::size_t position) const { points_.prefetch(lines_[position].hash); }
+
+  /// The position of the first line with the x of the one at `position`, which is that itself if
+  /// none was entered before.
+  std::size_t enterPoint(std::size_t position) {
+    const StarLine& line = lines_[position];
+    const auto isEqual = [&](Index other) { return at(other).x() == line.x(); };
+    return toPosition(points_.findOrEnter(line.hash, toIndex(position), isEqual));
+  }
+
+  /// The line at `position` differs in its parameters from each line of its point that was
+  /// entered, of which `first` is the first; enters it then.
+  bool enterParams(std::size_t position, std::size_t first) {
+    const StarLine& line = lines_[position];
+    if (lines_[first].params() == line.params()) return false;
+    const auto isEqual = [&](Index other) {
+      return at(other).x() == line.x() && at(other).params() == line.params();
+    };
+    const std::uint64_t hash = line.hash ^ hashOfText(line.params());
+    return others_.findOrEnter(hash, toIndex(position), isEqual) == toIndex(position);
   }
 
  private:
-  /// The table counts from 1.
+  /// The tables count from 1.
+  static Index toIndex(std::size_t position) { return static_cast<Index>(position) + 1; }
   static std::size_t toPosition(Index index) { return static_cast<std::size_t>(index - 1); }
-
-  bool equal(const StarLine& a, const StarLine& b) const {
-    return a.x() == b.x() && (!compareParams_ || a.params() == b.params());
-  }
+  const StarLine& at(Index index) const { return lines_[toPosition(index)]; }
 
   const std::vector<StarLine>& lines_;
-  bool compareParams_;
-  HashedIndices table_;
+  HashedIndices points_;
+  /// Lines that differ from the first one of their point in their parameters: few as a rule.
+  HashedIndices others_;
 };
 
 }  // namespace
@@ -73,11 +88,16 @@ bool sortLines(std::vector<StarLine>& lines) {
   return std::adjacent_find(lines.begin(), lines.end(), isOpen) == lines.end();
 }
 
-void removeDuplicates(std::vector<StarLine>& lines, bool compareParams) {
-  LineTable table(lines, compareParams);
-  std::size_t kept = 0;
+void removeDuplicates(std::vector<StarLine>& lines) {
+  LineTable table(lines);
   std::vector<bool> isKept(lines.size());
-  for (std::size_t i = 0; i < lines.size(); ++i) isKept[i] = table.enter(i);
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    if (i + lookahead < lines.size()) table.prefetchPoint(i + lookahead);
+    const std::size_t first = table.enterPoint(i);
+    lines[i].isFirstOfPoint = first == i;
+    isKept[i] = first == i || table.enterParams(i, first);
+  }
+  std::size_t kept = 0;
   for (std::size_t i = 0; i < lines.size(); ++i) {
     if (!isKept[i]) continue;
     if (kept != i) lines[kept] = std::move(lines[i]);

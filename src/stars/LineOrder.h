@@ -12,8 +12,8 @@ namespace starsift {
 /// which of them comes first is up to the algorithm of sortStars().
 bool sortLines(std::vector<StarLine>& lines);
 
-/// Removes each line whose x is that of an earlier one and, with `compareParams`, whose
-/// parameters are too. O(total length of the texts).
-void removeDuplicates(std::vector<StarLine>& lines, bool compareParams);
+/// Removes each line whose x and parameters are those of an earlier one, and marks the first line
+/// of each x. O(total length of the texts).
+void removeDuplicates(std::vector<StarLine>& lines);
 
 }  // namespace starsift

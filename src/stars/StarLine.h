@@ -36,6 +36,8 @@ struct StarLine {
   QQ slackNorm;
   /// A component has more than six characters, so that a report in long double may round it.
   bool hasLongNumbers = false;
+  /// No line before it has the same x; see removeDuplicates().
+  bool isFirstOfPoint = false;
 };
 
 /// Hash of a text for the search for equal ones.

@@ -1,6 +1,7 @@
 #include "system/HelperThreads.h"
 
 #include <csignal>
+#include <exception>
 #include <optional>
 #include <system_error>
 
@@ -45,6 +46,23 @@ void HelperThreads::start(unsigned count, const std::function<void(unsigned)>& w
 void HelperThreads::join() {
   for (std::thread& thread : threads_) thread.join();
   threads_.clear();
+}
+
+void runBoth(const std::function<void()>& work, const std::function<void()>& here) {
+  HelperThreads helper;
+  std::exception_ptr problem;
+  if (std::thread::hardware_concurrency() > 1)
+    helper.start(1, [&](unsigned) {
+      try {
+        work();
+      } catch (...) {
+        problem = std::current_exception();
+      }
+    });
+  if (helper.count() == 0) work();
+  here();
+  helper.join();
+  if (problem) std::rethrow_exception(problem);
 }
 
 }  // namespace starsift

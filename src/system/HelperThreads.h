@@ -1,6 +1,7 @@
 // Threads beside the calling one.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <thread>
 #include <vector>
@@ -22,8 +23,15 @@ class HelperThreads {
   void start(unsigned count, const std::function<void(unsigned)>& work);
   void join();
 
+  /// Threads that were started and not joined.
+  std::size_t count() const { return threads_.size(); }
+
  private:
   std::vector<std::thread> threads_;
 };
+
+/// Calls `work` in a helper thread and meanwhile `here` in the calling one; one after the other
+/// where the machine has a single core or grants no thread. What `here` throws comes first.
+void runBoth(const std::function<void()>& work, const std::function<void()>& here);
 
 }  // namespace starsift

@@ -125,7 +125,7 @@ class Writing(FaultCase):
 class LongText(FaultCase):
     """More than one write: x solutions of 1 variable."""
 
-    count = 30_000
+    count = 100_000
 
     def setUp(self):
         super().setUp()

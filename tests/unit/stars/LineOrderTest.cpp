@@ -69,12 +69,23 @@ TEST(LineOrder, EqualLinesLeaveNothingOpen) {
 TEST(LineOrder, FirstOfEqualLinesStays) {
   std::vector<StarLine> lines{line("a", "p"), line("b", "p"), line("a", "q"), line("a", "p")};
   lines[3].time = 9;
-  removeDuplicates(lines, true);
+  removeDuplicates(lines);
   EXPECT_EQ(order(lines), "aba");
   EXPECT_EQ(lines[0].time, 5U);
-  removeDuplicates(lines, false);
-  EXPECT_EQ(order(lines), "ab");
   EXPECT_EQ(lines[0].params(), "p");
+}
+
+TEST(LineOrder, FirstLineOfAPointIsMarked) {
+  std::vector<StarLine> lines{line("a", "p"), line("b", "p"), line("a", "q"), line("a", "p"),
+                              line("a", "r"), line("a", "q"), line("b", "q")};
+  removeDuplicates(lines);
+  std::string marked;
+  for (const StarLine& line : lines) {
+    marked += line.x();
+    marked += line.params();
+    marked += line.isFirstOfPoint ? "! " : " ";
+  }
+  EXPECT_EQ(marked, "ap! bp! aq ar bq ");
 }
 
 TEST(LineOrder, TextsThatDifferInTheirLastByteAreDifferent) {
