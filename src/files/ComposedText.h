@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace starsift {
 
@@ -14,15 +15,20 @@ using ComposePiece = std::function<bool(std::string&)>;
 /// composes the next one. Throws what the two throw.
 void writeComposed(const ComposePiece& compose, const std::function<void(std::string_view)>& write);
 
-/// The same for the texts of some elements, which `append` composes one by one.
-template <class Elements, class Append>
-void writeElements(const Elements& elements, const Append& append,
-                   const std::function<void(std::string_view)>& write) {
+/// The same for the texts of elements in a vector, which `append` composes one by one. `prefetch`
+/// is called for an element some elements before.
+template <class Element, class Prefetch, class Append>
+void writeElements(const std::vector<Element>& elements, const Prefetch& prefetch,
+                   const Append& append, const std::function<void(std::string_view)>& write) {
   constexpr std::size_t pieceSize = std::size_t{1} << 20U;
-  auto next = elements.begin();
+  constexpr std::size_t lookahead = 8;
+  std::size_t next = 0;
   const auto compose = [&](std::string& piece) {
-    while (next != elements.end() && piece.size() < pieceSize) append(piece, *next++);
-    return next != elements.end();
+    for (; next < elements.size() && piece.size() < pieceSize; ++next) {
+      if (next + lookahead < elements.size()) prefetch(elements[next + lookahead]);
+      append(piece, elements[next]);
+    }
+    return next < elements.size();
   };
   writeComposed(compose, write);
 }

@@ -191,7 +191,7 @@ void writeReports(std::ostream& stream, const std::vector<StarLine>& lines,
     if (line.isFirstOfPoint) reports.appendNext(out, line);
   };
   stream << '\n';
-  writeElements(lines, append, [&stream](std::string_view piece) { stream << piece; });
+  writeElements(lines, prefetch, append, [&stream](std::string_view piece) { stream << piece; });
 }
 
 }  // namespace

@@ -160,7 +160,7 @@ WrittenFile writeLines(const std::string& path, const std::vector<StarLine>& lin
     out += line.rest();
     out += '\n';
   };
-  writeElements(lines, append, [&file](std::string_view piece) { file.write(piece); });
+  writeElements(lines, prefetch, append, [&file](std::string_view piece) { file.write(piece); });
   const Commit commit = file.commit();
   return {commit, file.identity()};
 }

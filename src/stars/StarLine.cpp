@@ -1,9 +1,27 @@
 #include "stars/StarLine.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 
 namespace starsift {
+
+namespace {
+
+/// The processor goes on with long texts by itself.
+void prefetchText(std::string_view text) {
+  constexpr std::size_t cacheLine = 64;
+  constexpr std::size_t most = 8 * cacheLine;
+  for (std::size_t i = 0; i < std::min(text.size(), most); i += cacheLine)
+    __builtin_prefetch(text.data() + i);
+}
+
+}  // namespace
+
+void prefetch(const StarLine& line) {
+  prefetchText(line.x());
+  prefetchText(line.rest());
+}
 
 std::uint64_t hashOfText(std::string_view text) {
   constexpr std::uint64_t multiplier = 0x9E3779B97F4A7C15U;

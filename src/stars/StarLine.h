@@ -40,6 +40,9 @@ struct StarLine {
   bool isFirstOfPoint = false;
 };
 
+/// Has the processor load the texts of a line, or their first parts.
+void prefetch(const StarLine& line);
+
 /// Hash of a text for the search for equal ones.
 std::uint64_t hashOfText(std::string_view text);
 

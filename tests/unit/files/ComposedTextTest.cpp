@@ -8,13 +8,15 @@
 namespace starsift {
 namespace {
 
+void nothing(const std::string& /*element*/) {}
+
 /// The pieces in which a text of the elements, each one in parentheses, is handed on.
 std::vector<std::string> pieces(const std::vector<std::string>& elements) {
   std::vector<std::string> result;
   const auto append = [](std::string& out, const std::string& element) {
     out += '(' + element + ')';
   };
-  writeElements(elements, append,
+  writeElements(elements, nothing, append,
                 [&result](std::string_view piece) { result.emplace_back(piece); });
   return result;
 }
@@ -49,7 +51,7 @@ TEST(ComposedText, FailureToWriteEndsTheComposition) {
     out += element;
   };
   const auto write = [](std::string_view) { throw std::runtime_error("no space"); };
-  EXPECT_THROW(writeElements(elements, append, write), std::runtime_error);
+  EXPECT_THROW(writeElements(elements, nothing, append, write), std::runtime_error);
   EXPECT_EQ(composed, 2U);
 }
 
