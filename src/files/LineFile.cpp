@@ -2,8 +2,6 @@
 
 #include <malloc.h>
 
-#include <algorithm>
-#include <thread>
 #include <utility>
 
 #include "files/Report.h"
@@ -69,8 +67,7 @@ bool LineFile::tidy() {
 
 template <class T>
 bool LineFile::checkAs(const StarChecker<QQ>& checker, const Watch& watch) {
-  const unsigned threads = std::max(std::thread::hardware_concurrency(), 1U);
-  std::optional<StarLines> stars = readRightStars<T>(input_, checker, threads, watch);
+  std::optional<StarLines> stars = readRightStars<T>(input_, checker, allCores, watch);
   if (!stars) return false;
   stars_ = std::move(*stars);
   return true;

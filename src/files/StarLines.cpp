@@ -299,6 +299,8 @@ class PartReaders {
   /// False if the parts can't be told apart, or a record needs a reader of stars.
   bool read(unsigned threads, const std::function<void(const ReadProgress&)>& watch) {
     std::vector<std::thread> helpers;
+    // Without a look at the cores for a short text: the C library reads a file for it.
+    if (threads == allCores && parts_.size() > 1) threads = std::thread::hardware_concurrency();
     try {
       while (helpers.size() + 1 < std::min<std::size_t>(threads, parts_.size()))
         helpers.emplace_back([this] { readSome([] {}); });

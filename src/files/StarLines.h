@@ -36,8 +36,11 @@ struct ReadProgress {
 /// StarChecker). Nothing if its rows don't fit its variables, or are fatal to a check.
 std::optional<StarChecker<QQ>> lineChecker(const Vanu<QQ>& problem);
 
+/// As many threads as there are cores.
+constexpr unsigned allCores = 0;
+
 /// Reads the stars of a solution file and checks them as checkStars() does after readStars(), in
-/// the order of the file, by copies of `checker`, on up to `threads` threads; threads >= 1. The
+/// the order of the file, by copies of `checker`, on up to `threads` threads, or allCores. The
 /// check is exact, and the texts are those that T writes. `text` must outlive the result.
 /// PrecisionException if T can't hold a right star. `watch` is called on this thread now and then.
 ///
