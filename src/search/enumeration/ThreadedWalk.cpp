@@ -37,6 +37,8 @@ class ThreadedWalk::Helper : public EnumerationVisitor {
 
   void work(const EnumerationSettings& settings) {
     try {
+      // In memory of this thread: next to that of another walk each write would slow down both.
+      walk_ = walk_->twin();
       while (const std::optional<Subtree> subtree = exchange_.take(walker_)) {
         exchange_.narrow(*walk_, boxVersion_);
         walkSubtree(exchange_, walker_, *walk_, *this, settings, *subtree, points_);
