@@ -1,8 +1,7 @@
 #include "app/Decide.h"
 
-#include <algorithm>
-#include <thread>
-#include <utility>
+#include "app/SearchGoal.h"
+#include "system/Console.h"
 
 namespace starsift {
 
@@ -14,33 +13,48 @@ constexpr double usualTime = 600;
 /// Variables with which the making of a lattice and its first pass may take seconds.
 constexpr Index manyVariables = 100;
 
-bool hasNormLimit(const YLattice<long double>& lattice) {
-  return lattice.withLive([](const auto& live) { return live.params.hasNormLimit(); });
-}
+/// Seconds from which on a tree leaves its state in a file.
+constexpr std::chrono::duration<double> longWalk{10};
 
 }  // namespace
 
-DeciderSettings deciderSettings(const YLattice<long double>& lattice, const SeekOptions& options) {
-  DeciderSettings settings;
-  settings.isForced = options.prove.value_or(false);
-  settings.threads = options.threads.value_or(std::max(std::thread::hardware_concurrency(), 1U));
-  const long wanted = lattice.params().sol;
-  if (options.count) return settings;
-  if (lattice.hasTargets() && (lattice.seeksBest() || hasNormLimit(lattice)))
-    settings.aim = Aim::best;
-  else if (wanted > 0)
-    settings.wanted = static_cast<std::uint64_t>(wanted);
-  return settings;
-}
-
 Decide::Decide(YLattice<long double>& lattice, SearchWatch& watch, DirectStars& stars,
-               const SeekOptions& options)
+               const SeekOptions& options, const std::optional<TreeFiles>& files)
     : lattice_(lattice),
       watch_(watch),
       stars_(stars),
       options_(options),
       decision_(lattice.problemAsRead()),
-      settings_(deciderSettings(lattice, options)) {}
+      settings_(deciderSettings(lattice, options)) {
+  if (!files || !canKeepTree()) return;
+  files_ = files;
+  settings_.longWalk = longWalk;
+  openTree();
+}
+
+bool Decide::canKeepTree() const {
+  // Of several solutions a state doesn't say which ones were found before its tree was made.
+  const bool isOneGoal = wantsBest() || settings_.wanted.value_or(1) == 1;
+  return options_.prove.value_or(true) && isOneGoal && !hasNormLimit(lattice_);
+}
+
+void Decide::openTree() {
+  const std::optional<TreeState> saved = readTreeState(files_->path, STARSIFT_VERSION);
+  if (!saved) return;
+  const bool isOfProblem = saved->problem == problemDigest(problem());
+  if (isOfProblem && saved->goal != goalOf(settings_, options_)) {
+    remarkStream() << "*** " << files_->path << " is of a search for " << saved->goal
+                   << ": this one leaves no state" << endLine();
+    stampOutputTime();
+    settings_.longWalk.reset();
+    return;
+  }
+  makeTree();
+}
+
+void Decide::makeTree() {
+  tree_.emplace(problem(), settings_, watch_, stars_, options_, *files_, TreeOwner::search);
+}
 
 bool Decide::isDue() const {
   if (!options_.prove.value_or(true)) return false;
@@ -58,10 +72,14 @@ bool Decide::isWorthRelaxing() const {
 }
 
 Decider Decide::makeDecider() {
-  settings_.allowed = watch_.timeLeft().value_or(std::chrono::duration<double>(usualTime));
+  settings_.allowed = allowedTime();
   if (wantsBest()) settings_.known = stars_.leastKnownNorm();
   settings_.seed = lattice_.seed();
   return {decision_, *this, settings_};
+}
+
+std::chrono::duration<double> Decide::allowedTime() const {
+  return watch_.timeLeft().value_or(std::chrono::duration<double>(usualTime));
 }
 
 bool Decide::relax() {
@@ -73,16 +91,33 @@ bool Decide::relax() {
 bool Decide::run() {
   isMade_ = true;
   const Clock::time_point start = Clock::now();
-  Decider decider = makeDecider();
-  if (!wantsBest() && !options_.count)
-    for (const auto& star : lattice_.starsFiledAfter(0)) decider.setKnown(star);
-  result_ = decider.run();
+  if (!tree_) decideAtOnce();
+  if (tree_) walkLongTree();
   watch_.hideTree();
   lastEnd_ = Clock::now();
   lastTime_ = lastEnd_ - start;
   if (ended_) throw SearchEnded(*ended_);
   return result_.proof != Proof::none || result_.undecided == Undecided::enough || meetsNorms_ ||
          hasNoBest();
+}
+
+void Decide::decideAtOnce() {
+  Decider decider = makeDecider();
+  if (!wantsBest() && !options_.count)
+    for (const auto& star : lattice_.starsFiledAfter(0)) decider.setKnown(star);
+  result_ = decider.run();
+  if (result_.undecided == Undecided::left) makeTree();
+}
+
+void Decide::walkLongTree() {
+  if (!wantsBest() && !options_.count)
+    for (const auto& star : lattice_.starsFiledAfter(0)) tree_->setKnown(star);
+  ended_ = tree_->run(settings_.isForced ? std::nullopt : std::optional(allowedTime()));
+  result_ = tree_->result();
+}
+
+void Decide::finish() {
+  if (tree_) tree_->finish();
 }
 
 bool Decide::hasNoBest() const {

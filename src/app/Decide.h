@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "app/DirectStars.h"
+#include "app/PartSearch.h"
 #include "app/SearchWatch.h"
 #include "app/SeekArguments.h"
 #include "lattice/YLattice.h"
@@ -13,16 +14,14 @@
 
 namespace starsift {
 
-/// What is looked for, and with which means.
-DeciderSettings deciderSettings(const YLattice<long double>& lattice, const SeekOptions& options);
-
 class Decide : private DecisionListener {
  public:
-  /// The exact lattice is live and has the problem as read, which is copied. Parameters and
-  /// options say what is looked for: with targets the best solution, unless a number of
-  /// solutions is given without a norm to reach; else `sol` solutions, or all.
+  /// The exact lattice is live and has the problem as read, which is copied.
+  ///
+  /// A tree that takes long goes on from a state in `files`, if there are any, and leaves it there
+  /// when the search is ended early; a state of another problem or version is fatal.
   Decide(YLattice<long double>& lattice, SearchWatch& watch, DirectStars& stars,
-         const SeekOptions& options);
+         const SeekOptions& options, const std::optional<TreeFiles>& files = {});
 
   /// Still to be made, or to be made again. Since it found its tree too large a better solution was
   /// found, which makes the tree smaller, and more time has passed than it took; or a variable has
@@ -45,6 +44,8 @@ class Decide : private DecisionListener {
   bool run();
 
   const Decided& result() const { return result_; }
+  /// Writes the state of a tree, or removes one that is done, when all solutions are on disk.
+  void finish();
 
  private:
   using Clock = std::chrono::steady_clock;
@@ -54,6 +55,14 @@ class Decide : private DecisionListener {
   /// There are solutions with less and less target norm, and no norm is asked for.
   bool hasNoBest() const;
   Decider makeDecider();
+  std::chrono::duration<double> allowedTime() const;
+  /// The state of a tree says what the goal of this search needs to go on.
+  bool canKeepTree() const;
+  /// Makes the tree that a state is of.
+  void openTree();
+  void makeTree();
+  void decideAtOnce();
+  void walkLongTree();
 
   YLattice<long double>& lattice_;
   SearchWatch& watch_;
@@ -62,6 +71,9 @@ class Decide : private DecisionListener {
   Decision decision_;
   DeciderSettings settings_;
   Decided result_;
+  /// Where a long tree may leave its state; the tree, if there is one.
+  std::optional<TreeFiles> files_;
+  std::optional<PartSearch> tree_;
   bool isMade_ = false;
   Clock::time_point lastEnd_;
   Clock::duration lastTime_{};

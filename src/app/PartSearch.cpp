@@ -1,14 +1,21 @@
 #include "app/PartSearch.h"
 
+#include <algorithm>
 #include <span>
 #include <utility>
 
+#include "app/SearchGoal.h"
 #include "files/WriteOrFail.h"
+#include "system/Console.h"
 #include "system/Failure.h"
 
 namespace starsift {
 
 namespace {
+
+/// Between two writes of a state, or a hundredth of the time of the walk, if that is less: a crash
+/// loses no more, and a walk of days doesn't wear out a disk.
+constexpr std::chrono::seconds longestPause{10};
 
 /// Fatal if the state is not that of this part.
 void requireSame(const TreeState& saved, const TreeState& part, const std::string& path) {
@@ -23,76 +30,77 @@ void requireSame(const TreeState& saved, const TreeState& part, const std::strin
 
 }  // namespace
 
-std::string goalOf(const DeciderSettings& settings, const SeekOptions& options) {
-  if (options.count) return "count";
-  if (settings.aim == Aim::best) return "best";
-  return settings.wanted ? std::to_string(*settings.wanted) : "all";
-}
-
 TreeState partIdentity(const Vanu<QQ>& problem, const DeciderSettings& settings,
                        const SeekOptions& options) {
   TreeState state;
   state.version = STARSIFT_VERSION;
   state.problem = problemDigest(problem);
   state.goal = goalOf(settings, options);
-  state.part = options.part->part;
-  state.parts = options.part->parts;
+  if (options.part) {
+    state.part = options.part->part;
+    state.parts = options.part->parts;
+  }
   return state;
 }
 
-PartSearch::PartSearch(YLattice<long double>& lattice, SearchWatch& watch, DirectStars& stars,
-                       const SeekOptions& options, std::string path, std::optional<QQ> known,
-                       Index filed)
+PartSearch::PartSearch(const Vanu<QQ>& problem, DeciderSettings settings, SearchWatch& watch,
+                       DirectStars& stars, const SeekOptions& options, TreeFiles files,
+                       TreeOwner owner)
     : watch_(watch),
       stars_(stars),
       options_(options),
-      path_(std::move(path)),
-      settings_(deciderSettings(lattice, options)),
-      known_(std::move(known)),
-      filed_(filed),
-      decision_(lattice.problemAsRead()),
-      saved_(readTreeState(path_, STARSIFT_VERSION)),
+      files_(std::move(files)),
+      owner_(owner),
+      settings_(std::move(settings)),
+      decision_(problem),
+      saved_(readTreeState(files_.path, STARSIFT_VERSION)),
       state_(partIdentity(decision_.problem(), settings_, options)) {
-  if (lattice.withLive([](const auto& live) { return live.params.hasNormLimit(); }))
-    fail("A part of a search proves the optimum, or has solutions enough: not with tnorm or snorm");
-  if (saved_) requireSame(*saved_, state_, path_);
+  if (!saved_) return;
+  requireSame(*saved_, state_, files_.path);
+  state_.known = saved_->known;
 }
 
 std::optional<QQ> PartSearch::leastNorm() const {
   const std::optional<QQ> filed = stars_.leastKnownNorm();
-  return filed && (!known_ || *filed < *known_) ? filed : known_;
+  return filed && (!files_.known || *filed < *files_.known) ? filed : files_.known;
 }
 
 void PartSearch::requireSolutions() const {
   if (!saved_ || options_.count) return;
   const bool isBest = settings_.aim == Aim::best;
   const std::optional<QQ> least = isBest ? leastNorm() : std::nullopt;
-  const bool areThere = isBest ? !saved_->best || (least && *least <= *saved_->best)
-                               : static_cast<std::uint64_t>(filed_) >= saved_->solutionsFiled();
+  const bool areThere = isBest
+                            ? !saved_->best || (least && *least <= *saved_->best)
+                            : static_cast<std::uint64_t>(files_.filed) >= saved_->solutionsFiled();
   if (!areThere)
-    fail("File " + path_ + " is of a search that has found more than is in its solution file: " +
+    fail("File " + files_.path +
+         " is of a search that has found more than is in its solution file: " +
          "remove it to begin anew");
 }
 
-void PartSearch::run() {
-  requireSolutions();
+std::optional<SearchEnd> PartSearch::run(std::optional<Duration> allowed) {
+  if (!hasTree_) requireSolutions();
+  begin_ = SavePace::Clock::now();
+  if (allowed) end_ = begin_ + std::chrono::duration_cast<SavePace::Clock::duration>(*allowed);
   if (saved_ && (saved_->isComplete() || saved_->isEnough)) {
     state_ = *saved_;
     hasTree_ = true;
   } else {
+    if (!saved_ && owner_ == TreeOwner::search && settings_.aim == Aim::best)
+      state_.known = leastNorm();
     PartWalk walk(decision_, *this, settings_.aim, state_);
     if (makeTree(walk) && preparation_ == Preparation::ready) walkRest(walk);
   }
   watch_.hideTree();
-  if (ended_) throw SearchEnded(*ended_);
-  throw SearchEnded(SearchEnd::decided);
+  return ended_;
 }
 
 bool PartSearch::makeTree(PartWalk& walk) {
   preparation_ = walk.prepare([this] { return look() == Step::goOn; });
   if (preparation_ != Preparation::ready && preparation_ != Preparation::noSolution) return false;
   if (saved_ && !walk.goOn(*saved_))
-    fail("File " + path_ + " is of another tree, of another machine: remove it to begin anew");
+    fail("File " + files_.path +
+         " is of another tree, of another machine: remove it to begin anew");
   hasTree_ = true;
   takeState(walk);
   // A state that can't be written is fatal before the walk, not after it.
@@ -105,6 +113,8 @@ void PartSearch::walkRest(PartWalk& walk) {
   walk.run(settings_.aim == Aim::best ? leastNorm() : std::nullopt, settings_.threads);
   walk_ = nullptr;
   takeState(walk);
+  saved_ = state_;
+  counted_ = watch_.elapsed();
 }
 
 void PartSearch::takeState(const PartWalk& walk) {
@@ -112,17 +122,18 @@ void PartSearch::takeState(const PartWalk& walk) {
   state_.isEnough = isEnough_;
   using Milliseconds = std::chrono::milliseconds;
   state_.milliseconds = static_cast<std::uint64_t>(
-      std::chrono::duration_cast<Milliseconds>(watch_.elapsed()).count());
+      std::chrono::duration_cast<Milliseconds>(watch_.elapsed() - counted_).count());
   if (saved_) state_.milliseconds += saved_->milliseconds;
 }
 
 Step PartSearch::look() {
   ended_ = watch_.endFound();
-  return ended_ ? Step::stop : Step::goOn;
+  isLate_ = end_ && SavePace::Clock::now() >= *end_;
+  return ended_ || isLate_ ? Step::stop : Step::goOn;
 }
 
 Step PartSearch::found(const Star<QQ>& judged) {
-  if (options_.count) return Step::goOn;
+  if (options_.count || knownPoints_.contains(judged.x())) return Step::goOn;
   isEnough_ = stars_.add(judged, settings_.aim == Aim::best);
   // What is found again isn't among the solutions of the subtrees done.
   const std::uint64_t all =
@@ -135,25 +146,61 @@ Step PartSearch::progress(double share, std::uint64_t nodes) {
   watch_.showTree(share, nodes, stars_.count());
   const Step step = look();
   const auto now = SavePace::Clock::now();
-  if (!pace_.isDue(now) || watch_.hasUnsaved()) return step;
+  const auto pause = std::min<SavePace::Clock::duration>((now - begin_) / 100, longestPause);
+  if (!pace_.isDue(now) || now < lastWrite_ + pause || watch_.hasUnsaved()) return step;
   takeState(*walk_);
   writeState();
-  pace_.saved(now, SavePace::Clock::now());
+  lastWrite_ = SavePace::Clock::now();
+  pace_.saved(now, lastWrite_);
   return step;
 }
 
 void PartSearch::finish() {
-  if (hasTree_) writeState();
+  if (!hasTree_) return;
+  if (owner_ == TreeOwner::search && isOver())
+    tryTo([this] { return removeTreeState(files_.path); });
+  else
+    writeState();
 }
 
-void PartSearch::writeState() const {
-  if (!writeOrFail([this] { return writeTreeState(path_, state_); }))
-    fail("Could not write file: " + path_);
+void PartSearch::writeState() {
+  const auto write = [this] { return writeTreeState(files_.path, state_); };
+  if (owner_ == TreeOwner::search)
+    tryTo(write);
+  else if (!writeOrFail(write))
+    fail("Could not write file: " + files_.path);
+}
+
+void PartSearch::tryTo(const std::function<bool()>& write) {
+  if (!canWrite_) return;
+  try {
+    canWrite_ = write();
+  } catch (const WriteException&) {
+    canWrite_ = false;
+  } catch (const LinkException&) {
+    canWrite_ = false;
+  }
+  if (canWrite_) return;
+  remarkStream() << "*** Could not write file: " << files_.path << endLine();
+  stampOutputTime();
+}
+
+double PartSearch::expectedSeconds() const {
+  const std::size_t done = state_.doneCount();
+  if (done == 0) return 0;
+  const double share = static_cast<double>(done) / static_cast<double>(state_.done.size());
+  constexpr double millisecond = 1e-3;
+  return millisecond * static_cast<double>(state_.milliseconds) / share;
 }
 
 Decided PartSearch::result() const {
   Decided result;
-  if (preparation_ == Preparation::noSolution) result.proof = Proof::noSolution;
+  if (preparation_ == Preparation::noSolution) {
+    result.proof = state_.known ? Proof::optimum : Proof::noSolution;
+    result.best = result.bound = state_.known;
+  }
+  if (preparation_ == Preparation::stopped)
+    result.undecided = isLate_ ? Undecided::tooLarge : Undecided::stopped;
   if (preparation_ == Preparation::unknownSteps) result.undecided = Undecided::unknownSteps;
   if (preparation_ == Preparation::noFiniteBox) {
     result.undecided = Undecided::noFiniteBox;
@@ -163,7 +210,9 @@ Decided PartSearch::result() const {
   if (state_.parts == 1 && isComplete()) return joinParts(settings_.aim, std::span(&state_, 1));
   result.undecided = state_.isEnough ? Undecided::enough
                      : isComplete()  ? Undecided::no
+                     : isLate_       ? Undecided::tooLarge
                                      : Undecided::stopped;
+  if (isLate_) result.estimatedSeconds = expectedSeconds();
   result.count = state_.isEnough ? state_.solutionsFiled() : state_.solutions;
   result.nodes = state_.nodes;
   result.best = state_.best;

@@ -1,40 +1,62 @@
 // The search of a part of a problem's tree, with its state in a file.
 #pragma once
 
+#include <chrono>
+#include <functional>
 #include <optional>
 #include <string>
 
-#include "app/Decide.h"
 #include "app/DirectStars.h"
 #include "app/SavePace.h"
 #include "app/SearchWatch.h"
 #include "app/SeekArguments.h"
 #include "app/Verdict.h"
-#include "lattice/YLattice.h"
+#include "search/decide/KnownPoints.h"
 #include "search/decide/PartWalk.h"
 
 namespace starsift {
 
-/// "best", "all", "count", or a number of solutions: TreeState::goal.
-std::string goalOf(const DeciderSettings& settings, const SeekOptions& options);
-
-/// What identifies the part that the options name.
+/// What identifies the part that the options name, or the whole tree if they name none.
 TreeState partIdentity(const Vanu<QQ>& problem, const DeciderSettings& settings,
                        const SeekOptions& options);
+
+/// What a search of a part finds on disk, and where it leaves its state.
+struct TreeFiles {
+  /// Of the state.
+  std::string path;
+  /// Solutions in the solution file of the part.
+  Index filed = 0;
+  /// Least target norm of the solutions in other files.
+  std::optional<QQ> known{};
+};
+
+/// Whose tree it is.
+enum class TreeOwner {
+  /// The search for the part: its state is all that is left of it, so one that can't be written is
+  /// fatal, and it stays when the part is complete. The tree is the same on every run.
+  part,
+  /// A search of the whole problem, which keeps how far it is if that can be written, and until it
+  /// is
+  /// over. The tree is made for solutions that are better than the known ones.
+  search
+};
 
 /// Goes on from the state in FILE.part-I-of-K.state, or FILE.state for the whole tree, which is
 /// fatal if it is of another problem, version, goal or tree, and writes it there: first when the
 /// tree is made, then with a pace of its own, always after the solutions.
 class PartSearch : private DecisionListener {
  public:
-  /// The exact lattice is live and has the problem as read, which is copied. `path` is that of the
-  /// state, `known` the target norm of a known solution, `filed` the number of solutions in the
-  /// file of the part.
-  PartSearch(YLattice<long double>& lattice, SearchWatch& watch, DirectStars& stars,
-             const SeekOptions& options, std::string path, std::optional<QQ> known, Index filed);
+  using Duration = std::chrono::duration<double>;
 
-  /// Walks what is left of the part. Throws SearchEnded at its end, by a signal or the clock.
-  void run();
+  /// `problem` as read, which is copied; without limits of norms.
+  PartSearch(const Vanu<QQ>& problem, DeciderSettings settings, SearchWatch& watch,
+             DirectStars& stars, const SeekOptions& options, TreeFiles files, TreeOwner owner);
+
+  /// The solution is in the solution file, or will be without this search.
+  void setKnown(const Star<QQ>& star) { knownPoints_.add(star.x()); }
+  /// Walks what is left of the part, for as long as is allowed; none: to its end. May be called
+  /// again. Returns what ended it early, if that was a signal or the clock of the search.
+  std::optional<SearchEnd> run(std::optional<Duration> allowed = {});
   /// Writes the state at the end, when all solutions are on disk.
   void finish();
 
@@ -63,18 +85,24 @@ class PartSearch : private DecisionListener {
   bool makeTree(PartWalk& walk);
   void walkRest(PartWalk& walk);
   void takeState(const PartWalk& walk);
-  void writeState() const;
+  void writeState();
+  /// Calls write() unless that has failed before; after the first failure a remark says so.
+  void tryTo(const std::function<bool()>& write);
+  /// Seconds of the whole part, by what was walked; 0 before that says anything.
+  double expectedSeconds() const;
 
   SearchWatch& watch_;
   DirectStars& stars_;
   SeekOptions options_;
-  std::string path_;
+  TreeFiles files_;
+  TreeOwner owner_;
   DeciderSettings settings_;
-  std::optional<QQ> known_;
-  Index filed_;
+  KnownPoints knownPoints_;
   Decision decision_;
-  /// As read from the file.
+  /// As read from the file, or left by the run before.
   std::optional<TreeState> saved_;
+  /// Time of the search that saved_ counts already.
+  StatusLine::Clock::duration counted_{};
   /// How far the part is, or what identifies it.
   TreeState state_;
   /// During a walk.
@@ -84,6 +112,12 @@ class PartSearch : private DecisionListener {
   /// Why there is no tree.
   Preparation preparation_ = Preparation::ready;
   SavePace pace_;
+  SavePace::Clock::time_point lastWrite_;
+  /// Of the present run, which may be without an end.
+  SavePace::Clock::time_point begin_;
+  std::optional<SavePace::Clock::time_point> end_;
+  bool isLate_ = false;
+  bool canWrite_ = true;
   bool isEnough_ = false;
   std::optional<SearchEnd> ended_;
 };

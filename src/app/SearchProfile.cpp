@@ -1,6 +1,6 @@
 #include "app/SearchProfile.h"
 
-#include "app/Decide.h"
+#include "app/SearchGoal.h"
 #include "search/decide/Decision.h"
 
 namespace starsift {

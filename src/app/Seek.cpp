@@ -7,6 +7,7 @@
 
 #include "app/ProfilePicture.h"
 #include "app/ProofRemark.h"
+#include "app/SearchGoal.h"
 #include "app/SearchProfile.h"
 #include "app/StarStore.h"
 #include "search/SearchPass.h"
@@ -71,13 +72,18 @@ Seek::Seek(YLattice<long double>& lattice, SearchWatch& watch, SeekOptions optio
 
 void Seek::readProblem() {
   lattice_.readOpt();
-  if (!options_.part) return;
+  if (options_.part) choosePart();
+  const std::string path = lattice_.withLive([](const auto& live) { return live.file.path(); });
+  treeFiles_.path = fileNames(path).stateFile;
+}
+
+void Seek::choosePart() {
   YSolutionFile known;
   lattice_.withLive([&known](const auto& live) { known.takeProblem(live.file); });
   known.mergeFile();
-  if (lattice_.hasTargets()) knownNorm_ = known.leastSearchedNorm();
-  partNames_ = partFileNames(known.path(), options_.part->part, options_.part->parts);
-  lattice_.setFileNames(partNames_.solFile);
+  if (lattice_.hasTargets()) treeFiles_.known = known.leastSearchedNorm();
+  const auto& [part, parts] = *options_.part;
+  lattice_.setFileNames(partFileNames(known.path(), part, parts).solFile);
 }
 
 void Seek::drawPicture() {
@@ -93,12 +99,12 @@ SearchEnd Seek::run() {
   if (!options_.profile.empty()) requireGnuplot();
   readProblem();
   StarStore store(lattice_);
-  filedStars_ = store.starCount();
+  treeFiles_.filed = store.starCount();
   store.tellIfReadOnly();
   if (const auto left = watch_.timeLeft()) store.setEnd(StarStore::Clock::now() + *left);
   const SearchEnd end = search(store);
   starsFiled_ = store.save(lattice_);
-  if (part_ && starsFiled_) part_->finish();
+  if (starsFiled_) finishTree();
   conclude(end);
   writeStatistics(end);
   const bool anyStars = store.report(report_);
@@ -111,6 +117,13 @@ SearchEnd Seek::run() {
   return end;
 }
 
+void Seek::finishTree() {
+  if (part_)
+    part_->finish();
+  else
+    decide_->finish();
+}
+
 SearchEnd Seek::search(SolutionSink& sink) {
   sink_ = &sink;
   scope_ = proofScope(lattice_.problemAsRead());
@@ -118,10 +131,17 @@ SearchEnd Seek::search(SolutionSink& sink) {
   limited_ = isLimited(lattice_);
   watch_.setSink(sink);
   stars_.emplace(lattice_, sink);
-  if (options_.part)
-    part_.emplace(lattice_, watch_, *stars_, options_, partNames_.stateFile, knownNorm_,
-                  filedStars_);
-  decide_.emplace(lattice_, watch_, *stars_, options_);
+  if (options_.part) {
+    if (hasNormLimit(lattice_))
+      fail(
+          "A part of a search proves the optimum, or has solutions enough: not with tnorm or "
+          "snorm");
+    part_.emplace(lattice_.problemAsRead(), deciderSettings(lattice_, options_), watch_, *stars_,
+                  options_, treeFiles_, TreeOwner::part);
+  }
+  const bool keepsTree = sink.keepsLattices() && !options_.part;
+  decide_.emplace(lattice_, watch_, *stars_, options_,
+                  keepsTree ? std::optional(treeFiles_) : std::nullopt);
   jump_.emplace(lattice_, decide_->problem(), watch_, *stars_, decide_->wantsBest(),
                 decide_->threads());
   if (!options_.profile.empty()) drawPicture();
@@ -133,7 +153,7 @@ SearchEnd Seek::search(SolutionSink& sink) {
 
 SearchEnd Seek::searchAll() {
   try {
-    if (part_) part_->run();
+    if (part_) return part_->run().value_or(SearchEnd::decided);
     makeNormalForm();
     if (options_.count)
       decide();

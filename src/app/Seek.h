@@ -52,9 +52,12 @@ class Seek {
   bool hasNoParts() const { return part_ && part_->isImpossible(); }
 
  private:
-  /// Reads the problem; the files of a part become those of the lattice.
   void readProblem();
+  /// The files of the part become those of the lattice.
+  void choosePart();
   SearchEnd searchAll();
+  /// Writes the state of the tree when its solutions are on disk.
+  void finishTree();
   /// The picture of --profile. It changes nothing that is searched.
   void drawPicture();
   void makeNormalForm();
@@ -86,11 +89,9 @@ class Seek {
   std::optional<Jump> jump_;
   /// Instead of all others.
   std::optional<PartSearch> part_;
-  /// The files of the part, the number of solutions in them, and the least target norm in the
-  /// solution file of the problem, of points that searches look at.
-  FileNames partNames_;
-  Index filedStars_ = 0;
-  std::optional<QQ> knownNorm_;
+  /// Of the tree, or of its part; there known is the least target norm in the solution file of the
+  /// problem, of points that searches look at.
+  TreeFiles treeFiles_;
   std::chrono::duration<double> decideTime_{};
   std::chrono::duration<double> jumpTime_{};
   ProofScope scope_;

@@ -129,6 +129,7 @@ TreeState stateOf(Fields fields) {
   state.parts = static_cast<unsigned>(numberOf(parts, mostParts));
   state.part = static_cast<unsigned>(numberOf(part, state.parts));
   if (state.part == 0) throw Damaged();
+  state.known = normOf(fields.take("known"));
   state.tree = fields.take("tree");
   const std::size_t count = numberOf(fields.take("subtrees"), mostSubtrees);
   state.done = doneOf(count, fields.take("done"));
@@ -208,6 +209,7 @@ std::string stateText(const TreeState& state) {
   add("problem", state.problem);
   add("goal", state.goal);
   add("part", std::to_string(state.part) + '/' + std::to_string(state.parts));
+  add("known", normText(state.known));
   add("tree", state.tree);
   add("subtrees", std::to_string(state.done.size()));
   add("done", rangesText(state.done));
@@ -240,6 +242,11 @@ bool writeTreeState(const std::string& path, const TreeState& state) {
   if (!file.isOpen()) return false;
   file.write(stateText(state));
   return file.commit() == Commit::written;
+}
+
+bool removeTreeState(const std::string& path) {
+  // An empty text removes a file.
+  return ResultFile(path).commit() == Commit::written;
 }
 
 }  // namespace starsift

@@ -7,6 +7,7 @@
 //   problem 8c5e1a0c7f1f3c9e
 //   goal best
 //   part 3/8
+//   known none
 //   tree 01d3a5f2b7c96e48
 //   subtrees 512
 //   done 0-99 103 105-106
@@ -42,6 +43,9 @@ struct TreeState {
   /// 1 <= part <= parts <= mostParts.
   unsigned part = 1;
   unsigned parts = 1;
+  /// Target norm of a solution that was known when the tree was made: only better ones are in it.
+  /// None in one of several parts, which must make the same tree.
+  std::optional<QQ> known;
   /// Digest of the tree and of all its subtrees, those of other parts too.
   std::string tree;
   /// The subtrees of this part that were walked to their end.
@@ -79,5 +83,8 @@ std::optional<TreeState> readTreeState(const std::string& path, const std::strin
 
 /// Writes it whole or not at all; throws as ResultFile. Returns false if it can't be opened.
 bool writeTreeState(const std::string& path, const TreeState& state);
+
+/// Removes the file; throws as ResultFile. Returns false if there is one that can't be opened.
+bool removeTreeState(const std::string& path);
 
 }  // namespace starsift

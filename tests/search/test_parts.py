@@ -141,6 +141,37 @@ class Killed(PartsCase):
         count = self.count + 1_000_000_000
         self.assertIn(f"\nAll {count} solutions: the search was complete.\n", out)
 
+    def test_whole_search_goes_on_from_there(self):
+        self.kill_amid(self.start("--part=1/1", "--count", "p.opt"), self.state(1, 1))
+        solutions = int(re.search(r"\nsolutions (\d+)", self.state(1, 1).read_text())[1])
+        self.edit(self.state(1, 1), "solutions", solutions + 1_000_000_000)
+        # That of another goal is left alone.
+        before = self.state(1, 1).read_bytes()
+        _, error = self.run_to_end("--sol=3", "p.opt")
+        self.assertEqual(error, "")
+        _, error = self.run_to_end("--sol=0", "p.opt")
+        self.assertEqual(
+            error, "*** p.state is of a search for count: this one leaves no state\n"
+        )
+        self.run_to_end("--prove=0", "p.opt")
+        self.assertEqual(self.state(1, 1).read_bytes(), before)
+        out, error = self.run_to_end("--count", "--json", "p.opt")
+        count = self.count + 1_000_000_000
+        self.assertIn(f"\nAll {count} solutions: the search was complete.\n", out)
+        self.assertNotIn('"part"', out)
+        self.assertEqual(error, "")
+        self.assertFalse(self.state(1, 1).exists())
+
+    def test_whole_search_refuses_the_state_of_another_problem(self):
+        self.kill_amid(self.start("--part=1/1", "--count", "p.opt"), self.state(1, 1))
+        before = self.state(1, 1).read_bytes()
+        (self.folder / "p.opt").write_text(subset_sum(12, 1)[0])
+        self.assertEqual(
+            self.refused("--count", "p.opt"),
+            "File p.state is of another problem: remove it to begin anew",
+        )
+        self.assertEqual(self.state(1, 1).read_bytes(), before)
+
     def test_clock_and_signals_leave_the_state(self):
         process = self.start("--part=1/1", "--count", "p.opt")
         while not self.state(1, 1).exists():
@@ -150,6 +181,51 @@ class Killed(PartsCase):
         self.assertEqual(process.returncode, -signal.SIGTERM)
         self.assertRegex(out, r"Part 1 of 1 is not complete: \d+ of its \d+ subtrees are done; ")
         self.assertIn("\nend open\n", self.state(1, 1).read_text())
+
+
+class Long(PartsCase):
+    """A search of the whole problem, by a tree that takes years."""
+
+    def setUp(self):
+        super().setUp()
+        random = Random(3)
+        rows = [[random.randint(0, 99) for _ in range(80)] for _ in range(9)]
+        matrix = " ".join("[ " + " ".join(map(str, row)) + " ]" for row in rows)
+        sums = " ".join(str(sum(row) // 2) for row in rows)
+        zeros, ones = " ".join("0" * 80), " ".join("1" * 80)
+        (self.folder / "p.opt").write_text(
+            f"[ ] [ ] [ {matrix} ] [ {sums} ] [ ] [ ] [ ] [ ] [ {zeros} ] [ {zeros} ] [ {ones} ]\n"
+        )
+
+    def search_until(self, is_there):
+        """Ends a search by a signal when its state is as wanted; the state's text."""
+        process = self.start("--prove", "--sol=0", "p.opt")
+        path = self.state(1, 1)
+        end = time.monotonic() + TIME_LIMIT
+        while not (path.exists() and is_there(path.read_text())):
+            self.assertIsNone(process.poll(), "the search has ended")
+            self.assertLess(time.monotonic(), end)
+            time.sleep(0.01)
+        process.send_signal(signal.SIGTERM)
+        out, error = process.communicate(timeout=TIME_LIMIT)
+        self.assertEqual((process.returncode, error), (-signal.SIGTERM, ""))
+        self.assertIn("\nNo solution was found. This proves nothing", out)
+        return path.read_text()
+
+    @staticmethod
+    def done(text):
+        return re.search(r"(?m)^done ?(.*)$", text)[1]
+
+    def test_search_leaves_a_state_from_which_it_goes_on(self):
+        first = self.search_until(lambda text: "\nend open\n" in text)
+        self.assertIn("\ngoal all\npart 1/1\nknown none\n", first)
+        # As if the first half of the subtrees were done.
+        half = int(re.search(r"(?m)^subtrees (\d+)$", first)[1]) // 2
+        self.edit(self.state(1, 1), "done", f"0-{half}")
+        self.edit(self.state(1, 1), "nodes", 10**15)
+        later = self.search_until(lambda text: f"\nnodes {10**15}\n" not in text)
+        self.assertRegex(self.done(later), rf"^0-{half}\b|^0-\d+")
+        self.assertGreater(int(re.search(r"(?m)^nodes (\d+)$", later)[1]), 10**15)
 
 
 class Joined(PartsCase):
@@ -322,6 +398,7 @@ class Refused(PartsCase):
             ("part", "0/2"),
             ("part", "2"),
             ("nodes", "18446744073709551616"),
+            ("known", "x"),
             ("best", "1/0"),
             ("best", "2/4"),
             ("best", "1e99999999"),

@@ -4,9 +4,6 @@
 #include <thread>
 #include <utility>
 
-#include "core/VectorText.h"
-#include "numbers/VectorQQ.h"
-
 namespace starsift {
 
 namespace {
@@ -31,6 +28,9 @@ constexpr std::chrono::seconds probeTime{1};
 constexpr double mildPruning = 0.3;
 constexpr double prunedShare = 0.05;
 
+/// Of the pruned try before a tree that is left to the caller: no state keeps how far it is.
+constexpr std::chrono::seconds longestTry{60};
+
 /// Nodes of the first short walk to the best solution; each further one may have four times as
 /// many.
 constexpr std::uint64_t firstWalk = 10'000;
@@ -49,12 +49,6 @@ constexpr std::chrono::seconds briefTime{5};
 constexpr std::uint64_t speedNodes = 50'000;
 constexpr std::chrono::seconds speedTime{1};
 constexpr double leastTime = 1e-4;
-
-std::string textOf(const Vector<QQ>& x) {
-  std::string text;
-  appendText(text, x, 0);
-  return text;
-}
 
 }  // namespace
 
@@ -99,8 +93,7 @@ class Decider::Deaf : public DecisionListener {
 
 bool Decider::isKnown(const Star<QQ>& star) {
   // If all solutions are looked for, there is one walk, which finds each one once.
-  if (!settings_.wanted) return !known_.empty() && known_.contains(textOf(star.x()));
-  return !known_.insert(textOf(star.x())).second;
+  return settings_.wanted ? !known_.add(star.x()) : known_.contains(star.x());
 }
 
 bool Decider::isLate() const {
@@ -110,7 +103,7 @@ bool Decider::isLate() const {
 }
 
 void Decider::setKnown(const Star<QQ>& star) {
-  if (known_.insert(textOf(star.x())).second) ++told_;
+  if (known_.add(star.x())) ++told_;
 }
 
 Decided Decider::run() {
@@ -188,7 +181,7 @@ void Decider::reportOpenBox() {
   result_.variable = decision_.unboundedVariable();
   if (!result_.best || decision_.fallingDirection().dimension() == 0) return;
   result_.undecided = Undecided::unbounded;
-  result_.direction = textOf(decision_.fallingDirection());
+  result_.direction = pointText(decision_.fallingDirection());
 }
 
 /// Linear programs are worth their time only if the tree isn't walked in less.
@@ -208,11 +201,11 @@ bool Decider::estimate() {
   if (expectedNodes_ > smallTree) estimateNodes(fewProbes);
   if (expectedNodes_ > largeTree) estimateNodes(manyProbes);
   if (expectedNodes_ <= smallTree || isStopped_) return true;
-  const double seconds = expectedNodes_ / measureSpeed();
+  expectedTime_ = std::chrono::duration<double>(expectedNodes_ / measureSpeed());
   if (isEnough_) return true;
-  if (settings_.isForced || seconds <= settings_.allowed.count()) return true;
+  if (settings_.isForced || expectedTime_ <= settings_.allowed) return true;
   result_.undecided = Undecided::tooLarge;
-  result_.estimatedSeconds = seconds;
+  result_.estimatedSeconds = expectedTime_.count();
   return false;
 }
 
@@ -249,12 +242,16 @@ void Decider::walkPruned() {
   const bool fits = result_.undecided != Undecided::tooLarge ||
                     prunedShare * result_.estimatedSeconds <= settings_.allowed.count();
   if (!fits) return;
+  if (isLong(expectedTime_)) walkEnd_ = Clock::now() + longestTry;
   walk(mildPruning, std::nullopt, settings_.threads);
+  walkEnd_.reset();
 }
 
 void Decider::walk() {
   if (settings_.aim == Aim::best)
     walkToBest();
+  else if (!nodesLeft_ && isLong(expectedTime_))
+    result_.undecided = Undecided::left;
   else
     conclude(walk(std::nullopt, nodesLeft_, settings_.threads));
 }
@@ -262,6 +259,10 @@ void Decider::walk() {
 void Decider::walkToBest() {
   EnumerationEnd end = EnumerationEnd::limit;
   for (std::uint64_t limit = firstWalk; end == EnumerationEnd::limit; limit *= walkGrowth) {
+    if (!nodesLeft_ && isLong(Clock::now() - start_)) {
+      result_.undecided = Undecided::left;
+      return;
+    }
     if (result_.best != bestOfTree_ && !prepare()) return;
     end = walk(std::nullopt, limit, settings_.threads);
     if (nodesLeft_ && limit >= *nodesLeft_) break;

@@ -5,10 +5,10 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <unordered_set>
 #include <utility>
 
 #include "search/decide/Decision.h"
+#include "search/decide/KnownPoints.h"
 
 namespace starsift {
 
@@ -33,6 +33,8 @@ enum class Undecided {
   stopped,
   /// The tree is too large for the time, or turned out to be.
   tooLarge,
+  /// To be walked by the caller: see DeciderSettings::longWalk.
+  left,
   noFiniteBox,
   /// There are solutions with less and less target norm, without end.
   unbounded,
@@ -46,6 +48,9 @@ struct DeciderSettings {
   /// Target norm of the best known solution.
   std::optional<QQ> known;
   std::chrono::duration<double> allowed{600};
+  /// A complete tree that may be walked but takes longer than this is left to the caller, who keeps
+  /// how far it is; with Aim::best when this time has gone by, and a good solution is known.
+  std::optional<std::chrono::duration<double>> longWalk;
   /// The complete tree is walked however long that takes.
   bool isForced = false;
   std::uint64_t seed = 1;
@@ -120,6 +125,9 @@ class Decider {
   EnumerationEnd walk(const std::optional<double>& pruning,
                       const std::optional<std::uint64_t>& nodeLimit, unsigned threads);
   void conclude(EnumerationEnd end);
+  bool isLong(std::chrono::duration<double> time) const {
+    return settings_.longWalk && time > *settings_.longWalk;
+  }
 
   Decision& decision_;
   DecisionListener& listener_;
@@ -127,14 +135,16 @@ class Decider {
   Decided result_;
   Clock::time_point start_;
   double expectedNodes_ = 0;
+  /// That the complete tree takes; 0 for a small one.
+  std::chrono::duration<double> expectedTime_{};
   /// Least target norm known when the tree was made.
   std::optional<QQ> bestOfTree_;
   /// Limit of a walk; none if the tree is small enough.
   std::optional<std::uint64_t> nodesLeft_;
   /// When the present walk must end, besides the time of the decision; none: whenever it is done.
   std::optional<Clock::time_point> walkEnd_;
-  /// Texts of the solutions that the listener knows, while more than one walk may find them.
-  std::unordered_set<std::string> known_;
+  /// Solutions that the listener knows, while more than one walk may find them.
+  KnownPoints known_;
   /// Solutions of the present walk.
   std::uint64_t found_ = 0;
   /// Solutions that the listener knows.

@@ -41,7 +41,8 @@ PartWalk::PartWalk(Decision& decision, DecisionListener& listener, Aim aim, Tree
     : decision_(decision), listener_(listener), aim_(aim), state_(std::move(part)) {}
 
 Preparation PartWalk::prepare(const Decision::MayGoOn& mayGoOn) {
-  const Preparation made = decision_.prepare(aim_, std::nullopt, mayGoOn, StageLimit::steps);
+  state_.best = state_.known;
+  const Preparation made = decision_.prepare(aim_, state_.known, mayGoOn, StageLimit::steps);
   if (made == Preparation::noSolution) state_.tree = treeDigest({});
   if (made != Preparation::ready) return made;
   if (!raiseBound(mayGoOn)) return Preparation::stopped;

@@ -15,14 +15,16 @@ namespace starsift {
 
 /// One part of the tree: every parts-th subtree of a list that all parts make in the same way.
 ///
-/// So the tree is made without known solutions and without limits of time. On another machine it
-/// may be another one all the same, as reductions round; a digest of basis and subtrees shows that.
+/// So the tree is made without limits of time, and of known solutions it knows only the norm that
+/// the identity of the part has, if any. On another machine it may be another one all the same, as
+/// reductions round; a digest of basis and subtrees shows that.
 class PartWalk : private DecisionListener {
  public:
   /// `part` has what identifies the part; the rest of it is set here.
   PartWalk(Decision& decision, DecisionListener& listener, Aim aim, TreeState part);
 
-  /// Makes the tree. Without a solution there is none, and the part is complete.
+  /// Makes the tree. Without a solution, or a better one than the known one, there is none, and the
+  /// part is complete.
   Preparation prepare(const Decision::MayGoOn& mayGoOn);
   /// After prepare(): the subtrees that were done when `saved` was written needn't be walked.
   /// False, and nothing has changed, if that is of another tree.

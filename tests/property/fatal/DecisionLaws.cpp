@@ -370,12 +370,9 @@ class Interrupting : public DecisionListener {
 };
 
 /// Walks one part, which is interrupted some times and gone on with from its state.
-TreeState walkPart(const SmallProblem& small, Aim aim, unsigned part, unsigned parts,
+TreeState walkPart(const SmallProblem& small, Aim aim, const TreeState& identity,
                    Listener& listener) {
-  TreeState state;
-  state.part = part;
-  state.parts = parts;
-  const TreeState identity = state;
+  TreeState state = identity;
   Interrupting interrupting(listener, aim);
   bool isFirst = true;
   for (int runsLeft = *rc::gen::inRange(0, 3); runsLeft >= 0; --runsLeft) {
@@ -392,18 +389,24 @@ TreeState walkPart(const SmallProblem& small, Aim aim, unsigned part, unsigned p
   return state;
 }
 
-/// All parts of a problem, in a random number, and what they are together.
-Decided walkInParts(const SmallProblem& small, Aim aim, Listener& listener) {
+/// All parts of a problem, in a random number, and what they are together. `known`: target norm of
+/// a solution.
+Decided walkInParts(const SmallProblem& small, Aim aim, Listener& listener,
+                    const std::optional<QQ>& known = std::nullopt) {
   const unsigned parts = *rc::gen::inRange(1U, 10U);
+  TreeState identity;
+  identity.parts = parts;
+  identity.known = known;
   std::vector<TreeState> states;
   for (unsigned part = 1; part <= parts; ++part) {
+    identity.part = part;
     if (aim == Aim::best) {
       // A part doesn't know what others have found.
       Listener own(small.problem);
-      states.push_back(walkPart(small, aim, part, parts, own));
+      states.push_back(walkPart(small, aim, identity, own));
       listener.points.insert(own.points.begin(), own.points.end());
     } else {
-      states.push_back(walkPart(small, aim, part, parts, listener));
+      states.push_back(walkPart(small, aim, identity, listener));
     }
     RC_ASSERT(states.back().tree == states.front().tree);
     if (part < parts) RC_ASSERT(!joinParts(aim, states).isComplete());
@@ -426,6 +429,22 @@ TEST(Parts, HaveTheOptimumTogether) {
     RC_ASSERT(joined.proof == (least ? Proof::optimum : Proof::noSolution));
     RC_ASSERT(joined.best == least);
     RC_ASSERT(joined.bound == least);
+  });
+}
+
+TEST(Parts, OfATreeForBetterSolutionsHaveTheOptimumTogether) {
+  checkOverProblems([](const SmallProblem& small) {
+    if (!isClosed(small.problem) || small.problem.targets.empty()) return;
+    const std::vector<Point> solutions = solutionsAround(small.problem);
+    if (solutions.empty()) return;
+    const auto chosen = *rc::gen::inRange<std::size_t>(0, solutions.size());
+    const auto known = leastNorm(small.problem, {solutions[chosen]});
+    const auto least = leastNorm(small.problem, solutions);
+    Listener listener(small.problem);
+    const Decided joined = walkInParts(small, Aim::best, listener, known);
+    RC_ASSERT(joined.proof == Proof::optimum);
+    RC_ASSERT(joined.best == least);
+    RC_ASSERT(listener.points.empty() == (known == least));
   });
 }
 

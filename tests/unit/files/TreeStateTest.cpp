@@ -17,6 +17,7 @@ TreeState example() {
   state.goal = "best";
   state.part = 3;
   state.parts = 8;
+  state.known = QQ(1, 2);
   state.tree = "01d3a5f2b7c96e48";
   state.done = {true, true, false, true, false, false, true, true, true};
   state.solutions = 4;
@@ -34,10 +35,11 @@ std::string problemDigestOf(const std::string& text) {
 }
 
 TEST(TreeState, HasALineForEachField) {
-  EXPECT_EQ(stateText(example()),
-            "starseek state\nversion 2.4.2\nproblem 8c5e1a0c7f1f3c9e\ngoal best\npart 3/8\n"
-            "tree 01d3a5f2b7c96e48\nsubtrees 9\ndone 0-1 3 6-8\nsolutions 4\nnodes 1048576\n"
-            "milliseconds 3120\nbest -303/2\nbound none\nend open\nsum a593b2bbc44faa6a\n");
+  EXPECT_EQ(
+      stateText(example()),
+      "starseek state\nversion 2.4.2\nproblem 8c5e1a0c7f1f3c9e\ngoal best\npart 3/8\n"
+      "known 1/2\ntree 01d3a5f2b7c96e48\nsubtrees 9\ndone 0-1 3 6-8\nsolutions 4\nnodes 1048576\n"
+      "milliseconds 3120\nbest -303/2\nbound none\nend open\nsum 9badd031ce8d359b\n");
 }
 
 TEST(TreeState, ComesBackFromItsFile) {
@@ -52,6 +54,7 @@ TEST(TreeState, ComesBackFromItsFile) {
     EXPECT_EQ(stateText(*read), stateText(state));
     EXPECT_EQ(read->done, state.done);
     EXPECT_EQ(read->best, state.best);
+    EXPECT_EQ(read->known, state.known);
     EXPECT_EQ(read->isEnough, isEnough);
   }
 }
