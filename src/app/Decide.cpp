@@ -106,6 +106,7 @@ void Decide::decideAtOnce() {
   if (!wantsBest() && !options_.count)
     for (const auto& star : lattice_.starsFiledAfter(0)) decider.setKnown(star);
   result_ = decider.run();
+  nodesBefore_ = result_.nodes;
   if (result_.undecided == Undecided::left) makeTree();
 }
 
@@ -114,6 +115,7 @@ void Decide::walkLongTree() {
     for (const auto& star : lattice_.starsFiledAfter(0)) tree_->setKnown(star);
   ended_ = tree_->run(settings_.isForced ? std::nullopt : std::optional(allowedTime()));
   result_ = tree_->result();
+  result_.nodes += nodesBefore_;
 }
 
 void Decide::finish() {

@@ -74,6 +74,8 @@ class Decide : private DecisionListener {
   /// Where a long tree may leave its state; the tree, if there is one.
   std::optional<TreeFiles> files_;
   std::optional<PartSearch> tree_;
+  /// Of the walks before the tree.
+  std::uint64_t nodesBefore_ = 0;
   bool isMade_ = false;
   Clock::time_point lastEnd_;
   Clock::duration lastTime_{};

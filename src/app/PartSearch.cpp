@@ -58,6 +58,7 @@ PartSearch::PartSearch(const Vanu<QQ>& problem, DeciderSettings settings, Search
   if (!saved_) return;
   requireSame(*saved_, state_, files_.path);
   state_.known = saved_->known;
+  nodesBefore_ = saved_->nodes;
 }
 
 std::optional<QQ> PartSearch::leastNorm() const {
@@ -109,6 +110,8 @@ bool PartSearch::makeTree(PartWalk& walk) {
 }
 
 void PartSearch::walkRest(PartWalk& walk) {
+  solutionsBefore_ = walk.state().solutions;
+  found_ = 0;
   walk_ = &walk;
   walk.run(settings_.aim == Aim::best ? leastNorm() : std::nullopt, settings_.threads);
   walk_ = nullptr;
@@ -133,6 +136,7 @@ Step PartSearch::look() {
 }
 
 Step PartSearch::found(const Star<QQ>& judged) {
+  ++found_;
   if (options_.count || knownPoints_.contains(judged.x())) return Step::goOn;
   isEnough_ = stars_.add(judged, settings_.aim == Aim::best);
   // What is found again isn't among the solutions of the subtrees done.
@@ -215,6 +219,11 @@ Decided PartSearch::result() const {
   if (isLate_) result.estimatedSeconds = expectedSeconds();
   result.count = state_.isEnough ? state_.solutionsFiled() : state_.solutions;
   result.nodes = state_.nodes;
+  if (owner_ == TreeOwner::search) {
+    // Those of a part are of the subtrees that are done: they add up.
+    result.count = std::max(result.count, solutionsBefore_ + found_);
+    result.nodes = nodesBefore_ + decision_.nodes();
+  }
   result.best = state_.best;
   result.bound = state_.bound;
   return result;

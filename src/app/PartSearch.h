@@ -101,6 +101,11 @@ class PartSearch : private DecisionListener {
   Decision decision_;
   /// As read from the file, or left by the run before.
   std::optional<TreeState> saved_;
+  /// Of the state as read from the file.
+  std::uint64_t nodesBefore_ = 0;
+  /// In the subtrees that were done before the present walk, and met by that.
+  std::uint64_t solutionsBefore_ = 0;
+  std::uint64_t found_ = 0;
   /// Time of the search that saved_ counts already.
   StatusLine::Clock::duration counted_{};
   /// How far the part is, or what identifies it.

@@ -184,18 +184,28 @@ class Killed(PartsCase):
 
 
 class Long(PartsCase):
-    """A search of the whole problem, by a tree that takes years."""
+    """A search of the whole problem, by a tree that takes minutes."""
 
     def setUp(self):
         super().setUp()
         random = Random(3)
-        rows = [[random.randint(0, 99) for _ in range(80)] for _ in range(9)]
+        rows = [[random.randint(0, 99) for _ in range(70)] for _ in range(8)]
         matrix = " ".join("[ " + " ".join(map(str, row)) + " ]" for row in rows)
         sums = " ".join(str(sum(row) // 2) for row in rows)
-        zeros, ones = " ".join("0" * 80), " ".join("1" * 80)
+        zeros, ones = " ".join("0" * 70), " ".join("1" * 70)
         (self.folder / "p.opt").write_text(
             f"[ ] [ ] [ {matrix} ] [ {sums} ] [ ] [ ] [ ] [ ] [ {zeros} ] [ {zeros} ] [ {ones} ]\n"
         )
+
+    def test_state_that_cannot_be_written_is_told_once(self):
+        self.state(1, 1).mkdir()
+        process = self.start("--prove", "--sol=0", "p.opt")
+        line = process.stderr.readline()
+        self.assertEqual(line, "*** Could not write file: p.state\n")
+        time.sleep(1)
+        process.send_signal(signal.SIGTERM)
+        _, error = process.communicate(timeout=TIME_LIMIT)
+        self.assertEqual((process.returncode, error), (-signal.SIGTERM, ""))
 
     def search_until(self, is_there):
         """Ends a search by a signal when its state is as wanted; the state's text."""
