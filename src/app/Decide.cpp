@@ -35,7 +35,8 @@ Decide::Decide(YLattice<long double>& lattice, SearchWatch& watch, DirectStars& 
 bool Decide::canKeepTree() const {
   // Of several solutions a state doesn't say which ones were found before its tree was made.
   const bool isOneGoal = wantsBest() || settings_.wanted.value_or(1) == 1;
-  return options_.prove.value_or(true) && isOneGoal && !hasNormLimit(lattice_);
+  const bool readsFiles = lattice_.params().bench <= 0;
+  return readsFiles && options_.prove.value_or(true) && isOneGoal && !hasNormLimit(lattice_);
 }
 
 void Decide::openTree() {
@@ -49,11 +50,11 @@ void Decide::openTree() {
     settings_.longWalk.reset();
     return;
   }
-  makeTree();
+  makeTree(saved);
 }
 
-void Decide::makeTree() {
-  tree_.emplace(problem(), settings_, watch_, stars_, options_, *files_, TreeOwner::search);
+void Decide::makeTree(const std::optional<TreeState>& saved) {
+  tree_.emplace(problem(), settings_, watch_, stars_, options_, *files_, saved, TreeOwner::search);
 }
 
 bool Decide::isDue() const {
@@ -107,19 +108,32 @@ void Decide::decideAtOnce() {
     for (const auto& star : lattice_.starsFiledAfter(0)) decider.setKnown(star);
   result_ = decider.run();
   nodesBefore_ = result_.nodes;
-  if (result_.undecided == Undecided::left) makeTree();
+  if (result_.undecided == Undecided::left) makeTree({});
 }
 
 void Decide::walkLongTree() {
+  const std::chrono::duration<double> allowed = allowedTime();
+  if (!settings_.isForced && tree_->restTime() > allowed) {
+    result_.undecided = Undecided::tooLarge;
+    result_.estimatedSeconds = tree_->restTime().count();
+    return;
+  }
   if (!wantsBest() && !options_.count)
     for (const auto& star : lattice_.starsFiledAfter(0)) tree_->setKnown(star);
-  ended_ = tree_->run(settings_.isForced ? std::nullopt : std::optional(allowedTime()));
+  const std::optional<QQ> bound = result_.bound;
+  ended_ = tree_->run(settings_.isForced ? std::nullopt : std::optional(allowed));
   result_ = tree_->result();
   result_.nodes += nodesBefore_;
+  if (!result_.isComplete() && bound && (!result_.bound || *result_.bound < *bound))
+    result_.bound = bound;
 }
 
 void Decide::finish() {
   if (tree_) tree_->finish();
+}
+
+void Decide::removeState() {
+  if (tree_) tree_->removeState();
 }
 
 bool Decide::hasNoBest() const {

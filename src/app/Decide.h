@@ -44,8 +44,10 @@ class Decide : private DecisionListener {
   bool run();
 
   const Decided& result() const { return result_; }
-  /// Writes the state of a tree, or removes one that is done, when all solutions are on disk.
+  /// Writes the state of a tree when all solutions are on disk.
   void finish();
+  /// Removes it when the search is over.
+  void removeState();
 
  private:
   using Clock = std::chrono::steady_clock;
@@ -60,7 +62,7 @@ class Decide : private DecisionListener {
   bool canKeepTree() const;
   /// Makes the tree that a state is of.
   void openTree();
-  void makeTree();
+  void makeTree(const std::optional<TreeState>& saved);
   void decideAtOnce();
   void walkLongTree();
 

@@ -17,6 +17,9 @@ namespace {
 /// loses no more, and a walk of days doesn't wear out a disk.
 constexpr std::chrono::seconds longestPause{10};
 
+/// From this time on the subtrees that are done say how long the others take.
+constexpr std::chrono::minutes telling{1};
+
 /// Fatal if the state is not that of this part.
 void requireSame(const TreeState& saved, const TreeState& part, const std::string& path) {
   const auto refuse = [&path](const std::string& reason) {
@@ -45,7 +48,7 @@ TreeState partIdentity(const Vanu<QQ>& problem, const DeciderSettings& settings,
 
 PartSearch::PartSearch(const Vanu<QQ>& problem, DeciderSettings settings, SearchWatch& watch,
                        DirectStars& stars, const SeekOptions& options, TreeFiles files,
-                       TreeOwner owner)
+                       std::optional<TreeState> saved, TreeOwner owner)
     : watch_(watch),
       stars_(stars),
       options_(options),
@@ -53,7 +56,7 @@ PartSearch::PartSearch(const Vanu<QQ>& problem, DeciderSettings settings, Search
       owner_(owner),
       settings_(std::move(settings)),
       decision_(problem),
-      saved_(readTreeState(files_.path, STARSIFT_VERSION)),
+      saved_(std::move(saved)),
       state_(partIdentity(decision_.problem(), settings_, options)) {
   if (!saved_) return;
   requireSame(*saved_, state_, files_.path);
@@ -82,7 +85,7 @@ void PartSearch::requireSolutions() const {
 std::optional<SearchEnd> PartSearch::run(std::optional<Duration> allowed) {
   if (!hasTree_) requireSolutions();
   begin_ = SavePace::Clock::now();
-  if (allowed) end_ = begin_ + std::chrono::duration_cast<SavePace::Clock::duration>(*allowed);
+  if (allowed) end_ = begin_ + *allowed;
   if (saved_ && (saved_->isComplete() || saved_->isEnough)) {
     state_ = *saved_;
     hasTree_ = true;
@@ -104,12 +107,14 @@ bool PartSearch::makeTree(PartWalk& walk) {
          " is of another tree, of another machine: remove it to begin anew");
   hasTree_ = true;
   takeState(walk);
-  // A state that can't be written is fatal before the walk, not after it.
-  writeState();
+  // A state of a part that can't be written is fatal before the walk, not after it.
+  if (owner_ == TreeOwner::part || !watch_.hasUnsaved()) writeState();
   return true;
 }
 
 void PartSearch::walkRest(PartWalk& walk) {
+  // The time of a part is that of its process.
+  if (owner_ == TreeOwner::search) counted_ = watch_.elapsed();
   solutionsBefore_ = walk.state().solutions;
   found_ = 0;
   walk_ = &walk;
@@ -160,11 +165,11 @@ Step PartSearch::progress(double share, std::uint64_t nodes) {
 }
 
 void PartSearch::finish() {
-  if (!hasTree_) return;
-  if (owner_ == TreeOwner::search && isOver())
-    tryTo([this] { return removeTreeState(files_.path); });
-  else
-    writeState();
+  if (hasTree_) writeState();
+}
+
+void PartSearch::removeState() {
+  tryTo([this] { return removeTreeState(files_.path); });
 }
 
 void PartSearch::writeState() {
@@ -176,25 +181,25 @@ void PartSearch::writeState() {
 }
 
 void PartSearch::tryTo(const std::function<bool()>& write) {
-  if (!canWrite_) return;
+  bool isDone = false;
   try {
-    canWrite_ = write();
+    isDone = write();
   } catch (const WriteException&) {
-    canWrite_ = false;
+    // As a file that can't be opened.
   } catch (const LinkException&) {
-    canWrite_ = false;
+    // The same.
   }
-  if (canWrite_) return;
+  if (isDone || std::exchange(hasToldFailure_, true)) return;
   remarkStream() << "*** Could not write file: " << files_.path << endLine();
   stampOutputTime();
 }
 
-double PartSearch::expectedSeconds() const {
-  const std::size_t done = state_.doneCount();
-  if (done == 0) return 0;
-  const double share = static_cast<double>(done) / static_cast<double>(state_.done.size());
-  constexpr double millisecond = 1e-3;
-  return millisecond * static_cast<double>(state_.milliseconds) / share;
+PartSearch::Duration PartSearch::restTime() const {
+  if (!saved_ || saved_->isEnough || saved_->isComplete()) return Duration(0);
+  const Duration spent = std::chrono::milliseconds(saved_->milliseconds);
+  if (spent < telling) return Duration(0);
+  const auto done = static_cast<double>(std::max<std::size_t>(saved_->doneCount(), 1));
+  return spent * (static_cast<double>(saved_->done.size()) - done) / done;
 }
 
 Decided PartSearch::result() const {
@@ -203,8 +208,15 @@ Decided PartSearch::result() const {
     result.proof = state_.known ? Proof::optimum : Proof::noSolution;
     result.best = result.bound = state_.known;
   }
-  if (preparation_ == Preparation::stopped)
-    result.undecided = isLate_ ? Undecided::tooLarge : Undecided::stopped;
+  const bool isTooLarge = isLate_ && !ended_;
+  if (preparation_ == Preparation::stopped) {
+    result.undecided = isTooLarge ? Undecided::tooLarge : Undecided::stopped;
+    if (!saved_) return result;
+    result.count = saved_->solutions;
+    result.nodes = saved_->nodes;
+    result.best = saved_->best;
+    result.bound = saved_->bound;
+  }
   if (preparation_ == Preparation::unknownSteps) result.undecided = Undecided::unknownSteps;
   if (preparation_ == Preparation::noFiniteBox) {
     result.undecided = Undecided::noFiniteBox;
@@ -214,9 +226,9 @@ Decided PartSearch::result() const {
   if (state_.parts == 1 && isComplete()) return joinParts(settings_.aim, std::span(&state_, 1));
   result.undecided = state_.isEnough ? Undecided::enough
                      : isComplete()  ? Undecided::no
-                     : isLate_       ? Undecided::tooLarge
+                     : isTooLarge    ? Undecided::tooLarge
                                      : Undecided::stopped;
-  if (isLate_) result.estimatedSeconds = expectedSeconds();
+  if (isTooLarge) result.estimatedSeconds = restTime().count();
   result.count = state_.isEnough ? state_.solutionsFiled() : state_.solutions;
   result.nodes = state_.nodes;
   if (owner_ == TreeOwner::search) {

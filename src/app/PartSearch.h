@@ -33,10 +33,9 @@ struct TreeFiles {
 /// Whose tree it is.
 enum class TreeOwner {
   /// The search for the part: its state is all that is left of it, so one that can't be written is
-  /// fatal, and it stays when the part is complete. The tree is the same on every run.
+  /// fatal, and it stays when the part is complete. All parts make the same tree.
   part,
-  /// A search of the whole problem, which keeps how far it is if that can be written, and until it
-  /// is
+  /// A search of the whole problem, which keeps how far it is if that can be written, until it is
   /// over. The tree is made for solutions that are better than the known ones.
   search
 };
@@ -48,9 +47,11 @@ class PartSearch : private DecisionListener {
  public:
   using Duration = std::chrono::duration<double>;
 
-  /// `problem` as read, which is copied; without limits of norms.
+  /// `problem` as read, which is copied; without limits of norms. `saved` is the state to go on
+  /// from, if there is one.
   PartSearch(const Vanu<QQ>& problem, DeciderSettings settings, SearchWatch& watch,
-             DirectStars& stars, const SeekOptions& options, TreeFiles files, TreeOwner owner);
+             DirectStars& stars, const SeekOptions& options, TreeFiles files,
+             std::optional<TreeState> saved, TreeOwner owner);
 
   /// The solution is in the solution file, or will be without this search.
   void setKnown(const Star<QQ>& star) { knownPoints_.add(star.x()); }
@@ -59,6 +60,11 @@ class PartSearch : private DecisionListener {
   std::optional<SearchEnd> run(std::optional<Duration> allowed = {});
   /// Writes the state at the end, when all solutions are on disk.
   void finish();
+  /// Removes the state of a search that is over.
+  void removeState();
+  /// What is left of the part takes about this time, or more if no subtree is done; 0 as long as
+  /// the state to go on from says little about it.
+  Duration restTime() const;
 
   Decided result() const;
   /// No tree can be made, however often it is tried.
@@ -86,10 +92,8 @@ class PartSearch : private DecisionListener {
   void walkRest(PartWalk& walk);
   void takeState(const PartWalk& walk);
   void writeState();
-  /// Calls write() unless that has failed before; after the first failure a remark says so.
+  /// Calls write(); after the first failure a remark says so.
   void tryTo(const std::function<bool()>& write);
-  /// Seconds of the whole part, by what was walked; 0 before that says anything.
-  double expectedSeconds() const;
 
   SearchWatch& watch_;
   DirectStars& stars_;
@@ -120,9 +124,9 @@ class PartSearch : private DecisionListener {
   SavePace::Clock::time_point lastWrite_;
   /// Of the present run, which may be without an end.
   SavePace::Clock::time_point begin_;
-  std::optional<SavePace::Clock::time_point> end_;
+  std::optional<std::chrono::time_point<SavePace::Clock, Duration>> end_;
   bool isLate_ = false;
-  bool canWrite_ = true;
+  bool hasToldFailure_ = false;
   bool isEnough_ = false;
   std::optional<SearchEnd> ended_;
 };

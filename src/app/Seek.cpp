@@ -114,6 +114,12 @@ SearchEnd Seek::run() {
   if (options_.json) report_ << jsonLine(ended) << endLine();
   stampOutputTime();
   if (!starsFiled_ && !part_) saveLastLattice(end);
+  const bool isOver = end == SearchEnd::decided || end == SearchEnd::goal;
+  // What it proves has been told.
+  if (starsFiled_ && isOver && !part_) {
+    report_.flush();
+    decide_->removeState();
+  }
   return end;
 }
 
@@ -137,7 +143,8 @@ SearchEnd Seek::search(SolutionSink& sink) {
           "A part of a search proves the optimum, or has solutions enough: not with tnorm or "
           "snorm");
     part_.emplace(lattice_.problemAsRead(), deciderSettings(lattice_, options_), watch_, *stars_,
-                  options_, treeFiles_, TreeOwner::part);
+                  options_, treeFiles_, readTreeState(treeFiles_.path, STARSIFT_VERSION),
+                  TreeOwner::part);
   }
   const bool keepsTree = sink.keepsLattices() && !options_.part;
   decide_.emplace(lattice_, watch_, *stars_, options_,

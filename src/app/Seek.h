@@ -56,7 +56,7 @@ class Seek {
   /// The files of the part become those of the lattice.
   void choosePart();
   SearchEnd searchAll();
-  /// Writes the state of the tree when its solutions are on disk.
+  /// Writes the state of the tree, whose solutions are on disk.
   void finishTree();
   /// The picture of --profile. It changes nothing that is searched.
   void drawPicture();

@@ -39,7 +39,7 @@ std::string optimum(const SearchResult& result) {
 }
 
 std::string openVerdict(const SearchResult& result) {
-  if (result.solutions == 0 && result.decided.count > 0)
+  if (result.isCount && result.decided.count > 0)
     return "Solutions counted: " + std::to_string(result.decided.count) +
            ". This proves nothing: there may be more.";
   if (result.solutions == 0)

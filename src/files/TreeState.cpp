@@ -228,7 +228,8 @@ std::string stateText(const TreeState& state) {
 std::optional<TreeState> readTreeState(const std::string& path, const std::string& version) {
   try {
     const std::optional<InputText> text = readFileText(FilePlace(path));
-    if (!text) return std::nullopt;
+    // Where no file can be removed an empty one is the nearest to none.
+    if (!text || text->view().empty()) return std::nullopt;
     return parseState(path, version, text->view());
   } catch (const ReadException& exception) {
     fail(exception.message());

@@ -76,7 +76,7 @@ std::string problemDigest(const Vanu<QQ>& problem);
 /// The text of a .state file.
 std::string stateText(const TreeState& state);
 
-/// Reads a .state file; nothing if there is none. Fatal: a file of another version of the program
+/// Reads a .state file; nothing if there is none, or an empty one. Fatal: a file of another version of the program
 /// than `version`, one with any byte that stateText() wouldn't have written, and one that can't be
 /// read.
 std::optional<TreeState> readTreeState(const std::string& path, const std::string& version);

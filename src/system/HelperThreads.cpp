@@ -49,17 +49,18 @@ void HelperThreads::join() {
 }
 
 void runBoth(const std::function<void()>& work, const std::function<void()>& here) {
-  HelperThreads helper;
+  // Outlives the thread that sets it.
   std::exception_ptr problem;
-  if (std::thread::hardware_concurrency() > 1)
-    helper.start(1, [&](unsigned) {
-      try {
-        work();
-      } catch (...) {
-        problem = std::current_exception();
-      }
-    });
-  if (helper.count() == 0) work();
+  HelperThreads helper;
+  const auto keepProblem = [&](unsigned) {
+    try {
+      work();
+    } catch (...) {
+      problem = std::current_exception();
+    }
+  };
+  if (std::thread::hardware_concurrency() > 1) helper.start(1, keepProblem);
+  if (helper.count() == 0) keepProblem(1);
   here();
   helper.join();
   if (problem) std::rethrow_exception(problem);

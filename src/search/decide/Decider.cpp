@@ -242,7 +242,8 @@ void Decider::walkPruned() {
   const bool fits = result_.undecided != Undecided::tooLarge ||
                     prunedShare * result_.estimatedSeconds <= settings_.allowed.count();
   if (!fits) return;
-  if (isLong(expectedTime_)) walkEnd_ = Clock::now() + longestTry;
+  if (result_.undecided != Undecided::tooLarge && isLong(expectedTime_))
+    walkEnd_ = Clock::now() + longestTry;
   walk(mildPruning, std::nullopt, settings_.threads);
   walkEnd_.reset();
 }
@@ -259,11 +260,11 @@ void Decider::walk() {
 void Decider::walkToBest() {
   EnumerationEnd end = EnumerationEnd::limit;
   for (std::uint64_t limit = firstWalk; end == EnumerationEnd::limit; limit *= walkGrowth) {
-    if (!nodesLeft_ && isLong(Clock::now() - start_)) {
+    if (result_.best != bestOfTree_ && !prepare()) return;
+    if (limit > firstWalk && !nodesLeft_ && isLong(Clock::now() - start_)) {
       result_.undecided = Undecided::left;
       return;
     }
-    if (result_.best != bestOfTree_ && !prepare()) return;
     end = walk(std::nullopt, limit, settings_.threads);
     if (nodesLeft_ && limit >= *nodesLeft_) break;
   }

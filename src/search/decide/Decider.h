@@ -49,7 +49,7 @@ struct DeciderSettings {
   std::optional<QQ> known;
   std::chrono::duration<double> allowed{600};
   /// A complete tree that may be walked but takes longer than this is left to the caller, who keeps
-  /// how far it is; with Aim::best when this time has gone by, and a good solution is known.
+  /// how far it is; with Aim::best when short walks have taken this time.
   std::optional<std::chrono::duration<double>> longWalk;
   /// The complete tree is walked however long that takes.
   bool isForced = false;
