@@ -11,6 +11,8 @@ void writeComposed(const ComposePiece& compose,
   std::string piece;
   std::string next;
   bool isLast = !compose(piece);
+  // In memory of this thread.
+  if (!isLast) next.reserve(piece.capacity());
   while (!isLast) {
     next.clear();
     runBoth([&] { isLast = !compose(next); }, [&] { write(piece); });

@@ -8,7 +8,10 @@
 
 namespace starsift {
 
-/// Appends a piece of the text, about a megabyte; false if the text ends with it.
+/// A piece takes much longer than the start of a thread; two are in memory.
+constexpr std::size_t pieceLength = std::size_t{1} << 18U;
+
+/// Appends a piece of the text, not much longer than pieceLength; false if the text ends with it.
 using ComposePiece = std::function<bool(std::string&)>;
 
 /// Hands the pieces of a text to `write`, which the calling thread runs, while a second thread
@@ -20,11 +23,10 @@ void writeComposed(const ComposePiece& compose, const std::function<void(std::st
 template <class Element, class Prefetch, class Append>
 void writeElements(const std::vector<Element>& elements, const Prefetch& prefetch,
                    const Append& append, const std::function<void(std::string_view)>& write) {
-  constexpr std::size_t pieceSize = std::size_t{1} << 20U;
   constexpr std::size_t lookahead = 8;
   std::size_t next = 0;
   const auto compose = [&](std::string& piece) {
-    for (; next < elements.size() && piece.size() < pieceSize; ++next) {
+    for (; next < elements.size() && piece.size() < pieceLength; ++next) {
       if (next + lookahead < elements.size()) prefetch(elements[next + lookahead]);
       append(piece, elements[next]);
     }
