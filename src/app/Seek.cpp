@@ -114,7 +114,8 @@ SearchEnd Seek::run() {
   if (options_.json) report_ << jsonLine(ended) << endLine();
   stampOutputTime();
   if (!starsFiled_ && !part_) saveLastLattice(end);
-  const bool isOver = end == SearchEnd::decided || end == SearchEnd::goal;
+  // A count that isn't complete has no other end.
+  const bool isOver = end == SearchEnd::decided || (end == SearchEnd::goal && !options_.count);
   // What it proves has been told.
   if (starsFiled_ && isOver && !part_) {
     report_.flush();

@@ -162,6 +162,17 @@ class Killed(PartsCase):
         self.assertEqual(error, "")
         self.assertFalse(self.state(1, 1).exists())
 
+    def test_tree_whose_rest_takes_too_long_waits_for_prove(self):
+        self.kill_amid(self.start("--part=1/1", "--count", "p.opt"), self.state(1, 1))
+        self.edit(self.state(1, 1), "milliseconds", 10**8)
+        before = self.state(1, 1).read_bytes()
+        out, _ = self.run_to_end("--count", "p.opt")
+        self.assertRegex(out, r"\nA complete search would take about .*; --prove runs it anyway\.\n")
+        self.assertEqual(self.state(1, 1).read_bytes(), before)
+        out, _ = self.run_to_end("--count", "--prove", "p.opt")
+        self.assertIn(f"\nAll {self.count} solutions: the search was complete.\n", out)
+        self.assertFalse(self.state(1, 1).exists())
+
     def test_whole_search_refuses_the_state_of_another_problem(self):
         self.kill_amid(self.start("--part=1/1", "--count", "p.opt"), self.state(1, 1))
         before = self.state(1, 1).read_bytes()
