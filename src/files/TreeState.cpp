@@ -1,6 +1,7 @@
 #include "files/TreeState.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <string_view>
 #include <utility>
@@ -10,6 +11,7 @@
 #include "numbers/VectorQQ.h"
 #include "system/Exceptions.h"
 #include "system/Failure.h"
+#include "system/FilePlace.h"
 #include "text/Digest.h"
 #include "text/InputText.h"
 #include "text/IntegerText.h"
@@ -228,8 +230,7 @@ std::string stateText(const TreeState& state) {
 std::optional<TreeState> readTreeState(const std::string& path, const std::string& version) {
   try {
     const std::optional<InputText> text = readFileText(FilePlace(path));
-    // Where no file can be removed an empty one is the nearest to none.
-    if (!text || text->view().empty()) return std::nullopt;
+    if (!text) return std::nullopt;
     return parseState(path, version, text->view());
   } catch (const ReadException& exception) {
     fail(exception.message());
@@ -246,8 +247,7 @@ bool writeTreeState(const std::string& path, const TreeState& state) {
 }
 
 bool removeTreeState(const std::string& path) {
-  // An empty text removes a file.
-  return ResultFile(path).commit() == Commit::written;
+  return FilePlace(path).unlinkPath() || errno == ENOENT;
 }
 
 }  // namespace starsift

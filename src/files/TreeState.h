@@ -76,7 +76,7 @@ std::string problemDigest(const Vanu<QQ>& problem);
 /// The text of a .state file.
 std::string stateText(const TreeState& state);
 
-/// Reads a .state file; nothing if there is none, or an empty one. Fatal: a file of another version of the program
+/// Reads a .state file; nothing if there is none. Fatal: a file of another version of the program
 /// than `version`, one with any byte that stateText() wouldn't have written, and one that can't be
 /// read.
 std::optional<TreeState> readTreeState(const std::string& path, const std::string& version);
@@ -84,7 +84,7 @@ std::optional<TreeState> readTreeState(const std::string& path, const std::strin
 /// Writes it whole or not at all; throws as ResultFile. Returns false if it can't be opened.
 bool writeTreeState(const std::string& path, const TreeState& state);
 
-/// Removes the file; throws as ResultFile. Returns false if there is one that can't be opened.
+/// Removes the file. Returns false if there is one that stays. LinkException as FilePlace.
 bool removeTreeState(const std::string& path);
 
 }  // namespace starsift

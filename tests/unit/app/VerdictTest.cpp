@@ -74,7 +74,15 @@ TEST_F(VerdictTest, SaysNothingOfTheFirstSolutionWhereAllWereOnlyCounted) {
 
 TEST_F(VerdictTest, TellsWhatWasCountedBeforeTheEnd) {
   result_.decided.count = 40364781;
+  result_.isCount = true;
   EXPECT_EQ(verdict(), "Solutions counted: 40364781. This proves nothing: there may be more.\n");
+}
+
+TEST_F(VerdictTest, CallsSolutionsOfAnEarlierRunKnown) {
+  result_.decided.count = 5;
+  result_.hasStars = true;
+  EXPECT_EQ(verdict(),
+            "No further solution was found. This proves nothing: there may be one all the same.\n");
 }
 
 TEST_F(VerdictTest, SaysOfProofsThatStepsMatter) {
