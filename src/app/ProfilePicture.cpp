@@ -14,12 +14,12 @@ namespace starsift {
 
 namespace {
 
-/// Without the settings of the user.
+/// Without the plotSettings of the user.
 std::optional<std::string> gnuplot(const std::string& script) {
   return filtered("gnuplot", {"-d"}, script);
 }
 
-constexpr const char* settings =
+constexpr const char* plotSettings =
     "set terminal svg size 960,400 noenhanced background '#ffffff'\n"
     "set multiplot layout 1,2\n"
     "set xlabel 'k'\n"
@@ -46,7 +46,7 @@ void requireGnuplot() {
 std::string profileScript(const std::vector<ProfileCurve>& curves) {
   TextWriter script;
   script.precision(6);
-  script << settings;
+  script << plotSettings;
   for (std::size_t i = 0; i < curves.size(); ++i) {
     script << "$curve" << i << " << END\n";
     for (std::size_t k = 0; k < curves[i].lengths.size(); ++k)
