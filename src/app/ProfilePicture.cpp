@@ -14,7 +14,7 @@ namespace starsift {
 
 namespace {
 
-/// Without the plotSettings of the user.
+/// Without the settings of the user.
 std::optional<std::string> gnuplot(const std::string& script) {
   return filtered("gnuplot", {"-d"}, script);
 }
