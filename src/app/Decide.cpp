@@ -102,10 +102,13 @@ bool Decide::run() {
          hasNoBest();
 }
 
+Array<Star<QQ>> Decide::knownStars() const {
+  return wantsBest() || options_.count ? Array<Star<QQ>>() : lattice_.starsFiledAfter(0);
+}
+
 void Decide::decideAtOnce() {
   Decider decider = makeDecider();
-  if (!wantsBest() && !options_.count)
-    for (const auto& star : lattice_.starsFiledAfter(0)) decider.setKnown(star);
+  for (const auto& star : knownStars()) decider.setKnown(star);
   result_ = decider.run();
   nodesBefore_ = result_.nodes;
   if (result_.undecided == Undecided::left) makeTree({});
@@ -118,8 +121,7 @@ void Decide::walkLongTree() {
     result_.estimatedSeconds = tree_->restTime().count();
     return;
   }
-  if (!wantsBest() && !options_.count)
-    for (const auto& star : lattice_.starsFiledAfter(0)) tree_->setKnown(star);
+  for (const auto& star : knownStars()) tree_->setKnown(star);
   const std::optional<QQ> bound = result_.bound;
   ended_ = tree_->run(settings_.isForced ? std::nullopt : std::optional(allowed));
   result_ = tree_->result();

@@ -63,6 +63,8 @@ class Decide : private DecisionListener {
   /// Makes the tree that a state is of.
   void openTree();
   void makeTree(const std::optional<TreeState>& saved);
+  /// Solutions of the lattice that a walk needn't tell of.
+  Array<Star<QQ>> knownStars() const;
   void decideAtOnce();
   void walkLongTree();
 

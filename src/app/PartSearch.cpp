@@ -106,6 +106,8 @@ bool PartSearch::makeTree(PartWalk& walk) {
     fail("File " + files_.path +
          " is of another tree, of another machine: remove it to begin anew");
   hasTree_ = true;
+  // The time of a part is that of its process; lattices say nothing of how long a tree takes.
+  if (owner_ == TreeOwner::search) counted_ = watch_.elapsed();
   takeState(walk);
   // A state of a part that can't be written is fatal before the walk, not after it.
   if (owner_ == TreeOwner::part || !watch_.hasUnsaved()) writeState();
@@ -113,8 +115,6 @@ bool PartSearch::makeTree(PartWalk& walk) {
 }
 
 void PartSearch::walkRest(PartWalk& walk) {
-  // The time of a part is that of its process.
-  if (owner_ == TreeOwner::search) counted_ = watch_.elapsed();
   solutionsBefore_ = walk.state().solutions;
   found_ = 0;
   walk_ = &walk;
