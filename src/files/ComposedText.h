@@ -8,14 +8,17 @@
 
 namespace starsift {
 
-/// A piece takes much longer than the start of a thread; two are in memory.
-constexpr std::size_t pieceLength = std::size_t{1} << 18U;
+/// A piece takes much longer to compose than to hand over.
+constexpr std::size_t pieceLength = std::size_t{1} << 17U;
+/// Pieces in memory.
+constexpr std::size_t piecesAhead = 4;
 
 /// Appends a piece of the text, not much longer than pieceLength; false if the text ends with it.
 using ComposePiece = std::function<bool(std::string&)>;
 
 /// Hands the pieces of a text to `write`, which the calling thread runs, while a second thread
-/// composes the next one. Throws what the two throw.
+/// composes the next ones; without one where the machine has a single core or grants no thread.
+/// Throws what the two throw.
 void writeComposed(const ComposePiece& compose, const std::function<void(std::string_view)>& write);
 
 /// The same for the texts of elements in a vector, which `append` composes one by one. `prefetch`

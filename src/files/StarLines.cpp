@@ -8,7 +8,6 @@
 #include <limits>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -19,6 +18,7 @@
 #include "stars/StarCheck.h"
 #include "system/Exceptions.h"
 #include "system/Failure.h"
+#include "system/HelperThreads.h"
 #include "system/LargePages.h"
 #include "text/TextCursor.h"
 
@@ -298,17 +298,13 @@ class PartReaders {
 
   /// False if the parts can't be told apart, or a record needs a reader of stars.
   bool read(unsigned threads, const std::function<void(const ReadProgress&)>& watch) {
-    std::vector<std::thread> helpers;
     // Without a look at the cores for a short text: the C library reads a file for it.
     if (threads == allCores && parts_.size() > 1) threads = std::thread::hardware_concurrency();
-    try {
-      while (helpers.size() + 1 < std::min<std::size_t>(threads, parts_.size()))
-        helpers.emplace_back([this] { readSome([] {}); });
-    } catch (const std::system_error&) {
-      // As many as the system grants.
-    }
+    threads = std::clamp(threads, 1U, static_cast<unsigned>(parts_.size()));
+    HelperThreads helpers;
+    if (threads > 1) helpers.start(threads - 1, [this](unsigned) { readSome([] {}); });
     readSome([&] { watch(progress()); });
-    for (std::thread& helper : helpers) helper.join();
+    helpers.join();
     if (problem_) std::rethrow_exception(problem_);
     return !failed_;
   }

@@ -1,7 +1,6 @@
 #include "system/HelperThreads.h"
 
 #include <csignal>
-#include <exception>
 #include <optional>
 #include <system_error>
 
@@ -46,24 +45,6 @@ void HelperThreads::start(unsigned count, const std::function<void(unsigned)>& w
 void HelperThreads::join() {
   for (std::thread& thread : threads_) thread.join();
   threads_.clear();
-}
-
-void runBoth(const std::function<void()>& work, const std::function<void()>& here) {
-  // Outlives the thread that sets it.
-  std::exception_ptr problem;
-  HelperThreads helper;
-  const auto keepProblem = [&](unsigned) {
-    try {
-      work();
-    } catch (...) {
-      problem = std::current_exception();
-    }
-  };
-  if (std::thread::hardware_concurrency() > 1) helper.start(1, keepProblem);
-  if (helper.count() == 0) keepProblem(1);
-  here();
-  helper.join();
-  if (problem) std::rethrow_exception(problem);
 }
 
 }  // namespace starsift

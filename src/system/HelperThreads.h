@@ -30,8 +30,4 @@ class HelperThreads {
   std::vector<std::thread> threads_;
 };
 
-/// Calls `work` in a helper thread and meanwhile `here` in the calling one; one after the other
-/// where the machine has a single core or grants no thread. What `here` throws comes first.
-void runBoth(const std::function<void()>& work, const std::function<void()>& here);
-
 }  // namespace starsift

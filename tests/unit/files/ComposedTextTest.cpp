@@ -52,7 +52,7 @@ TEST(ComposedText, FailureToWriteEndsTheComposition) {
   };
   const auto write = [](std::string_view) { throw std::runtime_error("no space"); };
   EXPECT_THROW(writeElements(elements, nothing, append, write), std::runtime_error);
-  EXPECT_EQ(composed, 2U);
+  EXPECT_LE(composed, piecesAhead);
 }
 
 TEST(ComposedText, FailureToComposeIsThatOfTheCaller) {

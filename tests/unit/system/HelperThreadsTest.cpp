@@ -4,8 +4,6 @@
 
 #include <array>
 #include <csignal>
-#include <new>
-#include <thread>
 
 #include "system/HostedCall.h"
 
@@ -47,28 +45,6 @@ TEST(HelperThreads, LeaveSignalsToTheirCaller) {
   helpers.join();
   EXPECT_TRUE(isBlocked);
   EXPECT_FALSE(blocksInterrupts());
-}
-
-TEST(RunBoth, DoesBoth) {
-  bool isWorkDone = false;
-  bool isHereDone = false;
-  const std::thread::id caller = std::this_thread::get_id();
-  std::thread::id here;
-  runBoth([&] { isWorkDone = true; },
-          [&] {
-            isHereDone = true;
-            here = std::this_thread::get_id();
-          });
-  EXPECT_TRUE(isWorkDone);
-  EXPECT_TRUE(isHereDone);
-  EXPECT_EQ(here, caller);
-}
-
-TEST(RunBoth, ThrowsWhatEitherThrows) {
-  const auto nothing = [] {};
-  const auto outOfMemory = [] { throw std::bad_alloc(); };
-  EXPECT_THROW(runBoth(outOfMemory, nothing), std::bad_alloc);
-  EXPECT_THROW(runBoth(nothing, outOfMemory), std::bad_alloc);
 }
 
 }  // namespace
