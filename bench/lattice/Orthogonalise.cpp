@@ -96,7 +96,7 @@ void addRestart(Index dimension) {
     lattice.modifiedOrthogonalise(1, 0, OnDependency::report, LqCache::use);
     for (auto _ : state) {
       // The last row changes.
-      lattice.basis.subtract(dimension, 1, -1);
+      lattice.basis.subtract(dimension, {{1, -1}});
       lattice.basis.vecStatus[dimension] = 0;
       lattice.modifiedOrthogonalise(1, 0, OnDependency::report, LqCache::use);
     }

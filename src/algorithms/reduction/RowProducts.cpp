@@ -1,6 +1,7 @@
 #include "algorithms/reduction/RowProducts.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace starsift {
@@ -78,6 +79,32 @@ void RowProducts<R>::swap(Index i, Index j) {
   }
   std::swap(rows_[i], rows_[j]);
   renewVectors(i, j);
+}
+
+template <class R>
+void RowProducts<R>::subtract(Matrix<R>& rows, Index k,
+                              const std::vector<RowMultiple<R>>& multiples) {
+  const bool isShort = k <= rows_.dimension() && subtractShort(rows, k, multiples);
+  if (!isShort)
+    for (const RowMultiple<R>& one : multiples)
+      subtractMultiple(rows[k], rows[one.row], one.factor);
+  for (const RowMultiple<R>& one : multiples) change(k, std::fabs(one.factor));
+  if (isShort) rows_[k].isImageKnown = true;
+}
+
+template <class R>
+bool RowProducts<R>::subtractShort(Matrix<R>& rows, Index k,
+                                   const std::vector<RowMultiple<R>>& multiples) {
+  multiples_.clear();
+  for (const RowMultiple<R>& one : multiples) {
+    const auto factor = static_cast<double>(one.factor);
+    if (static_cast<R>(factor) != one.factor) return false;
+    multiples_.push_back({&imageOf(rows, one.row), factor});
+  }
+  ShortRow<R>& image = imageOf(rows, k);
+  if (!image.subtract(multiples_)) return false;
+  image.copyTo(rows[k]);
+  return true;
 }
 
 template <class R>
@@ -198,7 +225,7 @@ R RowProducts<R>::withoutLoss(const R& product, const Matrix<R>& rows, Index k, 
 }
 
 template <class R>
-const ShortRow<R>& RowProducts<R>::imageOf(const Matrix<R>& rows, Index k) {
+ShortRow<R>& RowProducts<R>::imageOf(const Matrix<R>& rows, Index k) {
   Row& row = rows_[k];
   if (!row.isImageKnown) row.image.assign(rows[k]);
   row.isImageKnown = true;

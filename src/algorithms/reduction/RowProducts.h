@@ -11,8 +11,10 @@
 #include <cstdint>
 #include <functional>
 #include <utility>
+#include <vector>
 
 #include "algorithms/reduction/ShortRow.h"
+#include "algorithms/reduction/SizeReduce.h"
 #include "core/Matrix.h"
 
 namespace starsift {
@@ -39,6 +41,9 @@ class RowProducts {
   /// Rows i and j were swapped.
   void swap(Index i, Index j);
 
+  /// Subtracts multiples of rows before k from row k of `rows`, as change() tells, once for each of
+  /// them. The same sums as one by one, in a fraction of the time if all numbers are short.
+  void subtract(Matrix<R>& rows, Index k, const std::vector<RowMultiple<R>>& multiples);
   /// A multiple of a row before k was subtracted from row k; its products are invalid until
   /// keep(). Their rounding errors grow by `factor`, a magnitude, in units of the rounding
   /// errors at the time when they were computed.
@@ -92,7 +97,9 @@ class RowProducts {
   /// A product of rounded rows, or the exact product if cancellation leaves too few digits.
   R withoutLoss(const R& product, const Matrix<R>& rows, Index k, Index j,
                 const Vector<R>& lengths);
-  const ShortRow<R>& imageOf(const Matrix<R>& rows, Index k);
+  ShortRow<R>& imageOf(const Matrix<R>& rows, Index k);
+  /// False, and nothing changes, if a number isn't short.
+  bool subtractShort(Matrix<R>& rows, Index k, const std::vector<RowMultiple<R>>& multiples);
 
   Array<Row> rows_;
   /// Stamps of the orthogonal vectors.
@@ -100,6 +107,8 @@ class RowProducts {
   std::int64_t lastStamp_ = 0;
   /// Empty if the rows aren't rounded.
   ExactProduct exact_;
+  /// Memory of subtractShort().
+  std::vector<ShortMultiple<R>> multiples_;
 };
 
 extern template class RowProducts<long double>;

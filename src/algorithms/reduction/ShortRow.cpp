@@ -16,24 +16,61 @@ constexpr std::size_t sparseShare = 8;
 
 template <class R>
 void ShortRow<R>::assign(const Vector<R>& row) {
-  constexpr R bound = 9007199254740992;  // 2^53
   const auto count = static_cast<std::size_t>(row.dimension());
   entries_.resize(count);
-  places_.clear();
-  greatest_ = 1;
   const R* const source = row.begin();
   for (std::size_t i = 0; i < count; ++i) {
-    if (!(std::fabs(source[i]) < bound) ||
+    if (!(std::fabs(source[i]) < static_cast<R>(bound)) ||
         static_cast<R>(static_cast<std::int64_t>(source[i])) != source[i]) {
       greatest_ = std::numeric_limits<double>::infinity();
       return;
     }
     entries_[i] = static_cast<double>(source[i]);
-    greatest_ = std::max(greatest_, std::fabs(entries_[i]));
-    if (entries_[i] != 0) places_.push_back(static_cast<std::uint32_t>(i));
   }
-  isSparse_ = places_.size() * sparseShare <= count;
-  if (!isSparse_) places_.clear();
+  examine();
+}
+
+template <class R>
+void ShortRow<R>::examine() {
+  greatest_ = 1;
+  std::size_t nonzero = 0;
+  for (const double entry : entries_) {
+    greatest_ = std::max(greatest_, std::fabs(entry));
+    nonzero += entry != 0 ? 1 : 0;
+  }
+  isSparse_ = nonzero * sparseShare <= entries_.size();
+  places_.clear();
+  if (!isSparse_) return;
+  for (std::size_t i = 0; i < entries_.size(); ++i)
+    if (entries_[i] != 0) places_.push_back(static_cast<std::uint32_t>(i));
+}
+
+template <class R>
+bool ShortRow<R>::subtract(const std::vector<ShortMultiple<R>>& multiples) {
+  double greatest = greatest_;
+  for (const ShortMultiple<R>& multiple : multiples)
+    greatest += std::fabs(multiple.factor) * multiple.row->greatest_;
+  if (!(greatest < bound)) return false;
+  for (const ShortMultiple<R>& multiple : multiples) subtract(multiple);
+  examine();
+  return true;
+}
+
+template <class R>
+void ShortRow<R>::subtract(const ShortMultiple<R>& multiple) {
+  double* const entries = entries_.data();
+  const double* const other = multiple.row->entries_.data();
+  const double factor = multiple.factor;
+  if (multiple.row->isSparse_) {
+    for (const std::uint32_t i : multiple.row->places_) entries[i] -= factor * other[i];
+  } else {
+    for (std::size_t i = 0; i < entries_.size(); ++i) entries[i] -= factor * other[i];
+  }
+}
+
+template <class R>
+void ShortRow<R>::copyTo(Vector<R>& row) const {
+  std::copy(entries_.begin(), entries_.end(), row.begin());
 }
 
 template <class R>

@@ -1,5 +1,5 @@
-// Rows of short integers, whose products are exact in double and computed in a fraction of the
-// time that long double takes.
+// Rows of short integers, whose products and sums are exact in double and computed in a fraction of
+// the time that long double takes.
 #pragma once
 
 #include <array>
@@ -9,6 +9,16 @@
 #include "core/Vector.h"
 
 namespace starsift {
+
+template <class R>
+class ShortRow;
+
+/// An integer times a row.
+template <class R>
+struct ShortMultiple {
+  const ShortRow<R>* row;
+  double factor;
+};
 
 /// The integers of a row in double.
 template <class R>
@@ -20,15 +30,24 @@ class ShortRow {
 
   /// True if product() with this row is exact: no partial sum reaches 2^53.
   bool isExactWith(const ShortRow& other) const {
-    constexpr double bound = 9007199254740992;  // 2^53
     return greatest_ * other.greatest_ * static_cast<double>(entries_.size()) < bound;
   }
   /// The product of two rows of equal length.
   R product(const ShortRow& other) const;
+  /// Subtracts multiples of other rows of equal length. False, and nothing changes, if a partial
+  /// sum may reach 2^53.
+  bool subtract(const std::vector<ShortMultiple<R>>& multiples);
+  /// Writes the integers to a row of equal length.
+  void copyTo(Vector<R>& row) const;
   /// The products with four rows, in the time of two unless rows are sparse.
   std::array<R, 4> products(const std::array<const ShortRow*, 4>& others) const;
 
  private:
+  static constexpr double bound = 9007199254740992;  // 2^53
+
+  /// Sets what is known of the entries.
+  void examine();
+  void subtract(const ShortMultiple<R>& multiple);
   /// The product of this row, a sparse one, with another row.
   R sparseProduct(const ShortRow& other) const;
 

@@ -56,7 +56,7 @@ void variateBasis(Lattice<T, R>& lattice) {
   shuffleBasis(basis, random);
   for (Index k = basis.n; k >= 2; --k)
     for (int mixed = 0; mixed < maxMixedRows; ++mixed)
-      basis.subtract(k, randomIndex(random, k - 1), random() % 2 == 0 ? R(1) : R(-1));
+      basis.subtract(k, {{randomIndex(random, k - 1), random() % 2 == 0 ? R(1) : R(-1)}});
   basis.forgetFrom(1);
   shuffleBasis(basis, random);
 }

@@ -20,7 +20,7 @@ void addMultiple(Basis<T, R>& basis, Index k, Index j, const R& q) {
     const T sum = supNorm(basis.B()[k]) + std::fabs(q) * supNorm(basis.B()[j]);
     if (!(sum <= T(fatalBound))) throw PrecisionException("insertion overflow");
   }
-  basis.subtract(k, j, -q);
+  basis.subtract(k, {{j, -q}});
 }
 
 }  // namespace

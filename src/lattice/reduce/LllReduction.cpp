@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <span>
+#include <utility>
 #include <vector>
 
 #include "algorithms/exact/IndependentRows.h"
@@ -25,6 +27,10 @@ constexpr long double exactSquare = 0x1p63L;
 
 /// Rounds on one row, each with new Gram-Schmidt data.
 constexpr int maxSizeReductionRounds = 50;
+
+/// Gram-Schmidt coefficients of a row that are reduced together: those before them are updated once
+/// for all.
+constexpr Index coefficientBlock = 16;
 
 /// Moves of dependent rows in one step, per row of the basis. Each move makes progress, unless
 /// cancellation makes a row seem short: such a row would be moved for ever.
@@ -119,21 +125,42 @@ auto LllReduction<T, R>::withFallback(Step step) -> decltype(step()) {
 
 template <class T, class R>
 R LllReduction<T, R>::reduceCoefficients(Index k, bool strict) {
+  multiples_.clear();
   R largest = R();
   Index last = 0;
-  Matrix<R>& mu = data_.mu;
-  for (Index j = k - 1; j >= 1; --j) {
-    if (sizeReduced(k, j, mu, settings_.eta)) continue;
-    const R q = std::round(mu[k][j]);
-    const auto& rows = basis_.B();
-    if (strict && lengthens(rows[k], rows[j], NumberConversion<T, R>::ofInteger(q))) continue;
-    subtractCoefficients(mu, k, j, q);
-    basis_.subtract(k, j, q);
-    largest = std::max(largest, std::fabs(q));
-    last = std::max(last, j);
+  // A test of the row itself needs all that was subtracted before.
+  const Index width = strict ? 1 : coefficientBlock;
+  for (Index end = k - 1; end >= 1; end -= width) {
+    const Index first = std::max(end - width + 1, Index{1});
+    const std::size_t before = multiples_.size();
+    for (Index j = end; j >= first; --j) findMultiple(k, j, first, strict);
+    const auto found = std::span(std::as_const(multiples_)).subspan(before);
+    if (found.empty()) continue;
+    last = std::max(last, found.front().row);
+    for (const RowMultiple<R>& one : found) largest = std::max(largest, std::fabs(one.factor));
+    subtractCoefficients(data_.mu, k, found, first - 1);
+    if (strict) subtractMultiples(k);
   }
-  if (last > 0) basis_.products().keep(k, last, mu[k], data_.cLen);
+  subtractMultiples(k);
+  if (last > 0) basis_.products().keep(k, last, data_.mu[k], data_.cLen);
   return largest;
+}
+
+template <class T, class R>
+void LllReduction<T, R>::findMultiple(Index k, Index j, Index first, bool strict) {
+  if (sizeReduced(k, j, data_.mu, settings_.eta)) return;
+  const R q = std::round(data_.mu[k][j]);
+  const auto& rows = basis_.B();
+  if (strict && lengthens(rows[k], rows[j], NumberConversion<T, R>::ofInteger(q))) return;
+  multiples_.push_back({j, q});
+  subtractCoefficients(data_.mu, k, multiples_.back(), first);
+}
+
+template <class T, class R>
+void LllReduction<T, R>::subtractMultiples(Index k) {
+  if (multiples_.empty()) return;
+  basis_.subtract(k, multiples_);
+  multiples_.clear();
 }
 
 template <class T, class R>

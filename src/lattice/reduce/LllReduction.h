@@ -5,6 +5,8 @@
 // C. P. Schnorr, M. Euchner, Math. Programming 66 (1994).
 #pragma once
 
+#include <vector>
+
 #include "lattice/reduce/ReductionObserver.h"
 #include "lattice/state/GramSchmidtData.h"
 
@@ -144,6 +146,10 @@ class LllReduction {
   bool isTooShort(Index k) const;
   /// One round of size reduction; returns the greatest factor, 0 if nothing changed.
   R reduceCoefficients(Index k, bool strict);
+  /// Reduces coefficient j of row k by a multiple of row j, and with it those from `first` on.
+  void findMultiple(Index k, Index j, Index first, bool strict);
+  /// Subtracts the multiples that wait from row k.
+  void subtractMultiples(Index k);
   /// The tests and swaps of a pass, up to the row at which it ends.
   void exchangeRows(PassStatus& status);
   /// No Gram-Schmidt coefficient of row k exceeds eta by more than the tolerance.
@@ -160,6 +166,8 @@ class LllReduction {
   RowVisitor& visitor_;
   LllSettings<R> settings_;
   Index deepInsertions_ = 0;
+  /// Of the row that is reduced, to be subtracted together.
+  std::vector<RowMultiple<R>> multiples_;
 };
 
 /// The budget of the pass after one with these counts: doubled if the skipped tests exceed a

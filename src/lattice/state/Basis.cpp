@@ -139,12 +139,13 @@ void Basis<T, R>::swap(Index i, Index j, RowStatus status) {
 }
 
 template <class T, class R>
-void Basis<T, R>::subtract(Index k, Index j, const R& q) {
-  const T factor = NumberConversion<T, R>::ofInteger(q);
-  subtractMultiple(B_[k], B_[j], factor);
-  images_.change(k, std::fabs(q));
+void Basis<T, R>::subtract(Index k, const std::vector<RowMultiple<R>>& multiples) {
+  images_.subtract(B_, k, multiples);
   checked_.forget(k);
-  if (tracksMoves) subtractMultiple(TT[TT.dimension()][k], TT[TT.dimension()][j], factor);
+  if (!tracksMoves) return;
+  Matrix<T>& moves = TT[TT.dimension()];
+  for (const RowMultiple<R>& one : multiples)
+    subtractMultiple(moves[k], moves[one.row], NumberConversion<T, R>::ofInteger(one.factor));
 }
 
 template <class T, class R>

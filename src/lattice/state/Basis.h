@@ -4,7 +4,10 @@
 // it changes and, while moves are tracked, makes the same move on the transformation.
 #pragma once
 
+#include <vector>
+
 #include "algorithms/exact/CoordinateFactors.h"
+#include "algorithms/reduction/SizeReduce.h"
 #include "core/Matrix.h"
 #include "lattice/state/RowImages.h"
 #include "lattice/state/RowMarks.h"
@@ -87,8 +90,9 @@ class Basis {
   /// Swaps rows i and j, 0 <= i, j <= n, and the data that move with them. With
   /// RowStatus::forget the status words from the first of them on are cleared.
   void swap(Index i, Index j, RowStatus status);
-  /// b_k -= q * b_j for an integer q, j < k; the caller updates the status words.
-  void subtract(Index k, Index j, const R& q);
+  /// b_k -= q * b_j for each multiple q, an integer, of a row j < k, in their order; the caller
+  /// updates the status words.
+  void subtract(Index k, const std::vector<RowMultiple<R>>& multiples);
   /// scale[i] := value, the rows mapped again; their status is cleared if they changed.
   void setScale(Index i, const T& value, const T& homValue);
   /// B := rows, n x m; all row data become invalid.

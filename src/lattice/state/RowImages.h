@@ -3,6 +3,8 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
+#include <vector>
 
 #include "algorithms/reduction/RowProducts.h"
 #include "core/Matrix.h"
@@ -10,7 +12,7 @@
 namespace starsift {
 
 /// The rows of one basis, rounded to nearest once per change. Each change of a row must be
-/// reported by one of the first four operations before the next use.
+/// made by subtract(), or reported by one of the operations before it, before the next use.
 template <class T, class R>
 class RowImages {
  public:
@@ -35,10 +37,13 @@ class RowImages {
     }
     products_.swap(i, j);
   }
-  /// A multiple, of magnitude `factor`, of a row before k was subtracted from row k.
-  void change(Index k, const R& factor) {
+  /// Subtracts multiples of rows before k from row k of the basis, which needs no report.
+  void subtract(Matrix<T>& basis, Index k, const std::vector<RowMultiple<R>>& multiples) {
+    for (const RowMultiple<R>& one : multiples) {
+      subtractMultiple(basis[k], basis[one.row], NumberConversion<T, R>::ofInteger(one.factor));
+      products_.change(k, std::fabs(one.factor));
+    }
     forgetImage(k);
-    products_.change(k, factor);
   }
 
   /// A matrix whose rows 1..min(last, n) are the rounded rows of the basis. A squared length
@@ -86,7 +91,9 @@ class RowImages<R, R> {
   void forget(Index k) { products_.forget(k); }
   void forgetAll() { products_.forgetAll(); }
   void swap(Index i, Index j) { products_.swap(i, j); }
-  void change(Index k, const R& factor) { products_.change(k, factor); }
+  void subtract(Matrix<R>& basis, Index k, const std::vector<RowMultiple<R>>& multiples) {
+    products_.subtract(basis, k, multiples);
+  }
   const Matrix<R>& of(const Matrix<R>& basis, Index /*last*/) {
     products_.resize(basis.rowCount());
     return basis;

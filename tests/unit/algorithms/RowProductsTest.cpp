@@ -40,9 +40,8 @@ class RowProductsOf : public testing::Test {
 
   /// As size reduction does.
   void subtract(Index k, Index j, long double q) {
-    subtractMultiple(rows[k], rows[j], q);
-    subtractCoefficients(mu, k, j, q);
-    products.change(k, std::fabs(q));
+    subtractCoefficients(mu, k, {j, q}, 1);
+    products.subtract(rows, k, {{j, q}});
     products.keep(k, j, mu[k], cLen);
   }
 
@@ -222,6 +221,35 @@ TEST(RowProducts, MayBeForgottenBeforeThereAreAny) {
   products.forgetAll();
   products.resize(1);
   EXPECT_EQ(products.squaredLength(M{{3, 4}}, 1), 25);
+}
+
+/// Row 4 of `rows` minus multiples of the others, by the products and one by one.
+void compareSubtraction(M rows) {
+  const std::vector<RowMultiple<long double>> multiples{{3, 2}, {2, -1}, {1, 5}};
+  M expected(rows);
+  for (const auto& one : multiples) subtractMultiple(expected[4], expected[one.row], one.factor);
+  RowProducts<long double> products;
+  products.resize(4);
+  products.squaredLength(rows, 4);
+  products.subtract(rows, 4, multiples);
+  EXPECT_TRUE(identical(rows, expected));
+  EXPECT_EQ(products.squaredLength(rows, 4), expected[4] * expected[4]);
+}
+
+TEST(RowProducts, SubtractMultiplesOfShortRows) {
+  compareSubtraction({{1, 0, 2}, {0, -3, 1}, {7, 8, 9}, {10, 20, 30}});
+}
+
+TEST(RowProducts, SubtractMultiplesOfLongRows) {
+  compareSubtraction({{1, 0, 2}, {0, 0x1p54L + 1, 1}, {7, 8, 9}, {10, 20, 30}});
+  compareSubtraction({{1, 0, 2}, {0, 3, 1}, {7, 8, 9}, {10, 0x1p53L - 1, 30}});
+}
+
+TEST(RowProducts, SubtractMultiplesBeforeTheyHaveASize) {
+  M rows{{1, 2}, {3, 4}};
+  RowProducts<long double> products;
+  products.subtract(rows, 2, {{1, 3}});
+  EXPECT_TRUE(identical(rows, M{{1, 2}, {0, -2}}));
 }
 
 }  // namespace

@@ -82,5 +82,48 @@ TEST(ShortRow, SparseRowsHaveTheProductsOfFullOnes) {
   EXPECT_EQ(a.product(b), 1496);
 }
 
+V entries(const ShortRow<long double>& row, Index count) {
+  V result(count);
+  row.copyTo(result);
+  return result;
+}
+
+TEST(ShortRow, MultiplesAreSubtracted) {
+  const auto a = shortRow({1, 0, 2});
+  const auto b = shortRow({0, 5, -1});
+  auto row = shortRow({10, 20, 30});
+  EXPECT_TRUE(row.subtract({{&a, 3}, {&b, -2}}));
+  EXPECT_TRUE(identical(entries(row, 3), V{7, 30, 22}));
+  // What is known of the entries changes with them.
+  EXPECT_EQ(row.product(row), 49 + 900 + 484);
+}
+
+TEST(ShortRow, RowsBecomeSparseAndFullBySubtraction) {
+  V many(16);
+  for (Index i = 1; i <= 16; ++i) many[i] = i;
+  const auto full = shortRow(many);
+  auto row = full;
+  EXPECT_TRUE(row.subtract({{&full, 1}}));
+  EXPECT_TRUE(identical(entries(row, 16), V(16)));
+  EXPECT_EQ(row.product(full), 0);
+  V one(16);
+  one[3] = 1;
+  const auto sparse = shortRow(one);
+  EXPECT_TRUE(row.subtract({{&sparse, -4}, {&full, 2}}));
+  EXPECT_EQ(row.product(sparse), -2);
+  EXPECT_EQ(row.product(full), 4 * 3 - 2 * 1496);
+}
+
+TEST(ShortRow, SumsBeyondTheIntegersOfDoubleAreRefused) {
+  const auto other = shortRow({1, 2});
+  auto row = shortRow({limit - 4, 1});
+  EXPECT_FALSE(row.subtract({{&other, 2}}));
+  EXPECT_TRUE(identical(entries(row, 2), V{limit - 4, 1}));
+  EXPECT_TRUE(row.subtract({{&other, -1}}));
+  EXPECT_TRUE(identical(entries(row, 2), V{limit - 3, 3}));
+  const auto fraction = shortRow({0.5L, 1});
+  EXPECT_FALSE(row.subtract({{&fraction, 0}}));
+}
+
 }  // namespace
 }  // namespace starsift

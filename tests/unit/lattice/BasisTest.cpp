@@ -42,20 +42,20 @@ TYPED_TEST(BasisOver, StartsFromTheGeneratedRows) {
 TYPED_TEST(BasisOver, TrackedMovesLeadFromTheGeneratedRowsToThePresentOnes) {
   this->basis.tracksMoves = true;
   this->basis.swap(1, 3, RowStatus::forget);
-  this->basis.subtract(3, 2, 4);
-  this->basis.subtract(2, 1, -1);
+  this->basis.subtract(3, {{2, 4}});
+  this->basis.subtract(2, {{1, -1}});
   EXPECT_TRUE(identical(this->basis.TT[1] * this->basis.B_save, this->basis.B()));
 }
 
 TYPED_TEST(BasisOver, UntrackedMovesLeaveTheTransformation) {
   this->basis.swap(1, 3, RowStatus::forget);
-  this->basis.subtract(3, 1, 2);
+  this->basis.subtract(3, {{1, 2}});
   EXPECT_TRUE(identical(this->basis.TT[1], Matrix<TypeParam>::identity(3)));
 }
 
 TYPED_TEST(BasisOver, RowThatChangesHasToBeCheckedAgain) {
   for (Index k = 1; k <= 3; ++k) EXPECT_FALSE(this->basis.markChecked(k));
-  this->basis.subtract(3, 1, 2);
+  this->basis.subtract(3, {{1, 2}});
   EXPECT_TRUE(this->basis.markChecked(1));
   EXPECT_FALSE(this->basis.markChecked(3));
   this->basis.swap(1, 3, RowStatus::keep);
@@ -75,7 +75,7 @@ TYPED_TEST(BasisOver, ImagesFollowEachVerb) {
   expectImages("reset");
   this->basis.swap(1, 2, RowStatus::forget);
   expectImages("swap");
-  this->basis.subtract(3, 1, -3);
+  this->basis.subtract(3, {{1, -3}});
   expectImages("subtract");
   this->basis.setScale(1, TypeParam(4), TypeParam(5));
   expectImages("setScale");
@@ -135,7 +135,7 @@ TEST(Basis, ConvertsBetweenTheNumberTypes) {
   const Matrix<QQ> rows{{1, 2}, {3, 4}};
   Basis<QQ, long double> exact;
   exact.reset(&rows, QQ(1));
-  exact.subtract(2, 1, 3);
+  exact.subtract(2, {{1, 3}});
   exact.vecStatus[1] = ST_MU;
   exact.tracksMoves = true;
   Basis<long double, long double> standard;

@@ -197,7 +197,7 @@ TYPED_TEST(ShortVectorSearchOver, ShortVectorComesBackIntoALongerBasis) {
   this->use(subset);
   auto& lattice = this->live;
   this->offerRows();
-  lattice.basis.subtract(2, 1, 3);
+  lattice.basis.subtract(2, {{1, 3}});
   lattice.basis.swap(1, 2, RowStatus::forget);
   lattice.basis.forgetFrom(1);
   lattice.modifiedOrthogonalise(1, lattice.basis.n, OnDependency::report, LqCache::bypass);
@@ -212,7 +212,7 @@ TYPED_TEST(ShortVectorSearchOver, TrackedInsertionsKeepTheTransformation) {
   this->offerRows();
   lattice.verifyTransformation(LatticeKind::full, Announce::silent);
   lattice.params.consistency = true;
-  lattice.basis.subtract(2, 1, 3);
+  lattice.basis.subtract(2, {{1, 3}});
   lattice.basis.swap(1, 2, RowStatus::forget);
   lattice.basis.forgetFrom(1);
   lattice.modifiedOrthogonalise(1, lattice.basis.n, OnDependency::report, LqCache::bypass);
