@@ -154,7 +154,10 @@ add_executable(threads EXCLUDE_FROM_ALL
   "${PROJECT_SOURCE_DIR}/tests/unit/files/StarLinesTest.cpp"
   "${PROJECT_SOURCE_DIR}/tests/unit/library/SearchThreadsTest.cpp"
   "${PROJECT_SOURCE_DIR}/tests/unit/search/JumpThreadsTest.cpp"
+  "${PROJECT_SOURCE_DIR}/tests/unit/search/LatticeThreadsTest.cpp"
+  "${PROJECT_SOURCE_DIR}/tests/unit/search/SolutionExchangeTest.cpp"
   "${PROJECT_SOURCE_DIR}/tests/unit/search/ThreadedWalkTest.cpp"
+  "${PROJECT_SOURCE_DIR}/tests/unit/system/GateTest.cpp"
   "${PROJECT_SOURCE_DIR}/tests/unit/system/HelperThreadsTest.cpp")
 target_include_directories(threads PRIVATE "${PROJECT_SOURCE_DIR}/tests")
 target_link_libraries(threads PRIVATE

@@ -1,9 +1,11 @@
 #include "app/Jump.h"
 
+#include "app/SearchGoal.h"
+
 namespace starsift {
 
 bool Jump::run(std::chrono::duration<double> time) {
-  if (!isOfUse()) return false;
+  if (!wantsFurther(lattice_, stars_, wantsBest_)) return false;
   if (!search_) search_.emplace(problem_, lattice_.seed(), threads_);
   if (!search_->isReady()) return false;
   if (const std::optional<QQ> known = stars_.leastKnownNorm(); wantsBest_ && known)
@@ -12,11 +14,6 @@ bool Jump::run(std::chrono::duration<double> time) {
   search_->run(*this);
   if (ended_) throw SearchEnded(*ended_);
   return isOver_;
-}
-
-bool Jump::isOfUse() const {
-  return wantsBest_ ||
-         (lattice_.params().sol == 1 && stars_.count() == 0 && lattice_.solutionCount() == 0);
 }
 
 Step Jump::found(const Star<QQ>& judged) {

@@ -31,8 +31,6 @@ class Jump : private JumpListener {
  private:
   using Clock = std::chrono::steady_clock;
 
-  /// There is something left to be found.
-  bool isOfUse() const;
   Step found(const Star<QQ>& judged) override;
   Step progress() override;
 

@@ -58,9 +58,8 @@ void failOutOfMemory() {
 }
 
 void reportOutOfMemory() {
-  // A handler may throw, which GMP can't bear.
-  setFailureHandler(nullptr);
-  fail("Out of memory");
+  // GMP can't be left by an exception.
+  endProcess("Out of memory");
 }
 
 void failWithoutMemory(OutOfMemoryEnd end) {

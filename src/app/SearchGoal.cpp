@@ -22,6 +22,11 @@ DeciderSettings deciderSettings(const YLattice<long double>& lattice, const Seek
   return settings;
 }
 
+bool wantsFurther(const YLattice<long double>& lattice, const DirectStars& stars, bool wantsBest) {
+  return wantsBest ||
+         (lattice.params().sol == 1 && stars.count() == 0 && lattice.solutionCount() == 0);
+}
+
 std::string goalOf(const DeciderSettings& settings, const SeekOptions& options) {
   if (options.count) return "count";
   if (settings.aim == Aim::best) return "best";

@@ -152,9 +152,12 @@ SearchEnd Seek::search(SolutionSink& sink) {
                   keepsTree ? std::optional(treeFiles_) : std::nullopt);
   jump_.emplace(lattice_, decide_->problem(), watch_, *stars_, decide_->wantsBest(),
                 decide_->threads());
+  helpers_.emplace(lattice_, decide_->problem(), watch_, *stars_, decide_->wantsBest(),
+                   decide_->threads());
   if (!options_.profile.empty()) drawPicture();
   lattice_.beginSearch(watch_, watch_.elapsed());
   const SearchEnd end = searchAll();
+  helpers_->end();
   stars_->findRepeats();
   return end;
 }
@@ -189,7 +192,7 @@ void Seek::makeNormalForm() {
 
 void Seek::searchLattices() {
   // With a number of passes the result shouldn't depend on their time.
-  if (passLimit_ < 0) watch_.setBeside([this] { jumpBeside(); });
+  if (passLimit_ < 0) watch_.setBeside([this] { lookBeside(); });
   if (passLimit_ < 0 && !isOver() && decide_->isWorthRelaxing() && decide_->relax())
     throw SearchEnded(SearchEnd::decided);
   lattice_.normalise(TargetRange::find, From::lifted);
@@ -223,6 +226,7 @@ void Seek::searchLattice() {
 /// Throws SearchEnded if the complete search has ended the whole one.
 void Seek::decide() {
   if (!decide_->isDue()) return;
+  const HelperLattices::Pause pause(*helpers_);
   const auto start = watch_.elapsed();
   if (decide_->run()) throw SearchEnded(SearchEnd::decided);
   decideTime_ += watch_.elapsed() - start;
@@ -234,6 +238,7 @@ void Seek::jump() {
   if (hasMadeAllPasses()) return;
   const std::chrono::duration<double> left = jumpTimeLeft();
   if (left.count() <= 0) return;
+  const HelperLattices::Pause pause(*helpers_);
   const auto start = watch_.elapsed();
   if (jump_->run(std::max(leastJumpTime, left))) throw SearchEnded(SearchEnd::goal);
   jumpTime_ += watch_.elapsed() - start;
@@ -241,7 +246,8 @@ void Seek::jump() {
 
 /// Where a pass takes long its steps do the same; so does the decision after it, which a good
 /// solution makes shorter.
-void Seek::jumpBeside() {
+void Seek::lookBeside() {
+  if (helpers_->look()) throw SearchEnded(SearchEnd::goal);
   if (jumpTimeLeft() >= leastJumpTime && !isOver()) jump();
 }
 
@@ -280,12 +286,7 @@ void Seek::restartLattice() {
   if (!isLost_ && sink_->keepsLattices() && latticePace_.isDue(SavePace::Clock::now()) &&
       !watch_.hasUnsaved())
     saveLattice();
-  try {
-    lattice_.restartHandling(Outcome::unfinished);
-  } catch (const RestartException&) {
-    // There is a new lattice, which may be simpler than the one before.
-    lattice_.tryStandardPrecision();
-  }
+  makeNextLattice(lattice_);
 }
 
 void Seek::saveLattice() {

@@ -7,6 +7,7 @@
 
 #include "app/Decide.h"
 #include "app/DirectStars.h"
+#include "app/HelperLattices.h"
 #include "app/Jump.h"
 #include "app/PartSearch.h"
 #include "app/SavePace.h"
@@ -64,7 +65,7 @@ class Seek {
   void searchLattices();
   void decide();
   void jump();
-  void jumpBeside();
+  void lookBeside();
   std::chrono::duration<double> jumpTimeLeft() const;
   void searchLattice();
   void runPass();
@@ -87,6 +88,7 @@ class Seek {
   std::optional<DirectStars> stars_;
   std::optional<Decide> decide_;
   std::optional<Jump> jump_;
+  std::optional<HelperLattices> helpers_;
   /// Instead of all others.
   std::optional<PartSearch> part_;
   /// Of the tree, or of its part; there known is the least target norm in the solution file of the

@@ -1,11 +1,13 @@
 #include "core/HostTools.h"
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
 #include <cmath>
 #include <fstream>
+#include <limits>
 #include <regex>
 
 #include "core/NumberTraits.h"
@@ -97,6 +99,21 @@ Index addressSpace(const std::string& statm) {
   std::ifstream file(statm);
   Index pages = 0;
   return file >> pages ? pages * sysconf(_SC_PAGESIZE) : 0;
+}
+
+double availableBytes() {
+  double available = std::numeric_limits<double>::infinity();
+  const Index kibibytes = availableKibibytes();
+  if (kibibytes > 0) available = 1024 * static_cast<double>(kibibytes + freeSwapKibibytes());
+  rlimit limit{};
+  if (getrlimit(RLIMIT_AS, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY) return available;
+  const auto granted = static_cast<double>(limit.rlim_cur);
+  return std::min(available, std::max(granted - static_cast<double>(addressSpace()), 0.0));
+}
+
+double peakResidentBytes() {
+  rusage usage{};
+  return getrusage(RUSAGE_SELF, &usage) == 0 ? 1024 * static_cast<double>(usage.ru_maxrss) : 0;
 }
 
 }  // namespace starsift

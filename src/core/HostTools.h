@@ -1,6 +1,6 @@
 // Tools that are promised to programs around the library: small tools for text, and the memory
 // figures of the process and the machine from the files of /proc. Of these only what decides
-// whether a file fits into memory is called in the library.
+// whether a file or a lattice fits into memory is called in the library.
 #pragma once
 
 #include <string>
@@ -42,5 +42,11 @@ Index freeSwapKibibytes(const std::string& meminfo = "/proc/meminfo");
 /// Bytes of the address space of this process, the first figure of `statm` in pages; 0 when it
 /// can't be read.
 Index addressSpace(const std::string& statm = "/proc/self/statm");
+
+/// Bytes that this process may still have: of the machine with its swap space, and of its limit of
+/// the address space; infinity if that isn't known.
+double availableBytes();
+/// The greatest resident memory that this process has had, in bytes; 0 if that isn't known.
+double peakResidentBytes();
 
 }  // namespace starsift

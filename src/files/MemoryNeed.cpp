@@ -1,13 +1,11 @@
 #include "files/MemoryNeed.h"
 
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <optional>
 #include <string>
 
@@ -34,17 +32,6 @@ double meanLine(int descriptor) {
   if (count <= 0) return static_cast<double>(sampleSize);
   const auto lines = std::count(head.begin(), head.begin() + count, '\n');
   return static_cast<double>(count) / static_cast<double>(std::max<std::ptrdiff_t>(lines, 1));
-}
-
-/// Bytes that the process may still have; infinity if that isn't known.
-double availableBytes() {
-  double available = std::numeric_limits<double>::infinity();
-  const Index kibibytes = availableKibibytes();
-  if (kibibytes > 0) available = 1024 * static_cast<double>(kibibytes + freeSwapKibibytes());
-  rlimit limit{};
-  if (getrlimit(RLIMIT_AS, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY) return available;
-  const auto granted = static_cast<double>(limit.rlim_cur);
-  return std::min(available, std::max(granted - static_cast<double>(addressSpace()), 0.0));
 }
 
 std::string megabytes(double bytes) {

@@ -67,4 +67,13 @@ void searchTrimmed(YLattice<long double>& lattice) {
   });
 }
 
+void makeNextLattice(YLattice<long double>& lattice) {
+  try {
+    lattice.restartHandling(Outcome::unfinished);
+  } catch (const RestartException&) {
+    // There is a new lattice, which may be simpler than the one before.
+    lattice.tryStandardPrecision();
+  }
+}
+
 }  // namespace starsift

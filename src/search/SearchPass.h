@@ -20,4 +20,8 @@ void searchBlocks(YLattice<long double>& lattice);
 /// translate; see trimLattice(). Does nothing with both off.
 void searchTrimmed(YLattice<long double>& lattice);
 
+/// Behind all three: the next lattice, made from the problem anew and changed at random, with the
+/// files that the lattice is told to write. As long double if that holds its numbers.
+void makeNextLattice(YLattice<long double>& lattice);
+
 }  // namespace starsift

@@ -23,21 +23,12 @@ void callHandler(std::string_view message) {
   if (currentHandler != nullptr) currentHandler(message);
 }
 
-[[noreturn]] void reportAndEnd(std::string_view message) {
-  // The leading line feed separates the report from a progress line under way.
-  std::cerr << "\n*** FAIL: " << message << endLine();
-  if (const std::string remark = failureRemark(message); !remark.empty())
-    std::cerr << remark << endLine();
-  stampFailureTime();
-  std::exit(1);
-}
-
 }  // namespace
 
 void fail(std::string_view message) {
   if (HostedCall::isUnderWay()) throw FatalReport(std::string(message));
   callHandler(message);
-  reportAndEnd(message);
+  endProcess(message);
 }
 
 void failErrno(std::string_view message) {
@@ -47,7 +38,16 @@ void failErrno(std::string_view message) {
   callHandler(message);
   std::cerr << "ERRNO = " << std::strerror(error) << endLine();
   stampFailureTime();
-  reportAndEnd(message);
+  endProcess(message);
+}
+
+void endProcess(std::string_view message) {
+  // The leading line feed separates the report from a progress line under way.
+  std::cerr << "\n*** FAIL: " << message << endLine();
+  if (const std::string remark = failureRemark(message); !remark.empty())
+    std::cerr << remark << endLine();
+  stampFailureTime();
+  std::exit(1);
 }
 
 FailureHandler setFailureHandler(FailureHandler handler) {

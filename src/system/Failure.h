@@ -17,6 +17,10 @@ namespace starsift {
 /// current errno goes first.
 [[noreturn]] void failErrno(std::string_view message);
 
+/// Reports and ends the process as fail() does, whatever handler there is and whoever the calling
+/// thread works for: it can't go on, and nothing may be thrown.
+[[noreturn]] void endProcess(std::string_view message);
+
 /// What a host (a test, a fuzzer, another language) does instead of ending the process.
 /// It is called before anything is written. It may throw or end the process; if it
 /// returns, the report and the end follow as without it. It must not call fail(). An

@@ -1,74 +1,19 @@
 #include "search/jump/JumpThreads.h"
 
 #include <exception>
-#include <mutex>
 #include <optional>
-#include <utility>
 
+#include "search/SolutionExchange.h"
 #include "system/HelperThreads.h"
 
 namespace starsift {
 
 namespace {
 
-/// What walks tell each other.
-class Exchange {
- public:
-  /// A solution, unless there is one as good: news become better and better.
-  void post(const Star<QQ>& star) {
-    const std::lock_guard lock(mutex_);
-    if (improves(star)) news_.push_back(star);
-  }
-
-  std::vector<Star<QQ>> takeNews() {
-    const std::lock_guard lock(mutex_);
-    return std::exchange(news_, {});
-  }
-
-  std::optional<QQ> leastNorm() {
-    const std::lock_guard lock(mutex_);
-    return least_;
-  }
-
-  void end() {
-    const std::lock_guard lock(mutex_);
-    isEnded_ = true;
-  }
-
-  void fail(std::exception_ptr exception) {
-    const std::lock_guard lock(mutex_);
-    if (!exception_) exception_ = std::move(exception);
-    isEnded_ = true;
-  }
-
-  bool isEnded() {
-    const std::lock_guard lock(mutex_);
-    return isEnded_;
-  }
-
-  /// After all helpers have ended.
-  void rethrow() const {
-    if (exception_) std::rethrow_exception(exception_);
-  }
-
- private:
-  bool improves(const Star<QQ>& star) {
-    if (least_ && !(star.targetNorm < *least_)) return false;
-    least_ = star.targetNorm;
-    return true;
-  }
-
-  std::mutex mutex_;
-  std::vector<Star<QQ>> news_;
-  std::optional<QQ> least_;
-  bool isEnded_ = false;
-  std::exception_ptr exception_;
-};
-
 /// A walk learns of solutions of others between its turns.
 class Learner : public JumpListener {
  public:
-  Learner(JumpSearch& search, Exchange& exchange, bool hasObjective)
+  Learner(JumpSearch& search, SolutionExchange& exchange, bool hasObjective)
       : search_(search), exchange_(exchange), hasObjective_(hasObjective) {}
 
  protected:
@@ -80,11 +25,11 @@ class Learner : public JumpListener {
     return Step::goOn;
   }
 
-  Exchange& exchange() { return exchange_; }
+  SolutionExchange& exchange() { return exchange_; }
 
  private:
   JumpSearch& search_;
-  Exchange& exchange_;
+  SolutionExchange& exchange_;
   bool hasObjective_;
   std::optional<QQ> known_;
 };
@@ -104,7 +49,7 @@ class Helper : public Learner {
 /// Passes on what all walks find.
 class Caller : public Learner {
  public:
-  Caller(JumpSearch& search, Exchange& exchange, bool hasObjective, JumpListener& listener)
+  Caller(JumpSearch& search, SolutionExchange& exchange, bool hasObjective, JumpListener& listener)
       : Learner(search, exchange, hasObjective), listener_(listener) {}
 
   Step found(const Star<QQ>& star) override {
@@ -134,18 +79,6 @@ class Caller : public Learner {
   bool hasEnough_ = false;
 };
 
-/// Ends the helpers also after an exception of the calling thread.
-class Ending {
- public:
-  explicit Ending(Exchange& exchange) : exchange_(exchange) {}
-  Ending(const Ending&) = delete;
-  Ending& operator=(const Ending&) = delete;
-  ~Ending() { exchange_.end(); }
-
- private:
-  Exchange& exchange_;
-};
-
 }  // namespace
 
 JumpThreads::JumpThreads(const Vanu<QQ>& problem, std::uint64_t seed, unsigned threads) {
@@ -160,7 +93,7 @@ void JumpThreads::setKnown(const QQ& norm) {
 
 void JumpThreads::run(JumpListener& listener) {
   const bool hasObjective = searches_.front()->hasObjective();
-  Exchange exchange;
+  SolutionExchange exchange;
   const auto walk = [&](unsigned i) {
     try {
       Helper helper(*searches_[i], exchange, hasObjective);
@@ -172,7 +105,7 @@ void JumpThreads::run(JumpListener& listener) {
   Caller caller(*searches_.front(), exchange, hasObjective, listener);
   {
     HelperThreads helpers;
-    const Ending ending(exchange);
+    const SolutionExchange::Ending ending(exchange);
     helpers.start(static_cast<unsigned>(searches_.size() - 1), walk);
     searches_.front()->run(caller);
   }

@@ -8,6 +8,7 @@
 #include "support/fixtures/ExpectFails.h"
 #include "system/Console.h"
 #include "system/Exceptions.h"
+#include "system/HostedCall.h"
 
 namespace starsift {
 namespace {
@@ -19,6 +20,15 @@ TEST(Failure, StartsOnAFreshLineAndEndsTheProcessWithStatusOne) {
         fail("Array: index out of range");
       },
       testing::ExitedWithCode(1), "^half a line\n\\*\\*\\* FAIL: Array: index out of range\n$");
+}
+
+TEST(Failure, EndsTheProcessForAHostToo) {
+  EXPECT_EXIT(
+      {
+        const HostedCall call;
+        endProcess("Out of memory");
+      },
+      testing::ExitedWithCode(1), "^\n\\*\\*\\* FAIL: Out of memory\n$");
 }
 
 TEST(Failure, KeepsAnEmptyMessage) {
