@@ -413,9 +413,8 @@ class [[gnu::visibility("default")]] Search {
   Search& onProgress(std::function<void(const Progress&)> call);
 
   /// Searches until a limit or the end is reached, or `stop` is requested. May be called again, and
-  /// by several threads at once if the callbacks allow that. Threads of a complete search, one a
-  /// core unless the option `threads` says otherwise, end before it returns. Error as
-  /// Problem::toOpt().
+  /// by several threads at once if the callbacks allow that. Its own threads, one a core unless
+  /// the option `threads` says otherwise, end before it returns. Error as Problem::toOpt().
   Result run(const std::stop_token& stop = {}) const;
 
   /// What reductions make of the basis of the complete search: as it is, after LLL reduction, after
