@@ -55,13 +55,16 @@ void HelperLattices::end() {
 }
 
 bool HelperLattices::takeNews() {
-  for (const Star<QQ>& star : threads_->takeNews()) {
-    if (!wantsFurther(lattice_, stars_, wantsBest_)) continue;
-    const std::optional<QQ> known = stars_.leastKnownNorm();
-    if (wantsBest_ && known && !(star.targetNorm < *known)) continue;
-    if (stars_.add(star, wantsBest_) || !wantsBest_) return true;
-  }
-  return false;
+  bool isOver = false;
+  for (const Star<QQ>& star : threads_->takeNews()) isOver = take(star) || isOver;
+  return isOver;
+}
+
+bool HelperLattices::take(const Star<QQ>& star) {
+  if (!wantsFurther(lattice_, stars_, wantsBest_)) return false;
+  const std::optional<QQ> known = stars_.leastKnownNorm();
+  if (wantsBest_ && known && !(star.targetNorm < *known)) return false;
+  return stars_.add(star, wantsBest_) || !wantsBest_;
 }
 
 }  // namespace starsift

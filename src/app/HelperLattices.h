@@ -51,6 +51,8 @@ class HelperLattices {
   bool isDue() const;
   LatticeSource source() const;
   bool takeNews();
+  /// Takes a solution if it is still of use; true if the search is over.
+  bool take(const Star<QQ>& star);
 
   const YLattice<long double>& lattice_;
   const Vanu<QQ>& problem_;
