@@ -18,9 +18,9 @@ namespace starsift {
 namespace {
 
 /// Bytes that the report and the functions run at the exit may need.
-constexpr std::size_t reserveSize = std::size_t{16} << 10U;
+constexpr std::size_t setAsideSize = std::size_t{16} << 10U;
 
-void* reserve = nullptr;
+void* setAside = nullptr;
 
 OutOfMemoryEnd endWithout = reportOutOfMemory;
 
@@ -45,14 +45,14 @@ void release(void* memory, std::size_t /*size*/) {
 void failOutOfMemory() {
   static std::atomic_flag isEnding;
   thread_local bool endsHere = false;
-  // Not even the reserve is enough for the report.
+  // Not even the setAside is enough for the report.
   if (endsHere) std::_Exit(EXIT_FAILURE);
   // One thread ends the process.
   while (isEnding.test_and_set()) pause();
   endsHere = true;
   unlinkAllSemaphores();
   removeUnfinishedFiles();
-  std::free(std::exchange(reserve, nullptr));
+  std::free(std::exchange(setAside, nullptr));
   endWithout();
   std::_Exit(EXIT_FAILURE);
 }
@@ -66,9 +66,9 @@ void failWithoutMemory(OutOfMemoryEnd end) {
   endWithout = end;
   std::set_new_handler(failOutOfMemory);
   mp_set_memory_functions(allocate, reallocate, release);
-  reserve = allocate(reserveSize);
+  setAside = allocate(setAsideSize);
   // Memory that was never used may still be missing.
-  std::memset(reserve, 0, reserveSize);
+  std::memset(setAside, 0, setAsideSize);
 }
 
 }  // namespace starsift
