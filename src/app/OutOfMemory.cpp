@@ -45,7 +45,7 @@ void release(void* memory, std::size_t /*size*/) {
 void failOutOfMemory() {
   static std::atomic_flag isEnding;
   thread_local bool endsHere = false;
-  // Not even the setAside is enough for the report.
+  // Not even what was set aside is enough for the report.
   if (endsHere) std::_Exit(EXIT_FAILURE);
   // One thread ends the process.
   while (isEnding.test_and_set()) pause();
