@@ -90,7 +90,8 @@ TEST_F(HelperLatticesTest, TakeOnlyWhatIsBetterThanAllThatIsKnown) {
 TEST_F(HelperLatticesTest, TakeWhatIsLeftAtTheEnd) {
   begin(strip);
   HelperLattices lattices = helpers(2, seconds(2));
-  EXPECT_FALSE(lattices.look());
+  // Starts the threads; seldom one of them has found it by then.
+  lattices.look();
   std::this_thread::sleep_for(seconds(1));
   lattices.end();
   EXPECT_EQ(stars_->count(), 1);
