@@ -14,11 +14,15 @@ namespace {
 /// Of a search before it is worth further lattices: most end before.
 constexpr std::chrono::seconds soloTime{1};
 
-/// Lattices as large as this process that have room in half of the memory that is left; as many
-/// as are asked for where that isn't known.
+/// Bytes of address space that a thread takes: its stack, and what the C library reserves for its
+/// heap.
+constexpr double threadSpace = 144e6;
+
+/// Lattices as large as this process that have room, with their threads, in half of the memory that
+/// is left; as many as are asked for where that isn't known.
 unsigned roomFor(unsigned count) {
   const double available = availableBytes() / 2;
-  const double each = std::max(peakResidentBytes(), 1.0);
+  const double each = peakResidentBytes() + threadSpace;
   return static_cast<unsigned>(std::min(static_cast<double>(count), available / each));
 }
 

@@ -7,6 +7,7 @@
 #include <thread>
 #include <utility>
 
+#include "system/EndGuard.h"
 #include "system/HelperThreads.h"
 
 namespace starsift {
@@ -67,18 +68,6 @@ class PieceRing {
   bool isEnded_ = false;
 };
 
-/// Ends a ring also after an exception of its writer.
-class Ending {
- public:
-  explicit Ending(PieceRing& ring) : ring_(ring) {}
-  Ending(const Ending&) = delete;
-  Ending& operator=(const Ending&) = delete;
-  ~Ending() { ring_.end(); }
-
- private:
-  PieceRing& ring_;
-};
-
 /// False if there is no further piece to compose.
 bool composeOne(PieceRing& ring, const ComposePiece& compose) {
   std::string* const piece = ring.room();
@@ -109,7 +98,7 @@ void writeComposed(const ComposePiece& compose,
     }
   };
   HelperThreads helper;
-  const Ending ending(ring);
+  const EndGuard ending(ring);
   if (std::thread::hardware_concurrency() > 1) helper.start(1, composeRest);
   while (const std::string* piece = ring.next()) {
     write(*piece);

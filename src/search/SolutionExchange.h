@@ -28,18 +28,6 @@ class SolutionExchange {
   /// Throws what was kept; after all threads have ended.
   void rethrow() const;
 
-  /// Ends an exchange also after an exception of the calling thread.
-  class Ending {
-   public:
-    explicit Ending(SolutionExchange& exchange) : exchange_(exchange) {}
-    Ending(const Ending&) = delete;
-    Ending& operator=(const Ending&) = delete;
-    ~Ending() { exchange_.end(); }
-
-   private:
-    SolutionExchange& exchange_;
-  };
-
  private:
   bool improves(const QQ& norm) const { return !least_ || norm < *least_; }
 

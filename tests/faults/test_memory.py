@@ -101,6 +101,19 @@ class Limits(FaultCase):
         self.assertEqual(self.sol.stat().st_size, len(line))
         self.assertEqual(self.sol.read_text(), line)
 
+    def test_a_search_starts_no_more_lattices_than_have_room(self):
+        draw = random.Random(1)
+        weights = [draw.getrandbits(150) for _ in range(100)]
+        zeros = " ".join("0" * 100)
+        (self.folder / "sum.opt").write_text(
+            f"[ ] [ ] [ [ {' '.join(map(str, weights))} ] ] [ {sum(weights[::2])} ] [ 0 ] [ ] [ ] [ ]\n"
+            f"[ {zeros} ] [ {zeros} ] [ {zeros.replace('0', '1')} ]\n"
+        )
+        command = [SEEK, "--prove=0", "--rtime=3", "--threads=50", "sum.opt"]
+        result = self.run_within(command, 300 << 20)
+        self.assertEqual((result.status, result.stderr), (0, ""))
+        self.assert_nothing_left(result)
+
     def assert_port_refuses_until_it_succeeds(self, arguments, assert_safe):
         """Everything is put into a model and a solution of a hundred columns."""
         names = [f"x{j}" for j in range(100)]

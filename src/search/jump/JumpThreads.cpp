@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "search/SolutionExchange.h"
+#include "system/EndGuard.h"
 #include "system/HelperThreads.h"
 
 namespace starsift {
@@ -105,7 +106,7 @@ void JumpThreads::run(JumpListener& listener) {
   Caller caller(*searches_.front(), exchange, hasObjective, listener);
   {
     HelperThreads helpers;
-    const SolutionExchange::Ending ending(exchange);
+    const EndGuard ending(exchange);
     helpers.start(static_cast<unsigned>(searches_.size() - 1), walk);
     searches_.front()->run(caller);
   }

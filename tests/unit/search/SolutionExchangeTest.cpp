@@ -4,6 +4,8 @@
 
 #include <stdexcept>
 
+#include "system/EndGuard.h"
+
 namespace starsift {
 namespace {
 
@@ -41,7 +43,7 @@ TEST(SolutionExchange, FailsByTheFirstException) {
 TEST(SolutionExchange, EndsWithItsCaller) {
   SolutionExchange exchange;
   {
-    const SolutionExchange::Ending ending(exchange);
+    const EndGuard ending(exchange);
     EXPECT_FALSE(exchange.isEnded());
   }
   EXPECT_TRUE(exchange.isEnded());
