@@ -34,6 +34,9 @@ if(STARSIFT_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   add_compile_options("$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
 endif()
 
+# Messages name sources from the root of the project, so that each clone compiles the same text.
+add_compile_options("-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
+
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
 
 # A fused multiply-add rounds once where the source says twice, so a result
