@@ -6,11 +6,8 @@
 #include <cstdint>
 #include <random>
 
-#include "algorithms/reduction/SizeReduce.h"
-#include "numbers/Conversion.h"
-#include "numbers/VectorQQ.h"
 #include "search/Candidate.h"
-#include "system/Exceptions.h"
+#include "search/RowCombination.h"
 
 namespace starsift {
 
@@ -29,18 +26,17 @@ class Sampler {
         firstChoice_(count - choices + 1) {}
 
   Vector<T> draw(std::mt19937_64& random) const {
-    Vector<T> vector(rows_[start_]);
+    RowCombination<T> sum(rows_, rows_[start_], "sample overflow");
     Vector<R> centres(count_);
     std::copy_n(mu_[start_].begin(), start_ - 1, centres.begin());
-    T bound = supNorm(vector);
     for (Index i = count_; i >= 1; --i) {
       if (i == start_) continue;
       const R factor = multiple(centres[i], i, random);
       if (factor == R()) continue;
       for (Index j = 1; j < i; ++j) centres[j] -= factor * mu_[i][j];
-      subtract(vector, i, factor, bound);
+      sum.subtract(i, factor);
     }
-    return vector;
+    return sum.vector();
   }
 
  private:
@@ -49,15 +45,6 @@ class Sampler {
     const R nearest = std::round(centre);
     if (i < firstChoice_ || random() % 2 == 0) return nearest;
     return nearest + (centre < nearest ? R(-1) : R(1));
-  }
-  /// `bound` is a bound of all entries so far.
-  void subtract(Vector<T>& vector, Index i, const R& factor, T& bound) const {
-    const T whole = NumberConversion<T, R>::ofInteger(factor);
-    if constexpr (!NumberTraits<T>::exact) {
-      bound += std::fabs(whole) * supNorm(rows_[i]);
-      if (!(bound <= T(fatalBound))) throw PrecisionException("sample overflow");
-    }
-    subtractMultiple(vector, rows_[i], whole);
   }
 
   const Matrix<T>& rows_;
