@@ -12,7 +12,7 @@ namespace starsift {
 constexpr std::size_t blockSize = 8;
 
 template <class Real>
-struct alignas(64) Block {
+struct alignas(std::min<std::size_t>(blockSize * sizeof(Real), 64)) Block {
   Real lane[blockSize];
 };
 

@@ -2,14 +2,7 @@
 
 #include <cmath>
 
-// clang 14 can't choose between versions of a function at run time, and sanitizers run before the
-// choice is made.
-#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && \
-    !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-#define STARSIFT_VECTOR_VERSIONS __attribute__((target_clones("avx512f", "avx2", "default")))
-#else
-#define STARSIFT_VECTOR_VERSIONS
-#endif
+#include "search/enumeration/VectorVersions.h"
 
 namespace starsift {
 

@@ -17,18 +17,24 @@ struct Stage {
   Index size;
   BlockPruning pruning;
   double fewestNodes;
+  double mostNodes;
 };
-
-/// Trees of 10^8 expected nodes take some tenths of a second, like the first three stages together
-/// at 60 rows; those of 10^11 take minutes, like the last stage seconds.
-constexpr std::array stages = {
-    Stage{10, BlockPruning::complete, 1e8}, Stage{20, BlockPruning::complete, 1e8},
-    Stage{30, BlockPruning::linear, 1e8}, Stage{40, BlockPruning::linear, 1e10},
-    Stage{50, BlockPruning::linear, 1e11}};
 
 /// Trees above this aren't walked whatever the reduction, as a stage makes them ten times smaller
 /// at best.
 constexpr double hopelessNodes = 1e16;
+
+/// Small blocks take some tenths of a second even then. They make bases of such trees orthogonal
+/// enough for a brief walk in floating point, where one over rationals sees nothing.
+constexpr double mostForSmallBlocks = 1e24;
+
+/// Trees of 10^8 expected nodes take some tenths of a second, like the first three stages together
+/// at 60 rows; those of 10^11 take minutes, like the last stage seconds.
+constexpr std::array stages = {Stage{10, BlockPruning::complete, 1e8, mostForSmallBlocks},
+                               Stage{20, BlockPruning::complete, 1e8, mostForSmallBlocks},
+                               Stage{30, BlockPruning::linear, 1e8, hopelessNodes},
+                               Stage{40, BlockPruning::linear, 1e10, hopelessNodes},
+                               Stage{50, BlockPruning::linear, 1e11, hopelessNodes}};
 
 /// Seconds of all enumerations of a stage.
 constexpr BlockSettings::Seconds stageTime{10};
@@ -67,7 +73,7 @@ std::optional<CosetDirections> reduceForTree(BoxCoset& coset, StageLimit limit,
   double fewest = gaussianNodes(coset, *data);
   BoxCoset next = coset;
   for (const Stage& stage : stages) {
-    if (fewest < stage.fewestNodes || fewest > hopelessNodes) break;
+    if (fewest < stage.fewestNodes || fewest > stage.mostNodes) break;
     const bool isReduced = runStage(stage, next, limit, mayGoOn);
     if (!mayGoOn()) return std::nullopt;
     if (!isReduced) continue;
