@@ -217,9 +217,12 @@ void Seek::searchLattices() {
 
 void Seek::searchLattice() {
   runPass();
+  // A proof that was asked for comes first.
+  const bool blocksFirst = isWorthBlocksFirst(lattice_) && !options_.prove.value_or(false);
+  if (blocksFirst && !isOver()) searchBlocks(lattice_);
   if (!isOver()) decide();
   if (!isOver()) jump();
-  if (!isOver()) searchBlocks(lattice_);
+  if (!blocksFirst && !isOver()) searchBlocks(lattice_);
   if (!isOver()) searchTrimmed(lattice_);
 }
 

@@ -5,6 +5,7 @@
 #include "search/Candidate.h"
 #include "search/NearbySearch.h"
 #include "search/PairVectors.h"
+#include "search/ProjectedSieve.h"
 #include "search/ReinsertBest.h"
 #include "search/SampleVectors.h"
 #include "search/SieveVectors.h"
@@ -17,6 +18,10 @@ namespace {
 /// Rows by which blocks grow beyond the parameter beta: another lattice takes longer to make than
 /// blocks of 40 rows take, and shows less.
 constexpr Index furtherGrowth = 20;
+
+/// Rows of a lattice whose blocks are reduced before anything else.
+constexpr Index fewestRowsFirst = 60;
+constexpr Index mostRowsFirst = 130;
 
 /// From now on the short vectors that the reduction meets are collected, if anything uses them.
 template <class T, class R>
@@ -56,7 +61,14 @@ void searchBlocks(YLattice<long double>& lattice) {
   lattice.runStep([largest](auto& live) {
     live.reduceBlocks(largest);
     if (!live.stopped()) searchBeside(live);
+    if (!live.stopped() && isSearched(live)) sieveProjection(live);
   });
+}
+
+bool isWorthBlocksFirst(const YLattice<long double>& lattice) {
+  const Index rows = lattice.withLive([](const auto& live) { return live.basis.n; });
+  return !lattice.hasTargets() && lattice.params().sol > 0 && rows >= fewestRowsFirst &&
+         rows <= mostRowsFirst;
 }
 
 void searchTrimmed(YLattice<long double>& lattice) {

@@ -12,9 +12,14 @@ namespace starsift {
 PassCounts searchPass(YLattice<long double>& lattice);
 
 /// Behind searchPass(): block reduction by the parameters, in blocks of beta rows and at last 20
-/// more, then the vectors next to the basis again. Does nothing with the parameter eenum off or
-/// beta below 2.
+/// more, then the vectors next to the basis again, and a sieve of its last directions. Does nothing
+/// with the parameter eenum off or beta below 2.
 void searchBlocks(YLattice<long double>& lattice);
+
+/// searchBlocks() takes seconds, where trees of so many rows may take hours and lattices of more
+/// rows take long to reduce, and it may end the search: one for some solutions, not for all of them
+/// or the best one.
+bool isWorthBlocksFirst(const YLattice<long double>& lattice);
 
 /// Behind both: reductions of the lattice trimmed towards the box by the parameters scale and
 /// translate; see trimLattice(). Does nothing with both off.

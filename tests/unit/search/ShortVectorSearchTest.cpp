@@ -8,6 +8,7 @@
 #include "numbers/Conversion.h"
 #include "numbers/VectorQQ.h"
 #include "search/PairVectors.h"
+#include "search/ProjectedSieve.h"
 #include "search/ReinsertBest.h"
 #include "search/SampleVectors.h"
 #include "search/SieveVectors.h"
@@ -22,6 +23,18 @@ namespace {
 constexpr const char* subset =
     "[ ] [ ] [ [ 366 983 105 642 779 214 541 830 397 158 ] ] [ 2493 ] [ ] [ ] [ ] [ ] "
     "[ 0 0 0 0 0 0 0 0 0 0 ] [ 0 0 0 0 0 0 0 0 0 0 ] [ 1 1 1 1 1 1 1 1 1 1 ]";
+// Forty variables that are 0 or 1, and two sums of long weights.
+constexpr const char* longSubset =
+    "[ ] [ ] [ [ 35223 149213 222149 210309 200219 16543 66865 30911 129875 199481 117831 "
+    "123797 170811 99513 206759 55039 24605 127889 7431 234177 219091 102187 113447 159237 "
+    "199827 201105 553 182409 116755 69817 189147 210193 59969 154967 247797 26799 236303 "
+    "83213 8019 5851 ] [ 6671 170275 141929 2413 246193 231011 99931 179957 56781 254029 "
+    "110655 190277 7613 138315 58115 200199 114789 246197 129975 144929 61101 90623 60521 "
+    "177431 57353 199477 120483 249625 75965 242879 5633 109099 219567 240195 145871 241747 "
+    "168373 26215 48735 164981 ] ] [ 2422430 2923932 ] [ ] [ ] [ ] [ ] "
+    "[ 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 ] "
+    "[ 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 ] "
+    "[ 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 ]";
 // No equation, and a row that the bounds imply.
 constexpr const char* plane =
     "[ ] [ ] [ ] [ ] [ ] [ [ 1 1 1 ] ] [ 0 ] [ 12 ] [ 0 0 0 ] [ 0 0 0 ] [ 4 4 4 ]";
@@ -76,6 +89,42 @@ TYPED_TEST(ShortVectorSearchOver, RowsOfAReductionAreCollected) {
   this->live.reduce(0);
   EXPECT_GE(static_cast<Index>(this->entries().size()), this->live.basis.n);
   this->expectAllInLattice();
+}
+
+TYPED_TEST(ShortVectorSearchOver, SolutionThatTheReductionMissesIsFoundByAProjectedSieve) {
+  this->use(longSubset);
+  auto& lattice = this->live;
+  ASSERT_EQ(lattice.found.solutions.dimension(), 0);
+  sieveProjection(lattice);
+  EXPECT_GE(lattice.found.solutions.dimension(), 1);
+  EXPECT_TRUE(this->keepsLattice());
+}
+
+TYPED_TEST(ShortVectorSearchOver, ProjectedSieveDoesNothingWhereASolutionIsNoShortVector) {
+  this->use(plane);
+  sieveProjection(this->live);
+  EXPECT_TRUE(this->entries().empty());
+}
+
+TYPED_TEST(ShortVectorSearchOver, ProjectedSieveOffersVectorsOfTheLattice) {
+  this->use(longSubset);
+  sieveProjection(this->live);
+  EXPECT_FALSE(this->entries().empty());
+  this->expectAllInLattice();
+}
+
+TYPED_TEST(ShortVectorSearchOver, ProjectedSieveDoesNothingWithoutAFiniteBox) {
+  this->use("[ ] [ ] [ [ 3 5 7 ] ] [ 11 ] [ ] [ ] [ ] [ ] [ 0 0 0 ] [ 0 0 -inf ] [ 9 9 inf ]");
+  this->live.found.discard();
+  sieveProjection(this->live);
+  EXPECT_TRUE(this->entries().empty());
+}
+
+TYPED_TEST(ShortVectorSearchOver, ProjectedSieveEndsWithTheSearch) {
+  this->use(longSubset);
+  this->stop();
+  sieveProjection(this->live);
+  EXPECT_EQ(this->live.found.solutions.dimension(), 0);
 }
 
 TYPED_TEST(ShortVectorSearchOver, NothingIsCollectedByDefaultOfALattice) {
