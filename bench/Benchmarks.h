@@ -22,6 +22,7 @@ void registerNormalise();
 
 // bench/search
 void registerEnumerate();
+void registerSieve();
 
 // bench/files
 void registerCheckStars();

@@ -19,6 +19,7 @@ void registerAll() {
   registerReduce();
   registerNormalise();
   registerEnumerate();
+  registerSieve();
   registerCheckStars();
   registerReadStars();
   registerWriteStars();

@@ -9,6 +9,7 @@
 #include "search/Candidate.h"
 #include "search/RowCombination.h"
 #include "search/sieve/LatticeSieve.h"
+#include "search/sieve/SieveKernels.h"
 
 namespace starsift {
 
@@ -16,13 +17,21 @@ namespace projectedsieve {
 
 /// Directions of the sieves of the first lattice, by how many they grow with each restart, and the
 /// most there are.
-constexpr Index firstDirections = 66;
+constexpr Index firstDirections = 70;
 constexpr Index furtherDirections = 2;
 constexpr Index mostDirections = 76;
 
 /// Directions before those that a solution takes by the Gaussian heuristic, and beyond: it may be
 /// found with fewer, and may be missed.
-constexpr Index spareDirections = 4;
+constexpr Index earlyDirections = 4;
+constexpr Index spareDirections = 5;
+
+/// Directions up to which a sieve goes on in any case: they take seconds, another basis as long.
+constexpr Index quickDirections = 66;
+
+/// Share by which rounding may lengthen a vector. Solutions of problems with variables that are 0
+/// or 1 have the greatest length.
+constexpr double roundingSlack = 1e-4;
 
 /// The last `directions` rows of a basis of `count` rows.
 template <class R>
@@ -40,7 +49,8 @@ SieveBasis projectedBasis(const GramSchmidtData<R>& data, Index count, Index dir
   return basis;
 }
 
-/// The greatest squared length of a solution; none without a finite box.
+/// What no solution's squared length exceeds, also when it is summed up from rounded coordinates;
+/// none without a finite box.
 template <class T, class R>
 std::optional<R> greatestLength(const Lattice<T, R>& lattice) {
   const CoordinateFrame<T>& frame = lattice.frame;
@@ -51,7 +61,7 @@ std::optional<R> greatestLength(const Lattice<T, R>& lattice) {
     const R rounded = NumberConversion<R, T>::nearest(side);
     sum += rounded * rounded;
   }
-  return sum;
+  return sum * R(1 + roundingSlack);
 }
 
 /// The projection of a solution on so many directions, of average length, is among the short
@@ -69,6 +79,52 @@ Index directionsFor(double squaredLength, const SieveBasis& basis, Index count, 
   while (directions > 1 && isShortIn(basis, directions - 1, count, squaredLength)) --directions;
   return directions;
 }
+
+/// Sees in floating point which vectors of the last rows of a basis are too long when lifted.
+class LiftFilter {
+ public:
+  /// Of the last `used` of `count` rows.
+  template <class R>
+  LiftFilter(const GramSchmidtData<R>& data, Index count, Index used, double longest)
+      : used_(static_cast<std::size_t>(used)),
+        longest_(longest),
+        coefficients_(1, static_cast<std::size_t>(count)),
+        columns_(static_cast<std::size_t>(count - used), static_cast<std::size_t>(count)) {
+    for (Index direction = count - used; direction >= 1; --direction) {
+      const std::size_t column = lengths_.size();
+      for (Index row = count; row > direction; --row)
+        columns_.at(column, static_cast<std::size_t>(count - row)) =
+            static_cast<float>(data.mu[row][direction]);
+      lengths_.push_back(static_cast<double>(data.cLen[direction]));
+    }
+  }
+
+  /// The vector of this squared length may be short when it is lifted.
+  bool mayBeShort(const LatticeSieve::Coefficients& coefficients, double length) {
+    for (std::size_t p = 0; p < used_; ++p) coefficients_.at(0, p) = coefficients[p];
+    for (std::size_t p = used_; length <= longest_; ++p) {
+      if (p - used_ == lengths_.size()) return true;
+      const std::size_t blocks = (p + blockSize - 1) / blockSize;
+      std::fill_n(&coefficients_.at(0, p), blocks * blockSize - p, 0.0F);
+      const float centre = innerProduct(coefficients_[0], columns_[p - used_], blocks);
+      const float nearest = std::round(centre);
+      coefficients_.at(0, p) = -nearest;
+      const double rest = centre - nearest;
+      length += rest * rest * lengths_[p - used_];
+    }
+    return false;
+  }
+
+ private:
+  std::size_t used_;
+  double longest_;
+  /// One row: of the basis vectors, the last one first.
+  BlockRows<float> coefficients_;
+  /// For each direction to lift to, the coordinates of the basis vectors, the last one first.
+  BlockRows<float> columns_;
+  /// Of the Gram-Schmidt vectors of these directions, squared.
+  std::vector<double> lengths_;
+};
 
 /// Lifts vectors of the last rows of a basis.
 template <class T, class R>
@@ -113,8 +169,11 @@ class Lifter {
 /// Checks every vector of the list that isn't too long.
 template <class T, class R>
 void checkLifted(Lattice<T, R>& lattice, const LatticeSieve& sieve, Index count, const R& longest) {
+  LiftFilter filter(lattice.gramSchmidt, count, static_cast<Index>(sieve.dimension()),
+                    static_cast<double>(longest));
   Lifter<T, R> lifter(lattice, count);
   for (std::size_t i = 0; i < sieve.count() && !lattice.stopped(); ++i) {
+    if (!filter.mayBeShort(sieve.coefficients(i), sieve.squaredLength(i))) continue;
     const auto vector = lifter.lift(sieve.coefficients(i), sieve.dimension(), longest);
     if (!vector) continue;
     const Vector<T> raw = lattice.backMap(*vector);
@@ -137,12 +196,12 @@ void sieveProjection(Lattice<T, R>& lattice) {
   const SieveBasis basis = projectedBasis(lattice.gramSchmidt, count, most);
   const Index needed = directionsFor(static_cast<double>(*longest), basis, count, most);
   if (needed > most) return;
-  const Index last = std::min(needed + spareDirections, most);
+  const Index last = std::min(std::max(needed + spareDirections, quickDirections), most);
   const std::uint64_t seed = lattice.run.seed + static_cast<std::uint64_t>(lattice.run.restarts);
   LatticeSieve sieve(projectedBasis(lattice.gramSchmidt, count, last), seed);
   while (sieve.grow([&lattice] { return notifyStep(lattice); })) {
     const auto directions = static_cast<Index>(sieve.dimension());
-    if (directions >= needed - spareDirections) checkLifted(lattice, sieve, count, *longest);
+    if (directions >= needed - earlyDirections) checkLifted(lattice, sieve, count, *longest);
     if (directions == last) return;
   }
 }

@@ -67,12 +67,10 @@ std::size_t LatticeSieve::listSize(std::size_t dimension) {
 }
 
 LatticeSieve::LatticeSieve(const SieveBasis& basis, std::uint64_t seed)
-    : basis_(basis), random_(seed) {
+    : unit_(std::exp(logGaussianLength(basis, basis.size()))), basis_(basis), random_(seed) {
   const std::size_t d = basis.size();
-  // The numbers of the list are of the order of 1 whatever the unit of the basis.
-  const double unit = std::exp(logGaussianLength(basis, d));
   for (std::vector<double>& row : basis_)
-    for (double& entry : row) entry /= unit;
+    for (double& entry : row) entry /= unit_;
   for (std::size_t i = 0; i < d; ++i) nameFactors_.push_back(random_() | 1U);
   vectors_ = BlockRows<float>(listSize(d), d);
 }
@@ -142,12 +140,12 @@ void LatticeSieve::renew(std::size_t i) {
     if (c == 0) continue;
     for (std::size_t p = k; p < size_; ++p) entries[p] += c * basis_[k][p];
   }
-  double length = 0;
-  for (std::size_t p = 0; p < size_; ++p) {
-    vectors_.at(i, p) = static_cast<float>(entries[p]);
-    length += entries[p] * entries[p];
-  }
-  lengths_[i] = static_cast<float>(length);
+  for (std::size_t p = 0; p < size_; ++p) vectors_.at(i, p) = static_cast<float>(entries[p]);
+  renewKeys(i);
+}
+
+void LatticeSieve::renewKeys(std::size_t i) {
+  lengths_[i] = innerProduct(vectors_[i], vectors_[i], blocksInUse());
   hashes_[i] = (*hasher_)(vectors_[i]->lane);
   names_[i] = nameOf(coefficients_[i]);
   known_.insert(names_[i]);
@@ -186,6 +184,7 @@ void LatticeSieve::chooseLongest() {
 
 bool LatticeSieve::findReplacements(const std::function<bool()>& mayGoOn) {
   replacements_.clear();
+  replacementRows_ = BlockRows<float>(longest_.size(), size_);
   for (int i = 0; i < mostBuckets && replacements_.size() < longest_.size(); ++i) {
     if (i % bucketsPerStep == 0 && !mayGoOn()) return false;
     fillBucket();
@@ -196,48 +195,31 @@ bool LatticeSieve::findReplacements(const std::function<bool()>& mayGoOn) {
 
 void LatticeSieve::fillBucket() {
   const std::size_t centre = random_() % count();
-  const std::size_t blocks = blocksInUse();
   near_.resize(count());
   const std::size_t nearCount =
       selectNear(hashes_.data(), count(), hashes_[centre], bucketDistance, near_.data());
-  bucket_.members.clear();
-  bucket_.lengths.clear();
-  bucket_.rows = BlockRows<float>(std::min(nearCount, mostInBucket), size_);
-  bucket_.isOpposite.clear();
-  for (std::size_t k = 0; k < nearCount && bucket_.members.size() < mostInBucket; ++k) {
+  bucket_.clear(std::min(nearCount, mostInBucket), size_);
+  for (std::size_t k = 0; k < nearCount && bucket_.size() < mostInBucket; ++k) {
     const std::uint32_t i = near_[k];
-    float product = 0;
-    innerProducts(vectors_[centre], vectors_[i], 1, blocks, &product);
-    if (product * product < bucketCosine * bucketCosine * lengths_[centre] * lengths_[i]) continue;
-    const float sign = product < 0 ? -1.0F : 1.0F;
-    Block<float>* const row = bucket_.rows[bucket_.members.size()];
-    for (std::size_t b = 0; b < blocks; ++b)
-      for (std::size_t lane = 0; lane < blockSize; ++lane)
-        row[b].lane[lane] = sign * vectors_[i][b].lane[lane];
-    bucket_.members.push_back(i);
-    bucket_.lengths.push_back(lengths_[i]);
-    bucket_.isOpposite.push_back(product < 0);
+    const float product = innerProduct(vectors_[centre], vectors_[i], blocksInUse());
+    if (product * product >= bucketCosine * bucketCosine * lengths_[centre] * lengths_[i])
+      bucket_.add({i, product < 0}, vectors_[i], lengths_[i]);
   }
 }
 
 void LatticeSieve::searchBucket() {
-  const std::size_t members = bucket_.members.size();
-  products_.resize(members);
-  for (std::size_t a = 0; a + 1 < members; ++a) {
-    innerProducts(bucket_.rows[a], bucket_.rows[a + 1], members - a - 1, blocksInUse(),
-                  products_.data());
-    const float room = bucket_.lengths[a] - longestBound_;
-    for (std::size_t b = a + 1; b < members; ++b)
-      if (room + bucket_.lengths[b] < 2 * products_[b - a - 1]) offerDifference(a, b);
-  }
+  const auto offer = [this](std::size_t a, std::size_t b) { offerDifference(a, b); };
+  bucket_.visitClosePairs(longestBound_, offer);
 }
 
 /// Offers the difference of two vectors of the bucket, which is shorter than the longest ones.
 void LatticeSieve::offerDifference(std::size_t a, std::size_t b) {
   if (replacements_.size() == longest_.size()) return;
-  const Coefficients& left = coefficients_[bucket_.members[a]];
-  const Coefficients& right = coefficients_[bucket_.members[b]];
-  const int sign = bucket_.isOpposite[a] == bucket_.isOpposite[b] ? -1 : 1;
+  const SieveBucket::Member& first = bucket_.member(a);
+  const SieveBucket::Member& second = bucket_.member(b);
+  const Coefficients& left = coefficients_[first.index];
+  const Coefficients& right = coefficients_[second.index];
+  const int sign = first.isOpposite == second.isOpposite ? -1 : 1;
   Coefficients difference(basis_.size());
   for (std::size_t k = 0; k < size_; ++k) {
     const int c = left[k] + sign * right[k];
@@ -245,7 +227,14 @@ void LatticeSieve::offerDifference(std::size_t a, std::size_t b) {
     difference[k] = static_cast<std::int16_t>(c);
   }
   const std::uint64_t name = nameOf(difference);
-  if (name != 0 && known_.insert(name).second) replacements_.push_back(std::move(difference));
+  if (name == 0 || !known_.insert(name).second) return;
+  // Like the coefficients: the first vector, or the opposite of its row.
+  const float side = first.isOpposite ? -1.0F : 1.0F;
+  Block<float>* const row = replacementRows_[replacements_.size()];
+  for (std::size_t i = 0; i < blocksInUse(); ++i)
+    for (std::size_t lane = 0; lane < blockSize; ++lane)
+      row[i].lane[lane] = side * (bucket_.row(a)[i].lane[lane] - bucket_.row(b)[i].lane[lane]);
+  replacements_.push_back(std::move(difference));
 }
 
 void LatticeSieve::replaceLongest() {
@@ -253,7 +242,8 @@ void LatticeSieve::replaceLongest() {
     const std::uint32_t i = longest_[k];
     known_.erase(names_[i]);
     coefficients_[i] = std::move(replacements_[k]);
-    renew(i);
+    std::copy_n(replacementRows_[k], blocksInUse(), vectors_[i]);
+    renewKeys(i);
   }
   replacements_.clear();
 }

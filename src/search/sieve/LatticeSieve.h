@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "search/enumeration/Blocks.h"
+#include "search/sieve/SieveBucket.h"
 #include "search/sieve/SimHash.h"
 
 namespace starsift {
@@ -53,19 +54,13 @@ class LatticeSieve {
   /// Of vector i of the list, 0-based, d multiples; no vector is 0, and no two are the same up to
   /// sign.
   const Coefficients& coefficients(std::size_t i) const { return coefficients_[i]; }
+  /// Of vector i of the list, in the unit of the basis, rounded.
+  double squaredLength(std::size_t i) const { return unit_ * unit_ * lengths_[i]; }
 
   /// Vectors of the list for a lattice of this dimension.
   static std::size_t listSize(std::size_t dimension);
 
  private:
-  /// Vectors near a random one, all on its side, one behind the other.
-  struct Bucket {
-    std::vector<std::uint32_t> members;
-    /// The row is the opposite of the member.
-    std::vector<bool> isOpposite;
-    std::vector<float> lengths;
-    BlockRows<float> rows;
-  };
   /// Lifts all vectors to the lattice with one row more, and adds that row.
   void extend();
   /// Makes the list as long as listSize(), by random vectors near 0.
@@ -75,6 +70,8 @@ class LatticeSieve {
   bool add(Coefficients coefficients);
   /// Recomputes all that follows from the coefficients of vector i.
   void renew(std::size_t i);
+  /// Recomputes all that follows from the coefficients and the row of vector i.
+  void renewKeys(std::size_t i);
   /// Replaces long vectors until there are enough short ones, or no more are found; false once
   /// mayGoOn() is.
   bool shorten(const std::function<bool()>& mayGoOn);
@@ -92,6 +89,8 @@ class LatticeSieve {
   std::uint64_t nameOf(const Coefficients& coefficients) const;
   std::size_t blocksInUse() const { return (size_ + blockSize - 1) / blockSize; }
 
+  /// Of the numbers of the list, which are of the order of 1 whatever the unit of the basis.
+  double unit_;
   SieveBasis basis_;
   std::mt19937_64 random_;
   std::vector<std::uint64_t> nameFactors_;
@@ -111,10 +110,11 @@ class LatticeSieve {
   /// Indices of the vectors to be replaced, the longest ones, and what they are longer than.
   std::vector<std::uint32_t> longest_;
   float longestBound_ = 0;
+  /// Vectors to put in their places: coefficients, and rows.
   std::vector<Coefficients> replacements_;
-  Bucket bucket_;
+  BlockRows<float> replacementRows_;
+  SieveBucket bucket_;
   std::vector<std::uint32_t> near_;
-  std::vector<float> products_;
 };
 
 }  // namespace starsift

@@ -17,7 +17,8 @@ SimHash SimHasher::operator()(const float* vector) const {
     float side = 0;
     for (std::size_t i = 0; i < halfEntries; ++i)
       side += vector[plane.plus[i]] - vector[plane.minus[i]];
-    if (side > 0) hash.word[bit / 64] |= std::uint64_t{1} << (bit % 64);
+    // Without a branch: either side is as likely.
+    hash.word[bit / 64] |= std::uint64_t{side > 0 ? 1U : 0U} << (bit % 64);
   }
   return hash;
 }

@@ -147,17 +147,62 @@ TEST(SieveKernels, NearHashesAreThoseOfSmallAndLargeDistance) {
   EXPECT_LT(expected.size(), hashes.size());
 }
 
-TEST(SieveKernels, InnerProductsAreThoseOfEachRow) {
-  BlockRows<float> rows(9, 21);
+/// Rows of small integers, whose products are exact.
+BlockRows<float> integerRows(std::size_t count, std::size_t length) {
+  std::mt19937_64 random(2);
+  BlockRows<float> rows(count, length);
+  for (std::size_t r = 0; r < count; ++r)
+    for (std::size_t j = 0; j < length; ++j)
+      rows.at(r, j) = static_cast<float>(static_cast<int>(random() % 7) - 3);
+  return rows;
+}
+
+float product(const BlockRows<float>& rows, std::size_t a, std::size_t b, std::size_t length) {
+  float sum = 0;
+  for (std::size_t j = 0; j < length; ++j) sum += rows.at(a, j) * rows.at(b, j);
+  return sum;
+}
+
+TEST(SieveKernels, InnerProductIsTheSumOverAllBlocks) {
+  const BlockRows<float> rows = integerRows(9, 21);
   for (std::size_t r = 0; r < 9; ++r)
-    for (std::size_t j = 0; j < 21; ++j)
-      rows.at(r, j) = static_cast<float>(static_cast<int>(r * j) % 7 - 3);
-  std::vector<float> products(8);
-  innerProducts(rows[0], rows[1], 8, rows.blocksPerRow(), products.data());
-  for (std::size_t r = 1; r < 9; ++r) {
-    float sum = 0;
-    for (std::size_t j = 0; j < 21; ++j) sum += rows.at(0, j) * rows.at(r, j);
-    EXPECT_EQ(products[r - 1], sum);
+    EXPECT_EQ(innerProduct(rows[0], rows[r], rows.blocksPerRow()), product(rows, 0, r, 21));
+}
+
+TEST(SieveBucket, ClosePairsAreThoseOfTheRows) {
+  const std::size_t length = 13;
+  const float bound = 70;
+  for (const std::size_t count : {0, 1, 2, 31, 32, 33, 80}) {
+    const BlockRows<float> rows = integerRows(count, length);
+    std::set<std::pair<std::size_t, std::size_t>> expected;
+    SieveBucket bucket;
+    bucket.clear(count, length);
+    // Every third one is turned round.
+    const auto side = [](std::size_t i) { return i % 3 == 0 ? -1.0F : 1.0F; };
+    for (std::size_t b = 0; b < count; ++b) {
+      bucket.add({static_cast<std::uint32_t>(b), side(b) < 0}, rows[b],
+                 product(rows, b, b, length));
+      for (std::size_t a = 0; a < b; ++a)
+        if (product(rows, a, a, length) + product(rows, b, b, length) -
+                2 * side(a) * side(b) * product(rows, a, b, length) <
+            bound)
+          expected.emplace(a, b);
+    }
+    std::set<std::pair<std::size_t, std::size_t>> found;
+    bucket.visitClosePairs(
+        bound, [&found](std::size_t a, std::size_t b) { EXPECT_TRUE(found.emplace(a, b).second); });
+    EXPECT_EQ(found, expected);
+    EXPECT_TRUE(count < 31 || !expected.empty());
+  }
+}
+
+TEST(LatticeSieve, LengthsAreThoseOfTheVectors) {
+  const SieveBasis basis = randomBasis(40, 1.03, 5);
+  LatticeSieve sieve(basis, 1);
+  while (sieve.dimension() < basis.size()) sieve.grow(goOn);
+  for (std::size_t i = 0; i < sieve.count(); ++i) {
+    const double length = squaredLength(basis, sieve.coefficients(i));
+    EXPECT_NEAR(sieve.squaredLength(i), length, 1e-5 * length);
   }
 }
 
