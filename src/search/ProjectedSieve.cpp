@@ -13,7 +13,7 @@
 
 namespace starsift {
 
-namespace projectedsieve {
+namespace {
 
 /// Directions of the sieves of the first lattice, by how many they grow with each restart, and the
 /// most there are.
@@ -182,11 +182,10 @@ void checkLifted(Lattice<T, R>& lattice, const LatticeSieve& sieve, Index count,
   }
 }
 
-}  // namespace projectedsieve
+}  // namespace
 
 template <class T, class R>
 void sieveProjection(Lattice<T, R>& lattice) {
-  using namespace projectedsieve;
   lattice.classicOrthogonalise(1, 0);
   const Index count = lattice.gramSchmidt.validUpTo(lattice.basis);
   const std::optional<R> longest = greatestLength(lattice);
