@@ -54,9 +54,11 @@ SieveBasis projectedBasis(const GramSchmidtData<R>& data, Index count, Index dir
 template <class T, class R>
 std::optional<R> greatestLength(const Lattice<T, R>& lattice) {
   const CoordinateFrame<T>& frame = lattice.frame;
+  const Index first = frame.firstChecked(lattice);
   R sum = R();
-  for (Index j = frame.firstChecked(lattice); j <= lattice.basis.m; ++j) {
-    const T side = std::max(T(-frame.l[j]), frame.r[j]);
+  for (Index j = 1; j <= lattice.basis.m; ++j) {
+    // The coordinate of the targets, which isn't checked, has the range of any other.
+    const T side = j < first ? frame.rangeMultiple : std::max(T(-frame.l[j]), frame.r[j]);
     if (NumberTraits<T>::isInfinite(side)) return std::nullopt;
     const R rounded = NumberConversion<R, T>::nearest(side);
     sum += rounded * rounded;
@@ -151,7 +153,7 @@ class Lifter {
         for (Index j = 1; j < i; ++j) centres_[j] -= factor * data_.mu[i][j];
       const R rest = centres_[i] - factor;
       length += rest * rest * data_.cLen[i];
-      if (length > longest) return std::nullopt;
+      if (!(length <= longest)) return std::nullopt;
     }
     RowCombination<T> sum(rows_, Vector<T>(rows_.columnCount()), "sieve overflow");
     for (Index i = 1; i <= count_; ++i) sum.subtract(i, multiples_[i]);
@@ -174,6 +176,7 @@ void checkLifted(Lattice<T, R>& lattice, const LatticeSieve& sieve, Index count,
   Lifter<T, R> lifter(lattice, count);
   for (std::size_t i = 0; i < sieve.count() && !lattice.stopped(); ++i) {
     if (!filter.mayBeShort(sieve.coefficients(i), sieve.squaredLength(i))) continue;
+    if (!notifyStep(lattice)) return;
     const auto vector = lifter.lift(sieve.coefficients(i), sieve.dimension(), longest);
     if (!vector) continue;
     const Vector<T> raw = lattice.backMap(*vector);

@@ -1,6 +1,9 @@
 // Sums of multiples of the rows of a basis.
 #pragma once
 
+#include <cmath>
+#include <utility>
+
 #include "algorithms/reduction/SizeReduce.h"
 #include "core/Matrix.h"
 #include "numbers/Conversion.h"

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cmath>
+#include <numbers>
 
 namespace starsift {
 
@@ -10,6 +11,11 @@ namespace starsift {
 inline double logGamma(double x) {
   int sign = 0;
   return lgamma_r(x, &sign);
+}
+
+/// ln of the volume of the ball of radius 1 in so many dimensions.
+inline double logBallVolume(double dimension) {
+  return dimension / 2 * std::log(std::numbers::pi) - logGamma(dimension / 2 + 1);
 }
 
 }  // namespace starsift

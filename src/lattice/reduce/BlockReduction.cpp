@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numbers>
 #include <utility>
 #include <vector>
 
@@ -38,8 +37,7 @@ double gaussianBound(const ProjectedBlock& block) {
   const auto d = static_cast<double>(block.dimension());
   double logVolume = 0;
   for (const double length : block.lengths) logVolume += std::log(length) / 2;
-  const double logBall = d / 2 * std::log(std::numbers::pi) - logGamma(d / 2 + 1);
-  return std::exp(2 * (logVolume - logBall) / d);
+  return std::exp(2 * (logVolume - logBallVolume(d)) / d);
 }
 
 }  // namespace

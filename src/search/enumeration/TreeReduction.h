@@ -19,7 +19,8 @@ enum class StageLimit {
 
 /// reduceCoset(), then block reduction while the expected tree is large: in blocks of 10 to 50
 /// rows, each size if the tree would take longer than that, and the best of these bases is kept.
-/// The coset stays the same set. Returns the data of the reduced coset, whose box isn't empty.
+/// Where trees are hopeless there are small blocks only, or none. The coset stays the same set.
+/// Returns the data of the reduced coset, whose box isn't empty.
 ///
 /// `mayGoOn` is called before every step; false ends the reduction, and nothing is returned then.
 std::optional<CosetDirections> reduceForTree(BoxCoset& coset, StageLimit limit,

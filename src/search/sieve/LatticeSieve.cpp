@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cmath>
 #include <limits>
 #include <numbers>
@@ -39,8 +40,9 @@ constexpr unsigned bucketDistance = 104;
 constexpr std::size_t mostInBucket = 4096;
 constexpr int mostBuckets = 4000;
 
-/// Buckets between two calls of mayGoOn().
-constexpr int bucketsPerStep = 16;
+/// A replacement is shorter by more than the share that rounding may take: vectors of one length
+/// would replace each other for ever.
+constexpr float leastGain = 1e-5F;
 
 /// Random vectors that are drawn for one that is new.
 constexpr int drawsPerVector = 50;
@@ -52,13 +54,18 @@ std::int16_t asCoefficient(double rounded) {
   return static_cast<std::int16_t>(std::clamp(rounded, -most, most));
 }
 
+/// Exact divisions by it make the list the same on every processor.
+double powerOfTwoNear(double logarithm) {
+  return std::ldexp(1.0, static_cast<int>(std::lround(logarithm / std::numbers::ln2)));
+}
+
 }  // namespace
 
 double logGaussianLength(const SieveBasis& basis, std::size_t count) {
   double volume = 0;
   for (std::size_t i = 0; i < count; ++i) volume += std::log(basis[i][i]);
   const auto d = static_cast<double>(count);
-  return (volume + logGamma(d / 2 + 1)) / d - std::log(std::numbers::pi) / 2;
+  return (volume - logBallVolume(d)) / d;
 }
 
 std::size_t LatticeSieve::listSize(std::size_t dimension) {
@@ -67,15 +74,20 @@ std::size_t LatticeSieve::listSize(std::size_t dimension) {
 }
 
 LatticeSieve::LatticeSieve(const SieveBasis& basis, std::uint64_t seed)
-    : unit_(std::exp(logGaussianLength(basis, basis.size()))), basis_(basis), random_(seed) {
+    : unit_(powerOfTwoNear(logGaussianLength(basis, basis.size()))), basis_(basis), random_(seed) {
   const std::size_t d = basis.size();
   for (std::vector<double>& row : basis_)
     for (double& entry : row) entry /= unit_;
   for (std::size_t i = 0; i < d; ++i) nameFactors_.push_back(random_() | 1U);
   vectors_ = BlockRows<float>(listSize(d), d);
+  coefficients_.reserve(listSize(d));
+  names_.reserve(listSize(d));
+  lengths_.reserve(listSize(d));
+  hashes_.reserve(listSize(d));
 }
 
 bool LatticeSieve::grow(const std::function<bool()>& mayGoOn) {
+  assert(size_ < basis_.size());
   const std::size_t first = std::min(firstSize, basis_.size());
   do extend();
   while (size_ < first);
@@ -179,14 +191,14 @@ void LatticeSieve::chooseLongest() {
   };
   std::partial_sort(order.begin(), order.begin() + replaced, order.end(), isLonger);
   longest_.assign(order.begin(), order.begin() + replaced);
-  longestBound_ = lengths_[longest_.back()];
+  longestBound_ = lengths_[longest_.back()] * (1 - leastGain);
 }
 
 bool LatticeSieve::findReplacements(const std::function<bool()>& mayGoOn) {
   replacements_.clear();
   replacementRows_ = BlockRows<float>(longest_.size(), size_);
   for (int i = 0; i < mostBuckets && replacements_.size() < longest_.size(); ++i) {
-    if (i % bucketsPerStep == 0 && !mayGoOn()) return false;
+    if (!mayGoOn()) return false;
     fillBucket();
     searchBucket();
   }

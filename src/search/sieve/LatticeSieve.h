@@ -39,12 +39,13 @@ class LatticeSieve {
   /// Multiples of the rows of the basis.
   using Coefficients = std::vector<std::int16_t>;
 
-  /// The basis should be reduced; the lengths of its Gram-Schmidt vectors are positive.
+  /// The basis has a row at least and should be reduced; the lengths of its Gram-Schmidt vectors
+  /// are positive.
   LatticeSieve(const SieveBasis& basis, std::uint64_t seed);
 
-  /// Sieves the lattice of one row more, at first of as many as make a list; all rows are d. False
-  /// if `mayGoOn`, called between steps of some milliseconds, ended it. Of a basis far from reduced
-  /// the list may have fewer short vectors.
+  /// While dimension() < d: sieves the lattice of one row more, at first of as many as make a list.
+  /// False if `mayGoOn`, called between steps of some milliseconds, ended it. Of a basis far from
+  /// reduced the list may have fewer short vectors.
   bool grow(const std::function<bool()>& mayGoOn);
 
   /// Rows of the lattice that was sieved, 0 before grow().

@@ -16,8 +16,8 @@ struct SimHash {
   std::array<std::uint64_t, words> word{};
 };
 
-/// Hashes of vectors by hyperplanes whose normal vectors have six entries 1 or -1, the others 0.
-/// The Hamming distance of two hashes is close to 256 times their angle over pi.
+/// Hashes of vectors by hyperplanes, whose normal vectors are the sums of three random unit vectors
+/// less three others. The Hamming distance of two hashes is close to 256 times their angle over pi.
 ///
 /// M. Charikar, STOC 2002; L. Ducas et al., EUROCRYPT 2019.
 class SimHasher {

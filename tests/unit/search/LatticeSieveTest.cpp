@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <numeric>
 #include <random>
 #include <set>
 #include <vector>
@@ -113,6 +114,40 @@ TEST(LatticeSieve, UnitOfTheBasisMakesNoDifference) {
   for (auto& row : basis)
     for (double& entry : row) entry *= std::ldexp(1.0, 900);
   EXPECT_EQ(sieved(basis, 1), list);
+}
+
+/// The basis of these rows, the last one first.
+SieveBasis basisOf(const std::vector<std::vector<double>>& rows) {
+  const std::size_t d = rows.size();
+  std::vector<std::vector<double>> directions = rows;
+  SieveBasis basis(d, std::vector<double>(d));
+  const auto dot = [](const std::vector<double>& a, const std::vector<double>& b) {
+    return std::inner_product(a.begin(), a.end(), b.begin(), 0.0);
+  };
+  for (std::size_t i = 0; i < d; ++i) {
+    for (std::size_t k = 0; k < i; ++k) {
+      const double mu = dot(rows[i], directions[k]) / dot(directions[k], directions[k]);
+      for (std::size_t j = 0; j < rows[i].size(); ++j) directions[i][j] -= mu * directions[k][j];
+      basis[d - 1 - i][d - 1 - k] = mu * std::sqrt(dot(directions[k], directions[k]));
+    }
+    basis[d - 1 - i][d - 1 - i] = std::sqrt(dot(directions[i], directions[i]));
+  }
+  return basis;
+}
+
+TEST(LatticeSieve, EndsWhereAllShortVectorsHaveOneLength) {
+  for (const std::size_t d : {3, 4, 6})
+    for (const std::uint64_t seed : {1, 2, 3}) {
+      // The differences of neighbouring unit vectors, rounded in their Gram-Schmidt directions.
+      std::vector<std::vector<double>> rows(d, std::vector<double>(d + 1));
+      for (std::size_t i = 0; i < d; ++i) {
+        rows[i][i] = 1;
+        rows[i][i + 1] = -1;
+      }
+      LatticeSieve sieve(basisOf(rows), seed);
+      int calls = 0;
+      EXPECT_TRUE(sieve.grow([&calls] { return ++calls < 20'000; })) << d << ' ' << seed;
+    }
 }
 
 TEST(LatticeSieve, EndsWhenItIsToldTo) {

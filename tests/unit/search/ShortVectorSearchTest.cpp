@@ -37,8 +37,14 @@ std::string row(std::size_t n, const char* text) {
   return result + " ]";
 }
 
+constexpr const char* noTarget = "[ ] [ ] ";
+/// The greatest sum of some variables of forty, 2 at least.
+constexpr const char* greatestSum =
+    "[ inf ] = [ 2 ] [ [ 1 0 0 1 0 0 1 0 0 1 0 0 1 0 0 1 0 0 1 0 0 1 0 0 1 0 0 1 0 0 1 0 0 1 0 0 1 "
+    "0 0 1 ] ] ";
+
 /// Forty variables that are 0 or 1, and two sums of weights of 20 bits, which some variables have.
-std::string longSubset(std::uint32_t seed) {
+std::string longSubset(std::uint32_t seed, const std::string& target = noTarget) {
   constexpr std::size_t n = 40;
   std::mt19937 random(seed);
   std::array<bool, n> chosen{};
@@ -56,7 +62,7 @@ std::string longSubset(std::uint32_t seed) {
     rows += "] ";
     sums += std::to_string(sum) + ' ';
   }
-  return "[ ] [ ] [ " + rows + "] [ " + sums + "] [ ] [ ] [ ] [ ] " + row(n, "0") + row(n, "0") +
+  return target + "[ " + rows + "] [ " + sums + "] [ ] [ ] [ ] [ ] " + row(n, "0") + row(n, "0") +
          row(n, "1");
 }
 
@@ -121,6 +127,17 @@ TYPED_TEST(ShortVectorSearchOver, SolutionThatTheReductionMissesIsFoundByAProjec
     sieveProjection(lattice);
     EXPECT_GE(lattice.found.solutions.dimension(), 1) << seed;
     EXPECT_TRUE(this->keepsLattice());
+  }
+}
+
+TYPED_TEST(ShortVectorSearchOver, ProjectedSieveLeavesRoomForTheTargetInASolution) {
+  for (const std::uint32_t seed : {1, 4, 9}) {
+    this->use(longSubset(seed, greatestSum).c_str());
+    auto& lattice = this->live;
+    ASSERT_EQ(lattice.frame.firstChecked(lattice), 2);
+    ASSERT_EQ(lattice.found.solutions.dimension(), 0) << seed;
+    sieveProjection(lattice);
+    EXPECT_GE(lattice.found.solutions.dimension(), 1) << seed;
   }
 }
 
